@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QString>
+
+#include <GenApi/GenApi.h>
+
+/// A camera or card that the demo host can open: a real one or a simulated one.
+///
+/// Everything is called on the GUI thread. Frames may be produced on another thread; they arrive through
+/// frameReady() on the GUI thread (queued), never more than a few at a time.
+class Device : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Kind { Camera, Card };
+
+    explicit Device(QObject *parent = nullptr) : QObject(parent) { }
+
+    /// The key under which HostCore and the panel know the device; unique, never changes.
+    virtual QString id() const = 0;
+    /// What a person calls the device: vendor, model and serial number or user name.
+    virtual QString displayName() const = 0;
+    virtual Kind kind() const { return Kind::Camera; }
+    /// CAM_INFO_TYPE_CODE of the device: "0" area-scan, "4" attribute tab only; see HostCore.h.
+    virtual QString typeCode() const { return QStringLiteral("0"); }
+
+    /// Connects to the device and loads its description. False on failure, with the reason in `error`
+    /// (a sentence for a person). Opening an open device succeeds at once.
+    virtual bool open(QString *error) = 0;
+    /// Stops acquisition, drops the node map and releases the device. Whoever uses the node map must
+    /// have let go of it before.
+    virtual void close() = 0;
+    virtual bool isOpen() const = 0;
+    /// The device's node map while it is open, else null.
+    virtual GenApi::INodeMap *nodeMap() const = 0;
+
+    virtual bool canAcquire() const { return kind() == Kind::Camera; }
+    virtual bool startAcquisition(QString *error) = 0;
+    virtual void stopAcquisition() = 0;
+    virtual bool isAcquiring() const = 0;
+
+Q_SIGNALS:
+    void frameReady(const QImage &frame);
+    void acquiringChanged(bool acquiring);
+    /// The device stopped answering; close() is still to be called.
+    void lost(const QString &reason);
+};

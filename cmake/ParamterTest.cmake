@@ -1,0 +1,13 @@
+# SPDX-License-Identifier: MIT
+find_package(Qt${PARAMTERWND_QT} 5.15 REQUIRED COMPONENTS Test)
+
+# paramter_test(<name> [SOURCES files...] [LINK targets...])
+# A QtTest program <name>.cpp, run without a display. Object libraries named in LINK are linked as they stand.
+function(paramter_test name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${name}.cpp ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${arg_LINK} Qt::Test)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 120)
+endfunction()
