@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <QDateTime>
+#include <QImage>
+#include <QList>
+#include <QObject>
+#include <QSet>
+#include <QSettings>
+#include <QString>
+#include <QTimer>
+
+#include "Host/Device.h"
+#include "Host/DeviceDiscovery.h"
+#include "Host/HostListeners.h"
+#include "ParamterWnd/HostCore.h"
+
+/// The host behind HostCore: devices, focus, language, settings, listeners and log.
+///
+/// One at a time exists; HostCore forwards to it. It belongs to the GUI thread, and everything is called
+/// there unless stated otherwise. Panels (ParamterWnd) must be destroyed before it.
+class HostContext : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Options
+    {
+        /// An INI file for the settings; empty: the application's own settings (QSettings' default).
+        QString settingsFile;
+        /// Finds devices for refreshDevices(); empty: only devices given to addDevice() exist.
+        DeviceFinder finder;
+    };
+
+    explicit HostContext(Options options, QObject *parent = nullptr);
+    /// Closes every device.
+    ~HostContext() override;
+
+    /// The context that HostCore forwards to; null before the first and after the last one.
+    static HostContext *current();
+
+    /// Devices that are known, open or not, in the order in which they became known. Owned by the context.
+    QList<Device *> devices() const;
+    /// Null when the id is unknown.
+    Device *device(const QString &id) const;
+    /// True from a successful open() to the begin of closing: the panel may use the device.
+    bool isReady(const QString &id) const;
+
+    /// Makes a device known (simulated devices, description files). False, and the device is dropped, when
+    /// its id is already taken.
+    bool addDevice(std::unique_ptr<Device> device);
+    /// Searches for devices on the discovery thread; deviceListChanged() follows if something changed.
+    /// Closed devices that are no longer found are forgotten; added devices stay.
+    void refreshDevices();
+    bool isRefreshing() const;
+
+    /// Opens a device and announces it to the panel. False on failure, which is logged.
+    bool open(const QString &id);
+    /// Announces the device as closed and, once the event loop has removed its panel, releases it.
+    void close(const QString &id);
+    /// Gives the focus to a device, open or not; an unknown or empty id takes it away from all.
+    void setFocus(const QString &id);
+    QString focus() const { return focusId; }
+    /// False on failure, which is logged.
+    bool startAcquisition(const QString &id);
+    void stopAcquisition(const QString &id);
+
+    /// "English" or "Chinese"; kept in the settings.
+    void setLanguage(const QString &name);
+    QString language() const;
+
+    QSettings &settings() { return *store; }
+    HostListeners &listeners() { return eventListeners; }
+
+    /// Appends a line to the log: forwards to logLine() on the GUI thread. Any thread.
+    /// `module` names the reporting class, `level` 0 is an ordinary report.
+    void log(const QString &module, const QString &message, int level = 0);
+
+    // What HostCore answers from the context; see HostCore.h for the meaning.
+    QString cameraInfo(const QString &id, HostCore::CAM_INFO item) const;
+    void setCameraInfo(const QString &id, HostCore::CAM_INFO item, const QString &value);
+    QString cardInfo(const QString &id, HostCore::CARD_INFO item) const;
+    QString parameterInfo(HostCore::PARAMETER_INFO item) const;
+    void setParameterInfo(HostCore::PARAMETER_INFO item, const QString &value);
+    /// Null unless the device is of that kind and ready.
+    GenApi::INodeMap *nodeMap(HostCore::FOCUS_TYPE type, const QString &id) const;
+    /// False on failure, which is logged.
+    bool readNode(const QString &id, const QString &node, QString *value);
+    bool writeNode(const QString &id, const QString &node, const QString &value);
+
+Q_SIGNALS:
+    void logLine(const QDateTime &time, const QString &module, const QString &message, int level);
+    /// Devices became known or were forgotten. A Device pointer obtained before may be gone.
+    void deviceListChanged();
+    /// A search started or ended.
+    void refreshingChanged(bool refreshing);
+    /// The id is empty when nothing has the focus.
+    void focusChanged(const QString &id);
+    /// A device was opened, closed or lost, or started or stopped acquiring.
+    void deviceStateChanged(const QString &id);
+    void languageChanged(const QString &name);
+    /// A frame of an acquiring device, on the GUI thread.
+    void frameReady(const QString &id, const QImage &frame);
+    /// A panel asked for an image mode of the display (SetCameraImageMode, SetSLImageShowMode).
+    void imageModeRequested(const QString &id, int mode);
+
+private:
+    struct Entry
+    {
+        std::unique_ptr<Device> device;
+        bool discovered = false;
+        bool ready = false;
+    };
+    class PendingClose;
+
+    Entry *entry(const QString &id);
+    const Entry *entry(const QString &id) const;
+    void append(std::unique_ptr<Device> device, bool discovered);
+    void connectDevice(Device *device);
+    void mergeFound(const std::vector<FoundDevice> &found);
+    void deviceLost(const QString &id, const QString &reason);
+    void acquiringChanged(const QString &id);
+    /// The ids of a kind, `first` before all others.
+    QStringList ids(Device::Kind kind, const QString &first = {}) const;
+    void announceDevices(const QString &changed);
+    void announceFocus();
+    void pollFocused();
+
+    std::vector<Entry> entries;
+    QString focusId;
+    HostListeners eventListeners;
+    std::unique_ptr<QSettings> store;
+    std::unique_ptr<DeviceDiscovery> discovery;
+    QTimer pollTimer;
+};

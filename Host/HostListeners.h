@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "Host/ListenerList.h"
+#include "ParamterWnd/HostCore.h"
+
+/// Everybody who listens to the host, and the events as the host raises them.
+class HostListeners
+{
+public:
+    ListenerList<HostCore::IDeviceListUpdate> deviceList;
+    ListenerList<HostCore::IFocusUpdate> focus;
+    ListenerList<HostCore::ILangUpdate> language;
+    ListenerList<HostCore::IROIDrawUpdate> regions;
+    ListenerList<HostCore::IImageModeUpdate> imageMode;
+    ListenerList<HostCore::IImportUpdate> import;
+
+    /// Any thread; away from the GUI thread it waits until the panel has followed (5 s per listener at most).
+    void raiseDeviceList(const QStringList &cards, const QStringList &cameras);
+    /// GUI thread. An empty id with a type that is neither card nor camera means "nothing has the focus".
+    void raiseFocus(HostCore::FOCUS_TYPE type, const QString &id);
+    void raiseLanguage(const QString &language);
+    /// GUI thread.
+    void raiseImageMode(const QString &id, int mode);
+    void raiseImport(const QString &id);
+};
