@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "support/FatalMessages.h"
+
+#include <QMutex>
+#include <QMutexLocker>
+#include <QtTest>
+
+#include <algorithm>
+
+namespace {
+
+QMutex mutex;
+FatalMessages *active = nullptr;
+
+} // namespace
+
+FatalMessages::FatalMessages()
+{
+    // The offscreen platform reports this for every window; it says nothing about the code under test.
+    allow(QStringLiteral("does not support propagateSizeHints"));
+    const QMutexLocker lock(&mutex);
+    Q_ASSERT(!active);
+    active = this;
+    m_previous = qInstallMessageHandler(&FatalMessages::handle);
+}
+
+FatalMessages::~FatalMessages()
+{
+    {
+        const QMutexLocker lock(&mutex);
+        qInstallMessageHandler(m_previous);
+        active = nullptr;
+    }
+    for (const QString &message : unexpected())
+        QTest::qFail(qPrintable(QStringLiteral("Unexpected message: ") + message), __FILE__, __LINE__);
+}
+
+void FatalMessages::allow(const QRegularExpression &pattern)
+{
+    const QMutexLocker lock(&mutex);
+    m_allowed << pattern;
+}
+
+QStringList FatalMessages::seen() const
+{
+    const QMutexLocker lock(&mutex);
+    return m_seen;
+}
+
+QStringList FatalMessages::unexpected() const
+{
+    QStringList messages = seen();
+    messages.erase(
+        std::remove_if(messages.begin(), messages.end(), [this](const QString &message) { return isAllowed(message); }),
+        messages.end());
+    return messages;
+}
+
+bool FatalMessages::isAllowed(const QString &message) const
+{
+    return std::any_of(m_allowed.begin(), m_allowed.end(),
+                       [&message](const QRegularExpression &pattern) { return pattern.match(message).hasMatch(); });
+}
+
+void FatalMessages::handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    QtMessageHandler previous = nullptr;
+    {
+        const QMutexLocker lock(&mutex);
+        if (!active)
+            return;
+        if (type == QtWarningMsg || type == QtCriticalMsg)
+            active->m_seen << message;
+        previous = active->m_previous;
+    }
+    if (previous)
+        previous(type, context, message);
+}

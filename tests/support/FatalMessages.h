@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRegularExpression>
+#include <QStringList>
+#include <QVector>
+
+/// Fails the running test when a warning or a critical message that nobody allowed was printed during the
+/// life of this object (from any thread). Create it in a test function, or in init() and destroy it in
+/// cleanup(). At most one exists at a time.
+///
+/// It sees messages before QtTest does: use allow() in place of QTest::ignoreMessage().
+class FatalMessages
+{
+public:
+    FatalMessages();
+    /// Restores the previous message handler, then fails the test once per unexpected message.
+    ~FatalMessages();
+    FatalMessages(const FatalMessages &) = delete;
+    FatalMessages &operator=(const FatalMessages &) = delete;
+
+    /// Lets every message pass that the pattern matches somewhere.
+    void allow(const QRegularExpression &pattern);
+    void allow(const QString &pattern) { allow(QRegularExpression(pattern)); }
+    /// Every warning and critical message so far, allowed ones too.
+    QStringList seen() const;
+    /// Those that nobody allowed.
+    QStringList unexpected() const;
+
+private:
+    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message);
+    bool isAllowed(const QString &message) const;
+
+    QVector<QRegularExpression> m_allowed;
+    QStringList m_seen;
+    QtMessageHandler m_previous = nullptr;
+};
