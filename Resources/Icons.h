@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLatin1String>
+
+/// Resource paths of the images that code names. Images that only the panel's style sheet uses are
+/// named in style/panel.qss; render-icons lists every image with its size.
+namespace Icons {
+
+inline constexpr QLatin1String SearchNormal(":/Resources/icon/search/normal.png");
+
+inline constexpr QLatin1String SwitchOn(":/Resources/icon/switch/switchON.png");
+inline constexpr QLatin1String SwitchOnDisabled(":/Resources/icon/switch/switchON-disable.png");
+inline constexpr QLatin1String SwitchOff(":/Resources/icon/switch/switchOFF.png");
+inline constexpr QLatin1String SwitchOffDisabled(":/Resources/icon/switch/switchOFF-disable.png");
+
+/// A folded and an unfolded group or branch, 20 x 20. The host registers these; without them groups show no icon.
+inline constexpr QLatin1String Fold(":/Resources/icons/camera/fold.png");
+inline constexpr QLatin1String Unfold(":/Resources/icons/camera/unfold.png");
+
+/// The panel's style sheet.
+inline constexpr QLatin1String PanelStyleSheet(":/Resources/style/panel.qss");
+
+} // namespace Icons
