@@ -11,6 +11,8 @@
 
 namespace NodeEngine {
 
+enum class FormulaOp : uint8_t;
+
 /// A formula that cannot be parsed (the text says what and at which position) or evaluated (division by zero).
 class FormulaError : public std::runtime_error
 {
@@ -23,6 +25,7 @@ public:
 ///
 /// Parsed once, evaluated any number of times, in exact 64-bit integers or in double. Immutable after parsing: one
 /// formula may be evaluated by several threads, and a variable callback may evaluate any formula, this one included.
+/// A formula that was not parsed is the constant 0.
 class Formula
 {
 public:
@@ -52,13 +55,12 @@ public:
 
 private:
     friend class FormulaParser;
-    enum class Op : uint8_t;
 
     // One step of the stack machine that the formula is compiled to. What the operand means depends on the
     // operation: index of a constant, slot of a variable, or the step to jump to.
     struct Step
     {
-        Op op;
+        FormulaOp op;
         uint32_t operand;
     };
     // A literal in both number systems.
