@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <Base/GCBase.h>
+#include <GenApi/GenApi.h>
