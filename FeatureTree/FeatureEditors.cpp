@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: MIT
+#include "FeatureTree/FeatureEditors.h"
+
+#include <cmath>
+#include <limits>
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "FeatureTree/AddressText.h"
+#include "FeatureTree/FeatureEditDelegate.h"
+#include "FeatureTree/IntegerSpinBox.h"
+
+using FeatureKinds::EditorKind;
+
+namespace FeatureEditors {
+namespace {
+
+constexpr QLatin1String buttonStyle("QPushButton{border: 1px solid rgb(55,56,58,60%);border-radius: 2px;}"
+                                    "QPushButton::hover{background-color: rgb(216, 216, 216);}"
+                                    "QPushButton::pressed{background-color: rgb(180, 180, 180);}"
+                                    "QPushButton::disabled{border: 1px solid #CCCCCC;color: #CCCCCC;}");
+constexpr QLatin1String entryListStyle("QComboBox QAbstractItemView::item {height: 50px;}");
+constexpr QLatin1String macMask("HH:HH:HH:HH:HH:HH;_");
+constexpr QLatin1String ipv4Mask("000.000.000.000;_");
+constexpr QLatin1String hexMask("HHHHHHHHHHHHHHHH");
+constexpr double defaultFloatStep = 0.1;
+
+QWidget *makeLine(QLatin1String mask, QWidget *parent)
+{
+    auto *line = new QLineEdit(parent);
+    line->setInputMask(mask);
+    return line;
+}
+
+QWidget *makeFloatBox(int decimals, QWidget *parent)
+{
+    auto *box = new QDoubleSpinBox(parent);
+    box->setDecimals(decimals);
+    box->setContextMenuPolicy(Qt::NoContextMenu);
+    return box;
+}
+
+QWidget *makeIntegerBox(QWidget *parent)
+{
+    auto *box = new IntegerSpinBox(parent);
+    box->setContextMenuPolicy(Qt::NoContextMenu);
+    return box;
+}
+
+QWidget *makeBooleanList(QWidget *parent)
+{
+    auto *list = new QComboBox(parent);
+    list->addItems({FeatureEditDelegate::tr("False"), FeatureEditDelegate::tr("True")});
+    return list;
+}
+
+QWidget *makeButton(QWidget *parent)
+{
+    auto *button = new QPushButton(QStringLiteral("Execute"), parent);
+    button->setStyleSheet(buttonStyle);
+    button->setAutoDefault(true); // Enter presses it, as Space does
+    return button;
+}
+
+QWidget *makeEntryList(QWidget *parent)
+{
+    auto *list = new QComboBox(parent);
+    list->setStyleSheet(entryListStyle);
+    return list;
+}
+
+/// Limits may be infinite or no number at all, which a spin box cannot hold.
+double finite(double limit, double otherwise)
+{
+    return std::isfinite(limit) ? limit : otherwise;
+}
+
+void fillAddress(QLineEdit *line, EditorKind kind, GenApi::INode *node)
+{
+    const qint64 value = GenApi::CIntegerPtr(node)->GetValue();
+    line->setText(kind == EditorKind::MacMask ? MACIntegerToString(static_cast<unsigned long long>(value))
+                                              : IPV4IntegerToString(static_cast<unsigned int>(value)));
+}
+
+/// The mask takes digits only, so the text comes without "0x".
+void fillHex(QLineEdit *line, GenApi::INode *node)
+{
+    line->setText(QString::number(static_cast<quint64>(GenApi::CIntegerPtr(node)->GetValue()), 16));
+}
+
+void fillInteger(IntegerSpinBox *box, GenApi::INode *node)
+{
+    const GenApi::CIntegerPtr integer(node);
+    const qint64 minimum = integer->GetMin();
+    box->setExactRange(minimum, integer->GetMax());
+    box->setExactStep(integer->GetIncMode() == GenApi::noIncrement ? 1 : integer->GetInc());
+    box->setExactValue(integer->GetValue());
+}
+
+void fillFloat(QDoubleSpinBox *box, GenApi::INode *node)
+{
+    constexpr double largest = std::numeric_limits<double>::max();
+    const GenApi::CFloatPtr number(node);
+    const double minimum = number->GetMin();
+    box->setRange(finite(minimum, -largest), finite(number->GetMax(), largest));
+    box->setSingleStep(number->HasInc() ? number->GetInc() : defaultFloatStep);
+    box->setValue(number->GetValue());
+}
+
+QStringList entryTexts(const GenApi::CEnumerationPtr &enumeration)
+{
+    GenICam::gcstring_vector symbolics;
+    enumeration->GetSymbolics(symbolics);
+    QStringList texts;
+    for (const GenICam::gcstring &symbolic : symbolics) {
+        if (enumeration->GetEntryByName(symbolic))
+            texts.append(QString::fromUtf8(symbolic.c_str()));
+    }
+    return texts;
+}
+
+void fillEntries(QComboBox *list, GenApi::INode *node)
+{
+    const GenApi::CEnumerationPtr enumeration(node);
+    list->clear();
+    list->addItems(entryTexts(enumeration));
+    const GenApi::CEnumEntryPtr entry(enumeration->GetCurrentEntry());
+    if (entry.IsValid())
+        list->setCurrentIndex(
+            list->findText(QString::fromUtf8(entry->GetSymbolic().c_str()), Qt::MatchExactly | Qt::MatchCaseSensitive));
+}
+
+/// Typed text that is not finished yet counts as far as it makes a valid number.
+QVariant boxValue(QDoubleSpinBox *box)
+{
+    box->interpretText();
+    const auto *integers = qobject_cast<IntegerSpinBox *>(box);
+    return integers ? QVariant(integers->exactValue()) : QVariant(box->value());
+}
+
+/// All 64 bits, so that the highest one survives as the sign.
+QVariant hexValue(const QString &digits)
+{
+    bool isNumber = false;
+    const auto value = static_cast<qint64>(digits.toULongLong(&isNumber, 16));
+    return isNumber ? QVariant(value) : QVariant();
+}
+
+} // namespace
+
+QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
+{
+    switch (kind) {
+    case EditorKind::MacMask:
+        return makeLine(macMask, parent);
+    case EditorKind::Ipv4Mask:
+        return makeLine(ipv4Mask, parent);
+    case EditorKind::HexMask:
+        return makeLine(hexMask, parent);
+    case EditorKind::IntegerBox:
+        return makeIntegerBox(parent);
+    case EditorKind::BooleanList:
+        return makeBooleanList(parent);
+    case EditorKind::CommandButton:
+        return makeButton(parent);
+    case EditorKind::FloatBox:
+        return makeFloatBox(FeatureKinds::floatDecimals(name), parent);
+    case EditorKind::Text:
+        return new QLineEdit(parent);
+    case EditorKind::EntryList:
+        return makeEntryList(parent);
+    case EditorKind::None:
+        break;
+    }
+    return nullptr;
+}
+
+void fill(QWidget *editor, EditorKind kind, GenApi::INode *node)
+{
+    const QSignalBlocker blocker(editor);
+    auto *line = qobject_cast<QLineEdit *>(editor);
+    auto *list = qobject_cast<QComboBox *>(editor);
+    if (auto *integers = qobject_cast<IntegerSpinBox *>(editor)) {
+        if (kind == EditorKind::IntegerBox)
+            fillInteger(integers, node);
+    } else if (auto *box = qobject_cast<QDoubleSpinBox *>(editor)) {
+        if (kind == EditorKind::FloatBox)
+            fillFloat(box, node);
+    } else if (line && (kind == EditorKind::MacMask || kind == EditorKind::Ipv4Mask)) {
+        fillAddress(line, kind, node);
+    } else if (line && kind == EditorKind::HexMask) {
+        fillHex(line, node);
+    } else if (line && kind == EditorKind::Text) {
+        line->setText(QString::fromUtf8(GenApi::CStringPtr(node)->GetValue().c_str()));
+    } else if (list && kind == EditorKind::BooleanList) {
+        list->setCurrentIndex(GenApi::CBooleanPtr(node)->GetValue() ? 1 : 0);
+    } else if (list && kind == EditorKind::EntryList) {
+        fillEntries(list, node);
+    }
+}
+
+QVariant value(QWidget *editor, EditorKind kind)
+{
+    auto *line = qobject_cast<QLineEdit *>(editor);
+    auto *list = qobject_cast<QComboBox *>(editor);
+    auto *box = qobject_cast<QDoubleSpinBox *>(editor);
+    switch (kind) {
+    case EditorKind::HexMask:
+        return line ? hexValue(line->text()) : QVariant();
+    case EditorKind::IntegerBox:
+    case EditorKind::FloatBox:
+        return box ? boxValue(box) : QVariant();
+    case EditorKind::BooleanList:
+        return list ? QVariant(list->currentIndex() != 0) : QVariant();
+    case EditorKind::EntryList:
+        return list ? QVariant(list->currentText()) : QVariant();
+    case EditorKind::Text:
+    case EditorKind::None:
+        return line ? QVariant(line->text()) : QVariant();
+    case EditorKind::MacMask:
+    case EditorKind::Ipv4Mask:
+    case EditorKind::CommandButton:
+        break;
+    }
+    return {};
+}
+
+} // namespace FeatureEditors

@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: MIT
+#include "FeatureTree/FeatureTreeView.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QLoggingCategory>
+#include <QResizeEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QThread>
+#include <QTimer>
+
+#include "FeatureTree/FeatureEditDelegate.h"
+#include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/NodeGuard.h"
+#include "FeatureTree/TreeItem.h"
+#include "FeatureTree/TreeModel.h"
+#include "FeatureTree/VisibilityPass.h"
+#include "ParamterWnd/HostCore.h"
+
+Q_LOGGING_CATEGORY(LOG_FeatureTreeView, "GeniCamera")
+
+namespace {
+
+constexpr int nameColumn = 0;
+constexpr int valueColumn = 1;
+constexpr int refreshMs = 1000;
+constexpr unsigned long commandPauseMs = 100;
+
+TreeItem *itemAt(const QModelIndex &index)
+{
+    const auto *model = qobject_cast<const TreeModel *>(index.model());
+    return model && index.isValid() ? model->getItem(index) : nullptr;
+}
+
+GenApi::INode *nodeAt(const QModelIndex &index)
+{
+    const TreeItem *item = itemAt(index);
+    return item ? item->GetFeaturePtr() : nullptr;
+}
+
+void logFault(const char *message)
+{
+    HostCore::VLogInfo("FeatureTreeView", message, 0);
+}
+
+void logGenICam(const GenICam::GenericException &error)
+{
+    logFault(error.GetDescription());
+}
+
+} // namespace
+
+FeatureTreeView::FeatureTreeView(QWidget *parent)
+    : QTreeView(parent), refreshTimer(new QTimer(this)), delegate(new FeatureEditDelegate(this))
+{
+    setSelectionBehavior(SelectRows);
+    setItemDelegateForColumn(valueColumn, delegate);
+    setItemDelegateForColumn(nameColumn, nullptr);
+    setUniformRowHeights(true);
+
+    connect(refreshTimer, &QTimer::timeout, this, [this] { viewport()->update(); });
+    refreshTimer->start(refreshMs);
+    connect(delegate, &FeatureEditDelegate::CommandClicked, this, &FeatureTreeView::onCommandClicked);
+    connect(this, &QTreeView::expanded, this, &FeatureTreeView::updateViewItemVisiable);
+
+    header()->setSectionResizeMode(QHeaderView::Fixed);
+    header()->setStretchLastSection(false);
+    setEditTriggers(AllEditTriggers);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+FeatureTreeView::~FeatureTreeView()
+{
+    refreshTimer->stop();
+}
+
+void FeatureTreeView::setModel(QAbstractItemModel *newModel)
+{
+    if (model())
+        disconnect(model(), &QAbstractItemModel::dataChanged, this, &FeatureTreeView::onModelDataChanged);
+    if (newModel)
+        connect(newModel, &QAbstractItemModel::dataChanged, this, &FeatureTreeView::onModelDataChanged);
+    QTreeView::setModel(newModel);
+}
+
+void FeatureTreeView::SetFilter(const int &level, const QString &filter)
+{
+    visibilityLevel = level;
+    filterText = filter;
+    if (model())
+        updateViewItemVisiable(model()->index(0, 0));
+}
+
+void FeatureTreeView::updateViewItemVisiable(const QModelIndex &parent)
+{
+    if (delegate->dataDisabled || !itemAt(parent))
+        return;
+    VisibilityPass pass{visibilityLevel, filterText, {}};
+    isSubtreeHidden(parent.siblingAtColumn(nameColumn), pass);
+}
+
+/// Shows and hides the rows under `parent`, then its own row, which goes with its last shown child.
+bool FeatureTreeView::isSubtreeHidden(const QModelIndex &parent, VisibilityPass &pass)
+{
+    TreeItem *item = itemAt(parent);
+    bool isAllHidden = true;
+    for (int row = 0; row < item->childCount(); ++row) {
+        const QModelIndex index = parent.model()->index(row, nameColumn, parent);
+        TreeItem *child = item->child(row);
+        bool isHidden = false;
+        if (child->childCount() > 0) {
+            isHidden = isSubtreeHidden(index, pass);
+        } else {
+            isHidden = !child->getVisiable(pass);
+            hideRow(index, isHidden);
+        }
+        isAllHidden = isAllHidden && isHidden;
+    }
+    hideRow(parent, isAllHidden);
+    return isAllHidden;
+}
+
+void FeatureTreeView::hideRow(const QModelIndex &index, bool hide)
+{
+    if (isRowHidden(index.row(), index.parent()) != hide)
+        setRowHidden(index.row(), index.parent(), hide);
+}
+
+void FeatureTreeView::setViewDataDisable()
+{
+    delegate->dataDisabled = true;
+}
+
+void FeatureTreeView::onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &, const QVector<int> &)
+{
+    GenApi::INode *node = delegate->dataDisabled ? nullptr : nodeAt(topLeft);
+    bool isSelector = false;
+    if (node)
+        guardNode([&] { isSelector = node->GetPrincipalInterfaceType() == GenApi::intfIEnumeration; });
+    if (isSelector)
+        updateViewItemVisiable(currentIndex().parent());
+}
+
+void FeatureTreeView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QTreeView::selectionChanged(selected, deselected);
+    if (!selected.isEmpty())
+        Q_EMIT SigSelectItem(selected.indexes().constFirst());
+}
+
+/// A vertical scroll bar takes its room from the value column.
+void FeatureTreeView::resizeEvent(QResizeEvent *event)
+{
+    const int half = width() / 2;
+    setColumnWidth(nameColumn, half);
+    setColumnWidth(valueColumn, verticalScrollBar()->isVisible() ? viewport()->width() - half : half);
+    QTreeView::resizeEvent(event);
+}
+
+void FeatureTreeView::changeEvent(QEvent *event)
+{
+    if (event->type() != QEvent::LanguageChange) {
+        QTreeView::changeEvent(event);
+        return;
+    }
+    QAbstractItemModel *titles = header()->model();
+    if (!titles)
+        return;
+    titles->setHeaderData(nameColumn, Qt::Horizontal, QCoreApplication::translate("ParamterWidget", "Feature"),
+                          Qt::EditRole);
+    titles->setHeaderData(valueColumn, Qt::Horizontal, QCoreApplication::translate("ParamterWidget", "Value"),
+                          Qt::EditRole);
+}
+
+int FeatureTreeView::sizeHintForColumn(int column) const
+{
+    return QTreeView::sizeHintForColumn(column);
+}
+
+/// F2 on a name edits the value beside it.
+bool FeatureTreeView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event)
+{
+    const QModelIndex value = index.siblingAtColumn(valueColumn);
+    if (trigger != EditKeyPressed || index.column() != nameColumn || !delegate->isEditable(value))
+        return QTreeView::edit(index, trigger, event);
+    setCurrentIndex(value); // opens the editor
+    return true;
+}
+
+/// Tab and Backtab in an editor go from one editable value to the next.
+QModelIndex FeatureTreeView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    if (action != MoveNext && action != MovePrevious)
+        return QTreeView::moveCursor(action, modifiers);
+    QModelIndex index = currentIndex().siblingAtColumn(nameColumn);
+    do {
+        index = action == MoveNext ? indexBelow(index) : indexAbove(index);
+    } while (index.isValid() && !delegate->isEditable(index.siblingAtColumn(valueColumn)));
+    return index.siblingAtColumn(valueColumn);
+}
+
+void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    const bool hadFocus = editor && editor->hasFocus();
+    QTreeView::closeEditor(editor, hint);
+    if (hadFocus && state() != EditingState)
+        setFocus(Qt::OtherFocusReason);
+}
+
+void FeatureTreeView::onCommandClicked()
+{
+    static bool commandBusy = false;
+    if (commandBusy || delegate->dataDisabled)
+        return;
+    GenApi::INode *node = nodeAt(currentIndex());
+    guardNode(
+        [&] {
+            const GenApi::CCommandPtr command(node);
+            if (!command.IsValid() || !FeatureKinds::isWritable(node))
+                return;
+            const QString name = FeatureKinds::nodeName(node);
+            if (name == QLatin1String("TriggerSoftware")) {
+                (*command)();
+                return;
+            }
+            const QScopedValueRollback<bool> busy(commandBusy, true);
+            const QSignalBlocker blocker(delegate);
+            runCommand(name, node);
+        },
+        logGenICam, logFault);
+}
+
+/// A reset goes through the host, which loses the device by it.
+void FeatureTreeView::runCommand(const QString &name, GenApi::INode *node)
+{
+    if (name == QLatin1String("DeviceReset")) {
+        HostCore::SetCameraNodeValue(deviceName.toStdString(), "DeviceReset", "");
+        Q_EMIT commandExecute(name);
+        return;
+    }
+    Q_EMIT commandExecute(name);
+    GenApi::CCommandPtr(node)->Execute();
+    QThread::msleep(commandPauseMs);
+}

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QTreeView>
+
+#include <GenApi/GenApi.h>
+
+class FeatureEditDelegate;
+class QTimer;
+struct VisibilityPass;
+
+/// The feature tree of the attribute tab: shows a TreeModel, repaints each second so that values follow the device,
+/// hides rows by level, name and availability, runs commands. No exception of a node leaves it. GUI thread only.
+///
+/// Its focus policy is Qt::NoFocus, but editors take the focus, and when Enter or Escape closes one, the view has it:
+/// arrow keys then walk the rows, F2 opens the editor of the current row, Tab and Backtab in an editor go on to the
+/// next and previous value that can be edited.
+class FeatureTreeView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit FeatureTreeView(QWidget *parent = nullptr);
+    ~FeatureTreeView() override;
+
+    void setModel(QAbstractItemModel *model) override;
+    /// Shows the rows up to this visibility level (0 Beginner, 1 Expert, 2 Guru) whose name contains the filter.
+    void SetFilter(const int &level, const QString &filter);
+    /// Applies level and filter to the rows under `parent` and to its own row; does nothing for an invalid index.
+    /// Reads each availability node once.
+    void updateViewItemVisiable(const QModelIndex &parent);
+    /// To be called when the device is closed, with TreeModel::dataDisabled set: no node is touched any more.
+    void setViewDataDisable();
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
+
+    QString deviceName; ///< the device of the features, as the host names it; set by the panel
+
+Q_SIGNALS:
+    /// A row was selected; `index` is the first one of the new selection.
+    void SigSelectItem(const QModelIndex &index);
+    /// A command other than TriggerSoftware is being executed.
+    void commandExecute(QString name);
+    /// Never emitted.
+    void triggerModeChanged();
+
+public Q_SLOTS:
+    void onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QVector<int> &roles);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    int sizeHintForColumn(int column) const override;
+    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    bool isSubtreeHidden(const QModelIndex &parent, VisibilityPass &pass);
+    void hideRow(const QModelIndex &index, bool hide);
+    void onCommandClicked();
+    void runCommand(const QString &name, GenApi::INode *node);
+
+    QTimer *refreshTimer;
+    FeatureEditDelegate *delegate;
+    int visibilityLevel = 0;
+    QString filterText;
+};

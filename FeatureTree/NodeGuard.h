@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <exception>
+
+#include <GenApi/GenApi.h>
+
+/// Prints the Qt warning for an error of a node: where it was raised, and its description.
+void warnNodeError(const GenICam::GenericException &error);
+
+/// Runs `access`, which touches nodes, and lets nothing that it throws out: a GenICam exception goes to `onGenICam`,
+/// the text of any other one to `onForeign` (a failing port may throw anything through a node). True if nothing
+/// was thrown.
+template <class Access, class OnGenICam, class OnForeign>
+bool guardNode(Access access, OnGenICam onGenICam, OnForeign onForeign)
+{
+    try {
+        access();
+        return true;
+    } catch (const GenICam::GenericException &error) {
+        onGenICam(error);
+    } catch (const std::exception &error) {
+        onForeign(error.what());
+    } catch (...) {
+        onForeign("unknown exception");
+    }
+    return false;
+}
+
+/// The same for accesses whose failures need no further action.
+template <class Access>
+bool guardNode(Access access)
+{
+    return guardNode(
+        access, [](const GenICam::GenericException &) {}, [](const char *) {});
+}

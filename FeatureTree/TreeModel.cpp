@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "FeatureTree/TreeModel.h"
+
+#include <QCoreApplication>
+
+#include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/FeatureTexts.h"
+#include "FeatureTree/NodeGuard.h"
+#include "FeatureTree/TreeItem.h"
+#include "ParamterWnd/HostCore.h"
+
+namespace {
+
+constexpr int nameColumn = 0;
+constexpr int valueColumn = 1;
+
+QVector<QVariant> titles(const QStringList &headers)
+{
+    QVector<QVariant> cells;
+    for (const QString &header : headers)
+        cells.append(header);
+    return cells;
+}
+
+} // namespace
+
+TreeModel::TreeModel(const QStringList &headers, const GenApi::node_vector &, QObject *parent)
+    : QAbstractItemModel(parent), rootItem(std::make_unique<TreeItem>(titles(headers))),
+      translations(
+          readFeatureTexts(QStringLiteral("%1/translate/feature.txt").arg(QCoreApplication::applicationDirPath())))
+{ }
+
+TreeModel::~TreeModel() = default;
+
+void TreeModel::setFeatureLanguage(int index)
+{
+    language = index;
+    Q_EMIT dataChanged(QModelIndex(), QModelIndex());
+}
+
+QVariant TreeModel::data(const QModelIndex &index, int role) const
+{
+    const bool isText = role == Qt::DisplayRole || role == Qt::EditRole;
+    const bool isToolTip = role == Qt::ToolTipRole && index.column() == nameColumn;
+    if (!index.isValid() || !(isText || isToolTip))
+        return {};
+    TreeItem *item = getItem(index);
+    if (dataDisabled)
+        return item->storedData(index.column());
+    GenApi::INode *node = item->GetFeaturePtr();
+    if (node && index.column() == valueColumn && !isValueShown(node))
+        return {};
+    const QVariant value = item->data(index.column());
+    if (language != 1)
+        return value;
+    const auto translation = translations.constFind(value.toString());
+    return translation == translations.constEnd() ? value : QVariant(translation.value());
+}
+
+bool TreeModel::isValueShown(GenApi::INode *node) const
+{
+    bool isShown = false;
+    guardNode([&] { isShown = node->IsFeature() && FeatureKinds::isWritable(node); },
+              [this](const GenICam::GenericException &error) {
+                  if (rootItem->isNewFault(error.GetDescription()))
+                      warnNodeError(error);
+              },
+              [this](const char *message) {
+                  if (rootItem->isNewFault(message))
+                      HostCore::VLogInfo("TreeModel", message, 0);
+              });
+    return isShown;
+}
+
+bool TreeModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (dataDisabled || (role != Qt::DisplayRole && role != Qt::EditRole))
+        return false;
+    if (!getItem(index)->setData(index.column(), value))
+        return false;
+    Q_EMIT dataChanged(index, index);
+    return true;
+}
+
+Qt::ItemFlags TreeModel::flags(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    const Qt::ItemFlags base = QAbstractItemModel::flags(index);
+    switch (index.column()) {
+    case nameColumn:
+        return base | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled;
+    case valueColumn:
+        return base | Qt::ItemIsEditable;
+    default:
+        return base;
+    }
+}
+
+QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return rootItem->data(section);
+}
+
+bool TreeModel::setHeaderData(int section, Qt::Orientation orientation, const QVariant &value, int role)
+{
+    if (orientation != Qt::Horizontal || role != Qt::EditRole || !rootItem->setData(section, value))
+        return false;
+    Q_EMIT headerDataChanged(orientation, section, section);
+    return true;
+}
+
+QModelIndex TreeModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (parent.isValid() && parent.column() != 0)
+        return {};
+    TreeItem *child = getItem(parent)->child(row);
+    return child ? createIndex(row, column, child) : QModelIndex();
+}
+
+QModelIndex TreeModel::parent(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return {};
+    TreeItem *parentItem = getItem(index)->parent();
+    if (!parentItem || parentItem == rootItem.get())
+        return {};
+    return createIndex(parentItem->childNumber(), 0, parentItem);
+}
+
+int TreeModel::rowCount(const QModelIndex &parent) const
+{
+    return getItem(parent)->childCount();
+}
+
+int TreeModel::columnCount(const QModelIndex &) const
+{
+    return rootItem->columnCount();
+}
+
+bool TreeModel::insertColumns(int position, int columns, const QModelIndex &parent)
+{
+    if (columns < 1 || position < 0 || position > rootItem->columnCount())
+        return false;
+    beginInsertColumns(parent, position, position + columns - 1);
+    const bool isDone = rootItem->insertColumns(position, columns);
+    endInsertColumns();
+    return isDone;
+}
+
+bool TreeModel::removeColumns(int position, int columns, const QModelIndex &parent)
+{
+    if (columns < 1 || position < 0 || columns > rootItem->columnCount() - position)
+        return false;
+    beginRemoveColumns(parent, position, position + columns - 1);
+    const bool isDone = rootItem->removeColumns(position, columns);
+    endRemoveColumns();
+    if (rootItem->columnCount() == 0)
+        removeRows(0, rowCount());
+    return isDone;
+}
+
+bool TreeModel::insertRows(int position, int rows, const QModelIndex &parent)
+{
+    TreeItem *item = getItem(parent);
+    if (rows < 1 || position < 0 || position > item->childCount())
+        return false;
+    beginInsertRows(parent, position, position + rows - 1);
+    const bool isDone = item->insertChildren(position, rows, rootItem->columnCount());
+    endInsertRows();
+    return isDone;
+}
+
+bool TreeModel::removeRows(int position, int rows, const QModelIndex &parent)
+{
+    TreeItem *item = getItem(parent);
+    if (rows < 1 || position < 0 || rows > item->childCount() - position)
+        return false;
+    beginRemoveRows(parent, position, position + rows - 1);
+    const bool isDone = item->removeChildren(position, rows);
+    endRemoveRows();
+    return isDone;
+}
+
+TreeItem *TreeModel::getItem(const QModelIndex &index) const
+{
+    auto *item = index.isValid() ? static_cast<TreeItem *>(index.internalPointer()) : nullptr;
+    return item ? item : rootItem.get();
+}

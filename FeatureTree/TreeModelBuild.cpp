@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+// Building the rows of a TreeModel from the nodes of a device.
+#include "FeatureTree/TreeModel.h"
+
+#include <iostream>
+
+#include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/FeatureValues.h"
+#include "FeatureTree/NodeGuard.h"
+#include "FeatureTree/TreeItem.h"
+#include "ParamterWnd/HostCore.h"
+
+namespace {
+
+/// Categories may list each other in any way; with rowBudget this keeps a faulty description from using up the stack.
+constexpr int deepestCategory = 100;
+
+bool isCategory(GenApi::INode *node)
+{
+    return node->GetPrincipalInterfaceType() == GenApi::intfICategory;
+}
+
+/// The root category, which nothing lists in a sound description.
+bool isRoot(GenApi::INode *node)
+{
+    GenApi::node_vector parents;
+    node->GetParents(parents);
+    return parents.empty() || FeatureKinds::nodeName(node) == QLatin1String("Root");
+}
+
+QString rootText(GenApi::INode *node)
+{
+    const GenICam::gcstring toolTip = node->GetToolTip();
+    return QString::fromUtf8((toolTip.empty() ? node->GetDeviceName() : toolTip).c_str());
+}
+
+/// The nodes that a category lists, in its order.
+GenApi::node_vector listedNodes(GenApi::INode *category)
+{
+    GenApi::value_vector features;
+    GenApi::CCategoryPtr(category)->GetFeatures(features);
+    GenApi::node_vector nodes;
+    for (GenApi::IValue *feature : features) {
+        if (feature)
+            nodes.push_back(feature->GetNode());
+    }
+    return nodes;
+}
+
+} // namespace
+
+void TreeModel::AddModelData(const GenApi::node_vector &nodes, const QString &)
+{
+    if (nodes.empty())
+        return;
+    beginResetModel();
+    setupModelData(nodes, rootItem.get(), true);
+    endResetModel();
+}
+
+void TreeModel::setupModelData(const GenApi::node_vector &nodes, TreeItem *parent, bool useFilter)
+{
+    for (GenApi::INode *node : nodes) {
+        if (node && rowBudget > 0)
+            guardNode([&] { addRow(node, parent, useFilter); });
+    }
+}
+
+bool TreeModel::isRow(GenApi::INode *node) const
+{
+    if (!node->IsFeature())
+        return false;
+    return isTopLevel() ? isRoot(node) : node->GetVisibility() <= GenApi::Guru;
+}
+
+void TreeModel::addRow(GenApi::INode *node, TreeItem *parent, bool useFilter)
+{
+    if (!isRow(node))
+        return;
+    const QString text = isTopLevel() ? rootText(node) : FeatureKinds::nodeName(node);
+    if (isCategory(node))
+        addCategory(node, text, parent, useFilter);
+    else
+        addFeature(node, text, parent, useFilter);
+}
+
+void TreeModel::addFeature(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter)
+{
+    if (useFilter && !FeatureKinds::nodeName(node).contains(filterText, Qt::CaseInsensitive))
+        return;
+    parent->appendChild({text, initialValue(node)})->SetFeature(node);
+    --rowBudget;
+}
+
+void TreeModel::addCategory(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter)
+{
+    if (openCategories.contains(node) || openCategories.size() >= deepestCategory)
+        return;
+    TreeItem *row = parent->appendChild({text, QVariant()});
+    row->SetFeature(node);
+    --rowBudget;
+    const bool isMatch = text.contains(filterText, Qt::CaseInsensitive);
+    openCategories.append(node);
+    guardNode([&] { setupModelData(listedNodes(node), row, useFilter && !isMatch); });
+    openCategories.removeLast();
+    if (useFilter && !isMatch && row->childCount() == 0)
+        parent->removeChildren(row->childNumber(), 1);
+}
+
+QVariant TreeModel::initialValue(GenApi::INode *node)
+{
+    QVariant value;
+    guardNode(
+        [&] {
+            const bool isLocal = node->GetPrincipalInterfaceType() == GenApi::intfIString
+                && FeatureKinds::isLocalText(FeatureKinds::nodeName(node));
+            value = isLocal ? QVariant(QString::fromLocal8Bit(GenApi::CStringPtr(node)->GetValue().c_str()))
+                            : FeatureValues::read(node);
+        },
+        [this](const GenICam::GenericException &error) {
+            if (rootItem->isNewFault(error.GetDescription()))
+                std::cout << error.GetDescription() << std::endl;
+        },
+        [this](const char *message) {
+            if (rootItem->isNewFault(message))
+                HostCore::VLogInfo("TreeItem", message, 0);
+        });
+    return value;
+}
