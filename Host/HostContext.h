@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -8,7 +9,6 @@
 #include <QImage>
 #include <QList>
 #include <QObject>
-#include <QSet>
 #include <QSettings>
 #include <QString>
 #include <QTimer>
@@ -68,7 +68,8 @@ public:
     bool startAcquisition(const QString &id);
     void stopAcquisition(const QString &id);
 
-    /// "English" or "Chinese"; kept in the settings.
+    /// "English" or "Chinese"; kept in the settings. Tells the panel even if nothing changes: a panel starts in
+    /// English.
     void setLanguage(const QString &name);
     QString language() const;
 
@@ -113,13 +114,16 @@ private:
         std::unique_ptr<Device> device;
         bool discovered = false;
         bool ready = false;
+        bool closing = false; ///< announced as closed, not released yet
     };
-    class PendingClose;
 
     Entry *entry(const QString &id);
     const Entry *entry(const QString &id) const;
     void append(std::unique_ptr<Device> device, bool discovered);
     void connectDevice(Device *device);
+    void finishClosing(const QString &id);
+    /// `failure` has places %1 and %2 left for the id and the reason.
+    bool accessNode(const QString &id, const QString &failure, const std::function<void(GenApi::INodeMap &)> &access);
     void mergeFound(const std::vector<FoundDevice> &found);
     void deviceLost(const QString &id, const QString &reason);
     void acquiringChanged(const QString &id);

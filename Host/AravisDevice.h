@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "Host/Device.h"
+#include "Host/DeviceDiscovery.h"
+
+/// A camera that Aravis reaches: GigE Vision, USB3 Vision, or the fake camera of Aravis itself.
+///
+/// A camera that does not answer for 500 ms counts as silent until it answers again (FailFastPort); one whose
+/// control is gone for good is reported by lost().
+class AravisDevice : public Device
+{
+    Q_OBJECT
+
+public:
+    /// What a search tells about a camera.
+    struct Identity
+    {
+        QString id; ///< Aravis' device id
+        QString displayName;
+    };
+
+    explicit AravisDevice(Identity identity, QObject *parent = nullptr);
+    ~AravisDevice() override;
+
+    QString id() const override { return identity.id; }
+    QString displayName() const override { return identity.displayName; }
+    bool open(QString *error) override;
+    void close() override;
+    bool isOpen() const override { return connection != nullptr; }
+    GenApi::INodeMap *nodeMap() const override;
+    bool startAcquisition(QString *error) override;
+    void stopAcquisition() override;
+    bool isAcquiring() const override { return stream != nullptr; }
+
+private:
+    struct Connection;
+    class Stream;
+
+    void reportAnswering(bool answering);
+
+    const Identity identity;
+    std::unique_ptr<Connection> connection;
+    std::unique_ptr<Stream> stream;
+};
+
+/// A finder of the cameras that Aravis sees on all interfaces. It takes about a second.
+/// `withFakeCamera` adds Aravis' in-process fake camera.
+DeviceFinder aravisFinder(bool withFakeCamera = false);

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "Host/DescriptionDevice.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "Host/GenICamGuard.h"
+
+DescriptionDevice::DescriptionDevice(const QString &file, QObject *parent) : Device(parent), path(file) { }
+
+DescriptionDevice::~DescriptionDevice() = default;
+
+QString DescriptionDevice::id() const
+{
+    return QStringLiteral("file:") + QFileInfo(path).absoluteFilePath();
+}
+
+QString DescriptionDevice::displayName() const
+{
+    return QFileInfo(path).fileName();
+}
+
+bool DescriptionDevice::open(QString *error)
+{
+    if (isOpen())
+        return true;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = file.errorString();
+        return false;
+    }
+    const QByteArray description = file.readAll();
+    return guarded(error, [&] { nodes.emplace(description, port); });
+}
+
+void DescriptionDevice::close()
+{
+    nodes.reset();
+    port = SparseMemoryPort();
+}
+
+GenApi::INodeMap *DescriptionDevice::nodeMap() const
+{
+    return nodes ? nodes->get() : nullptr;
+}
+
+bool DescriptionDevice::startAcquisition(QString *error)
+{
+    *error = QStringLiteral("a description file makes no images");
+    return false;
+}

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include <QImage>
+
+/// A picture of a raw frame, for display: gray with 8 bits, or RGB with 8 bits per channel. Bayer frames are shown
+/// as gray. `pixelFormat` is a code of the Pixel Format Naming Convention; lines are not padded.
+/// Null when the format is unknown, or the data is shorter than the size asks for.
+QImage frameImage(uint32_t pixelFormat, int width, int height, const void *data, std::size_t size);

@@ -1,0 +1,395 @@
+// SPDX-License-Identifier: MIT
+#include "Host/HostContext.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QPointer>
+#include <QUrl>
+
+#include "Host/GenICamGuard.h"
+#include "Host/NodeText.h"
+
+namespace {
+
+HostContext *theContext = nullptr;
+
+constexpr int pollInterval = 1000; // ms
+const QString module = QStringLiteral("HostContext");
+const QString languageKey = QStringLiteral("language");
+
+/// What CARD_INFO_STATE reads for a card that can be used.
+const QString usableCard = QStringLiteral("4");
+
+QString flagText(bool flag)
+{
+    return flag ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+QString parameterKey(HostCore::PARAMETER_INFO item)
+{
+    return QStringLiteral("parameter/%1").arg(static_cast<int>(item));
+}
+
+/// Ids may hold slashes and other characters that have a meaning in a settings key.
+QString cameraKey(const QString &id, HostCore::CAM_INFO item)
+{
+    const QString safeId = QString::fromLatin1(QUrl::toPercentEncoding(id));
+    return QStringLiteral("camera/%1/%2").arg(safeId).arg(static_cast<int>(item));
+}
+
+bool isStored(HostCore::CAM_INFO item)
+{
+    return item >= HostCore::CAM_INFO_DISPLAY_FIRST && item <= HostCore::CAM_INFO_DISPLAY_LAST;
+}
+
+std::unique_ptr<QSettings> makeSettings(const QString &file)
+{
+    if (file.isEmpty())
+        return std::make_unique<QSettings>();
+    return std::make_unique<QSettings>(file, QSettings::IniFormat);
+}
+
+HostCore::FOCUS_TYPE focusType(const Device *device)
+{
+    if (!device)
+        return HostCore::FOCUS_TYPE(0);
+    return device->kind() == Device::Kind::Card ? HostCore::FOCUS_CARD : HostCore::FOCUS_CAMERA;
+}
+
+} // namespace
+
+HostContext::HostContext(Options options, QObject *parent) : QObject(parent), store(makeSettings(options.settingsFile))
+{
+    const auto announce = [this](const QStringList &cards, const QStringList &cameras) {
+        eventListeners.raiseDeviceList(cards, cameras);
+    };
+    discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder), announce);
+    connect(discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
+    connect(discovery.get(), &DeviceDiscovery::announced, this, &HostContext::announceFocus);
+    connect(&pollTimer, &QTimer::timeout, this, &HostContext::pollFocused);
+    pollTimer.start(pollInterval);
+    theContext = this;
+}
+
+HostContext::~HostContext()
+{
+    theContext = nullptr;
+    discovery.reset();
+    for (Entry &one : entries) {
+        one.device->disconnect(this);
+        one.device->close();
+    }
+}
+
+HostContext *HostContext::current()
+{
+    return theContext;
+}
+
+QList<Device *> HostContext::devices() const
+{
+    QList<Device *> result;
+    for (const Entry &one : entries)
+        result.append(one.device.get());
+    return result;
+}
+
+Device *HostContext::device(const QString &id) const
+{
+    const Entry *known = entry(id);
+    return known ? known->device.get() : nullptr;
+}
+
+bool HostContext::isReady(const QString &id) const
+{
+    const Entry *known = entry(id);
+    return known && known->ready;
+}
+
+HostContext::Entry *HostContext::entry(const QString &id)
+{
+    return const_cast<Entry *>(std::as_const(*this).entry(id));
+}
+
+const HostContext::Entry *HostContext::entry(const QString &id) const
+{
+    const auto sameId = [&id](const Entry &one) { return one.device->id() == id; };
+    const auto place = std::find_if(entries.begin(), entries.end(), sameId);
+    return place == entries.end() ? nullptr : &*place;
+}
+
+bool HostContext::addDevice(std::unique_ptr<Device> device)
+{
+    if (entry(device->id())) {
+        log(module, QStringLiteral("There is already a device %1").arg(device->id()));
+        return false;
+    }
+    append(std::move(device), false);
+    Q_EMIT deviceListChanged();
+    return true;
+}
+
+void HostContext::append(std::unique_ptr<Device> device, bool discovered)
+{
+    connectDevice(device.get());
+    Entry added;
+    added.device = std::move(device);
+    added.discovered = discovered;
+    entries.push_back(std::move(added));
+}
+
+void HostContext::connectDevice(Device *device)
+{
+    const QString id = device->id();
+    connect(device, &Device::frameReady, this, [this, id](const QImage &frame) {
+        if (isReady(id))
+            Q_EMIT frameReady(id, frame);
+    });
+    connect(device, &Device::acquiringChanged, this, [this, id] { acquiringChanged(id); });
+    connect(device, &Device::lost, this, [this, id](const QString &reason) { deviceLost(id, reason); });
+}
+
+void HostContext::refreshDevices()
+{
+    discovery->search();
+    Q_EMIT refreshingChanged(isRefreshing());
+}
+
+bool HostContext::isRefreshing() const
+{
+    return discovery->isSearching();
+}
+
+void HostContext::mergeFound(const std::vector<FoundDevice> &found)
+{
+    const auto isFound = [&found](const QString &id) {
+        return std::any_of(found.begin(), found.end(), [&id](const FoundDevice &one) { return one.id == id; });
+    };
+    const auto vanished = [&isFound](const Entry &one) {
+        return one.discovered && !one.device->isOpen() && !isFound(one.device->id());
+    };
+    const auto firstGone = std::stable_partition(entries.begin(), entries.end(), std::not_fn(vanished));
+    bool changed = firstGone != entries.end();
+    // Kept until everybody has heard of the new list.
+    std::vector<Entry> gone(std::make_move_iterator(firstGone), std::make_move_iterator(entries.end()));
+    entries.erase(firstGone, entries.end());
+    for (const FoundDevice &one : found) {
+        if (entry(one.id))
+            continue;
+        append(one.create(), true);
+        changed = true;
+    }
+    Q_EMIT refreshingChanged(false);
+    if (!changed)
+        return;
+    Q_EMIT deviceListChanged();
+    discovery->announce(ids(Device::Kind::Card), ids(Device::Kind::Camera));
+}
+
+bool HostContext::open(const QString &id)
+{
+    Entry *known = entry(id);
+    if (!known || known->closing) {
+        log(module, QStringLiteral("Device %1 cannot be opened now").arg(id));
+        return false;
+    }
+    if (known->ready)
+        return true;
+    QString error;
+    if (!known->device->open(&error)) {
+        log(module, QStringLiteral("Opening %1 failed: %2").arg(id, error));
+        return false;
+    }
+    known->ready = true;
+    announceDevices(id);
+    Q_EMIT deviceStateChanged(id);
+    return true;
+}
+
+void HostContext::close(const QString &id)
+{
+    Entry *known = entry(id);
+    if (!known || !known->ready)
+        return;
+    known->ready = false;
+    known->closing = true;
+    announceDevices(id);
+    // The event has left the device's panels to deferred deletion. Deferred deletions run in their order, so the
+    // node map goes when the last user of it has gone.
+    auto *afterPanels = new QObject(this);
+    connect(afterPanels, &QObject::destroyed, this, [this, id] { finishClosing(id); });
+    afterPanels->deleteLater();
+    Q_EMIT deviceStateChanged(id);
+}
+
+void HostContext::finishClosing(const QString &id)
+{
+    Entry *known = entry(id);
+    if (!known)
+        return;
+    known->device->close();
+    known->closing = false;
+    Q_EMIT deviceStateChanged(id);
+}
+
+void HostContext::deviceLost(const QString &id, const QString &reason)
+{
+    if (!isReady(id))
+        return;
+    log(module, QStringLiteral("Device %1 is lost: %2").arg(id, reason));
+    close(id);
+}
+
+void HostContext::setFocus(const QString &id)
+{
+    focusId = entry(id) ? id : QString();
+    announceFocus();
+    Q_EMIT focusChanged(focusId);
+}
+
+bool HostContext::startAcquisition(const QString &id)
+{
+    Device *const wanted = isReady(id) ? device(id) : nullptr;
+    QString error = QStringLiteral("the device is not open");
+    if (wanted && wanted->startAcquisition(&error))
+        return true;
+    log(module, QStringLiteral("Starting acquisition of %1 failed: %2").arg(id, error));
+    return false;
+}
+
+void HostContext::stopAcquisition(const QString &id)
+{
+    if (isReady(id))
+        device(id)->stopAcquisition();
+}
+
+void HostContext::acquiringChanged(const QString &id)
+{
+    if (isReady(id))
+        announceDevices(id);
+    Q_EMIT deviceStateChanged(id);
+}
+
+QStringList HostContext::ids(Device::Kind kind, const QString &first) const
+{
+    QStringList result;
+    for (const Entry &one : entries) {
+        if (one.device->kind() == kind)
+            result.insert(one.device->id() == first ? 0 : result.size(), one.device->id());
+    }
+    return result;
+}
+
+void HostContext::announceDevices(const QString &changed)
+{
+    // A panel looks at the first card only.
+    eventListeners.raiseDeviceList(ids(Device::Kind::Card, changed), ids(Device::Kind::Camera));
+    // A camera that is listed as closed makes the panel show nothing, whoever has the focus.
+    announceFocus();
+}
+
+void HostContext::announceFocus()
+{
+    eventListeners.raiseFocus(focusType(device(focusId)), focusId);
+}
+
+void HostContext::pollFocused()
+{
+    if (!isReady(focusId))
+        return;
+    QString error;
+    if (!guarded(&error, [this] { device(focusId)->nodeMap()->Poll(pollInterval); }))
+        log(module, QStringLiteral("Polling %1 failed: %2").arg(focusId, error));
+}
+
+void HostContext::setLanguage(const QString &name)
+{
+    store->setValue(languageKey, name);
+    eventListeners.raiseLanguage(name);
+    Q_EMIT languageChanged(name);
+}
+
+QString HostContext::language() const
+{
+    return store->value(languageKey, QStringLiteral("English")).toString();
+}
+
+void HostContext::log(const QString &reporter, const QString &message, int level)
+{
+    const QDateTime time = QDateTime::currentDateTime();
+    QMetaObject::invokeMethod(this, [=] { Q_EMIT logLine(time, reporter, message, level); });
+}
+
+QString HostContext::cameraInfo(const QString &id, HostCore::CAM_INFO item) const
+{
+    const Entry *known = entry(id);
+    if (!known || known->device->kind() != Device::Kind::Camera)
+        return {};
+    switch (item) {
+    case HostCore::CAM_INFO_OPENED:
+    case HostCore::CAM_INFO_READY:
+        return flagText(known->ready);
+    case HostCore::CAM_INFO_TYPE_CODE:
+        return known->device->typeCode();
+    case HostCore::CAM_INFO_ACQUISITION:
+        return flagText(known->device->isAcquiring());
+    default:
+        return isStored(item) ? store->value(cameraKey(id, item)).toString() : QString();
+    }
+}
+
+void HostContext::setCameraInfo(const QString &id, HostCore::CAM_INFO item, const QString &value)
+{
+    if (isStored(item))
+        store->setValue(cameraKey(id, item), value);
+}
+
+QString HostContext::cardInfo(const QString &id, HostCore::CARD_INFO item) const
+{
+    const Entry *known = entry(id);
+    if (!known || known->device->kind() != Device::Kind::Card)
+        return {};
+    if (item == HostCore::CARD_INFO_STATE)
+        return usableCard;
+    return item == HostCore::CARD_INFO_OPEN ? flagText(known->ready) : QString();
+}
+
+QString HostContext::parameterInfo(HostCore::PARAMETER_INFO item) const
+{
+    return store->value(parameterKey(item)).toString();
+}
+
+void HostContext::setParameterInfo(HostCore::PARAMETER_INFO item, const QString &value)
+{
+    store->setValue(parameterKey(item), value);
+}
+
+GenApi::INodeMap *HostContext::nodeMap(HostCore::FOCUS_TYPE type, const QString &id) const
+{
+    const Device *known = isReady(id) ? device(id) : nullptr;
+    return known && focusType(known) == type ? known->nodeMap() : nullptr;
+}
+
+bool HostContext::readNode(const QString &id, const QString &node, QString *value)
+{
+    const auto read = [&](GenApi::INodeMap &map) { *value = readNodeText(map, node); };
+    return accessNode(id, QStringLiteral("Reading %1 of %2 failed: %3").arg(node), read);
+}
+
+bool HostContext::writeNode(const QString &id, const QString &node, const QString &value)
+{
+    const auto write = [&](GenApi::INodeMap &map) { writeNodeText(map, node, value); };
+    return accessNode(id, QStringLiteral("Writing %1 of %2 failed: %3").arg(node), write);
+}
+
+bool HostContext::accessNode(const QString &id, const QString &failure,
+                             const std::function<void(GenApi::INodeMap &)> &access)
+{
+    const Device *known = isReady(id) ? device(id) : nullptr;
+    QString error = QStringLiteral("the device is not open");
+    if (known && guarded(&error, [&] { access(*known->nodeMap()); }))
+        return true;
+    log(module, failure.arg(id, error));
+    return false;
+}

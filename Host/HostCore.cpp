@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWnd/HostCore.h"
+
+#include "Host/HostContext.h"
+
+// The functions of HostCore.h for this host: forwards to the current HostContext. Without one there are no devices,
+// listeners are not kept and nothing is logged.
+
+namespace {
+
+QString text(const std::string &utf8)
+{
+    return QString::fromStdString(utf8);
+}
+
+constexpr int success = 0;
+constexpr int failure = -1;
+
+template <class Forward>
+void withContext(Forward forward)
+{
+    if (HostContext *context = HostContext::current())
+        forward(*context);
+}
+
+/// The answer of `question`, or an empty text without a context.
+template <class Question>
+std::string answer(Question question)
+{
+    const HostContext *context = HostContext::current();
+    return context ? question(*context).toStdString() : std::string();
+}
+
+} // namespace
+
+namespace HostCore {
+
+void RegisterDeviceListUpdateListener(IDeviceListUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().deviceList.add(listener); });
+}
+
+void RegisterFocusUpdateListener(IFocusUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().focus.add(listener); });
+}
+
+void RegisterLangUpdateListener(ILangUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().language.add(listener); });
+}
+
+void RegisterROIUpdateListener(IROIDrawUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().regions.add(listener); });
+}
+
+void RegisterImageModeUpdateListener(IImageModeUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().imageMode.add(listener); });
+}
+
+void RegisterImportUpdateListener(IImportUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().import.add(listener); });
+}
+
+void UnRegisterDeviceListUpdateListener(IDeviceListUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().deviceList.remove(listener); });
+}
+
+void UnRegisterFocusUpdateListener(IFocusUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().focus.remove(listener); });
+}
+
+void UnRegisterLangUpdateListener(ILangUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().language.remove(listener); });
+}
+
+void UnRegisterROIUpdateListener(IROIDrawUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().regions.remove(listener); });
+}
+
+void UnRegisterImageModeUpdateListener(IImageModeUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().imageMode.remove(listener); });
+}
+
+void UnRegisterImportUpdateListener(IImportUpdate *listener)
+{
+    withContext([=](HostContext &host) { host.listeners().import.remove(listener); });
+}
+
+std::string GetCameraInfo(std::string deviceKey, CAM_INFO item)
+{
+    return answer([&](const HostContext &host) { return host.cameraInfo(text(deviceKey), item); });
+}
+
+void SetCameraInfo(std::string deviceKey, CAM_INFO item, const std::string &value)
+{
+    withContext([&](HostContext &host) { host.setCameraInfo(text(deviceKey), item, text(value)); });
+}
+
+std::string GetCardInfo(std::string deviceKey, CARD_INFO item)
+{
+    return answer([&](const HostContext &host) { return host.cardInfo(text(deviceKey), item); });
+}
+
+std::string GetParamterInfo(PARAMETER_INFO item)
+{
+    return answer([&](const HostContext &host) { return host.parameterInfo(item); });
+}
+
+void SetParamterInfo(PARAMETER_INFO item, std::string value)
+{
+    withContext([&](HostContext &host) { host.setParameterInfo(item, text(value)); });
+}
+
+GenApi::INodeMap *GetAttrNodeMap(FOCUS_TYPE type, std::string deviceKey, NodeMapType kind)
+{
+    const HostContext *host = HostContext::current();
+    return host && kind == NODE_MAP_DEVICE ? host->nodeMap(type, text(deviceKey)) : nullptr;
+}
+
+int GetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string &value)
+{
+    HostContext *host = HostContext::current();
+    QString read;
+    if (!host || !host->readNode(text(deviceKey), text(nodeName), &read))
+        return failure;
+    value = read.toStdString();
+    return success;
+}
+
+int SetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string value)
+{
+    HostContext *host = HostContext::current();
+    return host && host->writeNode(text(deviceKey), text(nodeName), text(value)) ? success : failure;
+}
+
+// This host's image view draws no regions: every request is refused, and there is none to move or remove.
+int DrawROI(std::string deviceKey, int, int, int, int, int &, bool &status, int, int)
+{
+    status = false;
+    VLogInfo("HostCore", "The image view cannot draw a region for " + deviceKey, 0);
+    return failure;
+}
+
+void RomoveROI(std::string, int) { }
+
+void SetROIPos(std::string, int, int, int, int, int) { }
+
+void StartGrab(std::string deviceKey)
+{
+    withContext([&](HostContext &host) {
+        const auto start = [&host, id = text(deviceKey)] { host.startAcquisition(id); };
+        QMetaObject::invokeMethod(&host, start);
+    });
+}
+
+void SetCameraImageMode(std::string deviceKey, int mode, bool)
+{
+    withContext([&](HostContext &host) { Q_EMIT host.imageModeRequested(text(deviceKey), mode); });
+}
+
+void SetSLImageShowMode(std::string deviceKey, int mode)
+{
+    withContext([&](HostContext &host) { Q_EMIT host.imageModeRequested(text(deviceKey), mode); });
+}
+
+void NotifyCorrection(std::string deviceKey, int kind, float value, void *)
+{
+    VLogInfo("HostCore",
+             "Correction " + std::to_string(kind) + " with " + std::to_string(value) + " is not supported by "
+                 + deviceKey,
+             0);
+}
+
+void VLogInfo(const std::string &module, const std::string &message, int level)
+{
+    withContext([&](HostContext &host) { host.log(text(module), text(message), level); });
+}
+
+} // namespace HostCore

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "Host/HostListeners.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> narrow(const QStringList &texts)
+{
+    std::vector<std::string> result;
+    result.reserve(static_cast<std::size_t>(texts.size()));
+    for (const QString &text : texts)
+        result.push_back(text.toStdString());
+    return result;
+}
+
+/// The event source under which a host reports the lists of its devices.
+constexpr int deviceListSource = 1;
+
+} // namespace
+
+void HostListeners::raiseDeviceList(const QStringList &cards, const QStringList &cameras)
+{
+    deviceList.forEach([&](auto *listener) { listener->OnUpdate(deviceListSource, narrow(cards), narrow(cameras)); });
+}
+
+void HostListeners::raiseFocus(HostCore::FOCUS_TYPE type, const QString &id)
+{
+    focus.forEach([&](auto *listener) { listener->OnUpdate(type, id.toStdString()); });
+}
+
+void HostListeners::raiseLanguage(const QString &name)
+{
+    language.forEach([&](auto *listener) { listener->OnUpdate(name.toStdString()); });
+}
+
+void HostListeners::raiseImageMode(const QString &id, int mode)
+{
+    imageMode.forEach([&](auto *listener) { listener->OnUpdate(id.toStdString(), mode); });
+}
+
+void HostListeners::raiseImport(const QString &id)
+{
+    import.forEach([&](auto *listener) { listener->OnUpdate(id.toStdString());
+});
+}
