@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/AttributeTab.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <QComboBox>
+#include <QIcon>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QTextBrowser>
+#include <QToolButton>
+
+#include "FeatureTree/FeatureTreeView.h"
+#include "FeatureTree/TreeItem.h"
+#include "FeatureTree/TreeModel.h"
+#include "ParamterWidget/FeatureDescription.h"
+#include "ParamterWidget/PanelContext.h"
+#include "ParamterWidget/ParamterForm.h"
+#include "ParamterWnd/HostCore.h"
+#include "Resources/Icons.h"
+
+namespace {
+
+/// Property of the folding button: true when the tree is folded, so that the next click unfolds it.
+constexpr const char *CollapseProperty = "collapse";
+
+constexpr int TopCategoryOpen = 0;
+constexpr int TwoLevelsOpen = 1;
+
+int storedLevel()
+{
+    return attributeLevelFromText(HostCore::GetParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL));
+}
+
+} // namespace
+
+int attributeLevelFromText(const std::string &text)
+{
+    constexpr int base = 10;
+    return static_cast<int>(
+        std::clamp(std::strtol(text.c_str(), nullptr, base), long(GenApi::Beginner), long(GenApi::Guru)));
+}
+
+AttributeTab::AttributeTab(const PanelContext &context, const Ui_ParamterWidget &form, QTextBrowser *descriptionPane)
+    : m_context(context), m_form(form), m_descriptionPane(descriptionPane)
+{
+    m_form.toolButton->setProperty(CollapseProperty, true);
+}
+
+AttributeTab::~AttributeTab() = default;
+
+void AttributeTab::build(GenApi::INodeMap *nodeMap)
+{
+    {
+        const QSignalBlocker blocker(m_form.cboboxLevel);
+        m_form.cboboxLevel->setCurrentIndex(storedLevel());
+    }
+    GenApi::NodeList_t nodes;
+    nodeMap->GetNodes(nodes);
+    auto model = std::make_unique<TreeModel>(QStringList{tr("Feature"), tr("Value")}, nodes);
+    model->AddModelData(nodes, QString());
+
+    FeatureTreeView *const view = m_form.widget_featrue;
+    view->setModel(model.get());
+    m_model = std::move(model);
+    view->expandToDepth(TopCategoryOpen);
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    view->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    applyFilter();
+}
+
+void AttributeTab::filter(bool searching)
+{
+    const std::string level = std::to_string(m_form.cboboxLevel->currentIndex());
+    HostCore::SetParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, level);
+    if (!m_model || m_disabled || !m_context.nodeMap())
+        return;
+    if (searching) {
+        if (isFolded())
+            m_form.toolButton->click();
+        m_form.widget_featrue->expandAll();
+    }
+    applyFilter();
+}
+
+void AttributeTab::toggleFolding()
+{
+    setFolded(!isFolded());
+}
+
+void AttributeTab::describe(const QModelIndex &index)
+{
+    if (!m_model || m_disabled || index.model() != m_model.get())
+        return;
+    if (GenApi::INode *const node = m_model->getItem(index)->GetFeaturePtr())
+        m_descriptionPane->setText(featureDescription(node));
+}
+
+void AttributeTab::selectStoredLevel()
+{
+    m_form.cboboxLevel->setCurrentIndex(storedLevel());
+}
+
+void AttributeTab::retranslate()
+{
+    m_form.toolButton->setText(isFolded() ? tr("Expand") : tr("Collapse"));
+}
+
+void AttributeTab::disable()
+{
+    m_disabled = true;
+    if (m_model)
+        m_model->dataDisabled = true;
+    m_form.widget_featrue->setViewDataDisable();
+}
+
+bool AttributeTab::isFolded() const
+{
+    return m_form.toolButton->property(CollapseProperty).toBool();
+}
+
+void AttributeTab::setFolded(bool folded)
+{
+    m_form.widget_featrue->expandToDepth(folded ? TopCategoryOpen : TwoLevelsOpen);
+    m_form.toolButton->setIcon(QIcon(folded ? Icons::Fold : Icons::Unfold));
+    m_form.toolButton->setProperty(CollapseProperty, folded);
+    retranslate();
+}
+
+void AttributeTab::applyFilter()
+{
+    m_form.widget_featrue->SetFilter(m_form.cboboxLevel->currentIndex(), m_form.edit_search->text());
+}

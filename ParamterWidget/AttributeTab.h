@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <QCoreApplication>
+#include <QModelIndex>
+#include <QString>
+
+#include <GenApi/GenApi.h>
+
+class TreeModel;
+class QComboBox;
+class QTextBrowser;
+class Ui_ParamterWidget;
+struct PanelContext;
+
+/// The visibility level that a host stored as text: the leading decimal integer, brought into the range
+/// 0 (Beginner) to 2 (Guru); 0 for a text that does not start with one.
+int attributeLevelFromText(const std::string &text);
+
+/// The attribute tab of a panel: builds the feature tree of a device, filters and folds it, and describes the
+/// selected feature. The level that the user chooses is stored by the host.
+///
+/// Owns the tree's model. GUI thread only; exceptions of the host or of GenICam leave its functions.
+class AttributeTab
+{
+    Q_DECLARE_TR_FUNCTIONS(ParamterWidget)
+
+public:
+    /// `form` must be built, and context and widgets must outlive the tab.
+    AttributeTab(const PanelContext &context, const Ui_ParamterWidget &form, QTextBrowser *descriptionPane);
+    ~AttributeTab();
+
+    /// Shows the features of `nodeMap` (not null) in place of those shown before, with the stored level.
+    void build(GenApi::INodeMap *nodeMap);
+    /// Stores the chosen level and hides the rows that level and search text exclude. With `searching` the whole
+    /// tree is unfolded first. Does not touch the tree when the host has no node map for the device.
+    void filter(bool searching);
+    /// Unfolds two levels, or folds back to the top-level category.
+    void toggleFolding();
+    /// Puts the description of the row's feature into the description pane; leaves the pane as it is for a row
+    /// without a node.
+    void describe(const QModelIndex &index);
+    /// Selects the stored level. A changed level filters the tree.
+    void selectStoredLevel();
+    /// Sets the texts that depend on the folding state again, after the form has set its own.
+    void retranslate();
+    /// From now on the tree shows the values read last and nothing here reads the device any more.
+    void disable();
+
+private:
+    bool isFolded() const;
+    void setFolded(bool folded);
+    void applyFilter();
+
+    const PanelContext &m_context;
+    const Ui_ParamterWidget &m_form;
+    QTextBrowser *m_descriptionPane;
+    std::unique_ptr<TreeModel> m_model;
+    bool m_disabled = false;
+};

@@ -1,0 +1,344 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/ParamterWidget.h"
+
+#include <chrono>
+
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QFile>
+#include <QIcon>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QSplitter>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QWidgetAction>
+
+#include "FeatureTree/FeatureTreeView.h"
+#include "ParamterWidget/AttributeTab.h"
+#include "ParamterWidget/FormStyleSheets.h"
+#include "ParamterWidget/Guarded.h"
+#include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/ParamterForm.h"
+#include "ParamterWidget/RoiDrawing.h"
+#include "ParamterWidget/SoftTrigger.h"
+#include "ParamterWnd/HostCore.h"
+#include "Resources/Icons.h"
+#include "ToolPage/CTabWidget.h"
+#include "ToolPage/CToolBox.h"
+#include "ToolPage/CToolPage.h"
+#include "ToolPage/SelectedButton.h"
+#include "ToolPage/SwitchButton.h"
+#include "ToolPage/ToolPageWidgetItem.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr const char *Module = "ParamterWidget";
+
+/// Device type of cameras without curated pages.
+constexpr const char *AttributeTabOnlyType = "4";
+
+constexpr auto LiveRefreshPeriod = 1500ms;
+constexpr int PanelMinimumWidth = 200;
+constexpr int FoldButtonWidthEnglish = 85;
+constexpr int FoldButtonWidthChinese = 60;
+constexpr int TreeStretch = 3;
+constexpr int DescriptionStretch = 1;
+
+/// The tool boxes that hold pages of area-scan cameras; the fourth one is not one of them.
+constexpr int AreaScanToolBoxes = 3;
+
+QString panelStyleSheet()
+{
+    QFile file(Icons::PanelStyleSheet);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+} // namespace
+
+ParamterWidget::ParamterWidget(QWidget *parent)
+    : QWidget(parent), m_descriptionPane(new QTextBrowser(this)), m_unplacedControls(new QWidget(this)),
+      m_softTrigger(std::make_unique<SoftTrigger>(m_context, m_unplacedControls)),
+      m_roiDrawing(std::make_unique<RoiDrawing>(m_unplacedControls)), m_ui(std::make_unique<Ui_ParamterWidget>())
+{
+    m_unplacedControls->hide();
+    m_ui->setupUi(this);
+    m_context.toolBoxes = {m_ui->firstToolBox, m_ui->secondToolBox, m_ui->thirdToolBox, m_ui->fourthToolBox};
+    m_attributeTab = std::make_unique<AttributeTab>(m_context, *m_ui, m_descriptionPane);
+
+    setStyleSheet(panelStyleSheet());
+    setMinimumWidth(PanelMinimumWidth);
+    setFocusPolicy(Qt::StrongFocus);
+    setUpFilterBar();
+    setUpDescriptionPane();
+    setUpTabs();
+    connectControls();
+    m_liveRefreshTimer.start(LiveRefreshPeriod);
+}
+
+ParamterWidget::~ParamterWidget() = default;
+
+void ParamterWidget::setUpFilterBar()
+{
+    auto *const searchButton = new QPushButton(m_ui->edit_search);
+    searchButton->setCursor(Qt::ArrowCursor);
+    searchButton->setFocusPolicy(Qt::NoFocus);
+    searchButton->setStyleSheet(StyleSheets::SearchButton);
+    auto *const searchAction = new QWidgetAction(m_ui->edit_search);
+    searchAction->setDefaultWidget(searchButton);
+    m_ui->edit_search->addAction(searchAction, QLineEdit::LeadingPosition);
+
+    m_ui->toolButton->setIcon(QIcon(Icons::Fold));
+    m_ui->toolButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_ui->toolButton->setLayoutDirection(Qt::RightToLeft);
+    m_ui->toolButton->setStyleSheet(StyleSheets::FoldButton);
+}
+
+void ParamterWidget::setUpDescriptionPane()
+{
+    m_ui->widget_attrInfo->setStretchEnable(true);
+    m_ui->widget_attrInfo->setAutoStretchEnable(true);
+    m_descriptionPane->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_descriptionPane->setAccessibleName(tr("Parameter Description"));
+    m_ui->widget_attrInfo->addWidget(tr("Parameter Description"), QString(), m_descriptionPane);
+    m_ui->splitter->setStretchFactor(0, TreeStretch);
+    m_ui->splitter->setStretchFactor(1, DescriptionStretch);
+}
+
+void ParamterWidget::setUpTabs()
+{
+    while (m_ui->tabWidget->count() > 0)
+        m_ui->tabWidget->removeTab(m_ui->tabWidget->count() - 1);
+    m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabPannel), tr("Common Attribute"));
+    m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabAttribute), tr("All Attribute"));
+}
+
+void ParamterWidget::connectControls()
+{
+    connect(m_ui->edit_search, &QLineEdit::textChanged, this, &ParamterWidget::on_filter_changed);
+    connect(m_ui->cboboxLevel, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &ParamterWidget::on_filter_changed);
+    connect(m_ui->toolButton, &QToolButton::clicked, this, &ParamterWidget::onCollapseButtonClicked);
+    connect(m_ui->widget_featrue, &FeatureTreeView::SigSelectItem, this, &ParamterWidget::onSigSelectItemClick);
+
+    connect(m_softTrigger->switchButton(), &SwitchButton::clicked, this, &ParamterWidget::onTriggerSwitchButtonClicked);
+    connect(m_softTrigger->timer(), &QTimer::timeout, this, &ParamterWidget::onTriggerTimeout);
+    connect(m_roiDrawing->selectButton(), &SelectedButton::clicked, this, &ParamterWidget::onRoiSelectedButtonClicked);
+    connect(m_roiDrawing->drawButton(), &QPushButton::clicked, this, &ParamterWidget::onExecDrawButtonClicked);
+    for (QSpinBox *coordinate : m_roiDrawing->coordinates())
+        connect(coordinate, qOverload<int>(&QSpinBox::valueChanged), this,
+                &ParamterWidget::onDrawParametersButtonClicked);
+
+    connect(&m_liveRefreshTimer, &QTimer::timeout, this, &ParamterWidget::onRealUpdateTimerTimeout);
+    for (QTabWidget *tabs : {m_ui->tabMainWidget, static_cast<QTabWidget *>(m_ui->tabWidget)})
+        connect(tabs, &QTabWidget::currentChanged, this, &ParamterWidget::onTabWidgetIndexChanged);
+}
+
+void ParamterWidget::initUI(QString device)
+{
+    m_context.deviceName = device;
+    m_ui->widget_featrue->deviceName = device;
+    guarded(Module, [this] { init2DParameterUI(); });
+    for (QAbstractSpinBox *spinBox : findChildren<QAbstractSpinBox *>())
+        spinBox->setContextMenuPolicy(Qt::NoContextMenu);
+}
+
+void ParamterWidget::init2DParameterUI()
+{
+    m_ui->tabWidget->addTab(m_ui->firstToolBox, tr("Commom"));
+    m_ui->tabWidget->addTab(m_ui->secondToolBox, tr("Trigger"));
+    m_ui->tabWidget->addTab(m_ui->thirdToolBox, tr("Advance"));
+
+    GenApi::INodeMap *const nodeMap = m_context.nodeMap();
+    const bool attributesOnly = m_context.card
+        || HostCore::GetCameraInfo(m_context.deviceKey(), HostCore::CAM_INFO_TYPE_CODE) == AttributeTabOnlyType;
+    if (!nodeMap)
+        return;
+    if (attributesOnly)
+        m_ui->tabMainWidget->setCurrentWidget(m_ui->tabAttribute);
+    else
+        guarded(Module, [&] {
+            commonAttributeInit(nodeMap);
+            triggerInit(nodeMap);
+            advancedSettingsInit(nodeMap);
+        });
+    parameterTreeViewInit(nodeMap);
+}
+
+void ParamterWidget::commonAttributeInit(GenApi::INodeMap *) { }
+
+void ParamterWidget::triggerInit(GenApi::INodeMap *) { }
+
+void ParamterWidget::advancedSettingsInit(GenApi::INodeMap *) { }
+
+void ParamterWidget::parameterTreeViewInit(GenApi::INodeMap *nodeMap)
+{
+    guarded(Module, [&] { m_attributeTab->build(nodeMap); });
+}
+
+void ParamterWidget::retranslate(int language)
+{
+    m_ui->widget_attrInfo->setText(tr("Parameter Description"));
+    {
+        const QSignalBlocker blocker(m_ui->cboboxLevel);
+        m_ui->retranslateUi(this);
+    }
+    m_attributeTab->retranslate();
+    m_ui->toolButton->setFixedWidth(language == 0 ? FoldButtonWidthEnglish : FoldButtonWidthChinese);
+    m_ui->tabWidget->setTabText(0, tr("Commom"));
+    m_ui->tabWidget->setTabText(1, tr("Trigger"));
+    m_ui->tabWidget->setTabText(2, tr("Advance"));
+    for (int i = 0; i < AreaScanToolBoxes; ++i)
+        m_context.toolBoxes.at(i)->setLanguage(language);
+    m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabPannel), tr("Common Attribute"));
+    m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabAttribute), tr("All Attribute"));
+    m_context.language = language;
+    describeSelectedRow();
+}
+
+void ParamterWidget::setPanelWidgetVisiable(bool visible)
+{
+    QTabWidget *const tabs = m_ui->tabMainWidget;
+    const int index = tabs->indexOf(m_ui->tabPannel);
+    if (!visible)
+        tabs->removeTab(index);
+    else if (index < 0)
+        tabs->insertTab(0, m_ui->tabPannel, tr("Common Attribute"));
+}
+
+void ParamterWidget::setAllDetailWidgetVisiable(bool visible)
+{
+    QTabWidget *const tabs = m_ui->tabMainWidget;
+    const int index = tabs->indexOf(m_ui->tabAttribute);
+    if (!visible)
+        tabs->removeTab(index);
+    else if (index < 0)
+        tabs->addTab(m_ui->tabAttribute, tr("All Attribute"));
+}
+
+void ParamterWidget::setParamterViewDisable()
+{
+    m_disabled = true;
+    m_attributeTab->disable();
+    m_liveRefreshTimer.stop();
+    m_softTrigger->disable();
+}
+
+void ParamterWidget::updateWidget(bool)
+{
+    guarded(Module, [this] { updateToolBoxes(); });
+    if (!m_roiDrawing->isDrawing())
+        return;
+    for (QWidget *widget : m_context.roiHiddenWidgets)
+        widget->hide();
+}
+
+void ParamterWidget::updateToolBoxes()
+{
+    for (int i = 0; i < AreaScanToolBoxes; ++i)
+        m_context.toolBoxes.at(i)->updateWidget();
+}
+
+void ParamterWidget::startAcquireOperation()
+{
+    m_roiDrawing->lock();
+    if (m_context.userSetLoadRow)
+        m_context.userSetLoadRow->setWidgetItemEnable(false);
+}
+
+void ParamterWidget::stopAcquireOperation()
+{
+    m_roiDrawing->unlock();
+    if (m_context.userSetLoadRow)
+        m_context.userSetLoadRow->setWidgetItemEnable(true);
+}
+
+void ParamterWidget::imageModeChangedUpdate(int) { }
+
+void ParamterWidget::updateAttributeLevel()
+{
+    guarded(Module, [this] { m_attributeTab->selectStoredLevel(); });
+}
+
+void ParamterWidget::setDrawRoiPos(int, int, int, int) { }
+
+int ParamterWidget::getCameraNodeInfo(QString nodeName, int &value, int &min, int &max, int &inc)
+{
+    return GetCameraIntNodeInfo(m_context.deviceName, nodeName, value, min, max, inc);
+}
+
+int ParamterWidget::setCameraNodeValue(QString nodeName, int value)
+{
+    return SetCameraIntNodeValue(m_context.deviceName, nodeName, value);
+}
+
+GenApi::INode *ParamterWidget::getValidNodeFromName(QString name, GenApi::INodeMap *nodeMap)
+{
+    return FindNodeByLogicalName(name, nodeMap);
+}
+
+void ParamterWidget::on_filter_changed()
+{
+    const bool searching = sender() == m_ui->edit_search;
+    guarded(Module, [&] { m_attributeTab->filter(searching); });
+}
+
+void ParamterWidget::onSigSelectItemClick(QModelIndex index)
+{
+    guarded(Module, [&] { m_attributeTab->describe(index); });
+}
+
+void ParamterWidget::onTriggerSwitchButtonClicked()
+{
+    m_softTrigger->follow(qobject_cast<SwitchButton *>(sender()));
+}
+
+void ParamterWidget::onTriggerTimeout()
+{
+    guarded(Module, [this] { m_softTrigger->fire(); });
+}
+
+void ParamterWidget::onCollapseButtonClicked()
+{
+    if (sender())
+        guarded(Module, [this] { m_attributeTab->toggleFolding(); });
+}
+
+void ParamterWidget::onToolPageWidgetItemClicked()
+{
+    m_context.selectedRow = qobject_cast<ToolPageWidgetItem *>(sender());
+    describeSelectedRow();
+}
+
+void ParamterWidget::onTabWidgetIndexChanged()
+{
+    if (isFirstPageInView() && !m_disabled)
+        m_liveRefreshTimer.start();
+    else
+        m_liveRefreshTimer.stop();
+}
+
+void ParamterWidget::onRealUpdateTimerTimeout()
+{
+    for (ToolPageWidgetItem *row : m_context.liveRows)
+        guarded(Module, [row] { row->updateWidget(true); });
+}
+
+void ParamterWidget::on2DGrabOutputChanged(int, bool) { }
+
+void ParamterWidget::on2DShowTypeChanged(int) { }
+
+bool ParamterWidget::isFirstPageInView() const
+{
+    return m_ui->tabMainWidget->currentIndex() == 0 && m_ui->tabWidget->currentIndex() == 0;
+}
+
+void ParamterWidget::describeSelectedRow()
+{
+    if (m_context.selectedRow)
+        m_descriptionPane->setText(m_context.selectedRow->getDescription(m_context.language == 0 ? 0 : 1));
+}

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include <QModelIndex>
+#include <QTimer>
+#include <QWidget>
+
+#include <GenApi/GenApi.h>
+
+#include "ParamterWidget/PanelContext.h"
+
+class AttributeTab;
+class QTextBrowser;
+class RoiDrawing;
+class SoftTrigger;
+class ToolPageWidgetItem;
+class Ui_ParamterWidget;
+
+/// The parameter panel of one device, or the empty panel that is shown when no device has the focus.
+///
+/// The owner sets the device kind, calls initUI() once and then passes the host's events on. Nodes are borrowed
+/// from the host: setParamterViewDisable() must be called before the device's node map goes.
+/// GUI thread only. No exception leaves its functions or slots; failures are logged through HostCore::VLogInfo.
+class ParamterWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ParamterWidget(QWidget *parent = nullptr);
+    ~ParamterWidget() override;
+
+    /// The kind of device, to be set before initUI(); both are false at first.
+    void setAreaScan(bool areaScan) { m_context.areaScan = areaScan; }
+    void setCard(bool card) { m_context.card = card; }
+    bool isAreaScan() const { return m_context.areaScan; }
+    bool isCard() const { return m_context.card; }
+
+    /// Builds the pages for `device`, the host's identifier. Without a node map they stay empty.
+    void initUI(QString device);
+    void init2DParameterUI();
+    /// The pages of the first, second and third tool box and the feature tree. `nodeMap` must not be null.
+    void commonAttributeInit(GenApi::INodeMap *nodeMap);
+    void triggerInit(GenApi::INodeMap *nodeMap);
+    void advancedSettingsInit(GenApi::INodeMap *nodeMap);
+    void parameterTreeViewInit(GenApi::INodeMap *nodeMap);
+
+    /// Sets all texts in the application's language; `language` is 0 for English, any other value for Chinese.
+    void retranslate(int language);
+    /// Shows or hides the tab of the curated pages, and that of the feature tree.
+    void setPanelWidgetVisiable(bool visible);
+    void setAllDetailWidgetVisiable(bool visible);
+    /// Stops all reading of the device, for good.
+    void setParamterViewDisable();
+    /// Reads the curated pages again. The argument says nothing.
+    void updateWidget(bool afterImport);
+    /// Locks and unlocks what must not change while the camera acquires.
+    void startAcquireOperation();
+    void stopAcquireOperation();
+    /// Takes no action.
+    void imageModeChangedUpdate(int mode);
+    /// Selects the visibility level that the host has stored.
+    void updateAttributeLevel();
+    /// Takes the region that the user moved on the image view (image pixels). Takes no action without the page
+    /// that draws regions.
+    void setDrawRoiPos(int leftX, int leftY, int rightX, int rightY);
+
+    /// As the functions of NodeAccess.h, for the panel's device.
+    int getCameraNodeInfo(QString nodeName, int &value, int &min, int &max, int &inc);
+    int setCameraNodeValue(QString nodeName, int value);
+    GenApi::INode *getValidNodeFromName(QString name, GenApi::INodeMap *nodeMap);
+
+public Q_SLOTS:
+    // Slots of pages that a panel does not have take no action.
+    void on_filter_changed();
+    void onSigSelectItemClick(QModelIndex index);
+    void onTriggerSwitchButtonClicked();
+    void onTriggerTimeout();
+    void onRoiSelectedButtonClicked() { }
+    void onDrawParametersButtonClicked() { }
+    void onExecDrawButtonClicked() { }
+    void onCollapseButtonClicked();
+    void onToolPageWidgetItemClicked();
+    void onHDRValueChanged() { }
+    void onExposureScaleValueChanged() { }
+    void onImageShowModeChanged() { }
+    void onLaserAdjustModeChanged() { }
+    void onUserSetLoadButtonClicked() { }
+    void onYMeasureValueChanged() { }
+    void onGrayImageButtonClicked() { }
+    void onImageBitValueChanged() { }
+    void onTabWidgetIndexChanged();
+    void onFrameTriggerModeChanged() { }
+    void onFrameTriggerSourceChanged() { }
+    void onSoftwareTriggerBtnClicked() { }
+    void onLineScanModeChanged() { }
+    void onBatchModeChanged() { }
+    void onMeasureRangeValueChanged() { }
+    void onDrawMeasureRangeClicked() { }
+    void onResetImageSizeButtonClicked() { }
+    void onDrawImageMaskButtonClicked() { }
+    void onCorrectionValueChanged() { }
+    void onCorrectionButtonClicked() { }
+    void onZSizeInfoChanged() { }
+    void onSizeInfoAutoClicked() { }
+    void onRealUpdateTimerTimeout();
+    void onMaskWidgetMouseClicked() { }
+    void onMaskWidgetCloseButtonClicked() { }
+    void on2DGrabOutputChanged(int index, bool status);
+    void on2DShowTypeChanged(int index);
+
+private:
+    void setUpFilterBar();
+    void setUpDescriptionPane();
+    void setUpTabs();
+    void connectControls();
+    void updateToolBoxes();
+    void describeSelectedRow();
+    bool isFirstPageInView() const;
+
+    PanelContext m_context;
+    QTextBrowser *m_descriptionPane;
+    /// Hidden parent of the controls that no page has placed yet.
+    QWidget *m_unplacedControls;
+    std::unique_ptr<SoftTrigger> m_softTrigger;
+    std::unique_ptr<RoiDrawing> m_roiDrawing;
+    QTimer m_liveRefreshTimer;
+    std::unique_ptr<Ui_ParamterWidget> m_ui;
+    std::unique_ptr<AttributeTab> m_attributeTab;
+    bool m_disabled = false;
+};

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/SoftTrigger.h"
+
+#include <QSpinBox>
+
+#include "ParamterWidget/PanelContext.h"
+#include "ParamterWnd/HostCore.h"
+#include "ToolPage/SwitchButton.h"
+
+namespace {
+
+constexpr int ShortestIntervalMs = 1;
+constexpr int LongestIntervalMs = 10000;
+constexpr int FirstIntervalMs = 1000;
+
+} // namespace
+
+SoftTrigger::SoftTrigger(const PanelContext &context, QWidget *controlsParent)
+    : m_context(context), m_interval(new QSpinBox(controlsParent)), m_switch(new SwitchButton(controlsParent))
+{
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_interval->setRange(ShortestIntervalMs, LongestIntervalMs);
+    m_interval->setValue(FirstIntervalMs);
+}
+
+void SoftTrigger::follow(const SwitchButton *switchButton)
+{
+    if (!switchButton || m_disabled)
+        return;
+    m_timer.stop();
+    if (switchButton->isOn())
+        m_timer.start(m_interval->value());
+    m_interval->setEnabled(!switchButton->isOn());
+}
+
+void SoftTrigger::fire() const
+{
+    HostCore::SetCameraNodeValue(m_context.deviceKey(), "TriggerSoftware", std::string());
+}
+
+void SoftTrigger::disable()
+{
+    m_disabled = true;
+    m_timer.stop();
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTimer>
+
+class QSpinBox;
+class QWidget;
+class SwitchButton;
+struct PanelContext;
+
+/// The automatic software trigger: executes the camera's command "TriggerSoftware" at a fixed period while
+/// its switch is on. GUI thread only.
+class SoftTrigger
+{
+public:
+    /// The two controls become children of `controlsParent`, until a page places them.
+    SoftTrigger(const PanelContext &context, QWidget *controlsParent);
+
+    QTimer *timer() { return &m_timer; }
+    /// The period in ms, 1 to 10000, 1000 at first. Enabled while the trigger is off.
+    QSpinBox *intervalSpinBox() const { return m_interval; }
+    SwitchButton *switchButton() const { return m_switch; }
+
+    /// Follows the state of a switch. Nothing happens for null or once the trigger is disabled.
+    void follow(const SwitchButton *switchButton);
+    /// Triggers the camera once; a failure changes nothing.
+    void fire() const;
+    /// Stops triggering for good.
+    void disable();
+
+private:
+    const PanelContext &m_context;
+    QTimer m_timer;
+    QSpinBox *m_interval;
+    SwitchButton *m_switch;
+    bool m_disabled = false;
+};

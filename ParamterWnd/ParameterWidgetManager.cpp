@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWnd/ParameterWidgetManager.h"
+
+#include <chrono>
+
+#include <QCoreApplication>
+#include <QMutexLocker>
+#include <QScopeGuard>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "ParamterWidget/Guarded.h"
+#include "ParamterWidget/ParamterWidget.h"
+#include "ParamterWnd/HostEventBridges.h"
+#include "ParamterWnd/WindowForm.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr const char *Module = "ParameterWidgetManager";
+
+constexpr int DeviceListOfHost = 1; ///< the source of the device-list events that the manager follows
+constexpr int RegionMoved = 1;
+constexpr const char *CardUsable = "4";
+constexpr const char *Yes = "1";
+constexpr const char *No = "0";
+constexpr auto FirstLevelDelay = 1000ms;
+
+bool isCameraReady(const std::string &camera)
+{
+    return HostCore::GetCameraInfo(camera, HostCore::CAM_INFO_READY) == Yes
+        && HostCore::GetCameraInfo(camera, HostCore::CAM_INFO_OPENED) == Yes;
+}
+
+bool isAreaScan(const std::string &camera)
+{
+    const std::string typeCode = HostCore::GetCameraInfo(camera, HostCore::CAM_INFO_TYPE_CODE);
+    return typeCode != "1" && typeCode != "5";
+}
+
+void followAcquisition(ParamterWidget *panel, const std::string &acquisition)
+{
+    if (acquisition == Yes)
+        panel->startAcquireOperation();
+    else if (acquisition == No)
+        panel->stopAcquireOperation();
+    else
+        return;
+    panel->updateWidget(false);
+}
+
+} // namespace
+
+ParameterWidgetManager::ParameterWidgetManager(QWidget *parent)
+    : QWidget(parent), m_deviceListBridge(std::make_unique<DeviceListUpdate>()),
+      m_focusBridge(std::make_unique<FocusUpdate>()), m_languageBridge(std::make_unique<LanguageUpdate>()),
+      m_roiBridge(std::make_unique<ROIUpdate>(this)), m_imageModeBridge(std::make_unique<ImageModeUpdate>()),
+      m_importBridge(std::make_unique<ImportUpdate>()), m_defaultPanel(new ParamterWidget(this)),
+      m_ui(std::make_unique<WindowForm>())
+{
+    m_ui->setupUi(this, "ParameterWidgetManager", QSize(400, 300));
+    setWindowTitle(QCoreApplication::translate("ParameterWidgetManager", "Form"));
+    setCurParamWidget(m_defaultPanel);
+    guarded(Module, [this] { registerListeners(); });
+    qRegisterMetaType<QStringList>("QStringList");
+    qRegisterMetaType<QSharedPointer<bool>>("QSharedPointer<bool>");
+    connectBridges();
+    QTimer::singleShot(FirstLevelDelay, this, [this] { m_defaultPanel->updateAttributeLevel(); });
+}
+
+ParameterWidgetManager::~ParameterWidgetManager()
+{
+    guarded(Module, [this] { unregisterListeners(); });
+    m_focusBridge.reset();
+    m_deviceListBridge.reset();
+    m_languageBridge.reset();
+    m_roiBridge.reset();
+    m_imageModeBridge.reset();
+    m_importBridge.reset();
+}
+
+void ParameterWidgetManager::registerListeners()
+{
+    HostCore::RegisterDeviceListUpdateListener(m_deviceListBridge.get());
+    HostCore::RegisterFocusUpdateListener(m_focusBridge.get());
+    HostCore::RegisterLangUpdateListener(m_languageBridge.get());
+    HostCore::RegisterROIUpdateListener(m_roiBridge.get());
+    HostCore::RegisterImageModeUpdateListener(m_imageModeBridge.get());
+    HostCore::RegisterImportUpdateListener(m_importBridge.get());
+}
+
+void ParameterWidgetManager::connectBridges()
+{
+    connect(m_deviceListBridge.get(), &DeviceListUpdate::updateCams, this, &ParameterWidgetManager::onDeviceListUpdate);
+    connect(m_focusBridge.get(), &FocusUpdate::focusChanged, this, &ParameterWidgetManager::onFoucusChanged);
+    connect(m_imageModeBridge.get(), &ImageModeUpdate::imageModeChanged, this,
+            &ParameterWidgetManager::onImageModeUpdate);
+    connect(m_languageBridge.get(), &LanguageUpdate::languageChanged, this, &ParameterWidgetManager::onLanguageChanged);
+    connect(m_importBridge.get(), &ImportUpdate::importUpdate, this, &ParameterWidgetManager::onImportChanged);
+}
+
+void ParameterWidgetManager::unregisterListeners()
+{
+    HostCore::UnRegisterFocusUpdateListener(m_focusBridge.get());
+    HostCore::UnRegisterDeviceListUpdateListener(m_deviceListBridge.get());
+    HostCore::UnRegisterLangUpdateListener(m_languageBridge.get());
+    HostCore::UnRegisterROIUpdateListener(m_roiBridge.get());
+    HostCore::UnRegisterImageModeUpdateListener(m_imageModeBridge.get());
+    HostCore::UnRegisterImportUpdateListener(m_importBridge.get());
+}
+
+void ParameterWidgetManager::setCurParamWidget(ParamterWidget *panel)
+{
+    if (m_currentPanel)
+        m_currentPanel->hide();
+    panel->show();
+    m_ui->verticalLayout->addWidget(panel);
+    m_currentPanel = panel;
+    panel->updateAttributeLevel();
+}
+
+void ParameterWidgetManager::onFoucusChanged(HostCore::FOCUS_TYPE type, QString id)
+{
+    ParamterWidget *panel = nullptr;
+    if (type == HostCore::FOCUS_CAMERA)
+        panel = m_cameraPanels.value(id);
+    else if (type == HostCore::FOCUS_CARD)
+        panel = m_cardPanels.value(id);
+    setCurParamWidget(panel ? panel : m_defaultPanel);
+}
+
+void ParameterWidgetManager::onDeviceListUpdate(int source, QStringList cardList, QStringList camList,
+                                                QSharedPointer<bool> finishPointer)
+{
+    const auto finish = qScopeGuard([&] {
+        if (finishPointer)
+            setFinished(*finishPointer);
+    });
+    if (source != DeviceListOfHost)
+        return;
+    bool cardOpened = false;
+    if (!cardList.isEmpty())
+        guarded(Module, [&] { cardOpened = updateCard(cardList.first()); });
+    if (cardOpened)
+        return;
+    for (const QString &camera : camList)
+        guarded(Module, [&] { updateCamera(camera); });
+}
+
+/// True when the card is newly open.
+bool ParameterWidgetManager::updateCard(const QString &card)
+{
+    const std::string key = card.toStdString();
+    if (HostCore::GetCardInfo(key, HostCore::CARD_INFO_STATE) != CardUsable)
+        return false;
+    if (HostCore::GetCardInfo(key, HostCore::CARD_INFO_OPEN) != Yes) {
+        closePanel(card, m_cardPanels);
+        return false;
+    }
+    if (m_cardPanels.contains(card))
+        return false;
+    ParamterWidget *const panel = createPanel();
+    panel->setCard(true);
+    openPanel(panel, card, m_cardPanels);
+    return true;
+}
+
+void ParameterWidgetManager::updateCamera(const QString &camera)
+{
+    const std::string key = camera.toStdString();
+    const std::string acquisition = HostCore::GetCameraInfo(key, HostCore::CAM_INFO_ACQUISITION);
+    if (!isCameraReady(key)) {
+        closeCamera(camera);
+        return;
+    }
+    if (!m_cameraPanels.contains(camera)) {
+        ParamterWidget *const panel = createPanel();
+        panel->setAreaScan(isAreaScan(key));
+        openPanel(panel, camera, m_cameraPanels);
+    }
+    followAcquisition(m_cameraPanels.value(camera), acquisition);
+}
+
+void ParameterWidgetManager::closeCamera(const QString &camera)
+{
+    {
+        const QMutexLocker lock(&m_mutex);
+        closePanel(camera, m_cameraPanels);
+    }
+    onFoucusChanged(HostCore::FOCUS_CARD, QString());
+}
+
+ParamterWidget *ParameterWidgetManager::createPanel()
+{
+    auto *const panel = new ParamterWidget(this);
+    // Without this it would appear together with a manager that is shown later.
+    panel->hide();
+    return panel;
+}
+
+void ParameterWidgetManager::openPanel(ParamterWidget *panel, const QString &device, PanelMap &panels)
+{
+    panel->setPanelWidgetVisiable(m_panelVisible);
+    panel->setAllDetailWidgetVisiable(m_detailVisible);
+    panel->initUI(device);
+    panel->retranslate(m_language);
+    panels.insert(device, panel);
+}
+
+void ParameterWidgetManager::closePanel(const QString &device, PanelMap &panels)
+{
+    ParamterWidget *const panel = panels.take(device);
+    if (!panel)
+        return;
+    panel->setParamterViewDisable();
+    if (m_currentPanel == panel)
+        m_currentPanel = nullptr;
+    panel->deleteLater();
+}
+
+void ParameterWidgetManager::onLanguageChanged(int language)
+{
+    for (ParamterWidget *panel : allPanels())
+        panel->retranslate(language);
+    m_language = language;
+}
+
+void ParameterWidgetManager::onImageModeUpdate(std::string id, int mode)
+{
+    if (ParamterWidget *const panel = m_cameraPanels.value(QString::fromStdString(id)))
+        panel->imageModeChangedUpdate(mode);
+}
+
+void ParameterWidgetManager::onImportChanged(QString id)
+{
+    if (ParamterWidget *const panel = m_cameraPanels.value(id))
+        panel->updateWidget(true);
+}
+
+void ParameterWidgetManager::onROIPosChanged(std::string id, int leftX, int leftY, int rightX, int rightY,
+                                             int operation, int &, bool &)
+{
+    ParamterWidget *const panel = m_cameraPanels.value(QString::fromStdString(id));
+    if (operation == RegionMoved && panel)
+        panel->setDrawRoiPos(leftX, leftY, rightX, rightY);
+}
+
+void ParameterWidgetManager::setPanelWidgetVisiable(bool visible)
+{
+    for (ParamterWidget *panel : allPanelsLocked())
+        panel->setPanelWidgetVisiable(visible);
+    m_panelVisible = visible;
+    showWindowIfTabs();
+}
+
+void ParameterWidgetManager::setAllDetailWidgetVisiable(bool visible)
+{
+    for (ParamterWidget *panel : allPanelsLocked())
+        panel->setAllDetailWidgetVisiable(visible);
+    m_detailVisible = visible;
+    showWindowIfTabs();
+}
+
+void ParameterWidgetManager::setParamterViewDisable(QString id)
+{
+    if (ParamterWidget *const panel = m_cameraPanels.value(id))
+        panel->setParamterViewDisable();
+}
+
+void ParameterWidgetManager::setDefaultParamterWidgetMode(int) { }
+
+QList<ParamterWidget *> ParameterWidgetManager::allPanels() const
+{
+    return m_cameraPanels.values() + m_cardPanels.values() << m_defaultPanel;
+}
+
+/// A copy, so that the panels can call the host while the mutex is free.
+QList<ParamterWidget *> ParameterWidgetManager::allPanelsLocked()
+{
+    const QMutexLocker lock(&m_mutex);
+    return allPanels();
+}
+
+void ParameterWidgetManager::showWindowIfTabs()
+{
+    if (QWidget *const window = parentWidget())
+        window->setVisible(m_panelVisible || m_detailVisible);
+}

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <QList>
+#include <QMap>
+#include <QMutex>
+#include <QSharedPointer>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+#include "ParamterWnd/HostCore.h"
+
+class DeviceListUpdate;
+class FocusUpdate;
+class ImageModeUpdate;
+class ImportUpdate;
+class LanguageUpdate;
+class ParamterWidget;
+class ROIUpdate;
+struct WindowForm;
+
+/// Keeps one panel per open camera and per open card, creates and removes them as the host's device list says, and
+/// shows the one of the focused device, or the empty default panel.
+///
+/// Owns the listeners that it registers with the host; all panels are its child widgets. GUI thread only.
+/// No exception leaves its functions or slots; failures are logged through HostCore::VLogInfo.
+class ParameterWidgetManager : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ParameterWidgetManager(QWidget *parent = nullptr);
+    ~ParameterWidgetManager() override;
+
+    /// Shows `panel` (a child of the manager) in place of the one shown before.
+    void setCurParamWidget(ParamterWidget *panel);
+    /// Shows or hides a tab in every panel, now and later. The parent widget hides when both tabs are hidden.
+    void setPanelWidgetVisiable(bool visible);
+    void setAllDetailWidgetVisiable(bool visible);
+    /// Stops all reading of the camera `id`.
+    void setParamterViewDisable(QString id);
+    /// Takes no action.
+    void setDefaultParamterWidgetMode(int mode);
+
+public Q_SLOTS:
+    /// Reconciles the panels with the host's list and sets the finish flag on every path. A newly opened card ends
+    /// the event; the cameras wait for the next one.
+    void onDeviceListUpdate(int source, QStringList cardList, QStringList camList, QSharedPointer<bool> finishPointer);
+    void onFoucusChanged(HostCore::FOCUS_TYPE type, QString id);
+    void onImageModeUpdate(std::string id, int mode);
+    void onROIPosChanged(std::string id, int leftX, int leftY, int rightX, int rightY, int operation, int &roiId,
+                         bool &status);
+    void onImportChanged(QString id);
+
+private:
+    using PanelMap = QMap<QString, ParamterWidget *>;
+
+    void registerListeners();
+    void connectBridges();
+    void unregisterListeners();
+    void onLanguageChanged(int language);
+
+    bool updateCard(const QString &card);
+    void updateCamera(const QString &camera);
+    ParamterWidget *createPanel();
+    void openPanel(ParamterWidget *panel, const QString &device, PanelMap &panels);
+    void closePanel(const QString &device, PanelMap &panels);
+    void closeCamera(const QString &camera);
+    /// Those of the cameras, of the cards, and the default panel.
+    QList<ParamterWidget *> allPanels() const;
+    QList<ParamterWidget *> allPanelsLocked();
+    void showWindowIfTabs();
+
+    std::unique_ptr<DeviceListUpdate> m_deviceListBridge;
+    std::unique_ptr<FocusUpdate> m_focusBridge;
+    std::unique_ptr<LanguageUpdate> m_languageBridge;
+    std::unique_ptr<ROIUpdate> m_roiBridge;
+    std::unique_ptr<ImageModeUpdate> m_imageModeBridge;
+    std::unique_ptr<ImportUpdate> m_importBridge;
+    ParamterWidget *m_defaultPanel;
+    ParamterWidget *m_currentPanel = nullptr; ///< null after the shown panel was removed
+    PanelMap m_cameraPanels;
+    PanelMap m_cardPanels;
+    QMutex m_mutex; ///< guards the panel maps; never held across a call of the host
+    bool m_panelVisible = true;
+    bool m_detailVisible = true;
+    int m_language = 0;
+    std::unique_ptr<WindowForm> m_ui;
+};

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include <QString>
+#include <QWidget>
+
+#include "ParamterWnd/ParamterWndGlobal.h"
+
+struct WindowForm;
+
+/// The window that a host places in its main window. It follows the host's events through HostCore and shows the
+/// parameter panel of the device that has the focus, or an empty panel. One process needs one.
+///
+/// GUI thread only. No exception leaves its functions.
+class PARAMTERWND_EXPORT ParamterWnd : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Registers listeners with HostCore, which may call them from here on.
+    explicit ParamterWnd(QWidget *parent = nullptr);
+    /// Unregisters the listeners.
+    ~ParamterWnd() override;
+
+    /// Shows or hides the curated pages in every panel. The window hides when both tabs are hidden.
+    void setPanelWidgetVisiable(bool visible);
+    /// Shows or hides the feature tree in every panel. The window hides when both tabs are hidden.
+    void setAllDetailWidgetVisiable(bool visible);
+    /// Stops all reading of the camera `id`, whose connection is about to go. Its panel stays disabled until the
+    /// device list reports the camera as closed.
+    void setParamterViewDisable(QString id);
+    /// Takes no action.
+    void setDefaultParameterWndMode(int mode);
+
+private:
+    std::unique_ptr<WindowForm> m_ui;
+    QWidget *m_manager;
+};
