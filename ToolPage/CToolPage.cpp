@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "ToolPage/CToolPage.h"
+
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QSpacerItem>
+#include <QVBoxLayout>
+
+#include "ToolPage/StyleSheets.h"
+#include "ToolPage/ToolPageWidget.h"
+
+CToolPage::CToolPage(QWidget *parent) : QWidget(parent)
+{
+    buildForm();
+    buildTitleBar();
+    setStretchEnable(false);
+    showFoldIcon();
+    connect(m_titleBar, &QPushButton::clicked, this, &CToolPage::onPushButtonFoldClicked);
+}
+
+void CToolPage::buildForm()
+{
+    setStyleSheet(StyleSheets::FoldableGroup);
+    auto *grid = new QGridLayout(this);
+    grid->setObjectName(QStringLiteral("gridLayout"));
+    grid->setSpacing(0);
+    grid->setContentsMargins(0, 0, 0, 0);
+    auto *column = new QVBoxLayout;
+    column->setObjectName(QStringLiteral("verticalLayout"));
+    grid->addLayout(column, 0, 0);
+
+    m_titleBar = new QPushButton(this);
+    m_titleBar->setObjectName(QStringLiteral("pushButtonFold"));
+    m_titleBar->setMinimumHeight(28);
+    m_titleBar->setFocusPolicy(Qt::NoFocus);
+    column->addWidget(m_titleBar);
+
+    m_context = new QWidget(this);
+    m_context->setObjectName(QStringLiteral("widgetContext"));
+    m_context->setAttribute(Qt::WA_StyledBackground);
+    column->addWidget(m_context);
+    auto *contextGrid = new QGridLayout(m_context);
+    contextGrid->setObjectName(QStringLiteral("gridLayout_2"));
+    contextGrid->setSpacing(0);
+    contextGrid->setContentsMargins(0, 0, 0, 0);
+    m_contextLayout = new QVBoxLayout;
+    m_contextLayout->setObjectName(QStringLiteral("verticalLayoutContext"));
+    m_contextLayout->setSpacing(0);
+    contextGrid->addLayout(m_contextLayout, 0, 0);
+
+    m_spacer = new QSpacerItem(20, 40, QSizePolicy::Minimum, QSizePolicy::Expanding);
+    column->addItem(m_spacer);
+}
+
+void CToolPage::buildTitleBar()
+{
+    m_foldIcon = new QLabel(m_titleBar);
+    m_foldIcon->setFixedSize(20, 20);
+    m_title = new QLabel(m_titleBar);
+    auto *bar = new QHBoxLayout(m_titleBar);
+    bar->setContentsMargins(0, 0, 5, 0);
+    bar->addWidget(m_foldIcon);
+    bar->addWidget(m_title);
+    bar->addStretch(1);
+}
+
+void CToolPage::addWidget(const QString &englishTitle, const QString &chineseTitle, QWidget *content)
+{
+    setText(englishTitle);
+    m_englishTitle = englishTitle;
+    m_chineseTitle = chineseTitle;
+    m_contextLayout->addWidget(content);
+    m_contents.append(content);
+    expand();
+}
+
+void CToolPage::expand()
+{
+    setExpanded(true);
+}
+
+void CToolPage::collapse()
+{
+    setExpanded(false);
+}
+
+void CToolPage::setStretchEnable(bool enable)
+{
+    const QSizePolicy::Policy policy = enable ? QSizePolicy::Expanding : QSizePolicy::Minimum;
+    const QSize size = enable ? QSize(20, 40) : QSize(0, 0);
+    m_spacer->changeSize(size.width(), size.height(), policy, policy);
+    layout()->invalidate();
+}
+
+void CToolPage::setAutoStretchEnable(bool enable)
+{
+    m_autoStretch = enable;
+}
+
+void CToolPage::updateWidget()
+{
+    if (m_context->isHidden())
+        return;
+    for (QWidget *content : std::as_const(m_contents)) {
+        if (auto *page = qobject_cast<ToolPageWidget *>(content))
+            page->updateWidget();
+    }
+}
+
+void CToolPage::setText(const QString &title)
+{
+    m_title->setText(title);
+    m_titleBar->setAccessibleName(title);
+}
+
+void CToolPage::setLanguage(int language)
+{
+    setText(language != 0 ? m_chineseTitle : m_englishTitle);
+    for (QWidget *content : std::as_const(m_contents)) {
+        if (auto *page = qobject_cast<ToolPageWidget *>(content))
+            page->setLanguage(language);
+    }
+}
+
+void CToolPage::onPushButtonFoldClicked()
+{
+    setExpanded(!m_expanded);
+}
+
+void CToolPage::setExpanded(bool expanded)
+{
+    if (m_autoStretch)
+        setStretchEnable(!expanded);
+    m_context->setVisible(expanded);
+    m_expanded = expanded;
+    showFoldIcon();
+}
+
+void CToolPage::showFoldIcon()
+{
+    const QSize size = m_foldIcon->size() * m_foldIcon->devicePixelRatioF();
+    const QIcon icon(m_expanded ? Icons::Unfold : Icons::Fold);
+    QPixmap pixmap = icon.pixmap(size);
+    if (!pixmap.isNull())
+        pixmap = pixmap.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    pixmap.setDevicePixelRatio(m_foldIcon->devicePixelRatioF());
+    m_foldIcon->setPixmap(pixmap);
+}

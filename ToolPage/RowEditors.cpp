@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: MIT
+#include "ToolPage/RowEditors.h"
+
+#include <cfloat>
+#include <memory>
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QSignalBlocker>
+#include <QSpinBox>
+
+#include "ToolPage/NodeNumbers.h"
+#include "ToolPage/StyleSheets.h"
+#include "ToolPage/SwitchButton.h"
+#include "ToolPage/ToolPageWidgetItem.h"
+
+namespace {
+
+constexpr double DefaultStep = 0.01;
+constexpr int Decimals = 4;
+
+/// Passes the wheel on to the page unless the editor has the focus, so that scrolling changes no value.
+class WheelFilter : public QObject
+{
+public:
+    explicit WheelFilter(QWidget *editor) : QObject(editor)
+    {
+        editor->setFocusPolicy(Qt::StrongFocus);
+        editor->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *editor, QEvent *event) override
+    {
+        if (event->type() != QEvent::Wheel || static_cast<QWidget *>(editor)->hasFocus())
+            return false;
+        event->ignore();
+        return true;
+    }
+};
+
+template <class Pointer>
+bool casts(GenApi::INode *node)
+{
+    return Pointer(node).IsValid();
+}
+
+template <class SpinBox>
+void trackEdits(SpinBox *spinBox)
+{
+    new WheelFilter(spinBox);
+    spinBox->setContextMenuPolicy(Qt::NoContextMenu);
+    QObject::connect(spinBox, &SpinBox::textChanged, spinBox,
+                     [spinBox] { spinBox->setProperty(RowEditors::Edited, true); });
+}
+
+// Integers
+
+void showInteger(QSpinBox *spinBox, GenApi::IInteger &integer, int64_t value)
+{
+    const int minimum = NodeNumbers::low32(integer.GetMin());
+    const int maximum = NodeNumbers::spinBoxMaximum(integer.GetMax(), minimum);
+    const int step = NodeNumbers::low32(integer.GetInc());
+    const QSignalBlocker blocker(spinBox);
+    spinBox->setRange(minimum, maximum);
+    spinBox->setSingleStep(step);
+    spinBox->setValue(NodeNumbers::low32(value));
+}
+
+QWidget *makeInteger(GenApi::INode *node, QWidget *parent)
+{
+    const GenApi::CIntegerPtr integer(node);
+    auto spinBox = std::make_unique<QSpinBox>(parent);
+    showInteger(spinBox.get(), *integer, integer->GetValue(true, true));
+    spinBox->setProperty(RowEditors::PreValue, spinBox->value());
+    trackEdits(spinBox.get());
+    return spinBox.release();
+}
+
+void refreshInteger(GenApi::INode *node, QWidget *editor)
+{
+    const GenApi::CIntegerPtr integer(node);
+    if (auto *spinBox = qobject_cast<QSpinBox *>(editor))
+        showInteger(spinBox, *integer, integer->GetValue(false, false));
+}
+
+void connectInteger(QWidget *editor, ToolPageWidgetItem *row)
+{
+    QObject::connect(static_cast<QSpinBox *>(editor), &QSpinBox::editingFinished, row,
+                     &ToolPageWidgetItem::onIntParamChanged);
+}
+
+// Floats
+
+double increment(GenApi::IFloat &number)
+{
+    const bool isFixed = number.HasInc() && number.GetIncMode() == GenApi::fixedIncrement;
+    return NodeNumbers::singlePrecision(isFixed ? number.GetInc() : DefaultStep);
+}
+
+QWidget *makeFloat(GenApi::INode *node, QWidget *parent)
+{
+    using NodeNumbers::singlePrecision;
+    const GenApi::CFloatPtr number(node);
+    auto spinBox = std::make_unique<QDoubleSpinBox>(parent);
+    spinBox->setDecimals(Decimals);
+    spinBox->setRange(singlePrecision(number->GetMin(), -FLT_MAX), singlePrecision(number->GetMax(), FLT_MAX));
+    spinBox->setSingleStep(increment(*number));
+    spinBox->setValue(singlePrecision(number->GetValue(true, true)));
+    spinBox->setProperty(RowEditors::PreValue, static_cast<float>(spinBox->value()));
+    trackEdits(spinBox.get());
+    return spinBox.release();
+}
+
+void refreshFloat(GenApi::INode *node, QWidget *editor)
+{
+    using NodeNumbers::finite;
+    auto *spinBox = qobject_cast<QDoubleSpinBox *>(editor);
+    if (!spinBox)
+        return;
+    const GenApi::CFloatPtr number(node);
+    const double minimum = finite(number->GetMin(), -DBL_MAX);
+    const double maximum = finite(number->GetMax(), DBL_MAX);
+    const double value = finite(number->GetValue(false, false));
+    const QSignalBlocker blocker(spinBox);
+    spinBox->setRange(minimum, maximum);
+    spinBox->setSingleStep(DefaultStep);
+    spinBox->setValue(value);
+}
+
+void connectFloat(QWidget *editor, ToolPageWidgetItem *row)
+{
+    QObject::connect(static_cast<QDoubleSpinBox *>(editor), &QDoubleSpinBox::editingFinished, row,
+                     &ToolPageWidgetItem::onFloatParamChanged);
+}
+
+// Booleans
+
+QWidget *makeBoolean(GenApi::INode *node, QWidget *parent)
+{
+    const bool on = GenApi::CBooleanPtr(node)->GetValue(false, false);
+    auto *button = new SwitchButton(parent);
+    button->setSwitch(on);
+    return RowEditors::switchContainer(button, parent);
+}
+
+void refreshBoolean(GenApi::INode *node, QWidget *editor)
+{
+    const bool on = GenApi::CBooleanPtr(node)->GetValue(false, false);
+    if (auto *button = editor->findChild<SwitchButton *>())
+        button->setSwitch(on);
+}
+
+void connectBoolean(QWidget *editor, ToolPageWidgetItem *row)
+{
+    QObject::connect(editor->findChild<SwitchButton *>(), &QPushButton::clicked, row,
+                     &ToolPageWidgetItem::onBoolParamChanged);
+}
+
+// Enumerations
+
+void showEnumeration(QComboBox *comboBox, GenApi::IEnumeration &enumeration)
+{
+    GenApi::StringList_t symbolics;
+    enumeration.GetSymbolics(symbolics);
+    const QString current = QString::fromUtf8(enumeration.ToString());
+    const QSignalBlocker blocker(comboBox);
+    comboBox->clear();
+    for (const GenICam::gcstring &symbolic : symbolics)
+        comboBox->addItem(QString::fromUtf8(symbolic));
+    comboBox->setCurrentIndex(comboBox->findText(current));
+}
+
+QWidget *makeEnumeration(GenApi::INode *node, QWidget *parent)
+{
+    auto comboBox = std::make_unique<QComboBox>(parent);
+    showEnumeration(comboBox.get(), *GenApi::CEnumerationPtr(node));
+    comboBox->setStyleSheet(StyleSheets::EnumerationList);
+    new WheelFilter(comboBox.get());
+    return comboBox.release();
+}
+
+void refreshEnumeration(GenApi::INode *node, QWidget *editor)
+{
+    if (auto *comboBox = qobject_cast<QComboBox *>(editor))
+        showEnumeration(comboBox, *GenApi::CEnumerationPtr(node));
+}
+
+void connectEnumeration(QWidget *editor, ToolPageWidgetItem *row)
+{
+    QObject::connect(static_cast<QComboBox *>(editor), &QComboBox::currentTextChanged, row,
+                     &ToolPageWidgetItem::onEnumParamChanged);
+}
+
+// Commands
+
+QWidget *makeCommand(GenApi::INode *, QWidget *parent)
+{
+    auto *button = new QPushButton(ToolPageWidgetItem::tr("Execute"), parent);
+    button->setStyleSheet(StyleSheets::PlainButton);
+    return button;
+}
+
+void refreshCommand(GenApi::INode *, QWidget *) { }
+
+void connectCommand(QWidget *editor, ToolPageWidgetItem *row)
+{
+    QObject::connect(static_cast<QPushButton *>(editor), &QPushButton::clicked, row,
+                     &ToolPageWidgetItem::onCommandParamChanged);
+}
+
+constexpr RowEditor Editors[] = {
+    {GenApi::intfIInteger, true, casts<GenApi::CIntegerPtr>, makeInteger, refreshInteger, connectInteger},
+    {GenApi::intfIFloat, true, casts<GenApi::CFloatPtr>, makeFloat, refreshFloat, connectFloat},
+    {GenApi::intfIBoolean, true, casts<GenApi::CBooleanPtr>, makeBoolean, refreshBoolean, connectBoolean},
+    {GenApi::intfIEnumeration, true, casts<GenApi::CEnumerationPtr>, makeEnumeration, refreshEnumeration,
+     connectEnumeration},
+    {GenApi::intfICommand, false, casts<GenApi::CCommandPtr>, makeCommand, refreshCommand, connectCommand},
+};
+
+} // namespace
+
+const RowEditor *RowEditors::find(GenApi::EInterfaceType type)
+{
+    for (const RowEditor &editor : Editors) {
+        if (editor.type == type)
+            return &editor;
+    }
+    return nullptr;
+}
+
+QWidget *RowEditors::switchContainer(SwitchButton *button, QWidget *parent)
+{
+    auto *container = new QWidget(parent);
+    container->setObjectName(QStringLiteral("widget"));
+    container->setStyleSheet(StyleSheets::SwitchContainer);
+    button->setFixedSize(44, 20);
+    auto *layout = new QHBoxLayout(container);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addStretch();
+    layout->addWidget(button);
+    return container;
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <GenApi/GenApi.h>
+
+class QWidget;
+class SwitchButton;
+class ToolPageWidgetItem;
+
+/// How the editor of one kind of feature is made and kept in step with its feature.
+/// All functions but connectTo() read the node and pass on what it throws.
+struct RowEditor
+{
+    GenApi::EInterfaceType type;
+    /// False: the editor shows no value, so the feature need not be readable.
+    bool needsReadable;
+    /// Whether the node has the interface that the editor needs.
+    bool (*accepts)(GenApi::INode *node);
+    /// A new editor, a child of `parent`, that shows the feature.
+    QWidget *(*make)(GenApi::INode *node, QWidget *parent);
+    /// Lets an editor of this kind show the feature; the editor emits nothing, and keeps what it shows when
+    /// the node throws. Other widgets stay as they are.
+    void (*refresh)(GenApi::INode *node, QWidget *editor);
+    /// Connects the editor's signals to the row's slots.
+    void (*connectTo)(QWidget *editor, ToolPageWidgetItem *row);
+};
+
+namespace RowEditors {
+
+/// Dynamic properties of spin boxes: the value to fall back to when a write is refused, and whether the
+/// value was changed by hand since the last write.
+inline constexpr char PreValue[] = "preValue";
+inline constexpr char Edited[] = "edited";
+
+/// The editor for features of a type; null when features of that type have none.
+const RowEditor *find(GenApi::EInterfaceType type);
+
+/// A new container, a child of `parent`, that shows the switch 44 x 20 at its right end.
+QWidget *switchContainer(SwitchButton *button, QWidget *parent);
+
+} // namespace RowEditors

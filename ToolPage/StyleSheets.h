@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include "Resources/Icons.h"
+
+/// The style texts of the tool page kit. A widget's own style text wins over the panel's style sheet.
+namespace StyleSheets {
+
+/// Buttons that run something: "Execute" buttons and tools that are not latched.
+inline constexpr QLatin1String PlainButton("QPushButton{border: 1px solid rgb(55,56,58,60%);border-radius: 2px;}"
+                                           "QPushButton::hover{background-color: rgb(216, 216, 216);}"
+                                           "QPushButton::pressed{background-color: rgb(180, 180, 180);}"
+                                           "QPushButton::disabled{border: 1px solid #CCCCCC;color: #CCCCCC;}");
+
+/// A latched tool button.
+inline constexpr QLatin1String SelectedButton("QPushButton{background-color: rgb(75, 210, 149);border-radius: 2px;}");
+
+/// The container that keeps a switch at the right end of its row.
+inline constexpr QLatin1String SwitchContainer("#widget{background: none;}QPushButton{background: none;border: none;}");
+
+/// The drop-down list of an enumeration.
+inline constexpr QLatin1String EnumerationList("QComboBox QAbstractItemView::item {height: 50px;}");
+
+/// The title bar of a foldable group.
+inline constexpr QLatin1String FoldableGroup("QPushButton#pushButtonFold\n{\nborder: none;\n}");
+
+/// A switch in the given state.
+inline QString switchButton(bool on)
+{
+    constexpr QLatin1String style("QPushButton{border: none;image: url(%1);}"
+                                  "QPushButton::disabled{border: none;image: url(%2);}");
+    return on ? style.arg(Icons::SwitchOn, Icons::SwitchOnDisabled)
+              : style.arg(Icons::SwitchOff, Icons::SwitchOffDisabled);
+}
+
+/// A button that is an image: `shown` at rest, `underMouse` under the mouse, `disabled` while disabled.
+inline QString imageButton(const QString &shown, const QString &underMouse, const QString &disabled)
+{
+    constexpr QLatin1String style("QPushButton{border: none;image: url(%1);}"
+                                  "QPushButton:hover{image: url(%2);}"
+                                  "QPushButton:disabled{image: url(%3);}");
+    return style.arg(shown, underMouse, disabled);
+}
+
+} // namespace StyleSheets

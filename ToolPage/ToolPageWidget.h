@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QList>
+#include <QWidget>
+
+class QVBoxLayout;
+class ToolPageWidgetItem;
+
+/// A vertical list of editor rows. After one of them has written its feature all of them read theirs
+/// again, since features of a group often depend on each other. Other widgets may stand among the rows.
+class ToolPageWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ToolPageWidget(QWidget *parent = nullptr);
+
+    /// Appends the widget, which becomes a child.
+    void addWidget(QWidget *widget);
+    /// Refreshes every row from its feature.
+    void updateWidget();
+    /// Language index: 0 English, any other value Chinese.
+    void setLanguage(int language);
+
+protected:
+    /// Refreshes the hidden rows: their features may have become available meanwhile.
+    void showEvent(QShowEvent *event) override;
+
+private:
+    QList<ToolPageWidgetItem *> rows() const;
+
+    QVBoxLayout *m_layout = nullptr;
+    QList<QWidget *> m_items; ///< children, in insertion order
+};

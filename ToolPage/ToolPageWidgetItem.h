@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+
+#include <QColor>
+#include <QStringList>
+#include <QVariant>
+#include <QWidget>
+
+#include <GenApi/GenApi.h>
+
+class QLabel;
+
+/// A row of a curated page, 40 pixels high: a label on the left and an editor on the right. Bound to a
+/// feature it makes its own editor, keeps it in step with the feature, writes what the user enters, and
+/// logs and rolls back when the device refuses it. Leaving a spin box that nobody changed writes nothing.
+///
+/// Labels and descriptions are pairs [English, Chinese]; a language index of 0 means English, any other Chinese.
+class ToolPageWidgetItem : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ToolPageWidgetItem(QWidget *parent = nullptr);
+
+    /// Binds the row to a feature; the node (may be null) must outlive the row's use. A node that is no
+    /// feature, or an Invisible one, counts as none. With `hideWhenUnavailable` the row is hidden while
+    /// there is no readable feature with an editor. The label's text appears with setLanguage().
+    void setItemInfo(const QStringList &names, const QStringList &descriptions, GenApi::INode *node,
+                     bool hideWhenUnavailable);
+    /// Shows the caller's widget, which becomes a child, as editor; without one the row is only a label.
+    void setItemInfo(const QStringList &names, const QStringList &descriptions, QWidget *widget);
+    /// Takes over the texts only.
+    void setItemInfo(const QStringList &names, const QStringList &descriptions);
+
+    /// Makes or refreshes the editor for a node and returns the editor, null for types without one.
+    /// `available` becomes true when the node is readable (commands: always), false when it is not; it stays
+    /// as it was for a null node and when the node throws, which is logged once per cause.
+    QWidget *getParameterWidget(GenApi::INode *node, bool &available);
+    QWidget *getIntParamWidget(GenApi::INode *node, bool &available);
+    QWidget *getBoolParamWidget(GenApi::INode *node, bool &available);
+    QWidget *getFloatParamWidget(GenApi::INode *node, bool &available);
+    QWidget *getEnumParamWidget(GenApi::INode *node, bool &available);
+    QWidget *getCommandParamWidget(GenApi::INode *node, bool &available);
+
+    /// Refreshes from the feature (false), or a float or enumeration editor from the host's live value (true)
+    /// unless the user is in it. Writes nothing.
+    void updateWidget(bool live);
+    /// The caller's permission to edit; from the next refresh on, editors of features that are not writable
+    /// are disabled whatever it says. Without an editor nothing changes.
+    void setWidgetItemEnable(bool enable);
+    void setLanguage(int language);
+    /// Empty outside the list.
+    QString getDescription(int language) const;
+    void setCurrentColor(const QColor &color);
+    /// Writes what the editor shows of a readable float feature to the feature.
+    void setCurrentValue();
+
+    /// The host's key of the device whose live values updateWidget(true) asks for.
+    QString deviceName;
+
+    /// Room for the editor; the label may vanish.
+    QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    /// The row wrote its feature (not for commands); the value is always invalid.
+    void valueChanged(const QVariant &value);
+    /// The mouse was pressed on the row.
+    void itemClicked();
+
+public Q_SLOTS:
+    // Connected to the editors that the row makes; the editor is the sender.
+    void onIntParamChanged();
+    void onBoolParamChanged();
+    void onFloatParamChanged();
+    void onEnumParamChanged(const QString &text);
+    void onCommandParamChanged();
+
+protected:
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    using EnterEvent = QEvent;
+#else
+    using EnterEvent = QEnterEvent;
+#endif
+    void enterEvent(EnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void setTexts(const QStringList &names, const QStringList &descriptions);
+    void createLabel();
+    void layOut();
+    void nameEditor();
+    int labelWidth() const;
+    QWidget *syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available);
+    void adoptEditor(QWidget *editor);
+    void showLiveValue();
+    bool attempt(const std::function<void()> &write, const std::function<void()> &rollBack = nullptr);
+    template <class SpinBox, class Value>
+    void commit(Value (*write)(GenApi::INode *node, Value value), Value (*toPreValue)(const QVariant &preValue));
+    void reportReadFault(const QString &fault);
+
+    QColor m_hoverColor{216, 216, 216};
+    QColor m_pressedColor{191, 231, 213};
+    QColor m_currentColor{240, 240, 240};
+    QColor m_normalColor{240, 240, 240};
+    QString m_nodeName;
+    QStringList m_names;
+    QStringList m_descriptions;
+    GenApi::INode *m_node = nullptr; ///< the device connection's
+    QLabel *m_label = nullptr;
+    QWidget *m_editor = nullptr;
+    bool m_laidOut = false;
+    bool m_enabled = true;
+    bool m_hideWhenUnavailable = false;
+    QString m_readFault; ///< reported last; empty after a successful refresh
+};
