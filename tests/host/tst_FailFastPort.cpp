@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include <atomic>
+#include <cstring>
+#include <mutex>
+#include <thread>
+
+#include <QElapsedTimer>
+#include <QSemaphore>
+#include <QtTest>
+
+#include "Host/FailFastPort.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// What a test does to its device, and what the device tells. Shared, as a port may outlive its owner.
+struct Script
+{
+    enum Behaviour { Answer, Hang, TimeOut, Refuse };
+
+    std::atomic<Behaviour> behaviour{Answer};
+    QSemaphore release; ///< lets one hanging access go on
+    std::atomic_int accesses{0};
+    std::atomic<int64_t> lastAddress{-1};
+    std::atomic<unsigned char> memory{0};
+    std::atomic_bool destroyed{false};
+};
+
+class ScriptedPort : public GenApi::IPort
+{
+public:
+    explicit ScriptedPort(std::shared_ptr<Script> behaviour) : script(std::move(behaviour)) { }
+    ~ScriptedPort() override { script->destroyed = true; }
+
+    GenApi::EAccessMode GetAccessMode() const override { return GenApi::RO; }
+    void Read(void *buffer, int64_t address, int64_t length) override
+    {
+        behave(address);
+        std::memset(buffer, script->memory, static_cast<std::size_t>(length));
+    }
+    void Write(const void *buffer, int64_t address, int64_t) override
+    {
+        behave(address);
+        script->memory = *static_cast<const unsigned char *>(buffer);
+    }
+
+private:
+    void behave(int64_t address)
+    {
+        ++script->accesses;
+        script->lastAddress = address;
+        switch (script->behaviour) {
+        case Script::Answer:
+            return;
+        case Script::Hang:
+            script->release.acquire();
+            return;
+        case Script::TimeOut:
+            throw TIMEOUT_EXCEPTION("no answer");
+        case Script::Refuse:
+            throw ACCESS_EXCEPTION("refused");
+        }
+    }
+
+    std::shared_ptr<Script> script;
+};
+
+constexpr FailFastPort::Timing quick{50ms, 20ms};
+constexpr FailFastPort::Timing rarelyProbing{50ms, 1h};
+
+/// An access at `address` on `port`; true when it succeeds, false on a timeout.
+bool answers(FailFastPort &port, int64_t address = 0x10)
+{
+    char buffer[4];
+    try {
+        port.Read(buffer, address, sizeof buffer);
+        return true;
+    } catch (const GenICam::TimeoutException &) {
+        return false;
+    }
+}
+
+} // namespace
+
+class tst_FailFastPort : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { script = std::make_shared<Script>(); }
+
+    void passesAccessesThrough();
+    void passesOtherFailuresThrough();
+    void silenceCostsOneDeadline();
+    void timeoutOfTheTargetSilences();
+    void writesFailFastToo();
+    void probeEndsSilence();
+    void lateAnswerEndsSilence();
+    void refusalCountsAsAnswer();
+    void waitingCallersFailTogether();
+    void destructionDoesNotWaitForAHangingDevice();
+
+private:
+    std::unique_ptr<GenApi::IPort> target() { return std::make_unique<ScriptedPort>(script); }
+
+    std::shared_ptr<Script> script;
+};
+
+void tst_FailFastPort::passesAccessesThrough()
+{
+    FailFastPort port(target(), quick);
+    const unsigned char written[2] = {0x5a, 0x5a};
+    port.Write(written, 0x20, 2);
+    QCOMPARE(script->lastAddress.load(), int64_t(0x20));
+    unsigned char read[3] = {};
+    port.Read(read, 0x24, 3);
+    QCOMPARE(script->lastAddress.load(), int64_t(0x24));
+    QCOMPARE(read[2], 0x5a);
+    QCOMPARE(port.GetAccessMode(), GenApi::RO);
+    port.Read(nullptr, 0x28, 0);
+    QCOMPARE(script->accesses.load(), 2);
+}
+
+void tst_FailFastPort::passesOtherFailuresThrough()
+{
+    script->behaviour = Script::Refuse;
+    FailFastPort port(target(), quick);
+    QVERIFY_EXCEPTION_THROWN(answers(port), GenICam::AccessException);
+    QVERIFY_EXCEPTION_THROWN(answers(port), GenICam::AccessException);
+    QVERIFY(port.isAnswering());
+}
+
+void tst_FailFastPort::silenceCostsOneDeadline()
+{
+    script->behaviour = Script::Hang;
+    FailFastPort port(target(), rarelyProbing);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(!answers(port));
+    QVERIFY(timer.elapsed() >= 50);
+    QVERIFY(!port.isAnswering());
+    timer.restart();
+    for (int i = 0; i < 1000; ++i)
+        QVERIFY(!answers(port));
+    QVERIFY2(timer.elapsed() < 500, "later accesses must not wait");
+    QCOMPARE(script->accesses.load(), 1);
+    script->release.release();
+}
+
+void tst_FailFastPort::timeoutOfTheTargetSilences()
+{
+    script->behaviour = Script::TimeOut;
+    FailFastPort port(target(), rarelyProbing);
+    QVERIFY(!answers(port));
+    QVERIFY(!answers(port));
+    QCOMPARE(script->accesses.load(), 1);
+}
+
+void tst_FailFastPort::writesFailFastToo()
+{
+    script->behaviour = Script::TimeOut;
+    FailFastPort port(target(), rarelyProbing);
+    QVERIFY_EXCEPTION_THROWN(port.Write("abcd", 0, 4), GenICam::TimeoutException);
+    QVERIFY_EXCEPTION_THROWN(port.Write("abcd", 0, 4), GenICam::TimeoutException);
+    QCOMPARE(script->accesses.load(), 1);
+}
+
+void tst_FailFastPort::probeEndsSilence()
+{
+    QVector<bool> states;
+    std::mutex statesMutex;
+    const auto note = [&](bool answering) {
+        const std::lock_guard<std::mutex> lock(statesMutex);
+        states.append(answering);
+    };
+    const auto noted = [&] {
+        const std::lock_guard<std::mutex> lock(statesMutex);
+        return states;
+    };
+    FailFastPort port(target(), quick, note);
+    QVERIFY(answers(port, 0x40));
+    script->behaviour = Script::TimeOut;
+    QVERIFY(!answers(port, 0x80));
+    QTRY_VERIFY(script->accesses >= 4);
+    QCOMPARE(script->lastAddress.load(), int64_t(0x40)); // probes read what could be read last
+    QCOMPARE(noted(), QVector<bool>({false}));
+    script->behaviour = Script::Answer;
+    QTRY_COMPARE(noted(), QVector<bool>({false, true}));
+    QVERIFY(answers(port));
+}
+
+void tst_FailFastPort::lateAnswerEndsSilence()
+{
+    script->behaviour = Script::Hang;
+    FailFastPort port(target(), rarelyProbing);
+    QVERIFY(!answers(port));
+    script->release.release();
+    QTRY_VERIFY(port.isAnswering());
+}
+
+void tst_FailFastPort::refusalCountsAsAnswer()
+{
+    script->behaviour = Script::TimeOut;
+    FailFastPort port(target(), quick);
+    QVERIFY(!answers(port));
+    script->behaviour = Script::Refuse;
+    QTRY_VERIFY(port.isAnswering());
+}
+
+void tst_FailFastPort::waitingCallersFailTogether()
+{
+    script->behaviour = Script::Hang;
+    FailFastPort port(target(), {200ms, 1h});
+    std::atomic_int failures{0};
+    QElapsedTimer timer;
+    timer.start();
+    std::vector<std::thread> callers;
+    for (int i = 0; i < 4; ++i)
+        callers.emplace_back([&] { failures += !answers(port); });
+    for (std::thread &caller : callers)
+        caller.join();
+    QCOMPARE(failures.load(), 4);
+    QVERIFY2(timer.elapsed() < 2 * 200, "callers must not wait one after the other");
+    script->release.release(4);
+}
+
+void tst_FailFastPort::destructionDoesNotWaitForAHangingDevice()
+{
+    script->behaviour = Script::Hang;
+    bool told = false;
+    auto port = std::make_unique<FailFastPort>(target(), quick, [&](bool answering) { told = answering; });
+    QVERIFY(!answers(*port));
+    QElapsedTimer timer;
+    timer.start();
+    port.reset();
+    QVERIFY(timer.elapsed() < 1000);
+    QVERIFY(!script->destroyed);
+    script->release.release();
+    QTRY_VERIFY(script->destroyed);
+    QVERIFY2(!told, "the handler must not be called after the port's end");
+}
+
+QTEST_GUILESS_MAIN(tst_FailFastPort)
+#include "tst_FailFastPort.moc"

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+#include <limits>
+#include <vector>
+
+#include <QtTest>
+
+#include "Host/AlignedPort.h"
+#include "Host/SparseMemoryPort.h"
+
+namespace {
+
+/// Refuses what a GigE Vision camera refuses, and notes the accesses as text.
+class WordPort : public GenApi::IPort
+{
+public:
+    WordPort(SparseMemoryPort &deviceMemory, QString &accessTrace) : memory(deviceMemory), trace(accessTrace) { }
+
+    GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
+    void Read(void *buffer, int64_t address, int64_t length) override
+    {
+        note('R', address, length);
+        memory.Read(buffer, address, length);
+    }
+    void Write(const void *buffer, int64_t address, int64_t length) override
+    {
+        note('W', address, length);
+        memory.Write(buffer, address, length);
+    }
+
+private:
+    void note(char direction, int64_t address, int64_t length)
+    {
+        if (address % 4 != 0 || length % 4 != 0)
+            throw RUNTIME_EXCEPTION("bad alignment");
+        trace += QStringLiteral("%1%2:%3 ").arg(QLatin1Char(direction)).arg(address).arg(length);
+    }
+
+    SparseMemoryPort &memory;
+    QString &trace;
+};
+
+QByteArray read(GenApi::IPort &port, int64_t address, int length)
+{
+    QByteArray bytes(length, '?');
+    port.Read(bytes.data(), address, length);
+    return bytes;
+}
+
+void write(GenApi::IPort &port, int64_t address, const QByteArray &bytes)
+{
+    port.Write(bytes.constData(), address, bytes.size());
+}
+
+} // namespace
+
+class tst_RegisterPorts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void alignedAccesses_data();
+    void alignedAccesses();
+    void sparseMemoryRemembers_data();
+    void sparseMemoryRemembers();
+};
+
+void tst_RegisterPorts::alignedAccesses_data()
+{
+    QTest::addColumn<int>("address");
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QString>("reading");
+    QTest::addColumn<QString>("writing");
+    QTest::newRow("whole words") << 8 << 8 << "R8:8 "
+                                 << "W8:8 ";
+    QTest::newRow("short head") << 8 << 2 << "R8:4 "
+                                << "R8:4 W8:4 ";
+    QTest::newRow("inside a word") << 9 << 2 << "R8:4 "
+                                   << "R8:4 W8:4 ";
+    QTest::newRow("to the end of a word") << 9 << 3 << "R8:4 "
+                                          << "R8:4 W8:4 ";
+    QTest::newRow("across two words") << 10 << 4 << "R8:8 "
+                                      << "R8:4 R12:4 W8:8 ";
+    QTest::newRow("odd start") << 10 << 10 << "R8:12 "
+                               << "R8:4 W8:12 ";
+    QTest::newRow("odd end") << 8 << 9 << "R8:12 "
+                             << "R16:4 W8:12 ";
+}
+
+void tst_RegisterPorts::alignedAccesses()
+{
+    QFETCH(int, address);
+    QFETCH(int, length);
+    QFETCH(QString, reading);
+    QFETCH(QString, writing);
+
+    SparseMemoryPort memory;
+    QByteArray expected = "0123456789abcdefghijklmnopqrstuvwxyz";
+    write(memory, 0, expected);
+    QString trace;
+    AlignedPort port(std::make_unique<WordPort>(memory, trace));
+    QCOMPARE(read(port, address, length), expected.mid(address, length));
+    QCOMPARE(trace, reading);
+
+    trace.clear();
+    const QByteArray text(length, '#');
+    write(port, address, text);
+    QCOMPARE(trace, writing);
+    expected.replace(address, length, text);
+    QCOMPARE(read(memory, 0, expected.size()), expected);
+}
+
+void tst_RegisterPorts::sparseMemoryRemembers_data()
+{
+    QTest::addColumn<qint64>("address");
+    QTest::newRow("start") << qint64(0);
+    QTest::newRow("across a page") << qint64(253);
+    QTest::newRow("last bytes") << std::numeric_limits<qint64>::max() - 2;
+    QTest::newRow("wraps around") << qint64(-3);
+    QTest::newRow("negative") << std::numeric_limits<qint64>::min();
+}
+
+void tst_RegisterPorts::sparseMemoryRemembers()
+{
+    QFETCH(qint64, address);
+    SparseMemoryPort memory;
+    QCOMPARE(read(memory, address, 6), QByteArray(6, '\0'));
+    write(memory, address, "abcdef");
+    QCOMPARE(read(memory, address, 7), QByteArray("abcdef\0", 7));
+    write(memory, address, "X");
+    QCOMPARE(read(memory, address, 6), QByteArray("Xbcdef"));
+    memory.Read(nullptr, address, -1);
+    memory.Write(nullptr, address, 0);
+}
+
+QTEST_APPLESS_MAIN(tst_RegisterPorts)
+#include "tst_RegisterPorts.moc"
