@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "Host/SimulatedDevices.h"
+
+#include "Host/SimulatedDevice.h"
+
+namespace {
+
+QString file(const char *name)
+{
+    return QStringLiteral(":/simulation/") + QLatin1String(name);
+}
+
+std::vector<SimulatedModel> models()
+{
+    const QString areaScan = QStringLiteral("0");
+    return {
+        {QStringLiteral("SIM-AREA-01"),
+         QStringLiteral("Simulated area-scan camera"),
+         Device::Kind::Camera,
+         areaScan,
+         file("area_scan.xml"),
+         {file("area_scan.values")},
+         areaScanBehaviours},
+        {QStringLiteral("SIM-AREA-02"),
+         QStringLiteral("Simulated small camera"),
+         Device::Kind::Camera,
+         areaScan,
+         file("area_scan.xml"),
+         {file("area_scan.values"), file("area_scan_small.values")},
+         areaScanBehaviours},
+        {QStringLiteral("SIM-CARD-01"),
+         QStringLiteral("Simulated input card"),
+         Device::Kind::Card,
+         QString(),
+         file("card.xml"),
+         {file("card.values")},
+         cardBehaviours},
+    };
+}
+
+} // namespace
+
+std::vector<std::unique_ptr<Device>> makeSimulatedDevices()
+{
+    Q_INIT_RESOURCE(simulation);
+    std::vector<std::unique_ptr<Device>> devices;
+    for (const SimulatedModel &model : models())
+        devices.push_back(std::make_unique<SimulatedDevice>(model));
+    return devices;
+}
