@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include <QLineEdit>
+#include <QtTest>
+
+#include "FeatureTree/IntegerSpinBox.h"
+
+namespace {
+
+constexpr qint64 lowest = std::numeric_limits<qint64>::min();
+constexpr qint64 highest = std::numeric_limits<qint64>::max();
+constexpr qint64 beyondDouble = (qint64(1) << 53) + 1;
+
+void load(IntegerSpinBox &box, qint64 minimum, qint64 maximum, qint64 step, qint64 value)
+{
+    box.setExactRange(minimum, maximum);
+    box.setExactStep(step);
+    box.setExactValue(value);
+}
+
+} // namespace
+
+class tst_IntegerSpinBox : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keepsWhatWasLoaded_data();
+    void keepsWhatWasLoaded();
+    void takesTypedText_data();
+    void takesTypedText();
+    void steps_data();
+    void steps();
+    void worksAsADoubleSpinBox();
+    void wideRangesKeepASmallSize();
+};
+
+void tst_IntegerSpinBox::keepsWhatWasLoaded_data()
+{
+    QTest::addColumn<qint64>("value");
+    QTest::newRow("zero") << qint64(0);
+    QTest::newRow("beyond 53 bits") << beyondDouble;
+    QTest::newRow("largest") << highest;
+    QTest::newRow("next to largest") << highest - 1;
+    QTest::newRow("smallest") << lowest;
+    QTest::newRow("next to smallest") << lowest + 1;
+}
+
+void tst_IntegerSpinBox::keepsWhatWasLoaded()
+{
+    QFETCH(qint64, value);
+    IntegerSpinBox box;
+    load(box, lowest, highest, 1, value);
+    box.interpretText();
+    QCOMPARE(box.exactValue(), value);
+    QCOMPARE(box.text(), QString::number(value));
+}
+
+void tst_IntegerSpinBox::takesTypedText_data()
+{
+    QTest::addColumn<qint64>("minimum");
+    QTest::addColumn<qint64>("maximum");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<qint64>("value"); // the box starts with its minimum
+    QTest::newRow("in range") << qint64(0) << qint64(100) << "52" << qint64(52);
+    QTest::newRow("beyond 53 bits") << lowest << highest << "9007199254740993" << beyondDouble;
+    QTest::newRow("largest") << lowest << highest << "9223372036854775807" << highest;
+    QTest::newRow("negative") << qint64(-50) << qint64(50) << "-7" << qint64(-7);
+    QTest::newRow("below the range on the way") << qint64(16) << qint64(1000) << "640" << qint64(640);
+    QTest::newRow("left below the range") << qint64(16) << qint64(1000) << "1" << qint64(16);
+    QTest::newRow("keys that would leave the range are refused") << qint64(0) << qint64(100) << "500" << qint64(50);
+    QTest::newRow("letters are refused") << qint64(0) << qint64(100) << "4x2" << qint64(42);
+    QTest::newRow("no sign where nothing is negative") << qint64(0) << qint64(100) << "-5" << qint64(5);
+}
+
+void tst_IntegerSpinBox::takesTypedText()
+{
+    QFETCH(qint64, minimum);
+    QFETCH(qint64, maximum);
+    QFETCH(QString, typed);
+    QFETCH(qint64, value);
+    IntegerSpinBox box;
+    load(box, minimum, maximum, 1, minimum);
+    box.selectAll();
+    QTest::keyClicks(&box, typed);
+    box.interpretText();
+    QCOMPARE(box.exactValue(), value);
+}
+
+void tst_IntegerSpinBox::steps_data()
+{
+    QTest::addColumn<qint64>("minimum");
+    QTest::addColumn<qint64>("maximum");
+    QTest::addColumn<qint64>("step");
+    QTest::addColumn<qint64>("from");
+    QTest::addColumn<int>("steps");
+    QTest::addColumn<qint64>("to");
+    QTest::newRow("up") << qint64(0) << qint64(100) << qint64(4) << qint64(8) << 1 << qint64(12);
+    QTest::newRow("down") << qint64(0) << qint64(100) << qint64(4) << qint64(8) << -1 << qint64(4);
+    QTest::newRow("stops at the end") << qint64(0) << qint64(100) << qint64(30) << qint64(90) << 1 << qint64(100);
+    QTest::newRow("beyond 53 bits") << lowest << highest << qint64(1) << beyondDouble << 1 << beyondDouble + 1;
+    QTest::newRow("at the largest") << lowest << highest << qint64(4) << highest - 1 << 1 << highest;
+    QTest::newRow("at the smallest") << lowest << highest << qint64(4) << lowest + 1 << -1 << lowest;
+    QTest::newRow("step too large to multiply") << lowest << highest << highest << qint64(0) << 10 << highest;
+    QTest::newRow("no step") << qint64(0) << qint64(9) << qint64(0) << qint64(5) << 1 << qint64(5);
+}
+
+void tst_IntegerSpinBox::steps()
+{
+    QFETCH(qint64, minimum);
+    QFETCH(qint64, maximum);
+    QFETCH(qint64, step);
+    QFETCH(qint64, from);
+    QFETCH(int, steps);
+    QFETCH(qint64, to);
+    IntegerSpinBox box;
+    load(box, minimum, maximum, step, from);
+    box.stepBy(steps);
+    QCOMPARE(box.exactValue(), to);
+    QCOMPARE(box.text(), QString::number(to));
+}
+
+void tst_IntegerSpinBox::worksAsADoubleSpinBox()
+{
+    IntegerSpinBox box;
+    load(box, 0, 100, 4, 8);
+    QCOMPARE(box.decimals(), 0);
+    QCOMPARE(box.minimum(), 0.0);
+    QCOMPARE(box.maximum(), 100.0);
+    QCOMPARE(box.singleStep(), 4.0);
+    QCOMPARE(box.value(), 8.0);
+    box.setValue(40.0);
+    QCOMPARE(box.exactValue(), qint64(40));
+    box.setLocale(QLocale(QLocale::German));
+    box.setExactRange(0, 1000000);
+    box.setExactValue(123456);
+    QCOMPARE(box.text(), QStringLiteral("123456"));
+}
+
+void tst_IntegerSpinBox::wideRangesKeepASmallSize()
+{
+    IntegerSpinBox box;
+    load(box, lowest, highest, 1, 0);
+    QVERIFY2(box.sizeHint().width() < 400, qPrintable(QString::number(box.sizeHint().width())));
+}
+
+QTEST_MAIN(tst_IntegerSpinBox)
+#include "tst_IntegerSpinBox.moc"
