@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QWidget>
+
+#include <deque>
+
+/// Shows the frames of a camera, fitted to the view or at a chosen zoom.
+///
+/// Zoom 1.0 is one image pixel per device pixel. The wheel zooms around the cursor, dragging pans, `+`, `-`,
+/// `0` (fit) and `1` (100 %) do the same from the keyboard.
+class ImageView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr double minimumZoom = 1.0 / 32;
+    static constexpr double maximumZoom = 32;
+
+    explicit ImageView(QWidget *parent = nullptr);
+
+    void showFrame(const QImage &frame);
+    /// Forgets the frame; `hint` (a sentence for a person) stands in its place.
+    void clear(const QString &hint);
+    const QImage &frame() const { return m_frame; }
+    bool isFitted() const { return m_fitted; }
+    /// The zoom in force, fitted or chosen.
+    double zoom() const;
+    /// Frames per second over the last second; 0 while fewer than two frames arrived in it.
+    double framesPerSecond() const;
+    /// The value of the pixel under the cursor, "(x, y): value"; empty outside of the image.
+    QString pixelText() const;
+
+    void zoomToFit();
+    void zoomToOriginal();
+    void zoomIn();
+    void zoomOut();
+
+    QSize sizeHint() const override { return {640, 480}; }
+    QSize minimumSizeHint() const override { return {160, 120}; }
+
+Q_SIGNALS:
+    /// A frame, the zoom or the pixel under the cursor changed.
+    void statusChanged();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    double fittingZoom() const;
+    QRectF imageRect() const;
+    void setZoom(double zoom, const QPointF &anchor);
+    void zoomAroundCentre(double factor);
+    void keepInView();
+    void countFrame();
+
+    QImage m_frame;
+    QString m_hint;
+    bool m_fitted = true;
+    double m_zoom = 1;
+    QPointF m_centre; ///< image point in the middle of the view; the image's middle while fitted
+    QPointF m_cursor; ///< in view coordinates; negative while outside
+    QPointF m_dragFrom; ///< in view coordinates
+    QElapsedTimer m_clock;
+    std::deque<qint64> m_arrivals; ///< ms of the frames of the last second
+};

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QDateTime>
+
+#include <deque>
+
+/// The last lines of the host's log: time, module, message. GUI thread.
+class LogModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { TimeColumn, ModuleColumn, MessageColumn, ColumnCount };
+    static constexpr int maximumLines = 5000;
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    /// Adds a line at the end; the oldest goes when there are more than maximumLines.
+    void append(const QDateTime &time, const QString &module, const QString &message);
+    void clear();
+    /// The line as it is copied: columns separated by tabs.
+    QString lineText(int row) const;
+    /// To be called after a language change: the column titles are translated anew.
+    void retranslate();
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+private:
+    struct Line
+    {
+        QDateTime time;
+        QString module;
+        QString message;
+    };
+
+    static QString cellText(const Line &line, int column);
+
+    std::deque<Line> m_lines;
+};

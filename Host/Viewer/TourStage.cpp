@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+#include "Host/Viewer/TourStage.h"
+
+#include <QAbstractSpinBox>
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QTreeView>
+
+#include "Host/HostContext.h"
+#include "Host/Viewer/DeviceTree.h"
+#include "Host/Viewer/LogModel.h"
+#include "Host/Viewer/LogView.h"
+#include "Host/Viewer/TourHand.h"
+#include "Host/Viewer/ViewerCommands.h"
+#include "Host/Viewer/ViewerWindow.h"
+#include "ParamterWnd/ParamterWnd.h"
+
+namespace {
+
+template <typename Widget>
+Widget *part(const QWidget *panel, const char *name)
+{
+    return panel ? panel->findChild<Widget *>(QLatin1String(name)) : nullptr;
+}
+
+QModelIndex search(const QAbstractItemModel &model, const QModelIndex &parent, const QString &name)
+{
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex index = model.index(row, 0, parent);
+        if (index.data().toString() == name)
+            return index;
+        const QModelIndex below = search(model, index, name);
+        if (below.isValid())
+            return below;
+    }
+    return QModelIndex();
+}
+
+} // namespace
+
+HostContext &TourStage::host() const
+{
+    return m_window.host();
+}
+
+Device *TourStage::simulated(bool card) const
+{
+    const QList<Device *> devices = host().devices();
+    for (Device *device : devices) {
+        if ((device->kind() == Device::Kind::Card) == card)
+            return device;
+    }
+    return nullptr;
+}
+
+void TourStage::pointAt(const Device &device, bool twice)
+{
+    DeviceTree &tree = m_window.devices();
+    const QModelIndexList rows = tree.model()->match(tree.model()->index(0, 0), Qt::DisplayRole, device.displayName(),
+                                                     1, Qt::MatchExactly | Qt::MatchRecursive);
+    if (rows.isEmpty())
+        return;
+    if (twice)
+        TourHand::doubleClickCell(&tree, rows.first());
+    else
+        TourHand::clickCell(&tree, rows.first());
+}
+
+void TourStage::order(Command command)
+{
+    m_window.commands().action(command)->trigger();
+    TourHand::pause(100);
+}
+
+QWidget *TourStage::panel() const
+{
+    const QList<QWidget *> panels = m_window.panel().findChildren<QWidget *>(QStringLiteral("ParamterWidget"));
+    for (QWidget *panel : panels) {
+        if (panel->isVisible())
+            return panel;
+    }
+    return nullptr;
+}
+
+QTabWidget *TourStage::tabs() const
+{
+    return part<QTabWidget>(panel(), "tabMainWidget");
+}
+
+QTreeView *TourStage::tree() const
+{
+    return part<QTreeView>(panel(), "widget_featrue");
+}
+
+QLineEdit *TourStage::searchField() const
+{
+    return part<QLineEdit>(panel(), "edit_search");
+}
+
+QComboBox *TourStage::levelBox() const
+{
+    return part<QComboBox>(panel(), "cboboxLevel");
+}
+
+QToolButton *TourStage::foldButton() const
+{
+    return part<QToolButton>(panel(), "toolButton");
+}
+
+QTextBrowser *TourStage::description() const
+{
+    return panel() ? panel()->findChild<QTextBrowser *>() : nullptr;
+}
+
+bool TourStage::openTab(const QString &title)
+{
+    QTabBar *bar = tabs() ? tabs()->tabBar() : nullptr;
+    for (int tab = 0; bar && tab < bar->count(); ++tab) {
+        if (bar->tabText(tab) != title)
+            continue;
+        TourHand::click(bar, bar->tabRect(tab).center());
+        return bar->currentIndex() == tab;
+    }
+    return false;
+}
+
+int TourStage::shownRows() const
+{
+    int count = 0;
+    if (!tree() || !tree()->model())
+        return 0;
+    for (QModelIndex index = tree()->model()->index(0, 0); index.isValid(); index = tree()->indexBelow(index))
+        ++count;
+    return count;
+}
+
+QModelIndex TourStage::feature(const QString &name) const
+{
+    return tree() && tree()->model() ? search(*tree()->model(), QModelIndex(), name) : QModelIndex();
+}
+
+bool TourStage::isShown(const QString &name) const
+{
+    const QModelIndex index = feature(name);
+    return index.isValid() && !tree()->isRowHidden(index.row(), index.parent());
+}
+
+QWidget *TourStage::editor() const
+{
+    const QList<QWidget *> children =
+        tree()->viewport()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget *child : children) {
+        if (child->isVisible())
+            return child;
+    }
+    return nullptr;
+}
+
+QWidget *TourStage::openEditor(const QString &name)
+{
+    const QModelIndex index = feature(name);
+    if (!index.isValid())
+        return nullptr;
+    TourHand::clickCell(tree(), index.siblingAtColumn(1));
+    return editor();
+}
+
+void TourStage::leaveEditor()
+{
+    if (QWidget *open = editor())
+        TourHand::key(open, Qt::Key_Escape);
+}
+
+bool TourStage::edit(const QString &name, const QString &text)
+{
+    QWidget *open = openEditor(name);
+    if (!expect(open, QStringLiteral("no editor opens for %1").arg(name)))
+        return false;
+    if (auto *box = qobject_cast<QComboBox *>(open)) {
+        if (!expect(TourHand::choose(box, text), QStringLiteral("%1 does not offer %2").arg(name, text)))
+            return false;
+    } else {
+        TourHand::retype(open, text);
+    }
+    if (QWidget *stillOpen = editor())
+        TourHand::key(stillOpen, Qt::Key_Return);
+    TourHand::pause(100);
+    return true;
+}
+
+QString TourStage::value(const QString &name) const
+{
+    QString text;
+    host().readNode(host().focus(), name, &text);
+    return text;
+}
+
+bool TourStage::isLogged(const QString &text) const
+{
+    const LogModel &log = m_window.log().log();
+    for (int row = 0; row < log.rowCount(); ++row) {
+        if (log.lineText(row).contains(text))
+            return true;
+    }
+    return false;
+}
+
+bool TourStage::expect(bool holds, const QString &what)
+{
+    if (!holds && m_failure.isEmpty())
+        m_failure = what;
+    return holds;
+}

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QModelIndex>
+#include <QString>
+
+class QComboBox;
+class QLineEdit;
+class QTabWidget;
+class QTextBrowser;
+class QToolButton;
+class QTreeView;
+class QWidget;
+class Device;
+class HostContext;
+class ViewerWindow;
+enum class Command;
+
+/// Where the tour takes place: finds what a person would look for in the window, and remembers what failed.
+class TourStage
+{
+public:
+    explicit TourStage(ViewerWindow &window) : m_window(window) { }
+
+    ViewerWindow &window() const { return m_window; }
+    HostContext &host() const;
+
+    /// The first simulated device of that kind; null when there is none.
+    Device *simulated(bool card) const;
+    /// Clicks (or double-clicks) the device's row.
+    void pointAt(const Device &device, bool twice);
+    void order(Command command);
+
+    /// The panel that is shown. Its parts below are null when it lacks them.
+    QWidget *panel() const;
+    QTabWidget *tabs() const;
+    QTreeView *tree() const;
+    QLineEdit *searchField() const;
+    QComboBox *levelBox() const;
+    QToolButton *foldButton() const;
+    QTextBrowser *description() const;
+    /// Clicks the tab with that title; false when there is none.
+    bool openTab(const QString &title);
+    /// Number of rows of the tree that can be seen or scrolled to.
+    int shownRows() const;
+    /// The row of a feature or category, invalid when it has none.
+    QModelIndex feature(const QString &name) const;
+    bool isShown(const QString &name) const;
+
+    /// Clicks the value of a feature and returns the editor that opens, else null.
+    QWidget *openEditor(const QString &name);
+    /// Closes the open editor without a write.
+    void leaveEditor();
+    /// Edits the feature's value in the tree as a person would.
+    bool edit(const QString &name, const QString &text);
+    /// The device's value of a feature of the focused device, as text.
+    QString value(const QString &name) const;
+    /// True when a line of the log contains the text.
+    bool isLogged(const QString &text) const;
+
+    /// Remembers `what` as the reason for a failure unless `holds`; returns `holds`.
+    bool expect(bool holds, const QString &what);
+    QString failure() const { return m_failure; }
+    void forgetFailure() { m_failure.clear(); }
+
+private:
+    QWidget *editor() const;
+
+    ViewerWindow &m_window;
+    QString m_failure;
+};

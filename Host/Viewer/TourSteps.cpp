@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: MIT
+#include "Host/Viewer/TourSteps.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QTreeView>
+
+#include "Host/HostContext.h"
+#include "Host/Viewer/DeviceTree.h"
+#include "Host/Viewer/FrameStatus.h"
+#include "Host/Viewer/ImageView.h"
+#include "Host/Viewer/TourHand.h"
+#include "Host/Viewer/TourStage.h"
+#include "Host/Viewer/ViewerCommands.h"
+#include "Host/Viewer/ViewerWindow.h"
+
+namespace {
+
+using State = DeviceTree::State;
+
+QString say(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+bool showStart(TourStage &stage)
+{
+    return stage.expect(stage.panel(), say("no default panel is shown"))
+        && stage.expect(stage.shownRows() == 0, say("the default panel has features"))
+        && stage.expect(stage.simulated(false) && stage.simulated(true), say("a simulated device is missing"));
+}
+
+bool reaches(TourStage &stage, const Device &device, State state)
+{
+    return TourHand::waitUntil([&] { return stage.window().devices().state(device.id()) == state; });
+}
+
+bool openCamera(TourStage &stage)
+{
+    const Device &camera = *stage.simulated(false);
+    stage.pointAt(camera, true);
+    return stage.expect(reaches(stage, camera, State::Open), say("the camera does not open"))
+        && stage.expect(TourHand::waitUntil([&] { return stage.tree() && stage.tree()->model(); }),
+                        say("the camera gets no panel"));
+}
+
+bool openAttributeTab(TourStage &stage)
+{
+    return stage.expect(stage.openTab(say("All Attribute")), say("the attribute tab does not open"))
+        && stage.expect(stage.tree()->isExpanded(stage.tree()->model()->index(0, 0)), say("the root is not open"))
+        && stage.expect(stage.isShown(say("ImageFormatControl")), say("a category is missing"));
+}
+
+bool expandTree(TourStage &stage)
+{
+    const int folded = stage.shownRows();
+    TourHand::click(stage.foldButton());
+    return stage.expect(stage.shownRows() > folded, say("nothing unfolds"))
+        && stage.expect(stage.foldButton()->text() == say("Collapse"), say("the button does not offer to collapse"));
+}
+
+bool selectFeature(TourStage &stage)
+{
+    TourHand::clickCell(stage.tree(), stage.feature(say("ExposureTime")));
+    const QString text = stage.description()->toPlainText();
+    return stage.expect(text.startsWith(say("ExposureTime")) && text.contains(say("Max:")),
+                        say("the description pane does not describe the feature"));
+}
+
+bool searchFeature(TourStage &stage)
+{
+    TourHand::click(stage.searchField());
+    TourHand::type(stage.searchField(), say("gain"));
+    const bool filtered = stage.isShown(say("Gain")) && !stage.isShown(say("ExposureTime"));
+    return stage.expect(filtered, say("the search does not filter"));
+}
+
+bool raiseLevel(TourStage &stage)
+{
+    TourHand::retype(stage.searchField(), QString());
+    const int beginner = stage.shownRows();
+    const bool chosen = TourHand::choose(stage.levelBox(), stage.levelBox()->itemText(2));
+    return stage.expect(chosen && stage.shownRows() > beginner, say("the level Guru does not show more"))
+        && stage.expect(stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2"),
+                        say("the level is not stored"));
+}
+
+struct Edit
+{
+    const char *feature;
+    const char *typed;
+    const char *expected; ///< value of the device afterwards
+};
+
+bool takesValue(TourStage &stage, const Edit &edit)
+{
+    const QString feature = say(edit.feature);
+    if (!stage.edit(feature, say(edit.typed)))
+        return false;
+    const QString value = stage.value(feature);
+    return stage.expect(value == say(edit.expected), QStringLiteral("%1 is %2").arg(feature, value));
+}
+
+bool editInteger(TourStage &stage)
+{
+    return takesValue(stage, {"Width", "640", "640"});
+}
+
+bool editFloat(TourStage &stage)
+{
+    const QString feature = say("ExposureTime");
+    return stage.edit(feature, say("2500"))
+        && stage.expect(stage.value(feature).toDouble() == 2500.0, say("ExposureTime is not 2500"));
+}
+
+bool editEnumeration(TourStage &stage)
+{
+    QWidget *open = stage.openEditor(say("TestPattern"));
+    stage.leaveEditor();
+    return stage.expect(qobject_cast<QComboBox *>(open), say("an enumeration has no list"))
+        && takesValue(stage, {"ExposureMode", "Timed", "Timed"}) && takesValue(stage, {"TriggerMode", "On", "On"})
+        && takesValue(stage, {"TriggerMode", "Off", "Off"});
+}
+
+bool editBoolean(TourStage &stage)
+{
+    return takesValue(stage, {"ReverseX", "True", "True"});
+}
+
+bool editText(TourStage &stage)
+{
+    return takesValue(stage, {"DeviceUserID", "Line 3 left", "Line 3 left"});
+}
+
+bool runCommand(TourStage &stage)
+{
+    const QString before = stage.value(say("TimestampLatchValue"));
+    auto *button = qobject_cast<QPushButton *>(stage.openEditor(say("TimestampLatch")));
+    if (!stage.expect(button, say("the command has no button")))
+        return false;
+    TourHand::click(button);
+    TourHand::pause(200);
+    return stage.expect(stage.value(say("TimestampLatchValue")) != before, say("the command does not run"));
+}
+
+bool refuseWrite(TourStage &stage)
+{
+    return takesValue(stage, {"Width", "645", "640"})
+        && stage.expect(stage.isLogged(say("Width")), say("the refused write is not logged"));
+}
+
+bool startAcquisition(TourStage &stage)
+{
+    const Device &camera = *stage.simulated(false);
+    TourHand::key(&stage.window().devices(), Qt::Key_Return);
+    const bool frames = TourHand::waitUntil([&] { return stage.window().image().framesPerSecond() > 0; });
+    return stage.expect(reaches(stage, camera, State::Acquiring), say("the camera does not acquire"))
+        && stage.expect(frames, say("no frames arrive"))
+        && stage.expect(stage.window().frameStatus().text().contains(say("640")), say("the status has no image size"))
+        && stage.expect(!stage.openEditor(say("Width")), say("a locked feature can be edited"));
+}
+
+bool zoomImage(TourStage &stage)
+{
+    ImageView &image = stage.window().image();
+    const double fitted = image.zoom();
+    TourHand::wheel(&image, image.rect().center(), 4);
+    return stage.expect(image.zoom() > fitted && !image.isFitted(), say("the wheel does not zoom"));
+}
+
+bool changeFocus(TourStage &stage)
+{
+    const QWidget *before = stage.panel();
+    const Device &card = *stage.simulated(true);
+    stage.pointAt(card, true);
+    return stage.expect(reaches(stage, card, State::Open), say("the card does not open"))
+        && stage.expect(TourHand::waitUntil([&] { return stage.panel() && stage.panel() != before; }),
+                        say("the card's panel is not shown"))
+        && stage.expect(stage.shownRows() > 1, say("the card has no features"));
+}
+
+bool speakChinese(TourStage &stage)
+{
+    stage.pointAt(*stage.simulated(false), false);
+    stage.order(Command::Chinese);
+    TourHand::pause(200);
+    const QString button = stage.foldButton()->text();
+    return stage.expect(!button.contains(say("Collapse")) && !button.contains(say("Expand")),
+                        say("the panel's texts stay English"))
+        && stage.expect(stage.window().windowTitle() != say("Parameter Viewer"),
+                        say("the window's texts stay English"));
+}
+
+bool closeCamera(TourStage &stage)
+{
+    const Device &camera = *stage.simulated(false);
+    stage.order(Command::English);
+    stage.order(Command::StopAcquisition);
+    stage.order(Command::CloseDevice);
+    return stage.expect(reaches(stage, camera, State::Closed), say("the camera does not close"))
+        && stage.expect(TourHand::waitUntil([&] { return stage.panel() && stage.shownRows() == 0; }),
+                        say("the default panel is not shown"))
+        && stage.expect(stage.window().image().frame().isNull(), say("the image stays"));
+}
+
+bool openDescription(TourStage &stage)
+{
+    const QTemporaryDir directory;
+    const QString file = directory.filePath(say("camera.xml"));
+    return stage.expect(QFile::copy(say(":/simulation/area_scan.xml"), file), say("there is no description to open"))
+        && stage.expect(stage.window().openDescription(file), say("the description does not open"))
+        && stage.expect(TourHand::waitUntil([&] { return stage.shownRows() > 1 || stage.tabs()->count() == 2; }),
+                        say("the description gets no panel"))
+        && stage.expect(stage.openTab(say("All Attribute")) && stage.isShown(say("DeviceControl")),
+                        say("the features are not shown"));
+}
+
+} // namespace
+
+const std::vector<TourStep> &tourSteps()
+{
+    static const std::vector<TourStep> steps = {
+        {"start", showStart},
+        {"camera-open", openCamera},
+        {"attribute-tab", openAttributeTab},
+        {"expanded", expandTree},
+        {"feature-selected", selectFeature},
+        {"search", searchFeature},
+        {"level-guru", raiseLevel},
+        {"edit-integer", editInteger},
+        {"edit-float", editFloat},
+        {"edit-enumeration", editEnumeration},
+        {"edit-boolean", editBoolean},
+        {"edit-text", editText},
+        {"command", runCommand},
+        {"write-refused", refuseWrite},
+        {"acquisition", startAcquisition},
+        {"zoom", zoomImage},
+        {"card-focused", changeFocus},
+        {"chinese", speakChinese},
+        {"camera-closed", closeCamera},
+        {"description-file", openDescription},
+    };
+    return steps;
+}

@@ -1,0 +1,358 @@
+// SPDX-License-Identifier: MIT
+#include "Host/Viewer/ViewerWindow.h"
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSettings>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "Host/DescriptionDevice.h"
+#include "Host/HostContext.h"
+#include "Host/Viewer/DeviceTree.h"
+#include "Host/Viewer/FrameStatus.h"
+#include "Host/Viewer/GlyphIcons.h"
+#include "Host/Viewer/ImageView.h"
+#include "Host/Viewer/LogModel.h"
+#include "Host/Viewer/LogView.h"
+#include "Host/Viewer/ViewerCommands.h"
+#include "ParamterWnd/ParamterWnd.h"
+
+namespace {
+
+constexpr int panelMinimumWidth = 320;
+constexpr int panelWidth = 460;
+constexpr int deviceListWidth = 270;
+constexpr int logHeight = 150;
+const QString geometryKey = QStringLiteral("Viewer/geometry");
+const QString layoutKey = QStringLiteral("Viewer/layout");
+
+} // namespace
+
+ViewerWindow::ViewerWindow(HostContext &context)
+    : m_context(context), m_devices(new DeviceTree(context)), m_image(new ImageView),
+      m_status(new FrameStatus(*m_image)), m_log(new LogView), m_panel(new ParamterWnd)
+{
+    setObjectName(QStringLiteral("ViewerWindow"));
+    setWindowIcon(glyphIcon(Glyph::Camera));
+    setCentralWidget(m_image);
+    statusBar()->addPermanentWidget(m_status);
+    buildDocks();
+    buildCommands();
+    connectHost();
+    useLanguage(m_context.language());
+    retranslate();
+    restoreLayout();
+    followFocus();
+}
+
+ViewerWindow::~ViewerWindow()
+{
+    disconnect(&m_context, nullptr, this, nullptr);
+    delete m_panel;
+}
+
+QDockWidget *ViewerWindow::addDock(const QString &name, Qt::DockWidgetArea area, QWidget *content)
+{
+    auto *dock = new QDockWidget(this);
+    dock->setObjectName(name);
+    dock->setWidget(content);
+    addDockWidget(area, dock);
+    return dock;
+}
+
+void ViewerWindow::buildDocks()
+{
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    m_deviceDock = addDock(QStringLiteral("deviceDock"), Qt::LeftDockWidgetArea, m_devices);
+    m_panelDock = addDock(QStringLiteral("panelDock"), Qt::RightDockWidgetArea, m_panel);
+    m_logDock = addDock(QStringLiteral("logDock"), Qt::BottomDockWidgetArea, m_log);
+    m_panel->setMinimumWidth(panelMinimumWidth);
+    m_panel->setProperty("profilerTypeCodes", QStringList(QStringLiteral("1")));
+    m_panel->setProperty("structuredLightTypeCodes", QStringList(QStringLiteral("5")));
+    m_devices->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_devices, &QWidget::customContextMenuRequested, this, &ViewerWindow::showDeviceMenu);
+    connect(m_devices, &DeviceTree::stepRequested, this, &ViewerWindow::takeNextStep);
+    connect(m_devices, &DeviceTree::stateChanged, this, &ViewerWindow::followState);
+}
+
+void ViewerWindow::buildCommands()
+{
+    auto *toolBar = addToolBar(QString());
+    toolBar->setObjectName(QStringLiteral("toolBar"));
+    toolBar->setIconSize({22, 22});
+    toolBar->setMovable(false);
+    m_commands = new ViewerCommands(menuBar(), toolBar);
+    m_commands->addViewToggles({m_deviceDock->toggleViewAction(), m_panelDock->toggleViewAction(),
+                                m_logDock->toggleViewAction(), toolBar->toggleViewAction()});
+    m_commands->action(Command::ShowCommonTab)->setChecked(true);
+    m_commands->action(Command::ShowAttributeTab)->setChecked(true);
+    m_commands->action(Command::DefaultMode0)->setChecked(true);
+    connect(m_commands, &ViewerCommands::triggered, this, &ViewerWindow::run);
+}
+
+void ViewerWindow::connectHost()
+{
+    connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::followFocus);
+    connect(&m_context, &HostContext::frameReady, this, &ViewerWindow::showFrame);
+    connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::updateCommands);
+    connect(&m_context, &HostContext::deviceListChanged, this, &ViewerWindow::openPending);
+    connect(&m_context, &HostContext::logLine, this,
+            [this](const QDateTime &time, const QString &module, const QString &message) {
+                m_log->log().append(time, module, message);
+            });
+}
+
+void ViewerWindow::run(Command command, bool checked)
+{
+    switch (command) {
+    case Command::Refresh:
+        return m_context.refreshDevices();
+    case Command::OpenDevice:
+        return openDevice();
+    case Command::CloseDevice:
+        return closeDevice();
+    case Command::OpenFile:
+        return askForDescription();
+    case Command::StartAcquisition:
+        return startAcquisition();
+    case Command::StopAcquisition:
+        return stopAcquisition();
+    case Command::Quit:
+        close();
+        return;
+    case Command::ZoomFit:
+        return m_image->zoomToFit();
+    case Command::ZoomOriginal:
+        return m_image->zoomToOriginal();
+    case Command::ZoomIn:
+        return m_image->zoomIn();
+    case Command::ZoomOut:
+        return m_image->zoomOut();
+    case Command::ShowCommonTab:
+        return m_panel->setPanelWidgetVisiable(checked);
+    case Command::ShowAttributeTab:
+        return m_panel->setAllDetailWidgetVisiable(checked);
+    case Command::DisablePanel:
+        return m_panel->setParamterViewDisable(currentId());
+    case Command::DefaultMode0:
+        return m_panel->setDefaultParameterWndMode(0);
+    case Command::DefaultMode1:
+        return m_panel->setDefaultParameterWndMode(1);
+    case Command::English:
+        return useLanguage(QStringLiteral("English"));
+    case Command::Chinese:
+        return useLanguage(QStringLiteral("Chinese"));
+    case Command::About:
+        return showAbout();
+    }
+}
+
+QString ViewerWindow::currentId() const
+{
+    const Device *device = m_devices->currentDevice();
+    return device ? device->id() : QString();
+}
+
+void ViewerWindow::openDevice()
+{
+    m_context.open(currentId());
+}
+
+void ViewerWindow::closeDevice()
+{
+    m_context.close(currentId());
+}
+
+void ViewerWindow::startAcquisition()
+{
+    const QString id = currentId();
+    if (m_context.startAcquisition(id))
+        m_image->zoomToFit();
+}
+
+void ViewerWindow::stopAcquisition()
+{
+    m_context.stopAcquisition(currentId());
+}
+
+void ViewerWindow::takeNextStep()
+{
+    for (Command step : {Command::StopAcquisition, Command::StartAcquisition, Command::OpenDevice}) {
+        if (m_commands->action(step)->isEnabled())
+            return m_commands->action(step)->trigger();
+    }
+}
+
+void ViewerWindow::askForDescription()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open Description File"), QString(),
+                                                      tr("Camera descriptions (*.xml *.zip);;All files (*)"));
+    if (!path.isEmpty())
+        openDescription(path);
+}
+
+bool ViewerWindow::openDescription(const QString &path)
+{
+    auto device = std::make_unique<DescriptionDevice>(path);
+    const QString id = device->id();
+    if (!m_context.device(id))
+        m_context.addDevice(std::move(device));
+    m_devices->select(id);
+    return m_context.open(id);
+}
+
+void ViewerWindow::openWhenKnown(const QString &id)
+{
+    m_pendingId = id;
+    openPending();
+}
+
+void ViewerWindow::openPending()
+{
+    if (m_pendingId.isEmpty() || !m_context.device(m_pendingId))
+        return;
+    const QString id = std::exchange(m_pendingId, QString());
+    m_devices->select(id);
+    m_context.open(id);
+}
+
+void ViewerWindow::showDeviceMenu(const QPoint &position)
+{
+    if (m_devices->currentDevice())
+        QMenu::exec(m_commands->deviceActions(), m_devices->viewport()->mapToGlobal(position), nullptr, this);
+}
+
+void ViewerWindow::showAbout()
+{
+    QMessageBox::about(this, tr("About"),
+                       tr("<h3>Parameter Viewer %1</h3><p>Shows the features of GenICam cameras in the ParamterWnd "
+                          "panel.</p><p>MIT licence</p>")
+                           .arg(QCoreApplication::applicationVersion()));
+}
+
+void ViewerWindow::useLanguage(const QString &language)
+{
+    m_translators.use(language);
+    m_context.setLanguage(language);
+    const bool english = language == QLatin1String("English");
+    m_commands->action(english ? Command::English : Command::Chinese)->setChecked(true);
+}
+
+void ViewerWindow::followFocus()
+{
+    const QString id = currentId();
+    QString format;
+    if (m_frames.contains(id))
+        m_image->showFrame(m_frames.value(id));
+    else
+        m_image->clear(imageHint());
+    if (m_devices->state(id) == DeviceTree::State::Acquiring)
+        m_context.readNode(id, QStringLiteral("PixelFormat"), &format);
+    m_status->setPixelFormat(format);
+    updateCommands();
+}
+
+void ViewerWindow::followState(const QString &id)
+{
+    const DeviceTree::State state = m_devices->state(id);
+    if (state == DeviceTree::State::Closed || state == DeviceTree::State::Lost)
+        m_frames.remove(id);
+    if (id == currentId())
+        followFocus();
+}
+
+void ViewerWindow::showFrame(const QString &id, const QImage &frame)
+{
+    if (m_devices->state(id) != DeviceTree::State::Acquiring)
+        return;
+    const bool first = !m_frames.contains(id);
+    m_frames.insert(id, frame);
+    if (id != currentId())
+        return;
+    m_image->showFrame(frame);
+    if (first)
+        updateCommands();
+}
+
+QString ViewerWindow::imageHint() const
+{
+    const Device *device = m_devices->currentDevice();
+    if (!device)
+        return tr("Select a device.");
+    switch (m_devices->state(device->id())) {
+    case DeviceTree::State::Closed:
+        return tr("%1 is closed. Double-click it to open it.").arg(device->displayName());
+    case DeviceTree::State::Lost:
+        return tr("%1 does not answer any more. Double-click it to open it again.").arg(device->displayName());
+    case DeviceTree::State::Acquiring:
+        return tr("Waiting for images...");
+    case DeviceTree::State::Open:
+        break;
+    }
+    return device->canAcquire() ? tr("Start the acquisition to see images.") : tr("This device has no images.");
+}
+
+void ViewerWindow::updateCommands()
+{
+    const Device *device = m_devices->currentDevice();
+    const DeviceTree::State state = m_devices->state(currentId());
+    const bool open = state == DeviceTree::State::Open || state == DeviceTree::State::Acquiring;
+    const bool acquiring = state == DeviceTree::State::Acquiring;
+    const bool image = !m_image->frame().isNull();
+    const std::pair<Command, bool> enabled[] = {
+        {Command::Refresh, !m_context.isRefreshing()},
+        {Command::OpenDevice, device && !open},
+        {Command::CloseDevice, device && open},
+        {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
+        {Command::StopAcquisition, acquiring},
+        {Command::DisablePanel, device && open},
+        {Command::ZoomFit, image},
+        {Command::ZoomOriginal, image},
+        {Command::ZoomIn, image},
+        {Command::ZoomOut, image},
+    };
+    for (const auto &[command, possible] : enabled)
+        m_commands->action(command)->setEnabled(possible);
+    statusBar()->showMessage(m_context.isRefreshing() ? tr("Searching for devices...") : QString());
+}
+
+void ViewerWindow::retranslate()
+{
+    setWindowTitle(tr("Parameter Viewer"));
+    m_deviceDock->setWindowTitle(tr("Devices"));
+    m_panelDock->setWindowTitle(tr("Parameters"));
+    m_logDock->setWindowTitle(tr("Log"));
+    findChild<QToolBar *>(QStringLiteral("toolBar"))->setWindowTitle(tr("Tool Bar"));
+    m_image->setAccessibleName(tr("Image"));
+    if (m_image->frame().isNull())
+        m_image->clear(imageHint());
+}
+
+void ViewerWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QMainWindow::changeEvent(event);
+}
+
+void ViewerWindow::restoreLayout()
+{
+    resize(1280, 800);
+    resizeDocks({m_deviceDock, m_panelDock}, {deviceListWidth, panelWidth}, Qt::Horizontal);
+    resizeDocks({m_logDock}, {logHeight}, Qt::Vertical);
+    restoreGeometry(m_context.settings().value(geometryKey).toByteArray());
+    restoreState(m_context.settings().value(layoutKey).toByteArray());
+}
+
+void ViewerWindow::closeEvent(QCloseEvent *event)
+{
+    m_context.settings().setValue(geometryKey, saveGeometry());
+    m_context.settings().setValue(layoutKey, saveState());
+    QMainWindow::closeEvent(event);
+}

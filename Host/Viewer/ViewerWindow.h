@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHash>
+#include <QImage>
+#include <QMainWindow>
+
+#include "Host/Viewer/Translators.h"
+
+class Device;
+class DeviceTree;
+class FrameStatus;
+class HostContext;
+class ImageView;
+class LogView;
+class ParamterWnd;
+class QDockWidget;
+class ViewerCommands;
+enum class Command;
+
+/// The main window of the demo host: devices, image, the parameter panel, log.
+class ViewerWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// `context` must outlive the window.
+    explicit ViewerWindow(HostContext &context);
+    /// Removes the panel before the devices' node maps go.
+    ~ViewerWindow() override;
+
+    /// Opens a camera description without a camera and selects it. False on failure, which is logged.
+    bool openDescription(const QString &path);
+    /// Opens and selects a device as soon as it is known.
+    void openWhenKnown(const QString &id);
+    void useLanguage(const QString &language);
+
+    HostContext &host() { return m_context; }
+    DeviceTree &devices() { return *m_devices; }
+    ImageView &image() { return *m_image; }
+    FrameStatus &frameStatus() { return *m_status; }
+    LogView &log() { return *m_log; }
+    ParamterWnd &panel() { return *m_panel; }
+    ViewerCommands &commands() { return *m_commands; }
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QDockWidget *addDock(const QString &name, Qt::DockWidgetArea area, QWidget *content);
+    void buildDocks();
+    void buildCommands();
+    void connectHost();
+    void run(Command command, bool checked);
+    void openDevice();
+    void closeDevice();
+    void startAcquisition();
+    void stopAcquisition();
+    void takeNextStep();
+    void askForDescription();
+    void showDeviceMenu(const QPoint &position);
+    void showAbout();
+    void followFocus();
+    void followState(const QString &id);
+    void showFrame(const QString &id, const QImage &frame);
+    QString imageHint() const;
+    QString currentId() const;
+    void updateCommands();
+    void openPending();
+    void retranslate();
+    void restoreLayout();
+
+    HostContext &m_context;
+    Translators m_translators;
+    DeviceTree *m_devices;
+    ImageView *m_image;
+    FrameStatus *m_status;
+    LogView *m_log;
+    ParamterWnd *m_panel;
+    ViewerCommands *m_commands = nullptr;
+    QDockWidget *m_deviceDock = nullptr;
+    QDockWidget *m_panelDock = nullptr;
+    QDockWidget *m_logDock = nullptr;
+    QHash<QString, QImage> m_frames; ///< last frame of each open camera
+    QString m_pendingId; ///< to be opened once it is known
+};

@@ -1,0 +1,142 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>AttributeTab</name>
+    <message>
+        <source>Feature</source>
+        <translation>属性</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>Expand</source>
+        <translation>展开</translation>
+    </message>
+    <message>
+        <source>Collapse</source>
+        <translation>收起</translation>
+    </message>
+</context>
+<context>
+    <name>FeatureEditDelegate</name>
+    <message>
+        <source>False</source>
+        <translation>False（否）</translation>
+    </message>
+    <message>
+        <source>True</source>
+        <translation>True（是）</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterWidgetManager</name>
+    <message>
+        <source>Form</source>
+        <translation>窗口</translation>
+    </message>
+</context>
+<context>
+    <name>ParamterWidget</name>
+    <message>
+        <source>first</source>
+        <translation>第一页</translation>
+    </message>
+    <message>
+        <source>second</source>
+        <translation>第二页</translation>
+    </message>
+    <message>
+        <source>third</source>
+        <translation>第三页</translation>
+    </message>
+    <message>
+        <source>fourth</source>
+        <translation>第四页</translation>
+    </message>
+    <message>
+        <source>Form</source>
+        <translation>窗口</translation>
+    </message>
+    <message>
+        <source>Pannel</source>
+        <translation>面板</translation>
+    </message>
+    <message>
+        <source>All Attribute</source>
+        <translation>全部属性</translation>
+    </message>
+    <message>
+        <source>Expand</source>
+        <translation>展开</translation>
+    </message>
+    <message>
+        <source>Please input paramter name</source>
+        <translation>请输入参数名称</translation>
+    </message>
+    <message>
+        <source>User Level</source>
+        <translation>用户等级</translation>
+    </message>
+    <message>
+        <source>Beginner</source>
+        <translation>初级</translation>
+    </message>
+    <message>
+        <source>Expert</source>
+        <translation>专家</translation>
+    </message>
+    <message>
+        <source>Guru</source>
+        <translation>大师</translation>
+    </message>
+    <message>
+        <source>Parameter Description</source>
+        <translation>参数描述</translation>
+    </message>
+    <message>
+        <source>Common Attribute</source>
+        <translation>常用属性</translation>
+    </message>
+    <message>
+        <source>Commom</source>
+        <translation>常用</translation>
+    </message>
+    <message>
+        <source>Trigger</source>
+        <translation>触发</translation>
+    </message>
+    <message>
+        <source>Advance</source>
+        <translation>高级</translation>
+    </message>
+    <message>
+        <source>Execute</source>
+        <translation>执行</translation>
+    </message>
+    <message>
+        <source>Feature</source>
+        <translation>属性</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+</context>
+<context>
+    <name>ParamterWnd</name>
+    <message>
+        <source>Form</source>
+        <translation>窗口</translation>
+    </message>
+</context>
+<context>
+    <name>ToolPageWidgetItem</name>
+    <message>
+        <source>Execute</source>
+        <translation>执行</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,318 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>DeviceTree</name>
+    <message>
+        <source>Simulated Cameras</source>
+        <translation>模拟相机</translation>
+    </message>
+    <message>
+        <source>GigE Vision Cameras</source>
+        <translation>GigE Vision 相机</translation>
+    </message>
+    <message>
+        <source>USB3 Vision Cameras</source>
+        <translation>USB3 Vision 相机</translation>
+    </message>
+    <message>
+        <source>Test Cameras</source>
+        <translation>测试相机</translation>
+    </message>
+    <message>
+        <source>Description Files</source>
+        <translation>描述文件</translation>
+    </message>
+    <message>
+        <source>Other Cameras</source>
+        <translation>其他相机</translation>
+    </message>
+    <message>
+        <source>Cards</source>
+        <translation>采集卡</translation>
+    </message>
+    <message>
+        <source>Closed</source>
+        <translation>已关闭</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>已打开</translation>
+    </message>
+    <message>
+        <source>Acquiring</source>
+        <translation>采集中</translation>
+    </message>
+    <message>
+        <source>Lost</source>
+        <translation>已断开</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <translation>设备</translation>
+    </message>
+</context>
+<context>
+    <name>FrameStatus</name>
+    <message>
+        <source>%1 fps</source>
+        <translation>%1 帧/秒</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>LogModel</name>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Module</source>
+        <translation>模块</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>消息</translation>
+    </message>
+</context>
+<context>
+    <name>LogView</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
+    </message>
+    <message>
+        <source>C&amp;lear Log</source>
+        <translation>清空日志(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>日志</translation>
+    </message>
+</context>
+<context>
+    <name>ViewerCommands</name>
+    <message>
+        <source>&amp;Device</source>
+        <translation>设备(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>视图(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Default Panel &amp;Mode</source>
+        <translation>默认面板模式(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>语言(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>帮助(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh Devices</source>
+        <translation>刷新设备(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Search the network and the USB ports for cameras</source>
+        <translation>在网络和 USB 端口上搜索相机</translation>
+    </message>
+    <message>
+        <source>Open Description &amp;File...</source>
+        <translation>打开描述文件(&amp;F)...</translation>
+    </message>
+    <message>
+        <source>Open a GenICam camera description without a camera</source>
+        <translation>不连接相机，打开 GenICam 相机描述文件</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>打开(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Open the selected device</source>
+        <translation>打开所选设备</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>关闭(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Close the selected device</source>
+        <translation>关闭所选设备</translation>
+    </message>
+    <message>
+        <source>&amp;Start Acquisition</source>
+        <translation>开始采集(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Let the selected camera acquire images</source>
+        <translation>让所选相机采集图像</translation>
+    </message>
+    <message>
+        <source>S&amp;top Acquisition</source>
+        <translation>停止采集(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Stop acquiring images</source>
+        <translation>停止采集图像</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>退出(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;Fit Image</source>
+        <translation>适应窗口(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Show the whole image</source>
+        <translation>显示整幅图像</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;100 %</source>
+        <translation>原始大小(&amp;1)</translation>
+    </message>
+    <message>
+        <source>Show one image pixel on one screen pixel</source>
+        <translation>一个图像像素对应一个屏幕像素</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>放大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Enlarge the image</source>
+        <translation>放大图像</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>缩小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Reduce the image</source>
+        <translation>缩小图像</translation>
+    </message>
+    <message>
+        <source>Show &amp;Common Attributes</source>
+        <translation>显示常用属性(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Show the panel&apos;s tab of common attributes</source>
+        <translation>显示面板的常用属性页</translation>
+    </message>
+    <message>
+        <source>Show &amp;All Attributes</source>
+        <translation>显示全部属性(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Show the panel&apos;s tab of all attributes</source>
+        <translation>显示面板的全部属性页</translation>
+    </message>
+    <message>
+        <source>&amp;Disable Panel of Device</source>
+        <translation>停用设备面板(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Let the panel of the focused camera stop reading it, until it is opened again</source>
+        <translation>使当前相机的面板停止读取相机，直到相机重新打开</translation>
+    </message>
+    <message>
+        <source>Mode &amp;0</source>
+        <translation>模式 &amp;0</translation>
+    </message>
+    <message>
+        <source>Mode &amp;1</source>
+        <translation>模式 &amp;1</translation>
+    </message>
+    <message>
+        <source>&amp;About...</source>
+        <translation>关于(&amp;A)...</translation>
+    </message>
+</context>
+<context>
+    <name>ViewerWindow</name>
+    <message>
+        <source>Open Description File</source>
+        <translation>打开描述文件</translation>
+    </message>
+    <message>
+        <source>Camera descriptions (*.xml *.zip);;All files (*)</source>
+        <translation>相机描述文件 (*.xml *.zip);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>关于</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Parameter Viewer %1&lt;/h3&gt;&lt;p&gt;Shows the features of GenICam cameras in the ParamterWnd panel.&lt;/p&gt;&lt;p&gt;MIT licence&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;参数查看器 %1&lt;/h3&gt;&lt;p&gt;在 ParamterWnd 面板中显示 GenICam 相机的属性。&lt;/p&gt;&lt;p&gt;MIT 许可证&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Select a device.</source>
+        <translation>请选择一个设备。</translation>
+    </message>
+    <message>
+        <source>%1 is closed. Double-click it to open it.</source>
+        <translation>%1 已关闭。双击即可打开。</translation>
+    </message>
+    <message>
+        <source>%1 does not answer any more. Double-click it to open it again.</source>
+        <translation>%1 已无响应。双击可重新打开。</translation>
+    </message>
+    <message>
+        <source>Waiting for images...</source>
+        <translation>正在等待图像...</translation>
+    </message>
+    <message>
+        <source>Start the acquisition to see images.</source>
+        <translation>开始采集后即可看到图像。</translation>
+    </message>
+    <message>
+        <source>This device has no images.</source>
+        <translation>该设备没有图像。</translation>
+    </message>
+    <message>
+        <source>Searching for devices...</source>
+        <translation>正在搜索设备...</translation>
+    </message>
+    <message>
+        <source>Parameter Viewer</source>
+        <translation>参数查看器</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>Parameters</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>日志</translation>
+    </message>
+    <message>
+        <source>Tool Bar</source>
+        <translation>工具栏</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>图像</translation>
+    </message>
+</context>
+</TS>
