@@ -2,6 +2,8 @@
 #include "Host/AravisDevice.h"
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <limits>
 #include <mutex>
 #include <thread>
@@ -22,6 +24,7 @@ namespace {
 constexpr int bufferCount = 8; // frames that Aravis may fill
 constexpr int maxFramesUnderway = 3; // frames on their way to the GUI thread
 constexpr guint64 popTimeout = 50'000; // us
+constexpr std::chrono::milliseconds streamEndTimeout(500);
 
 struct Unreference
 {
@@ -182,41 +185,67 @@ public:
     using Show = std::function<void(const QImage &)>;
 
     /// `show` is called on the stream's thread. Throws a GenICam exception when the camera grants no stream.
-    Stream(ArvDevice *device, std::size_t frameSize, Show show) : showFrame(std::move(show))
+    Stream(ArvDevice *device, std::size_t frameSize, Show show) : feed(std::make_shared<Feed>())
     {
         ErrorSlot error;
-        source.reset(arv_device_create_stream(device, nullptr, nullptr, error.out()));
-        if (!source)
+        feed->source.reset(arv_device_create_stream(device, nullptr, nullptr, error.out()));
+        if (!feed->source)
             throw RUNTIME_EXCEPTION("%s", error.text());
         for (int i = 0; i < bufferCount; ++i)
-            arv_stream_push_buffer(source.get(), arv_buffer_new_allocate(frameSize));
-        thread = std::thread([this] { run(); });
+            arv_stream_push_buffer(feed->source.get(), arv_buffer_new_allocate(frameSize));
+        feed->show = std::move(show);
+        std::thread([shared = feed] { shared->run(); }).detach();
     }
 
-    ~Stream()
-    {
-        stopping = true;
-        thread.join();
-    }
+    /// Releasing the stream of a camera that is gone takes seconds; nobody waits for that.
+    ~Stream() { feed->stop(); }
 
 private:
-    void run()
+    /// Lives until both the stream object and its thread have let go of it.
+    struct Feed
     {
-        while (!stopping) {
-            ArvBuffer *buffer = arv_stream_timeout_pop_buffer(source.get(), popTimeout);
-            if (!buffer)
-                continue;
-            const QImage frame = toImage(buffer);
-            arv_stream_push_buffer(source.get(), buffer);
-            if (!frame.isNull())
-                showFrame(frame);
+        void run()
+        {
+            while (ArvBuffer *buffer = nextBuffer()) {
+                const QImage frame = toImage(buffer);
+                arv_stream_push_buffer(source.get(), buffer);
+                const std::lock_guard<std::mutex> lock(mutex);
+                if (show && !frame.isNull())
+                    show(frame);
+            }
+            source.reset();
+            const std::lock_guard<std::mutex> lock(mutex);
+            finished = true;
+            ended.notify_all();
         }
-    }
 
-    Show showFrame;
-    Reference<ArvStream> source;
-    std::atomic_bool stopping{false};
-    std::thread thread;
+        /// Null when the stream is over.
+        ArvBuffer *nextBuffer()
+        {
+            ArvBuffer *buffer = nullptr;
+            while (!stopping && !buffer)
+                buffer = arv_stream_timeout_pop_buffer(source.get(), popTimeout);
+            if (buffer && stopping)
+                g_object_unref(std::exchange(buffer, nullptr));
+            return buffer;
+        }
+
+        void stop()
+        {
+            std::unique_lock<std::mutex> lock(mutex);
+            show = nullptr;
+            stopping = true;
+            ended.wait_for(lock, streamEndTimeout, [this] { return finished; });
+        }
+
+        Reference<ArvStream> source;
+        std::atomic_bool stopping{false};
+        std::mutex mutex; ///< guards what follows
+        std::condition_variable ended;
+        Show show;
+        bool finished = false;
+    };
+    std::shared_ptr<Feed> feed;
 };
 
 AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), identity(std::move(camera)) { }

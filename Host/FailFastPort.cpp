@@ -85,7 +85,8 @@ public:
         std::unique_lock<std::mutex> lock(mutex);
         stopping = true;
         changed.notify_all();
-        changed.wait_for(lock, timing.deadline, [this] { return finished; });
+        if (answering)
+            changed.wait_for(lock, timing.deadline, [this] { return finished; });
     }
 
     /// The thread's work.

@@ -27,8 +27,8 @@ public:
     using StateHandler = std::function<void(bool answering)>;
 
     explicit FailFastPort(std::unique_ptr<GenApi::IPort> target, Timing timing, StateHandler handler = {});
-    /// Waits one deadline at most for a running access. The target is destroyed on the port's thread, later than this
-    /// port if its access takes longer. The handler is not called any more.
+    /// Waits one deadline at most for the thread, and not at all for a silent device. The target is destroyed on the
+    /// port's thread, later than this port if its access takes longer. The handler is not called any more.
     ~FailFastPort() override;
 
     FailFastPort(const FailFastPort &) = delete;
