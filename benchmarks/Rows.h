@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "BenchReport.h"
+
+/// Loading descriptions and reading features, without the panel.
+void addEngineRows(BenchReport &report);
+
+/// Opening, searching and repainting a panel, and what it keeps in memory. Needs the application object.
+void addPanelRows(BenchReport &report);

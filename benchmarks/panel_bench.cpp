@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include <cstdio>
+#include <exception>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFile>
+
+#include <GenApi/GenApi.h>
+
+#include "Rows.h"
+
+namespace {
+
+bool isSaved(const QString &fileName, const QByteArray &content)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+int measured(const QString &jsonFile)
+{
+    BenchReport report;
+    addEngineRows(report);
+    addPanelRows(report);
+    std::fputs(report.table().c_str(), stdout);
+    if (!jsonFile.isEmpty() && !isSaved(jsonFile, report.json())) {
+        std::fprintf(stderr, "panel_bench: %s cannot be written\n", qUtf8Printable(jsonFile));
+        return 2;
+    }
+    return report.isReached() ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Measures the panel and the GenApi layer on made-up cameras. Exits with 1 if a figure misses its bound."));
+    parser.addHelpOption();
+    const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Also write the figures to <file>."),
+                                  QStringLiteral("file"));
+    parser.addOption(json);
+    parser.process(application);
+    try {
+        return measured(parser.value(json));
+    } catch (const GenICam::GenericException &error) {
+        std::fprintf(stderr, "panel_bench: %s\n", error.what());
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "panel_bench: %s\n", error.what());
+    }
+    return 2;
+}
