@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/SwitchButton.h"
 
-#include <QPainter>
 #include <QSignalBlocker>
 #include <QStyleOptionButton>
+#include <QStylePainter>
 
 #include "ToolPage/StyleSheets.h"
+
+namespace {
+
+constexpr qreal FocusRingWidth = 1.5; // pixels
+
+} // namespace
 
 SwitchButton::SwitchButton(QWidget *parent) : QPushButton(parent)
 {
@@ -22,16 +28,18 @@ void SwitchButton::setSwitch(bool on)
     setStyleSheet(StyleSheets::switchButton(on));
 }
 
-void SwitchButton::paintEvent(QPaintEvent *event)
+void SwitchButton::paintEvent(QPaintEvent *)
 {
-    QPushButton::paintEvent(event);
     QStyleOptionButton option;
     initStyleOption(&option);
-    if (!(option.state & QStyle::State_HasFocus) || !(option.state & QStyle::State_KeyboardFocusChange))
+    const bool showsFocus = hasFocus() && (option.state & QStyle::State_KeyboardFocusChange);
+    option.state &= ~QStyle::State_HasFocus; // the style's rectangle does not fit the round switch
+    QStylePainter painter(this);
+    painter.drawControl(QStyle::CE_PushButton, option);
+    if (!showsFocus)
         return;
-    QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::WindowText), 1.5));
-    const QRectF ring = QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75);
+    painter.setPen(QPen(palette().color(QPalette::WindowText), FocusRingWidth));
+    const QRectF ring = QRectF(rect()).marginsRemoved(QMarginsF() + FocusRingWidth / 2);
     painter.drawRoundedRect(ring, ring.height() / 2, ring.height() / 2);
 }

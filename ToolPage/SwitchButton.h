@@ -18,7 +18,7 @@ public:
     bool isOn() const { return m_on; }
 
 protected:
-    /// Adds a focus ring while the keyboard is in use.
+    /// Shows the focus as a ring while the keyboard is in use.
     void paintEvent(QPaintEvent *event) override;
 
 private:

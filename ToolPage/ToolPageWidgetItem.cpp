@@ -8,7 +8,6 @@
 #include <QCursor>
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QSignalBlocker>
@@ -20,6 +19,7 @@
 #include "ParamterWnd/HostCore.h"
 #include "ToolPage/NodeNumbers.h"
 #include "ToolPage/RowEditors.h"
+#include "ToolPage/RowLabel.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {
@@ -115,9 +115,8 @@ void ToolPageWidgetItem::createLabel()
 {
     if (m_label)
         return;
-    m_label = new QLabel(this);
+    m_label = new RowLabel(this);
     m_label->setAttribute(Qt::WA_TranslucentBackground);
-    m_label->setWordWrap(true); // two lines fit the row
 }
 
 void ToolPageWidgetItem::layOut()

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLabel>
+
+/// A plain-text label that never cuts its text off: it wraps while all lines fit its height, else it shows one
+/// line with an ellipsis and the whole text as tool tip.
+class RowLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit RowLabel(QWidget *parent = nullptr);
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool fitsWrapped() const;
+    QString elidedText() const;
+};
