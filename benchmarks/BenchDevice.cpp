@@ -19,8 +19,10 @@ INodeMap *loaded(const std::string &xml)
 std::map<int64_t, unsigned> readsByAddress(const MemoryPort &port)
 {
     std::map<int64_t, unsigned> reads;
-    for (const MemoryPort::Access &access : port.accesses)
-        reads[access.address] += access.isWrite ? 0 : 1;
+    for (const MemoryPort::Access &access : port.accesses) {
+        if (!access.isWrite)
+            ++reads[access.address];
+    }
     return reads;
 }
 
