@@ -7,6 +7,7 @@
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
+#include "FeatureTree/VisibilityPass.h"
 #include "Host/GenICamGuard.h"
 
 namespace {
@@ -43,28 +44,31 @@ QString shownText(const TreeModel &model, const QModelIndex &cell)
 class Dump
 {
 public:
-    Dump(const TreeModel &features, QTextStream &stream) : model(features), out(stream) { }
+    explicit Dump(const TreeModel &features) : model(features) { }
 
-    void printRows(const QModelIndex &parent, const QString &parentPath)
+    /// The lines of the rows that the tree shows under a row: leaves by their own state, branches with their leaves.
+    QStringList lines(const QModelIndex &parent, const QString &parentPath)
     {
+        QStringList result;
         for (int row = 0; row < model.rowCount(parent); ++row) {
             const QModelIndex name = model.index(row, 0, parent);
             const QString path = parentPath + QLatin1Char('/') + model.data(name).toString().simplified();
-            if (!model.getItem(name)->getVisiable(visibilityLevel, QString()) && !model.hasChildren(name))
-                continue;
-            printRow(name, path);
-            printRows(name, path);
+            const QStringList below = lines(name, path);
+            const bool isLeaf = !model.hasChildren(name);
+            if (isLeaf ? model.getItem(name)->getVisiable(pass) : !below.isEmpty())
+                result << line(name, path) << below;
         }
+        return result;
     }
 
 private:
-    void printRow(const QModelIndex &name, const QString &path)
+    QString line(const QModelIndex &name, const QString &path)
     {
         QStringList fields{path};
         QString error;
         if (!guarded(&error, [&] { fields += nodeFields(name); }))
             fields += error.simplified();
-        out << fields.join(QLatin1Char('\t')) << '\n';
+        return fields.join(QLatin1Char('\t'));
     }
 
     QStringList nodeFields(const QModelIndex &name) const
@@ -81,8 +85,8 @@ private:
     }
 
     const TreeModel &model;
-    QTextStream &out;
     FeatureEditDelegate delegate;
+    VisibilityPass pass{visibilityLevel, {}, {}};
 };
 
 } // namespace
@@ -93,5 +97,6 @@ void dumpFeatures(GenApi::INodeMap &map, QTextStream &out)
     map.GetNodes(nodes);
     TreeModel model({QStringLiteral("Features"), QStringLiteral("Value")}, nodes);
     model.AddModelData(nodes, QString());
-    Dump(model, out).printRows(QModelIndex(), QString());
+    for (const QString &line : Dump(model).lines(QModelIndex(), QString()))
+        out << line << '\n';
 }

@@ -2,6 +2,7 @@
 #include "Host/HostContext.h"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 #include <QPointer>
@@ -12,7 +13,7 @@
 
 namespace {
 
-HostContext *theContext = nullptr;
+std::atomic<HostContext *> theContext{nullptr};
 
 constexpr int pollInterval = 1000; // ms
 const QString module = QStringLiteral("HostContext");

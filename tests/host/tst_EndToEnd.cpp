@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QUdpSocket>
+#include <QtEndian>
+#include <QtTest>
+
+#include "FeatureTree/FeatureTreeView.h"
+#include "Host/AravisDevice.h"
+#include "Host/HostContext.h"
+#include "ParamterWidget/ParamterWidget.h"
+#include "ParamterWnd/ParamterWnd.h"
+
+namespace {
+
+const QString program = QStringLiteral("arv-fake-gv-camera-0.8");
+constexpr quint16 controlPort = 3956; // of every GigE Vision device
+constexpr quint32 widthRegister = 0x100; // of the fake camera, as are the following
+constexpr quint32 gainRegister = 0x110;
+constexpr int lossTimeout = 20'000; // ms; a heartbeat has to be missed for some seconds
+
+/// Reads a register past the whole host: READREG of the GigE Vision control protocol. -1 without an answer.
+qint64 cameraRegister(quint32 address)
+{
+    QUdpSocket socket;
+    QByteArray request(QByteArray::fromHex("420100800004000100000000"));
+    qToBigEndian(address, request.data() + 8);
+    socket.connectToHost(QHostAddress(QHostAddress::LocalHost), controlPort);
+    socket.write(request);
+    if (!socket.waitForReadyRead(1000))
+        return -1;
+    const QByteArray answer = socket.read(64);
+    return answer.size() < 12 ? -1 : qFromBigEndian<quint32>(answer.constData() + 8);
+}
+
+} // namespace
+
+/// One camera from being found to being lost, over the network and seen through the panel. The steps build on each
+/// other, in this order.
+class tst_EndToEnd : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void discoversTheCamera();
+    void showsItsFeatures();
+    void editsReachTheCamera();
+    void writesByNameReachTheCamera();
+    void framesArrive();
+    void aDeadCameraCostsOneDeadline();
+    void aLostCameraIsClosed();
+    void cleanupTestCase();
+
+private:
+    FeatureTreeView *tree() const;
+    QModelIndex valueCell(const QString &feature) const;
+    ParamterWidget *shownPanel() const;
+
+    QTemporaryDir folder;
+    QProcess camera;
+    QString id;
+    std::unique_ptr<HostContext> context;
+    std::unique_ptr<ParamterWnd> window;
+    QStringList log;
+};
+
+void tst_EndToEnd::initTestCase()
+{
+    if (QStandardPaths::findExecutable(program).isEmpty())
+        QSKIP("the fake GigE Vision camera is not installed");
+    const QString serial = QStringLiteral("T%1").arg(QCoreApplication::applicationPid());
+    id = QStringLiteral("Aravis-Fake-") + serial;
+    camera.setProcessChannelMode(QProcess::MergedChannels);
+    camera.start(program, {QStringLiteral("-i"), QStringLiteral("127.0.0.1"), QStringLiteral("-s"), serial});
+    QVERIFY(camera.waitForStarted());
+    QTRY_VERIFY2(cameraRegister(widthRegister) > 0, camera.readAll().constData());
+
+    HostContext::Options options;
+    options.settingsFile = folder.filePath(QStringLiteral("host.ini"));
+    options.finder = aravisFinder();
+    context = std::make_unique<HostContext>(std::move(options));
+    connect(context.get(), &HostContext::logLine, this,
+            [this](const QDateTime &, const QString &, const QString &message) { log += message; });
+    window = std::make_unique<ParamterWnd>();
+    window->resize(500, 700);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+}
+
+void tst_EndToEnd::cleanupTestCase()
+{
+    window.reset();
+    context.reset();
+    camera.kill();
+    camera.waitForFinished();
+}
+
+void tst_EndToEnd::discoversTheCamera()
+{
+    context->refreshDevices();
+    QTRY_VERIFY_WITH_TIMEOUT(context->device(id), 10'000);
+    QVERIFY(!context->isReady(id));
+}
+
+ParamterWidget *tst_EndToEnd::shownPanel() const
+{
+    for (ParamterWidget *panel : window->findChildren<ParamterWidget *>()) {
+        if (panel->isVisible())
+            return panel;
+    }
+    return nullptr;
+}
+
+FeatureTreeView *tst_EndToEnd::tree() const
+{
+    return shownPanel()->findChild<FeatureTreeView *>();
+}
+
+QModelIndex tst_EndToEnd::valueCell(const QString &feature) const
+{
+    const QAbstractItemModel *model = tree()->model();
+    const QModelIndexList names = model->match(model->index(0, 0), Qt::DisplayRole, feature, 1,
+                                               Qt::MatchExactly | Qt::MatchRecursive | Qt::MatchCaseSensitive);
+    return names.isEmpty() ? QModelIndex() : names.first().siblingAtColumn(1);
+}
+
+void tst_EndToEnd::showsItsFeatures()
+{
+    context->setFocus(id);
+    QVERIFY2(context->open(id), qPrintable(log.join(QLatin1Char('\n'))));
+    QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == id);
+    const QModelIndex width = valueCell(QStringLiteral("Width"));
+    QVERIFY(width.isValid());
+    QCOMPARE(width.data().toLongLong(), cameraRegister(widthRegister));
+    QVERIFY(valueCell(QStringLiteral("PixelFormat")).isValid());
+}
+
+void tst_EndToEnd::editsReachTheCamera()
+{
+    const QModelIndex width = valueCell(QStringLiteral("Width"));
+    QVERIFY(width.isValid());
+    tree()->scrollTo(width);
+    tree()->setCurrentIndex(width);
+    tree()->edit(width);
+    auto *box = tree()->viewport()->findChild<QAbstractSpinBox *>();
+    QVERIFY(box);
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("320"));
+    QTest::keyClick(box, Qt::Key_Return);
+    QTRY_COMPARE(cameraRegister(widthRegister), qint64(320));
+    QCOMPARE(width.data().toLongLong(), qint64(320));
+}
+
+void tst_EndToEnd::writesByNameReachTheCamera()
+{
+    QCOMPARE(HostCore::SetCameraNodeValue(id.toStdString(), "GainRaw", "7"), 0);
+    QCOMPARE(cameraRegister(gainRegister), qint64(7));
+    QVERIFY(HostCore::SetCameraNodeValue(id.toStdString(), "GainRaw", "70") != 0);
+    QCOMPARE(cameraRegister(gainRegister), qint64(7));
+}
+
+void tst_EndToEnd::framesArrive()
+{
+    QSignalSpy frames(context.get(), &HostContext::frameReady);
+    QVERIFY2(context->startAcquisition(id), qPrintable(log.join(QLatin1Char('\n'))));
+    QTRY_VERIFY_WITH_TIMEOUT(frames.size() >= 3, 10'000);
+    QCOMPARE(frames.first().at(1).value<QImage>().width(), 320);
+    context->stopAcquisition(id);
+    QCOMPARE(HostCore::GetCameraInfo(id.toStdString(), HostCore::CAM_INFO_ACQUISITION), std::string("0"));
+}
+
+void tst_EndToEnd::aDeadCameraCostsOneDeadline()
+{
+    camera.kill();
+    QVERIFY(camera.waitForFinished());
+    const std::string key = id.toStdString();
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(HostCore::SetCameraNodeValue(key, "GainRaw", "5") != 0);
+    QVERIFY2(timer.elapsed() < 1500, "one deadline of 500 ms");
+    timer.restart();
+    for (int i = 0; i < 100; ++i)
+        QVERIFY(HostCore::SetCameraNodeValue(key, "GainRaw", "5") != 0);
+    QVERIFY2(timer.elapsed() < 500, "further accesses fail at once");
+    window->grab();
+    QVERIFY(shownPanel());
+}
+
+void tst_EndToEnd::aLostCameraIsClosed()
+{
+    QTRY_VERIFY_WITH_TIMEOUT(!context->isReady(id) && !context->device(id)->isOpen(), lossTimeout);
+    QCOMPARE(log.filter(QStringLiteral("is lost")).size(), 1);
+    QTRY_VERIFY(shownPanel() && shownPanel()->deviceName().isEmpty());
+    QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, id.toStdString(), HostCore::NODE_MAP_DEVICE));
+    window->grab();
+}
+
+QTEST_MAIN(tst_EndToEnd)
+#include "tst_EndToEnd.moc"
