@@ -36,6 +36,8 @@ public:
     void setCard(bool card) { m_context.card = card; }
     bool isAreaScan() const { return m_context.areaScan; }
     bool isCard() const { return m_context.card; }
+    /// The host's identifier of the device; empty in the default panel.
+    QString deviceName() const { return m_context.deviceName; }
 
     /// Builds the pages for `device`, the host's identifier. Without a node map they stay empty.
     void initUI(QString device);
@@ -125,7 +127,7 @@ private:
     QWidget *m_unplacedControls;
     std::unique_ptr<SoftTrigger> m_softTrigger;
     std::unique_ptr<RoiDrawing> m_roiDrawing;
-    QTimer m_liveRefreshTimer;
+    QTimer m_liveRefreshTimer {this};
     std::unique_ptr<Ui_ParamterWidget> m_ui;
     std::unique_ptr<AttributeTab> m_attributeTab;
     bool m_disabled = false;

@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: MIT
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QtTest>
+
+#include "FeatureTree/FeatureTreeView.h"
+#include "FeatureTree/TreeModel.h"
+#include "PanelDescription.h"
+#include "ParamterWidget/ParamterWidget.h"
+#include "support/FakeHostCore.h"
+#include "support/FatalMessages.h"
+
+/// The attribute tab as a person uses it: through the widgets of a panel.
+class tst_AttributeTab : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void opensWithTheStoredLevel_data();
+    void opensWithTheStoredLevel();
+    void choosingALevel();
+    void searching_data();
+    void searching();
+    void searchUnfoldsLevelDoesNot();
+    void withoutNodeMapOnlyTheLevelIsStored();
+    void cardsAskForTheirOwnNodeMap();
+    void folding();
+    void describesTheSelectedFeature();
+    void rowsWithoutNodeLeaveThePane();
+    void buildingAgainFreesTheModel();
+    void editorOpenWhilePanelGoes();
+
+private:
+    void open(const char *storedLevel = "0");
+    /// The names of the features (not categories) whose rows are shown, in tree order.
+    QStringList shownFeatures(const QModelIndex &parent = QModelIndex()) const;
+    QModelIndex indexOf(const QString &name) const;
+    int expandedRows(const QModelIndex &parent = QModelIndex()) const;
+
+    FakeHostCore &m_host = FakeHostCore::instance();
+    std::unique_ptr<FatalMessages> m_messages;
+    std::unique_ptr<PanelCamera> m_camera;
+    std::unique_ptr<ParamterWidget> m_panel;
+    FeatureTreeView *m_tree = nullptr;
+    QComboBox *m_level = nullptr;
+    QLineEdit *m_search = nullptr;
+    QToolButton *m_fold = nullptr;
+    QTextBrowser *m_pane = nullptr;
+};
+
+namespace {
+
+const QStringList beginnerFeatures = {
+    QStringLiteral("Width"),   QStringLiteral("WidthMax"),       QStringLiteral("Flags"),     QStringLiteral("Height"),
+    QStringLiteral("GainRaw"), QStringLiteral("ExposureTime"),   QStringLiteral("FrameRate"), QStringLiteral("Mode"),
+    QStringLiteral("Name"),    QStringLiteral("TriggerSoftware")};
+
+} // namespace
+
+void tst_AttributeTab::init()
+{
+    m_host.reset();
+    m_messages = std::make_unique<FatalMessages>();
+    m_camera = std::make_unique<PanelCamera>();
+    m_host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", m_camera->map);
+    m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, "4");
+}
+
+void tst_AttributeTab::cleanup()
+{
+    m_panel.reset();
+    m_camera.reset();
+    m_messages.reset();
+}
+
+void tst_AttributeTab::open(const char *storedLevel)
+{
+    m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, storedLevel);
+    m_panel = std::make_unique<ParamterWidget>();
+    m_panel->initUI(QStringLiteral("cam"));
+    m_tree = m_panel->findChild<FeatureTreeView *>();
+    m_level = m_panel->findChild<QComboBox *>(QStringLiteral("cboboxLevel"));
+    m_search = m_panel->findChild<QLineEdit *>(QStringLiteral("edit_search"));
+    m_fold = m_panel->findChild<QToolButton *>(QStringLiteral("toolButton"));
+    m_pane = m_panel->findChild<QTextBrowser *>();
+    m_host.clearCalls();
+}
+
+QStringList tst_AttributeTab::shownFeatures(const QModelIndex &parent) const
+{
+    QStringList names;
+    const QAbstractItemModel *const model = m_tree->model();
+    for (int row = 0; row < model->rowCount(parent); ++row) {
+        const QModelIndex index = model->index(row, 0, parent);
+        if (m_tree->isRowHidden(row, parent))
+            continue;
+        if (model->hasChildren(index))
+            names += shownFeatures(index);
+        else
+            names << index.data().toString();
+    }
+    return names;
+}
+
+QModelIndex tst_AttributeTab::indexOf(const QString &name) const
+{
+    const QAbstractItemModel *const model = m_tree->model();
+    return model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+}
+
+int tst_AttributeTab::expandedRows(const QModelIndex &parent) const
+{
+    int count = 0;
+    for (int row = 0; row < m_tree->model()->rowCount(parent); ++row) {
+        const QModelIndex index = m_tree->model()->index(row, 0, parent);
+        count += (m_tree->isExpanded(index) ? 1 : 0) + expandedRows(index);
+    }
+    return count;
+}
+
+void tst_AttributeTab::opensWithTheStoredLevel_data()
+{
+    QTest::addColumn<QByteArray>("stored");
+    QTest::addColumn<QString>("level");
+    QTest::addColumn<QStringList>("more");
+    QTest::newRow("Beginner") << QByteArray("0") << QStringLiteral("Beginner") << QStringList();
+    QTest::newRow("never stored") << QByteArray() << QStringLiteral("Beginner") << QStringList();
+    QTest::newRow("Expert") << QByteArray("1") << QStringLiteral("Expert") << QStringList({QStringLiteral("Gamma")});
+    const QStringList all = {QStringLiteral("BlackLevel"), QStringLiteral("Gamma"), QStringLiteral("Secret")};
+    QTest::newRow("Guru") << QByteArray("2") << QStringLiteral("Guru") << all;
+    QTest::newRow("out of range") << QByteArray("7") << QStringLiteral("Guru") << all;
+    QTest::newRow("no number") << QByteArray("high") << QStringLiteral("Beginner") << QStringList();
+}
+
+void tst_AttributeTab::opensWithTheStoredLevel()
+{
+    QFETCH(QByteArray, stored);
+    QFETCH(QStringList, more);
+    open(stored.constData());
+    QTEST(m_level->currentText(), "level");
+    QStringList expected = beginnerFeatures + more;
+    QStringList actual = shownFeatures();
+    actual.sort();
+    expected.sort();
+    QCOMPARE(actual, expected);
+    QCOMPARE(m_host.callsTo(QStringLiteral("SetParamterInfo")), QStringList());
+    QCOMPARE(m_tree->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    QCOMPARE(expandedRows(), 1);
+}
+
+void tst_AttributeTab::choosingALevel()
+{
+    open("2");
+    QVERIFY(shownFeatures().contains(QStringLiteral("Secret")));
+    m_level->setCurrentIndex(0);
+    QCOMPARE(shownFeatures(), beginnerFeatures);
+    QCOMPARE(m_host.callsTo(QStringLiteral("SetParamterInfo")),
+             QStringList({QStringLiteral("SetParamterInfo(24, 0)")}));
+
+    m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "1");
+    m_panel->updateAttributeLevel();
+    QVERIFY(shownFeatures().contains(QStringLiteral("Gamma")));
+}
+
+void tst_AttributeTab::searching_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("features");
+    QTest::newRow("part of a name") << QStringLiteral("widt")
+                                    << QStringList({QStringLiteral("Width"), QStringLiteral("WidthMax")});
+    QTest::newRow("expert feature at Beginner") << QStringLiteral("Gamma") << QStringList();
+    QTest::newRow("category name") << QStringLiteral("Analog") << QStringList();
+    QTest::newRow("nothing") << QStringLiteral("zzz") << QStringList();
+    QTest::newRow("non-ASCII") << QStringLiteral("宽") << QStringList();
+    QTest::newRow("pattern characters are plain") << QStringLiteral(".*") << QStringList();
+}
+
+void tst_AttributeTab::searching()
+{
+    QFETCH(QString, text);
+    open();
+    m_search->setText(text);
+    QTEST(shownFeatures(), "features");
+    m_search->clear();
+    QCOMPARE(shownFeatures(), beginnerFeatures);
+}
+
+void tst_AttributeTab::searchUnfoldsLevelDoesNot()
+{
+    open();
+    m_level->setCurrentIndex(1);
+    QCOMPARE(expandedRows(), 1);
+    QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
+
+    m_search->setText(QStringLiteral("e"));
+    QCOMPARE(m_fold->text(), QStringLiteral("Collapse"));
+    QCOMPARE(expandedRows(), 5);
+    m_fold->click();
+    QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
+    m_level->setCurrentIndex(2);
+    QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
+    QCOMPARE(expandedRows(), 1);
+}
+
+void tst_AttributeTab::withoutNodeMapOnlyTheLevelIsStored()
+{
+    open();
+    m_host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr);
+    m_search->setText(QStringLiteral("gain"));
+    m_level->setCurrentIndex(2);
+    QCOMPARE(shownFeatures(), beginnerFeatures);
+    QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
+    QCOMPARE(m_host.callsTo(QStringLiteral("SetParamterInfo")),
+             QStringList({QStringLiteral("SetParamterInfo(24, 0)"), QStringLiteral("SetParamterInfo(24, 2)")}));
+}
+
+void tst_AttributeTab::cardsAskForTheirOwnNodeMap()
+{
+    m_host.setNodeMap(HostCore::FOCUS_CARD, "card", m_camera->map);
+    m_panel = std::make_unique<ParamterWidget>();
+    m_panel->setCard(true);
+    m_panel->initUI(QStringLiteral("card"));
+    m_host.clearCalls();
+    m_panel->findChild<QLineEdit *>(QStringLiteral("edit_search"))->setText(QStringLiteral("a"));
+    QCOMPARE(m_host.callsTo(QStringLiteral("GetAttrNodeMap")),
+             QStringList({QStringLiteral("GetAttrNodeMap(2, card, 3)")}));
+}
+
+void tst_AttributeTab::folding()
+{
+    open();
+    QCOMPARE(m_fold->property("collapse"), QVariant(true));
+    m_fold->click();
+    QCOMPARE(m_fold->property("collapse"), QVariant(false));
+    QCOMPARE(m_fold->text(), QStringLiteral("Collapse"));
+    QCOMPARE(expandedRows(), 4);
+    m_fold->click();
+    QCOMPARE(m_fold->property("collapse"), QVariant(true));
+    QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
+    QCOMPARE(expandedRows(), 1);
+}
+
+void tst_AttributeTab::describesTheSelectedFeature()
+{
+    open();
+    m_tree->expandAll();
+    m_tree->setCurrentIndex(indexOf(QStringLiteral("Width")));
+    QString text = m_pane->toPlainText();
+    QVERIFY2(text.startsWith(QStringLiteral("Width\nWidth of the image <in pixels>, 宽度.")), qPrintable(text));
+    QVERIFY(text.trimmed().endsWith(QStringLiteral("Unit: px")));
+
+    m_tree->setCurrentIndex(indexOf(QStringLiteral("Flags")));
+    text = m_pane->toPlainText();
+    QVERIFY(text.startsWith(QStringLiteral("Flags")));
+    QVERIFY(!text.contains(QStringLiteral("Min:")));
+}
+
+void tst_AttributeTab::rowsWithoutNodeLeaveThePane()
+{
+    open();
+    m_tree->setCurrentIndex(indexOf(QStringLiteral("Analog")));
+    const QString before = m_pane->toHtml();
+    m_tree->model()->insertRows(0, 1, indexOf(QStringLiteral("Analog")));
+    m_tree->setCurrentIndex(m_tree->model()->index(0, 0, indexOf(QStringLiteral("Analog"))));
+    QVERIFY(m_tree->currentIndex().isValid());
+    QCOMPARE(m_pane->toHtml(), before);
+    m_panel->onSigSelectItemClick(QModelIndex());
+    QCOMPARE(m_pane->toHtml(), before);
+}
+
+void tst_AttributeTab::buildingAgainFreesTheModel()
+{
+    open();
+    const QPointer<QAbstractItemModel> before = m_tree->model();
+    m_panel->parameterTreeViewInit(m_camera->map);
+    QVERIFY(before.isNull());
+    QCOMPARE(shownFeatures(), beginnerFeatures);
+    const QPointer<QAbstractItemModel> last = m_tree->model();
+    m_panel.reset();
+    QVERIFY(last.isNull());
+}
+
+void tst_AttributeTab::editorOpenWhilePanelGoes()
+{
+    open();
+    m_panel->show();
+    m_tree->expandAll();
+    const QModelIndex width = indexOf(QStringLiteral("Width"));
+    static_cast<QAbstractItemView *>(m_tree)->edit(width.sibling(width.row(), 1));
+    m_camera->port.resetCounters();
+    m_panel.reset();
+    QCOMPARE(m_camera->port.writes, 0U);
+}
+
+QTEST_MAIN(tst_AttributeTab)
+#include "tst_AttributeTab.moc"

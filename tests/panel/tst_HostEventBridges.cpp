@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+#include <atomic>
+#include <thread>
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "ParamterWnd/HostEventBridges.h"
+#include "support/FatalMessages.h"
+
+namespace {
+
+const char *const ChineseName = "相机-1 é";
+
+/// Runs `event` on a thread of its own, as a host would, and keeps the GUI thread's event loop going meanwhile.
+template <class Event>
+bool raiseOnHostThread(Event event, int timeoutMs = 2000)
+{
+    std::atomic<bool> returned{false};
+    std::thread host([&] {
+        event();
+        returned = true;
+    });
+    const bool inTime = QTest::qWaitFor([&] { return returned.load(); }, timeoutMs);
+    host.join();
+    return inTime;
+}
+
+} // namespace
+
+class tst_HostEventBridges : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void deviceListIsConverted();
+    void deviceListOnGuiThreadDoesNotWait();
+    void deviceListOnHostThreadWaitsForTheHandler();
+    void unhandledDeviceListReturnsAfterFiveSeconds();
+    void languageIndex_data();
+    void languageIndex();
+    void textsSurvive();
+    void queuing();
+};
+
+void tst_HostEventBridges::initTestCase()
+{
+    qRegisterMetaType<QStringList>("QStringList");
+    qRegisterMetaType<QSharedPointer<bool>>("QSharedPointer<bool>");
+}
+
+void tst_HostEventBridges::deviceListIsConverted()
+{
+    DeviceListUpdate bridge;
+    int source = 0;
+    QStringList cards;
+    QStringList cameras;
+    connect(&bridge, &DeviceListUpdate::updateCams, this,
+            [&](int from, const QStringList &cardList, const QStringList &camList, const QSharedPointer<bool> &flag) {
+                source = from;
+                cards = cardList;
+                cameras = camList;
+                setFinished(*flag);
+            });
+    bridge.OnUpdate(7, {"card"}, {"b", "", ChineseName, "a"});
+    QCOMPARE(source, 7);
+    QCOMPARE(cards, QStringList({QStringLiteral("card")}));
+    QCOMPARE(cameras,
+             QStringList({QStringLiteral("b"), QString(), QString::fromUtf8(ChineseName), QStringLiteral("a")}));
+}
+
+void tst_HostEventBridges::deviceListOnGuiThreadDoesNotWait()
+{
+    DeviceListUpdate bridge;
+    connect(
+        &bridge, &DeviceListUpdate::updateCams, this,
+        [](int, const QStringList &, const QStringList &, const QSharedPointer<bool> &flag) { setFinished(*flag); });
+    QElapsedTimer timer;
+    timer.start();
+    constexpr int events = 100;
+    for (int i = 0; i < events; ++i)
+        bridge.OnUpdate(1, {}, {});
+    QVERIFY2(timer.elapsed() < events * 5, "each event slept at least once");
+}
+
+void tst_HostEventBridges::deviceListOnHostThreadWaitsForTheHandler()
+{
+    DeviceListUpdate bridge;
+    QSharedPointer<bool> pending;
+    std::atomic<bool> returned{false};
+    connect(&bridge, &DeviceListUpdate::updateCams, this,
+            [&](int, const QStringList &, const QStringList &, const QSharedPointer<bool> &flag) {
+                QVERIFY(QThread::currentThread() == qApp->thread());
+                pending = flag;
+            });
+    std::thread host([&] {
+        bridge.OnUpdate(1, {}, {"cam"});
+        returned = true;
+    });
+    const bool delivered = QTest::qWaitFor([&] { return !pending.isNull(); }, 2000);
+    const bool waited = !returned;
+    if (pending)
+        setFinished(*pending);
+    const bool returnedThen = QTest::qWaitFor([&] { return returned.load(); }, 500);
+    host.join();
+    QVERIFY(delivered);
+    QVERIFY(waited);
+    QVERIFY(returnedThen);
+}
+
+void tst_HostEventBridges::unhandledDeviceListReturnsAfterFiveSeconds()
+{
+    DeviceListUpdate bridge;
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(raiseOnHostThread([&] { bridge.OnUpdate(1, {}, {}); }, 15000));
+    QVERIFY(timer.elapsed() >= 5000);
+}
+
+void tst_HostEventBridges::languageIndex_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("index");
+    QTest::newRow("English") << QByteArray("English") << 0;
+    QTest::newRow("lower case") << QByteArray("english") << 1;
+    QTest::newRow("with a blank") << QByteArray("English ") << 1;
+    QTest::newRow("another") << QByteArray("中文") << 1;
+    QTest::newRow("empty") << QByteArray() << 1;
+}
+
+void tst_HostEventBridges::languageIndex()
+{
+    QFETCH(QByteArray, name);
+    LanguageUpdate bridge;
+    QSignalSpy spy(&bridge, &LanguageUpdate::languageChanged);
+    bridge.OnUpdate(name.toStdString());
+    QCOMPARE(spy.size(), 1);
+    QTEST(spy.first().first().toInt(), "index");
+}
+
+void tst_HostEventBridges::textsSurvive()
+{
+    QStringList received;
+    FocusUpdate focus;
+    connect(&focus, &FocusUpdate::focusChanged, this,
+            [&](HostCore::FOCUS_TYPE type, const QString &id) { received << QString::number(type) + id; });
+    focus.OnUpdate(HostCore::FOCUS_CAMERA, ChineseName);
+
+    ImageModeUpdate imageMode;
+    connect(&imageMode, &ImageModeUpdate::imageModeChanged, this,
+            [&](const std::string &id, int mode) { received << QString::number(mode) + QString::fromStdString(id); });
+    imageMode.OnUpdate(ChineseName, 5);
+
+    ImportUpdate import;
+    connect(&import, &ImportUpdate::importUpdate, this, [&](const QString &id) { received << id; });
+    import.OnUpdate(ChineseName);
+
+    const QString name = QString::fromUtf8(ChineseName);
+    QCOMPARE(received, QStringList({QStringLiteral("3") + name, QStringLiteral("5") + name, name}));
+}
+
+/// Language and import events cross threads, focus and image-mode events do not.
+void tst_HostEventBridges::queuing()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QSKIP("Qt 6 registers the types of connected signals by itself");
+#endif
+    FatalMessages messages;
+    messages.allow(QStringLiteral("Cannot queue arguments of type '(HostCore::FOCUS_TYPE|std::string)'"));
+    LanguageUpdate language;
+    ImportUpdate import;
+    FocusUpdate focus;
+    ImageModeUpdate imageMode;
+    QStringList received;
+    connect(&language, &LanguageUpdate::languageChanged, this, [&] { received << QStringLiteral("language"); });
+    connect(&import, &ImportUpdate::importUpdate, this, [&] { received << QStringLiteral("import"); });
+    connect(&focus, &FocusUpdate::focusChanged, this,
+            [&](HostCore::FOCUS_TYPE, const QString &) { received << QStringLiteral("focus"); });
+    connect(&imageMode, &ImageModeUpdate::imageModeChanged, this,
+            [&](const std::string &, int) { received << QStringLiteral("image mode"); });
+
+    QVERIFY(raiseOnHostThread([&] {
+        focus.OnUpdate(HostCore::FOCUS_CAMERA, "cam");
+        imageMode.OnUpdate("cam", 1);
+        import.OnUpdate("cam");
+        language.OnUpdate("English");
+    }));
+    QTRY_COMPARE(received, QStringList({QStringLiteral("import"), QStringLiteral("language")}));
+    QCOMPARE(messages.seen().size(), 2);
+}
+
+QTEST_GUILESS_MAIN(tst_HostEventBridges)
+#include "tst_HostEventBridges.moc"

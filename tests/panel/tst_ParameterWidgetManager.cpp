@@ -1,0 +1,473 @@
+// SPDX-License-Identifier: MIT
+#include <atomic>
+#include <stdexcept>
+#include <thread>
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QtTest>
+
+#include "FeatureTree/FeatureTreeView.h"
+#include "FeatureTree/TreeModel.h"
+#include "PanelDescription.h"
+#include "ParamterWidget/ParamterWidget.h"
+#include "ParamterWnd/ParameterWidgetManager.h"
+#include "ParamterWnd/ParamterWnd.h"
+#include "ToolPage/SelectedButton.h"
+#include "support/FakeHostCore.h"
+#include "support/FatalMessages.h"
+
+class tst_ParameterWidgetManager : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void listenersAreRegisteredInOrder();
+    void focus_data();
+    void focus();
+    void otherSourcesAreIgnored();
+    void newCardEndsTheEvent();
+    void closedCardLosesItsPanel();
+    void notReadyCameras_data();
+    void notReadyCameras();
+    void removingTheShownPanel();
+    void unlistedCamerasStay();
+    void oneKeyForCardAndCamera();
+    void areaScanFlag_data();
+    void areaScanFlag();
+    void acquisition_data();
+    void acquisition();
+    void newPanelsStayHidden();
+    void windowHidesWithBothTabs();
+    void newPanelsTakeTheTabsOver();
+    void languageReachesAllPanels();
+    void disableReachesCamerasOnly();
+    void unknownKeysDoNothing();
+    void defaultPanelTakesTheStoredLevel();
+    void failingHostNeverKeepsTheHostWaiting();
+    void deviceListFromAHostThread();
+
+private:
+    void setCamera(const std::string &key, bool ready);
+    void setCard(const std::string &key, bool open);
+    void sendDeviceList(const std::vector<std::string> &cards, const std::vector<std::string> &cameras, int source = 1);
+    void sendFocus(int type, const std::string &id);
+    QList<ParamterWidget *> panels() const { return m_window->findChildren<ParamterWidget *>(); }
+    ParamterWidget *panelOf(const QString &device, bool card = false) const;
+    /// The device of the visible panel ("" is the default panel), or a text that says why there is none.
+    QString shown() const;
+
+    FakeHostCore &m_host = FakeHostCore::instance();
+    std::unique_ptr<FatalMessages> m_messages;
+    std::unique_ptr<PanelCamera> m_camera;
+    std::unique_ptr<ParamterWnd> m_window;
+};
+
+void tst_ParameterWidgetManager::init()
+{
+    m_host.reset();
+    m_messages = std::make_unique<FatalMessages>();
+    m_camera = std::make_unique<PanelCamera>();
+    m_window = std::make_unique<ParamterWnd>();
+    m_window->show();
+}
+
+void tst_ParameterWidgetManager::cleanup()
+{
+    m_window.reset();
+    m_camera.reset();
+    m_messages.reset();
+}
+
+void tst_ParameterWidgetManager::setCamera(const std::string &key, bool ready)
+{
+    m_host.setCameraInfo(key, HostCore::CAM_INFO_OPENED, ready ? "1" : "0");
+    m_host.setCameraInfo(key, HostCore::CAM_INFO_READY, "1");
+    m_host.setNodeMap(HostCore::FOCUS_CAMERA, key, m_camera->map);
+}
+
+void tst_ParameterWidgetManager::setCard(const std::string &key, bool open)
+{
+    m_host.setCardInfo(key, HostCore::CARD_INFO_STATE, "4");
+    m_host.setCardInfo(key, HostCore::CARD_INFO_OPEN, open ? "1" : "0");
+    m_host.setNodeMap(HostCore::FOCUS_CARD, key, m_camera->map);
+}
+
+void tst_ParameterWidgetManager::sendDeviceList(const std::vector<std::string> &cards,
+                                                const std::vector<std::string> &cameras, int source)
+{
+    m_host.listeners.deviceList->OnUpdate(source, cards, cameras);
+}
+
+void tst_ParameterWidgetManager::sendFocus(int type, const std::string &id)
+{
+    m_host.listeners.focus->OnUpdate(static_cast<HostCore::FOCUS_TYPE>(type), id);
+}
+
+ParamterWidget *tst_ParameterWidgetManager::panelOf(const QString &device, bool card) const
+{
+    for (ParamterWidget *panel : panels()) {
+        if (panel->deviceName() == device && panel->isCard() == card)
+            return panel;
+    }
+    return nullptr;
+}
+
+QString tst_ParameterWidgetManager::shown() const
+{
+    QStringList visible;
+    for (ParamterWidget *panel : panels()) {
+        if (panel->isVisible())
+            visible << panel->deviceName();
+    }
+    return visible.size() == 1 ? visible.first() : QStringLiteral("%1 panels are visible").arg(visible.size());
+}
+
+void tst_ParameterWidgetManager::listenersAreRegisteredInOrder()
+{
+    const auto registrations = [this](const QString &prefix) {
+        return m_host.calls().filter(QRegularExpression(QStringLiteral("^%1").arg(prefix)));
+    };
+    QCOMPARE(
+        registrations(QStringLiteral("Register")),
+        QStringList({QStringLiteral("RegisterDeviceListUpdateListener()"),
+                     QStringLiteral("RegisterFocusUpdateListener()"), QStringLiteral("RegisterLangUpdateListener()"),
+                     QStringLiteral("RegisterROIUpdateListener()"), QStringLiteral("RegisterImageModeUpdateListener()"),
+                     QStringLiteral("RegisterImportUpdateListener()")}));
+    m_window.reset();
+    QCOMPARE(
+        registrations(QStringLiteral("UnRegister")),
+        QStringList({QStringLiteral("UnRegisterFocusUpdateListener()"),
+                     QStringLiteral("UnRegisterDeviceListUpdateListener()"),
+                     QStringLiteral("UnRegisterLangUpdateListener()"), QStringLiteral("UnRegisterROIUpdateListener()"),
+                     QStringLiteral("UnRegisterImageModeUpdateListener()"),
+                     QStringLiteral("UnRegisterImportUpdateListener()")}));
+    QVERIFY(!m_host.listeners.focus && !m_host.listeners.deviceList && !m_host.listeners.language);
+    QVERIFY(!m_host.listeners.roi && !m_host.listeners.imageMode && !m_host.listeners.import);
+}
+
+void tst_ParameterWidgetManager::focus_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QByteArray>("id");
+    QTest::addColumn<QString>("device");
+    QTest::newRow("camera") << 3 << QByteArray("相机") << QStringLiteral("相机");
+    QTest::newRow("card") << 2 << QByteArray("card") << QStringLiteral("card");
+    QTest::newRow("camera as card") << 2 << QByteArray("相机") << QString();
+    QTest::newRow("card as camera") << 3 << QByteArray("card") << QString();
+    QTest::newRow("unknown type") << 9 << QByteArray("相机") << QString();
+    QTest::newRow("unknown key") << 3 << QByteArray("other") << QString();
+    QTest::newRow("other case") << 2 << QByteArray("Card") << QString();
+    QTest::newRow("empty key") << 3 << QByteArray() << QString();
+}
+
+void tst_ParameterWidgetManager::focus()
+{
+    QFETCH(int, type);
+    QFETCH(QByteArray, id);
+    setCamera("相机", true);
+    setCard("card", true);
+    sendDeviceList({"card"}, {});
+    sendDeviceList({"card"}, {"相机"});
+    sendFocus(3, "相机");
+    QCOMPARE(shown(), QStringLiteral("相机"));
+    sendFocus(type, id.toStdString());
+    QTEST(shown(), "device");
+    sendFocus(type, id.toStdString());
+    QTEST(shown(), "device");
+}
+
+void tst_ParameterWidgetManager::otherSourcesAreIgnored()
+{
+    setCamera("cam", true);
+    m_host.clearCalls();
+    for (int source : {0, 2, -1})
+        sendDeviceList({}, {"cam"}, source);
+    QCOMPARE(panels().size(), 1);
+    QCOMPARE(m_host.calls(), QStringList());
+}
+
+void tst_ParameterWidgetManager::newCardEndsTheEvent()
+{
+    setCamera("cam", true);
+    setCard("card", true);
+    sendDeviceList({"card", "second card"}, {"cam"});
+    QVERIFY(panelOf(QStringLiteral("card"), true));
+    QVERIFY(!panelOf(QStringLiteral("cam")));
+    sendDeviceList({"card"}, {"cam"});
+    QVERIFY(panelOf(QStringLiteral("cam")));
+    QCOMPARE(panels().size(), 3);
+}
+
+void tst_ParameterWidgetManager::closedCardLosesItsPanel()
+{
+    setCard("card", true);
+    m_host.setCardInfo("card", HostCore::CARD_INFO_STATE, "3");
+    sendDeviceList({"card"}, {});
+    QCOMPARE(panels().size(), 1);
+    m_host.setCardInfo("card", HostCore::CARD_INFO_STATE, "4");
+    sendDeviceList({"card"}, {});
+    QCOMPARE(panels().size(), 2);
+
+    setCard("card", false);
+    setCamera("cam", true);
+    sendDeviceList({"card"}, {"cam"});
+    QVERIFY(panelOf(QStringLiteral("cam")));
+    QTRY_VERIFY(!panelOf(QStringLiteral("card"), true));
+}
+
+void tst_ParameterWidgetManager::notReadyCameras_data()
+{
+    QTest::addColumn<QByteArray>("opened");
+    QTest::addColumn<QByteArray>("ready");
+    QTest::addColumn<bool>("stays");
+    QTest::newRow("both") << QByteArray("1") << QByteArray("1") << true;
+    QTest::newRow("not opened") << QByteArray("0") << QByteArray("1") << false;
+    QTest::newRow("not ready") << QByteArray("1") << QByteArray("0") << false;
+    QTest::newRow("unknown texts") << QByteArray("1 ") << QByteArray("yes") << false;
+    QTest::newRow("nothing known") << QByteArray() << QByteArray() << false;
+}
+
+/// The view goes to the default panel even if another device's panel was shown.
+void tst_ParameterWidgetManager::notReadyCameras()
+{
+    QFETCH(QByteArray, opened);
+    QFETCH(QByteArray, ready);
+    QFETCH(bool, stays);
+    setCamera("cam", true);
+    setCamera("other", true);
+    sendDeviceList({}, {"cam", "other"});
+    sendFocus(3, "other");
+
+    m_host.setCameraInfo("cam", HostCore::CAM_INFO_OPENED, opened.toStdString());
+    m_host.setCameraInfo("cam", HostCore::CAM_INFO_READY, ready.toStdString());
+    sendDeviceList({}, {"other", "cam"});
+    QCOMPARE(shown(), stays ? QStringLiteral("other") : QString());
+    QTRY_COMPARE(panelOf(QStringLiteral("cam")) != nullptr, stays);
+    QVERIFY(panelOf(QStringLiteral("other")));
+
+    sendFocus(3, "other");
+    setCamera("never opened", false);
+    sendDeviceList({}, {"never opened"});
+    QCOMPARE(shown(), QString());
+}
+
+void tst_ParameterWidgetManager::removingTheShownPanel()
+{
+    setCard("card", true);
+    sendDeviceList({"card"}, {});
+    sendFocus(2, "card");
+    QCOMPARE(shown(), QStringLiteral("card"));
+    setCard("card", false);
+    sendDeviceList({"card"}, {});
+    QTRY_COMPARE(shown(), QStringLiteral("0 panels are visible"));
+    sendFocus(2, "card");
+    QCOMPARE(shown(), QString());
+
+    setCamera("cam", true);
+    sendDeviceList({}, {"cam"});
+    sendFocus(3, "cam");
+    setCamera("cam", false);
+    sendDeviceList({}, {"cam"});
+    QTRY_COMPARE(panels().size(), 1);
+    QCOMPARE(shown(), QString());
+}
+
+void tst_ParameterWidgetManager::unlistedCamerasStay()
+{
+    setCamera("cam", true);
+    sendDeviceList({}, {"cam"});
+    ParamterWidget *const panel = panelOf(QStringLiteral("cam"));
+    sendDeviceList({}, {});
+    sendDeviceList({}, {"cam"});
+    QCOMPARE(panelOf(QStringLiteral("cam")), panel);
+    QCOMPARE(panels().size(), 2);
+}
+
+void tst_ParameterWidgetManager::oneKeyForCardAndCamera()
+{
+    setCard("device", true);
+    setCamera("device", true);
+    sendDeviceList({"device"}, {});
+    sendDeviceList({"device"}, {"device"});
+    QCOMPARE(panels().size(), 3);
+    sendFocus(2, "device");
+    QVERIFY(panelOf(QStringLiteral("device"), true)->isVisible());
+    sendFocus(3, "device");
+    QVERIFY(panelOf(QStringLiteral("device"), false)->isVisible());
+    QVERIFY(!panelOf(QStringLiteral("device"), true)->isVisible());
+}
+
+void tst_ParameterWidgetManager::areaScanFlag_data()
+{
+    QTest::addColumn<QByteArray>("typeCode");
+    QTest::addColumn<bool>("areaScan");
+    QTest::newRow("1") << QByteArray("1") << false;
+    QTest::newRow("5") << QByteArray("5") << false;
+    QTest::newRow("4") << QByteArray("4") << true;
+    QTest::newRow("unknown") << QByteArray("15") << true;
+    QTest::newRow("none") << QByteArray() << true;
+}
+
+void tst_ParameterWidgetManager::areaScanFlag()
+{
+    QFETCH(QByteArray, typeCode);
+    setCamera("cam", true);
+    m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, typeCode.toStdString());
+    sendDeviceList({}, {"cam"});
+    QTEST(panelOf(QStringLiteral("cam"))->isAreaScan(), "areaScan");
+}
+
+void tst_ParameterWidgetManager::acquisition_data()
+{
+    QTest::addColumn<QList<QByteArray>>("states");
+    QTest::addColumn<bool>("unlocked");
+    using States = QList<QByteArray>;
+    QTest::newRow("started") << States({"1"}) << false;
+    QTest::newRow("started and stopped") << States({"1", "0"}) << true;
+    QTest::newRow("unknown text changes nothing") << States({"1", "stopped", ""}) << false;
+    QTest::newRow("never told") << States({""}) << true;
+}
+
+void tst_ParameterWidgetManager::acquisition()
+{
+    QFETCH(QList<QByteArray>, states);
+    setCamera("cam", true);
+    for (const QByteArray &state : states) {
+        m_host.setCameraInfo("cam", HostCore::CAM_INFO_ACQUISITION, state.toStdString());
+        sendDeviceList({}, {"cam"});
+    }
+    QTEST(panelOf(QStringLiteral("cam"))->findChild<SelectedButton *>()->isEnabled(), "unlocked");
+}
+
+void tst_ParameterWidgetManager::newPanelsStayHidden()
+{
+    m_window->hide();
+    setCamera("cam", true);
+    sendDeviceList({}, {"cam"});
+    m_window->show();
+    QCOMPARE(shown(), QString());
+}
+
+void tst_ParameterWidgetManager::windowHidesWithBothTabs()
+{
+    m_window->setPanelWidgetVisiable(false);
+    QVERIFY(m_window->isVisible());
+    m_window->setAllDetailWidgetVisiable(false);
+    QVERIFY(m_window->isHidden());
+    m_window->setPanelWidgetVisiable(true);
+    QVERIFY(m_window->isVisible());
+    m_window->setPanelWidgetVisiable(false);
+    m_window->setAllDetailWidgetVisiable(true);
+    QVERIFY(m_window->isVisible());
+    m_window->setAllDetailWidgetVisiable(false);
+    QVERIFY(m_window->isHidden());
+}
+
+void tst_ParameterWidgetManager::newPanelsTakeTheTabsOver()
+{
+    m_window->setPanelWidgetVisiable(false);
+    setCamera("cam", true);
+    sendDeviceList({}, {"cam"});
+    const auto *tabs = panelOf(QStringLiteral("cam"))->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
+    QCOMPARE(tabs->count(), 1);
+    QCOMPARE(tabs->tabText(0), QStringLiteral("All Attribute"));
+    m_window->setPanelWidgetVisiable(true);
+    QCOMPARE(tabs->count(), 2);
+    QCOMPARE(tabs->tabText(0), QStringLiteral("Common Attribute"));
+}
+
+void tst_ParameterWidgetManager::languageReachesAllPanels()
+{
+    const auto buttonWidths = [this] {
+        QList<int> widths;
+        for (ParamterWidget *panel : panels())
+            widths << panel->findChild<QToolButton *>(QStringLiteral("toolButton"))->width();
+        return widths;
+    };
+    m_host.listeners.language->OnUpdate("中文");
+    QCOMPARE(buttonWidths(), QList<int>({60}));
+    setCamera("cam", true);
+    setCard("card", true);
+    sendDeviceList({"card"}, {});
+    sendDeviceList({}, {"cam"});
+    QCOMPARE(buttonWidths(), QList<int>({60, 60, 60}));
+    m_host.listeners.language->OnUpdate("English");
+    QCOMPARE(buttonWidths(), QList<int>({85, 85, 85}));
+}
+
+void tst_ParameterWidgetManager::disableReachesCamerasOnly()
+{
+    setCamera("device", true);
+    setCard("device", true);
+    sendDeviceList({"device"}, {});
+    sendDeviceList({}, {"device"});
+    m_window->setParamterViewDisable(QStringLiteral("other"));
+    m_window->setParamterViewDisable(QStringLiteral("device"));
+    for (bool card : {false, true}) {
+        const auto *tree = panelOf(QStringLiteral("device"), card)->findChild<FeatureTreeView *>();
+        QCOMPARE(qobject_cast<TreeModel *>(tree->model())->dataDisabled, !card);
+    }
+}
+
+void tst_ParameterWidgetManager::unknownKeysDoNothing()
+{
+    m_host.clearCalls();
+    int roiId = 3;
+    bool status = false;
+    m_host.listeners.import->OnUpdate("other");
+    m_host.listeners.imageMode->OnUpdate("other", 2);
+    m_host.listeners.roi->OnUpdate("other", 0, 0, 9, 9, 1, roiId, status, 0, 0);
+    m_window->setDefaultParameterWndMode(4);
+    QCOMPARE(m_host.calls(), QStringList());
+    QCOMPARE(roiId, 3);
+    QCOMPARE(status, false);
+}
+
+void tst_ParameterWidgetManager::defaultPanelTakesTheStoredLevel()
+{
+    const auto *level = panelOf(QString())->findChild<QComboBox *>(QStringLiteral("cboboxLevel"));
+    QCOMPARE(level->currentIndex(), 0);
+    m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "2");
+    QTRY_COMPARE_WITH_TIMEOUT(level->currentIndex(), 2, 3000);
+}
+
+/// An exception of the host costs the device it concerns, not the others and not the host's thread.
+void tst_ParameterWidgetManager::failingHostNeverKeepsTheHostWaiting()
+{
+    setCamera("bad", true);
+    setCamera("good", true);
+    m_host.setCallHook([](const QString &line) {
+        if (line.startsWith(QStringLiteral("GetCameraInfo(bad")))
+            throw std::runtime_error("no answer");
+    });
+    QElapsedTimer timer;
+    timer.start();
+    sendDeviceList({}, {"bad", "good"});
+    QVERIFY(timer.elapsed() < 4000);
+    QVERIFY(panelOf(QStringLiteral("good")));
+    QCOMPARE(m_host.callsTo(QStringLiteral("VLogInfo")),
+             QStringList({QStringLiteral("VLogInfo(ParameterWidgetManager, no answer, 0)")}));
+}
+
+void tst_ParameterWidgetManager::deviceListFromAHostThread()
+{
+    setCamera("cam", true);
+    std::atomic<bool> returned{false};
+    std::thread host([&] {
+        sendDeviceList({}, {"cam"});
+        returned = true;
+    });
+    const bool inTime = QTest::qWaitFor([&] { return returned.load(); }, 4000);
+    host.join();
+    QVERIFY(inTime);
+    QVERIFY(panelOf(QStringLiteral("cam")));
+}
+
+QTEST_MAIN(tst_ParameterWidgetManager)
+#include "tst_ParameterWidgetManager.moc"

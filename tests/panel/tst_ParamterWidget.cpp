@@ -1,0 +1,556 @@
+// SPDX-License-Identifier: MIT
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QToolButton>
+#include <QTranslator>
+#include <QtTest>
+
+#include "FaultyNode.h"
+#include "FaultyNodeMap.h"
+#include "FeatureTree/FeatureTreeView.h"
+#include "FeatureTree/TreeModel.h"
+#include "PanelDescription.h"
+#include "ParamterWidget/AttributeTab.h"
+#include "ParamterWidget/ParamterWidget.h"
+#include "ToolPage/CTabWidget.h"
+#include "ToolPage/CToolBox.h"
+#include "ToolPage/CToolPage.h"
+#include "ToolPage/SelectedButton.h"
+#include "ToolPage/SwitchButton.h"
+#include "support/FakeHostCore.h"
+#include "support/FatalMessages.h"
+
+namespace {
+
+constexpr int LiveRefreshMs = 1500;
+
+/// Translates every text of the panel by putting it into brackets.
+class BracketTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return qstrcmp(context, "ParamterWidget") == 0 ? QStringLiteral("[%1]").arg(QString::fromUtf8(source))
+                                                       : QString();
+    }
+};
+
+QStringList tabTexts(const QTabWidget *tabs)
+{
+    QStringList texts;
+    for (int i = 0; i < tabs->count(); ++i)
+        texts << tabs->tabText(i);
+    return texts;
+}
+
+const QStringList innerTitles = {QStringLiteral("Commom"), QStringLiteral("Trigger"), QStringLiteral("Advance")};
+
+} // namespace
+
+class tst_ParamterWidget : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void declaresItsSlotsInOrder();
+    void form_data();
+    void form();
+    void defaultPanel();
+    void pagesByDevice_data();
+    void pagesByDevice();
+    void spinBoxesOpenNoContextMenu();
+    void faultyNodeMaps_data();
+    void faultyNodeMaps();
+    void tabsComeAndGo();
+    void shownTabsStayAsTheyAre();
+    void language();
+    void languageIndexes_data();
+    void languageIndexes();
+    void levels_data();
+    void levels();
+    void acquisitionLocks();
+    void softTrigger();
+    void liveRefreshFollowsTheTabs();
+    void disabledPanelsRest();
+    void nodeHelpersUseThePanelsDevice();
+    void controlsAreReachable();
+    void unplacedControlsAreInvisible();
+
+private:
+    template <class Widget>
+    Widget *find(const char *name) const
+    {
+        return m_panel->findChild<Widget *>(QString::fromLatin1(name));
+    }
+    QTabWidget *mainTabs() const { return find<QTabWidget>("tabMainWidget"); }
+    CTabWidget *innerTabs() const { return find<CTabWidget>("tabWidget"); }
+    QTimer *liveRefreshTimer() const;
+
+    FakeHostCore &m_host = FakeHostCore::instance();
+    std::unique_ptr<FatalMessages> m_messages;
+    std::unique_ptr<PanelCamera> m_camera;
+    std::unique_ptr<ParamterWidget> m_panel;
+};
+
+void tst_ParamterWidget::init()
+{
+    m_host.reset();
+    m_messages = std::make_unique<FatalMessages>();
+    m_camera = std::make_unique<PanelCamera>();
+    m_host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", m_camera->map);
+    m_panel = std::make_unique<ParamterWidget>();
+}
+
+void tst_ParamterWidget::cleanup()
+{
+    m_panel.reset();
+    m_camera.reset();
+    m_messages.reset();
+}
+
+QTimer *tst_ParamterWidget::liveRefreshTimer() const
+{
+    for (QTimer *timer : m_panel->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (timer->interval() == LiveRefreshMs)
+            return timer;
+    }
+    return nullptr;
+}
+
+void tst_ParamterWidget::declaresItsSlotsInOrder()
+{
+    const QByteArrayList expected = {"on_filter_changed()",
+                                     "onSigSelectItemClick(QModelIndex)",
+                                     "onTriggerSwitchButtonClicked()",
+                                     "onTriggerTimeout()",
+                                     "onRoiSelectedButtonClicked()",
+                                     "onDrawParametersButtonClicked()",
+                                     "onExecDrawButtonClicked()",
+                                     "onCollapseButtonClicked()",
+                                     "onToolPageWidgetItemClicked()",
+                                     "onHDRValueChanged()",
+                                     "onExposureScaleValueChanged()",
+                                     "onImageShowModeChanged()",
+                                     "onLaserAdjustModeChanged()",
+                                     "onUserSetLoadButtonClicked()",
+                                     "onYMeasureValueChanged()",
+                                     "onGrayImageButtonClicked()",
+                                     "onImageBitValueChanged()",
+                                     "onTabWidgetIndexChanged()",
+                                     "onFrameTriggerModeChanged()",
+                                     "onFrameTriggerSourceChanged()",
+                                     "onSoftwareTriggerBtnClicked()",
+                                     "onLineScanModeChanged()",
+                                     "onBatchModeChanged()",
+                                     "onMeasureRangeValueChanged()",
+                                     "onDrawMeasureRangeClicked()",
+                                     "onResetImageSizeButtonClicked()",
+                                     "onDrawImageMaskButtonClicked()",
+                                     "onCorrectionValueChanged()",
+                                     "onCorrectionButtonClicked()",
+                                     "onZSizeInfoChanged()",
+                                     "onSizeInfoAutoClicked()",
+                                     "onRealUpdateTimerTimeout()",
+                                     "onMaskWidgetMouseClicked()",
+                                     "onMaskWidgetCloseButtonClicked()",
+                                     "on2DGrabOutputChanged(int,bool)",
+                                     "on2DShowTypeChanged(int)"};
+    const QMetaObject &meta = ParamterWidget::staticMetaObject;
+    QByteArrayList actual;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        actual << meta.method(i).methodSignature();
+    QCOMPARE(actual, expected);
+}
+
+void tst_ParamterWidget::form_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<QByteArray>("parent");
+    const auto row = [](const char *name, const char *type, const char *parent) {
+        QTest::newRow(name) << QByteArray(name) << QByteArray(type) << QByteArray(parent);
+    };
+    row("wdgBackground", "QWidget", "ParamterWidget");
+    row("splitter", "QSplitter", "wdgBackground");
+    row("tabMainWidget", "QTabWidget", "splitter");
+    row("tabPannel", "QWidget", "tabMainWidget");
+    row("tabWidget", "CTabWidget", "widget");
+    row("firstToolBox", "CToolBox", "tab");
+    row("secondToolBox", "CToolBox", "tab_2");
+    row("thirdToolBox", "CToolBox", "tab_3");
+    row("fourthToolBox", "CToolBox", "tab_4");
+    row("tabAttribute", "QWidget", "tabMainWidget");
+    row("toolButton", "QToolButton", "widget_2");
+    row("edit_search", "QLineEdit", "widget_2");
+    row("label", "QLabel", "widget_2");
+    row("cboboxLevel", "QComboBox", "widget_2");
+    row("widget_featrue", "FeatureTreeView", "widget_2");
+    row("widget_attrInfo", "CToolPage", "splitter");
+}
+
+void tst_ParamterWidget::form()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, parent);
+    const QWidget *widget = find<QWidget>(name.constData());
+    QVERIFY(widget);
+    QTEST(QByteArray(widget->metaObject()->className()), "type");
+    bool found = false;
+    for (const QWidget *ancestor = widget->parentWidget(); ancestor && !found; ancestor = ancestor->parentWidget())
+        found = ancestor->objectName() == QString::fromLatin1(parent);
+    QVERIFY(found);
+}
+
+void tst_ParamterWidget::defaultPanel()
+{
+    QCOMPARE(m_panel->objectName(), QStringLiteral("ParamterWidget"));
+    QCOMPARE(m_panel->size(), QSize(751, 598));
+    QCOMPARE(m_panel->minimumWidth(), 200);
+    QCOMPARE(m_panel->focusPolicy(), Qt::StrongFocus);
+    QCOMPARE(tabTexts(mainTabs()), QStringList({QStringLiteral("Common Attribute"), QStringLiteral("All Attribute")}));
+    QCOMPARE(mainTabs()->currentIndex(), 0);
+    QCOMPARE(innerTabs()->count(), 0);
+    QVERIFY(!find<FeatureTreeView>("widget_featrue")->model());
+    QVERIFY(m_panel->styleSheet().contains(QStringLiteral("#wdgBackground")));
+    m_panel->findChild<QLineEdit *>(QStringLiteral("edit_search"))->setText(QStringLiteral("gain"));
+    find<QToolButton>("toolButton")->click();
+    QCOMPARE(m_host.callsTo(QStringLiteral("VLogInfo")), QStringList());
+}
+
+void tst_ParamterWidget::pagesByDevice_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<bool>("card");
+    QTest::addColumn<QByteArray>("typeCode");
+    QTest::addColumn<int>("mainTab");
+    QTest::addColumn<bool>("tree");
+    QTest::addColumn<QStringList>("calls");
+    const QString mapOfCamera = QStringLiteral("GetAttrNodeMap(3, cam, 3)");
+    const QString typeOfCamera = QStringLiteral("GetCameraInfo(cam, 6)");
+    QTest::newRow("area-scan camera") << QStringLiteral("cam") << false << QByteArray("2") << 0 << true
+                                      << QStringList({mapOfCamera, typeOfCamera});
+    QTest::newRow("attributes only") << QStringLiteral("cam") << false << QByteArray("4") << 1 << true
+                                     << QStringList({mapOfCamera, typeOfCamera});
+    QTest::newRow("card") << QStringLiteral("卡") << true << QByteArray() << 1 << true
+                          << QStringList({QStringLiteral("GetAttrNodeMap(2, 卡, 3)")});
+    QTest::newRow("no node map") << QStringLiteral("other") << false << QByteArray() << 0 << false
+                                 << QStringList({QStringLiteral("GetAttrNodeMap(3, other, 3)"),
+                                                 QStringLiteral("GetCameraInfo(other, 6)")});
+    QTest::newRow("empty name") << QString() << false << QByteArray() << 0 << false
+                                << QStringList({QStringLiteral("GetAttrNodeMap(3, , 3)"),
+                                                QStringLiteral("GetCameraInfo(, 6)")});
+}
+
+void tst_ParamterWidget::pagesByDevice()
+{
+    QFETCH(QString, device);
+    QFETCH(bool, card);
+    QFETCH(QByteArray, typeCode);
+    QFETCH(bool, tree);
+    m_host.setNodeMap(HostCore::FOCUS_CARD, "卡", m_camera->map);
+    m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, typeCode.toStdString());
+    m_panel->setCard(card);
+    m_host.clearCalls();
+    m_panel->initUI(device);
+
+    QTEST(m_host.callsTo({QStringLiteral("GetAttrNodeMap"), QStringLiteral("GetCameraInfo")}), "calls");
+    QCOMPARE(tabTexts(innerTabs()), innerTitles);
+    QTEST(mainTabs()->currentIndex(), "mainTab");
+    const auto *view = find<FeatureTreeView>("widget_featrue");
+    QCOMPARE(view->model() && view->model()->rowCount() == 1, tree);
+    QCOMPARE(view->deviceName, device);
+    QCOMPARE(m_host.callsTo(QStringLiteral("VLogInfo")), QStringList());
+}
+
+void tst_ParamterWidget::spinBoxesOpenNoContextMenu()
+{
+    m_panel->initUI(QStringLiteral("cam"));
+    const auto spinBoxes = m_panel->findChildren<QAbstractSpinBox *>();
+    QVERIFY(spinBoxes.size() >= 5);
+    for (const QAbstractSpinBox *spinBox : spinBoxes)
+        QCOMPARE(spinBox->contextMenuPolicy(), Qt::NoContextMenu);
+}
+
+void tst_ParamterWidget::faultyNodeMaps_data()
+{
+    QTest::addColumn<bool>("mapThrows");
+    QTest::addColumn<bool>("nodeIsNull");
+    QTest::newRow("node throws") << false << false;
+    QTest::newRow("map throws") << true << false;
+    QTest::newRow("null node") << false << true;
+}
+
+void tst_ParamterWidget::faultyNodeMaps()
+{
+    QFETCH(bool, mapThrows);
+    QFETCH(bool, nodeIsNull);
+    FaultyNode node([] { throw RUNTIME_EXCEPTION("refused"); });
+    FaultyNodeMap map(nodeIsNull ? nullptr : &node, [mapThrows] {
+        if (mapThrows)
+            throw RUNTIME_EXCEPTION("no nodes");
+    });
+    m_messages->allow(QStringLiteral("An error is raised"));
+    m_host.setNodeMap(HostCore::FOCUS_CAMERA, "bad", &map);
+    m_panel->initUI(QStringLiteral("bad"));
+    QCOMPARE(tabTexts(innerTabs()), innerTitles);
+    find<QLineEdit>("edit_search")->setText(QStringLiteral("x"));
+    const bool told =
+        m_host.callsTo(QStringLiteral("VLogInfo")).contains(QStringLiteral("VLogInfo(ParamterWidget, no nodes, 0)"));
+    QCOMPARE(told, mapThrows);
+    m_panel.reset();
+}
+
+void tst_ParamterWidget::tabsComeAndGo()
+{
+    const QString common = QStringLiteral("Common Attribute");
+    const QString attributes = QStringLiteral("All Attribute");
+    m_panel->setPanelWidgetVisiable(false);
+    QCOMPARE(tabTexts(mainTabs()), QStringList({attributes}));
+    m_panel->setPanelWidgetVisiable(false);
+    QCOMPARE(tabTexts(mainTabs()), QStringList({attributes}));
+    m_panel->setAllDetailWidgetVisiable(false);
+    QCOMPARE(mainTabs()->count(), 0);
+    m_panel->setAllDetailWidgetVisiable(true);
+    m_panel->setPanelWidgetVisiable(true);
+    QCOMPARE(tabTexts(mainTabs()), QStringList({common, attributes}));
+    m_panel->setAllDetailWidgetVisiable(false);
+    m_panel->setAllDetailWidgetVisiable(true);
+    QCOMPARE(tabTexts(mainTabs()), QStringList({common, attributes}));
+}
+
+void tst_ParamterWidget::shownTabsStayAsTheyAre()
+{
+    for (int current : {0, 1}) {
+        mainTabs()->setCurrentIndex(current);
+        m_panel->setPanelWidgetVisiable(true);
+        m_panel->setAllDetailWidgetVisiable(true);
+        QCOMPARE(mainTabs()->count(), 2);
+        QCOMPARE(mainTabs()->currentIndex(), current);
+    }
+}
+
+void tst_ParamterWidget::language()
+{
+    m_panel->initUI(QStringLiteral("cam"));
+    auto *const level = find<QComboBox>("cboboxLevel");
+    auto *const tree = find<FeatureTreeView>("widget_featrue");
+    level->setCurrentIndex(2);
+    m_host.clearCalls();
+
+    BracketTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    m_panel->retranslate(1);
+    QCOMPARE(tabTexts(mainTabs()),
+             QStringList({QStringLiteral("[Common Attribute]"), QStringLiteral("[All Attribute]")}));
+    QCOMPARE(tabTexts(innerTabs()),
+             QStringList({QStringLiteral("[Commom]"), QStringLiteral("[Trigger]"), QStringLiteral("[Advance]")}));
+    QCOMPARE(find<QToolButton>("toolButton")->text(), QStringLiteral("[Expand]"));
+    QCOMPARE(find<QLineEdit>("edit_search")->placeholderText(), QStringLiteral("[Please input paramter name]"));
+    QCOMPARE(find<QLabel>("label")->text(), QStringLiteral("[User Level]"));
+    QCOMPARE(m_panel->windowTitle(), QStringLiteral("[Form]"));
+    QCOMPARE(level->itemText(2), QStringLiteral("[Guru]"));
+    QCOMPARE(level->count(), 3);
+    QVERIFY(m_panel->findChildren<QLabel *>().size() > 0);
+
+    // The level selector starts over, but the tree keeps its filter and nothing is stored.
+    QCOMPARE(level->currentIndex(), 0);
+    QCOMPARE(m_host.calls(), QStringList());
+    const QModelIndex root = tree->model()->index(0, 0);
+    const QModelIndex acquisition = tree->model()->index(2, 0, root);
+    QVERIFY(!tree->isRowHidden(5, acquisition));
+
+    find<QToolButton>("toolButton")->click();
+    m_panel->retranslate(1);
+    QCOMPARE(find<QToolButton>("toolButton")->text(), QStringLiteral("[Collapse]"));
+    QCoreApplication::removeTranslator(&translator);
+    m_panel->retranslate(0);
+    QCOMPARE(find<QToolButton>("toolButton")->text(), QStringLiteral("Collapse"));
+}
+
+void tst_ParamterWidget::languageIndexes_data()
+{
+    QTest::addColumn<int>("language");
+    QTest::addColumn<int>("buttonWidth");
+    QTest::newRow("English") << 0 << 85;
+    QTest::newRow("Chinese") << 1 << 60;
+    QTest::newRow("any other") << 2 << 60;
+    QTest::newRow("negative") << -1 << 60;
+}
+
+void tst_ParamterWidget::languageIndexes()
+{
+    QFETCH(int, language);
+    m_panel->retranslate(language);
+    QTEST(find<QToolButton>("toolButton")->width(), "buttonWidth");
+}
+
+void tst_ParamterWidget::levels_data()
+{
+    QTest::addColumn<QByteArray>("stored");
+    QTest::addColumn<int>("level");
+    QTest::newRow("Guru") << QByteArray("2") << 2;
+    QTest::newRow("empty") << QByteArray() << 0;
+    QTest::newRow("leading blanks") << QByteArray(" \t1") << 1;
+    QTest::newRow("trailing text") << QByteArray("1x") << 1;
+    QTest::newRow("sign") << QByteArray("+2") << 2;
+    QTest::newRow("no number") << QByteArray("Guru") << 0;
+    QTest::newRow("too high") << QByteArray("3") << 2;
+    QTest::newRow("negative") << QByteArray("-1") << 0;
+    QTest::newRow("huge") << QByteArray("99999999999999999999999") << 2;
+    QTest::newRow("hugely negative") << QByteArray("-99999999999999999999999") << 0;
+    QTest::newRow("beyond 32 bits") << QByteArray("4294967296") << 2;
+    QTest::newRow("hexadecimal") << QByteArray("0x2") << 0;
+}
+
+void tst_ParamterWidget::levels()
+{
+    QFETCH(QByteArray, stored);
+    auto *const level = find<QComboBox>("cboboxLevel");
+    level->setCurrentIndex(1);
+    m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, stored.toStdString());
+    m_panel->updateAttributeLevel();
+    QTEST(level->currentIndex(), "level");
+}
+
+void tst_ParamterWidget::acquisitionLocks()
+{
+    m_panel->initUI(QStringLiteral("cam"));
+    auto *const select = m_panel->findChild<SelectedButton *>();
+    const auto enabledButtons = [this] {
+        int count = 0;
+        for (const QPushButton *button : m_panel->findChildren<QPushButton *>())
+            count += button->text() == QStringLiteral("Execute") && button->isEnabled() ? 1 : 0;
+        return count;
+    };
+    QCOMPARE(enabledButtons(), 2);
+    select->click();
+    QVERIFY(select->isSelected());
+    m_panel->startAcquireOperation();
+    QVERIFY(!select->isSelected());
+    QCOMPARE(enabledButtons(), 0);
+    m_panel->startAcquireOperation();
+    m_panel->stopAcquireOperation();
+    QCOMPARE(enabledButtons(), 2);
+    QVERIFY(!select->isSelected());
+}
+
+void tst_ParamterWidget::softTrigger()
+{
+    m_panel->initUI(QStringLiteral("cam"));
+    auto *const toggle = m_panel->findChild<SwitchButton *>();
+    QSpinBox *interval = nullptr;
+    for (QSpinBox *spinBox : m_panel->findChildren<QSpinBox *>()) {
+        if (spinBox->maximum() == 10000)
+            interval = spinBox;
+    }
+    QVERIFY(interval);
+    QCOMPARE(interval->value(), 1000);
+    interval->setValue(-5);
+    QCOMPARE(interval->value(), 1);
+
+    m_host.setWriteResult("cam", "TriggerSoftware", -1);
+    const auto triggers = [this] { return m_host.callsTo(QStringLiteral("SetCameraNodeValue")); };
+    toggle->click();
+    QVERIFY(!interval->isEnabled());
+    QTRY_VERIFY(triggers().size() >= 3);
+    QCOMPARE(triggers().first(), QStringLiteral("SetCameraNodeValue(cam, TriggerSoftware, )"));
+    toggle->click();
+    QVERIFY(interval->isEnabled());
+    const int soFar = triggers().size();
+    QTest::qWait(20);
+    QCOMPARE(triggers().size(), soFar);
+}
+
+void tst_ParamterWidget::liveRefreshFollowsTheTabs()
+{
+    QTimer *const timer = liveRefreshTimer();
+    QVERIFY(timer);
+    QVERIFY(timer->isActive());
+    m_panel->initUI(QStringLiteral("cam"));
+    QVERIFY(timer->isActive());
+    mainTabs()->setCurrentIndex(1);
+    QVERIFY(!timer->isActive());
+    mainTabs()->setCurrentIndex(0);
+    QVERIFY(timer->isActive());
+    innerTabs()->setCurrentIndex(2);
+    QVERIFY(!timer->isActive());
+    mainTabs()->setCurrentIndex(1);
+    mainTabs()->setCurrentIndex(0);
+    QVERIFY(!timer->isActive());
+    innerTabs()->setCurrentIndex(0);
+    QVERIFY(timer->isActive());
+}
+
+void tst_ParamterWidget::disabledPanelsRest()
+{
+    m_panel->initUI(QStringLiteral("cam"));
+    auto *const tree = find<FeatureTreeView>("widget_featrue");
+    auto *const toggle = m_panel->findChild<SwitchButton *>();
+    toggle->click();
+    m_panel->setParamterViewDisable();
+    m_camera->map->InvalidateNodes();
+    m_camera->port.resetCounters();
+    m_host.clearCalls();
+
+    toggle->click();
+    toggle->click();
+    mainTabs()->setCurrentIndex(1);
+    mainTabs()->setCurrentIndex(0);
+    for (const QTimer *timer : m_panel->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly))
+        QVERIFY(!timer->isActive());
+
+    m_panel->show();
+    mainTabs()->setCurrentIndex(1);
+    const QModelIndex root = tree->model()->index(0, 0);
+    tree->expandAll();
+    tree->setCurrentIndex(tree->model()->index(0, 0, tree->model()->index(0, 0, root)));
+    find<QComboBox>("cboboxLevel")->setCurrentIndex(2);
+    QVERIFY(!tree->grab().isNull());
+    QCOMPARE(m_camera->port.accesses.size(), size_t(0));
+    QCOMPARE(m_host.callsTo(QStringLiteral("SetCameraNodeValue")), QStringList());
+}
+
+void tst_ParamterWidget::nodeHelpersUseThePanelsDevice()
+{
+    m_panel->initUI(QStringLiteral("cam"));
+    int value = 0, min = 0, max = 0, inc = 0;
+    QCOMPARE(m_panel->getCameraNodeInfo(QStringLiteral("Width"), value, min, max, inc), 0);
+    QCOMPARE(value, 640);
+    QCOMPARE(m_panel->setCameraNodeValue(QStringLiteral("Width"), 800), 0);
+    QCOMPARE(m_camera->port.peek(TestCamera::Width), uint64_t(800));
+    QVERIFY(m_panel->getValidNodeFromName(QStringLiteral("Gain"), m_camera->map));
+    ParamterWidget empty;
+    QCOMPARE(empty.setCameraNodeValue(QStringLiteral("Width"), 640), -1);
+}
+
+void tst_ParamterWidget::controlsAreReachable()
+{
+    for (const char *name : {"edit_search", "cboboxLevel", "toolButton"})
+        QVERIFY2(find<QWidget>(name)->focusPolicy() & Qt::TabFocus, name);
+    for (const char *name : {"edit_search", "cboboxLevel", "widget_featrue"})
+        QVERIFY2(!find<QWidget>(name)->accessibleName().isEmpty(), name);
+}
+
+/// They would lie over the corner of the panel.
+void tst_ParamterWidget::unplacedControlsAreInvisible()
+{
+    m_panel->show();
+    for (const QPushButton *button : m_panel->findChildren<QPushButton *>()) {
+        if (button->text() == QStringLiteral("Execute"))
+            QVERIFY(!button->isVisible());
+    }
+    QVERIFY(!m_panel->findChild<SwitchButton *>()->isVisible());
+}
+
+QTEST_MAIN(tst_ParamterWidget)
+#include "tst_ParamterWidget.moc"
