@@ -55,7 +55,7 @@ private:
     bool isShownGray(TreeItem *item) const;
     void commitChoice(QWidget *list);
 
-    QTreeView *view; ///< the parent, if it is one
+    [[maybe_unused]] QTreeView *view; ///< the parent, if it is one
     bool isHovering = false;
     QModelIndex hoverIndex;
 };

@@ -98,34 +98,29 @@ void FeatureTreeView::updateViewItemVisiable(const QModelIndex &parent)
     if (delegate->dataDisabled || !itemAt(parent))
         return;
     VisibilityPass pass{visibilityLevel, filterText, {}};
-    isSubtreeHidden(parent.siblingAtColumn(nameColumn), pass);
+    const QModelIndex row = parent.siblingAtColumn(nameColumn);
+    hideRow(row.row(), row.parent(), hideRowsOf(row, pass));
 }
 
-/// Shows and hides the rows under `parent`, then its own row, which goes with its last shown child.
-bool FeatureTreeView::isSubtreeHidden(const QModelIndex &parent, VisibilityPass &pass)
+/// Shows and hides the rows under `parent`; true if all are hidden then, and so their parent is to be.
+bool FeatureTreeView::hideRowsOf(const QModelIndex &parent, VisibilityPass &pass)
 {
     TreeItem *item = itemAt(parent);
     bool isAllHidden = true;
     for (int row = 0; row < item->childCount(); ++row) {
-        const QModelIndex index = parent.model()->index(row, nameColumn, parent);
         TreeItem *child = item->child(row);
-        bool isHidden = false;
-        if (child->childCount() > 0) {
-            isHidden = isSubtreeHidden(index, pass);
-        } else {
-            isHidden = !child->getVisiable(pass);
-            hideRow(index, isHidden);
-        }
-        isAllHidden = isAllHidden && isHidden;
+        const bool hide = child->childCount() > 0 ? hideRowsOf(parent.model()->index(row, nameColumn, parent), pass)
+                                                  : !child->getVisiable(pass);
+        hideRow(row, parent, hide);
+        isAllHidden = isAllHidden && hide;
     }
-    hideRow(parent, isAllHidden);
     return isAllHidden;
 }
 
-void FeatureTreeView::hideRow(const QModelIndex &index, bool hide)
+void FeatureTreeView::hideRow(int row, const QModelIndex &parent, bool hide)
 {
-    if (isRowHidden(index.row(), index.parent()) != hide)
-        setRowHidden(index.row(), index.parent(), hide);
+    if (isRowHidden(row, parent) != hide)
+        setRowHidden(row, parent, hide);
 }
 
 void FeatureTreeView::setViewDataDisable()

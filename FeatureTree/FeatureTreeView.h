@@ -56,8 +56,8 @@ protected:
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
-    bool isSubtreeHidden(const QModelIndex &parent, VisibilityPass &pass);
-    void hideRow(const QModelIndex &index, bool hide);
+    bool hideRowsOf(const QModelIndex &parent, VisibilityPass &pass);
+    void hideRow(int row, const QModelIndex &parent, bool hide);
     void onCommandClicked();
     void runCommand(const QString &name, GenApi::INode *node);
 

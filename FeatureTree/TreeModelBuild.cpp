@@ -103,7 +103,8 @@ void TreeModel::addCategory(GenApi::INode *node, const QString &text, TreeItem *
     openCategories.append(node);
     guardNode([&] { setupModelData(listedNodes(node), row, useFilter && !isMatch); });
     openCategories.removeLast();
-    if (useFilter && !isMatch && row->childCount() == 0)
+    const bool isWanted = isTopLevel() && (isMatch || !useFilter);
+    if (row->childCount() == 0 && !isWanted)
         parent->removeChildren(row->childNumber(), 1);
 }
 

@@ -1,0 +1,464 @@
+// SPDX-License-Identifier: MIT
+#include <memory>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTranslator>
+#include <QtTest>
+
+#include "FaultyNode.h"
+#include "FeatureTree/FeatureTreeView.h"
+#include "FeatureTree/IntegerSpinBox.h"
+#include "FeatureTree/TreeItem.h"
+#include "FeatureTree/TreeModel.h"
+#include "FindRow.h"
+#include "TestCamera.h"
+#include "support/FakeHostCore.h"
+
+namespace {
+
+const QStringList headers{QStringLiteral("Feature"), QStringLiteral("Value")};
+
+/// Translates every text to itself in brackets.
+class Brackets : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        return qstrcmp(context, "ParamterWidget") == 0 ? QStringLiteral("[%1]").arg(QLatin1String(text)) : QString();
+    }
+};
+
+} // namespace
+
+class tst_FeatureTreeView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void levels_data();
+    void levels();
+    void filters();
+    void availabilityIsReadOncePerPass();
+    void selectorChangeRefilters();
+    void withoutRowsOrModel();
+    void columnsAreHalves();
+    void languageRetitlesHeaders();
+    void selectionIsReported();
+    void editsByMouseAndKeyboard();
+    void tabGoesToTheNextEditableValue();
+    void editorsLeaveTheFocusToTheView();
+    void refusedEditShowsTheOldValue();
+    void choosesAnEntry();
+    void runsCommand();
+    void triggerAndReset();
+    void lockedCommandDoesNotRun();
+    void commandIsNotReentered();
+    void failingCommandIsLogged();
+    void repaintReadsOnlyWhatIsNotCached();
+    void replacedModel();
+    void disabledTouchesNoNode();
+
+private:
+    QModelIndex cell(const char *name, int column = 1) const { return findRow(*model, name, column); }
+    bool isShown(const char *name) const;
+    void click(const char *name, int column = 1);
+    template <class Editor>
+    Editor *editor() const
+    {
+        return qobject_cast<Editor *>(QApplication::focusWidget());
+    }
+    QPushButton *openCommand(const char *name);
+
+    std::unique_ptr<TestCamera> camera;
+    std::unique_ptr<TreeModel> model;
+    std::unique_ptr<FeatureTreeView> view;
+};
+
+void tst_FeatureTreeView::init()
+{
+    FakeHostCore::instance().reset();
+    camera = std::make_unique<TestCamera>();
+    camera->port.poke(TestCamera::Width, 48);
+    camera->port.poke(TestCamera::Switch, 1);
+    model = std::make_unique<TreeModel>(headers, camera->nodes());
+    model->AddModelData(camera->nodes(), QString());
+    view = std::make_unique<FeatureTreeView>();
+    view->deviceName = QStringLiteral("cam");
+    view->setModel(model.get());
+    view->resize(600, 1200);
+    view->expandAll();
+    view->SetFilter(0, QString());
+    view->show();
+    QVERIFY(QTest::qWaitForWindowActive(view.get()));
+    camera->port.resetCounters();
+}
+
+void tst_FeatureTreeView::cleanup()
+{
+    view.reset();
+    model.reset();
+    camera.reset();
+}
+
+bool tst_FeatureTreeView::isShown(const char *name) const
+{
+    for (QModelIndex index = cell(name, 0); index.isValid(); index = index.parent()) {
+        if (view->isRowHidden(index.row(), index.parent()))
+            return false;
+    }
+    return true;
+}
+
+void tst_FeatureTreeView::click(const char *name, int column)
+{
+    const QModelIndex index = cell(name, column);
+    view->scrollTo(index);
+    const QRect rect = view->visualRect(index);
+    QVERIFY2(rect.isValid(), name);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+}
+
+QPushButton *tst_FeatureTreeView::openCommand(const char *name)
+{
+    click(name);
+    return editor<QPushButton>();
+}
+
+void tst_FeatureTreeView::levels_data()
+{
+    QTest::addColumn<int>("level");
+    QTest::addColumn<bool>("experts");
+    QTest::addColumn<bool>("guru");
+    QTest::newRow("Beginner") << 0 << false << false;
+    QTest::newRow("Expert") << 1 << true << false;
+    QTest::newRow("Guru") << 2 << true << true;
+}
+
+/// A category goes with its last shown feature.
+void tst_FeatureTreeView::levels()
+{
+    QFETCH(int, level);
+    QFETCH(bool, experts);
+    QFETCH(bool, guru);
+    view->SetFilter(level, QString());
+    QVERIFY(isShown("Width"));
+    QCOMPARE(isShown("Experts"), experts);
+    QCOMPARE(isShown("Expert"), experts);
+    QCOMPARE(isShown("Guru"), guru);
+}
+
+void tst_FeatureTreeView::filters()
+{
+    view->SetFilter(0, QStringLiteral("GAIN"));
+    QVERIFY(isShown("Gain"));
+    QVERIFY(isShown("WriteOnlyGain"));
+    QVERIFY(!isShown("Width"));
+    QVERIFY(!isShown("Deeper"));
+    QVERIFY(!isShown("Kinds"));
+    view->SetFilter(0, QStringLiteral("no such feature"));
+    QVERIFY(view->isRowHidden(0, QModelIndex()));
+    view->SetFilter(0, QString());
+    QVERIFY(isShown("Width"));
+    QVERIFY(isShown("Deeper"));
+    QVERIFY(isShown("Kinds"));
+}
+
+void tst_FeatureTreeView::availabilityIsReadOncePerPass()
+{
+    view->SetFilter(0, QStringLiteral("g"));
+    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 1u);
+    QVERIFY(isShown("Gated"));
+    camera->port.poke(TestCamera::Switch, 0);
+    view->collapse(cell("Access", 0));
+    view->expand(cell("Access", 0));
+    QVERIFY(!isShown("Gated"));
+    QVERIFY(!isShown("GatedToo"));
+    QVERIFY(isShown("Temperature") == false);
+}
+
+void tst_FeatureTreeView::selectorChangeRefilters()
+{
+    camera->port.onWrite[TestCamera::Selector] = [](MemoryPort &port) { port.poke(TestCamera::Switch, 0); };
+    view->setCurrentIndex(cell("Gated", 0));
+    QVERIFY(model->setData(cell("Selector"), QStringLiteral("Alpha"), Qt::EditRole));
+    QVERIFY(!isShown("Gated"));
+    camera->port.poke(TestCamera::Switch, 1);
+    view->setCurrentIndex(model->index(0, 0));
+    QVERIFY(model->setData(cell("Selector"), QStringLiteral("Zulu"), Qt::EditRole));
+    QVERIFY(!isShown("Gated"));
+}
+
+void tst_FeatureTreeView::withoutRowsOrModel()
+{
+    FeatureTreeView empty;
+    empty.SetFilter(2, QStringLiteral("x"));
+    TreeModel noRows(headers, {});
+    empty.setModel(&noRows);
+    empty.SetFilter(0, QString());
+    empty.updateViewItemVisiable(QModelIndex());
+    noRows.setFeatureLanguage(1);
+    QCOMPARE(noRows.rowCount(), 0);
+    QStandardItemModel foreign(3, 2);
+    empty.setModel(&foreign);
+    empty.SetFilter(0, QStringLiteral("x"));
+    QVERIFY(!empty.isRowHidden(0, QModelIndex()));
+}
+
+void tst_FeatureTreeView::columnsAreHalves()
+{
+    view->resize(601, 1200);
+    QCOMPARE(view->columnWidth(0), 300);
+    QCOMPARE(view->columnWidth(1), 300);
+    view->resize(601, 200);
+    QTRY_VERIFY(view->verticalScrollBar()->isVisible());
+    QCOMPARE(view->columnWidth(0), 300);
+    QTRY_VERIFY(!view->horizontalScrollBar()->isVisible());
+}
+
+void tst_FeatureTreeView::languageRetitlesHeaders()
+{
+    QPersistentModelIndex width = cell("Width");
+    Brackets brackets;
+    QCoreApplication::installTranslator(&brackets);
+    QTRY_COMPARE(model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("[Feature]"));
+    QCOMPARE(model->headerData(1, Qt::Horizontal).toString(), QStringLiteral("[Value]"));
+    QVERIFY(width.isValid());
+    QCoreApplication::removeTranslator(&brackets);
+    QEvent change(QEvent::LanguageChange);
+    FeatureTreeView withoutModel;
+    QApplication::sendEvent(&withoutModel, &change);
+}
+
+void tst_FeatureTreeView::selectionIsReported()
+{
+    QSignalSpy spy(view.get(), &FeatureTreeView::SigSelectItem);
+    click("Width", 0);
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy.at(0).at(0).toModelIndex(), cell("Width", 0));
+    view->clearSelection();
+    QCOMPARE(spy.size(), 1);
+}
+
+void tst_FeatureTreeView::editsByMouseAndKeyboard()
+{
+    click("Width");
+    auto *box = editor<IntegerSpinBox>();
+    QVERIFY(box);
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("64"));
+    QTest::keyClick(box, Qt::Key_Return);
+    QTRY_COMPARE(camera->port.peek(TestCamera::Width), quint64(64));
+    QCOMPARE(cell("Width").data().toInt(), 64);
+
+    QTRY_VERIFY(view->hasFocus());
+    QTest::keyClick(view.get(), Qt::Key_F2);
+    QVERIFY(editor<IntegerSpinBox>());
+    QTest::keyClicks(editor<IntegerSpinBox>(), QStringLiteral("8"));
+    QTest::keyClick(editor<IntegerSpinBox>(), Qt::Key_Escape);
+    QTest::qWait(1);
+    QCOMPARE(camera->port.peek(TestCamera::Width), quint64(64));
+
+    click("Flags");
+    auto *line = editor<QLineEdit>();
+    QVERIFY(line);
+    line->selectAll();
+    QTest::keyClicks(line, QStringLiteral("1F"));
+    QTest::keyClick(line, Qt::Key_Return);
+    QTRY_COMPARE(camera->port.peek(TestCamera::Flags, 8), quint64(0x1f));
+
+    click("Label", 0);
+    view->setFocus();
+    QTest::keyClick(view.get(), Qt::Key_F2);
+    line = editor<QLineEdit>();
+    QVERIFY(line);
+    QTest::keyClicks(line, QStringLiteral("ok"));
+    click("Width", 0);
+    QTRY_COMPARE(camera->port.peekText(TestCamera::Label, 64), std::string("ok"));
+}
+
+void tst_FeatureTreeView::tabGoesToTheNextEditableValue()
+{
+    click("Uncached");
+    auto *box = editor<IntegerSpinBox>();
+    QVERIFY(box);
+    QTest::keyClick(box, Qt::Key_Backtab);
+    QCOMPARE(view->currentIndex(), cell("Fragile"));
+    QVERIFY(editor<IntegerSpinBox>());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    QCOMPARE(view->currentIndex(), cell("WriteOnlyGain"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    QCOMPARE(view->currentIndex(), cell("GatedToo"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(view->currentIndex(), cell("WriteOnlyGain"));
+    QCOMPARE(camera->port.writes, 0u);
+}
+
+void tst_FeatureTreeView::editorsLeaveTheFocusToTheView()
+{
+    QCOMPARE(view->focusPolicy(), Qt::NoFocus);
+    click("Width");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QTRY_VERIFY(view->hasFocus());
+    QTest::keyClick(view.get(), Qt::Key_Down);
+    QCOMPARE(view->currentIndex().siblingAtColumn(0), cell("Gain", 0));
+    QCOMPARE(camera->port.writes, 0u);
+}
+
+void tst_FeatureTreeView::refusedEditShowsTheOldValue()
+{
+    click("Width");
+    auto *box = editor<IntegerSpinBox>();
+    QVERIFY(box);
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("50"));
+    QTest::ignoreMessage(QtDebugMsg, "Failed to set data for Width");
+    QTest::keyClick(box, Qt::Key_Return);
+    QTRY_VERIFY(!editor<IntegerSpinBox>());
+    QCOMPARE(cell("Width").data().toInt(), 48);
+    QCOMPARE(camera->port.writes, 0u);
+}
+
+void tst_FeatureTreeView::choosesAnEntry()
+{
+    click("Selector");
+    auto *list = editor<QComboBox>();
+    QVERIFY(list);
+    QTest::keyClick(list, Qt::Key_Down);
+    QCOMPARE(camera->port.peek(TestCamera::Selector), quint64(1));
+    QCOMPARE(list->count(), 2);
+    QCOMPARE(list->currentText(), QStringLiteral("Alpha"));
+    QCOMPARE(camera->port.writes, 1u);
+}
+
+void tst_FeatureTreeView::runsCommand()
+{
+    QSignalSpy spy(view.get(), &FeatureTreeView::commandExecute);
+    QPushButton *button = openCommand("Start");
+    QVERIFY(button);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(camera->port.peek(TestCamera::Start), quint64(1));
+    QCOMPARE(camera->port.writes, 1u);
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("Start"));
+    QTest::keyClick(button, Qt::Key_Space);
+    QCOMPARE(camera->port.writes, 2u);
+}
+
+void tst_FeatureTreeView::triggerAndReset()
+{
+    QSignalSpy spy(view.get(), &FeatureTreeView::commandExecute);
+    QPushButton *trigger = openCommand("TriggerSoftware");
+    QVERIFY(trigger);
+    QTest::mouseClick(trigger, Qt::LeftButton);
+    QTest::mouseClick(trigger, Qt::LeftButton);
+    QCOMPARE(camera->port.writes, 2u);
+    QCOMPARE(spy.size(), 0);
+
+    QPushButton *reset = openCommand("DeviceReset");
+    QVERIFY(reset);
+    QTest::mouseClick(reset, Qt::LeftButton);
+    QCOMPARE(camera->port.writes, 2u);
+    QCOMPARE(FakeHostCore::instance().calls(), QStringList(QStringLiteral("SetCameraNodeValue(cam, DeviceReset, )")));
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("DeviceReset"));
+}
+
+void tst_FeatureTreeView::lockedCommandDoesNotRun()
+{
+    click("StartLocked");
+    QVERIFY(!editor<QPushButton>());
+    auto *delegate = view->itemDelegateForColumn(1);
+    QMetaObject::invokeMethod(delegate, "CommandClicked", Q_ARG(bool, false));
+    QCOMPARE(camera->port.writes, 0u);
+}
+
+/// The host may handle commandExecute() by pressing another button.
+void tst_FeatureTreeView::commandIsNotReentered()
+{
+    QPushButton *button = openCommand("Start");
+    QVERIFY(button);
+    int runs = 0;
+    connect(view.get(), &FeatureTreeView::commandExecute, this, [&] {
+        if (++runs < 5)
+            button->click();
+    });
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(runs, 1);
+    QCOMPARE(camera->port.writes, 1u);
+}
+
+void tst_FeatureTreeView::failingCommandIsLogged()
+{
+    QPushButton *button = openCommand("Start");
+    QVERIFY(button);
+    for (const auto fault : {MemoryPort::Fault::Refused, MemoryPort::Fault::Foreign}) {
+        camera->port.writeFault = fault;
+        FakeHostCore::instance().clearCalls();
+        QTest::mouseClick(button, Qt::LeftButton);
+        const QStringList calls = FakeHostCore::instance().calls();
+        QCOMPARE(calls.size(), 1);
+        QVERIFY2(calls.at(0).startsWith(QStringLiteral("VLogInfo(FeatureTreeView, ")), qPrintable(calls.at(0)));
+    }
+    camera->port.writeFault = MemoryPort::Fault::None;
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(camera->port.peek(TestCamera::Start), quint64(1));
+}
+
+/// One read per second for each visible value that is not cached, none for the others.
+void tst_FeatureTreeView::repaintReadsOnlyWhatIsNotCached()
+{
+    QTest::qWait(10);
+    camera->port.resetCounters();
+    QTRY_VERIFY(camera->port.readsOf(TestCamera::Uncached) == 1);
+    QCOMPARE(camera->port.reads,
+             camera->port.readsOf(TestCamera::Uncached) + camera->port.readsOf(TestCamera::LineRate));
+    view->hide();
+    camera->port.resetCounters();
+    QTest::qWait(1100);
+    QCOMPARE(camera->port.reads, 0u);
+}
+
+void tst_FeatureTreeView::replacedModel()
+{
+    auto next = std::make_unique<TreeModel>(headers, camera->nodes());
+    next->AddModelData(camera->nodes(), QString());
+    view->setModel(next.get());
+    model = std::move(next);
+    view->expandAll();
+    view->SetFilter(1, QString());
+    QVERIFY(isShown("Expert"));
+    click("Width");
+    QVERIFY(editor<IntegerSpinBox>());
+}
+
+void tst_FeatureTreeView::disabledTouchesNoNode()
+{
+    click("Start");
+    QPushButton *button = editor<QPushButton>();
+    QVERIFY(button);
+    model->dataDisabled = true;
+    view->setViewDataDisable();
+    camera.reset();
+    QTest::mouseClick(button, Qt::LeftButton);
+    view->SetFilter(2, QStringLiteral("x"));
+    view->collapseAll();
+    view->expandAll();
+    click("Width");
+    QVERIFY(!editor<IntegerSpinBox>());
+    view->viewport()->repaint();
+    QCOMPARE(cell("Width").data().toInt(), 48);
+    QCOMPARE(FakeHostCore::instance().calls(), QStringList());
+}
+
+QTEST_MAIN(tst_FeatureTreeView)
+#include "tst_FeatureTreeView.moc"
