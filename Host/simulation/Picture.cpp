@@ -28,10 +28,10 @@ uchar indexOf(int pattern, int x, int y, QSize sensor)
         return (x / 64 + y / 64) % 2 ? 255 : 0;
     case PictureSettings::ColorBar:
         return uchar(x * 8 / sensor.width());
-    default: { // rings around the middle, with a grid that shows where the region lies
-        const qint64 dx = x - sensor.width() / 2;
-        const qint64 dy = y - sensor.height() / 2;
-        const bool grid = x % 256 == 0 || y % 256 == 0;
+    default: { // rings off the middle and a grid show flips and where the region lies
+        const qint64 dx = x - sensor.width() * 2 / 5;
+        const qint64 dy = y - sensor.height() * 2 / 5;
+        const bool grid = x % 256 < 3 || y % 256 < 3;
         return grid ? 0 : uchar((dx * dx + dy * dy) * 1024 / (qint64(sensor.width()) * sensor.width()) & 0xFF);
     }
     }
@@ -85,6 +85,28 @@ std::vector<int> positions(int offset, int count, int reduction, int largest, bo
     return result;
 }
 
+void drawGrayRow(uchar *out, const uchar *row, const std::vector<int> &columns, const Tones &tones)
+{
+    const uchar *tone = tones.data();
+    const int *end = columns.data() + columns.size();
+    for (const int *column = columns.data(); column != end; ++column)
+        *out++ = tone[row[*column]];
+}
+
+void drawColorRow(uchar *out, const uchar *row, const std::vector<int> &columns, const std::array<Tones, 3> &tones)
+{
+    const uchar *red = tones[0].data();
+    const uchar *green = tones[1].data();
+    const uchar *blue = tones[2].data();
+    const int *end = columns.data() + columns.size();
+    for (const int *column = columns.data(); column != end; ++column) {
+        const uchar index = row[*column];
+        *out++ = red[index];
+        *out++ = green[index];
+        *out++ = blue[index];
+    }
+}
+
 } // namespace
 
 PictureSettings PictureSettings::fromRegisters(const RegisterMemory &memory, qint64 timestamp)
@@ -136,18 +158,11 @@ QImage Picture::draw(const PictureSettings &settings)
     const std::array<Tones, 3> table{tones(settings, 0), tones(settings, 1), tones(settings, 2)};
     QImage image(region.size(), settings.color ? QImage::Format_RGB888 : QImage::Format_Grayscale8);
     for (int y = 0; y < image.height(); ++y) {
-        uchar *out = image.scanLine(y);
         const uchar *row = indices.data() + size_t(rows[size_t(y)]) * size_t(size.width());
-        for (const int column : columns) {
-            const uchar index = row[column];
-            if (settings.color) {
-                *out++ = table[0][index];
-                *out++ = table[1][index];
-                *out++ = table[2][index];
-            } else {
-                *out++ = table[1][index];
-            }
-        }
+        if (settings.color)
+            drawColorRow(image.scanLine(y), row, columns, table);
+        else
+            drawGrayRow(image.scanLine(y), row, columns, table[1]);
     }
     return image;
 }

@@ -56,21 +56,16 @@ qint64 integerValue(const Register &reg, const QByteArray &data)
     return qint64(negative ? word | ~mask : word);
 }
 
-/// The numbers of one table line: "1 2 3", "0..255", "0x10".
-std::vector<double> numbers(const QByteArray &text, bool *ok)
+/// The numbers of one table line, "1 2 3" or "0..255", one by one.
+QByteArrayList numbers(const QByteArray &text)
 {
-    std::vector<double> result;
-    *ok = true;
+    QByteArrayList result;
     for (const QByteArray &word : text.simplified().split(' ')) {
         const int dots = int(word.indexOf(".."));
-        bool valid = true;
-        if (dots > 0) {
-            for (int i = word.left(dots).toInt(&valid); valid && i <= word.mid(dots + 2).toInt(); ++i)
-                result.push_back(i);
-        } else {
-            result.push_back(word.startsWith("0x") ? double(word.toLongLong(&valid, 16)) : word.toDouble(&valid));
-        }
-        *ok = *ok && valid;
+        if (dots < 0)
+            result << word;
+        for (int i = word.left(dots).toInt(); dots > 0 && i <= word.mid(dots + 2).toInt(); ++i)
+            result << QByteArray::number(i);
     }
     return result;
 }
@@ -99,24 +94,23 @@ QByteArrayList RegisterMemory::load(const QByteArray &values)
 bool RegisterMemory::loadLine(const QByteArray &line)
 {
     const int blank = int(line.indexOf(' '));
-    const QByteArray name = line.left(blank);
-    const QByteArray rest = blank < 0 ? QByteArray() : line.mid(blank).trimmed();
+    const QByteArray name = blank < 0 ? line : line.left(blank);
+    const QByteArray rest = line.mid(name.size()).trimmed();
     const auto found = byName.constFind(name);
     if (found == byName.constEnd())
         return false;
     Register &reg = all[size_t(*found)];
-    if (reg.kind == Register::Kind::Text) {
-        const QByteArrayList texts = rest.split('|');
-        reg.positions = std::max(reg.positions, int(texts.size()));
-        for (int i = 0; i < texts.size(); ++i)
-            setText(name.constData(), texts[i].trimmed(), i);
-        return true;
+    const QByteArrayList contents = reg.kind == Register::Kind::Text ? rest.split('|') : numbers(rest);
+    reg.positions = std::max(reg.positions, int(contents.size()));
+    bool ok = true;
+    for (int i = 0; ok && i < contents.size(); ++i) {
+        if (reg.kind == Register::Kind::Text)
+            setText(name.constData(), contents[i].trimmed(), i);
+        else if (reg.kind == Register::Kind::Integer)
+            setInteger(name.constData(), contents[i].toLongLong(&ok, 0), i);
+        else
+            setNumber(name.constData(), contents[i].toDouble(&ok), i);
     }
-    bool ok = false;
-    const std::vector<double> list = numbers(rest, &ok);
-    reg.positions = std::max(reg.positions, int(list.size()));
-    for (size_t i = 0; ok && i < list.size(); ++i)
-        setNumber(name.constData(), list[i], int(i));
     return ok;
 }
 

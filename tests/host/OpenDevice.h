@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include <QtTest>
+
+#include "Host/SimulatedDevice.h"
+#include "Host/SimulatedDevices.h"
+
+/// A simulated device, opened for one test, with its features by name.
+class OpenDevice
+{
+public:
+    explicit OpenDevice(const char *id)
+    {
+        for (std::unique_ptr<Device> &candidate : makeSimulatedDevices()) {
+            if (candidate->id() == QLatin1String(id))
+                device.reset(static_cast<SimulatedDevice *>(candidate.release()));
+        }
+        QString error;
+        if (!device || !device->open(&error))
+            qFatal("%s does not open: %s", id, qPrintable(error));
+    }
+
+    SimulatedDevice *operator->() const { return device.get(); }
+    GenApi::INodeMap &nodes() const { return *device->nodeMap(); }
+    GenApi::INode *node(const char *name) const { return nodes().GetNode(name); }
+
+    GenApi::CIntegerPtr integer(const char *name) const { return node(name); }
+    GenApi::CFloatPtr number(const char *name) const { return node(name); }
+    GenApi::CBooleanPtr boolean(const char *name) const { return node(name); }
+    GenApi::CEnumerationPtr enumeration(const char *name) const { return node(name); }
+    GenApi::CCommandPtr command(const char *name) const { return node(name); }
+    GenApi::EAccessMode access(const char *name) const { return node(name)->GetAccessMode(); }
+
+    QString text(const char *name) const
+    {
+        return QString::fromUtf8(GenApi::CValuePtr(node(name))->ToString(false, true).c_str());
+    }
+    void set(const char *name, const char *text) const { GenApi::CValuePtr(node(name))->FromString(text); }
+
+    /// What the device says when the feature is set to that text; empty when it accepts.
+    QString refusal(const char *name, const char *text) const
+    {
+        try {
+            set(name, text);
+        } catch (const GenICam::GenericException &exception) {
+            return QString::fromUtf8(exception.GetDescription());
+        }
+        return {};
+    }
+
+private:
+    std::unique_ptr<SimulatedDevice> device;
+};

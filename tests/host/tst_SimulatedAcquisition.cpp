@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "host/OpenDevice.h"
+
+namespace {
+
+QImage lastFrame(const QSignalSpy &frames)
+{
+    return frames.last().first().value<QImage>();
+}
+
+} // namespace
+
+class tst_SimulatedAcquisition : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void acquisitionLocksAndUnlocks();
+    void startedByTheFeatureItself();
+    void framesFollowTheSize();
+    void framesComeAtTheRate();
+    void numberedAcquisitionsEndByThemselves_data();
+    void numberedAcquisitionsEndByThemselves();
+    void oneTriggerMakesOneFrame();
+    void linesTriggerUnlessDebounced();
+    void slowReceiversLoseFrames();
+};
+
+void tst_SimulatedAcquisition::acquisitionLocksAndUnlocks()
+{
+    const OpenDevice device("SIM-AREA-01");
+    const auto locked = {"Width", "Height", "PixelFormat", "BinningHorizontal", "GevSCPSPacketSize"};
+    QSignalSpy changed(device.operator->(), &Device::acquiringChanged);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    QVERIFY(device->isAcquiring());
+    for (const char *name : locked)
+        QCOMPARE(device.access(name), GenApi::RO);
+    QCOMPARE(device.access("UserSetLoad"), GenApi::NA);
+    QCOMPARE(device.access("ExposureTime"), GenApi::RW);
+    QCOMPARE(device.access("OffsetX"), GenApi::RW);
+    device->stopAcquisition();
+    for (const char *name : locked)
+        QCOMPARE(device.access(name), GenApi::RW);
+    QTRY_COMPARE(changed.count(), 2);
+    QCOMPARE(changed.at(0).first().toBool(), true);
+    QCOMPARE(changed.at(1).first().toBool(), false);
+}
+
+void tst_SimulatedAcquisition::startedByTheFeatureItself()
+{
+    const OpenDevice device("SIM-AREA-02");
+    QSignalSpy changed(device.operator->(), &Device::acquiringChanged);
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    device.command("AcquisitionStart")->Execute();
+    QTRY_VERIFY(frames.count() > 0);
+    QVERIFY(device->isAcquiring());
+    QCOMPARE(device.access("Width"), GenApi::RO);
+    device.command("AcquisitionStop")->Execute();
+    QTRY_COMPARE(changed.count(), 2);
+    QCOMPARE(device.access("Width"), GenApi::RW);
+}
+
+void tst_SimulatedAcquisition::framesFollowTheSize()
+{
+    const OpenDevice device("SIM-AREA-01");
+    device.set("Width", "320");
+    device.set("Height", "200");
+    device.set("PixelFormat", "RGB8");
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    QTRY_VERIFY(frames.count() > 0);
+    QCOMPARE(lastFrame(frames).size(), QSize(320, 200));
+    QCOMPARE(lastFrame(frames).format(), QImage::Format_RGB888);
+    device->stopAcquisition();
+    device.set("PixelFormat", "Mono8");
+    device.set("BinningVertical", "2");
+    QCoreApplication::processEvents();
+    frames.clear();
+    QVERIFY(device->startAcquisition(&error));
+    QTRY_VERIFY(frames.count() > 1);
+    QCOMPARE(lastFrame(frames).size(), QSize(320, 1024));
+    QCOMPARE(lastFrame(frames).format(), QImage::Format_Grayscale8);
+}
+
+void tst_SimulatedAcquisition::framesComeAtTheRate()
+{
+    const OpenDevice device("SIM-AREA-02");
+    device.set("AcquisitionFrameRate", "40");
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    QTRY_VERIFY(frames.count() > 0);
+    const int before = frames.count();
+    QElapsedTimer clock;
+    clock.start();
+    QTRY_VERIFY(frames.count() >= before + 40);
+    const double rate = (frames.count() - before) * 1000.0 / double(clock.elapsed());
+    QVERIFY2(rate > 25.0 && rate < 50.0, qPrintable(QString::number(rate)));
+}
+
+void tst_SimulatedAcquisition::numberedAcquisitionsEndByThemselves_data()
+{
+    QTest::addColumn<QByteArray>("mode");
+    QTest::addColumn<int>("count");
+    QTest::newRow("single") << QByteArray("SingleFrame") << 1;
+    QTest::newRow("multi") << QByteArray("MultiFrame") << 3;
+}
+
+void tst_SimulatedAcquisition::numberedAcquisitionsEndByThemselves()
+{
+    QFETCH(QByteArray, mode);
+    QFETCH(int, count);
+    const OpenDevice device("SIM-AREA-02");
+    device.set("AcquisitionMode", "MultiFrame");
+    device.set("AcquisitionFrameCount", "3");
+    device.set("AcquisitionMode", mode.constData());
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QSignalSpy changed(device.operator->(), &Device::acquiringChanged);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    QTRY_COMPARE(changed.count(), 2);
+    QTRY_COMPARE(frames.count(), count);
+    QVERIFY(!device->isAcquiring());
+    QCOMPARE(device.access("Width"), GenApi::RW);
+    QCOMPARE(device.integer("AcquiredFrameCount")->GetValue(false, true), int64_t(count));
+}
+
+void tst_SimulatedAcquisition::oneTriggerMakesOneFrame()
+{
+    const OpenDevice device("SIM-AREA-02");
+    device.set("TriggerMode", "On");
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    QTest::qWait(100);
+    QCOMPARE(frames.count(), 0);
+    for (int i = 1; i <= 3; ++i) {
+        device.command("TriggerSoftware")->Execute();
+        QTRY_COMPARE(frames.count(), i);
+    }
+    QTest::qWait(100);
+    QCOMPARE(frames.count(), 3);
+    device.set("TriggerSource", "Line1");
+    device.command("TriggerSoftware")->Execute();
+    QTest::qWait(100);
+    QCOMPARE(frames.count(), 3);
+    device.set("TriggerMode", "Off");
+    QTRY_VERIFY(frames.count() > 4);
+}
+
+void tst_SimulatedAcquisition::linesTriggerUnlessDebounced()
+{
+    const OpenDevice device("SIM-AREA-02");
+    device.set("TriggerMode", "On");
+    device.set("TriggerSource", "Line0");
+    device.set("LineDebouncerTime", "400000");
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    QTest::qWait(700);
+    QCOMPARE(frames.count(), 0);
+    device.set("LineDebouncerTime", "10");
+    QTRY_VERIFY(frames.count() >= 2);
+}
+
+void tst_SimulatedAcquisition::slowReceiversLoseFrames()
+{
+    const OpenDevice device("SIM-AREA-02");
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    const GenApi::CIntegerPtr dropped = device.integer("DroppedFrameCount");
+    QElapsedTimer clock;
+    clock.start();
+    while (dropped->GetValue(false, true) < 3 && clock.elapsed() < 5000)
+        QThread::msleep(20);
+    QVERIFY(dropped->GetValue(false, true) >= 3);
+    device->stopAcquisition();
+    QTest::qWait(50);
+    QCOMPARE(frames.count(), 3);
+}
+
+QTEST_GUILESS_MAIN(tst_SimulatedAcquisition)
+#include "tst_SimulatedAcquisition.moc"

@@ -1,0 +1,381 @@
+// SPDX-License-Identifier: MIT
+#include <cmath>
+
+#include <QtTest>
+
+#include "Host/simulation/Firmware.h"
+#include "Host/simulation/ImageModel.h"
+#include "Host/simulation/Picture.h"
+#include "host/OpenDevice.h"
+
+namespace {
+
+/// The features that the curated pages of area-scan cameras show.
+struct PageFeature
+{
+    const char *name;
+    GenApi::EInterfaceType type;
+    GenApi::EAccessMode access; ///< right after opening
+};
+
+const PageFeature pageFeatures[] = {
+    {"AcquisitionFrameRateEnable", GenApi::intfIBoolean, GenApi::RW},
+    {"ResultingFrameRate", GenApi::intfIFloat, GenApi::RO},
+    {"AcquisitionFrameRate", GenApi::intfIFloat, GenApi::RW},
+    {"ExposureAuto", GenApi::intfIEnumeration, GenApi::RW},
+    {"ExposureTime", GenApi::intfIFloat, GenApi::RW},
+    {"GainAuto", GenApi::intfIEnumeration, GenApi::RW},
+    {"Gain", GenApi::intfIFloat, GenApi::RW},
+    {"GammaEnable", GenApi::intfIBoolean, GenApi::RW},
+    {"Gamma", GenApi::intfIFloat, GenApi::NA},
+    {"Brightness", GenApi::intfIInteger, GenApi::RW},
+    {"Contrast", GenApi::intfIInteger, GenApi::RW},
+    {"GevSCPSPacketSize", GenApi::intfIInteger, GenApi::RW},
+    {"GevSCPD", GenApi::intfIInteger, GenApi::RW},
+    {"TriggerSelector", GenApi::intfIEnumeration, GenApi::RW},
+    {"TriggerMode", GenApi::intfIEnumeration, GenApi::RW},
+    {"TriggerSource", GenApi::intfIEnumeration, GenApi::RW},
+    {"TriggerDelay", GenApi::intfIFloat, GenApi::RW},
+    {"TriggerSoftware", GenApi::intfICommand, GenApi::WO},
+    {"LineSelector", GenApi::intfIEnumeration, GenApi::RW},
+    {"LineMode", GenApi::intfIEnumeration, GenApi::RW},
+    {"LineSource", GenApi::intfIEnumeration, GenApi::NA},
+    {"LineDebouncerTime", GenApi::intfIFloat, GenApi::RW},
+    {"PixelFormat", GenApi::intfIEnumeration, GenApi::RW},
+    {"Width", GenApi::intfIInteger, GenApi::RW},
+    {"Height", GenApi::intfIInteger, GenApi::RW},
+    {"OffsetX", GenApi::intfIInteger, GenApi::RW},
+    {"OffsetY", GenApi::intfIInteger, GenApi::RW},
+    {"ReverseX", GenApi::intfIBoolean, GenApi::RW},
+    {"ReverseY", GenApi::intfIBoolean, GenApi::RW},
+    {"UserSetSelector", GenApi::intfIEnumeration, GenApi::RW},
+    {"UserSetLoad", GenApi::intfICommand, GenApi::WO},
+    {"UserSetSave", GenApi::intfICommand, GenApi::RW},
+    {"UserSetDefault", GenApi::intfIEnumeration, GenApi::RW},
+};
+
+QStringList entries(const GenApi::CEnumerationPtr &enumeration)
+{
+    GenApi::StringList_t names;
+    enumeration->GetSymbolics(names);
+    QStringList result;
+    for (const GenICam::gcstring &name : names)
+        result << QString::fromUtf8(name.c_str());
+    return result;
+}
+
+/// Mean gray level of a picture drawn with these settings.
+double meanLevel(const PictureSettings &settings)
+{
+    const QImage image = Picture().draw(settings);
+    double sum = 0.0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            sum += qGray(image.pixel(x, y));
+    }
+    return sum / (image.width() * image.height());
+}
+
+PictureSettings smallScene()
+{
+    PictureSettings settings;
+    settings.sensor = settings.reducedSensor = QSize(256, 128);
+    settings.region = QRect(QPoint(0, 0), settings.sensor);
+    return settings;
+}
+
+} // namespace
+
+class tst_SimulatedAreaScan : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void pageFeaturesExist_data();
+    void pageFeaturesExist();
+    void selectorsShowTheirSelection_data();
+    void selectorsShowTheirSelection();
+    void sizesAndOffsetsLimitEachOther();
+    void binningResizesTheImage();
+    void modesSwitchAvailability_data();
+    void modesSwitchAvailability();
+    void entriesComeAndGo();
+    void userSetsSaveAndLoad();
+    void theStartSetIsLoadedAtTheStart();
+    void resultingFrameRateIsWhatTheCameraDoes_data();
+    void resultingFrameRateIsWhatTheCameraDoes();
+    void autoExposureMovesByItself();
+    void pictureFollowsTheLight();
+    void pictureIsCutAndFlipped();
+};
+
+void tst_SimulatedAreaScan::pageFeaturesExist_data()
+{
+    QTest::addColumn<int>("row");
+    for (size_t i = 0; i < std::size(pageFeatures); ++i)
+        QTest::newRow(pageFeatures[i].name) << int(i);
+}
+
+void tst_SimulatedAreaScan::pageFeaturesExist()
+{
+    static const OpenDevice device("SIM-AREA-01");
+    QFETCH(int, row);
+    const PageFeature &feature = pageFeatures[row];
+    GenApi::INode *node = device.node(feature.name);
+    QVERIFY(node);
+    QVERIFY(node->IsFeature());
+    QCOMPARE(node->GetPrincipalInterfaceType(), feature.type);
+    QCOMPARE(node->GetAccessMode(), feature.access);
+    QVERIFY(node->GetVisibility() < GenApi::Invisible);
+}
+
+void tst_SimulatedAreaScan::selectorsShowTheirSelection_data()
+{
+    QTest::addColumn<QByteArray>("selector");
+    QTest::addColumn<QByteArray>("feature");
+    QTest::addColumn<QByteArrayList>("positions");
+    QTest::addColumn<QByteArrayList>("values");
+    QTest::newRow("line") << QByteArray("LineSelector") << QByteArray("LineMode")
+                          << QByteArrayList{"Line0", "Line2", "Line3"} << QByteArrayList{"Input", "Output", "Output"};
+    QTest::newRow("trigger") << QByteArray("TriggerSelector") << QByteArray("TriggerMode")
+                             << QByteArrayList{"FrameStart", "FrameBurstStart"} << QByteArrayList{"Off", "On"};
+    QTest::newRow("delay") << QByteArray("TriggerSelector") << QByteArray("TriggerDelay")
+                           << QByteArrayList{"FrameStart", "AcquisitionStart"} << QByteArrayList{"12.5", "300"};
+    QTest::newRow("gain") << QByteArray("GainSelector") << QByteArray("Gain")
+                          << QByteArrayList{"AnalogAll", "DigitalAll"} << QByteArrayList{"6", "1.5"};
+    QTest::newRow("knee") << QByteArray("MultiSlopeKneePointSelector") << QByteArray("MultiSlopeExposureLimit")
+                          << QByteArrayList{"0", "2"} << QByteArrayList{"40", "99"};
+    QTest::newRow("table") << QByteArray("LUTIndex") << QByteArray("LUTValue") << QByteArrayList{"0", "255"}
+                           << QByteArrayList{"17", "4095"};
+}
+
+void tst_SimulatedAreaScan::selectorsShowTheirSelection()
+{
+    QFETCH(QByteArray, selector);
+    QFETCH(QByteArray, feature);
+    QFETCH(QByteArrayList, positions);
+    QFETCH(QByteArrayList, values);
+    const OpenDevice device("SIM-AREA-01");
+    device.set("MultiSlopeMode", "Manual");
+    for (int i = 0; i < positions.size(); ++i) {
+        device.set(selector.constData(), positions[i].constData());
+        device.set(feature.constData(), values[i].constData());
+    }
+    for (int i = 0; i < positions.size(); ++i) {
+        device.set(selector.constData(), positions[i].constData());
+        const GenApi::CValuePtr value = device.node(feature.constData());
+        QCOMPARE(QByteArray(value->ToString().c_str()), values[i]);
+    }
+}
+
+void tst_SimulatedAreaScan::sizesAndOffsetsLimitEachOther()
+{
+    const OpenDevice device("SIM-AREA-01");
+    QCOMPARE(device.integer("OffsetX")->GetMax(), int64_t(0));
+    device.set("Width", "640");
+    QCOMPARE(device.integer("OffsetX")->GetMax(), int64_t(2448 - 640));
+    device.set("OffsetX", "104");
+    QCOMPARE(device.integer("Width")->GetMax(), int64_t(2448 - 104));
+    QVERIFY(!device.refusal("Width", "2352").isEmpty());
+    QVERIFY(!device.refusal("Width", "641").isEmpty());
+    device.set("Height", "480");
+    QCOMPARE(device.integer("OffsetY")->GetMax(), int64_t(2048 - 480));
+    QCOMPARE(device.integer("PayloadSize")->GetValue(), int64_t(640 * 480));
+}
+
+void tst_SimulatedAreaScan::binningResizesTheImage()
+{
+    const OpenDevice device("SIM-AREA-01");
+    device.set("Width", "640");
+    device.set("OffsetX", "800");
+    device.set("DecimationHorizontal", "2");
+    QCOMPARE(device.integer("Width")->GetValue(), int64_t(1224));
+    device.set("BinningHorizontal", "4");
+    QVERIFY(!GenApi::IsAvailable(device.node("DecimationHorizontal")));
+    QCOMPARE(device.integer("WidthMax")->GetValue(), int64_t(608));
+    QCOMPARE(device.integer("Width")->GetValue(), int64_t(608));
+    QCOMPARE(device.integer("OffsetX")->GetValue(), int64_t(0));
+    QCOMPARE(device.integer("Height")->GetValue(), int64_t(2048));
+    device.set("BinningHorizontal", "1");
+    QCOMPARE(device.text("DecimationHorizontal"), QStringLiteral("1"));
+    QCOMPARE(device.integer("Width")->GetMax(), int64_t(2448));
+}
+
+void tst_SimulatedAreaScan::modesSwitchAvailability_data()
+{
+    QTest::addColumn<QByteArray>("mode");
+    QTest::addColumn<QByteArray>("off");
+    QTest::addColumn<QByteArray>("on");
+    QTest::addColumn<QByteArray>("feature");
+    const auto row = [](const char *mode, const char *off, const char *on, const char *feature) {
+        QTest::newRow(feature) << QByteArray(mode) << QByteArray(off) << QByteArray(on) << QByteArray(feature);
+    };
+    row("GammaEnable", "0", "1", "Gamma");
+    row("AcquisitionFrameRateEnable", "0", "1", "AcquisitionFrameRate");
+    row("AcquisitionMode", "Continuous", "MultiFrame", "AcquisitionFrameCount");
+    row("LineSelector", "Line0", "Line2", "LineSource");
+    row("LineSelector", "Line2", "Line0", "LineDebouncerTime");
+    row("TriggerSource", "Software", "Line1", "TriggerActivation");
+    row("ChunkModeActive", "0", "1", "ChunkExposureTime");
+    row("ImageCompressionMode", "Off", "JPEG", "ImageCompressionQuality");
+    row("DeviceLinkThroughputLimitMode", "Off", "On", "DeviceLinkThroughputLimit");
+    row("EncoderMode", "Off", "FourPhase", "EncoderReset");
+}
+
+void tst_SimulatedAreaScan::modesSwitchAvailability()
+{
+    QFETCH(QByteArray, mode);
+    QFETCH(QByteArray, off);
+    QFETCH(QByteArray, on);
+    QFETCH(QByteArray, feature);
+    const OpenDevice device("SIM-AREA-01");
+    for (int round = 0; round < 2; ++round) {
+        device.set(mode.constData(), on.constData());
+        QVERIFY(GenApi::IsAvailable(device.node(feature.constData())));
+        device.set(mode.constData(), off.constData());
+        QCOMPARE(device.access(feature.constData()), GenApi::NA);
+    }
+}
+
+void tst_SimulatedAreaScan::entriesComeAndGo()
+{
+    const OpenDevice device("SIM-AREA-01");
+    const GenApi::CEnumerationPtr format = device.enumeration("PixelFormat");
+    QVERIFY(!entries(format).contains(QStringLiteral("Mono12")));
+    device.set("SensorDigitizationBits", "Bpp12");
+    QVERIFY(entries(format).contains(QStringLiteral("Mono12")));
+    device.set("PixelFormat", "Mono12");
+    QCOMPARE(device.text("PixelSize"), QStringLiteral("Bpp16"));
+    QCOMPARE(device.integer("PixelDynamicRangeMax")->GetValue(), int64_t(4095));
+    device.set("SensorDigitizationBits", "Bpp10");
+    QCOMPARE(QByteArray(format->ToString().c_str()), QByteArray("Mono8"));
+    QVERIFY(!entries(format).contains(QStringLiteral("Mono12")));
+    const OpenDevice mono("SIM-AREA-02");
+    QVERIFY(!entries(mono.enumeration("PixelFormat")).contains(QStringLiteral("RGB8")));
+}
+
+void tst_SimulatedAreaScan::userSetsSaveAndLoad()
+{
+    const OpenDevice device("SIM-AREA-01");
+    device.set("UserSetSelector", "UserSet0");
+    QVERIFY_EXCEPTION_THROWN(device.command("UserSetLoad")->Execute(), GenICam::GenericException);
+    device.set("ExposureTime", "2500");
+    device.set("Width", "1024");
+    device.set("LineSelector", "Line3");
+    device.set("LineMode", "Output");
+    device.command("UserSetSave")->Execute();
+    QTRY_VERIFY(device.command("UserSetSave")->IsDone());
+
+    device.set("UserSetSelector", "Default");
+    QVERIFY_EXCEPTION_THROWN(device.command("UserSetSave")->Execute(), GenICam::GenericException);
+    device.command("UserSetLoad")->Execute();
+    QCOMPARE(device.number("ExposureTime")->GetValue(), 10000.0);
+    QCOMPARE(device.integer("Width")->GetValue(), int64_t(2448));
+    QCOMPARE(device.integer("OffsetX")->GetMax(), int64_t(0));
+    QCOMPARE(QByteArray(device.enumeration("LineMode")->ToString().c_str()), QByteArray("Input"));
+
+    device.set("UserSetSelector", "UserSet0");
+    device.command("UserSetLoad")->Execute();
+    QCOMPARE(device.number("ExposureTime")->GetValue(), 2500.0);
+    QCOMPARE(device.integer("Width")->GetValue(), int64_t(1024));
+    QCOMPARE(QByteArray(device.enumeration("LineMode")->ToString().c_str()), QByteArray("Output"));
+}
+
+void tst_SimulatedAreaScan::theStartSetIsLoadedAtTheStart()
+{
+    const OpenDevice device("SIM-AREA-01");
+    device.set("UserSetSelector", "UserSet1");
+    device.set("Gain", "9");
+    device.command("UserSetSave")->Execute();
+    device.set("UserSetDefault", "UserSet1");
+    device.set("Gain", "3");
+    device.command("DeviceReset")->Execute();
+    QTRY_COMPARE(device.number("Gain")->GetValue(), 9.0);
+    QCOMPARE(device.text("UserSetDefault"), QStringLiteral("UserSet1"));
+}
+
+void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes_data()
+{
+    using Setting = QPair<QByteArray, QByteArray>;
+    QTest::addColumn<QList<Setting>>("settings");
+    QTest::addColumn<double>("rate");
+    QTest::newRow("wanted") << QList<Setting>{{"AcquisitionFrameRate", "5"}} << 5.0;
+    QTest::newRow("link") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}} << 125e6 / (2448 * 2048);
+    QTest::newRow("sensor") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}, {"Width", "64"}}
+                            << 1e6 / (2048 * 10 + 400);
+    QTest::newRow("exposure") << QList<Setting>{{"ExposureTime", "199950"}} << 5.0;
+    QTest::newRow("throughput") << QList<Setting>{{"DeviceLinkThroughputLimitMode", "1"},
+                                                  {"DeviceLinkThroughputLimit", "10000000"}}
+                                << 1e7 / (2448 * 2048);
+}
+
+void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes()
+{
+    using Setting = QPair<QByteArray, QByteArray>;
+    QFETCH(QList<Setting>, settings);
+    QFETCH(double, rate);
+    const OpenDevice device("SIM-AREA-01");
+    for (const Setting &setting : settings) {
+        const QByteArray &value = setting.first == "DeviceLinkThroughputLimitMode" ? QByteArray("On") : setting.second;
+        device.set(setting.first.constData(), value.constData());
+    }
+    const double inside =
+        device->inside().inspect([](const RegisterMemory &memory) { return ImageModel::frameRate(memory); });
+    QCOMPARE(device.number("ResultingFrameRate")->GetValue(), rate);
+    QCOMPARE(inside, rate);
+}
+
+void tst_SimulatedAreaScan::autoExposureMovesByItself()
+{
+    const OpenDevice device("SIM-AREA-01");
+    device.set("TestSceneLight", "200");
+    const GenApi::CFloatPtr exposure = device.number("ExposureTime");
+    device.set("ExposureAuto", "Continuous");
+    QCOMPARE(device.access("ExposureTime"), GenApi::RO);
+    QTRY_VERIFY_WITH_TIMEOUT(std::abs(exposure->GetValue(false, true) - 5000.0) < 1000.0, 5000);
+    device.set("ExposureAuto", "Off");
+    QCOMPARE(device.access("ExposureTime"), GenApi::RW);
+    device.set("TestSceneLight", "100");
+    device.set("ExposureAuto", "Once");
+    QTRY_COMPARE_WITH_TIMEOUT(device.text("ExposureAuto"), QStringLiteral("Off"), 5000);
+    QVERIFY(exposure->GetValue(false, true) > 8000.0);
+}
+
+void tst_SimulatedAreaScan::pictureFollowsTheLight()
+{
+    PictureSettings settings = smallScene();
+    const double medium = meanLevel(settings);
+    QVERIFY(medium > 100.0 && medium < 150.0);
+    settings.brightness = 0.25;
+    QVERIFY(std::abs(meanLevel(settings) - medium / 2.0) < 5.0);
+    settings.brightness = 50.0;
+    QVERIFY(meanLevel(settings) > 230.0);
+    settings.pattern = PictureSettings::Black;
+    QCOMPARE(meanLevel(settings), 0.0);
+    settings.pattern = PictureSettings::White;
+    QCOMPARE(meanLevel(settings), 255.0);
+}
+
+void tst_SimulatedAreaScan::pictureIsCutAndFlipped()
+{
+    PictureSettings settings = smallScene();
+    settings.pattern = PictureSettings::HorizontalRamp;
+    Picture picture;
+    settings.region = QRect(100, 10, 50, 20);
+    QCOMPARE(picture.draw(settings).size(), QSize(50, 20));
+    QCOMPARE(qGray(picture.draw(settings).pixel(0, 0)), 100);
+    QCOMPARE(qGray(picture.draw(settings).pixel(49, 19)), 149);
+    settings.reverseX = true; // the flip comes first, then the region is cut out
+    QCOMPARE(qGray(picture.draw(settings).pixel(0, 0)), 155);
+    settings.reverseX = false;
+    settings.pattern = PictureSettings::VerticalRamp;
+    settings.reverseY = true;
+    QCOMPARE(qGray(picture.draw(settings).pixel(0, 0)), 117);
+    settings.reduction = QSize(2, 2);
+    settings.reducedSensor = QSize(128, 64);
+    settings.region = QRect(0, 0, 128, 64);
+    QCOMPARE(qGray(picture.draw(settings).pixel(0, 0)), 126);
+}
+
+QTEST_GUILESS_MAIN(tst_SimulatedAreaScan)
+#include "tst_SimulatedAreaScan.moc"
