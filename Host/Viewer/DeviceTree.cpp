@@ -74,6 +74,7 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
     setUniformRowHeights(true);
     setFrameShape(NoFrame);
     setIconSize({20, 20});
+    setIndentation(12);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);

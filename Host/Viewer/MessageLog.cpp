@@ -17,11 +17,18 @@ const char *moduleOf(const QMessageLogContext &context)
     return unnamed ? "Panel" : context.category;
 }
 
+/// Qt names its own messages by category ("qt....") or by function ("QClass::function: ...").
+bool isOfQt(const char *module, const QString &text)
+{
+    return std::strncmp(module, "qt.", 3) == 0
+        || (text.startsWith(QLatin1Char('Q')) && text.contains(QLatin1String("::")));
+}
+
 void report(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     const char *module = moduleOf(context);
     HostContext *host = HostContext::current();
-    if (host && std::strncmp(module, "qt.", 3) != 0)
+    if (host && !isOfQt(module, text))
         host->log(QString::fromLatin1(module), text, 0);
     if (previousHandler)
         previousHandler(type, context, text);

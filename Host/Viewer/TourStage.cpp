@@ -118,16 +118,13 @@ QTextBrowser *TourStage::description() const
     return panel() ? panel()->findChild<QTextBrowser *>() : nullptr;
 }
 
-bool TourStage::openTab(const QString &title)
+bool TourStage::openTab(int number)
 {
     QTabBar *bar = tabs() ? tabs()->tabBar() : nullptr;
-    for (int tab = 0; bar && tab < bar->count(); ++tab) {
-        if (bar->tabText(tab) != title)
-            continue;
-        TourHand::click(bar, bar->tabRect(tab).center());
-        return bar->currentIndex() == tab;
-    }
-    return false;
+    if (!bar || number >= bar->count())
+        return false;
+    TourHand::click(bar, bar->tabRect(number).center());
+    return bar->currentIndex() == number;
 }
 
 int TourStage::shownRows() const

@@ -39,8 +39,8 @@ public:
     QComboBox *levelBox() const;
     QToolButton *foldButton() const;
     QTextBrowser *description() const;
-    /// Clicks the tab with that title; false when there is none.
-    bool openTab(const QString &title);
+    /// Clicks the panel's main tab of that number; false when there is none.
+    bool openTab(int number);
     /// Number of rows of the tree that can be seen or scrolled to.
     int shownRows() const;
     /// The row of a feature or category, invalid when it has none.

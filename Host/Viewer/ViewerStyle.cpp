@@ -30,11 +30,14 @@ constexpr PaletteColour palette[] = {
     {QPalette::Link, 0xff22805a, 0xff22805a},
 };
 
-constexpr char styleSheet[] = "QToolBar { border: none; border-bottom: 1px solid #d8d8d8; padding: 3px; spacing: 2px; }"
-                              "QMainWindow::separator { background: #e1e1e1; width: 4px; height: 4px; }"
-                              "QDockWidget::title { background: #e1e1e1; padding: 6px 8px; }"
-                              "QStatusBar::item { border: none; }"
-                              "#deviceTree::item { min-height: 28px; }";
+constexpr char styleSheet[] =
+    "QToolBar { border: none; border-bottom: 1px solid #d8d8d8; padding: 3px; spacing: 2px; }"
+    "QMainWindow::separator { background: #e1e1e1; width: 4px; height: 4px; }"
+    "QDockWidget::title { background: #e1e1e1; padding: 6px 8px; }"
+    "QStatusBar::item { border: none; }"
+    "#deviceTree::item { min-height: 28px; padding-left: 4px; }"
+    "#deviceTree QHeaderView::section, #logView QHeaderView::section {"
+    " background: #ececec; border: none; border-bottom: 1px solid #d8d8d8; padding: 4px 8px; }";
 
 } // namespace
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
+#include <QTemporaryDir>
 #include <QTextStream>
 
 #include <cstdio>
 
 #include "Host/AravisDevice.h"
-#include "Host/DescriptionDevice.h"
-#include "Host/FeatureDump.h"
 #include "Host/HostContext.h"
 #include "Host/SimulatedDevices.h"
+#include "Host/Viewer/DumpRun.h"
 #include "Host/Viewer/MessageLog.h"
 #include "Host/Viewer/Tour.h"
 #include "Host/Viewer/ViewerOptions.h"
@@ -33,15 +33,29 @@ QStringList argumentsOf(int argc, char **argv)
     return result;
 }
 
-HostContext::Options hostOptions(const ViewerOptions &options)
+/// A tour starts like the first run of a new user and leaves no settings behind.
+QString settingsFile(const ViewerOptions &options, const QTemporaryDir &scratch)
 {
-    HostContext::Options result;
-    result.settingsFile = options.settings;
-    return result;
+    const bool fresh = options.settings.isEmpty() && !options.tour.isEmpty();
+    return fresh ? scratch.filePath(QStringLiteral("tour.ini")) : options.settings;
+}
+
+DeviceFinder finder(const ViewerOptions &options)
+{
+    const bool searches = options.tour.isEmpty() && !options.simulatedOnly;
+    return searches ? aravisFinder(true) : DeviceFinder();
+}
+
+void addSimulatedDevices(HostContext &context)
+{
+    for (std::unique_ptr<Device> &device : makeSimulatedDevices())
+        context.addDevice(std::move(device));
 }
 
 int show(HostContext &context, const ViewerOptions &options)
 {
+    if (!options.language.isEmpty())
+        context.setLanguage(options.language);
     ViewerWindow window(context);
     window.show();
     if (!options.tour.isEmpty())
@@ -72,6 +86,12 @@ int main(int argc, char **argv)
         return print(ViewerOptions::helpText(), stdout, 0);
     if (options.version)
         return print(QApplication::applicationVersion(), stdout, 0);
+    const QTemporaryDir scratch;
+    HostContext context({settingsFile(options, scratch), finder(options)});
+    addSimulatedDevices(context);
+    if (options.dump)
+        return runDump(context, options);
+    const MessageLog messages;
     applyViewerStyle(application);
-    return 0;
+    return show(context, options);
 }
