@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include <QHoverEvent>
+#include <QImage>
+#include <QTabBar>
+#include <QTest>
+
+#include "ToolPage/CTabWidget.h"
+
+namespace {
+
+constexpr QRgb Baseline = qRgb(220, 220, 220);
+constexpr QRgb Accent = qRgb(93, 189, 147);
+
+/// The columns [first, last] of one colour in the picture's last line.
+QVector<QPair<int, int>> runs(const QImage &picture, QRgb color)
+{
+    QVector<QPair<int, int>> runs;
+    const int y = picture.height() - 1;
+    for (int x = 0; x < picture.width(); ++x) {
+        if (picture.pixel(x, y) != color)
+            continue;
+        if (runs.isEmpty() || runs.last().second != x - 1)
+            runs.append({x, x});
+        runs.last().second = x;
+    }
+    return runs;
+}
+
+} // namespace
+
+/// CTabWidget with its CTabBar.
+class tst_CTabWidget : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_tabs.reset(); }
+    void tabsShareTheWidth_data();
+    void tabsShareTheWidth();
+    void shrinksAgain();
+    void underlinesTheSelectedTab();
+    void underlinesTheTabUnderTheMouse();
+    void clickSelects();
+    void emptyBar();
+
+private:
+    std::unique_ptr<CTabWidget> m_tabs;
+};
+
+void tst_CTabWidget::init()
+{
+    m_tabs = std::make_unique<CTabWidget>();
+    for (const char *title : {"a", "b", "c", "d"})
+        m_tabs->addTab(new QWidget, QLatin1String(title));
+    m_tabs->resize(600, 300);
+    m_tabs->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_tabs.get()));
+}
+
+void tst_CTabWidget::tabsShareTheWidth_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("tabWidth");
+    QTest::newRow("as shown") << 600 << 150;
+    QTest::newRow("wider") << 800 << 200;
+    QTest::newRow("narrower") << 320 << 80;
+}
+
+void tst_CTabWidget::tabsShareTheWidth()
+{
+    QFETCH(int, width);
+    m_tabs->resize(width, 300);
+    for (int index = 0; index < 4; ++index) {
+        const QRect tab = m_tabs->tabBar()->tabRect(index);
+        QTEST(tab.width(), "tabWidth");
+        QCOMPARE(tab.height(), 40);
+        QCOMPARE(tab.left(), index * tab.width());
+    }
+}
+
+void tst_CTabWidget::shrinksAgain()
+{
+    QVERIFY(m_tabs->minimumSizeHint().width() <= 320);
+}
+
+void tst_CTabWidget::underlinesTheSelectedTab()
+{
+    m_tabs->setCurrentIndex(1);
+    const QImage picture = m_tabs->tabBar()->grab().toImage();
+    QCOMPARE(runs(picture, Accent), (QVector<QPair<int, int>>{{175, 274}}));
+    QCOMPARE(runs(picture, Baseline), (QVector<QPair<int, int>>{{0, 174}, {275, 599}}));
+}
+
+void tst_CTabWidget::underlinesTheTabUnderTheMouse()
+{
+    const QPoint inside = m_tabs->tabBar()->tabRect(2).center();
+    QHoverEvent hover(QEvent::HoverMove, inside, QPoint(-1, -1));
+    QCoreApplication::sendEvent(m_tabs->tabBar(), &hover);
+    const QImage picture = m_tabs->tabBar()->grab().toImage();
+    QCOMPARE(runs(picture, Accent), (QVector<QPair<int, int>>{{25, 124}, {325, 424}}));
+}
+
+void tst_CTabWidget::clickSelects()
+{
+    QTest::mouseClick(m_tabs->tabBar(), Qt::LeftButton, Qt::NoModifier, m_tabs->tabBar()->tabRect(3).center());
+    QCOMPARE(m_tabs->currentIndex(), 3);
+}
+
+void tst_CTabWidget::emptyBar()
+{
+    m_tabs->clear();
+    m_tabs->resize(400, 300);
+    m_tabs->addTab(new QWidget, QStringLiteral("only"));
+    QCOMPARE(m_tabs->tabBar()->tabRect(0).width(), 400);
+}
+
+QTEST_MAIN(tst_CTabWidget)
+#include "tst_CTabWidget.moc"

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QTest>
+
+#include "Resources/Icons.h"
+#include "TestCamera.h"
+#include "ToolPage/CToolBox.h"
+#include "ToolPage/CToolPage.h"
+#include "ToolPage/ToolPageWidget.h"
+#include "ToolPage/ToolPageWidgetItem.h"
+
+namespace {
+
+QWidget *contextOf(CToolPage *page)
+{
+    return page->findChild<QWidget *>(QStringLiteral("widgetContext"));
+}
+
+QPushButton *titleBarOf(CToolPage *page)
+{
+    return page->findChild<QPushButton *>(QStringLiteral("pushButtonFold"));
+}
+
+QString titleOf(CToolPage *page)
+{
+    return titleBarOf(page)->findChildren<QLabel *>().last()->text();
+}
+
+QImage foldImageOf(CToolPage *page)
+{
+    return titleBarOf(page)
+        ->findChildren<QLabel *>()
+        .first()
+        ->pixmap(Qt::ReturnByValue)
+        .toImage()
+        .convertToFormat(QImage::Format_ARGB32);
+}
+
+QImage image(const QString &path)
+{
+    return QImage(path).convertToFormat(QImage::Format_ARGB32);
+}
+
+QWidget *fixedContent(int height)
+{
+    auto *content = new QWidget;
+    content->setFixedHeight(height);
+    return content;
+}
+
+} // namespace
+
+/// CToolPage and the stack of them, CToolBox.
+class tst_CToolPage : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void foldsByItsTitleBar();
+    void isCollapsedUntilItHasContent();
+    void autoStretchMovesTheFreeHeight();
+    void languageOfTitles_data();
+    void languageOfTitles();
+    void boxStacksExpandedGroups();
+    void boxNeverShowsScrollBars();
+    void boxRefreshesExpandedGroupsOnly();
+};
+
+void tst_CToolPage::foldsByItsTitleBar()
+{
+    CToolPage page;
+    page.addWidget(QStringLiteral("Group"), QString(), fixedContent(50));
+    page.show();
+    QCOMPARE(foldImageOf(&page), image(Icons::Unfold));
+    QTest::mouseClick(titleBarOf(&page), Qt::LeftButton);
+    QVERIFY(!page.isExpanded());
+    QVERIFY(!contextOf(&page)->isVisible());
+    QCOMPARE(foldImageOf(&page), image(Icons::Fold));
+    QTest::mouseClick(titleBarOf(&page), Qt::LeftButton);
+    QVERIFY(page.isExpanded());
+    QVERIFY(contextOf(&page)->isVisible());
+    QCOMPARE(foldImageOf(&page), image(Icons::Unfold));
+}
+
+void tst_CToolPage::isCollapsedUntilItHasContent()
+{
+    CToolPage page;
+    QVERIFY(!page.isExpanded());
+    QCOMPARE(foldImageOf(&page), image(Icons::Fold));
+}
+
+void tst_CToolPage::autoStretchMovesTheFreeHeight()
+{
+    CToolPage page;
+    page.setStretchEnable(true);
+    page.setAutoStretchEnable(true);
+    page.addWidget(QStringLiteral("Group"), QString(), new QWidget);
+    page.resize(300, 400);
+    page.show();
+    QCOMPARE(contextOf(&page)->geometry().bottom(), 399);
+    page.collapse();
+    QTRY_COMPARE(titleBarOf(&page)->geometry().top(), 0);
+    QVERIFY(titleBarOf(&page)->height() < 60);
+    page.expand();
+    QTRY_COMPARE(contextOf(&page)->geometry().bottom(), 399);
+}
+
+void tst_CToolPage::languageOfTitles_data()
+{
+    QTest::addColumn<int>("language");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("English") << 0 << QStringLiteral("Image") << QStringLiteral("Width");
+    QTest::newRow("Chinese") << 1 << QStringLiteral("图像") << QStringLiteral("宽度");
+    QTest::newRow("any other") << 2 << QStringLiteral("图像") << QStringLiteral("宽度");
+}
+
+void tst_CToolPage::languageOfTitles()
+{
+    QFETCH(int, language);
+    CToolBox box;
+    auto *group = new ToolPageWidget;
+    auto *row = new ToolPageWidgetItem(group);
+    row->setItemInfo({QStringLiteral("Width"), QStringLiteral("宽度")}, {}, static_cast<QWidget *>(nullptr));
+    group->addWidget(row);
+    box.addWidget(QStringLiteral("Image"), QStringLiteral("图像"), group);
+    box.setLanguage(language);
+    QTEST(titleOf(box.findChild<CToolPage *>()), "title");
+    QTEST(row->findChild<QLabel *>()->text(), "label");
+}
+
+void tst_CToolPage::boxStacksExpandedGroups()
+{
+    CToolBox box;
+    for (const char *title : {"one", "two", "three"})
+        box.addWidget(QLatin1String(title), QString(), fixedContent(30));
+    box.resize(300, 600);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    const auto pages = box.findChildren<CToolPage *>();
+    QStringList titles;
+    int bottom = 0;
+    for (CToolPage *page : pages) {
+        titles.append(titleOf(page));
+        QVERIFY(page->isExpanded());
+        QCOMPARE(page->mapTo(&box, QPoint(0, 0)).y(), bottom);
+        bottom += page->height();
+    }
+    QCOMPARE(titles, (QStringList{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")}));
+    QVERIFY(bottom < 300);
+}
+
+void tst_CToolPage::boxNeverShowsScrollBars()
+{
+    CToolBox box;
+    box.addWidget(QStringLiteral("long"), QString(), fixedContent(1000));
+    box.resize(300, 200);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    auto *area = box.findChild<QScrollArea *>();
+    QVERIFY(!area->verticalScrollBar()->isVisible());
+    QVERIFY(area->verticalScrollBar()->maximum() > 0);
+    QCOMPARE(area->widget()->width(), 300);
+}
+
+void tst_CToolPage::boxRefreshesExpandedGroupsOnly()
+{
+    TestCamera camera;
+    CToolBox box;
+    QList<QSpinBox *> editors;
+    for (const char *title : {"open", "folded"}) {
+        auto *group = new ToolPageWidget;
+        auto *row = new ToolPageWidgetItem(group);
+        row->setItemInfo({}, {}, camera.node("Uncached"), true);
+        group->addWidget(row);
+        box.addWidget(QLatin1String(title), QString(), group);
+        editors.append(row->findChild<QSpinBox *>());
+    }
+    box.findChildren<CToolPage *>().last()->collapse();
+    camera.port.poke(TestCamera::Uncached, 7);
+    box.updateWidget();
+    QCOMPARE(editors.first()->value(), 7);
+    QCOMPARE(editors.last()->value(), 0);
+}
+
+QTEST_MAIN(tst_CToolPage)
+#include "tst_CToolPage.moc"

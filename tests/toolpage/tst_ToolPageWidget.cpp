@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include <QLabel>
+#include <QSpinBox>
+#include <QTest>
+
+#include "TestCamera.h"
+#include "ToolPage/SwitchButton.h"
+#include "ToolPage/ToolPageWidget.h"
+#include "ToolPage/ToolPageWidgetItem.h"
+
+class tst_ToolPageWidget : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void aWriteRefreshesTheGroup();
+    void hiddenRowsComeBackWhenShown();
+    void otherWidgetsStandAmongRows();
+
+private:
+    ToolPageWidgetItem *addRow(const char *nodeName);
+
+    std::unique_ptr<TestCamera> m_camera;
+    std::unique_ptr<ToolPageWidget> m_page;
+};
+
+void tst_ToolPageWidget::init()
+{
+    m_camera = std::make_unique<TestCamera>();
+    m_page = std::make_unique<ToolPageWidget>();
+}
+
+void tst_ToolPageWidget::cleanup()
+{
+    m_page.reset();
+    m_camera.reset();
+}
+
+ToolPageWidgetItem *tst_ToolPageWidget::addRow(const char *nodeName)
+{
+    auto *row = new ToolPageWidgetItem(m_page.get());
+    row->setItemInfo({}, {}, m_camera->node(nodeName), true);
+    m_page->addWidget(row);
+    return row;
+}
+
+void tst_ToolPageWidget::aWriteRefreshesTheGroup()
+{
+    ToolPageWidgetItem *power = addRow("Power");
+    ToolPageWidgetItem *state = addRow("PowerState");
+    ToolPageWidgetItem *gated = addRow("GatedByBoolean");
+    QVERIFY(gated->isHidden());
+    QVERIFY(!gated->findChild<QSpinBox *>());
+
+    power->findChild<SwitchButton *>()->click();
+    QVERIFY(state->findChild<SwitchButton *>()->isOn());
+    QVERIFY(!gated->isHidden());
+    QCOMPARE(gated->findChild<QSpinBox *>()->value(), 3);
+
+    power->findChild<SwitchButton *>()->click();
+    QVERIFY(!state->findChild<SwitchButton *>()->isOn());
+    QVERIFY(gated->isHidden());
+}
+
+void tst_ToolPageWidget::hiddenRowsComeBackWhenShown()
+{
+    ToolPageWidgetItem *gated = addRow("GatedByBoolean");
+    m_page->show();
+    QVERIFY(gated->isHidden());
+    m_page->hide();
+    GenApi::CBooleanPtr(m_camera->node("Power"))->SetValue(true);
+    QVERIFY(gated->isHidden());
+    m_page->show();
+    QVERIFY(gated->isVisible());
+}
+
+void tst_ToolPageWidget::otherWidgetsStandAmongRows()
+{
+    ToolPageWidgetItem *first = addRow("Width");
+    auto *label = new QLabel(QStringLiteral("between"));
+    m_page->addWidget(label);
+    ToolPageWidgetItem *last = addRow("Gain");
+    m_page->setLanguage(1);
+    m_page->updateWidget();
+    m_page->show();
+    QCOMPARE(label->text(), QStringLiteral("between"));
+    QVERIFY(first->y() < label->y());
+    QVERIFY(label->y() < last->y());
+}
+
+QTEST_MAIN(tst_ToolPageWidget)
+#include "tst_ToolPageWidget.moc"

@@ -1,0 +1,520 @@
+// SPDX-License-Identifier: MIT
+#include <QApplication>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QImage>
+#include <QLabel>
+#include <QLayout>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+#include "FaultyNode.h"
+#include "TestCamera.h"
+#include "ToolPage/SwitchButton.h"
+#include "ToolPage/ToolPageWidgetItem.h"
+#include "support/FakeHostCore.h"
+
+namespace {
+
+/// What the row's editor shows; invalid without an editor.
+QVariant shownBy(const ToolPageWidgetItem &row)
+{
+    if (const auto *integer = row.findChild<QSpinBox *>())
+        return integer->value();
+    if (const auto *number = row.findChild<QDoubleSpinBox *>())
+        return number->value();
+    if (const auto *enumeration = row.findChild<QComboBox *>())
+        return enumeration->currentText();
+    if (const auto *boolean = row.findChild<SwitchButton *>())
+        return boolean->isOn();
+    if (const auto *command = row.findChild<QPushButton *>())
+        return command->text();
+    return QVariant();
+}
+
+QColor colorOf(ToolPageWidgetItem &row)
+{
+    return row.grab().toImage().pixelColor(1, 1);
+}
+
+const QStringList names{QStringLiteral("Label"), QStringLiteral("标签")};
+const QStringList descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
+const QColor normalColor(240, 240, 240);
+const QColor hoverColor(216, 216, 216);
+const QColor pressedColor(191, 231, 213);
+
+} // namespace
+
+/// What a row shows; what it writes is the matter of tst_ToolPageWidgetItemInput.
+class tst_ToolPageWidgetItem : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void editors_data();
+    void editors();
+    void integerRange_data();
+    void integerRange();
+    void floatSteps_data();
+    void floatSteps();
+    void oddFloats();
+    void emptyEnumeration();
+    void withoutEditor_data();
+    void withoutEditor();
+    void followsItsFeature();
+    void editorAppearsWithItsFeature();
+    void enabling();
+    void refreshesWhenShown();
+    void readFaultIsLoggedOnce();
+    void faultyNodes_data();
+    void faultyNodes();
+    void liveRefresh_data();
+    void liveRefresh();
+    void liveRefreshSparesTheFocusedEditor();
+    void texts();
+    void geometry_data();
+    void geometry();
+    void colors();
+    void customSwitch();
+
+private:
+    std::unique_ptr<ToolPageWidgetItem> rowOf(TestCamera &camera, const char *nodeName) const;
+};
+
+void tst_ToolPageWidgetItem::init()
+{
+    FakeHostCore::instance().reset();
+}
+
+std::unique_ptr<ToolPageWidgetItem> tst_ToolPageWidgetItem::rowOf(TestCamera &camera, const char *nodeName) const
+{
+    auto row = std::make_unique<ToolPageWidgetItem>();
+    row->setItemInfo(names, descriptions, camera.node(nodeName), true);
+    row->deviceName = QStringLiteral("cam");
+    return row;
+}
+
+void tst_ToolPageWidgetItem::editors_data()
+{
+    QTest::addColumn<QByteArray>("node");
+    QTest::addColumn<QVariant>("shown");
+    QTest::addColumn<bool>("isEnabled");
+    QTest::newRow("integer") << QByteArray("Width") << QVariant(48) << true;
+    QTest::newRow("float") << QByteArray("Gain") << QVariant(2.5) << true;
+    QTest::newRow("boolean") << QByteArray("Power") << QVariant(true) << true;
+    QTest::newRow("enumeration") << QByteArray("Selector") << QVariant(QStringLiteral("Alpha")) << true;
+    QTest::newRow("command") << QByteArray("Start") << QVariant(QStringLiteral("Execute")) << true;
+    QTest::newRow("read-only integer") << QByteArray("WidthMax") << QVariant(100) << false;
+    QTest::newRow("read-only float") << QByteArray("Temperature") << QVariant(21.5) << false;
+    QTest::newRow("read-only boolean") << QByteArray("PowerState") << QVariant(true) << false;
+    QTest::newRow("read-only enumeration") << QByteArray("SelectorState") << QVariant(QStringLiteral("Alpha")) << false;
+    QTest::newRow("locked command") << QByteArray("StartLocked") << QVariant(QStringLiteral("Execute")) << false;
+}
+
+void tst_ToolPageWidgetItem::editors()
+{
+    TestCamera camera;
+    camera.port.poke(TestCamera::Width, 48);
+    camera.port.pokeDouble(TestCamera::Gain, 2.5);
+    camera.port.pokeDouble(TestCamera::Temperature, 21.5);
+    camera.port.poke(TestCamera::Power, 1);
+    camera.port.poke(TestCamera::Selector, 1);
+    QFETCH(QByteArray, node);
+    const auto row = rowOf(camera, node);
+    QVERIFY(!row->isHidden());
+    QTEST(shownBy(*row), "shown");
+    bool available = false;
+    QTEST(row->getParameterWidget(camera.node(node), available)->isEnabled(), "isEnabled");
+    QVERIFY(available);
+    QCOMPARE(camera.port.writes, 0u);
+    QVERIFY(FakeHostCore::instance().calls().isEmpty());
+}
+
+void tst_ToolPageWidgetItem::integerRange_data()
+{
+    QTest::addColumn<QByteArray>("limits");
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<int>("step");
+    constexpr int top = std::numeric_limits<int>::max();
+    QTest::newRow("plain") << QByteArray("<Min>-8</Min><Max>96</Max><Inc>8</Inc>") << -8 << 96 << 8;
+    QTest::newRow("unsigned") << QByteArray("<Min>0</Min><Max>4294967295</Max>") << 0 << top << 1;
+    QTest::newRow("unlimited") << QByteArray("<Min>0</Min>") << 0 << top << 1;
+    QTest::newRow("empty range") << QByteArray("<Min>10</Min><Max>5</Max>") << 10 << top << 1;
+    QTest::newRow("huge step") << QByteArray("<Min>0</Min><Max>5</Max><Inc>4294967296</Inc>") << 0 << 5 << 0;
+}
+
+void tst_ToolPageWidgetItem::integerRange()
+{
+    QFETCH(QByteArray, limits);
+    TestCamera camera(TestCamera::description("<Category Name=\"Root\"><pFeature>N</pFeature></Category>"
+                                              "<Integer Name=\"N\"><Value>0</Value>"
+                                              + limits.toStdString() + "</Integer>"));
+    const auto row = rowOf(camera, "N");
+    const auto *spinBox = row->findChild<QSpinBox *>();
+    for (int pass = 0; pass < 2; ++pass) {
+        QTEST(spinBox->minimum(), "minimum");
+        QTEST(spinBox->maximum(), "maximum");
+        QTEST(spinBox->singleStep(), "step");
+        row->updateWidget(false);
+    }
+}
+
+void tst_ToolPageWidgetItem::floatSteps_data()
+{
+    QTest::addColumn<QByteArray>("limits");
+    QTest::addColumn<double>("step");
+    QTest::newRow("none") << QByteArray("") << static_cast<double>(0.01f);
+    QTest::newRow("fixed") << QByteArray("<Inc>0.5</Inc>") << 0.5;
+}
+
+void tst_ToolPageWidgetItem::floatSteps()
+{
+    QFETCH(QByteArray, limits);
+    TestCamera camera(TestCamera::description("<Category Name=\"Root\"><pFeature>N</pFeature></Category>"
+                                              "<Float Name=\"N\"><Value>0.123456</Value><Min>-0.1</Min><Max>9</Max>"
+                                              + limits.toStdString() + "</Float>"));
+    const auto row = rowOf(camera, "N");
+    const auto *spinBox = row->findChild<QDoubleSpinBox *>();
+    QTEST(spinBox->singleStep(), "step");
+    QCOMPARE(spinBox->value(), 0.1235);
+    QCOMPARE(spinBox->minimum(), -0.1);
+    QCOMPARE(spinBox->maximum(), 9.0);
+}
+
+void tst_ToolPageWidgetItem::oddFloats()
+{
+    TestCamera camera;
+    camera.port.pokeDouble(TestCamera::LineRate, std::numeric_limits<double>::infinity());
+    const auto row = rowOf(camera, "AcquisitionLineRate");
+    const auto *spinBox = row->findChild<QDoubleSpinBox *>();
+    QVERIFY(spinBox);
+    QVERIFY(std::isfinite(spinBox->value()));
+    for (const double odd : {std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity()}) {
+        camera.port.pokeDouble(TestCamera::LineRate, odd);
+        camera.map->InvalidateNodes();
+        row->updateWidget(false);
+        QVERIFY(std::isfinite(spinBox->value()));
+    }
+}
+
+void tst_ToolPageWidgetItem::emptyEnumeration()
+{
+    TestCamera camera(TestCamera::description("<Category Name=\"Root\"><pFeature>E</pFeature></Category>"
+                                              "<Enumeration Name=\"E\"><Value>0</Value></Enumeration>"));
+    const auto row = rowOf(camera, "E");
+    row->updateWidget(false);
+    if (const auto *comboBox = row->findChild<QComboBox *>())
+        QCOMPARE(comboBox->count(), 0);
+    QVERIFY(FakeHostCore::instance().calls().size() <= 1);
+}
+
+void tst_ToolPageWidgetItem::withoutEditor_data()
+{
+    QTest::addColumn<QByteArray>("node");
+    for (const char *node : {"NoSuchNode", "Label", "Anything", "Image", "Invisible", "WidthReg", "WriteOnly", "Gated"})
+        QTest::newRow(node) << QByteArray(node);
+}
+
+void tst_ToolPageWidgetItem::withoutEditor()
+{
+    TestCamera camera;
+    QFETCH(QByteArray, node);
+    const auto row = rowOf(camera, node);
+    QVERIFY(row->isHidden());
+    QVERIFY(!shownBy(*row).isValid());
+
+    ToolPageWidgetItem alwaysShown;
+    alwaysShown.setItemInfo(names, descriptions, camera.node(node), false);
+    QVERIFY(!alwaysShown.isHidden());
+    QVERIFY(FakeHostCore::instance().calls().isEmpty());
+}
+
+void tst_ToolPageWidgetItem::followsItsFeature()
+{
+    TestCamera camera;
+    const auto width = rowOf(camera, "Width");
+    const auto selector = rowOf(camera, "Selector");
+    const auto power = rowOf(camera, "Power");
+    const auto gain = rowOf(camera, "Gain");
+    GenApi::CIntegerPtr(camera.node("Width"))->SetValue(20);
+    GenApi::CEnumerationPtr(camera.node("Selector"))->FromString("Alpha");
+    GenApi::CBooleanPtr(camera.node("Power"))->SetValue(true);
+    GenApi::CFloatPtr(camera.node("Gain"))->SetValue(7.25);
+    camera.port.resetCounters();
+    for (const auto *row : {&width, &selector, &power, &gain}) {
+        QSignalSpy written(row->get(), &ToolPageWidgetItem::valueChanged);
+        (*row)->updateWidget(false);
+        QCOMPARE(written.count(), 0);
+    }
+    QCOMPARE(camera.port.writes, 0u);
+    QCOMPARE(shownBy(*width), QVariant(20));
+    QCOMPARE(shownBy(*selector), QVariant(QStringLiteral("Alpha")));
+    QCOMPARE(shownBy(*power), QVariant(true));
+    QCOMPARE(shownBy(*gain), QVariant(7.25));
+}
+
+void tst_ToolPageWidgetItem::editorAppearsWithItsFeature()
+{
+    TestCamera camera;
+    const auto row = rowOf(camera, "Gated");
+    row->resize(400, 40);
+    row->updateWidget(false);
+    QVERIFY(row->isHidden());
+    GenApi::CIntegerPtr(camera.node("Switch"))->SetValue(1);
+    row->updateWidget(false);
+    QVERIFY(!row->isHidden());
+    const auto *spinBox = row->findChild<QSpinBox *>();
+    QCOMPARE(spinBox->value(), 1);
+    QCOMPARE(spinBox->geometry().right(), row->width() - 10 - 1);
+    QCOMPARE(spinBox->height(), 34);
+
+    GenApi::CIntegerPtr(camera.node("Switch"))->SetValue(0);
+    row->updateWidget(false);
+    QVERIFY(row->isHidden());
+}
+
+void tst_ToolPageWidgetItem::enabling()
+{
+    TestCamera camera;
+    const auto width = rowOf(camera, "Width");
+    width->setWidgetItemEnable(false);
+    width->updateWidget(false);
+    QVERIFY(!width->findChild<QSpinBox *>()->isEnabled());
+    width->setWidgetItemEnable(true);
+    QVERIFY(width->findChild<QSpinBox *>()->isEnabled());
+
+    const auto readOnly = rowOf(camera, "WidthMax");
+    readOnly->setWidgetItemEnable(true);
+    readOnly->updateWidget(false);
+    QVERIFY(!readOnly->findChild<QSpinBox *>()->isEnabled());
+
+    const auto later = rowOf(camera, "Gated");
+    later->setWidgetItemEnable(false);
+    GenApi::CIntegerPtr(camera.node("Switch"))->SetValue(1);
+    later->updateWidget(false);
+    QVERIFY(later->findChild<QSpinBox *>()->isEnabled());
+}
+
+void tst_ToolPageWidgetItem::refreshesWhenShown()
+{
+    TestCamera camera;
+    const auto row = rowOf(camera, "Uncached");
+    camera.port.poke(TestCamera::Uncached, 12);
+    row->show();
+    QCOMPARE(shownBy(*row), QVariant(12));
+}
+
+void tst_ToolPageWidgetItem::readFaultIsLoggedOnce()
+{
+    TestCamera camera;
+    camera.port.poke(TestCamera::Uncached, 5);
+    const auto row = rowOf(camera, "Uncached");
+    camera.port.readFault = MemoryPort::Fault::Refused;
+    for (int pass = 0; pass < 3; ++pass)
+        row->updateWidget(false);
+    QVERIFY(row->isHidden());
+    QCOMPARE(shownBy(*row), QVariant(5));
+    const QStringList log = FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo"));
+    QCOMPARE(log.size(), 1);
+    QVERIFY(log.first().startsWith(QLatin1String("VLogInfo(ToolPageWidgetItem, Read Uncached failed, message = ")));
+
+    camera.port.readFault = MemoryPort::Fault::None;
+    camera.port.poke(TestCamera::Uncached, 6);
+    row->updateWidget(false);
+    QVERIFY(!row->isHidden());
+    QCOMPARE(shownBy(*row), QVariant(6));
+}
+
+void tst_ToolPageWidgetItem::faultyNodes_data()
+{
+    QTest::addColumn<bool>("isGenICam");
+    QTest::addColumn<bool>("hasShape");
+    QTest::newRow("GenICam, every call") << true << false;
+    QTest::newRow("GenICam, value calls") << true << true;
+    QTest::newRow("foreign, every call") << false << false;
+    QTest::newRow("foreign, value calls") << false << true;
+}
+
+void tst_ToolPageWidgetItem::faultyNodes()
+{
+    QFETCH(bool, isGenICam);
+    QFETCH(bool, hasShape);
+    FaultyNode node([isGenICam] {
+        if (isGenICam)
+            throw RUNTIME_EXCEPTION("broken");
+        throw std::runtime_error("broken");
+    });
+    node.hasShape = hasShape;
+    ToolPageWidgetItem row;
+    row.setItemInfo(names, descriptions, &node, true);
+    row.updateWidget(false);
+    row.updateWidget(true);
+    row.setCurrentValue();
+    row.setLanguage(1);
+    QVERIFY(row.isHidden());
+    QVERIFY(!shownBy(row).isValid());
+    bool available = true;
+    QVERIFY(!row.getParameterWidget(&node, available));
+    QVERIFY(!row.getFloatParamWidget(&node, available));
+}
+
+void tst_ToolPageWidgetItem::liveRefresh_data()
+{
+    QTest::addColumn<QByteArray>("node");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<QVariant>("shown");
+    const QVariant zulu(QStringLiteral("Zulu"));
+    QTest::newRow("float") << QByteArray("Gain") << QStringLiteral("12.5") << 0 << QVariant(12.5);
+    QTest::newRow("float, failed read") << QByteArray("Gain") << QStringLiteral("12.5") << -1 << QVariant(1.0);
+    QTest::newRow("float, no number") << QByteArray("Gain") << QStringLiteral("hot") << 0 << QVariant(1.0);
+    QTest::newRow("float, not finite") << QByteArray("Gain") << QStringLiteral("nan") << 0 << QVariant(1.0);
+    QTest::newRow("enumeration") << QByteArray("Selector") << QStringLiteral("Alpha") << 0
+                                 << QVariant(QStringLiteral("Alpha"));
+    QTest::newRow("enumeration, unknown") << QByteArray("Selector") << QStringLiteral("Omega") << 0 << zulu;
+    QTest::newRow("enumeration, failed read") << QByteArray("Selector") << QStringLiteral("Alpha") << 1 << zulu;
+    QTest::newRow("integer") << QByteArray("Width") << QStringLiteral("40") << 0 << QVariant(0);
+}
+
+void tst_ToolPageWidgetItem::liveRefresh()
+{
+    TestCamera camera;
+    camera.port.pokeDouble(TestCamera::Gain, 1.0);
+    QFETCH(QByteArray, node);
+    QFETCH(QString, text);
+    QFETCH(int, result);
+    const auto row = rowOf(camera, node);
+    FakeHostCore::instance().setNodeValue("cam", node.toStdString(), text.toStdString());
+    FakeHostCore::instance().setReadResult("cam", node.toStdString(), result);
+    camera.port.resetCounters();
+    QSignalSpy written(row.get(), &ToolPageWidgetItem::valueChanged);
+    row->updateWidget(true);
+    QTEST(shownBy(*row), "shown");
+    QCOMPARE(written.count(), 0);
+    QVERIFY(camera.port.accesses.empty());
+}
+
+void tst_ToolPageWidgetItem::liveRefreshSparesTheFocusedEditor()
+{
+    TestCamera camera;
+    const auto row = rowOf(camera, "Gain");
+    row->show();
+    QApplication::setActiveWindow(row.get());
+    QVERIFY(QTest::qWaitForWindowActive(row.get()));
+    auto *spinBox = row->findChild<QDoubleSpinBox *>();
+    spinBox->setFocus();
+    QVERIFY(spinBox->hasFocus());
+    FakeHostCore::instance().setNodeValue("cam", "Gain", "12.5");
+    row->updateWidget(true);
+    QCOMPARE(spinBox->value(), 0.0);
+    spinBox->clearFocus();
+    row->updateWidget(true);
+    QCOMPARE(spinBox->value(), 12.5);
+}
+
+void tst_ToolPageWidgetItem::texts()
+{
+    TestCamera camera;
+    const auto row = rowOf(camera, "Power");
+    const auto *label = row->findChild<QLabel *>();
+    QCOMPARE(label->text(), QString());
+    for (const int language : {1, 7, 0}) {
+        row->setLanguage(language);
+        QCOMPARE(label->text(), names.at(language != 0));
+        QCOMPARE(row->findChild<SwitchButton *>()->accessibleName(), label->text());
+    }
+    QCOMPARE(row->getDescription(1), descriptions.at(1));
+    QCOMPARE(row->getDescription(5), QString());
+    QCOMPARE(row->getDescription(-1), QString());
+
+    ToolPageWidgetItem oneName;
+    oneName.setItemInfo({QStringLiteral("only")}, {}, static_cast<QWidget *>(nullptr));
+    oneName.setLanguage(1);
+    QCOMPARE(oneName.findChild<QLabel *>()->text(), QString());
+}
+
+void tst_ToolPageWidgetItem::geometry_data()
+{
+    QTest::addColumn<QByteArray>("node");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("labelWidth");
+    QTest::addColumn<QSize>("minimumEditor");
+    QTest::newRow("spin box") << QByteArray("Width") << 601 << 280 << QSize(150, 34);
+    QTest::newRow("combo box") << QByteArray("Selector") << 400 << 180 << QSize(150, 34);
+    QTest::newRow("command") << QByteArray("Start") << 400 << 180 << QSize(150, 34);
+    QTest::newRow("switch") << QByteArray("Power") << 320 << 140 << QSize(44, 20);
+    QTest::newRow("narrow row") << QByteArray("Width") << 320 << -1 << QSize(150, 34);
+}
+
+void tst_ToolPageWidgetItem::geometry()
+{
+    TestCamera camera;
+    QFETCH(QByteArray, node);
+    QFETCH(int, width);
+    QFETCH(int, labelWidth);
+    QFETCH(QSize, minimumEditor);
+    const auto row = rowOf(camera, node);
+    row->resize(width, 40);
+    row->show();
+    QVERIFY(QTest::qWaitForWindowExposed(row.get()));
+    QCOMPARE(row->size(), QSize(width, 40));
+    const auto *label = row->findChild<QLabel *>();
+    if (labelWidth >= 0)
+        QCOMPARE(label->width(), labelWidth);
+    QCOMPARE(label->x(), 30);
+    const auto *button = row->findChild<SwitchButton *>();
+    const QWidget *editor = button ? button : row->layout()->itemAt(row->layout()->count() - 1)->widget();
+    const QRect place(editor->mapTo(row.get(), QPoint(0, 0)), editor->size());
+    QCOMPARE(place.right(), width - 10 - 1);
+    QVERIFY(place.left() > label->geometry().right());
+    QCOMPARE(place.height(), minimumEditor.height());
+    QVERIFY(place.width() >= minimumEditor.width());
+}
+
+void tst_ToolPageWidgetItem::colors()
+{
+    ToolPageWidgetItem row;
+    row.setItemInfo(names, descriptions, static_cast<QWidget *>(nullptr));
+    QCOMPARE(colorOf(row), normalColor);
+    QSignalSpy clicked(&row, &ToolPageWidgetItem::itemClicked);
+    QTest::mousePress(&row, Qt::LeftButton);
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(colorOf(row), pressedColor);
+    QTest::mouseRelease(&row, Qt::LeftButton);
+    QCOMPARE(clicked.count(), 1);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&row, &leave);
+    QCOMPARE(colorOf(row), normalColor);
+    QEnterEvent enter({}, {}, {});
+    QCoreApplication::sendEvent(&row, &enter);
+    QCOMPARE(colorOf(row), hoverColor);
+    row.setCurrentColor(Qt::red);
+    QCOMPARE(colorOf(row), QColor(Qt::red));
+}
+
+void tst_ToolPageWidgetItem::customSwitch()
+{
+    ToolPageWidgetItem row;
+    auto *button = new SwitchButton;
+    row.setItemInfo(names, descriptions, button);
+    row.resize(300, 40);
+    row.show();
+    QCOMPARE(button->size(), QSize(44, 20));
+    QCOMPARE(button->mapTo(&row, QPoint(0, 0)).x(), 300 - 10 - 44);
+    row.setWidgetItemEnable(false);
+    QVERIFY(!button->isEnabled());
+    button->setEnabled(true);
+    row.setLanguage(0);
+    QCOMPARE(button->text(), QString());
+}
+
+QTEST_MAIN(tst_ToolPageWidgetItem)
+#include "tst_ToolPageWidgetItem.moc"
