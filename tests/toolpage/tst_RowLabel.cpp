@@ -33,7 +33,7 @@ void tst_RowLabel::toolTipTellsWhatIsHidden()
     RowLabel label;
     label.setText(QStringLiteral("Acquisition Frame Rate"));
     const QFontMetrics metrics = label.fontMetrics();
-    label.resize(int(metrics.horizontalAdvance(label.text()) * widthShare), metrics.lineSpacing() * lines);
+    label.resize(int(metrics.horizontalAdvance(label.text()) * widthShare), metrics.height() * lines);
     QHelpEvent event(QEvent::ToolTip, QPoint(1, 1), QPoint(1, 1));
     QCoreApplication::sendEvent(&label, &event);
     QCOMPARE(label.toolTip(), isHidden ? label.text() : QString());
