@@ -353,7 +353,12 @@ DeviceFinder aravisFinder(bool withFakeCamera)
                     .arg(QString::fromUtf8(arv_get_device_vendor(i)), QString::fromUtf8(arv_get_device_model(i)),
                          QString::fromUtf8(arv_get_device_serial_nbr(i)));
             const AravisDevice::Identity identity{QString::fromUtf8(arv_get_device_id(i)), name};
-            found.push_back({identity.id, [identity] { return std::make_unique<AravisDevice>(identity); }});
+            const QString transport = QString::fromUtf8(arv_get_device_protocol(i));
+            found.push_back({identity.id, [identity, transport] {
+                                 auto device = std::make_unique<AravisDevice>(identity);
+                                 device->setProperty("transport", transport);
+                                 return device;
+                             }});
         }
         return found;
     };

@@ -48,4 +48,5 @@ private:
 
 /// A finder of the cameras that Aravis sees on all interfaces. It takes about a second.
 /// `withFakeCamera` adds Aravis' in-process fake camera.
+/// The property "transport" of each device tells its protocol: "GigEVision", "USB3Vision" or "Fake".
 DeviceFinder aravisFinder(bool withFakeCamera = false);
