@@ -140,9 +140,9 @@ void tst_SimulatedAreaScan::selectorsShowTheirSelection_data()
     QTest::newRow("trigger") << QByteArray("TriggerSelector") << QByteArray("TriggerMode")
                              << QByteArrayList{"FrameStart", "FrameBurstStart"} << QByteArrayList{"Off", "On"};
     QTest::newRow("delay") << QByteArray("TriggerSelector") << QByteArray("TriggerDelay")
-                           << QByteArrayList{"FrameStart", "AcquisitionStart"} << QByteArrayList{"12.5", "300"};
+                           << QByteArrayList{"FrameStart", "AcquisitionStart"} << QByteArrayList{"12.5", "300.0"};
     QTest::newRow("gain") << QByteArray("GainSelector") << QByteArray("Gain")
-                          << QByteArrayList{"AnalogAll", "DigitalAll"} << QByteArrayList{"6", "1.5"};
+                          << QByteArrayList{"AnalogAll", "DigitalAll"} << QByteArrayList{"6.00", "1.50"};
     QTest::newRow("knee") << QByteArray("MultiSlopeKneePointSelector") << QByteArray("MultiSlopeExposureLimit")
                           << QByteArrayList{"0", "2"} << QByteArrayList{"40", "99"};
     QTest::newRow("table") << QByteArray("LUTIndex") << QByteArray("LUTValue") << QByteArrayList{"0", "255"}
@@ -304,7 +304,7 @@ void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes_data()
     QTest::newRow("sensor") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}, {"Width", "64"}}
                             << 1e6 / (2048 * 10 + 400);
     QTest::newRow("exposure") << QList<Setting>{{"ExposureTime", "199950"}} << 5.0;
-    QTest::newRow("throughput") << QList<Setting>{{"DeviceLinkThroughputLimitMode", "1"},
+    QTest::newRow("throughput") << QList<Setting>{{"DeviceLinkThroughputLimitMode", "On"},
                                                   {"DeviceLinkThroughputLimit", "10000000"}}
                                 << 1e7 / (2448 * 2048);
 }
@@ -315,10 +315,8 @@ void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes()
     QFETCH(QList<Setting>, settings);
     QFETCH(double, rate);
     const OpenDevice device("SIM-AREA-01");
-    for (const Setting &setting : settings) {
-        const QByteArray &value = setting.first == "DeviceLinkThroughputLimitMode" ? QByteArray("On") : setting.second;
-        device.set(setting.first.constData(), value.constData());
-    }
+    for (const Setting &setting : settings)
+        device.set(setting.first.constData(), setting.second.constData());
     const double inside =
         device->inside().inspect([](const RegisterMemory &memory) { return ImageModel::frameRate(memory); });
     QCOMPARE(device.number("ResultingFrameRate")->GetValue(), rate);
