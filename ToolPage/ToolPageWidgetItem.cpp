@@ -77,7 +77,7 @@ void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList
     setTexts(names, descriptions);
     m_node = nullptr;
     m_hideWhenUnavailable = hideWhenUnavailable;
-    guardNode([&] {
+    guardRead([&] {
         if (node && node->IsFeature() && node->GetVisibility() != GenApi::Invisible)
             m_node = node;
     });
@@ -158,13 +158,10 @@ QWidget *ToolPageWidgetItem::getParameterWidget(GenApi::INode *node, bool &avail
     if (!node)
         return nullptr;
     GenApi::EInterfaceType type = GenApi::intfIBase;
-    guardNode(
-        [&] {
-            m_nodeName = QString::fromUtf8(node->GetName());
-            type = node->GetPrincipalInterfaceType();
-        },
-        [this](const GenICam::GenericException &error) { reportReadFault(QString::fromUtf8(error.GetDescription())); },
-        [this](const char *error) { reportReadFault(QString::fromUtf8(error)); });
+    guardRead([&] {
+        m_nodeName = QString::fromUtf8(node->GetName());
+        type = node->GetPrincipalInterfaceType();
+    });
     return RowEditors::find(type) ? syncEditor(type, node, available) : nullptr;
 }
 
@@ -196,7 +193,7 @@ QWidget *ToolPageWidgetItem::getCommandParamWidget(GenApi::INode *node, bool &av
 QWidget *ToolPageWidgetItem::syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available)
 {
     const RowEditor &kind = *RowEditors::find(type);
-    const auto sync = [&] {
+    guardRead([&] {
         if (!kind.accepts(node) || (kind.needsReadable && !GenApi::IsReadable(node))) {
             available = false;
             return;
@@ -212,20 +209,23 @@ QWidget *ToolPageWidgetItem::syncEditor(GenApi::EInterfaceType type, GenApi::INo
         m_editor->setEnabled(m_enabled && GenApi::IsWritable(node));
         available = true;
         m_readFault.clear();
-    };
-    guardNode(
-        sync,
-        [this](const GenICam::GenericException &error) { reportReadFault(QString::fromUtf8(error.GetDescription())); },
-        [this](const char *error) { reportReadFault(QString::fromUtf8(error)); });
+    });
     return m_editor;
 }
 
-void ToolPageWidgetItem::reportReadFault(const QString &fault)
+/// Logs what `read` throws, once per cause.
+void ToolPageWidgetItem::guardRead(const std::function<void()> &read)
 {
-    if (fault == m_readFault)
-        return;
-    m_readFault = fault;
-    logLine(QStringLiteral("Read %1 failed, message = %2").arg(m_nodeName, fault));
+    const auto report = [this](const char *error) {
+        const QString fault = QString::fromUtf8(error);
+        if (fault == m_readFault)
+            return;
+        m_readFault = fault;
+        const QString name = m_nodeName.isEmpty() ? m_names.value(0) : m_nodeName;
+        logLine(QStringLiteral("Read %1 failed, message = %2").arg(name, fault));
+    };
+    guardNode(
+        read, [&](const GenICam::GenericException &error) { report(error.GetDescription()); }, report);
 }
 
 void ToolPageWidgetItem::updateWidget(bool live)
@@ -313,10 +313,9 @@ bool ToolPageWidgetItem::attempt(const std::function<void()> &write, const std::
 
 /// Writes a spin box's value with `write`, which returns the device's value after the write.
 template <class SpinBox, class Value>
-void ToolPageWidgetItem::commit(Value (*write)(GenApi::INode *node, Value value),
+void ToolPageWidgetItem::commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value),
                                 Value (*toPreValue)(const QVariant &preValue))
 {
-    auto *spinBox = qobject_cast<SpinBox *>(sender());
     if (!spinBox || !takeUserInput(spinBox))
         return;
     const Value value = spinBox->value();
@@ -333,6 +332,7 @@ void ToolPageWidgetItem::commit(Value (*write)(GenApi::INode *node, Value value)
 void ToolPageWidgetItem::onIntParamChanged()
 {
     commit<QSpinBox, int>(
+        qobject_cast<QSpinBox *>(sender()),
         [](GenApi::INode *node, int value) {
             const GenApi::CIntegerPtr integer(node);
             integer->SetValue(value, true);
@@ -344,6 +344,7 @@ void ToolPageWidgetItem::onIntParamChanged()
 void ToolPageWidgetItem::onFloatParamChanged()
 {
     commit<QDoubleSpinBox, double>(
+        qobject_cast<QDoubleSpinBox *>(sender()),
         [](GenApi::INode *node, double value) {
             const GenApi::CFloatPtr number(node);
             number->SetValue(value, true);

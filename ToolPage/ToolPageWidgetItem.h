@@ -100,10 +100,11 @@ private:
     QWidget *syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available);
     void adoptEditor(QWidget *editor);
     void showLiveValue();
+    void guardRead(const std::function<void()> &read);
     bool attempt(const std::function<void()> &write, const std::function<void()> &rollBack = nullptr);
     template <class SpinBox, class Value>
-    void commit(Value (*write)(GenApi::INode *node, Value value), Value (*toPreValue)(const QVariant &preValue));
-    void reportReadFault(const QString &fault);
+    void commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value),
+                Value (*toPreValue)(const QVariant &preValue));
 
     QColor m_hoverColor{216, 216, 216};
     QColor m_pressedColor{191, 231, 213};
@@ -118,5 +119,5 @@ private:
     bool m_laidOut = false;
     bool m_enabled = true;
     bool m_hideWhenUnavailable = false;
-    QString m_readFault; ///< reported last; empty after a successful refresh
+    QString m_readFault; ///< logged last; empty after a successful refresh
 };

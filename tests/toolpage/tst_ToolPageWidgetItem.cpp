@@ -364,6 +364,7 @@ void tst_ToolPageWidgetItem::faultyNodes()
     bool available = true;
     QVERIFY(!row.getParameterWidget(&node, available));
     QVERIFY(!row.getFloatParamWidget(&node, available));
+    QCOMPARE(FakeHostCore::instance().calls().size(), hasShape ? 0 : 1);
 }
 
 void tst_ToolPageWidgetItem::liveRefresh_data()
