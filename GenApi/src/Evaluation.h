@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <Base/GCException.h>
+
+#include <cstdint>
+
+namespace NodeEngine {
+
+class Node;
+
+/// A node was asked for what is just being computed for it, or the links run too deep.
+class EndlessEvaluation : public GENICAM_NAMESPACE::RuntimeException
+{
+public:
+    explicit EndlessEvaluation(const Node &node);
+};
+
+/// Guards one step of a computation that follows links: no step of a node is entered twice at a time, and no chain of
+/// links exhausts the stack. The map's lock is held.
+class Evaluation
+{
+public:
+    using Flags = uint8_t;
+    enum Step : Flags { Access = 1, Value = 2, MinLimit = 4, MaxLimit = 8, IncLimit = 16, Caching = 32, Look = 64 };
+
+    Evaluation(const Node &node, Step step);
+    ~Evaluation();
+    Evaluation(const Evaluation &) = delete;
+    Evaluation &operator=(const Evaluation &) = delete;
+
+    /// False if the step must not be done.
+    bool isEntered() const { return m_entered; }
+    /// \throws EndlessEvaluation if the step must not be done.
+    void require() const;
+
+private:
+    // Deeper than any camera's description, and far from the end of a thread's stack.
+    static constexpr int deepest = 400;
+
+    const Node &m_node;
+    const Step m_step;
+    bool m_entered;
+};
+
+} // namespace NodeEngine

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "FloatValue.h"
+#include "LimitSource.h"
+
+namespace NodeEngine {
+
+/// Float: a constant, or what pValue leads to, with limits of its own.
+///
+/// Over a whole number it takes that one's limits and increment, and a write goes to the nearest value in its grid.
+class FloatNode : public FloatValue
+{
+public:
+    FloatNode(NodeMap &map, const NodeRecord &record) : FloatValue(map, record), m_source(*this) { }
+
+    bool hasIncrement() const override;
+    EIncMode incrementMode() const override;
+    ERepresentation representation() const override;
+    std::string unit() const override;
+    EDisplayNotation displayNotation() const override;
+    int64_t displayPrecision() const override;
+
+protected:
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
+    EAccessMode ownAccessMode() const override { return m_source.accessMode(); }
+    EAccessMode ownBaseAccessMode() const override { return m_source.baseAccessMode(); }
+    double readFloat(bool fresh) override;
+    void writeFloat(double value, bool verify) override;
+    double ownLimit(Limit limit) const override;
+
+private:
+    template <class Value>
+    Value inherited(Value own, Value none, Value (Node::*get)() const) const;
+
+    ValueSource<double> m_source;
+    LimitSource<double> m_limits;
+};
+
+} // namespace NodeEngine

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+#include "FloatValue.h"
+
+#include "NodeBuilder.h"
+#include "NumberText.h"
+#include "WordTables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace NodeEngine {
+
+namespace {
+
+constexpr int64_t defaultPrecision = 6;
+
+FloatForm formOf(EDisplayNotation notation)
+{
+    if (notation == fnFixed)
+        return FloatForm::Fixed;
+    return notation == fnScientific ? FloatForm::Scientific : FloatForm::Automatic;
+}
+
+} // namespace
+
+int64_t saturatedInteger(double value)
+{
+    if (!(value < 9223372036854775807.0))
+        return std::numeric_limits<int64_t>::max();
+    return value <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min() : std::llround(value);
+}
+
+bool FloatValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    switch (tag) {
+    case Tag::Representation:
+        m_representation = representationOf(textOf(child));
+        return true;
+    case Tag::DisplayNotation:
+        m_notation = displayNotationOf(textOf(child));
+        return true;
+    case Tag::DisplayPrecision:
+        m_precision = integerOfDescription(textOf(child)).value_or(-1);
+        return true;
+    default:
+        return Node::take(tag, child, builder);
+    }
+}
+
+void FloatValue::SetValue(double value, bool verify)
+{
+    m_map.change([&] { setFloat(value, verify); });
+}
+
+IFloat &FloatValue::operator=(double value)
+{
+    SetValue(value, true);
+    return *this;
+}
+
+double FloatValue::GetValue(bool verify, bool ignoreCache)
+{
+    AutoLock lock(m_map.GetLock());
+    const double value = floatValue(ignoreCache);
+    if (verify)
+        requireInRange(value);
+    return value;
+}
+
+bool FloatValue::HasInc()
+{
+    AutoLock lock(m_map.GetLock());
+    return hasIncrement();
+}
+
+EIncMode FloatValue::GetIncMode()
+{
+    AutoLock lock(m_map.GetLock());
+    return incrementMode();
+}
+
+double FloatValue::GetInc()
+{
+    AutoLock lock(m_map.GetLock());
+    if (!hasIncrement())
+        throw RuntimeException("node does not have an increment.", __FILE__, __LINE__, "", name().c_str(),
+                               "RuntimeException");
+    return publicLimit(Limit::Inc);
+}
+
+ERepresentation FloatValue::GetRepresentation()
+{
+    AutoLock lock(m_map.GetLock());
+    const ERepresentation known = representation();
+    return known == _UndefinedRepresentation ? PureNumber : known;
+}
+
+EDisplayNotation FloatValue::GetDisplayNotation() const
+{
+    AutoLock lock(m_map.GetLock());
+    const EDisplayNotation known = displayNotation();
+    return known == _UndefinedEDisplayNotation ? fnAutomatic : known;
+}
+
+int64_t FloatValue::GetDisplayPrecision() const
+{
+    AutoLock lock(m_map.GetLock());
+    const int64_t known = displayPrecision();
+    return known < 0 ? defaultPrecision : known;
+}
+
+void FloatValue::ImposeMin(double value)
+{
+    m_map.change([&] {
+        m_imposedMin = value;
+        m_map.changed(*this);
+    });
+}
+
+void FloatValue::ImposeMax(double value)
+{
+    m_map.change([&] {
+        m_imposedMax = value;
+        m_map.changed(*this);
+    });
+}
+
+double FloatValue::floatValue(bool fresh)
+{
+    requireReadable("GetValue()");
+    if (m_valueValid && !fresh)
+        return m_value;
+    const Evaluation step(*this, Evaluation::Value);
+    step.require();
+    const double value = readFloat(fresh);
+    m_value = value;
+    m_valueValid = hasCachableValue();
+    return value;
+}
+
+std::string FloatValue::textValue(bool verify, bool fresh)
+{
+    const double value = floatValue(fresh);
+    if (verify)
+        requireInRange(value);
+    const int64_t precision = displayPrecision();
+    return floatText(value, formOf(displayNotation()), precision < 0 ? defaultPrecision : precision);
+}
+
+void FloatValue::setFloat(double value, bool verify)
+{
+    requireWritable(verify, "SetValue()");
+    if (verify)
+        requireInRange(value);
+    const Evaluation step(*this, Evaluation::Value);
+    step.require();
+    writeFloat(value, verify);
+    m_map.changed(*this);
+}
+
+void FloatValue::setTextValue(const std::string &text, bool verify)
+{
+    const std::optional<double> value = floatOfText(text);
+    if (!value)
+        throw INVALID_ARGUMENT_EXCEPTION("Node '%s' : cannot convert string '%s' to double.", name().c_str(),
+                                         text.c_str());
+    setFloat(*value, verify);
+}
+
+double FloatValue::ownLimit(Limit limit) const
+{
+    constexpr double most = std::numeric_limits<double>::max();
+    if (limit == Limit::Inc)
+        return 1;
+    return limit == Limit::Min ? -most : most;
+}
+
+int64_t FloatValue::integerLimit(Limit limit) const
+{
+    return saturatedInteger(floatLimit(limit));
+}
+
+double FloatValue::floatLimit(Limit limit) const
+{
+    const Evaluation::Step steps[] = {Evaluation::MinLimit, Evaluation::MaxLimit, Evaluation::IncLimit};
+    const Evaluation step(*this, steps[static_cast<int>(limit)]);
+    double value = FloatValue::ownLimit(limit);
+    if (step.isEntered()) {
+        try {
+            value = ownLimit(limit);
+        } catch (const EndlessEvaluation &) {
+            // Limits that depend on each other: the type's holds.
+        }
+    }
+    if (limit == Limit::Min && m_imposedMin)
+        value = std::max(value, *m_imposedMin);
+    if (limit == Limit::Max && m_imposedMax)
+        value = std::min(value, *m_imposedMax);
+    return value;
+}
+
+double FloatValue::publicLimit(Limit limit) const
+{
+    AutoLock lock(m_map.GetLock());
+    requireAvailable();
+    return floatLimit(limit);
+}
+
+void FloatValue::requireInRange(double value) const
+{
+    const double min = floatLimit(Limit::Min);
+    if (value < min)
+        throw OUT_OF_RANGE_EXCEPTION("Value %f must be greater than or equal %f.", value, min);
+    const double max = floatLimit(Limit::Max);
+    if (value > max)
+        throw OUT_OF_RANGE_EXCEPTION("Value %f must be smaller than or equal %f.", value, max);
+}
+
+} // namespace NodeEngine

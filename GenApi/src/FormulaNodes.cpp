@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "FormulaNodes.h"
+
+#include "NodeBuilder.h"
+#include "WordTables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace NodeEngine {
+
+// --- swiss knives
+
+bool IntSwissKnifeNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    return m_formula.take(tag, child, builder) || IntegerValue::take(tag, child, builder);
+}
+
+void IntSwissKnifeNode::setInteger(int64_t, bool verify)
+{
+    if (verify)
+        requireWritable(true, "SetValue()");
+    refuse("IntSwissKnife is read only.", "SetValue()");
+}
+
+bool SwissKnifeNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    return m_formula.take(tag, child, builder) || FloatValue::take(tag, child, builder);
+}
+
+void SwissKnifeNode::setFloat(double, bool verify)
+{
+    if (verify)
+        requireWritable(true, "SetValue()");
+    throw LOGICAL_ERROR_EXCEPTION("SwissKnife : %s SetValue failed. SwissKnife is read only", name().c_str());
+}
+
+// --- what converters share
+
+bool ConverterPart::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    switch (tag) {
+    case Tag::pValue:
+        m_target = builder.link(m_owner, tag, child);
+        return true;
+    case Tag::Slope:
+        m_slope = slopeOf(textOf(child));
+        return true;
+    case Tag::IsLinear:
+        m_isLinear = textOf(child) == "Yes";
+        return true;
+    default:
+        return m_formula.take(tag, child, builder);
+    }
+}
+
+bool ConverterPart::isUsable() const
+{
+    return m_target && m_formula.isUsable(Tag::FormulaFrom) && m_formula.isUsable(Tag::FormulaTo);
+}
+
+std::optional<double> ConverterPart::mapped(Limit limitOfTarget) const
+{
+    try {
+        const double value = fromTarget<double>(m_target->floatLimit(limitOfTarget), false);
+        return std::isnan(value) ? std::nullopt : std::optional<double>(value);
+    } catch (const EndlessEvaluation &) {
+        throw;
+    } catch (const RuntimeException &) {
+        return std::nullopt; // a division by zero at the end of the range
+    }
+}
+
+std::optional<Limit> ConverterPart::limitOfTarget(Limit limit) const
+{
+    if (!isUsable() || m_slope == Varying)
+        return std::nullopt;
+    const Limit opposite = limit == Limit::Min ? Limit::Max : Limit::Min;
+    if (m_slope == Decreasing)
+        return opposite;
+    if (m_slope == Automatic && limit != Limit::Inc) {
+        const std::optional<double> low = mapped(Limit::Min);
+        const std::optional<double> high = mapped(Limit::Max);
+        if (low && high && *low > *high)
+            return opposite;
+    }
+    return limit;
+}
+
+std::optional<double> ConverterPart::mappedLimit(Limit limit) const
+{
+    const std::optional<Limit> source = limitOfTarget(limit);
+    return source ? mapped(*source) : std::nullopt;
+}
+
+// --- IntConverter
+
+bool IntConverterNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    return m_part.take(tag, child, builder) || IntegerValue::take(tag, child, builder);
+}
+
+int64_t IntConverterNode::readInteger(bool fresh)
+{
+    return m_part.fromTarget(m_part.target().integerValue(fresh), fresh);
+}
+
+void IntConverterNode::writeInteger(int64_t value, bool verify)
+{
+    m_part.target().setInteger(m_part.toTarget(value), verify);
+}
+
+int64_t IntConverterNode::ownLimit(Limit limit) const
+{
+    const int64_t ofType = IntegerValue::ownLimit(limit);
+    if (limit == Limit::Inc)
+        return ofType;
+    const std::optional<Limit> source = m_part.limitOfTarget(limit);
+    const std::optional<double> estimate = m_part.mappedLimit(limit);
+    // Beyond the range of int64 the formula in integers wraps.
+    if (!source || !estimate || std::abs(*estimate) >= 9223372036854775807.0)
+        return ofType;
+    return m_part.fromTarget(m_part.target().integerLimit(*source), false);
+}
+
+// --- Converter
+
+bool ConverterNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    return m_part.take(tag, child, builder) || FloatValue::take(tag, child, builder);
+}
+
+double ConverterNode::readFloat(bool fresh)
+{
+    return m_part.fromTarget(m_part.target().floatValue(fresh), fresh);
+}
+
+void ConverterNode::writeFloat(double value, bool verify)
+{
+    m_part.target().setFloat(m_part.toTarget(value), verify);
+}
+
+double ConverterNode::ownLimit(Limit limit) const
+{
+    if (limit == Limit::Inc)
+        return std::abs(m_part.fromTarget(m_part.target().floatLimit(Limit::Inc), false)
+                        - m_part.fromTarget(0.0, false));
+    constexpr double most = std::numeric_limits<double>::max();
+    const std::optional<double> mapped = m_part.mappedLimit(limit);
+    return mapped ? std::clamp(*mapped, -most, most) : FloatValue::ownLimit(limit);
+}
+
+bool ConverterNode::hasIncrement() const
+{
+    const Evaluation step(*this, Evaluation::Look);
+    return step.isEntered() && !isBroken() && m_part.isLinear() && m_part.target().hasIncrement();
+}
+
+} // namespace NodeEngine

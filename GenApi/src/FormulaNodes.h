@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "FloatValue.h"
+#include "FormulaScope.h"
+#include "IntegerValue.h"
+
+namespace NodeEngine {
+
+/// IntSwissKnife: a read-only formula in 64-bit integers.
+class IntSwissKnifeNode : public IntegerValue
+{
+public:
+    IntSwissKnifeNode(NodeMap &map, const NodeRecord &record) : IntegerValue(map, record), m_formula(*this) { }
+
+    void setInteger(int64_t value, bool verify) override;
+
+protected:
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
+    EAccessMode ownAccessMode() const override { return m_formula.isUsable(Tag::Formula) ? RO : NA; }
+    int64_t readInteger(bool fresh) override { return m_formula.value<int64_t>(Tag::Formula, 0, fresh); }
+    void writeInteger(int64_t, bool) override { }
+
+private:
+    mutable FormulaScope m_formula;
+};
+
+/// SwissKnife: a read-only formula in double.
+class SwissKnifeNode : public FloatValue
+{
+public:
+    SwissKnifeNode(NodeMap &map, const NodeRecord &record) : FloatValue(map, record), m_formula(*this) { }
+
+    void setFloat(double value, bool verify) override;
+
+protected:
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
+    EAccessMode ownAccessMode() const override { return m_formula.isUsable(Tag::Formula) ? RO : NA; }
+    double readFloat(bool fresh) override { return m_formula.value<double>(Tag::Formula, 0, fresh); }
+    void writeFloat(double, bool) override { }
+
+private:
+    mutable FormulaScope m_formula;
+};
+
+/// What both converters have: a target, a formula in each direction, and how the value runs along the target's.
+class ConverterPart
+{
+public:
+    explicit ConverterPart(Node &owner) : m_owner(owner), m_formula(owner) { }
+
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder);
+    EAccessMode accessMode() const { return isUsable() ? m_target->accessMode() : NA; }
+    EAccessMode baseAccessMode() const { return isUsable() ? m_target->baseAccessMode() : NA; }
+    Node &target() const { return *m_target; }
+    bool isLinear() const { return m_isLinear; }
+
+    template <class Number>
+    Number fromTarget(Number value, bool fresh) const
+    {
+        return m_formula.value<Number>(Tag::FormulaFrom, value, fresh);
+    }
+    template <class Number>
+    Number toTarget(Number value) const
+    {
+        return m_formula.value<Number>(Tag::FormulaTo, value, false);
+    }
+    /// The limit of the target as a value of the converter; nothing if the formula leads nowhere from there.
+    std::optional<double> mappedLimit(Limit limit) const;
+    /// The limit of the target that is the converter's, or nothing if the slope says that there is none.
+    std::optional<Limit> limitOfTarget(Limit limit) const;
+
+private:
+    bool isUsable() const;
+    std::optional<double> mapped(Limit limitOfTarget) const;
+
+    Node &m_owner;
+    mutable FormulaScope m_formula;
+    Node *m_target = nullptr;
+    ESlope m_slope = Automatic;
+    bool m_isLinear = false;
+};
+
+/// IntConverter: an integer that is calculated from its target's, and the other way round.
+class IntConverterNode : public IntegerValue
+{
+public:
+    IntConverterNode(NodeMap &map, const NodeRecord &record) : IntegerValue(map, record), m_part(*this) { }
+
+protected:
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
+    EAccessMode ownAccessMode() const override { return m_part.accessMode(); }
+    EAccessMode ownBaseAccessMode() const override { return m_part.baseAccessMode(); }
+    ECachingMode ownCachingMode() const override { return WriteAround; }
+    int64_t readInteger(bool fresh) override;
+    void writeInteger(int64_t value, bool verify) override;
+    int64_t ownLimit(Limit limit) const override;
+
+private:
+    ConverterPart m_part;
+};
+
+/// Converter: the same in double.
+class ConverterNode : public FloatValue
+{
+public:
+    ConverterNode(NodeMap &map, const NodeRecord &record) : FloatValue(map, record), m_part(*this) { }
+
+    bool hasIncrement() const override;
+
+protected:
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
+    EAccessMode ownAccessMode() const override { return m_part.accessMode(); }
+    EAccessMode ownBaseAccessMode() const override { return m_part.baseAccessMode(); }
+    double readFloat(bool fresh) override;
+    void writeFloat(double value, bool verify) override;
+    double ownLimit(Limit limit) const override;
+
+private:
+    ConverterPart m_part;
+};
+
+} // namespace NodeEngine

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include "IntegerNodes.h"
+
+namespace NodeEngine {
+
+bool IntegerNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    return m_source.take(tag, child, builder) || m_limits.take(*this, tag, child, builder)
+        || IntegerValue::take(tag, child, builder);
+}
+
+int64_t IntegerNode::readInteger(bool fresh)
+{
+    const auto &place = m_source.current();
+    return place.target ? place.target->integerValue(fresh) : place.constant;
+}
+
+void IntegerNode::writeInteger(int64_t value, bool verify)
+{
+    auto &place = m_source.current();
+    if (place.target)
+        place.target->setInteger(value, verify);
+    else
+        place.constant = value;
+    for (Node *copy : m_source.copies())
+        copy->setInteger(value, verify);
+}
+
+int64_t IntegerNode::ownLimit(Limit limit) const
+{
+    if (const std::optional<int64_t> own = m_limits.value(limit))
+        return *own;
+    const Node *target = m_source.target();
+    return target ? inheritedLimit<int64_t>(*target, m_source.copies(), limit) : Node::integerLimit(limit);
+}
+
+EIncMode IntegerNode::incrementMode() const
+{
+    if (!m_validValues.empty())
+        return listIncrement;
+    const Node *target = m_source.target();
+    const Evaluation step(*this, Evaluation::IncLimit);
+    return target && step.isEntered() && target->incrementMode() == listIncrement ? listIncrement : fixedIncrement;
+}
+
+ERepresentation IntegerNode::representation() const
+{
+    const ERepresentation own = IntegerValue::representation();
+    if (own != _UndefinedRepresentation || !m_source.target())
+        return own;
+    const Evaluation step(*this, Evaluation::Look);
+    return step.isEntered() ? m_source.target()->representation() : own;
+}
+
+std::string IntegerNode::unit() const
+{
+    std::string own = IntegerValue::unit();
+    if (!own.empty() || !m_source.target())
+        return own;
+    const Evaluation step(*this, Evaluation::Look);
+    return step.isEntered() ? m_source.target()->unit() : own;
+}
+
+} // namespace NodeEngine

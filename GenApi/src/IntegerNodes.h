@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "IntegerValue.h"
+#include "LimitSource.h"
+
+namespace NodeEngine {
+
+/// Integer: a constant, or what pValue leads to, with limits of its own.
+class IntegerNode : public IntegerValue
+{
+public:
+    IntegerNode(NodeMap &map, const NodeRecord &record) : IntegerValue(map, record), m_source(*this) { }
+
+    EIncMode incrementMode() const override;
+    ERepresentation representation() const override;
+    std::string unit() const override;
+
+protected:
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
+    EAccessMode ownAccessMode() const override { return m_source.accessMode(); }
+    EAccessMode ownBaseAccessMode() const override { return m_source.baseAccessMode(); }
+    int64_t readInteger(bool fresh) override;
+    void writeInteger(int64_t value, bool verify) override;
+    int64_t ownLimit(Limit limit) const override;
+
+private:
+    ValueSource<int64_t> m_source;
+    LimitSource<int64_t> m_limits;
+};
+
+} // namespace NodeEngine

@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: MIT
+#include "IntegerValue.h"
+
+#include "NodeBuilder.h"
+#include "NumberText.h"
+#include "WordTables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace NodeEngine {
+
+namespace {
+
+// The nearest integer; what lies outside of the range saturates, so that a verified write refuses it.
+int64_t rounded(double value, const Node &node)
+{
+    if (std::isnan(value))
+        throw InvalidArgumentException("The value is not a number.", __FILE__, __LINE__, "", node.name().c_str(),
+                                       "InvalidArgumentException");
+    if (value >= 9223372036854775807.0)
+        return std::numeric_limits<int64_t>::max();
+    return value <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min() : std::llround(value);
+}
+
+std::vector<int64_t> listOf(std::string_view text)
+{
+    std::vector<int64_t> values;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(';'), text.size());
+        if (const auto value = integerOfDescription(text.substr(0, end)))
+            values.push_back(*value);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return values;
+}
+
+} // namespace
+
+bool IntegerValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    switch (tag) {
+    case Tag::Representation:
+        m_representation = representationOf(textOf(child));
+        return true;
+    case Tag::ValidValueSet:
+        m_validValues = listOf(textOf(child));
+        return true;
+    default:
+        return Node::take(tag, child, builder);
+    }
+}
+
+void IntegerValue::SetValue(int64_t value, bool verify)
+{
+    m_map.change([&] { setInteger(value, verify); });
+}
+
+IInteger &IntegerValue::operator=(int64_t value)
+{
+    SetValue(value, true);
+    return *this;
+}
+
+int64_t IntegerValue::GetValue(bool verify, bool ignoreCache)
+{
+    AutoLock lock(m_map.GetLock());
+    const int64_t value = integerValue(ignoreCache);
+    if (verify)
+        requireInRange(value);
+    return value;
+}
+
+int64_autovector_t IntegerValue::GetListOfValidValues(bool bounded)
+{
+    AutoLock lock(m_map.GetLock());
+    int64_autovector_t list;
+    for (const int64_t value : m_validValues) {
+        if (!bounded || (value >= integerLimit(Limit::Min) && value <= integerLimit(Limit::Max)))
+            list.push_back(value);
+    }
+    return list;
+}
+
+ERepresentation IntegerValue::GetRepresentation()
+{
+    const ERepresentation known = representation();
+    return known == _UndefinedRepresentation ? PureNumber : known;
+}
+
+void IntegerValue::ImposeMin(int64_t value)
+{
+    m_map.change([&] {
+        m_imposedMin = value;
+        m_map.changed(*this);
+    });
+}
+
+void IntegerValue::ImposeMax(int64_t value)
+{
+    m_map.change([&] {
+        m_imposedMax = value;
+        m_map.changed(*this);
+    });
+}
+
+int64_t IntegerValue::integerValue(bool fresh)
+{
+    requireReadable("GetValue()");
+    if (m_valueValid && !fresh)
+        return m_value;
+    const Evaluation step(*this, Evaluation::Value);
+    step.require();
+    const int64_t value = readInteger(fresh);
+    m_value = value;
+    m_valueValid = hasCachableValue();
+    return value;
+}
+
+std::string IntegerValue::textValue(bool verify, bool fresh)
+{
+    const int64_t value = integerValue(fresh);
+    if (verify)
+        requireInRange(value);
+    switch (representation()) {
+    case HexNumber:
+        return hexText(value);
+    case IPV4Address:
+        return ipv4Text(value);
+    case MACAddress:
+        return macText(value);
+    case GENAPI_NAMESPACE::Boolean:
+        return value != 0 ? "true" : "false";
+    default:
+        return decimalText(value);
+    }
+}
+
+void IntegerValue::setInteger(int64_t value, bool verify)
+{
+    requireWritable(verify, "SetValue()");
+    if (verify)
+        requireInRange(value);
+    const Evaluation step(*this, Evaluation::Value);
+    step.require();
+    writeInteger(value, verify);
+    m_map.changed(*this);
+}
+
+void IntegerValue::setFloat(double value, bool verify)
+{
+    setInteger(rounded(value, *this), verify);
+}
+
+void IntegerValue::setTextValue(const std::string &text, bool verify)
+{
+    const ERepresentation form = representation();
+    std::optional<int64_t> value;
+    if (form == IPV4Address)
+        value = ipv4OfText(text);
+    else if (form == MACAddress)
+        value = macOfText(text);
+    else if (form == GENAPI_NAMESPACE::Boolean && (text == "true" || text == "false"))
+        value = text == "true";
+    else
+        value = integerOfText(text);
+    if (!value)
+        throw INVALID_ARGUMENT_EXCEPTION("Node '%s' : cannot convert string '%s' to int.", name().c_str(),
+                                         text.c_str());
+    setInteger(*value, verify);
+}
+
+int64_t IntegerValue::integerLimit(Limit limit) const
+{
+    const Evaluation::Step steps[] = {Evaluation::MinLimit, Evaluation::MaxLimit, Evaluation::IncLimit};
+    const Evaluation step(*this, steps[static_cast<int>(limit)]);
+    int64_t value = Node::integerLimit(limit);
+    if (step.isEntered()) {
+        try {
+            value = ownLimit(limit);
+        } catch (const EndlessEvaluation &) {
+            // Limits that depend on each other: the type's holds.
+        }
+    }
+    if (limit == Limit::Min && m_imposedMin)
+        value = std::max(value, *m_imposedMin);
+    if (limit == Limit::Max && m_imposedMax)
+        value = std::min(value, *m_imposedMax);
+    return value;
+}
+
+int64_t IntegerValue::publicLimit(Limit limit) const
+{
+    AutoLock lock(m_map.GetLock());
+    requireAvailable();
+    return integerLimit(limit);
+}
+
+void IntegerValue::requireInRange(int64_t value) const
+{
+    const auto number = [](int64_t v) { return static_cast<long long>(v); };
+    const int64_t min = integerLimit(Limit::Min);
+    if (value < min)
+        throw OUT_OF_RANGE_EXCEPTION("Value = %lld must be equal or greater than Min = %lld.", number(value),
+                                     number(min));
+    const int64_t max = integerLimit(Limit::Max);
+    if (value > max)
+        throw OUT_OF_RANGE_EXCEPTION("Value = %lld must be equal or smaller than Max = %lld.", number(value),
+                                     number(max));
+    if (incrementMode() == listIncrement)
+        return;
+    const int64_t inc = integerLimit(Limit::Inc);
+    if (inc <= 0)
+        throw LOGICAL_ERROR_EXCEPTION("Increment must be larger than 0.");
+    // Exact although the difference may exceed the range of int64.
+    if ((static_cast<uint64_t>(value) - static_cast<uint64_t>(min)) % static_cast<uint64_t>(inc) != 0)
+        throw OUT_OF_RANGE_EXCEPTION(
+            "The difference between Value = %lld and Min = %lld must be dividable without rest "
+            "by Inc = %lld.",
+            number(value), number(min), number(inc));
+}
+
+} // namespace NodeEngine

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "LoadLog.h"
+
+#include <iostream>
+
+namespace NodeEngine {
+
+void LoadLog::warn(const std::string &cause)
+{
+    if (m_written.size() > mostCauses || !m_written.insert(cause).second)
+        return;
+    std::clog << "GenApi: " << m_source << ": "
+              << (m_written.size() > mostCauses ? "more oddities are not listed" : cause) << std::endl;
+}
+
+} // namespace NodeEngine

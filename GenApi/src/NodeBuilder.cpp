@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "NodeBuilder.h"
+
+#include "Dependencies.h"
+#include "NodeKinds.h"
+#include "NodeMap.h"
+
+namespace NodeEngine {
+
+std::string_view textOf(pugi::xml_node element)
+{
+    std::string_view text = element.text().get();
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t begin = text.find_first_not_of(blanks);
+    if (begin == std::string_view::npos)
+        return {};
+    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+void NodeBuilder::build()
+{
+    const std::vector<NodeRecord> &records = m_map.m_description.nodes();
+    m_map.m_nodes.reserve(records.size() * 2);
+    m_map.m_order.reserve(records.size() * 2);
+    m_map.m_names.reserve(records.size() * 2);
+    for (const NodeRecord &record : records)
+        create(record);
+    // Inner nodes are appended meanwhile; they load themselves.
+    const std::size_t count = m_map.m_nodes.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        mention(*m_map.m_nodes[i]);
+        m_map.m_nodes[i]->load(*this);
+    }
+    breakCycles();
+    markFeatures();
+}
+
+Node *NodeBuilder::create(const NodeRecord &record)
+{
+    const auto [slot, isNew] = m_map.m_names.try_emplace(record.name, nullptr);
+    if (!isNew) {
+        warn("the name '" + std::string(record.name) + "' is used more than once, the first node has it");
+        return nullptr;
+    }
+    m_map.m_nodes.push_back(makeNode(m_map, record));
+    slot->second = m_map.m_nodes.back().get();
+    return slot->second;
+}
+
+Node *NodeBuilder::addInner(const NodeRecord &record)
+{
+    Node *node = create(record);
+    if (node) {
+        mention(*node);
+        node->load(*this);
+    }
+    return node;
+}
+
+Node *NodeBuilder::addEntry(Node &enumeration, pugi::xml_node element)
+{
+    Node *entry = addInner(m_map.m_description.entry(enumeration.name(), element));
+    if (entry)
+        enumeration.addLink({Tag::EnumEntry, entry, {}, {}});
+    return entry;
+}
+
+Node *NodeBuilder::link(Node &from, Tag role, pugi::xml_node element)
+{
+    Node *target = resolve(from, role, textOf(element));
+    if (!target)
+        return nullptr;
+    const char *number = element.attribute(role == Tag::pIndex ? "Offset" : "Index").value();
+    from.addLink({role, target, element.attribute("Name").value(), number});
+    return target;
+}
+
+Node *NodeBuilder::link(Node &from, Tag role, std::string_view name)
+{
+    Node *target = resolve(from, role, name);
+    if (target)
+        link(from, role, *target);
+    return target;
+}
+
+Node *NodeBuilder::resolve(Node &from, Tag role, std::string_view name)
+{
+    if (Node *target = m_map.find(name)) {
+        mention(*target);
+        return target;
+    }
+    warn("node '" + from.name() + "' links to '" + std::string(name) + "', which does not exist");
+    const LinkKind kind = kindOf(role);
+    if (kind == LinkKind::Value || kind == LinkKind::Limit || kind == LinkKind::Gate || role == Tag::pPort)
+        from.setBroken();
+    return nullptr;
+}
+
+void NodeBuilder::link(Node &from, Tag role, Node &target)
+{
+    from.addLink({role, &target, {}, {}});
+}
+
+void NodeBuilder::mention(Node &node)
+{
+    if (node.position != Node::nowhere)
+        return;
+    node.position = m_map.m_order.size();
+    m_map.m_order.push_back(&node);
+}
+
+void NodeBuilder::warn(const std::string &cause)
+{
+    m_map.m_log.warn(cause);
+}
+
+void NodeBuilder::addPolled(Node &node)
+{
+    m_map.m_polled.push_back(&node);
+}
+
+void NodeBuilder::breakCycles()
+{
+    for (Node *node : nodesInValueCycles(m_map.m_order)) {
+        if (!node->isBroken())
+            warn("the value of node '" + node->name() + "' depends on itself");
+        node->setBroken();
+    }
+}
+
+void NodeBuilder::markFeatures()
+{
+    Node *root = m_map.find("Root");
+    if (!root || root->tag() != Tag::Category)
+        return;
+    std::vector<Node *> reached{root};
+    root->setFeature();
+    for (std::size_t i = 0; i < reached.size(); ++i) {
+        for (const Link &link : reached[i]->links()) {
+            if (link.role != Tag::pFeature || link.target->IsFeature())
+                continue;
+            link.target->setFeature();
+            reached.push_back(link.target);
+        }
+    }
+}
+
+} // namespace NodeEngine

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#include "RegisterSource.h"
+
+#include "NodeBuilder.h"
+#include "NodeMap.h"
+#include "NumberText.h"
+#include "PortNode.h"
+#include "WordTables.h"
+
+#include <GenApi/GenApi.h>
+
+#include <algorithm>
+
+namespace NodeEngine {
+
+namespace {
+
+// What a wrong or lying description may ask for at most.
+constexpr int64_t greatestRegister = 16 * 1024 * 1024;
+
+int64_t sum(int64_t a, int64_t b)
+{
+    return static_cast<int64_t>(static_cast<uint64_t>(a) + static_cast<uint64_t>(b));
+}
+
+int64_t product(int64_t a, int64_t b)
+{
+    return static_cast<int64_t>(static_cast<uint64_t>(a) * static_cast<uint64_t>(b));
+}
+
+int64_t numberOf(pugi::xml_node element)
+{
+    return integerOfDescription(textOf(element)).value_or(0);
+}
+
+} // namespace
+
+bool RegisterSource::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+{
+    switch (tag) {
+    case Tag::Address:
+        m_address = sum(m_address, numberOf(child));
+        return true;
+    case Tag::pAddress:
+        if (Node *node = builder.link(m_owner, tag, child))
+            m_addresses.push_back(node);
+        return true;
+    case Tag::IntSwissKnife: // an address formula that stands inside of the register
+        if (Node *node = builder.addInner({tag, child.attribute("Name").value(), child, {}})) {
+            builder.link(m_owner, Tag::pAddress, *node);
+            m_addresses.push_back(node);
+        }
+        return true;
+    case Tag::pIndex:
+        takeIndex(child, builder);
+        return true;
+    case Tag::Length:
+        m_length = numberOf(child);
+        return true;
+    case Tag::pLength:
+        m_lengthNode = builder.link(m_owner, tag, child);
+        return true;
+    case Tag::AccessMode:
+        m_mode = accessModeOf(textOf(child), RO);
+        return true;
+    case Tag::pPort:
+        m_port = dynamic_cast<PortNode *>(builder.link(m_owner, tag, child));
+        return true;
+    case Tag::Cachable:
+        m_caching = cachingModeOf(textOf(child));
+        return true;
+    case Tag::Endianess:
+        m_isBigEndian = textOf(child) == "BigEndian";
+        return true;
+    default:
+        return false;
+    }
+}
+
+void RegisterSource::takeIndex(pugi::xml_node child, NodeBuilder &builder)
+{
+    Node *node = builder.link(m_owner, Tag::pIndex, child);
+    if (!node)
+        return;
+    const std::string_view offset = child.attribute("Offset").value();
+    const std::string_view offsetName = child.attribute("pOffset").value();
+    Node *offsetNode = offsetName.empty() ? nullptr : builder.link(m_owner, Tag::pAddress, offsetName);
+    m_indexes.push_back({node, integerOfDescription(offset), offsetNode});
+}
+
+void RegisterSource::loaded(NodeBuilder &builder)
+{
+    if (m_port)
+        return;
+    builder.warn("register '" + m_owner.name() + "' has no port");
+    m_owner.setBroken();
+}
+
+EAccessMode RegisterSource::accessMode() const
+{
+    return combined(m_mode, m_port ? m_port->accessMode() : NI);
+}
+
+EAccessMode RegisterSource::baseAccessMode() const
+{
+    return combined(m_mode, m_port ? m_port->baseAccessMode() : NI);
+}
+
+bool RegisterSource::isBigEndian() const
+{
+    return m_isBigEndian != (m_port && m_port->swapsEndianess());
+}
+
+int64_t RegisterSource::address() const
+{
+    int64_t address = m_address;
+    for (Node *node : m_addresses)
+        address = sum(address, node->integerValue(false));
+    for (const Index &index : m_indexes) {
+        const int64_t offset =
+            index.offsetNode ? index.offsetNode->integerValue(false) : (index.offset ? *index.offset : length());
+        address = sum(address, product(index.node->integerValue(false), offset));
+    }
+    return address;
+}
+
+int64_t RegisterSource::length() const
+{
+    const int64_t length = m_lengthNode ? m_lengthNode->integerValue(false) : m_length;
+    if (length <= 0)
+        throw RuntimeException("The register has no length.", __FILE__, __LINE__, "", m_owner.name().c_str(),
+                               "RuntimeException");
+    return std::min(length, greatestRegister);
+}
+
+CacheLine &RegisterSource::line()
+{
+    if (!m_port)
+        m_owner.refuse("Node has no port.", "Read()");
+    const bool isFixed = m_addresses.empty() && m_indexes.empty() && !m_lengthNode;
+    if (m_line && isFixed)
+        return *m_line;
+    CacheLine &line = m_port->cache().line(address(), length());
+    if (&line != m_line && std::find(line.users.begin(), line.users.end(), this) == line.users.end())
+        line.users.push_back(this);
+    m_line = &line;
+    return line;
+}
+
+const std::vector<uint8_t> &RegisterSource::read(bool fresh)
+{
+    CacheLine &current = line();
+    if (fresh || !current.isValid || m_owner.cachingMode() == NoCache)
+        readLine(current);
+    return current.bytes;
+}
+
+void RegisterSource::readLine(CacheLine &line)
+{
+    // Zeros where a port that answers short leaves the buffer alone.
+    std::vector<uint8_t> bytes(line.bytes.size(), 0);
+    m_port->Read(bytes.data(), line.address, line.length());
+    const bool isNews = line.wasRead && bytes != line.bytes;
+    line.bytes = std::move(bytes);
+    line.isValid = line.wasRead = true;
+    if (!isNews)
+        return;
+    for (RegisterSource *user : line.users)
+        m_owner.map().forgetDependents(user->m_owner);
+}
+
+void RegisterSource::write(const std::vector<uint8_t> &bytes)
+{
+    CacheLine &current = line();
+    m_port->Write(bytes.data(), current.address, static_cast<int64_t>(bytes.size()));
+    current.isValid = m_owner.cachingMode() == WriteThrough;
+    if (current.isValid)
+        current.bytes = bytes;
+    tellOthers(current);
+}
+
+void RegisterSource::tellOthers(const CacheLine &line)
+{
+    NodeMap &map = m_owner.map();
+    for (RegisterSource *user : line.users) {
+        if (user != this && user->m_line == &line && (user->m_mask & m_mask) != 0)
+            map.changed(user->m_owner);
+    }
+    for (CacheLine *other : m_port->cache().overlapping(line)) {
+        other->isValid = false;
+        for (RegisterSource *user : other->users) {
+            if (user->m_line == other)
+                map.changed(user->m_owner);
+        }
+    }
+}
+
+void RegisterSource::forget()
+{
+    if (m_line)
+        m_line->isValid = false;
+}
+
+} // namespace NodeEngine

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Node.h"
+#include "RegisterCache.h"
+
+#include <optional>
+#include <vector>
+
+namespace NodeEngine {
+
+class PortNode;
+
+/// The register behind a register node: where it is, and its bytes as the device or the cache has them.
+class RegisterSource
+{
+public:
+    explicit RegisterSource(Node &owner) : m_owner(owner) { }
+
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder);
+    void loaded(NodeBuilder &builder);
+
+    EAccessMode accessMode() const;
+    EAccessMode baseAccessMode() const;
+    ECachingMode cachingMode() const { return m_caching; }
+    bool isBigEndian() const;
+    /// The bits of the register that the node shows; all for what is no masked integer.
+    void setMask(uint64_t mask) { m_mask = mask; }
+
+    /// \throws GenICam::RuntimeException if the sum is no address, or what it is summed from cannot be read
+    int64_t address() const;
+    int64_t length() const;
+    /// The length as far as it is known without reading, else the greatest length of a number.
+    int64_t constantLength() const { return m_lengthNode || m_length <= 0 ? 8 : m_length; }
+    /// The register's bytes; read from the port if they are not cached, or `fresh` is asked for.
+    const std::vector<uint8_t> &read(bool fresh);
+    /// Writes all bytes of the register, and tells other nodes on the same bytes.
+    void write(const std::vector<uint8_t> &bytes);
+    /// The bytes are to be read again.
+    void forget();
+    bool isCached() const { return m_line && m_line->isValid; }
+
+private:
+    struct Index
+    {
+        Node *node;
+        std::optional<int64_t> offset; ///< the register's length if there is none
+        Node *offsetNode;
+    };
+
+    void takeIndex(pugi::xml_node child, NodeBuilder &builder);
+    CacheLine &line();
+    void readLine(CacheLine &line);
+    void tellOthers(const CacheLine &line);
+
+    Node &m_owner;
+    PortNode *m_port = nullptr;
+    std::vector<Node *> m_addresses;
+    std::vector<Index> m_indexes;
+    Node *m_lengthNode = nullptr;
+    int64_t m_address = 0;
+    int64_t m_length = 0;
+    CacheLine *m_line = nullptr; // the one used last
+    uint64_t m_mask = ~uint64_t(0);
+    EAccessMode m_mode = RO;
+    ECachingMode m_caching = WriteThrough;
+    bool m_isBigEndian = false;
+};
+
+} // namespace NodeEngine

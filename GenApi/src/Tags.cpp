@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "Tags.h"
+
+#include <array>
+
+namespace NodeEngine {
+
+namespace {
+
+// In the order of the enumeration.
+constexpr const char *names[] = {
+    "",
+    "Category",
+    "Integer",
+    "IntReg",
+    "MaskedIntReg",
+    "IntSwissKnife",
+    "IntConverter",
+    "Float",
+    "FloatReg",
+    "Converter",
+    "SwissKnife",
+    "Enumeration",
+    "EnumEntry",
+    "Boolean",
+    "Command",
+    "String",
+    "StringReg",
+    "Register",
+    "Port",
+    "Node",
+    "StructReg",
+    "StructEntry",
+    "Group",
+    "Extension",
+    "ToolTip",
+    "Description",
+    "DisplayName",
+    "Visibility",
+    "DocuURL",
+    "IsDeprecated",
+    "EventID",
+    "pIsImplemented",
+    "pIsAvailable",
+    "pIsLocked",
+    "pBlockPolling",
+    "ImposedAccessMode",
+    "pError",
+    "pAlias",
+    "pCastAlias",
+    "pInvalidator",
+    "Streamable",
+    "PollingTime",
+    "Cachable",
+    "pSelected",
+    "pFeature",
+    "Value",
+    "pValue",
+    "pValueCopy",
+    "pIndex",
+    "ValueIndexed",
+    "pValueIndexed",
+    "ValueDefault",
+    "pValueDefault",
+    "Min",
+    "pMin",
+    "Max",
+    "pMax",
+    "Inc",
+    "pInc",
+    "ValidValueSet",
+    "Unit",
+    "Representation",
+    "DisplayNotation",
+    "DisplayPrecision",
+    "Address",
+    "pAddress",
+    "Length",
+    "pLength",
+    "AccessMode",
+    "pPort",
+    "LSB",
+    "MSB",
+    "Bit",
+    "Sign",
+    "Endianess",
+    "pVariable",
+    "Constant",
+    "Expression",
+    "Formula",
+    "FormulaTo",
+    "FormulaFrom",
+    "Slope",
+    "IsLinear",
+    "OnValue",
+    "OffValue",
+    "CommandValue",
+    "pCommandValue",
+    "NumericValue",
+    "Symbolic",
+    "IsSelfClearing",
+    "ChunkID",
+    "pChunkID",
+    "SwapEndianess",
+};
+constexpr std::size_t nameCount = sizeof names / sizeof names[0];
+static_assert(nameCount == static_cast<std::size_t>(Tag::Count));
+
+// Open addressing, at most a third full: one comparison for nearly every name.
+class TagTable
+{
+public:
+    TagTable()
+    {
+        for (std::size_t i = 1; i < nameCount; ++i) {
+            std::size_t slot = hash(names[i]);
+            while (!m_slots[slot % slotCount].name.empty())
+                ++slot;
+            m_slots[slot % slotCount] = {names[i], static_cast<Tag>(i)};
+        }
+    }
+
+    Tag find(std::string_view name) const
+    {
+        for (std::size_t slot = hash(name);; ++slot) {
+            const Slot &candidate = m_slots[slot % slotCount];
+            if (candidate.name == name)
+                return candidate.tag;
+            if (candidate.name.empty())
+                return Tag::Unknown;
+        }
+    }
+
+private:
+    struct Slot
+    {
+        std::string_view name;
+        Tag tag = Tag::Unknown;
+    };
+    static constexpr std::size_t slotCount = 512;
+    static_assert(nameCount * 3 < slotCount);
+
+    static std::size_t hash(std::string_view name)
+    {
+        std::size_t value = name.size();
+        for (const char c : name)
+            value = value * 31 + static_cast<unsigned char>(c);
+        return value;
+    }
+
+    std::array<Slot, slotCount> m_slots;
+};
+
+} // namespace
+
+Tag tagOf(std::string_view name)
+{
+    static const TagTable table;
+    return name.empty() ? Tag::Unknown : table.find(name);
+}
+
+const char *tagName(Tag tag)
+{
+    return names[static_cast<std::size_t>(tag)];
+}
+
+} // namespace NodeEngine

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Node.h"
+#include "NodeBuilder.h"
+#include "NumberText.h"
+
+#include <utility>
+#include <vector>
+
+namespace NodeEngine {
+
+template <class Number>
+std::optional<Number> numberOfDescription(std::string_view text);
+template <>
+inline std::optional<int64_t> numberOfDescription(std::string_view text)
+{
+    return integerOfDescription(text);
+}
+template <>
+inline std::optional<double> numberOfDescription(std::string_view text)
+{
+    return floatOfDescription(text);
+}
+
+/// Where the value of an Integer or Float is: in the node itself, behind pValue, or in one of several such places
+/// that pIndex chooses.
+template <class Number>
+class ValueSource
+{
+public:
+    struct Place
+    {
+        Node *target = nullptr; ///< null for a value in the node itself
+        Number constant = 0;
+    };
+
+    explicit ValueSource(Node &owner) : m_owner(owner) { }
+
+    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+    {
+        switch (tag) {
+        case Tag::Value:
+        case Tag::ValueDefault:
+            m_default.constant = numberOfDescription<Number>(textOf(child)).value_or(0);
+            return true;
+        case Tag::pValue:
+        case Tag::pValueDefault:
+            m_default.target = builder.link(m_owner, tag, child);
+            return true;
+        case Tag::pValueCopy:
+            if (Node *copy = builder.link(m_owner, tag, child))
+                m_copies.push_back(copy);
+            return true;
+        case Tag::pIndex:
+            m_index = builder.link(m_owner, tag, child);
+            return true;
+        case Tag::ValueIndexed:
+            m_indexed.push_back({indexOf(child), {nullptr, numberOfDescription<Number>(textOf(child)).value_or(0)}});
+            return true;
+        case Tag::pValueIndexed:
+            m_indexed.push_back({indexOf(child), {builder.link(m_owner, tag, child), 0}});
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    /// The place that holds the value now.
+    Place &current() const
+    {
+        if (m_index) {
+            const int64_t index = m_index->integerValue(false);
+            for (auto &[key, place] : m_indexed) {
+                if (key == index)
+                    return place;
+            }
+        }
+        return m_default;
+    }
+
+    /// The node that the value always comes from, or null: what limits, units and the like are inherited of.
+    Node *target() const { return m_index ? nullptr : m_default.target; }
+    const std::vector<Node *> &copies() const { return m_copies; }
+
+    EAccessMode accessMode() const { return modeOf(&Node::accessMode); }
+    EAccessMode baseAccessMode() const { return modeOf(&Node::baseAccessMode); }
+
+private:
+    static int64_t indexOf(pugi::xml_node element)
+    {
+        return integerOfDescription(element.attribute("Index").value()).value_or(0);
+    }
+
+    EAccessMode modeOf(EAccessMode (Node::*mode)() const) const
+    {
+        if (m_index && !IsReadable(m_index->accessMode()))
+            return NA;
+        const Node *target = current().target;
+        EAccessMode result = target ? (target->*mode)() : RW;
+        for (const Node *copy : m_copies)
+            result = combined(result, (copy->*mode)());
+        return result;
+    }
+
+    Node &m_owner;
+    Node *m_index = nullptr;
+    mutable Place m_default;
+    mutable std::vector<std::pair<int64_t, Place>> m_indexed;
+    std::vector<Node *> m_copies;
+};
+
+} // namespace NodeEngine

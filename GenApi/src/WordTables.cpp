@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "WordTables.h"
+
+namespace NodeEngine {
+
+using namespace GENAPI_NAMESPACE;
+
+namespace {
+
+template <class Enum>
+struct Word
+{
+    const char *text;
+    Enum value;
+};
+
+constexpr Word<EVisibility> visibilities[] = {
+    {"Beginner", Beginner}, {"Expert", Expert}, {"Guru", Guru}, {"Invisible", Invisible}};
+constexpr Word<EAccessMode> accessModes[] = {{"RW", RW}, {"RO", RO}, {"WO", WO}, {"NA", NA}, {"NI", NI}};
+constexpr Word<ECachingMode> cachingModes[] = {
+    {"WriteThrough", WriteThrough}, {"WriteAround", WriteAround}, {"NoCache", NoCache}};
+constexpr Word<ERepresentation> representations[] = {
+    {"Linear", Linear},       {"Logarithmic", Logarithmic}, {"Boolean", Boolean},      {"PureNumber", PureNumber},
+    {"HexNumber", HexNumber}, {"IPV4Address", IPV4Address}, {"MACAddress", MACAddress}};
+constexpr Word<EDisplayNotation> displayNotations[] = {
+    {"Automatic", fnAutomatic}, {"Fixed", fnFixed}, {"Scientific", fnScientific}};
+constexpr Word<ESlope> slopes[] = {
+    {"Increasing", Increasing}, {"Decreasing", Decreasing}, {"Varying", Varying}, {"Automatic", Automatic}};
+
+template <class Enum, std::size_t size>
+Enum valueOf(const Word<Enum> (&words)[size], std::string_view text, Enum fallback)
+{
+    for (const Word<Enum> &word : words) {
+        if (text == word.text)
+            return word.value;
+    }
+    return fallback;
+}
+
+template <class Enum, std::size_t size>
+const char *textOf(const Word<Enum> (&words)[size], Enum value)
+{
+    for (const Word<Enum> &word : words) {
+        if (value == word.value)
+            return word.text;
+    }
+    return "";
+}
+
+} // namespace
+
+EVisibility visibilityOf(std::string_view word)
+{
+    return valueOf(visibilities, word, Beginner);
+}
+
+EAccessMode accessModeOf(std::string_view word, EAccessMode fallback)
+{
+    return valueOf(accessModes, word, fallback);
+}
+
+ECachingMode cachingModeOf(std::string_view word)
+{
+    return valueOf(cachingModes, word, WriteThrough);
+}
+
+ERepresentation representationOf(std::string_view word)
+{
+    return valueOf(representations, word, _UndefinedRepresentation);
+}
+
+EDisplayNotation displayNotationOf(std::string_view word)
+{
+    return valueOf(displayNotations, word, fnAutomatic);
+}
+
+ESlope slopeOf(std::string_view word)
+{
+    return valueOf(slopes, word, Automatic);
+}
+
+const char *wordOf(EVisibility visibility)
+{
+    return textOf(visibilities, visibility);
+}
+
+const char *wordOf(EAccessMode mode)
+{
+    return textOf(accessModes, mode);
+}
+
+const char *wordOf(ECachingMode mode)
+{
+    return textOf(cachingModes, mode);
+}
+
+} // namespace NodeEngine
