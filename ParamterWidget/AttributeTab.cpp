@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QIcon>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -104,7 +105,8 @@ void AttributeTab::selectStoredLevel()
 
 void AttributeTab::retranslate()
 {
-    m_form.toolButton->setText(isFolded() ? tr("Expand") : tr("Collapse"));
+    m_form.toolButton->setText(isFolded() ? QCoreApplication::translate("ParamterWidget", "Expand")
+                                          : QCoreApplication::translate("ParamterWidget", "Collapse"));
 }
 
 void AttributeTab::disable()

@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 
-#include <QCoreApplication>
 #include <QModelIndex>
 #include <QString>
 
@@ -26,8 +25,6 @@ int attributeLevelFromText(const std::string &text);
 /// Owns the tree's model. GUI thread only; exceptions of the host or of GenICam leave its functions.
 class AttributeTab
 {
-    Q_DECLARE_TR_FUNCTIONS(ParamterWidget)
-
 public:
     /// `form` must be built, and context and widgets must outlive the tab.
     AttributeTab(const PanelContext &context, const Ui_ParamterWidget &form, QTextBrowser *descriptionPane);

@@ -69,6 +69,7 @@ void Ui_ParamterWidget::setupUi(QWidget *panel)
 
     tabMainWidget = named(new QTabWidget(splitter), "tabMainWidget");
     tabMainWidget->setMinimumHeight(MainTabMinimumHeight);
+    tabMainWidget->setElideMode(Qt::ElideRight);
     tabMainWidget->setStyleSheet(StyleSheets::MainTabs);
     buildCommonPage();
     buildAttributePage();

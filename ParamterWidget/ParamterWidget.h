@@ -127,7 +127,7 @@ private:
     QWidget *m_unplacedControls;
     std::unique_ptr<SoftTrigger> m_softTrigger;
     std::unique_ptr<RoiDrawing> m_roiDrawing;
-    QTimer m_liveRefreshTimer {this};
+    QTimer m_liveRefreshTimer{this};
     std::unique_ptr<Ui_ParamterWidget> m_ui;
     std::unique_ptr<AttributeTab> m_attributeTab;
     bool m_disabled = false;
