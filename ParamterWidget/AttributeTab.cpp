@@ -59,7 +59,9 @@ void AttributeTab::build(GenApi::INodeMap *nodeMap)
     }
     GenApi::NodeList_t nodes;
     nodeMap->GetNodes(nodes);
-    auto model = std::make_unique<TreeModel>(QStringList{tr("Feature"), tr("Value")}, nodes);
+    const QStringList headers = {QCoreApplication::translate("ParamterWidget", "Feature"),
+                                 QCoreApplication::translate("ParamterWidget", "Value")};
+    auto model = std::make_unique<TreeModel>(headers, nodes);
     model->AddModelData(nodes, QString());
 
     FeatureTreeView *const view = m_form.widget_featrue;
