@@ -9,6 +9,8 @@
 #include <thread>
 #include <utility>
 
+#include <QVariant>
+
 #include <arv.h>
 
 #include "Host/AlignedPort.h"
@@ -248,7 +250,10 @@ private:
     std::shared_ptr<Feed> feed;
 };
 
-AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), identity(std::move(camera)) { }
+AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), identity(std::move(camera))
+{
+    setProperty("transport", identity.transport);
+}
 
 AravisDevice::~AravisDevice()
 {
@@ -352,13 +357,9 @@ DeviceFinder aravisFinder(bool withFakeCamera)
                 QStringLiteral("%1 %2 (%3)")
                     .arg(QString::fromUtf8(arv_get_device_vendor(i)), QString::fromUtf8(arv_get_device_model(i)),
                          QString::fromUtf8(arv_get_device_serial_nbr(i)));
-            const AravisDevice::Identity identity{QString::fromUtf8(arv_get_device_id(i)), name};
-            const QString transport = QString::fromUtf8(arv_get_device_protocol(i));
-            found.push_back({identity.id, [identity, transport] {
-                                 auto device = std::make_unique<AravisDevice>(identity);
-                                 device->setProperty("transport", transport);
-                                 return device;
-                             }});
+            const AravisDevice::Identity identity{QString::fromUtf8(arv_get_device_id(i)), name,
+                                                  QString::fromUtf8(arv_get_device_protocol(i))};
+            found.push_back({identity.id, [identity] { return std::make_unique<AravisDevice>(identity); }});
         }
         return found;
     };

@@ -20,6 +20,7 @@ public:
     {
         QString id; ///< Aravis' device id
         QString displayName;
+        QString transport; ///< "GigEVision", "USB3Vision" or "Fake"; also the device's property "transport"
     };
 
     explicit AravisDevice(Identity identity, QObject *parent = nullptr);
@@ -48,5 +49,4 @@ private:
 
 /// A finder of the cameras that Aravis sees on all interfaces. It takes about a second.
 /// `withFakeCamera` adds Aravis' in-process fake camera.
-/// The property "transport" of each device tells its protocol: "GigEVision", "USB3Vision" or "Fake".
 DeviceFinder aravisFinder(bool withFakeCamera = false);
