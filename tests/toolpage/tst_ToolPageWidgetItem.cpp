@@ -62,6 +62,7 @@ private Q_SLOTS:
     void editors();
     void integerRange_data();
     void integerRange();
+    void emptyRange();
     void floatSteps_data();
     void floatSteps();
     void oddFloats();
@@ -85,17 +86,20 @@ private Q_SLOTS:
     void customSwitch();
 
 private:
-    std::unique_ptr<ToolPageWidgetItem> rowOf(TestCamera &camera, const char *nodeName) const;
+    std::unique_ptr<ToolPageWidgetItem> rowOf(TestCamera &camera, const char *nodeName);
+
+    QWidget m_page; ///< of rows whose visibility matters: a window of its own is hidden until it is shown
 };
 
 void tst_ToolPageWidgetItem::init()
 {
     FakeHostCore::instance().reset();
+    m_page.hide();
 }
 
-std::unique_ptr<ToolPageWidgetItem> tst_ToolPageWidgetItem::rowOf(TestCamera &camera, const char *nodeName) const
+std::unique_ptr<ToolPageWidgetItem> tst_ToolPageWidgetItem::rowOf(TestCamera &camera, const char *nodeName)
 {
-    auto row = std::make_unique<ToolPageWidgetItem>();
+    auto row = std::make_unique<ToolPageWidgetItem>(&m_page);
     row->setItemInfo(names, descriptions, camera.node(nodeName), true);
     row->deviceName = QStringLiteral("cam");
     return row;
@@ -147,7 +151,6 @@ void tst_ToolPageWidgetItem::integerRange_data()
     QTest::newRow("plain") << QByteArray("<Min>-8</Min><Max>96</Max><Inc>8</Inc>") << -8 << 96 << 8;
     QTest::newRow("unsigned") << QByteArray("<Min>0</Min><Max>4294967295</Max>") << 0 << top << 1;
     QTest::newRow("unlimited") << QByteArray("<Min>0</Min>") << 0 << top << 1;
-    QTest::newRow("empty range") << QByteArray("<Min>10</Min><Max>5</Max>") << 10 << top << 1;
     QTest::newRow("huge step") << QByteArray("<Min>0</Min><Max>5</Max><Inc>4294967296</Inc>") << 0 << 5 << 0;
 }
 
@@ -165,6 +168,17 @@ void tst_ToolPageWidgetItem::integerRange()
         QTEST(spinBox->singleStep(), "step");
         row->updateWidget(false);
     }
+}
+
+void tst_ToolPageWidgetItem::emptyRange()
+{
+    TestCamera camera(
+        TestCamera::description("<Category Name=\"Root\"><pFeature>N</pFeature></Category>"
+                                "<Integer Name=\"N\"><Value>7</Value><Min>10</Min><Max>5</Max></Integer>"));
+    const auto row = rowOf(camera, "N");
+    row->updateWidget(false);
+    QVERIFY(row->isHidden());
+    QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
 }
 
 void tst_ToolPageWidgetItem::floatSteps_data()
@@ -192,16 +206,15 @@ void tst_ToolPageWidgetItem::floatSteps()
 void tst_ToolPageWidgetItem::oddFloats()
 {
     TestCamera camera;
-    camera.port.pokeDouble(TestCamera::LineRate, std::numeric_limits<double>::infinity());
     const auto row = rowOf(camera, "AcquisitionLineRate");
     const auto *spinBox = row->findChild<QDoubleSpinBox *>();
-    QVERIFY(spinBox);
-    QVERIFY(std::isfinite(spinBox->value()));
-    for (const double odd : {std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity()}) {
+    using Limits = std::numeric_limits<double>;
+    for (const double odd : {Limits::infinity(), Limits::quiet_NaN(), -Limits::infinity(), Limits::max()}) {
         camera.port.pokeDouble(TestCamera::LineRate, odd);
         camera.map->InvalidateNodes();
         row->updateWidget(false);
         QVERIFY(std::isfinite(spinBox->value()));
+        QVERIFY(std::isfinite(spinBox->minimum()) && std::isfinite(spinBox->maximum()));
     }
 }
 
@@ -231,7 +244,7 @@ void tst_ToolPageWidgetItem::withoutEditor()
     QVERIFY(row->isHidden());
     QVERIFY(!shownBy(*row).isValid());
 
-    ToolPageWidgetItem alwaysShown;
+    ToolPageWidgetItem alwaysShown(&m_page);
     alwaysShown.setItemInfo(names, descriptions, camera.node(node), false);
     QVERIFY(!alwaysShown.isHidden());
     QVERIFY(FakeHostCore::instance().calls().isEmpty());
@@ -308,7 +321,7 @@ void tst_ToolPageWidgetItem::refreshesWhenShown()
     TestCamera camera;
     const auto row = rowOf(camera, "Uncached");
     camera.port.poke(TestCamera::Uncached, 12);
-    row->show();
+    m_page.show();
     QCOMPARE(shownBy(*row), QVariant(12));
 }
 
@@ -353,7 +366,7 @@ void tst_ToolPageWidgetItem::faultyNodes()
         throw std::runtime_error("broken");
     });
     node.hasShape = hasShape;
-    ToolPageWidgetItem row;
+    ToolPageWidgetItem row(&m_page);
     row.setItemInfo(names, descriptions, &node, true);
     row.updateWidget(false);
     row.updateWidget(true);
@@ -407,6 +420,7 @@ void tst_ToolPageWidgetItem::liveRefreshSparesTheFocusedEditor()
 {
     TestCamera camera;
     const auto row = rowOf(camera, "Gain");
+    row->setParent(nullptr);
     row->show();
     QApplication::setActiveWindow(row.get());
     QVERIFY(QTest::qWaitForWindowActive(row.get()));
@@ -464,6 +478,7 @@ void tst_ToolPageWidgetItem::geometry()
     QFETCH(QSize, minimumEditor);
     const auto row = rowOf(camera, node);
     row->resize(width, 40);
+    row->setParent(nullptr);
     row->show();
     QVERIFY(QTest::qWaitForWindowExposed(row.get()));
     QCOMPARE(row->size(), QSize(width, 40));
