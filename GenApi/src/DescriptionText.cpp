@@ -73,7 +73,8 @@ std::string textOfBytes(std::string_view bytes)
     } else {
         text = utf8FromBytes(bytes);
     }
-    std::replace(text.begin(), text.end(), '\0', ' ');
+    for (std::size_t nul = text.find('\0'); nul != std::string::npos; nul = text.find('\0', nul))
+        text[nul] = ' ';
     return text;
 }
 

@@ -213,7 +213,7 @@ void EnumerationNode::write(EnumEntryNode &entry, bool verify)
         refuse("Failed to write enumeration value. Enum entry is not writable", "SetIntValue()");
     if (!IsImplemented(mode))
         refuse("Failed to write enumeration value. Enum entry is not implemented", "SetIntValue()");
-    const Evaluation step(*this, Evaluation::Value);
+    const Evaluation step(*this, Evaluation::Write);
     step.require();
     if (m_target)
         m_target->setInteger(entry.value(), verify);

@@ -22,7 +22,16 @@ class Evaluation
 {
 public:
     using Flags = uint8_t;
-    enum Step : Flags { Access = 1, Value = 2, MinLimit = 4, MaxLimit = 8, IncLimit = 16, Caching = 32, Look = 64 };
+    enum Step : Flags {
+        Access = 1,
+        Value = 2,
+        MinLimit = 4,
+        MaxLimit = 8,
+        IncLimit = 16,
+        Caching = 32,
+        Look = 64,
+        Write = 128
+    };
 
     Evaluation(const Node &node, Step step);
     ~Evaluation();

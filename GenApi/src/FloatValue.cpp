@@ -64,7 +64,7 @@ double FloatValue::GetValue(bool verify, bool ignoreCache)
     AutoLock lock(m_map.GetLock());
     const double value = floatValue(ignoreCache);
     if (verify)
-        requireInRange(value);
+        requireInRange(value, "GetValue()");
     return value;
 }
 
@@ -94,6 +94,12 @@ ERepresentation FloatValue::GetRepresentation()
     AutoLock lock(m_map.GetLock());
     const ERepresentation known = representation();
     return known == _UndefinedRepresentation ? PureNumber : known;
+}
+
+gcstring FloatValue::GetUnit() const
+{
+    AutoLock lock(m_map.GetLock());
+    return gcstringOf(unit());
 }
 
 EDisplayNotation FloatValue::GetDisplayNotation() const
@@ -143,7 +149,7 @@ std::string FloatValue::textValue(bool verify, bool fresh)
 {
     const double value = floatValue(fresh);
     if (verify)
-        requireInRange(value);
+        requireInRange(value, "GetValue()");
     const int64_t precision = displayPrecision();
     return floatText(value, formOf(displayNotation()), precision < 0 ? defaultPrecision : precision);
 }
@@ -152,8 +158,8 @@ void FloatValue::setFloat(double value, bool verify)
 {
     requireWritable(verify, "SetValue()");
     if (verify)
-        requireInRange(value);
-    const Evaluation step(*this, Evaluation::Value);
+        requireInRange(value, "SetValue()");
+    const Evaluation step(*this, Evaluation::Write);
     step.require();
     writeFloat(value, verify);
     m_map.changed(*this);
@@ -207,14 +213,14 @@ double FloatValue::publicLimit(Limit limit) const
     return floatLimit(limit);
 }
 
-void FloatValue::requireInRange(double value) const
+void FloatValue::requireInRange(double value, const char *call) const
 {
     const double min = floatLimit(Limit::Min);
-    if (value < min)
-        throw OUT_OF_RANGE_EXCEPTION("Value %f must be greater than or equal %f.", value, min);
+    if (!(value >= min))
+        refuseRange(call, "Value %f must be greater than or equal %f.", value, min);
     const double max = floatLimit(Limit::Max);
-    if (value > max)
-        throw OUT_OF_RANGE_EXCEPTION("Value %f must be smaller than or equal %f.", value, max);
+    if (!(value <= max))
+        refuseRange(call, "Value %f must be smaller than or equal %f.", value, max);
 }
 
 } // namespace NodeEngine

@@ -26,7 +26,7 @@ public:
     double GetInc() override;
     double_autovector_t GetListOfValidValues(bool) override { return {}; }
     ERepresentation GetRepresentation() override;
-    gcstring GetUnit() const override { return gcstringOf(unit()); }
+    gcstring GetUnit() const override;
     EDisplayNotation GetDisplayNotation() const override;
     int64_t GetDisplayPrecision() const override;
     void ImposeMin(double value) override;
@@ -57,7 +57,7 @@ protected:
 
 private:
     double publicLimit(Limit limit) const;
-    void requireInRange(double value) const;
+    void requireInRange(double value, const char *call) const;
 
     double m_value = 0; // while m_valueValid
     std::optional<double> m_imposedMin;

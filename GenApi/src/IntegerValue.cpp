@@ -68,7 +68,7 @@ int64_t IntegerValue::GetValue(bool verify, bool ignoreCache)
     AutoLock lock(m_map.GetLock());
     const int64_t value = integerValue(ignoreCache);
     if (verify)
-        requireInRange(value);
+        requireInRange(value, "GetValue()");
     return value;
 }
 
@@ -83,8 +83,21 @@ int64_autovector_t IntegerValue::GetListOfValidValues(bool bounded)
     return list;
 }
 
+EIncMode IntegerValue::GetIncMode()
+{
+    AutoLock lock(m_map.GetLock());
+    return incrementMode();
+}
+
+gcstring IntegerValue::GetUnit()
+{
+    AutoLock lock(m_map.GetLock());
+    return gcstringOf(unit());
+}
+
 ERepresentation IntegerValue::GetRepresentation()
 {
+    AutoLock lock(m_map.GetLock());
     const ERepresentation known = representation();
     return known == _UndefinedRepresentation ? PureNumber : known;
 }
@@ -122,7 +135,7 @@ std::string IntegerValue::textValue(bool verify, bool fresh)
 {
     const int64_t value = integerValue(fresh);
     if (verify)
-        requireInRange(value);
+        requireInRange(value, "GetValue()");
     switch (representation()) {
     case HexNumber:
         return hexText(value);
@@ -141,8 +154,8 @@ void IntegerValue::setInteger(int64_t value, bool verify)
 {
     requireWritable(verify, "SetValue()");
     if (verify)
-        requireInRange(value);
-    const Evaluation step(*this, Evaluation::Value);
+        requireInRange(value, "SetValue()");
+    const Evaluation step(*this, Evaluation::Write);
     step.require();
     writeInteger(value, verify);
     m_map.changed(*this);
@@ -197,17 +210,15 @@ int64_t IntegerValue::publicLimit(Limit limit) const
     return integerLimit(limit);
 }
 
-void IntegerValue::requireInRange(int64_t value) const
+void IntegerValue::requireInRange(int64_t value, const char *call) const
 {
     const auto number = [](int64_t v) { return static_cast<long long>(v); };
     const int64_t min = integerLimit(Limit::Min);
     if (value < min)
-        throw OUT_OF_RANGE_EXCEPTION("Value = %lld must be equal or greater than Min = %lld.", number(value),
-                                     number(min));
+        refuseRange(call, "Value = %lld must be equal or greater than Min = %lld.", number(value), number(min));
     const int64_t max = integerLimit(Limit::Max);
     if (value > max)
-        throw OUT_OF_RANGE_EXCEPTION("Value = %lld must be equal or smaller than Max = %lld.", number(value),
-                                     number(max));
+        refuseRange(call, "Value = %lld must be equal or smaller than Max = %lld.", number(value), number(max));
     if (incrementMode() == listIncrement)
         return;
     const int64_t inc = integerLimit(Limit::Inc);
@@ -215,10 +226,10 @@ void IntegerValue::requireInRange(int64_t value) const
         throw LOGICAL_ERROR_EXCEPTION("Increment must be larger than 0.");
     // Exact although the difference may exceed the range of int64.
     if ((static_cast<uint64_t>(value) - static_cast<uint64_t>(min)) % static_cast<uint64_t>(inc) != 0)
-        throw OUT_OF_RANGE_EXCEPTION(
-            "The difference between Value = %lld and Min = %lld must be dividable without rest "
-            "by Inc = %lld.",
-            number(value), number(min), number(inc));
+        refuseRange(call,
+                    "The difference between Value = %lld and Min = %lld must be dividable without rest "
+                    "by Inc = %lld.",
+                    number(value), number(min), number(inc));
 }
 
 } // namespace NodeEngine

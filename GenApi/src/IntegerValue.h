@@ -21,11 +21,11 @@ public:
     int64_t operator*() override { return GetValue(false, false); }
     int64_t GetMin() override { return publicLimit(Limit::Min); }
     int64_t GetMax() override { return publicLimit(Limit::Max); }
-    EIncMode GetIncMode() override { return incrementMode(); }
+    EIncMode GetIncMode() override;
     int64_t GetInc() override { return publicLimit(Limit::Inc); }
     int64_autovector_t GetListOfValidValues(bool bounded) override;
     ERepresentation GetRepresentation() override;
-    gcstring GetUnit() override { return gcstringOf(unit()); }
+    gcstring GetUnit() override;
     void ImposeMin(int64_t value) override;
     void ImposeMax(int64_t value) override;
 
@@ -54,7 +54,7 @@ protected:
 
 private:
     int64_t publicLimit(Limit limit) const;
-    void requireInRange(int64_t value) const;
+    void requireInRange(int64_t value, const char *call) const;
 
     int64_t m_value = 0; // while m_valueValid
     std::optional<int64_t> m_imposedMin;

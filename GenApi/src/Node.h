@@ -111,6 +111,12 @@ public:
     void requireWritable(bool verify, const char *call) const;
     void requireAvailable() const;
     [[noreturn]] void refuse(const char *description, const char *call) const;
+    /// An OutOfRangeException with a printf-formatted description.
+    [[noreturn]] void refuseRange(const char *call, const char *format, ...) const
+#if defined(__GNUC__)
+        __attribute__((format(printf, 3, 4)))
+#endif
+        ;
 
     // The protocol between nodes. `fresh` passes the caches of the values (not of limits and access modes).
     EAccessMode accessMode() const;
@@ -124,13 +130,34 @@ public:
     virtual void setTextValue(const std::string &value, bool verify);
     virtual int64_t integerLimit(Limit limit) const;
     virtual double floatLimit(Limit limit) const;
-    virtual bool hasIncrement() const { return false; }
-    virtual EIncMode incrementMode() const { return noIncrement; }
-    virtual ERepresentation representation() const { return _UndefinedRepresentation; }
-    virtual std::string unit() const { return {}; }
-    virtual EDisplayNotation displayNotation() const { return _UndefinedEDisplayNotation; }
-    virtual int64_t displayPrecision() const { return -1; }
-    virtual int64_t greatestLength() { return 0; }
+    virtual bool hasIncrement() const
+    {
+        return false;
+    }
+    virtual EIncMode incrementMode() const
+    {
+        return noIncrement;
+    }
+    virtual ERepresentation representation() const
+    {
+        return _UndefinedRepresentation;
+    }
+    virtual std::string unit() const
+    {
+        return {};
+    }
+    virtual EDisplayNotation displayNotation() const
+    {
+        return _UndefinedEDisplayNotation;
+    }
+    virtual int64_t displayPrecision() const
+    {
+        return -1;
+    }
+    virtual int64_t greatestLength()
+    {
+        return 0;
+    }
 
     // Caches and changes.
     /// Something that this node depends on changed: forget what was computed. Registers forget their bytes too.
@@ -139,7 +166,10 @@ public:
     void forgetComputed();
     bool poll(int64_t elapsedMs);
     void fire(ECallbackType type);
-    bool hasCallbacks() const { return m_callbacks && !m_callbacks->empty(); }
+    bool hasCallbacks() const
+    {
+        return m_callbacks && !m_callbacks->empty();
+    }
     /// Mark of the change that this node was collected for last.
     uint64_t changeMark = 0;
 
@@ -163,10 +193,19 @@ protected:
     virtual void loaded(NodeBuilder &) { }
 
     /// The mode as the kind of node has it, without gates, imposed mode and locks.
-    virtual EAccessMode ownAccessMode() const { return RW; }
-    virtual EAccessMode ownBaseAccessMode() const { return ownAccessMode(); }
+    virtual EAccessMode ownAccessMode() const
+    {
+        return RW;
+    }
+    virtual EAccessMode ownBaseAccessMode() const
+    {
+        return ownAccessMode();
+    }
     virtual EAccessMode computedAccessMode() const;
-    virtual ECachingMode ownCachingMode() const { return WriteThrough; }
+    virtual ECachingMode ownCachingMode() const
+    {
+        return WriteThrough;
+    }
 
     NodeMap &m_map;
     mutable bool m_valueValid = false;

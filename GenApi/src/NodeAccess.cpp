@@ -6,6 +6,9 @@
 
 #include <GenApi/GenApi.h>
 
+#include <cstdarg>
+#include <cstdio>
+
 namespace NodeEngine {
 
 EAccessMode combined(EAccessMode a, EAccessMode b)
@@ -216,6 +219,17 @@ void Node::refuse(const char *description, const char *call) const
 {
     throw AccessException(description, __FILE__, __LINE__, (m_name + "." + call).c_str(), m_name.c_str(),
                           "AccessException");
+}
+
+void Node::refuseRange(const char *call, const char *format, ...) const
+{
+    char description[1024];
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(description, sizeof description, format, arguments);
+    va_end(arguments);
+    throw OutOfRangeException(description, __FILE__, __LINE__, (m_name + "." + call).c_str(), m_name.c_str(),
+                              "OutOfRangeException");
 }
 
 } // namespace NodeEngine

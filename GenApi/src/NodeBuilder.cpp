@@ -83,10 +83,40 @@ Node *NodeBuilder::link(Node &from, Tag role, std::string_view name)
     return target;
 }
 
+namespace {
+
+bool isNumber(const Node &node)
+{
+    switch (node.tag()) {
+    case Tag::Category:
+    case Tag::String:
+    case Tag::StringReg:
+    case Tag::Register:
+    case Tag::Port:
+    case Tag::Node:
+        return false;
+    default:
+        return true;
+    }
+}
+
+bool needsNumber(const Node &from, Tag role)
+{
+    const LinkKind kind = kindOf(role);
+    const bool isText = from.tag() == Tag::String && (role == Tag::pValue || role == Tag::pValueCopy);
+    return !isText && (kind == LinkKind::Value || kind == LinkKind::Limit || kind == LinkKind::Gate);
+}
+
+} // namespace
+
 Node *NodeBuilder::resolve(Node &from, Tag role, std::string_view name)
 {
     if (Node *target = m_map.find(name)) {
         mention(*target);
+        if (needsNumber(from, role) && !isNumber(*target)) {
+            warn("node '" + from.name() + "' links to '" + target->name() + "', which is no number");
+            from.setBroken();
+        }
         return target;
     }
     warn("node '" + from.name() + "' links to '" + std::string(name) + "', which does not exist");

@@ -8,7 +8,7 @@ namespace GENAPI_NAMESPACE {
 
 struct CNodeMapFactory::Private
 {
-    std::string text;
+    std::string data; // as given, a file's as text already
 };
 
 CNodeMapFactory::CNodeMapFactory(EContentType_t, const gcstring &fileName, ECacheUsage_t, bool)
@@ -16,7 +16,7 @@ CNodeMapFactory::CNodeMapFactory(EContentType_t, const gcstring &fileName, ECach
 { }
 
 CNodeMapFactory::CNodeMapFactory(EContentType_t, const void *data, size_t size, ECacheUsage_t, bool)
-    : d(new Private{NodeEngine::descriptionText(data, size)})
+    : d(new Private{std::string(static_cast<const char *>(data), data ? size : 0)})
 { }
 
 CNodeMapFactory::~CNodeMapFactory() = default;
@@ -24,12 +24,15 @@ CNodeMapFactory::~CNodeMapFactory() = default;
 INodeMap *CNodeMapFactory::CreateNodeMap(const gcstring &deviceName, bool releaseData)
 {
     const std::string name(deviceName.c_str(), deviceName.size());
-    return new NodeEngine::NodeMap(releaseData ? std::move(d->text) : d->text, name);
+    std::string text = NodeEngine::descriptionText(d->data.data(), d->data.size());
+    if (releaseData)
+        ReleaseCameraDescriptionFileData();
+    return new NodeEngine::NodeMap(std::move(text), name);
 }
 
 void CNodeMapFactory::ReleaseCameraDescriptionFileData()
 {
-    d->text = {};
+    d->data = {};
 }
 
 } // namespace GENAPI_NAMESPACE

@@ -28,6 +28,12 @@ EAccessMode PortNode::ownAccessMode() const
     return m_isChunkPort ? NA : NI;
 }
 
+void PortNode::forget()
+{
+    Node::forget();
+    m_cache.invalidate();
+}
+
 IPort &PortNode::connectedPort() const
 {
     if (!m_port)

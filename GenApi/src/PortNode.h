@@ -22,6 +22,9 @@ public:
     void Read(void *buffer, int64_t address, int64_t length) override;
     void Write(const void *buffer, int64_t address, int64_t length) override;
 
+    /// Forgets all registers behind the port.
+    void forget() override;
+
     void connect(IPort *port) { m_port = port; }
     bool swapsEndianess() const { return m_swaps; }
     RegisterCache &cache() { return m_cache; }

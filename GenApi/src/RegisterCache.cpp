@@ -17,6 +17,12 @@ CacheLine &RegisterCache::line(int64_t address, int64_t length)
     return found->second;
 }
 
+void RegisterCache::invalidate()
+{
+    for (auto &[place, line] : m_lines)
+        line.isValid = false;
+}
+
 std::vector<CacheLine *> RegisterCache::overlapping(const CacheLine &line)
 {
     std::vector<CacheLine *> lines;

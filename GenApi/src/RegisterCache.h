@@ -28,6 +28,7 @@ class RegisterCache
 public:
     /// Stays where it is as long as the cache lives.
     CacheLine &line(int64_t address, int64_t length);
+    void invalidate();
     /// The other lines that share bytes with this one.
     std::vector<CacheLine *> overlapping(const CacheLine &line);
 

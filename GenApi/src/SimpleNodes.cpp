@@ -78,7 +78,7 @@ std::string BooleanNode::textValue(bool, bool fresh)
 void BooleanNode::set(bool value, bool verify)
 {
     requireWritable(verify, "SetValue()");
-    const Evaluation step(*this, Evaluation::Value);
+    const Evaluation step(*this, Evaluation::Write);
     step.require();
     const int64_t number = value ? m_on : m_off;
     if (m_target)
@@ -127,7 +127,7 @@ void CommandNode::Execute(bool)
 void CommandNode::execute()
 {
     requireWritable(true, "Execute()");
-    const Evaluation step(*this, Evaluation::Value);
+    const Evaluation step(*this, Evaluation::Write);
     step.require();
     const int64_t value = m_commandNode ? m_commandNode->integerValue(false) : m_commandValue;
     if (m_target)

@@ -53,7 +53,7 @@ void StringValue::setTextValue(const std::string &text, bool verify)
     const int64_t most = capacity();
     if (static_cast<int64_t>(text.size()) > most)
         throw OUT_OF_RANGE_EXCEPTION("String exceeds maximum length. Max length is %lld", static_cast<long long>(most));
-    const Evaluation step(*this, Evaluation::Value);
+    const Evaluation step(*this, Evaluation::Write);
     step.require();
     writeString(text, verify);
     m_map.changed(*this);
