@@ -41,6 +41,7 @@ private:
     /// The names of the features (not categories) whose rows are shown, in tree order.
     QStringList shownFeatures(const QModelIndex &parent = QModelIndex()) const;
     QModelIndex indexOf(const QString &name) const;
+    /// Those with children.
     int expandedRows(const QModelIndex &parent = QModelIndex()) const;
 
     FakeHostCore &m_host = FakeHostCore::instance();
@@ -119,7 +120,7 @@ int tst_AttributeTab::expandedRows(const QModelIndex &parent) const
     int count = 0;
     for (int row = 0; row < m_tree->model()->rowCount(parent); ++row) {
         const QModelIndex index = m_tree->model()->index(row, 0, parent);
-        count += (m_tree->isExpanded(index) ? 1 : 0) + expandedRows(index);
+        count += (m_tree->isExpanded(index) && m_tree->model()->hasChildren(index) ? 1 : 0) + expandedRows(index);
     }
     return count;
 }

@@ -71,8 +71,11 @@ void FatalMessages::handle(QtMsgType type, const QMessageLogContext &context, co
         const QMutexLocker lock(&mutex);
         if (!active)
             return;
-        if (type == QtWarningMsg || type == QtCriticalMsg)
+        if (type == QtWarningMsg || type == QtCriticalMsg) {
             active->m_seen << message;
+            if (active->isAllowed(message))
+                return;
+        }
         previous = active->m_previous;
     }
     if (previous)

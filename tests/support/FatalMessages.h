@@ -19,7 +19,7 @@ public:
     FatalMessages(const FatalMessages &) = delete;
     FatalMessages &operator=(const FatalMessages &) = delete;
 
-    /// Lets every message pass that the pattern matches somewhere.
+    /// Swallows every message that the pattern matches somewhere.
     void allow(const QRegularExpression &pattern);
     void allow(const QString &pattern) { allow(QRegularExpression(pattern)); }
     /// Every warning and critical message so far, allowed ones too.
