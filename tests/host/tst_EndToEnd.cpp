@@ -146,7 +146,7 @@ void tst_EndToEnd::editsReachTheCamera()
     QVERIFY(width.isValid());
     tree()->scrollTo(width);
     tree()->setCurrentIndex(width);
-    tree()->edit(width);
+    QTest::keyClick(tree(), Qt::Key_F2);
     auto *box = tree()->viewport()->findChild<QAbstractSpinBox *>();
     QVERIFY(box);
     box->selectAll();

@@ -14,7 +14,7 @@
 namespace {
 
 /// Stands for the panel: writes down the host's events and deletes its object when the camera is closed.
-class Panel : public HostCore::IDeviceListUpdate, public HostCore::IFocusUpdate
+class Panel final : public HostCore::IDeviceListUpdate, public HostCore::IFocusUpdate
 {
 public:
     Panel()
@@ -30,6 +30,7 @@ public:
 
     void OnUpdate(int source, std::vector<std::string> cards, std::vector<std::string> cameras) override
     {
+        const QMutexLocker lock(&mutex);
         thread = QThread::currentThread();
         const QStringList cardTexts = describe(cards, true);
         events += QStringLiteral("list %1 [%2] [%3]")
@@ -41,11 +42,19 @@ public:
 
     void OnUpdate(HostCore::FOCUS_TYPE type, std::string id) override
     {
+        const QMutexLocker lock(&mutex);
         events += QStringLiteral("focus %1 %2").arg(static_cast<int>(type)).arg(QString::fromStdString(id));
+    }
+
+    QStringList seenEvents()
+    {
+        const QMutexLocker lock(&mutex);
+        return events;
     }
 
     QStringList takeEvents()
     {
+        const QMutexLocker lock(&mutex);
         QStringList taken;
         taken.swap(events);
         return taken;
@@ -68,11 +77,12 @@ private:
         return result;
     }
 
+    QMutex mutex; ///< guards events and thread
     QStringList events;
 };
 
 /// As the panel's bridge does: hands the event to the GUI thread and waits until it has been handled there.
-class WaitingListener : public HostCore::IDeviceListUpdate
+class WaitingListener final : public HostCore::IDeviceListUpdate
 {
 public:
     void OnUpdate(int, std::vector<std::string>, std::vector<std::string>) override
@@ -355,11 +365,8 @@ void tst_HostContext::discoveryAnnouncesOnItsThread()
 {
     Panel panel;
     searchResult = {foundCamera(text("cam"))};
-    context->setFocus(text("cam"));
-    panel.takeEvents();
     context->refreshDevices();
-    QTRY_COMPARE(panel.takeEvents(), QStringList({text("focus 0 ")}));
-    QVERIFY(panel.thread);
+    QTRY_COMPARE(panel.seenEvents(), QStringList({text("list 1 [] [cam]"), text("focus 0 ")}));
     QVERIFY(panel.thread != thread());
 }
 
@@ -367,15 +374,15 @@ void tst_HostContext::unregisteringEndsAWaitingCall()
 {
     auto listener = std::make_unique<WaitingListener>();
     HostCore::RegisterDeviceListUpdateListener(listener.get());
-    searchResult = {foundCamera(text("cam"))};
-    context->refreshDevices();
-    QTRY_VERIFY(context->device(text("cam")));
+    std::thread caller([this] { context->listeners().raiseDeviceList({}, {text("cam")}); });
     while (!listener->started)
         QThread::msleep(1);
     QElapsedTimer timer;
     timer.start();
     HostCore::UnRegisterDeviceListUpdateListener(listener.get());
-    QVERIFY(listener->returned);
+    const bool returned = listener->returned;
+    caller.join();
+    QVERIFY(returned);
     QCOMPARE(listener->handled, 1);
     QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
 }
