@@ -216,6 +216,7 @@ void ParameterWidgetManager::closePanel(const QString &device, PanelMap &panels)
     panel->setParamterViewDisable();
     if (m_currentPanel == panel)
         m_currentPanel = nullptr;
+    panel->hide(); // two panels above each other would enlarge the host's window until the deletion
     panel->deleteLater();
 }
 

@@ -2,25 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
-    <name>AttributeTab</name>
-    <message>
-        <source>Feature</source>
-        <translation>属性</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>值</translation>
-    </message>
-    <message>
-        <source>Expand</source>
-        <translation>展开</translation>
-    </message>
-    <message>
-        <source>Collapse</source>
-        <translation>收起</translation>
-    </message>
-</context>
-<context>
     <name>FeatureEditDelegate</name>
     <message>
         <source>False</source>
@@ -123,6 +104,10 @@
     <message>
         <source>Value</source>
         <translation>值</translation>
+    </message>
+    <message>
+        <source>Collapse</source>
+        <translation>收起</translation>
     </message>
 </context>
 <context>

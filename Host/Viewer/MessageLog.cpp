@@ -17,6 +17,12 @@ const char *moduleOf(const QMessageLogContext &context)
     return unnamed ? "Panel" : context.category;
 }
 
+/// Bookkeeping of the feature tree that tells a person nothing: closing an editor without a value, new titles.
+bool isBookkeeping(const QString &text)
+{
+    return text == QLatin1String("Data is invalid!") || text == QLatin1String("Feature is invalid!");
+}
+
 /// Qt names its own messages by category ("qt....") or by function ("QClass::function: ...").
 bool isOfQt(const char *module, const QString &text)
 {
@@ -28,7 +34,7 @@ void report(QtMsgType type, const QMessageLogContext &context, const QString &te
 {
     const char *module = moduleOf(context);
     HostContext *host = HostContext::current();
-    if (host && !isOfQt(module, text))
+    if (host && !isOfQt(module, text) && !isBookkeeping(text))
         host->log(QString::fromLatin1(module), text, 0);
     if (previousHandler)
         previousHandler(type, context, text);

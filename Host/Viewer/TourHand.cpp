@@ -149,7 +149,7 @@ bool choose(QComboBox *box, const QString &entry)
         return false;
     if (!box->view()->isVisible())
         click(box);
-    pause(glance);
+    pause(QApplication::doubleClickInterval() + glance); // a list takes no choice that follows its opening at once
     clickCell(box->view(), box->model()->index(row, box->modelColumn(), box->rootModelIndex()));
     pause(glance);
     return box->currentText() == entry;

@@ -26,7 +26,8 @@
 namespace {
 
 constexpr int panelMinimumWidth = 320;
-constexpr int panelWidth = 460;
+constexpr int panelMinimumHeight = 420;
+constexpr int panelWidth = 500;
 constexpr int deviceListWidth = 270;
 constexpr int logHeight = 150;
 const QString geometryKey = QStringLiteral("Viewer/geometry");
@@ -72,7 +73,7 @@ void ViewerWindow::buildDocks()
     m_deviceDock = addDock(QStringLiteral("deviceDock"), Qt::LeftDockWidgetArea, m_devices);
     m_panelDock = addDock(QStringLiteral("panelDock"), Qt::RightDockWidgetArea, m_panel);
     m_logDock = addDock(QStringLiteral("logDock"), Qt::BottomDockWidgetArea, m_log);
-    m_panel->setMinimumWidth(panelMinimumWidth);
+    m_panel->setMinimumSize(panelMinimumWidth, panelMinimumHeight);
     m_panel->setProperty("profilerTypeCodes", QStringList(QStringLiteral("1")));
     m_panel->setProperty("structuredLightTypeCodes", QStringList(QStringLiteral("5")));
     m_devices->setContextMenuPolicy(Qt::CustomContextMenu);
