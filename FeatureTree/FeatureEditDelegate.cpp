@@ -106,10 +106,12 @@ void FeatureEditDelegate::paint(QPainter *painter, const QStyleOptionViewItem &v
     QStyledItemDelegate::paint(painter, viewItem, index);
     if (!nodeAt(index) || !isShownGray(itemAt(index)))
         return;
+    QStyle *style = QApplication::style();
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1; // as Qt indents the text of other cells
     QPalette palette = viewItem.palette;
     palette.setBrush(QPalette::Text, Qt::gray);
-    QApplication::style()->drawItemText(painter, viewItem.rect, Qt::AlignLeft | Qt::AlignVCenter, palette, true,
-                                        grayText(itemAt(index)->data(index.column())), QPalette::Text);
+    style->drawItemText(painter, viewItem.rect.adjusted(margin, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, palette,
+                        true, grayText(itemAt(index)->data(index.column())), QPalette::Text);
 }
 
 bool FeatureEditDelegate::isEditable(const QModelIndex &index) const

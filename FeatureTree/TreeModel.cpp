@@ -132,7 +132,7 @@ QModelIndex TreeModel::parent(const QModelIndex &index) const
 
 int TreeModel::rowCount(const QModelIndex &parent) const
 {
-    return getItem(parent)->childCount();
+    return parent.column() > 0 ? 0 : getItem(parent)->childCount();
 }
 
 int TreeModel::columnCount(const QModelIndex &) const

@@ -24,7 +24,7 @@ public:
         Mask = 0x020,
         Mac = 0x028,
         Flags = 0x030,
-        Address4 = 0x034,
+        Address4 = 0x050,
         Big = 0x038,
         LineRate = 0x040,
         Temperature = 0x048,

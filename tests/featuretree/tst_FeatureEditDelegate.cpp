@@ -371,7 +371,8 @@ QImage tst_FeatureEditDelegate::painted(const QModelIndex &index, const QString 
         delegate->paint(&painter, option, index);
     } else {
         painter.setPen(Qt::gray);
-        painter.drawText(option.rect, Qt::AlignLeft | Qt::AlignVCenter, overlay);
+        const int margin = QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+        painter.drawText(option.rect.adjusted(margin, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, overlay);
     }
     return image;
 }

@@ -280,6 +280,7 @@ void tst_TreeModel::headersAndFlags()
     TestModel test(camera);
     QCOMPARE(test.model.headerData(0, Qt::Horizontal).toString(), QStringLiteral("Feature"));
     QCOMPARE(test.model.headerData(0, Qt::Vertical), QVariant());
+    qRegisterMetaType<Qt::Orientation>();
     QSignalSpy spy(&test.model, &TreeModel::headerDataChanged);
     QVERIFY(test.model.setHeaderData(1, Qt::Horizontal, QStringLiteral("V")));
     QVERIFY(!test.model.setHeaderData(1, Qt::Horizontal, QStringLiteral("V"), Qt::DisplayRole));
