@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "support/MemoryPort.h"
+
+#include <GenApi/GenApi.h>
+#include <GenApi/NodeMapFactory.h>
+
+#include <string>
+
+/// A node map of a description written in a test, connected to a memory device.
+class Camera
+{
+public:
+    /// \param nodes the elements of the description; the port "Device" is added
+    explicit Camera(const std::string &nodes)
+    {
+        const std::string text =
+            "<RegisterDescription ModelName=\"Test\">" + nodes + "<Port Name=\"Device\"/></RegisterDescription>";
+        GenApi::CNodeMapFactory factory(GenApi::ContentType_Xml, text.data(), text.size());
+        map = factory.CreateNodeMap("camera");
+        map->Connect(&port);
+    }
+    ~Camera() { GenApi::CastToIDestroy(map)->Destroy(); }
+    Camera(const Camera &) = delete;
+    Camera &operator=(const Camera &) = delete;
+
+    GenApi::INode *node(const char *name) const { return map->GetNode(name); }
+    GenApi::CIntegerPtr integer(const char *name) const { return node(name); }
+    GenApi::CFloatPtr real(const char *name) const { return node(name); }
+    GenApi::CBooleanPtr boolean(const char *name) const { return node(name); }
+    GenApi::CEnumerationPtr enumeration(const char *name) const { return node(name); }
+    GenApi::CStringPtr string(const char *name) const { return node(name); }
+    GenApi::CCommandPtr command(const char *name) const { return node(name); }
+    GenApi::CValuePtr value(const char *name) const { return node(name); }
+    GenApi::EAccessMode access(const char *name) const { return node(name)->GetAccessMode(); }
+
+    MemoryPort port;
+    GenApi::INodeMap *map = nullptr;
+};
+
+/// An IntReg, little-endian and unsigned unless `more` says otherwise.
+inline std::string intReg(const char *name, const char *address, const std::string &more = "", int length = 4,
+                          const char *mode = "RW")
+{
+    const bool isBig = more.find("<Endianess>") != std::string::npos;
+    return std::string("<IntReg Name=\"") + name + "\"><Address>" + address + "</Address><Length>"
+        + std::to_string(length) + "</Length><AccessMode>" + mode + "</AccessMode><pPort>Device</pPort>"
+        + (isBig ? "" : "<Endianess>LittleEndian</Endianess>") + more + "</IntReg>";
+}
+
+/// An Integer over an IntReg of the same name with "Reg" behind.
+inline std::string integer(const char *name, const char *address, const std::string &more = "",
+                           const std::string &ofRegister = "")
+{
+    const std::string registerName = std::string(name) + "Reg";
+    return std::string("<Integer Name=\"") + name + "\"><pValue>" + registerName + "</pValue>" + more + "</Integer>"
+        + intReg(registerName.c_str(), address, ofRegister);
+}
+
+/// The description of the GenICam exception that the action throws, after its class; "" if it throws none.
+template <class Action>
+std::string thrownBy(Action action)
+{
+    const auto text = [](const char *kind, const GenICam::GenericException &e) {
+        return std::string(kind) + ": " + e.GetDescription();
+    };
+    try {
+        action();
+    } catch (const GenICam::AccessException &e) {
+        return text("Access", e);
+    } catch (const GenICam::OutOfRangeException &e) {
+        return text("OutOfRange", e);
+    } catch (const GenICam::InvalidArgumentException &e) {
+        return text("InvalidArgument", e);
+    } catch (const GenICam::TimeoutException &e) {
+        return text("Timeout", e);
+    } catch (const GenICam::LogicalErrorException &e) {
+        return text("LogicalError", e);
+    } catch (const GenICam::RuntimeException &e) {
+        return text("Runtime", e);
+    } catch (const std::exception &e) {
+        return std::string("std: ") + e.what();
+    }
+    return {};
+}

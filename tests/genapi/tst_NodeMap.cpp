@@ -1,0 +1,265 @@
+// SPDX-License-Identifier: MIT
+// The map as a whole: names, order, features, the graph, and descriptions that are wrong.
+#include "Camera.h"
+
+#include <QTest>
+
+using namespace GenApi;
+
+namespace {
+
+QByteArray namesOf(const NodeList_t &nodes)
+{
+    QByteArray names;
+    for (INode *node : nodes)
+        names += (names.isEmpty() ? "" : " ") + QByteArray(node->GetName().c_str());
+    return names;
+}
+
+} // namespace
+
+class tst_NodeMap : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void listsNodesByFirstMention();
+    void findsNodesByName();
+    void featuresAreReachableFromRoot();
+    void categoriesTakeTheirVisibilityFromTheirFeatures();
+    void linksGiveParentsAndChildren();
+    void propertiesTellWhatTheDescriptionSays();
+    void wrongDescriptionsAreRefusedWithAText_data();
+    void wrongDescriptionsAreRefusedWithAText();
+    void wrongNodesCostThemselvesOnly_data();
+    void wrongNodesCostThemselvesOnly();
+    void endlessLinksNeverRecurse_data();
+    void endlessLinksNeverRecurse();
+    void longChainsEndInAnError();
+};
+
+void tst_NodeMap::listsNodesByFirstMention()
+{
+    const Camera camera("<Integer Name=\"B\"><Value>1</Value><pMax>D</pMax></Integer>"
+                        "<Group><Integer Name=\"A\"><Value>2</Value></Integer></Group>"
+                        "<Integer Name=\"D\"><Value>4</Value></Integer>"
+                        "<Enumeration Name=\"E\"><EnumEntry Name=\"X\"><Value>0</Value></EnumEntry><Value>0</Value>"
+                        "</Enumeration><Category Name=\"Root\"><pFeature>A</pFeature></Category>");
+    NodeList_t nodes;
+    camera.map->GetNodes(nodes);
+    QCOMPARE(namesOf(nodes), QByteArray("B D A E EnumEntry_E_X Root Device"));
+    QCOMPARE(camera.port.reads, 0u);
+}
+
+void tst_NodeMap::findsNodesByName()
+{
+    const Camera camera("<Integer Name=\"Width\" NameSpace=\"Standard\"><Value>1</Value></Integer>");
+    QVERIFY(camera.node("Width"));
+    QCOMPARE(camera.node("Std::Width"), camera.node("Width"));
+    QVERIFY(!camera.node("Cust::Width"));
+    QVERIFY(!camera.node("width"));
+    QVERIFY(!camera.node(""));
+    QCOMPARE(camera.node("Width")->GetNodeMap(), camera.map);
+}
+
+void tst_NodeMap::featuresAreReachableFromRoot()
+{
+    const Camera camera("<Category Name=\"Root\"><pFeature>Sub</pFeature></Category>"
+                        "<Category Name=\"Sub\"><pFeature>Inside</pFeature></Category>"
+                        "<Category Name=\"Orphan\"><pFeature>Outside</pFeature></Category>"
+                        + integer("Inside", "0") + integer("Outside", "4"));
+    for (const char *name : {"Root", "Sub", "Inside"})
+        QVERIFY2(camera.node(name)->IsFeature(), name);
+    for (const char *name : {"InsideReg", "Orphan", "Outside", "Device"})
+        QVERIFY2(!camera.node(name)->IsFeature(), name);
+}
+
+void tst_NodeMap::categoriesTakeTheirVisibilityFromTheirFeatures()
+{
+    const Camera camera("<Category Name=\"Root\"><pFeature>Gurus</pFeature><pFeature>Empty</pFeature></Category>"
+                        "<Category Name=\"Gurus\"><Visibility>Beginner</Visibility><pFeature>G</pFeature></Category>"
+                        "<Category Name=\"Hidden\"><Visibility>Invisible</Visibility><pFeature>B</pFeature></Category>"
+                        "<Category Name=\"Empty\"/>"
+                        "<Integer Name=\"G\"><Visibility>Guru</Visibility><Value>1</Value></Integer>"
+                        "<Integer Name=\"B\"><Value>1</Value></Integer>");
+    QCOMPARE(camera.node("Gurus")->GetVisibility(), Guru);
+    QCOMPARE(camera.node("Root")->GetVisibility(), Guru);
+    QCOMPARE(camera.node("Hidden")->GetVisibility(), Beginner);
+    QCOMPARE(camera.node("Empty")->GetVisibility(), Invisible);
+    QCOMPARE(camera.access("Empty"), NI);
+    QCOMPARE(camera.access("Gurus"), RO);
+}
+
+void tst_NodeMap::linksGiveParentsAndChildren()
+{
+    const Camera camera("<Category Name=\"Root\"><pFeature>W</pFeature></Category>"
+                        + integer("W", "0", "<pMax>M</pMax><pSelected>S</pSelected><pIsLocked>L</pIsLocked>")
+                        + integer("M", "4") + integer("S", "8", "", "<pInvalidator>M</pInvalidator>")
+                        + integer("L", "12"));
+    NodeList_t list;
+    camera.node("W")->GetChildren(list);
+    QCOMPARE(namesOf(list), QByteArray("WReg M L"));
+    camera.node("M")->GetParents(list);
+    QCOMPARE(namesOf(list), QByteArray("W"));
+    camera.node("W")->GetChildren(list, ctTerminalNodes);
+    QCOMPARE(namesOf(list), QByteArray("WReg"));
+    CSelectorPtr selector(camera.node("W"));
+    FeatureList_t selected;
+    selector->GetSelectedFeatures(selected);
+    QCOMPARE(selected.size(), size_t(1));
+    QCOMPARE(QByteArray(selected[0]->GetNode()->GetName()), QByteArray("S"));
+}
+
+void tst_NodeMap::propertiesTellWhatTheDescriptionSays()
+{
+    const Camera camera("<Integer Name=\"A\" NameSpace=\"Standard\"><Streamable>Yes</Streamable>"
+                        "<pIsAvailable>B</pIsAvailable><Value>3</Value></Integer>"
+                        "<Integer Name=\"B\"><Value>1</Value></Integer>");
+    const auto property = [&](const char *name) {
+        gcstring value("old"), attribute("old");
+        const bool isFound = camera.node("A")->GetProperty(name, value, attribute);
+        return QByteArray(isFound ? "" : "none:") + value.c_str() + attribute.c_str();
+    };
+    QCOMPARE(property("NodeType"), QByteArray("Integer"));
+    QCOMPARE(property("NameSpace"), QByteArray("Standard"));
+    QCOMPARE(property("Visibility"), QByteArray("Beginner"));
+    QCOMPARE(property("Streamable"), QByteArray("Yes"));
+    QCOMPARE(property("pIsAvailable"), QByteArray("B"));
+    QCOMPARE(property("Value"), QByteArray("3"));
+    QCOMPARE(property("Interface"), QByteArray("none:"));
+}
+
+void tst_NodeMap::wrongDescriptionsAreRefusedWithAText_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("no markup") << QByteArray("this is no camera description");
+    QTest::newRow("other XML") << QByteArray("<html><body/></html>");
+    QTest::newRow("cut off") << QByteArray("<RegisterDescription><Integer Name=\"A\"><Value>1");
+    QTest::newRow("crossed tags") << QByteArray("<RegisterDescription><Group></RegisterDescription></Group>");
+}
+
+void tst_NodeMap::wrongDescriptionsAreRefusedWithAText()
+{
+    QFETCH(QByteArray, text);
+    CNodeMapFactory factory(ContentType_Xml, text.constData(), static_cast<size_t>(text.size()));
+    const std::string thrown = thrownBy([&] { factory.CreateNodeMap(); });
+    QVERIFY2(thrown.rfind("Runtime: ", 0) == 0 && thrown.size() > 15, thrown.c_str());
+}
+
+void tst_NodeMap::wrongNodesCostThemselvesOnly_data()
+{
+    QTest::addColumn<QByteArray>("nodes");
+    const QByteArray string = "<String Name=\"Text\"><Value>x</Value></String>";
+    QTest::newRow("dangling pValue") << QByteArray("<Integer Name=\"Bad\"><pValue>No</pValue></Integer>");
+    QTest::newRow("dangling gate") << QByteArray(
+        "<Integer Name=\"Bad\"><pIsAvailable>No</pIsAvailable><Value>1</Value></Integer>");
+    QTest::newRow("dangling limit") << QByteArray("<Integer Name=\"Bad\"><Value>1</Value><pMax>No</pMax></Integer>");
+    QTest::newRow("no port") << QByteArray("<IntReg Name=\"Bad\"><Address>0</Address><Length>4</Length></IntReg>");
+    QTest::newRow("port that is none") << QByteArray(
+        "<IntReg Name=\"Bad\"><Address>0</Address><Length>4</Length><pPort>Good</pPort></IntReg>");
+    QTest::newRow("text as a number") << QByteArray("<Integer Name=\"Bad\"><pValue>Text</pValue></Integer>") + string;
+    QTest::newRow("text as a gate")
+        << QByteArray("<Integer Name=\"Bad\"><pIsLocked>Text</pIsLocked><Value>1</Value></Integer>") + string;
+    QTest::newRow("formula that is none")
+        << QByteArray("<IntSwissKnife Name=\"Bad\"><Formula>1 + (</Formula></IntSwissKnife>");
+    QTest::newRow("undeclared variable") << QByteArray(
+        "<IntSwissKnife Name=\"Bad\"><Formula>UNKNOWN * 2</Formula></IntSwissKnife>");
+    QTest::newRow("endless expressions") << QByteArray(
+        "<IntSwissKnife Name=\"Bad\"><Expression Name=\"P\">Q</Expression>"
+        "<Expression Name=\"Q\">P</Expression><Formula>P</Formula></IntSwissKnife>");
+    QTest::newRow("converter without target")
+        << QByteArray("<Converter Name=\"Bad\"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom></Converter>");
+    QTest::newRow("unknown element, no name, name twice")
+        << QByteArray("<Gadget Name=\"x\"/><Integer/><Integer Name=\"Good\"><Value>9</Value></Integer>"
+                      "<Integer Name=\"Bad\"><pValue>No</pValue></Integer>");
+}
+
+void tst_NodeMap::wrongNodesCostThemselvesOnly()
+{
+    QFETCH(QByteArray, nodes);
+    const Camera camera("<Integer Name=\"Good\"><Value>7</Value></Integer>" + nodes.toStdString());
+    QCOMPARE(camera.access("Bad"), NA);
+    QVERIFY(thrownBy([&] { camera.value("Bad")->ToString(); }).rfind("Access: ", 0) == 0);
+    QVERIFY(!thrownBy([&] { camera.value("Bad")->FromString("1"); }).empty());
+    QCOMPARE(camera.integer("Good")->GetValue(), int64_t(7));
+}
+
+void tst_NodeMap::endlessLinksNeverRecurse_data()
+{
+    QTest::addColumn<QByteArray>("nodes");
+    QTest::addColumn<int>("access");
+    QTest::newRow("value of itself") << QByteArray("<Integer Name=\"A\"><pValue>A</pValue></Integer>") << int(NA);
+    QTest::newRow("values in a ring") << QByteArray(
+        "<Integer Name=\"A\"><pValue>B</pValue></Integer><Float Name=\"B\"><pValue>A</pValue></Float>")
+                                      << int(NA);
+    QTest::newRow("formula of itself") << QByteArray(
+        "<IntSwissKnife Name=\"A\"><pVariable Name=\"X\">A</pVariable><Formula>X+1</Formula>"
+        "</IntSwissKnife>") << int(NA);
+    QTest::newRow("on a ring, not in it") << QByteArray(
+        "<Integer Name=\"A\"><pValue>B</pValue></Integer><Integer Name=\"B\"><pValue>B</pValue></Integer>")
+                                          << int(NA);
+    QTest::newRow("limits in a ring") << QByteArray("<Integer Name=\"A\"><Value>5</Value><pMax>B</pMax></Integer>"
+                                                    "<Integer Name=\"B\"><Value>7</Value><pMin>A</pMin></Integer>")
+                                      << int(RW);
+    QTest::newRow("limit through a formula on the limit")
+        << QByteArray("<Integer Name=\"A\"><Value>5</Value><pMax>B</pMax></Integer>"
+                      "<IntSwissKnife Name=\"B\"><pVariable Name=\"X.Max\">A</pVariable><Formula>X.Max</Formula>"
+                      "</IntSwissKnife>")
+        << int(RW);
+    QTest::newRow("gates in a ring") << QByteArray(
+        "<Integer Name=\"A\"><pIsAvailable>B</pIsAvailable><Value>1</Value></Integer>"
+        "<Integer Name=\"B\"><pIsAvailable>A</pIsAvailable><Value>1</Value></Integer>")
+                                     << int(RW);
+    QTest::newRow("categories in a ring")
+        << QByteArray("<Category Name=\"Root\"><pFeature>A</pFeature></Category>"
+                      "<Category Name=\"A\"><pFeature>Root</pFeature><pFeature>X</pFeature></Category>"
+                      "<Integer Name=\"X\"><Value>1</Value></Integer>")
+        << int(RO);
+    QTest::newRow("selects itself") << QByteArray(
+        "<Integer Name=\"A\"><Value>1</Value><pSelected>A</pSelected></Integer>")
+                                    << int(RW);
+}
+
+void tst_NodeMap::endlessLinksNeverRecurse()
+{
+    QFETCH(QByteArray, nodes);
+    QFETCH(int, access);
+    const Camera camera(nodes.toStdString() + integer("Good", "0"));
+    QCOMPARE(int(camera.access("A")), access);
+    CIntegerPtr a = camera.integer("A");
+    if (access == RW) {
+        a->SetValue(1);
+        QCOMPARE(a->GetValue(true), int64_t(1));
+        QVERIFY(a->GetMax() >= 1);
+    }
+    camera.node("A")->GetVisibility();
+    camera.node("A")->IsAccessModeCacheable();
+    camera.node("A")->InvalidateNode();
+    NodeList_t list;
+    camera.node("A")->GetChildren(list, ctTerminalNodes);
+    camera.integer("Good")->SetValue(3);
+    QCOMPARE(camera.integer("Good")->GetValue(), int64_t(3));
+}
+
+void tst_NodeMap::longChainsEndInAnError()
+{
+    std::string nodes = integer("N0", "0");
+    constexpr int length = 20000;
+    for (int i = 1; i < length; ++i) {
+        const std::string below = std::to_string(i - 1);
+        nodes += "<Integer Name=\"N" + std::to_string(i) + "\"><pValue>N" + below + "</pValue><pMax>N" + below
+            + "</pMax></Integer>";
+    }
+    const Camera camera(nodes);
+    const std::string last = "N" + std::to_string(length - 1);
+    QVERIFY(!thrownBy([&] { camera.integer(last.c_str())->GetValue(); }).empty());
+    thrownBy([&] { camera.integer(last.c_str())->GetMax(); });
+    camera.node(last.c_str())->GetCachingMode();
+    QCOMPARE(camera.integer("N30")->GetValue(), int64_t(0));
+    camera.integer("N0")->SetValue(4);
+    QCOMPARE(camera.integer("N30")->GetValue(), int64_t(4));
+}
+
+QTEST_GUILESS_MAIN(tst_NodeMap)
+#include "tst_NodeMap.moc"
