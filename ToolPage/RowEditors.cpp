@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QStyledItemDelegate>
 
 #include "ToolPage/NodeNumbers.h"
 #include "ToolPage/StyleSheets.h"
@@ -177,6 +178,7 @@ QWidget *makeEnumeration(GenApi::INode *node, QWidget *parent)
     auto comboBox = std::make_unique<QComboBox>(parent);
     showEnumeration(comboBox.get(), *GenApi::CEnumerationPtr(node));
     comboBox->setStyleSheet(StyleSheets::EnumerationList);
+    comboBox->setItemDelegate(new QStyledItemDelegate(comboBox.get())); // the default one ignores item styles
     new WheelFilter(comboBox.get());
     return comboBox.release();
 }

@@ -57,7 +57,9 @@ bool isSwitchContainer(const QWidget *editor)
 
 int minimumEditorWidth(const QWidget *editor)
 {
-    return editor ? qMax(editor->minimumWidth(), editor->minimumSizeHint().width()) : 0;
+    if (!editor)
+        return 0;
+    return editor->minimumWidth() > 0 ? editor->minimumWidth() : editor->minimumSizeHint().width();
 }
 
 bool isInUse(const QWidget *editor)

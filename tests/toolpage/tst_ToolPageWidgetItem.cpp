@@ -463,6 +463,7 @@ void tst_ToolPageWidgetItem::geometry_data()
     QTest::addColumn<int>("labelWidth");
     QTest::addColumn<QSize>("minimumEditor");
     QTest::newRow("spin box") << QByteArray("Width") << 601 << 280 << QSize(150, 34);
+    QTest::newRow("spin box of large numbers") << QByteArray("AcquisitionLineRate") << 400 << 180 << QSize(150, 34);
     QTest::newRow("combo box") << QByteArray("Selector") << 400 << 180 << QSize(150, 34);
     QTest::newRow("command") << QByteArray("Start") << 400 << 180 << QSize(150, 34);
     QTest::newRow("switch") << QByteArray("Power") << 320 << 140 << QSize(44, 20);
