@@ -3,6 +3,7 @@
 #include <cstring>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 #include <QElapsedTimer>
 #include <QSemaphore>
@@ -168,11 +169,11 @@ void tst_FailFastPort::writesFailFastToo()
 
 void tst_FailFastPort::probeEndsSilence()
 {
-    QVector<bool> states;
+    std::vector<int> states;
     std::mutex statesMutex;
     const auto note = [&](bool answering) {
         const std::lock_guard<std::mutex> lock(statesMutex);
-        states.append(answering);
+        states.push_back(answering);
     };
     const auto noted = [&] {
         const std::lock_guard<std::mutex> lock(statesMutex);
@@ -184,9 +185,9 @@ void tst_FailFastPort::probeEndsSilence()
     QVERIFY(!answers(port, 0x80));
     QTRY_VERIFY(script->accesses >= 4);
     QCOMPARE(script->lastAddress.load(), int64_t(0x40)); // probes read what could be read last
-    QCOMPARE(noted(), QVector<bool>({false}));
+    QCOMPARE(noted(), std::vector<int>({false}));
     script->behaviour = Script::Answer;
-    QTRY_COMPARE(noted(), QVector<bool>({false, true}));
+    QTRY_COMPARE(noted(), std::vector<int>({false, true}));
     QVERIFY(answers(port));
 }
 

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "Host/AravisDevice.h"
+#include "Host/NodeText.h"
+
+namespace {
+
+const QString cameraId = QStringLiteral("Fake_1");
+
+QString width(const Device &device)
+{
+    return readNodeText(*device.nodeMap(), QStringLiteral("Width"));
+}
+
+} // namespace
+
+/// Against the camera that Aravis simulates in the process.
+class tst_AravisDevice : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void openingAgainStartsAfresh();
+    void unknownCamerasDoNotOpen();
+    void framesArrive();
+    void closingEndsAcquisition();
+
+private:
+    std::unique_ptr<Device> make() const { return camera.create(); }
+
+    FoundDevice camera;
+};
+
+void tst_AravisDevice::initTestCase()
+{
+    for (const FoundDevice &found : aravisFinder(true)()) {
+        if (found.id == cameraId)
+            camera = found;
+    }
+    QVERIFY2(camera.create, "the fake camera is not found");
+    const std::unique_ptr<Device> device = make();
+    QCOMPARE(device->id(), cameraId);
+    QCOMPARE(device->property("transport").toString(), QStringLiteral("Fake"));
+    QVERIFY(!device->displayName().isEmpty());
+}
+
+void tst_AravisDevice::openingAgainStartsAfresh()
+{
+    const std::unique_ptr<Device> device = make();
+    QVERIFY(!device->nodeMap());
+    QString error;
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY2(device->open(&error), qPrintable(error));
+        QVERIFY(device->open(&error));
+        writeNodeText(*device->nodeMap(), QStringLiteral("Width"), QString::number(100 + i));
+        device->nodeMap()->InvalidateNodes();
+        QCOMPARE(width(*device), QString::number(100 + i));
+        device->close();
+        QVERIFY(!device->isOpen());
+        QVERIFY(!device->nodeMap());
+    }
+}
+
+void tst_AravisDevice::unknownCamerasDoNotOpen()
+{
+    AravisDevice device({QStringLiteral("Nobody-0"), QStringLiteral("nobody"), QString()});
+    QString error;
+    QVERIFY(!device.open(&error));
+    QVERIFY(!error.isEmpty());
+}
+
+void tst_AravisDevice::framesArrive()
+{
+    const std::unique_ptr<Device> device = make();
+    QString error;
+    QVERIFY2(device->open(&error), qPrintable(error));
+    writeNodeText(*device->nodeMap(), QStringLiteral("Width"), QStringLiteral("160"));
+    QSignalSpy frames(device.get(), &Device::frameReady);
+    QSignalSpy states(device.get(), &Device::acquiringChanged);
+    QVERIFY2(device->startAcquisition(&error), qPrintable(error));
+    QVERIFY(device->startAcquisition(&error));
+    QTRY_VERIFY(frames.size() >= 2);
+    QCOMPARE(frames.first().first().value<QImage>().width(), 160);
+    device->stopAcquisition();
+    QVERIFY(!device->isAcquiring());
+    QCoreApplication::processEvents(); // frames that were underway
+    const int received = frames.size();
+    QVERIFY2(device->startAcquisition(&error), qPrintable(error));
+    QTRY_VERIFY(frames.size() > received);
+    QCOMPARE(states.size(), 3);
+}
+
+void tst_AravisDevice::closingEndsAcquisition()
+{
+    const std::unique_ptr<Device> device = make();
+    QString error;
+    QVERIFY2(device->open(&error), qPrintable(error));
+    QSignalSpy states(device.get(), &Device::acquiringChanged);
+    QVERIFY2(device->startAcquisition(&error), qPrintable(error));
+    device->close();
+    QVERIFY(!device->isAcquiring());
+    QCOMPARE(states.size(), 2);
+    QCOMPARE(states.last().first().toBool(), false);
+}
+
+QTEST_GUILESS_MAIN(tst_AravisDevice)
+#include "tst_AravisDevice.moc"
