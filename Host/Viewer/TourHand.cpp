@@ -45,7 +45,7 @@ QPoint cellMiddle(QAbstractItemView *view, const QModelIndex &index)
 {
     view->scrollTo(index);
     TourHand::pause(glance);
-    return view->visualRect(index).center();
+    return (view->visualRect(index) & view->viewport()->rect()).center();
 }
 
 QString characterText(int key, Qt::KeyboardModifiers modifiers)

@@ -23,6 +23,8 @@
 
 namespace {
 
+constexpr int editorPatience = 1000; // ms; a click into the selected row opens its editor after a while
+
 template <typename Widget>
 Widget *part(const QWidget *panel, const char *name)
 {
@@ -165,6 +167,7 @@ QWidget *TourStage::openEditor(const QString &name)
     if (!index.isValid())
         return nullptr;
     TourHand::clickCell(tree(), index.siblingAtColumn(1));
+    TourHand::waitUntil([this] { return editor() != nullptr; }, editorPatience);
     return editor();
 }
 
