@@ -63,7 +63,7 @@ FeatureTreeView::FeatureTreeView(QWidget *parent)
     connect(refreshTimer, &QTimer::timeout, this, [this] { viewport()->update(); });
     refreshTimer->start(refreshMs);
     connect(delegate, &FeatureEditDelegate::CommandClicked, this, &FeatureTreeView::onCommandClicked);
-    connect(this, &QTreeView::expanded, this, &FeatureTreeView::updateViewItemVisiable);
+    connect(this, &QTreeView::expanded, this, &FeatureTreeView::onExpanded);
 
     header()->setSectionResizeMode(QHeaderView::Fixed);
     header()->setStretchLastSection(false);
@@ -121,6 +121,36 @@ void FeatureTreeView::hideRow(int row, const QModelIndex &parent, bool hide)
 {
     if (isRowHidden(row, parent) != hide)
         setRowHidden(row, parent, hide);
+}
+
+void FeatureTreeView::onExpanded(const QModelIndex &index)
+{
+    if (expansion == Idle)
+        updateViewItemVisiable(index);
+    else
+        expansion = Expanded;
+}
+
+void FeatureTreeView::expandAll()
+{
+    expansion = Expanding;
+    QTreeView::expandAll();
+    updateAfterExpanding();
+}
+
+void FeatureTreeView::expandToDepth(int depth)
+{
+    expansion = Expanding;
+    QTreeView::expandToDepth(depth);
+    updateAfterExpanding();
+}
+
+void FeatureTreeView::updateAfterExpanding()
+{
+    const bool hasOpened = expansion == Expanded;
+    expansion = Idle;
+    if (hasOpened)
+        updateViewItemVisiable(model()->index(0, 0));
 }
 
 void FeatureTreeView::setViewDataDisable()

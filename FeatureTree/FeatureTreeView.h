@@ -30,6 +30,9 @@ public:
     /// Applies level and filter to the rows under `parent` and to its own row; does nothing for an invalid index.
     /// Reads each availability node once.
     void updateViewItemVisiable(const QModelIndex &parent);
+    /// As QTreeView's, with one pass over the rows instead of one for each row that opens.
+    void expandAll();
+    void expandToDepth(int depth);
     /// To be called when the device is closed, with TreeModel::dataDisabled set: no node is touched any more.
     void setViewDataDisable();
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
@@ -58,6 +61,8 @@ protected:
 private:
     bool hideRowsOf(const QModelIndex &parent, VisibilityPass &pass);
     void hideRow(int row, const QModelIndex &parent, bool hide);
+    void onExpanded(const QModelIndex &index);
+    void updateAfterExpanding();
     void onCommandClicked();
     void runCommand(const QString &name, GenApi::INode *node);
 
@@ -65,4 +70,5 @@ private:
     FeatureEditDelegate *delegate;
     int visibilityLevel = 0;
     QString filterText;
+    enum { Idle, Expanding, Expanded } expansion = Idle; ///< of many rows at once, and whether one has opened
 };
