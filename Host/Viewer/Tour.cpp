@@ -27,6 +27,7 @@ int Tour::run()
     int number = 0;
     int failed = 0;
     for (const TourStep &step : tourSteps()) {
+        stage.leaveEditor();
         const bool walked = step.walk(stage);
         const bool passed = stage.expect(walked, QStringLiteral("it did not work"));
         const bool saved = stage.expect(save(++number, step.name), QStringLiteral("the screenshot cannot be saved"));

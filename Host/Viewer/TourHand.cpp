@@ -144,7 +144,7 @@ void retype(QWidget *field, const QString &text)
 
 bool choose(QComboBox *box, const QString &entry)
 {
-    const int row = box->findText(entry);
+    const int row = box->findText(entry, Qt::MatchStartsWith);
     if (row < 0)
         return false;
     if (!box->view()->isVisible())
@@ -152,7 +152,7 @@ bool choose(QComboBox *box, const QString &entry)
     pause(QApplication::doubleClickInterval() + glance); // a list takes no choice that follows its opening at once
     clickCell(box->view(), box->model()->index(row, box->modelColumn(), box->rootModelIndex()));
     pause(glance);
-    return box->currentText() == entry;
+    return box->currentText().startsWith(entry);
 }
 
 QImage screenshot(QWidget *window)

@@ -3,6 +3,7 @@
 
 #include <QAbstractSpinBox>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -152,6 +153,8 @@ bool TourStage::isShown(const QString &name) const
 
 QWidget *TourStage::editor() const
 {
+    if (!tree())
+        return nullptr;
     const QList<QWidget *> children =
         tree()->viewport()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget *child : children) {
@@ -171,8 +174,18 @@ QWidget *TourStage::openEditor(const QString &name)
     return editor();
 }
 
+bool TourStage::showEditor(const QString &name)
+{
+    QWidget *open = openEditor(name);
+    if (qobject_cast<QComboBox *>(open))
+        TourHand::click(open);
+    return open != nullptr;
+}
+
 void TourStage::leaveEditor()
 {
+    if (QWidget *list = QApplication::activePopupWidget())
+        list->close();
     if (QWidget *open = editor())
         TourHand::key(open, Qt::Key_Escape);
 }

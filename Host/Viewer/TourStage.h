@@ -49,7 +49,9 @@ public:
 
     /// Clicks the value of a feature and returns the editor that opens, else null.
     QWidget *openEditor(const QString &name);
-    /// Closes the open editor without a write.
+    /// The same; the list of a choice opens too. False when no editor opens.
+    bool showEditor(const QString &name);
+    /// Closes the open list and the open editor without a write.
     void leaveEditor();
     /// Edits the feature's value in the tree as a person would.
     bool edit(const QString &name, const QString &text);

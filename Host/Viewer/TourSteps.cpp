@@ -112,35 +112,40 @@ bool takesValue(TourStage &stage, const Edit &edit)
     return stage.expect(value == say(edit.expected), QStringLiteral("%1 is %2").arg(feature, value));
 }
 
+/// Takes the value and opens the editor again, for the picture.
+bool editsAgain(TourStage &stage, const Edit &edit)
+{
+    return takesValue(stage, edit)
+        && stage.expect(stage.showEditor(say(edit.feature)), say("the editor does not open again"));
+}
+
 bool editInteger(TourStage &stage)
 {
-    return takesValue(stage, {"Width", "640", "640"});
+    return editsAgain(stage, {"Width", "640", "640"});
 }
 
 bool editFloat(TourStage &stage)
 {
     const QString feature = say("ExposureTime");
     return stage.edit(feature, say("2500"))
-        && stage.expect(stage.value(feature).toDouble() == 2500.0, say("ExposureTime is not 2500"));
+        && stage.expect(stage.value(feature).toDouble() == 2500.0, say("ExposureTime is not 2500"))
+        && stage.expect(stage.showEditor(feature), say("the editor does not open again"));
 }
 
 bool editEnumeration(TourStage &stage)
 {
-    QWidget *open = stage.openEditor(say("TestPattern"));
-    stage.leaveEditor();
-    return stage.expect(qobject_cast<QComboBox *>(open), say("an enumeration has no list"))
-        && takesValue(stage, {"ExposureMode", "Timed", "Timed"}) && takesValue(stage, {"TriggerMode", "On", "On"})
-        && takesValue(stage, {"TriggerMode", "Off", "Off"});
+    return takesValue(stage, {"TriggerMode", "On", "On"}) && takesValue(stage, {"TriggerMode", "Off", "Off"})
+        && editsAgain(stage, {"GainAuto", "Off", "Off"});
 }
 
 bool editBoolean(TourStage &stage)
 {
-    return takesValue(stage, {"ReverseX", "True", "True"});
+    return editsAgain(stage, {"ReverseX", "True", "True"});
 }
 
 bool editText(TourStage &stage)
 {
-    return takesValue(stage, {"DeviceUserID", "Line 3 left", "Line 3 left"});
+    return editsAgain(stage, {"DeviceUserID", "Line 3 left", "Line 3 left"});
 }
 
 bool runCommand(TourStage &stage)
@@ -199,7 +204,8 @@ bool changeLanguage(TourStage &stage)
     stage.order(english ? Command::Chinese : Command::English);
     TourHand::pause(200);
     return stage.expect(stage.foldButton()->text() != button, say("the panel does not change its language"))
-        && stage.expect(stage.window().windowTitle() != title, say("the window does not change its language"));
+        && stage.expect(stage.window().windowTitle() != title, say("the window does not change its language"))
+        && stage.expect(stage.levelBox()->currentIndex() == 2, say("the level is forgotten"));
 }
 
 bool closeCamera(TourStage &stage)

@@ -241,6 +241,7 @@ void ViewerWindow::useLanguage(const QString &language)
 {
     m_translators.use(language);
     m_context.setLanguage(language);
+    m_context.setFocus(m_context.focus()); // the panel shows the level anew, which the new texts reset
     const bool english = language == QLatin1String("English");
     m_commands->action(english ? Command::English : Command::Chinese)->setChecked(true);
 }
