@@ -48,6 +48,7 @@ constexpr int FoldButtonWidthEnglish = 85;
 constexpr int FoldButtonWidthChinese = 60;
 constexpr int TreeStretch = 3;
 constexpr int DescriptionStretch = 1;
+constexpr int FirstHeight = 150;
 
 /// The tool boxes that hold pages of area-scan cameras; the fourth one is not one of them.
 constexpr int AreaScanToolBoxes = 3;
@@ -107,6 +108,8 @@ void ParamterWidget::setUpDescriptionPane()
     m_ui->widget_attrInfo->addWidget(tr("Parameter Description"), QString(), m_descriptionPane);
     m_ui->splitter->setStretchFactor(0, TreeStretch);
     m_ui->splitter->setStretchFactor(1, DescriptionStretch);
+    // The factors alone weigh the size hints of the two parts; these sizes make them the ratio of the heights.
+    m_ui->splitter->setSizes({TreeStretch * FirstHeight, DescriptionStretch * FirstHeight});
 }
 
 void ParamterWidget::setUpTabs()
