@@ -101,7 +101,7 @@ constexpr Register registers[] = {
     {"IntReg", "WidthMaxReg$", 0x38, 4, "RO", true, false, "", number, 2048, 1},
     {"IntReg", "PixelFormatReg$", 0x3C, 4, "RW", true, false, "", number, 17301505, 1},
     {"IntReg", "ExposureAutoReg$", 0x40, 4, "RW", true, true, "", number, 0, 1},
-    {"IntReg", "ExposureTimeReg$", 0x44, 4, "RW", true, false, "", number, 5000, 1},
+    {"IntReg", "ExposureTimeReg$", 0x44, 4, "RW", true, false, "", number, 5000000, 1},
     {"IntReg", "ExposureTargetReg$", 0x48, 4, "RW", true, false, "", number, 128, 1},
     {"MaskedIntReg", "FrameRateEnableReg$", 0x4C, 4, "RW", true, true, "", bit0, 1, 1},
     {"MaskedIntReg", "ReverseXReg$", 0x4C, 4, "RW", true, true, "", bit1, 1, 1},
