@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+// Descriptions that somebody broke at random: nothing crashes, hangs, or throws what is no exception of the interface.
+#include "Camera.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <random>
+#include <vector>
+
+using namespace GenApi;
+
+namespace {
+
+std::string original()
+{
+    std::string nodes =
+        "<Category Name=\"Root\"><pFeature>Sub</pFeature><pFeature>N0</pFeature></Category>"
+        "<Category Name=\"Sub\"><pFeature>Mode</pFeature><pFeature>Run</pFeature><pFeature>Text</pFeature></Category>"
+        "<Enumeration Name=\"Mode\"><EnumEntry Name=\"X\"><pIsAvailable>N1</pIsAvailable><Value>0</Value></EnumEntry>"
+        "<EnumEntry Name=\"Y\"><Value>1</Value></EnumEntry><pValue>R3</pValue><pSelected>N2</pSelected></Enumeration>"
+        "<Command Name=\"Run\"><pValue>R4</pValue><pCommandValue>N3</pCommandValue></Command>"
+        "<String Name=\"Text\"><pValue>TextReg</pValue></String><StringReg Name=\"TextReg\"><Address>0x80</Address>"
+        "<pIndex "
+        "Offset=\"8\">Mode</pIndex><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>"
+        "<Boolean Name=\"Flag\"><pIsLocked>N4</pIsLocked><pValue>R5</pValue></Boolean>"
+        "<Float Name=\"F\"><pValue>C</pValue><pMax>K</pMax></Float><Converter Name=\"C\"><pVariable "
+        "Name=\"V\">N5</pVariable>"
+        "<FormulaTo>FROM * V</FormulaTo><FormulaFrom>TO / V</FormulaFrom><pValue>R6</pValue></Converter>"
+        "<SwissKnife Name=\"K\"><pVariable Name=\"A\">N6</pVariable><pVariable Name=\"B.Max\">N7</pVariable>"
+        "<Formula>(A &gt; 3) ? B.Max : A * 2</Formula></SwissKnife>";
+    for (int i = 0; i < 8; ++i) {
+        const std::string n = std::to_string(i), next = std::to_string((i + 1) % 8);
+        nodes += "<Integer Name=\"N" + n + "\"><pInvalidator>Run</pInvalidator><pValue>R" + n + "</pValue><pMax>R"
+            + next + "</pMax></Integer>" + intReg(("R" + n).c_str(), std::to_string(16 * i).c_str(), "", 1 + i);
+    }
+    return nodes;
+}
+
+class Mutator
+{
+public:
+    explicit Mutator(unsigned seed) : m_random(seed) { }
+
+    std::string mutated(std::string text)
+    {
+        for (std::size_t n = 1 + pick(6); n > 0; --n) {
+            switch (pick(12)) {
+            case 0:
+                text[pick(text.size())] = static_cast<char>(m_random());
+                break;
+            case 1:
+                text.erase(pick(text.size()), pick(60));
+                break;
+            case 2:
+                text.insert(pick(text.size()), text.substr(pick(text.size()), pick(300)));
+                break;
+            default:
+                relink(text);
+            }
+        }
+        return text;
+    }
+
+private:
+    std::size_t pick(std::size_t count) { return count ? m_random() % count : 0; }
+
+    // Lets one link lead to another node.
+    void relink(std::string &text)
+    {
+        const std::size_t link = text.find("<p", pick(text.size()));
+        const std::size_t begin = link == std::string::npos ? link : text.find('>', link);
+        const std::size_t end = begin == std::string::npos ? begin : text.find('<', begin);
+        const std::size_t name = text.find("Name=\"", pick(text.size()));
+        if (end == std::string::npos || name == std::string::npos)
+            return;
+        const std::string target = text.substr(name + 6, text.find('"', name + 6) - name - 6);
+        text.replace(begin + 1, end - begin - 1, target);
+    }
+
+    std::mt19937 m_random;
+};
+
+// Uses everything of every node; what it throws must be an exception of the interface or the port's.
+void exercise(Camera &camera)
+{
+    NodeList_t nodes;
+    camera.map->GetNodes(nodes);
+    for (INode *node : nodes) {
+        NodeList_t list;
+        thrownBy([&] { node->GetAccessMode(); });
+        for (const ELinkType type :
+             {ctParentNodes, ctReadingChildren, ctWritingChildren, ctDependingNodes, ctTerminalNodes})
+            node->GetChildren(list, type);
+        node->GetVisibility();
+        node->GetCachingMode();
+        gcstring_vector names;
+        node->GetPropertyNames(names);
+        CValuePtr value(node);
+        if (value.IsValid()) {
+            thrownBy([&] { value->ToString(true, true); });
+            thrownBy([&] { value->FromString("1"); });
+            thrownBy([&] { value->FromString("2", false); });
+        }
+        CIntegerPtr integer(node);
+        CFloatPtr real(node);
+        if (integer.IsValid()) {
+            thrownBy([&] { integer->GetMin(); });
+            thrownBy([&] { integer->GetMax(); });
+        }
+        if (real.IsValid()) {
+            thrownBy([&] { real->GetMin(); });
+            thrownBy([&] { real->GetMax(); });
+        }
+        thrownBy([&] { node->InvalidateNode(); });
+    }
+    thrownBy([&] { camera.map->Poll(1000); });
+    thrownBy([&] { camera.map->InvalidateNodes(); });
+}
+
+} // namespace
+
+class tst_DescriptionFuzz : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void survivesBrokenDescriptions();
+};
+
+void tst_DescriptionFuzz::survivesBrokenDescriptions()
+{
+    const std::string text = original();
+    Mutator mutator(20261122);
+    int loaded = 0;
+    for (int i = 0; i < 400; ++i) {
+        const std::string broken = mutator.mutated(text);
+        QElapsedTimer timer;
+        timer.start();
+        const std::string thrown = thrownBy([&] {
+            Camera camera(broken);
+            ++loaded;
+            camera.port.readFault = i % 5 ? MemoryPort::Fault::None : MemoryPort::Fault::Timeout;
+            exercise(camera);
+        });
+        QVERIFY2(thrown.empty() || thrown.rfind("Runtime: ", 0) == 0, thrown.c_str());
+        QVERIFY2(timer.elapsed() < 5000, broken.c_str());
+    }
+    QVERIFY(loaded > 100);
+    QVERIFY(loaded < 400);
+}
+
+QTEST_GUILESS_MAIN(tst_DescriptionFuzz)
+#include "tst_DescriptionFuzz.moc"
