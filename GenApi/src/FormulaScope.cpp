@@ -11,8 +11,9 @@ namespace NodeEngine {
 
 namespace {
 
-// Expressions may use each other, but not without end.
+// Expressions may use each other, but not without end, nor so often that a formula takes seconds.
 constexpr int deepestExpression = 30;
+constexpr int mostExpressions = 2000;
 
 } // namespace
 
@@ -45,6 +46,7 @@ FormulaScope::Bound *FormulaScope::bound(Tag formula)
             return known.get();
     }
     std::unique_ptr<Bound> fresh;
+    m_expressionUses = 0;
     try {
         fresh = bind(m_owner.text(formula), 0);
     } catch (const FormulaError &error) {
@@ -89,7 +91,7 @@ FormulaScope::Binding FormulaScope::bindingOf(std::string_view name, int depth)
     }
     const auto expression = std::find_if(m_expressions.begin(), m_expressions.end(), isName);
     if (expression != m_expressions.end()) {
-        if (depth == deepestExpression)
+        if (depth == deepestExpression || ++m_expressionUses > mostExpressions)
             throw FormulaError("its expressions use each other without end");
         binding.kind = Binding::Expression;
         binding.expression = bind(expression->text, depth + 1);

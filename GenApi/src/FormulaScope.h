@@ -67,6 +67,7 @@ private:
     Node &m_owner;
     std::vector<Named> m_constants;
     std::vector<Named> m_expressions;
+    int m_expressionUses = 0; ///< in the formula that is being bound
     std::vector<std::pair<Tag, std::unique_ptr<Bound>>> m_bound;
 };
 
