@@ -114,6 +114,14 @@ void FeatureEditDelegate::paint(QPainter *painter, const QStyleOptionViewItem &v
                         true, grayText(itemAt(index)->data(index.column())), QPalette::Text);
 }
 
+/// A command's button is transparent, so the text of a cell is left out while its editor is open.
+void FeatureEditDelegate::initStyleOption(QStyleOptionViewItem *viewItem, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(viewItem, index);
+    if (view && view->indexWidget(index))
+        viewItem->text.clear();
+}
+
 bool FeatureEditDelegate::isEditable(const QModelIndex &index) const
 {
     bool isUsable = false;
@@ -126,11 +134,17 @@ QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionVi
                                            const QModelIndex &index) const
 {
     GenApi::INode *node = index.column() == valueColumn ? nodeAt(index) : nullptr;
+    if (!node)
+        return nullptr;
     QWidget *editor = nullptr;
-    if (node) {
-        guardNode([&] { editor = FeatureEditors::make(usableEditor(node), FeatureKinds::nodeName(node), parent); },
-                  logGenICam, logFault);
-    }
+    EditorKind kind = EditorKind::None;
+    const auto make = [&] {
+        kind = usableEditor(node);
+        editor = FeatureEditors::make(kind, FeatureKinds::nodeName(node), parent);
+    };
+    if (!guardNode(make, logGenICam, logFault) || !editor)
+        return nullptr;
+    editor->setProperty(loadedValue, FeatureEditors::value(editor, kind));
     auto *self = const_cast<FeatureEditDelegate *>(this);
     if (auto *button = qobject_cast<QPushButton *>(editor))
         connect(button, &QPushButton::clicked, this, &FeatureEditDelegate::CommandClicked);
@@ -148,16 +162,17 @@ void FeatureEditDelegate::commitChoice(QWidget *list)
 void FeatureEditDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
 {
     GenApi::INode *node = nodeAt(index);
-    EditorKind kind = EditorKind::None;
     if (!node)
         return;
+    EditorKind kind = EditorKind::None;
     guardNode([&] {
         if (!FeatureKinds::isWritable(node))
             return;
         kind = FeatureKinds::editorKind(node);
         FeatureEditors::fill(editor, kind, node);
     });
-    editor->setProperty(loadedValue, FeatureEditors::value(editor, kind));
+    if (kind != EditorKind::None)
+        editor->setProperty(loadedValue, FeatureEditors::value(editor, kind));
 }
 
 void FeatureEditDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const

@@ -47,6 +47,7 @@ public Q_SLOTS:
     bool cellEntered(const QModelIndex &index);
 
 protected:
+    void initStyleOption(QStyleOptionViewItem *viewItem, const QModelIndex &index) const override;
     bool eventFilter(QObject *editor, QEvent *event) override;
 
 private:
@@ -55,7 +56,7 @@ private:
     bool isShownGray(TreeItem *item) const;
     void commitChoice(QWidget *list);
 
-    [[maybe_unused]] QTreeView *view; ///< the parent, if it is one
+    QTreeView *view; ///< the parent, if it is one
     bool isHovering = false;
     QModelIndex hoverIndex;
 };

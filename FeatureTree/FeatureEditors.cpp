@@ -61,7 +61,6 @@ QWidget *makeButton(QWidget *parent)
 {
     auto *button = new QPushButton(QStringLiteral("Execute"), parent);
     button->setStyleSheet(buttonStyle);
-    button->setAutoFillBackground(true); // covers the cell's own text
     button->setAutoDefault(true); // Enter presses it, as Space does
     return button;
 }

@@ -293,6 +293,17 @@ void tst_FeatureEditDelegate::editorOfAFailedReadWritesNothing()
     camera->port.readFault = MemoryPort::Fault::None;
     delegate->setModelData(editor, model.get(), cell("Uncached"));
     QCOMPARE(camera->port.writes, 0u);
+
+    camera->port.poke(TestCamera::Switch, 1);
+    camera->map->InvalidateNodes();
+    editor = delegate->createEditor(window.get(), QStyleOptionViewItem(), cell("Gated"));
+    QVERIFY(editor);
+    camera->map->InvalidateNodes();
+    camera->port.readFault = MemoryPort::Fault::Timeout;
+    delegate->setEditorData(editor, cell("Gated"));
+    camera->port.readFault = MemoryPort::Fault::None;
+    delegate->setModelData(editor, model.get(), cell("Gated"));
+    QCOMPARE(model->getItem(cell("Gated"))->data(1), QVariant(qint64(1)));
 }
 
 void tst_FeatureEditDelegate::choiceIsCommittedAtOnce()

@@ -362,6 +362,8 @@ void tst_FeatureTreeView::runsCommand()
     QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("Start"));
     QTest::keyClick(button, Qt::Key_Space);
     QCOMPARE(camera->port.writes, 2u);
+    QTest::keyClick(button, Qt::Key_Return);
+    QCOMPARE(camera->port.writes, 3u);
 }
 
 void tst_FeatureTreeView::triggerAndReset()
@@ -429,7 +431,7 @@ void tst_FeatureTreeView::repaintReadsOnlyWhatIsNotCached()
 {
     QTest::qWait(10);
     camera->port.resetCounters();
-    QTRY_VERIFY(camera->port.readsOf(TestCamera::Uncached) == 1);
+    QTRY_VERIFY(camera->port.readsOf(TestCamera::Uncached) > 0);
     QCOMPARE(camera->port.reads,
              camera->port.readsOf(TestCamera::Uncached) + camera->port.readsOf(TestCamera::LineRate));
     view->hide();

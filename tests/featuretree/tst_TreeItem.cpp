@@ -54,6 +54,7 @@ private Q_SLOTS:
     void availabilityFollowsTheDevice();
     void passReadsEachSwitchOnce();
     void brokenSwitch();
+    void switchThatDoesNotExistShowsTheRow();
     void faultyNodeNeverThrows_data();
     void faultyNodeNeverThrows();
 
@@ -406,6 +407,16 @@ void tst_TreeItem::brokenSwitch()
     camera->port.readFault = MemoryPort::Fault::Foreign;
     QVERIFY(item->getVisiable(0, QString()));
     QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
+}
+
+void tst_TreeItem::switchThatDoesNotExistShowsTheRow()
+{
+    const TestCamera other(TestCamera::description("<Category Name=\"Root\"><pFeature>Some</pFeature></Category>"
+                                                   "<Integer Name=\"Some\"><pIsAvailable>Missing</pIsAvailable>"
+                                                   "<Value>1</Value></Integer>"));
+    TreeItem some(cells(QStringLiteral("Some")));
+    some.SetFeature(other.node("Some"));
+    QVERIFY(some.getVisiable(0, QString()));
 }
 
 void tst_TreeItem::faultyNodeNeverThrows_data()
