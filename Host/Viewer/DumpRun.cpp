@@ -5,6 +5,7 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <iostream>
 
 #include "Host/DescriptionDevice.h"
 #include "Host/FeatureDump.h"
@@ -52,6 +53,7 @@ int runDump(HostContext &context, const ViewerOptions &options)
         errors << (context.device(id) ? "Cannot open " : "There is no device ") << id << '\n';
         return 1;
     }
+    std::cout.rdbuf(std::cerr.rdbuf()); // the feature tree reports unreadable features there
     QTextStream out(stdout);
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     out.setCodec("UTF-8");

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -165,6 +166,18 @@ bool refuseWrite(TourStage &stage)
         && stage.expect(stage.isLogged(say("Width")), say("the refused write is not logged"));
 }
 
+bool hideTab(TourStage &stage)
+{
+    stage.order(Command::ShowCommonTab);
+    const int hidden = stage.tabs()->count();
+    stage.order(Command::ShowCommonTab);
+    QMenuBar *bar = stage.window().menuBar();
+    TourHand::click(bar, bar->actionGeometry(bar->actions().at(1)).center());
+    return stage.expect(hidden == 1, say("the common tab is not hidden"))
+        && stage.expect(stage.tabs()->count() == 2, say("the common tab does not come back"))
+        && stage.openTab(attributeTab);
+}
+
 bool startAcquisition(TourStage &stage)
 {
     const Device &camera = *stage.simulated(false);
@@ -250,6 +263,7 @@ const std::vector<TourStep> &tourSteps()
         {"edit-text", editText},
         {"command", runCommand},
         {"write-refused", refuseWrite},
+        {"view-menu", hideTab},
         {"acquisition", startAcquisition},
         {"zoom", zoomImage},
         {"card-focused", changeFocus},

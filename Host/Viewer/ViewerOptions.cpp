@@ -61,7 +61,7 @@ ViewerOptions ViewerOptions::parse(const QStringList &arguments)
     addOptions(parser);
     ViewerOptions result;
     if (!parser.parse(arguments))
-        result.error = parser.errorText() + QLatin1Char('.');
+        result.error = parser.errorText();
     else if (!parser.positionalArguments().isEmpty())
         result.error = QStringLiteral("Unexpected argument \"%1\".").arg(parser.positionalArguments().first());
     for (const OptionSpec &spec : specs) {

@@ -34,6 +34,7 @@ constexpr char styleSheet[] = "QToolBar { border: none; border-bottom: 1px solid
                               "QMainWindow::separator { background: #e1e1e1; width: 4px; height: 4px; }"
                               "QDockWidget::title { background: #e1e1e1; padding: 6px 8px; }"
                               "QStatusBar::item { border: none; }"
+                              "QComboBox { combobox-popup: 0; }"
                               "#deviceTree::item { min-height: 28px; padding-left: 4px; }"
                               "#deviceTree QHeaderView::section, #logView QHeaderView::section {"
                               " background: #ececec; border: none; border-bottom: 1px solid #d8d8d8; padding: 4px; }"
