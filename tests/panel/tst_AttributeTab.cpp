@@ -9,6 +9,7 @@
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeModel.h"
 #include "PanelDescription.h"
+#include "ParamterWidget/AttributeTab.h"
 #include "ParamterWidget/ParamterWidget.h"
 #include "support/FakeHostCore.h"
 #include "support/FatalMessages.h"
@@ -22,6 +23,8 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void levelTexts_data();
+    void levelTexts();
     void opensWithTheStoredLevel_data();
     void opensWithTheStoredLevel();
     void choosingALevel();
@@ -125,6 +128,30 @@ int tst_AttributeTab::expandedRows(const QModelIndex &parent) const
     return count;
 }
 
+void tst_AttributeTab::levelTexts_data()
+{
+    QTest::addColumn<QByteArray>("stored");
+    QTest::addColumn<int>("level");
+    QTest::newRow("Guru") << QByteArray("2") << 2;
+    QTest::newRow("empty") << QByteArray() << 0;
+    QTest::newRow("leading blanks") << QByteArray(" \t1") << 1;
+    QTest::newRow("trailing text") << QByteArray("1x") << 1;
+    QTest::newRow("sign") << QByteArray("+2") << 2;
+    QTest::newRow("no number") << QByteArray("Guru") << 0;
+    QTest::newRow("too high") << QByteArray("3") << 2;
+    QTest::newRow("negative") << QByteArray("-1") << 0;
+    QTest::newRow("huge") << QByteArray("99999999999999999999999") << 2;
+    QTest::newRow("hugely negative") << QByteArray("-99999999999999999999999") << 0;
+    QTest::newRow("beyond 32 bits") << QByteArray("4294967296") << 2;
+    QTest::newRow("hexadecimal") << QByteArray("0x2") << 0;
+}
+
+void tst_AttributeTab::levelTexts()
+{
+    QFETCH(QByteArray, stored);
+    QTEST(attributeLevelFromText(stored.toStdString()), "level");
+}
+
 void tst_AttributeTab::opensWithTheStoredLevel_data()
 {
     QTest::addColumn<QByteArray>("stored");
@@ -136,7 +163,6 @@ void tst_AttributeTab::opensWithTheStoredLevel_data()
     const QStringList all = {QStringLiteral("BlackLevel"), QStringLiteral("Gamma"), QStringLiteral("Secret")};
     QTest::newRow("Guru") << QByteArray("2") << QStringLiteral("Guru") << all;
     QTest::newRow("out of range") << QByteArray("7") << QStringLiteral("Guru") << all;
-    QTest::newRow("no number") << QByteArray("high") << QStringLiteral("Beginner") << QStringList();
 }
 
 void tst_AttributeTab::opensWithTheStoredLevel()
