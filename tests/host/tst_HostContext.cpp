@@ -138,6 +138,7 @@ private Q_SLOTS:
     void discoveryKeepsTheListUpToDate();
     void discoveryAnnouncesOnItsThread();
     void unregisteringEndsAWaitingCall();
+    void theEndWaitsForARunningSearch();
     void infoItemsAreStored();
     void nodesAreReadAsText_data();
     void nodesAreReadAsText();
@@ -385,6 +386,28 @@ void tst_HostContext::unregisteringEndsAWaitingCall()
     QVERIFY(returned);
     QCOMPARE(listener->handled, 1);
     QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
+}
+
+void tst_HostContext::theEndWaitsForARunningSearch()
+{
+    std::atomic_bool started{false};
+    std::atomic_bool ended{false};
+    HostContext::Options options;
+    options.settingsFile = folder.filePath(text("host.ini"));
+    options.finder = [&] {
+        started = true;
+        QThread::msleep(50);
+        ended = true;
+        return std::vector<FoundDevice>{foundCamera(text("cam"))};
+    };
+    context = std::make_unique<HostContext>(std::move(options));
+    const Panel panel;
+    context->refreshDevices();
+    while (!started)
+        QThread::msleep(1);
+    context.reset();
+    QVERIFY(ended);
+    QCoreApplication::processEvents();
 }
 
 void tst_HostContext::infoItemsAreStored()
