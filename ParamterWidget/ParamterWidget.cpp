@@ -104,8 +104,8 @@ void ParamterWidget::setUpDescriptionPane()
     m_ui->widget_attrInfo->setStretchEnable(true);
     m_ui->widget_attrInfo->setAutoStretchEnable(true);
     m_descriptionPane->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_descriptionPane->setAccessibleName(tr("Parameter Description"));
     m_ui->widget_attrInfo->addWidget(tr("Parameter Description"), QString(), m_descriptionPane);
+    m_descriptionPane->setAccessibleName(tr("Parameter Description"));
     m_ui->splitter->setStretchFactor(0, TreeStretch);
     m_ui->splitter->setStretchFactor(1, DescriptionStretch);
     // The factors alone weigh the size hints of the two parts; these sizes make them the ratio of the heights.
@@ -186,6 +186,7 @@ void ParamterWidget::parameterTreeViewInit(GenApi::INodeMap *nodeMap)
 void ParamterWidget::retranslate(int language)
 {
     m_ui->widget_attrInfo->setText(tr("Parameter Description"));
+    m_descriptionPane->setAccessibleName(tr("Parameter Description"));
     {
         const QSignalBlocker blocker(m_ui->cboboxLevel);
         m_ui->retranslateUi(this);
