@@ -125,7 +125,6 @@ private Q_SLOTS:
     void init();
     void cleanup() { context.reset(); }
 
-    void withoutContextNothingHappens();
     void openingTellsThePanel();
     void openingFails();
     void theNodeMapOutlivesThePanels();
@@ -134,24 +133,14 @@ private Q_SLOTS:
     void cardsAreAnnouncedFirst();
     void acquisitionIsAnnounced();
     void framesOfOpenDevicesAreForwarded();
-    void grabStartsFromAnyThread();
     void discoveryKeepsTheListUpToDate();
     void discoveryAnnouncesOnItsThread();
     void unregisteringEndsAWaitingCall();
     void theEndWaitsForARunningSearch();
-    void infoItemsAreStored();
-    void nodesAreReadAsText_data();
-    void nodesAreReadAsText();
-    void nodesAreWrittenAsText_data();
-    void nodesAreWrittenAsText();
-    void accessFailuresAreLogged_data();
-    void accessFailuresAreLogged();
     void onlyTheFocusedDeviceIsPolled();
-    void logLinesArriveFromAnyThread();
 
 private:
     TestDevice *addDevice(const char *id, Device::Kind kind = Device::Kind::Camera);
-    void start();
 
     QTemporaryDir folder;
     std::unique_ptr<HostContext> context;
@@ -162,12 +151,6 @@ void tst_HostContext::init()
 {
     searchResult.clear();
     QFile::remove(folder.filePath(text("host.ini")));
-    start();
-}
-
-void tst_HostContext::start()
-{
-    context.reset();
     HostContext::Options options;
     options.settingsFile = folder.filePath(text("host.ini"));
     options.finder = [this] { return searchResult; };
@@ -179,22 +162,6 @@ TestDevice *tst_HostContext::addDevice(const char *id, Device::Kind kind)
     auto device = std::make_unique<TestDevice>(text(id), kind);
     TestDevice *added = device.get();
     return context->addDevice(std::move(device)) ? added : nullptr;
-}
-
-void tst_HostContext::withoutContextNothingHappens()
-{
-    addDevice("cam");
-    QVERIFY(context->open(text("cam")));
-    context.reset();
-    QVERIFY(!HostContext::current());
-    std::string value = "kept";
-    QVERIFY(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_OPENED).empty());
-    QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(HostCore::GetCameraNodeValue("cam", "Width", value) != 0);
-    QVERIFY(HostCore::SetCameraNodeValue("cam", "Width", "1") != 0);
-    QCOMPARE(value, std::string("kept"));
-    HostCore::VLogInfo("module", "message", 0);
-    const Panel panel;
 }
 
 void tst_HostContext::openingTellsThePanel()
@@ -322,15 +289,6 @@ void tst_HostContext::framesOfOpenDevicesAreForwarded()
     QCOMPARE(frames.at(0).at(1).value<QImage>().width(), 3);
 }
 
-void tst_HostContext::grabStartsFromAnyThread()
-{
-    TestDevice *device = addDevice("cam");
-    QVERIFY(context->open(text("cam")));
-    std::thread([] { HostCore::StartGrab("cam"); }).join();
-    QVERIFY(!device->isAcquiring());
-    QTRY_VERIFY(device->isAcquiring());
-}
-
 void tst_HostContext::discoveryKeepsTheListUpToDate()
 {
     addDevice("simulated");
@@ -410,156 +368,6 @@ void tst_HostContext::theEndWaitsForARunningSearch()
     QCoreApplication::processEvents();
 }
 
-void tst_HostContext::infoItemsAreStored()
-{
-    const auto store = [](const char *key, int item, const char *value) {
-        HostCore::SetCameraInfo(key, static_cast<HostCore::CAM_INFO>(item), value);
-    };
-    const auto stored = [](const char *key, int item) {
-        return HostCore::GetCameraInfo(key, static_cast<HostCore::CAM_INFO>(item));
-    };
-    const char *odd = "Gerät/1 %2F";
-    addDevice("cam");
-    addDevice(odd);
-    QVERIFY(HostCore::GetParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL).empty());
-    HostCore::SetParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "2");
-    store("cam", 50, "first");
-    store(odd, 56, "ü, \"x\"");
-    store("cam", 57, "no such item");
-    store("cam", HostCore::CAM_INFO_OPENED, "1");
-    context->setLanguage(text("Chinese"));
-    start();
-    addDevice("cam");
-    addDevice(odd);
-    QCOMPARE(HostCore::GetParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL), std::string("2"));
-    QCOMPARE(stored("cam", 50), std::string("first"));
-    QCOMPARE(stored(odd, 56), std::string("ü, \"x\""));
-    QVERIFY(stored(odd, 50).empty());
-    QVERIFY(stored("cam", 57).empty());
-    QVERIFY(stored("unknown", 50).empty());
-    QCOMPARE(stored("cam", HostCore::CAM_INFO_OPENED), std::string("0"));
-    QCOMPARE(context->language(), text("Chinese"));
-}
-
-void tst_HostContext::nodesAreReadAsText_data()
-{
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("integer") << "SensorWidth"
-                             << "640";
-    QTest::newRow("float") << "Gain"
-                           << "1.5";
-    QTest::newRow("boolean") << "ReverseX"
-                             << "False";
-    QTest::newRow("enumeration") << "PixelFormat"
-                                 << "Mono8";
-    QTest::newRow("string") << "DeviceUserID"
-                            << "left";
-}
-
-void tst_HostContext::nodesAreReadAsText()
-{
-    QFETCH(QString, node);
-    QFETCH(QString, value);
-    TestDevice *device = addDevice("cam");
-    device->port.poke(0x14, 640);
-    QVERIFY(context->open(text("cam")));
-    std::string read;
-    QCOMPARE(HostCore::GetCameraNodeValue("cam", node.toStdString(), read), 0);
-    QCOMPARE(QString::fromStdString(read), value);
-}
-
-void tst_HostContext::nodesAreWrittenAsText_data()
-{
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("written");
-    QTest::addColumn<QString>("read");
-    QTest::newRow("integer") << "Width"
-                             << "64"
-                             << "64";
-    QTest::newRow("float") << "Gain"
-                           << "2.25"
-                           << "2.25";
-    QTest::newRow("boolean 1") << "ReverseX"
-                               << "1"
-                               << "True";
-    QTest::newRow("boolean True") << "ReverseX"
-                                  << "True"
-                                  << "True";
-    QTest::newRow("boolean 0") << "ReverseX"
-                               << "0"
-                               << "False";
-    QTest::newRow("enumeration") << "PixelFormat"
-                                 << "Mono16"
-                                 << "Mono16";
-    QTest::newRow("enumeration by number") << "PixelFormat"
-                                           << "16"
-                                           << "Mono16";
-    QTest::newRow("string") << "DeviceUserID" << QString::fromUtf8("links ü") << QString::fromUtf8("links ü");
-    QTest::newRow("empty string") << "DeviceUserID"
-                                  << ""
-                                  << "";
-}
-
-void tst_HostContext::nodesAreWrittenAsText()
-{
-    QFETCH(QString, node);
-    QFETCH(QString, written);
-    QFETCH(QString, read);
-    TestDevice *device = addDevice("cam");
-    QVERIFY(context->open(text("cam")));
-    QCOMPARE(HostCore::SetCameraNodeValue("cam", node.toStdString(), written.toStdString()), 0);
-    std::string value;
-    QCOMPARE(HostCore::GetCameraNodeValue("cam", node.toStdString(), value), 0);
-    QCOMPARE(QString::fromStdString(value), read);
-    QCOMPARE(HostCore::SetCameraNodeValue("cam", "TriggerSoftware", ""), 0);
-    QCOMPARE(device->port.peek(TestDevice::commandAddress), uint64_t(7));
-}
-
-void tst_HostContext::accessFailuresAreLogged_data()
-{
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("unknown device") << "nobody"
-                                    << "Width"
-                                    << "1";
-    QTest::newRow("unknown feature") << "cam"
-                                     << "Height"
-                                     << "1";
-    QTest::newRow("out of range") << "cam"
-                                  << "Width"
-                                  << "101";
-    QTest::newRow("not a number") << "cam"
-                                  << "Width"
-                                  << "wide";
-    QTest::newRow("empty number") << "cam"
-                                  << "Width"
-                                  << "";
-    QTest::newRow("read-only") << "cam"
-                               << "SensorWidth"
-                               << "1";
-    QTest::newRow("no such entry") << "cam"
-                                   << "PixelFormat"
-                                   << "Mono12";
-    QTest::newRow("category") << "cam"
-                              << "Root"
-                              << "1";
-}
-
-void tst_HostContext::accessFailuresAreLogged()
-{
-    QFETCH(QString, device);
-    QFETCH(QString, node);
-    QFETCH(QString, value);
-    addDevice("cam");
-    QVERIFY(context->open(text("cam")));
-    QSignalSpy log(context.get(), &HostContext::logLine);
-    QVERIFY(HostCore::SetCameraNodeValue(device.toStdString(), node.toStdString(), value.toStdString()) != 0);
-    QCOMPARE(log.size(), 1);
-    QVERIFY(log.at(0).at(2).toString().contains(node));
-}
-
 void tst_HostContext::onlyTheFocusedDeviceIsPolled()
 {
     TestDevice *focused = addDevice("focused");
@@ -578,19 +386,6 @@ void tst_HostContext::onlyTheFocusedDeviceIsPolled()
     };
     QTRY_COMPARE(width("focused"), text("2"));
     QCOMPARE(width("other"), text("1"));
-}
-
-void tst_HostContext::logLinesArriveFromAnyThread()
-{
-    QSignalSpy log(context.get(), &HostContext::logLine);
-    HostCore::VLogInfo("Module", "Füße", 1);
-    QCOMPARE(log.size(), 1);
-    QCOMPARE(log.at(0).mid(1), QVariantList({text("Module"), text("Füße"), 1}));
-    QThread *receiver = nullptr;
-    connect(context.get(), &HostContext::logLine, this, [&] { receiver = QThread::currentThread(); });
-    std::thread([] { HostCore::VLogInfo("Worker", "message", 0); }).join();
-    QTRY_COMPARE(log.size(), 2);
-    QCOMPARE(receiver, thread());
 }
 
 QTEST_GUILESS_MAIN(tst_HostContext)
