@@ -11,12 +11,17 @@ EndlessEvaluation::EndlessEvaluation(const Node &node)
                        node.name().c_str(), "RuntimeException")
 { }
 
-Evaluation::Evaluation(const Node &node, Step step)
-    : m_node(node), m_step(step), m_entered(!(node.evaluating & step) && node.map().evaluationDepth < deepest)
+Evaluation::Evaluation(const Node &node, Step step) : m_node(node), m_step(step)
 {
+    const NodeMap &map = node.map();
+    if (map.evaluationDepth == 0)
+        map.evaluationSteps = 0;
+    ++map.evaluationSteps;
+    const bool hasRoom = map.evaluationDepth < deepest && map.evaluationSteps < mostSteps;
+    m_entered = hasRoom && !(node.evaluating & step);
     if (m_entered) {
-        m_node.evaluating |= step;
-        ++m_node.map().evaluationDepth;
+        node.evaluating |= step;
+        ++map.evaluationDepth;
     }
 }
 

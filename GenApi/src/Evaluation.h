@@ -9,7 +9,7 @@ namespace NodeEngine {
 
 class Node;
 
-/// A node was asked for what is just being computed for it, or the links run too deep.
+/// A node was asked for what is just being computed for it, or the links run too deep or too wide.
 class EndlessEvaluation : public GENICAM_NAMESPACE::RuntimeException
 {
 public:
@@ -17,7 +17,7 @@ public:
 };
 
 /// Guards one step of a computation that follows links: no step of a node is entered twice at a time, and no chain of
-/// links exhausts the stack. The map's lock is held.
+/// links exhausts the stack or, where nothing can be cached, the user's patience. The map's lock is held.
 class Evaluation
 {
 public:
@@ -46,10 +46,12 @@ public:
 private:
     // Deeper than any camera's description, and far from the end of a thread's stack.
     static constexpr int deepest = 400;
+    // Far more than the category of all features of a big camera needs.
+    static constexpr int mostSteps = 300000;
 
     const Node &m_node;
     const Step m_step;
-    bool m_entered;
+    bool m_entered = false;
 };
 
 } // namespace NodeEngine

@@ -172,6 +172,8 @@ public:
     }
     /// Mark of the change that this node was collected for last.
     uint64_t changeMark = 0;
+    /// Mark of the list that this node was put into last.
+    uint64_t listMark = 0;
 
     static constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
     /// Index in the map's list of nodes.

@@ -72,6 +72,10 @@ public:
 
     /// Steps of Evaluation under way. Guarded by the lock.
     mutable int evaluationDepth = 0;
+    /// Steps since the outermost one began.
+    mutable int evaluationSteps = 0;
+    /// For listing nodes once each; see Node::listMark.
+    mutable uint64_t listMark = 0;
 
 private:
     friend class NodeBuilder;

@@ -6,7 +6,6 @@
 #include "NodeMap.h"
 #include "WordTables.h"
 
-#include <algorithm>
 #include <map>
 
 namespace NodeEngine {
@@ -26,10 +25,13 @@ bool isWritingLink(Tag role)
     }
 }
 
-void addOnce(NodeList_t &list, INode *node)
+// Adds a node unless it has the list's mark, that is, unless it is in the list.
+void addOnce(NodeList_t &list, Node &node, uint64_t mark)
 {
-    if (std::find(list.begin(), list.end(), node) == list.end())
-        list.push_back(node);
+    if (node.listMark == mark)
+        return;
+    node.listMark = mark;
+    list.push_back(&node);
 }
 
 bool holdsValue(Tag kind)
@@ -47,20 +49,23 @@ bool holdsValue(Tag kind)
 }
 
 // The nodes at the ends of the writing links.
-void addTerminals(const Node &start, NodeList_t &list)
+void addTerminals(Node &start, NodeList_t &list)
 {
-    std::vector<const Node *> reached{&start};
+    const uint64_t mark = ++start.map().listMark;
+    std::vector<Node *> reached{&start};
+    start.listMark = mark;
     for (std::size_t i = 0; i < reached.size(); ++i) {
         bool isEnd = holdsValue(reached[i]->tag());
         for (const Link &link : reached[i]->links()) {
             if (!isWritingLink(link.role))
                 continue;
             isEnd = false;
-            if (std::find(reached.begin(), reached.end(), link.target) == reached.end())
+            if (link.target->listMark != mark)
                 reached.push_back(link.target);
+            link.target->listMark = mark;
         }
         if (isEnd)
-            addOnce(list, const_cast<Node *>(reached[i]));
+            list.push_back(reached[i]);
     }
 }
 
@@ -84,18 +89,19 @@ void Node::GetChildren(NodeList_t &children, ELinkType type) const
     if (type == ctParentNodes)
         return GetParents(children);
     if (type == ctTerminalNodes)
-        return addTerminals(*this, children);
+        return addTerminals(const_cast<Node &>(*this), children);
     if (type == ctDependingNodes) {
         for (Node *dependent : m_map.dependentsOf(const_cast<Node &>(*this)))
             children.push_back(dependent);
         return;
     }
+    const uint64_t mark = ++m_map.listMark;
     for (const Link &link : m_links) {
         const bool isAsked = type == ctReadingChildren ? isReadingLink(link.role)
             : type == ctWritingChildren                ? isWritingLink(link.role)
                                                        : kindOf(link.role) != LinkKind::Other;
         if (isAsked)
-            addOnce(children, link.target);
+            addOnce(children, *link.target, mark);
     }
 }
 

@@ -99,11 +99,19 @@ void BooleanNode::setTextValue(const std::string &text, bool verify)
 
 // --- Command
 
+EAccessMode CommandNode::ownAccessMode() const
+{
+    if (m_target)
+        return m_target->accessMode();
+    return m_hasConstant ? RW : NA;
+}
+
 bool CommandNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
 {
     switch (tag) {
     case Tag::Value:
         m_constant = integerOfDescription(textOf(child)).value_or(0);
+        m_hasConstant = true;
         return true;
     case Tag::pValue:
         m_target = builder.link(*this, tag, child);

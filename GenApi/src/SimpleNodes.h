@@ -65,7 +65,7 @@ public:
 
 protected:
     bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_target ? m_target->accessMode() : RW; }
+    EAccessMode ownAccessMode() const override;
 
 private:
     void execute();
@@ -75,6 +75,7 @@ private:
     int64_t m_commandValue = 0;
     int64_t m_written = 0; // by the last Execute()
     int64_t m_constant = 0;
+    bool m_hasConstant = false;
     bool m_isUnderWay = false;
 };
 

@@ -2,6 +2,7 @@
 // The map as a whole: names, order, features, the graph, and descriptions that are wrong.
 #include "Camera.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 using namespace GenApi;
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void endlessLinksNeverRecurse_data();
     void endlessLinksNeverRecurse();
     void longChainsEndInAnError();
+    void wideChainsEndToo();
 };
 
 void tst_NodeMap::listsNodesByFirstMention()
@@ -259,6 +261,28 @@ void tst_NodeMap::longChainsEndInAnError()
     QCOMPARE(camera.integer("N30")->GetValue(), int64_t(0));
     camera.integer("N0")->SetValue(4);
     QCOMPARE(camera.integer("N30")->GetValue(), int64_t(4));
+}
+
+// Every node reads the one below three times over, and nothing of it can be cached.
+void tst_NodeMap::wideChainsEndToo()
+{
+    std::string nodes = integer("N0", "0", "", "<Cachable>NoCache</Cachable>");
+    for (int i = 1; i < 60; ++i) {
+        const std::string below = "N" + std::to_string(i - 1);
+        nodes += "<IntSwissKnife Name=\"N" + std::to_string(i) + "\"><pIsAvailable>" + below
+            + "</pIsAvailable>"
+              "<pVariable Name=\"A\">"
+            + below + "</pVariable><pVariable Name=\"B\">" + below
+            + "</pVariable><Formula>A+B</Formula></IntSwissKnife>";
+    }
+    Camera camera(nodes);
+    camera.port.poke(0, 1);
+    QElapsedTimer timer;
+    timer.start();
+    thrownBy([&] { camera.access("N59"); });
+    thrownBy([&] { camera.value("N59")->ToString(); });
+    QCOMPARE(camera.integer("N3")->GetValue(), int64_t(8));
+    QVERIFY(timer.elapsed() < 20000);
 }
 
 QTEST_GUILESS_MAIN(tst_NodeMap)
