@@ -19,9 +19,15 @@ std::string withUnit(double value, const std::string &unit)
     return text;
 }
 
+#ifdef __clang__
+constexpr const char *compiler = __VERSION__;
+#else
+constexpr const char *compiler = "GCC " __VERSION__;
+#endif
+
 std::string machine()
 {
-    return std::to_string(std::thread::hardware_concurrency()) + " cores, GCC " + __VERSION__;
+    return std::to_string(std::thread::hardware_concurrency()) + " cores, " + compiler;
 }
 
 } // namespace
