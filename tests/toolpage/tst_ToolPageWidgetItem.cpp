@@ -10,8 +10,6 @@
 #include <QSpinBox>
 #include <QTest>
 
-#include <cmath>
-#include <limits>
 #include <stdexcept>
 
 #include "FaultyNode.h"
@@ -60,13 +58,6 @@ private Q_SLOTS:
     void init();
     void editors_data();
     void editors();
-    void integerRange_data();
-    void integerRange();
-    void emptyRange();
-    void floatSteps_data();
-    void floatSteps();
-    void oddFloats();
-    void emptyEnumeration();
     void withoutEditor_data();
     void withoutEditor();
     void followsItsFeature();
@@ -139,94 +130,6 @@ void tst_ToolPageWidgetItem::editors()
     QVERIFY(available);
     QCOMPARE(camera.port.writes, 0u);
     QVERIFY(FakeHostCore::instance().calls().isEmpty());
-}
-
-void tst_ToolPageWidgetItem::integerRange_data()
-{
-    QTest::addColumn<QByteArray>("limits");
-    QTest::addColumn<int>("minimum");
-    QTest::addColumn<int>("maximum");
-    QTest::addColumn<int>("step");
-    constexpr int top = std::numeric_limits<int>::max();
-    QTest::newRow("plain") << QByteArray("<Min>-8</Min><Max>96</Max><Inc>8</Inc>") << -8 << 96 << 8;
-    QTest::newRow("unsigned") << QByteArray("<Min>0</Min><Max>4294967295</Max>") << 0 << top << 1;
-    QTest::newRow("unlimited") << QByteArray("<Min>0</Min>") << 0 << top << 1;
-    QTest::newRow("huge step") << QByteArray("<Min>0</Min><Max>5</Max><Inc>4294967296</Inc>") << 0 << 5 << 0;
-}
-
-void tst_ToolPageWidgetItem::integerRange()
-{
-    QFETCH(QByteArray, limits);
-    TestCamera camera(TestCamera::description("<Category Name=\"Root\"><pFeature>N</pFeature></Category>"
-                                              "<Integer Name=\"N\"><Value>0</Value>"
-                                              + limits.toStdString() + "</Integer>"));
-    const auto row = rowOf(camera, "N");
-    const auto *spinBox = row->findChild<QSpinBox *>();
-    for (int pass = 0; pass < 2; ++pass) {
-        QTEST(spinBox->minimum(), "minimum");
-        QTEST(spinBox->maximum(), "maximum");
-        QTEST(spinBox->singleStep(), "step");
-        row->updateWidget(false);
-    }
-}
-
-void tst_ToolPageWidgetItem::emptyRange()
-{
-    TestCamera camera(
-        TestCamera::description("<Category Name=\"Root\"><pFeature>N</pFeature></Category>"
-                                "<Integer Name=\"N\"><Value>7</Value><Min>10</Min><Max>5</Max></Integer>"));
-    const auto row = rowOf(camera, "N");
-    row->updateWidget(false);
-    QVERIFY(row->isHidden());
-    QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
-}
-
-void tst_ToolPageWidgetItem::floatSteps_data()
-{
-    QTest::addColumn<QByteArray>("limits");
-    QTest::addColumn<double>("step");
-    QTest::newRow("none") << QByteArray("") << static_cast<double>(0.01f);
-    QTest::newRow("fixed") << QByteArray("<Inc>0.5</Inc>") << 0.5;
-}
-
-void tst_ToolPageWidgetItem::floatSteps()
-{
-    QFETCH(QByteArray, limits);
-    TestCamera camera(TestCamera::description("<Category Name=\"Root\"><pFeature>N</pFeature></Category>"
-                                              "<Float Name=\"N\"><Value>0.123456</Value><Min>-0.1</Min><Max>9</Max>"
-                                              + limits.toStdString() + "</Float>"));
-    const auto row = rowOf(camera, "N");
-    const auto *spinBox = row->findChild<QDoubleSpinBox *>();
-    QTEST(spinBox->singleStep(), "step");
-    QCOMPARE(spinBox->value(), 0.1235);
-    QCOMPARE(spinBox->minimum(), -0.1);
-    QCOMPARE(spinBox->maximum(), 9.0);
-}
-
-void tst_ToolPageWidgetItem::oddFloats()
-{
-    TestCamera camera;
-    const auto row = rowOf(camera, "AcquisitionLineRate");
-    const auto *spinBox = row->findChild<QDoubleSpinBox *>();
-    using Limits = std::numeric_limits<double>;
-    for (const double odd : {Limits::infinity(), Limits::quiet_NaN(), -Limits::infinity(), Limits::max()}) {
-        camera.port.pokeDouble(TestCamera::LineRate, odd);
-        camera.map->InvalidateNodes();
-        row->updateWidget(false);
-        QVERIFY(std::isfinite(spinBox->value()));
-        QVERIFY(std::isfinite(spinBox->minimum()) && std::isfinite(spinBox->maximum()));
-    }
-}
-
-void tst_ToolPageWidgetItem::emptyEnumeration()
-{
-    TestCamera camera(TestCamera::description("<Category Name=\"Root\"><pFeature>E</pFeature></Category>"
-                                              "<Enumeration Name=\"E\"><Value>0</Value></Enumeration>"));
-    const auto row = rowOf(camera, "E");
-    row->updateWidget(false);
-    if (const auto *comboBox = row->findChild<QComboBox *>())
-        QCOMPARE(comboBox->count(), 0);
-    QVERIFY(FakeHostCore::instance().calls().size() <= 1);
 }
 
 void tst_ToolPageWidgetItem::withoutEditor_data()
