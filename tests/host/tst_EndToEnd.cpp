@@ -54,15 +54,18 @@ private Q_SLOTS:
     void framesArrive();
     void aDeadCameraCostsOneDeadline();
     void aLostCameraIsClosed();
+    void aReturnedCameraOpensAgain();
     void cleanupTestCase();
 
 private:
+    void startCamera();
     FeatureTreeView *tree() const;
     QModelIndex valueCell(const QString &feature) const;
     ParamterWidget *shownPanel() const;
 
     QTemporaryDir folder;
     QProcess camera;
+    QString serial;
     QString id;
     std::unique_ptr<HostContext> context;
     std::unique_ptr<ParamterWnd> window;
@@ -73,12 +76,11 @@ void tst_EndToEnd::initTestCase()
 {
     if (QStandardPaths::findExecutable(program).isEmpty())
         QSKIP("the fake GigE Vision camera is not installed");
-    const QString serial = QStringLiteral("T%1").arg(QCoreApplication::applicationPid());
+    serial = QStringLiteral("T%1").arg(QCoreApplication::applicationPid());
     id = QStringLiteral("Aravis-Fake-") + serial;
-    camera.setProcessChannelMode(QProcess::MergedChannels);
-    camera.start(program, {QStringLiteral("-i"), QStringLiteral("127.0.0.1"), QStringLiteral("-s"), serial});
-    QVERIFY(camera.waitForStarted());
-    QTRY_VERIFY2(cameraRegister(widthRegister) > 0, camera.readAll().constData());
+    startCamera();
+    if (QTest::currentTestFailed())
+        return;
 
     HostContext::Options options;
     options.settingsFile = folder.filePath(QStringLiteral("host.ini"));
@@ -90,6 +92,14 @@ void tst_EndToEnd::initTestCase()
     window->resize(500, 700);
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+}
+
+void tst_EndToEnd::startCamera()
+{
+    camera.setProcessChannelMode(QProcess::MergedChannels);
+    camera.start(program, {QStringLiteral("-i"), QStringLiteral("127.0.0.1"), QStringLiteral("-s"), serial});
+    QVERIFY(camera.waitForStarted());
+    QTRY_VERIFY2(cameraRegister(widthRegister) > 0, camera.readAll().constData());
 }
 
 void tst_EndToEnd::cleanupTestCase()
@@ -176,6 +186,7 @@ void tst_EndToEnd::framesArrive()
 
 void tst_EndToEnd::aDeadCameraCostsOneDeadline()
 {
+    QVERIFY(context->startAcquisition(id));
     camera.kill();
     QVERIFY(camera.waitForFinished());
     const std::string key = id.toStdString();
@@ -198,6 +209,14 @@ void tst_EndToEnd::aLostCameraIsClosed()
     QTRY_VERIFY(shownPanel() && shownPanel()->deviceName().isEmpty());
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, id.toStdString(), HostCore::NODE_MAP_DEVICE));
     window->grab();
+}
+
+void tst_EndToEnd::aReturnedCameraOpensAgain()
+{
+    startCamera();
+    QVERIFY2(context->open(id), qPrintable(log.join(QLatin1Char('\n'))));
+    QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == id);
+    QCOMPARE(valueCell(QStringLiteral("Width")).data().toLongLong(), cameraRegister(widthRegister));
 }
 
 QTEST_MAIN(tst_EndToEnd)
