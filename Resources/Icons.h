@@ -3,11 +3,9 @@
 
 #include <QLatin1String>
 
-/// Resource paths of the images that code names. Images that only the panel's style sheet uses are
-/// named in style/panel.qss; render-icons lists every image with its size.
+/// Resource paths of the images that code names. Images that only style texts name are found there and in
+/// style/panel.qss; render-icons lists every image with its size.
 namespace Icons {
-
-inline constexpr QLatin1String SearchNormal(":/Resources/icon/search/normal.png");
 
 inline constexpr QLatin1String SwitchOn(":/Resources/icon/switch/switchON.png");
 inline constexpr QLatin1String SwitchOnDisabled(":/Resources/icon/switch/switchON-disable.png");
