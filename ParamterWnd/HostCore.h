@@ -17,29 +17,29 @@ namespace HostCore {
 
 /// The kind of object that has the host's focus; also selects whose node map is wanted.
 /// Hosts may send other values, which mean "no device".
-enum FOCUS_TYPE { FOCUS_CARD = 2, FOCUS_CAMERA = 3 };
+enum FOCUS_TYPE : int { FOCUS_CARD = 2, FOCUS_CAMERA = 3 };
 
 /// The node map of a device that is wanted.
-enum NodeMapType { NODE_MAP_DEVICE = 3 };
+enum NodeMapType : int { NODE_MAP_DEVICE = 3 };
 
 /// Items of information that the host keeps per camera, as text.
-enum CAM_INFO {
-    CAM_INFO_OPENED = 3,        ///< "1": opened; a panel needs this and CAM_INFO_READY
-    CAM_INFO_READY = 4,         ///< "1": ready for a panel
-    CAM_INFO_TYPE_CODE = 6,     ///< device type: "1" and "5" are not area-scan, "4" has no curated pages
-    CAM_INFO_ACQUISITION = 10,  ///< "1" while grabbing, "0" while not
+enum CAM_INFO : int {
+    CAM_INFO_OPENED = 3, ///< "1": opened; a panel needs this and CAM_INFO_READY
+    CAM_INFO_READY = 4, ///< "1": ready for a panel
+    CAM_INFO_TYPE_CODE = 6, ///< device type: "1" and "5" are not area-scan, "4" has no curated pages
+    CAM_INFO_ACQUISITION = 10, ///< "1" while grabbing, "0" while not
     CAM_INFO_DISPLAY_FIRST = 50, ///< first of the display settings that a host stores per camera
     CAM_INFO_DISPLAY_LAST = 56
 };
 
 /// Items of information that the host keeps per card, as text.
-enum CARD_INFO {
+enum CARD_INFO : int {
     CARD_INFO_STATE = 1, ///< the panel acts on a card in state "4" only
-    CARD_INFO_OPEN = 3   ///< "1" while the card is open
+    CARD_INFO_OPEN = 3 ///< "1" while the card is open
 };
 
 /// Application-wide settings that the host stores, as text.
-enum PARAMETER_INFO {
+enum PARAMETER_INFO : int {
     PARAMETER_INFO_ATTRIBUTE_LEVEL = 24 ///< visibility level: "0" Beginner, "1" Expert, "2" Guru; "" is "0"
 };
 
