@@ -5,17 +5,18 @@
 #include "NumberText.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace NodeEngine {
 
 namespace {
 
 template <class Exception>
-[[noreturn]] void refuseValue(const Node &node, const std::string &value)
+[[noreturn]] void refuseValue(const Node &node, const std::string &value, const char *type)
 {
     const std::string text =
         "Feature '" + node.name() + "' : cannot convert value '" + value + "', the value is invalid.";
-    throw Exception(text.c_str(), __FILE__, __LINE__, "", node.name().c_str(), "");
+    throw Exception(text.c_str(), __FILE__, __LINE__, "", node.name().c_str(), type);
 }
 
 } // namespace
@@ -159,7 +160,7 @@ int64_t EnumerationNode::verifiedValue(bool verify, bool fresh)
         return value;
     const EnumEntryNode *entry = entryOf(value);
     if (!entry)
-        refuseValue<OutOfRangeException>(*this, decimalText(value));
+        refuseValue<OutOfRangeException>(*this, decimalText(value), "OutOfRangeException");
     if (!IsReadable(entry->accessMode()))
         refuse("Failed to write enumeration value. Enum entry is not readable", "GetIntValue()");
     return value;
@@ -182,7 +183,7 @@ std::string EnumerationNode::textValue(bool verify, bool fresh)
     const int64_t value = integerValue(fresh);
     const EnumEntryNode *entry = entryOf(value);
     if (!entry)
-        refuseValue<InvalidArgumentException>(*this, decimalText(value));
+        refuseValue<InvalidArgumentException>(*this, decimalText(value), "InvalidArgumentException");
     if (verify && !IsReadable(entry->accessMode()))
         throw ACCESS_EXCEPTION("Enumeration value '%s' is not available.", entry->name().c_str());
     return entry->symbolic();
@@ -193,15 +194,23 @@ void EnumerationNode::setInteger(int64_t value, bool verify)
     requireWritable(verify, "SetIntValue()");
     EnumEntryNode *entry = entryOf(value);
     if (!entry)
-        refuseValue<InvalidArgumentException>(*this, decimalText(value));
+        refuseValue<InvalidArgumentException>(*this, decimalText(value), "InvalidArgumentException");
     write(*entry, verify);
+}
+
+void EnumerationNode::setFloat(double value, bool verify)
+{
+    const int64_t nearest = std::isnan(value) ? 0 : saturatedInteger(value);
+    if (static_cast<double>(nearest) != value)
+        refuseValue<InvalidArgumentException>(*this, std::to_string(value), "InvalidArgumentException");
+    setInteger(nearest, verify);
 }
 
 void EnumerationNode::setTextValue(const std::string &text, bool verify)
 {
     EnumEntryNode *entry = entryOf(text);
     if (!entry)
-        refuseValue<InvalidArgumentException>(*this, text);
+        refuseValue<InvalidArgumentException>(*this, text, "InvalidArgumentException");
     requireWritable(verify, "FromString()");
     write(*entry, verify);
 }

@@ -63,7 +63,7 @@ public:
     double floatValue(bool fresh) override { return static_cast<double>(integerValue(fresh)); }
     std::string textValue(bool verify, bool fresh) override;
     void setInteger(int64_t value, bool verify) override;
-    void setFloat(double value, bool verify) override { setInteger(static_cast<int64_t>(value), verify); }
+    void setFloat(double value, bool verify) override;
     void setTextValue(const std::string &text, bool verify) override;
 
 protected:

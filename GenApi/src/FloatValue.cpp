@@ -24,13 +24,6 @@ FloatForm formOf(EDisplayNotation notation)
 
 } // namespace
 
-int64_t saturatedInteger(double value)
-{
-    if (!(value < 9223372036854775807.0))
-        return std::numeric_limits<int64_t>::max();
-    return value <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min() : std::llround(value);
-}
-
 bool FloatValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
 {
     switch (tag) {

@@ -67,7 +67,4 @@ private:
     EDisplayNotation m_notation = _UndefinedEDisplayNotation;
 };
 
-/// The nearest number in the range of int64.
-int64_t saturatedInteger(double value);
-
 } // namespace NodeEngine

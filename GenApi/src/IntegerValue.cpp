@@ -13,17 +13,6 @@ namespace NodeEngine {
 
 namespace {
 
-// The nearest integer; what lies outside of the range saturates, so that a verified write refuses it.
-int64_t rounded(double value, const Node &node)
-{
-    if (std::isnan(value))
-        throw InvalidArgumentException("The value is not a number.", __FILE__, __LINE__, "", node.name().c_str(),
-                                       "InvalidArgumentException");
-    if (value >= 9223372036854775807.0)
-        return std::numeric_limits<int64_t>::max();
-    return value <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min() : std::llround(value);
-}
-
 std::vector<int64_t> listOf(std::string_view text)
 {
     std::vector<int64_t> values;
@@ -163,7 +152,9 @@ void IntegerValue::setInteger(int64_t value, bool verify)
 
 void IntegerValue::setFloat(double value, bool verify)
 {
-    setInteger(rounded(value, *this), verify);
+    if (std::isnan(value))
+        throw INVALID_ARGUMENT_EXCEPTION("Node '%s' : the value is not a number.", name().c_str());
+    setInteger(saturatedInteger(value), verify);
 }
 
 void IntegerValue::setTextValue(const std::string &text, bool verify)

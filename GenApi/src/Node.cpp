@@ -176,9 +176,7 @@ int64_t Node::integerValue(bool fresh)
     const double value = floatValue(fresh);
     if (std::isnan(value))
         refuse("The value is not a number.", "GetValue()");
-    if (value >= 9223372036854775807.0)
-        return std::numeric_limits<int64_t>::max();
-    return value <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min() : std::llround(value);
+    return saturatedInteger(value);
 }
 
 double Node::floatValue(bool)

@@ -60,13 +60,6 @@ int64_t negatedIf(bool negative, uint64_t magnitude)
     return static_cast<int64_t>(negative ? ~magnitude + 1 : magnitude);
 }
 
-int64_t saturated(double value)
-{
-    if (value >= 9223372036854775807.0)
-        return std::numeric_limits<int64_t>::max();
-    return value <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min() : std::llround(value);
-}
-
 } // namespace
 
 std::optional<int64_t> integerOfDescription(std::string_view text)
@@ -80,7 +73,7 @@ std::optional<int64_t> integerOfDescription(std::string_view text)
     const std::optional<double> real = floatOfDescription(text);
     if (!real || std::isnan(*real))
         return std::nullopt;
-    return saturated(*real);
+    return saturatedInteger(*real);
 }
 
 std::optional<double> floatOfDescription(std::string_view text)
@@ -150,6 +143,13 @@ std::optional<int64_t> macOfText(std::string_view text)
         address = address << 8 | static_cast<int64_t>(magnitude.value);
     }
     return address;
+}
+
+int64_t saturatedInteger(double value)
+{
+    if (value >= 9223372036854775807.0)
+        return std::numeric_limits<int64_t>::max();
+    return value <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min() : std::llround(value);
 }
 
 std::string decimalText(int64_t value)

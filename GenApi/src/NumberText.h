@@ -26,6 +26,9 @@ std::optional<int64_t> ipv4OfText(std::string_view text);
 /// "00:1a:2b:3c:4d:5e", nothing else.
 std::optional<int64_t> macOfText(std::string_view text);
 
+/// The nearest number in the range of int64, halves away from zero. The value must not be NaN.
+int64_t saturatedInteger(double value);
+
 std::string decimalText(int64_t value);
 std::string hexText(int64_t value);
 std::string ipv4Text(int64_t value);

@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <atomic>
 #include <thread>
 #include <vector>
 
@@ -58,6 +59,7 @@ private Q_SLOTS:
     void callbacksRunInsideOrOutsideTheLock();
     void callbacksMayDeregisterThemselves();
     void secondReadOfEverythingNeedsNoPort();
+    void threadsMayShareTheMap();
 };
 
 void tst_NodeCache::readsAsTheCachingModeSays_data()
@@ -368,6 +370,30 @@ void tst_NodeCache::secondReadOfEverythingNeedsNoPort()
     QCOMPARE(camera.port.reads, 100u);
     readAll();
     QCOMPARE(camera.port.reads, 100u);
+}
+
+void tst_NodeCache::threadsMayShareTheMap()
+{
+    const Camera camera(
+        integer("A", "0x10", "<pMax>Room</pMax>") + integer("B", "0x14")
+        + "<IntSwissKnife Name=\"Room\"><pVariable Name=\"X\">B</pVariable><Formula>1000000 - X</Formula>"
+          "</IntSwissKnife>");
+    std::atomic<int> mistakes{0};
+    const auto write = [&](const char *name) {
+        for (int i = 0; i < 500; ++i) {
+            camera.integer(name)->SetValue(i);
+            mistakes += camera.integer("A")->GetMax() != 1000000 - camera.integer("B")->GetValue() && name[0] == 'B';
+        }
+    };
+    std::thread a(write, "A");
+    std::thread b(write, "B");
+    for (int i = 0; i < 50; ++i)
+        camera.map->InvalidateNodes();
+    a.join();
+    b.join();
+    QCOMPARE(mistakes.load(), 0);
+    QCOMPARE(camera.integer("A")->GetValue(), int64_t(499));
+    QCOMPARE(camera.integer("A")->GetMax(), int64_t(1000000 - 499));
 }
 
 QTEST_GUILESS_MAIN(tst_NodeCache)
