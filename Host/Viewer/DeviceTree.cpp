@@ -15,18 +15,18 @@ constexpr int idRole = Qt::UserRole;
 
 struct GroupSpec
 {
-    const char *transport; ///< of the cameras in the group, see transportOf()
+    Device::Transport transport; ///< of the cameras in the group
     const char *title;
 };
 
 constexpr GroupSpec groups[] = {
-    {"SimulatedDevice", QT_TRANSLATE_NOOP("DeviceTree", "Simulated Cameras")},
-    {"GigEVision", QT_TRANSLATE_NOOP("DeviceTree", "GigE Vision Cameras")},
-    {"USB3Vision", QT_TRANSLATE_NOOP("DeviceTree", "USB3 Vision Cameras")},
-    {"Fake", QT_TRANSLATE_NOOP("DeviceTree", "Test Cameras")},
-    {"DescriptionDevice", QT_TRANSLATE_NOOP("DeviceTree", "Description Files")},
-    {"", QT_TRANSLATE_NOOP("DeviceTree", "Other Cameras")},
-    {"", QT_TRANSLATE_NOOP("DeviceTree", "Cards")},
+    {Device::Transport::Simulated, QT_TRANSLATE_NOOP("DeviceTree", "Simulated Cameras")},
+    {Device::Transport::GigEVision, QT_TRANSLATE_NOOP("DeviceTree", "GigE Vision Cameras")},
+    {Device::Transport::Usb3Vision, QT_TRANSLATE_NOOP("DeviceTree", "USB3 Vision Cameras")},
+    {Device::Transport::Fake, QT_TRANSLATE_NOOP("DeviceTree", "Test Cameras")},
+    {Device::Transport::DescriptionFile, QT_TRANSLATE_NOOP("DeviceTree", "Description Files")},
+    {Device::Transport::Other, QT_TRANSLATE_NOOP("DeviceTree", "Other Cameras")},
+    {Device::Transport::Other, QT_TRANSLATE_NOOP("DeviceTree", "Cards")},
 };
 constexpr int cardGroup = int(std::size(groups)) - 1;
 constexpr int otherGroup = cardGroup - 1;
@@ -45,19 +45,12 @@ constexpr StateSpec states[] = {
     {DeviceTree::State::Lost, QT_TRANSLATE_NOOP("DeviceTree", "Lost"), 0xffc8453b},
 };
 
-/// The "transport" property of a real camera, else the class that stands for it.
-QString transportOf(const Device &device)
-{
-    const QString transport = device.property("transport").toString();
-    return transport.isEmpty() ? QString::fromLatin1(device.metaObject()->className()) : transport;
-}
-
 int groupOf(const Device &device)
 {
     if (device.kind() == Device::Kind::Card)
         return cardGroup;
     for (int group = 0; group < otherGroup; ++group) {
-        if (transportOf(device) == QLatin1String(groups[group].transport))
+        if (device.transport() == groups[group].transport)
             return group;
     }
     return otherGroup;

@@ -35,7 +35,8 @@ void key(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModif
 void type(QWidget *widget, const QString &text);
 /// Replaces what stands in the field.
 void retype(QWidget *field, const QString &text);
-/// Opens the list and chooses the entry that begins with the text, which closes the list. False when there is no such entry.
+/// Opens the list and chooses the entry that begins with the text, which closes the list. False when there is no such
+/// entry.
 bool choose(QComboBox *box, const QString &entry);
 
 /// The window as it is seen, with the lists and menus open above it.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QAbstractItemModelTester>
-#include <QSignalSpy>
+#include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidgetItemIterator>
@@ -30,6 +30,13 @@ void turnWheel(QWidget &widget, const QPoint &position, int notches)
 {
     QWheelEvent event(position, widget.mapToGlobal(position), {}, {0, 120 * notches}, Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+void pointAt(QWidget &widget, const QPoint &position)
+{
+    QMouseEvent event(QEvent::MouseMove, position, widget.mapToGlobal(position), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
     QCoreApplication::sendEvent(&widget, &event);
 }
 
@@ -128,7 +135,7 @@ void tst_Viewer::wheelKeepsThePixelUnderTheCursor()
     view.resize(400, 300);
     view.showFrame(chequered(800, 600));
     const QPoint cursor(100, 75);
-    QTest::mouseMove(&view, cursor);
+    pointAt(view, cursor);
     const QString before = view.pixelText();
     QVERIFY(!before.isEmpty());
     turnWheel(view, cursor, 3);
@@ -152,9 +159,9 @@ void tst_Viewer::readsThePixelUnderTheCursor()
     ImageView view;
     view.resize(100, 200);
     view.showFrame(chequered(100, 100));
-    QTest::mouseMove(&view, {10, 70});
+    pointAt(view, {10, 70});
     QCOMPARE(view.pixelText(), QStringLiteral("(10, 20): 30"));
-    QTest::mouseMove(&view, {10, 20});
+    pointAt(view, {10, 20});
     QCOMPARE(view.pixelText(), QString());
 }
 
@@ -173,10 +180,12 @@ void tst_Viewer::forgetsTheFrame()
 void tst_Viewer::logIsBounded()
 {
     LogModel log;
-    const QAbstractItemModelTester tester(&log);
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(0);
-    for (int line = 0; line <= LogModel::maximumLines; ++line)
-        log.append(time, QStringLiteral("Module"), QString::number(line));
+    const auto append = [&](int line) { log.append(time, QStringLiteral("Module"), QString::number(line)); };
+    for (int line = 0; line < LogModel::maximumLines; ++line)
+        append(line);
+    const QAbstractItemModelTester tester(&log);
+    append(LogModel::maximumLines);
     QCOMPARE(log.rowCount(), int(LogModel::maximumLines));
     QVERIFY(log.lineText(0).endsWith(QStringLiteral("\tModule\t1")));
     QVERIFY(log.lineText(log.rowCount() - 1).endsWith(QString::number(LogModel::maximumLines)));
