@@ -33,6 +33,7 @@ constexpr PaletteColour palette[] = {
 constexpr char styleSheet[] = "QToolBar { border: none; border-bottom: 1px solid #d8d8d8; padding: 3px; spacing: 2px; }"
                               "QMainWindow::separator { background: #e1e1e1; width: 4px; height: 4px; }"
                               "QDockWidget::title { background: #e1e1e1; padding: 6px 8px; }"
+                              "QAbstractItemView { outline: 0; }"
                               "QStatusBar::item { border: none; }"
                               "QComboBox { combobox-popup: 0; }"
                               "#deviceTree::item { min-height: 28px; padding-left: 4px; }"
