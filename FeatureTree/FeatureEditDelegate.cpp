@@ -12,10 +12,11 @@
 
 #include "FeatureTree/FeatureEditors.h"
 #include "FeatureTree/FeatureKinds.h"
-#include "FeatureTree/NodeGuard.h"
+#include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "ParamterWnd/HostCore.h"
+#include "ToolPage/NodeGuard.h"
 
 using FeatureKinds::EditorKind;
 

@@ -12,17 +12,13 @@
 #include "FeatureTree/AddressText.h"
 #include "FeatureTree/FeatureEditDelegate.h"
 #include "FeatureTree/IntegerSpinBox.h"
+#include "ToolPage/StyleSheets.h"
 
 using FeatureKinds::EditorKind;
 
 namespace FeatureEditors {
 namespace {
 
-constexpr QLatin1String buttonStyle("QPushButton{border: 1px solid rgb(55,56,58,60%);border-radius: 2px;}"
-                                    "QPushButton::hover{background-color: rgb(216, 216, 216);}"
-                                    "QPushButton::pressed{background-color: rgb(180, 180, 180);}"
-                                    "QPushButton::disabled{border: 1px solid #CCCCCC;color: #CCCCCC;}");
-constexpr QLatin1String entryListStyle("QComboBox QAbstractItemView::item {height: 50px;}");
 constexpr QLatin1String macMask("HH:HH:HH:HH:HH:HH;_");
 constexpr QLatin1String ipv4Mask("000.000.000.000;_");
 constexpr QLatin1String hexMask("HHHHHHHHHHHHHHHH");
@@ -60,7 +56,7 @@ QWidget *makeBooleanList(QWidget *parent)
 QWidget *makeButton(QWidget *parent)
 {
     auto *button = new QPushButton(QStringLiteral("Execute"), parent);
-    button->setStyleSheet(buttonStyle);
+    button->setStyleSheet(StyleSheets::PlainButton);
     button->setAutoDefault(true); // Enter presses it, as Space does
     return button;
 }
@@ -68,7 +64,7 @@ QWidget *makeButton(QWidget *parent)
 QWidget *makeEntryList(QWidget *parent)
 {
     auto *list = new QComboBox(parent);
-    list->setStyleSheet(entryListStyle);
+    list->setStyleSheet(StyleSheets::EnumerationList);
     return list;
 }
 

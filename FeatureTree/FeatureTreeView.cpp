@@ -13,11 +13,11 @@
 
 #include "FeatureTree/FeatureEditDelegate.h"
 #include "FeatureTree/FeatureKinds.h"
-#include "FeatureTree/NodeGuard.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "FeatureTree/VisibilityPass.h"
 #include "ParamterWnd/HostCore.h"
+#include "ToolPage/NodeGuard.h"
 
 Q_LOGGING_CATEGORY(LOG_FeatureTreeView, "GeniCamera")
 

@@ -8,9 +8,9 @@
 
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FeatureValues.h"
-#include "FeatureTree/NodeGuard.h"
 #include "FeatureTree/VisibilityPass.h"
 #include "ParamterWnd/HostCore.h"
+#include "ToolPage/NodeGuard.h"
 
 namespace {
 

@@ -5,9 +5,10 @@
 
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FeatureTexts.h"
-#include "FeatureTree/NodeGuard.h"
+#include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
 #include "ParamterWnd/HostCore.h"
+#include "ToolPage/NodeGuard.h"
 
 namespace {
 

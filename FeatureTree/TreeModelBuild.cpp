@@ -6,9 +6,9 @@
 
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FeatureValues.h"
-#include "FeatureTree/NodeGuard.h"
 #include "FeatureTree/TreeItem.h"
 #include "ParamterWnd/HostCore.h"
+#include "ToolPage/NodeGuard.h"
 
 namespace {
 

@@ -250,10 +250,7 @@ private:
     std::shared_ptr<Feed> feed;
 };
 
-AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), identity(std::move(camera))
-{
-    setProperty("transport", identity.transport);
-}
+AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), identity(std::move(camera)) { }
 
 AravisDevice::~AravisDevice()
 {
@@ -345,6 +342,21 @@ void AravisDevice::reportAnswering(bool answering)
     HostCore::VLogInfo("AravisDevice", state.arg(identity.displayName).toStdString(), 0);
 }
 
+namespace {
+
+/// Aravis' names of what it can reach cameras by.
+Device::Transport transportOf(const char *protocol)
+{
+    const QLatin1String name(protocol);
+    if (name == QLatin1String("GigEVision"))
+        return Device::Transport::GigEVision;
+    if (name == QLatin1String("USB3Vision"))
+        return Device::Transport::Usb3Vision;
+    return name == QLatin1String("Fake") ? Device::Transport::Fake : Device::Transport::Other;
+}
+
+} // namespace
+
 DeviceFinder aravisFinder(bool withFakeCamera)
 {
     if (withFakeCamera)
@@ -358,7 +370,7 @@ DeviceFinder aravisFinder(bool withFakeCamera)
                     .arg(QString::fromUtf8(arv_get_device_vendor(i)), QString::fromUtf8(arv_get_device_model(i)),
                          QString::fromUtf8(arv_get_device_serial_nbr(i)));
             const AravisDevice::Identity identity{QString::fromUtf8(arv_get_device_id(i)), name,
-                                                  QString::fromUtf8(arv_get_device_protocol(i))};
+                                                  transportOf(arv_get_device_protocol(i))};
             found.push_back({identity.id, [identity] { return std::make_unique<AravisDevice>(identity); }});
         }
         return found;

@@ -20,7 +20,7 @@ public:
     {
         QString id; ///< Aravis' device id
         QString displayName;
-        QString transport; ///< "GigEVision", "USB3Vision" or "Fake"; also the device's property "transport"
+        Transport transport = Transport::Other;
     };
 
     explicit AravisDevice(Identity identity, QObject *parent = nullptr);
@@ -28,6 +28,7 @@ public:
 
     QString id() const override { return identity.id; }
     QString displayName() const override { return identity.displayName; }
+    Transport transport() const override { return identity.transport; }
     bool open(QString *error) override;
     void close() override;
     bool isOpen() const override { return connection != nullptr; }

@@ -19,6 +19,7 @@ public:
 
     QString id() const override;
     QString displayName() const override;
+    Transport transport() const override { return Transport::DescriptionFile; }
     bool open(QString *error) override;
     void close() override;
     bool isOpen() const override { return nodes.has_value(); }

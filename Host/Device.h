@@ -17,6 +17,8 @@ class Device : public QObject
 
 public:
     enum class Kind { Camera, Card };
+    /// How a device is reached. Fake is a test camera of the transport library.
+    enum class Transport { Simulated, GigEVision, Usb3Vision, Fake, DescriptionFile, Other };
 
     explicit Device(QObject *parent = nullptr) : QObject(parent) { }
 
@@ -25,6 +27,7 @@ public:
     /// What a person calls the device: vendor, model and serial number or user name.
     virtual QString displayName() const = 0;
     virtual Kind kind() const { return Kind::Camera; }
+    virtual Transport transport() const { return Transport::Other; }
     /// CAM_INFO_TYPE_CODE of the device: "0" area-scan, "4" attribute tab only; see HostCore.h.
     virtual QString typeCode() const { return QStringLiteral("0"); }
 

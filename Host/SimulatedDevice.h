@@ -43,6 +43,7 @@ public:
     QString id() const override { return model.id; }
     QString displayName() const override { return model.name; }
     Kind kind() const override { return model.kind; }
+    Transport transport() const override { return Transport::Simulated; }
     QString typeCode() const override { return model.typeCode; }
 
     bool open(QString *error) override;

@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QSplitter>
@@ -92,6 +93,10 @@ void ParamterWidget::setUpFilterBar()
     auto *const searchAction = new QWidgetAction(m_ui->edit_search);
     searchAction->setDefaultWidget(searchButton);
     m_ui->edit_search->addAction(searchAction, QLineEdit::LeadingPosition);
+    // The tree takes no focus by Tab; from the search field the arrow key leads into it.
+    auto *const intoTree = new QShortcut(Qt::Key_Down, m_ui->edit_search);
+    intoTree->setContext(Qt::WidgetShortcut);
+    connect(intoTree, &QShortcut::activated, m_ui->widget_featrue, qOverload<>(&QWidget::setFocus));
 
     m_ui->toolButton->setIcon(QIcon(Icons::Fold));
     m_ui->toolButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);

@@ -14,9 +14,9 @@
 #include <QSpinBox>
 #include <QThread>
 
-#include "FeatureTree/NodeGuard.h"
 #include "ParamterWidget/TranslationTables.h"
 #include "ParamterWnd/HostCore.h"
+#include "ToolPage/NodeGuard.h"
 #include "ToolPage/NodeNumbers.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/RowLabel.h"

@@ -43,7 +43,7 @@ void tst_AravisDevice::initTestCase()
     QVERIFY2(camera.create, "the fake camera is not found");
     const std::unique_ptr<Device> device = make();
     QCOMPARE(device->id(), cameraId);
-    QCOMPARE(device->property("transport").toString(), QStringLiteral("Fake"));
+    QCOMPARE(device->transport(), Device::Transport::Fake);
     QVERIFY(!device->displayName().isEmpty());
 }
 
@@ -66,7 +66,7 @@ void tst_AravisDevice::openingAgainStartsAfresh()
 
 void tst_AravisDevice::unknownCamerasDoNotOpen()
 {
-    AravisDevice device({QStringLiteral("Nobody-0"), QStringLiteral("nobody"), QString()});
+    AravisDevice device({QStringLiteral("Nobody-0"), QStringLiteral("nobody"), Device::Transport::Other});
     QString error;
     QVERIFY(!device.open(&error));
     QVERIFY(!error.isEmpty());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FeatureTree/NodeGuard.h"
+#include "FeatureTree/NodeWarning.h"
 
 #include <QtGlobal>
 

@@ -5,12 +5,9 @@
 
 #include <GenApi/GenApi.h>
 
-/// Prints the Qt warning for an error of a node: where it was raised, and its description.
-void warnNodeError(const GenICam::GenericException &error);
-
 /// Runs `access`, which touches nodes, and lets nothing that it throws out: a GenICam exception goes to `onGenICam`,
 /// the text of any other one to `onForeign` (a failing port may throw anything through a node). True if nothing
-/// was thrown.
+/// was thrown. The one place of the panel where exceptions are caught.
 template <class Access, class OnGenICam, class OnForeign>
 bool guardNode(Access access, OnGenICam onGenICam, OnForeign onForeign)
 {
