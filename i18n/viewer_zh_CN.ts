@@ -314,5 +314,9 @@
         <source>Image</source>
         <translation>图像</translation>
     </message>
+    <message>
+        <source>There is no device %1.</source>
+        <translation>没有设备 %1。</translation>
+    </message>
 </context>
 </TS>

@@ -101,7 +101,8 @@ void ViewerWindow::connectHost()
 {
     connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::followFocus);
     connect(&m_context, &HostContext::frameReady, this, &ViewerWindow::showFrame);
-    connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::updateCommands);
+    connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::followSearch,
+            Qt::QueuedConnection); // after the list of found devices
     connect(&m_context, &HostContext::deviceListChanged, this, &ViewerWindow::openPending);
     connect(&m_context, &HostContext::logLine, this,
             [this](const QDateTime &time, const QString &module, const QString &message) {
@@ -223,6 +224,13 @@ void ViewerWindow::openPending()
     m_context.open(id);
 }
 
+void ViewerWindow::followSearch(bool searching)
+{
+    updateCommands();
+    if (!searching && !m_pendingId.isEmpty())
+        m_context.log(objectName(), tr("There is no device %1.").arg(m_pendingId));
+}
+
 void ViewerWindow::showDeviceMenu(const QPoint &position)
 {
     if (m_devices->currentDevice())
@@ -313,7 +321,7 @@ void ViewerWindow::updateCommands()
         {Command::CloseDevice, device && open},
         {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
         {Command::StopAcquisition, acquiring},
-        {Command::DisablePanel, device && open},
+        {Command::DisablePanel, device && open && device->kind() == Device::Kind::Camera},
         {Command::ZoomFit, image},
         {Command::ZoomOriginal, image},
         {Command::ZoomIn, image},

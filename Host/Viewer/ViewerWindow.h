@@ -68,6 +68,7 @@ private:
     QString currentId() const;
     void updateCommands();
     void openPending();
+    void followSearch(bool searching);
     void retranslate();
     void restoreLayout();
 
