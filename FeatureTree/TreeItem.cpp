@@ -19,6 +19,11 @@ constexpr unsigned long settleMs = 50;
 /// A device that words each of its faults differently must not fill the memory.
 constexpr int mostFaults = 200;
 
+void logLine(const std::string &message)
+{
+    HostCore::VLogInfo("TreeItem", message, 0);
+}
+
 bool isUnreadable(const GenICam::GenericException &error)
 {
     return std::strstr(error.GetDescription(), "Node is not readable") != nullptr;
@@ -126,12 +131,12 @@ bool TreeItem::setData(int column, const QVariant &value)
         itemData[column] = value;
     } else {
         QVariant old;
-        const auto rollBack = [&](const GenICam::GenericException &) {
+        const auto rollBack = [&](const GenICam::GenericException &error) {
             itemData[column] = old;
             qDebug("Failed to set data for %s", qUtf8Printable(featureName));
+            logLine("Set " + featureName.toStdString() + " value failed, message = " + error.GetDescription());
         };
-        guardNode([&] { write(column, value, old); }, rollBack,
-                  [](const char *message) { HostCore::VLogInfo("TreeItem", message, 0); });
+        guardNode([&] { write(column, value, old); }, rollBack, logLine);
     }
     return true;
 }
@@ -238,5 +243,5 @@ bool TreeItem::isNewFault(const char *message)
 void TreeItem::logNewFault(const char *message)
 {
     if (isNewFault(message))
-        HostCore::VLogInfo("TreeItem", message, 0);
+        logLine(message);
 }

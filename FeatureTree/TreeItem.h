@@ -51,8 +51,8 @@ public:
     /// The cell as stored, without touching the node; invalid outside the cells.
     QVariant storedData(int column) const { return itemData.value(column); }
     /// Column 1 of a bound item goes to the node: written, 50 ms for the device to settle, then read back from the
-    /// device into the cell. A refused write puts the old value back into the cell. True unless the column does not
-    /// exist or the value is invalid.
+    /// device into the cell. A refused write puts the old value back into the cell and is logged with its reason. True
+    /// unless the column does not exist or the value is invalid.
     bool setData(int column, const QVariant &value);
 
     /// Null for a row that stands for no node. Owned by the node map.

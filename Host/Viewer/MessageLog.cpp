@@ -17,10 +17,12 @@ const char *moduleOf(const QMessageLogContext &context)
     return unnamed ? "Panel" : context.category;
 }
 
-/// Bookkeeping of the feature tree that tells a person nothing: closing an editor without a value, new titles.
+/// Bookkeeping of the feature tree that tells a person nothing: closing an editor without a value, new titles, and a
+/// refused write, which the tree itself logs with its reason.
 bool isBookkeeping(const QString &text)
 {
-    return text == QLatin1String("Data is invalid!") || text == QLatin1String("Feature is invalid!");
+    return text == QLatin1String("Data is invalid!") || text == QLatin1String("Feature is invalid!")
+        || text.startsWith(QLatin1String("Failed to set data for "));
 }
 
 /// Qt names its own messages by category ("qt....") or by function ("QClass::function: ...").

@@ -163,7 +163,9 @@ bool runCommand(TourStage &stage)
 bool refuseWrite(TourStage &stage)
 {
     return takesValue(stage, {"Width", "645", "640"})
-        && stage.expect(stage.isLogged(say("Width")), say("the refused write is not logged"));
+        && stage.expect(stage.isLogged(say("Set Width value failed, message = The difference between Value = 645 ")),
+                        say("the refused write is not logged with its reason"))
+        && stage.expect(!stage.isLogged(say("Failed to set data")), say("the refused write is logged twice"));
 }
 
 bool hideTab(TourStage &stage)

@@ -262,15 +262,16 @@ void tst_TreeItem::refusedWriteRollsBack_data()
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<int>("fault");
     QTest::addColumn<QVariant>("old");
+    QTest::addColumn<QString>("reason");
     const int none = int(MemoryPort::Fault::None);
     const int refused = int(MemoryPort::Fault::Refused);
-    QTest::newRow("increment") << QByteArray("Width") << QVariant(50) << none << QVariant(qint64(48));
-    QTest::newRow("range") << QByteArray("Width") << QVariant(200) << none << QVariant(qint64(48));
-    QTest::newRow("device") << QByteArray("Power") << QVariant(true) << refused << QVariant(false);
-    QTest::newRow("read-only") << QByteArray("Temperature") << QVariant(1.0) << none << QVariant(0.0);
-    QTest::newRow("unverified float") << QByteArray("Gain") << QVariant(500.0) << none << QVariant(2.0);
+    QTest::newRow("increment") << QByteArray("Width") << QVariant(50) << none << QVariant(qint64(48)) << "50";
+    QTest::newRow("range") << QByteArray("Width") << QVariant(200) << none << QVariant(qint64(48)) << "200";
+    QTest::newRow("device") << QByteArray("Power") << QVariant(true) << refused << QVariant(false) << "refused";
+    QTest::newRow("read-only") << QByteArray("Temperature") << QVariant(1.0) << none << QVariant(0.0) << "writable";
+    QTest::newRow("unverified float") << QByteArray("Gain") << QVariant(500.0) << none << QVariant(2.0) << "500";
     QTest::newRow("no old value") << QByteArray("Selector") << QVariant(QStringLiteral("Alpha")) << refused
-                                  << QVariant();
+                                  << QVariant() << "refused";
 }
 
 void tst_TreeItem::refusedWriteRollsBack()
@@ -279,6 +280,7 @@ void tst_TreeItem::refusedWriteRollsBack()
     QFETCH(QVariant, value);
     QFETCH(int, fault);
     QFETCH(QVariant, old);
+    QFETCH(QString, reason);
     camera->port.poke(TestCamera::Width, 48);
     camera->port.pokeDouble(TestCamera::Gain, 2.0);
     camera->port.writeFault = static_cast<MemoryPort::Fault>(fault);
@@ -286,6 +288,11 @@ void tst_TreeItem::refusedWriteRollsBack()
     QTest::ignoreMessage(QtDebugMsg, "Failed to set data for " + name);
     QVERIFY(item->setData(1, value));
     QCOMPARE(item->storedData(1), old);
+    const QStringList calls = FakeHostCore::instance().calls();
+    QCOMPARE(calls.size(), 1);
+    const QString line = log(("Set " + name + " value failed, message = ").constData()).chopped(4);
+    QVERIFY2(calls.first().startsWith(line) && calls.first().mid(line.size()).contains(reason),
+             qPrintable(calls.first()));
 }
 
 void tst_TreeItem::foreignWriteFaultIsLogged()
