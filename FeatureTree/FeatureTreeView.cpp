@@ -4,10 +4,11 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QLoggingCategory>
+#include <QPointer>
 #include <QResizeEvent>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QSignalBlocker>
 #include <QThread>
 #include <QTimer>
 
@@ -251,21 +252,30 @@ void FeatureTreeView::onCommandClicked()
                 return;
             }
             const QScopedValueRollback<bool> busy(commandBusy, true);
-            const QSignalBlocker blocker(delegate);
             runCommand(name, node);
         },
         logGenICam, logFault);
 }
 
-/// A reset goes through the host, which loses the device by it.
+/// A reset goes through the host, which loses the device by it. The host and whoever hears of a command may close the
+/// device or delete the view before they return.
 void FeatureTreeView::runCommand(const QString &name, GenApi::INode *node)
 {
+    const QPointer<FeatureEditDelegate> silenced(delegate);
+    const bool wasSilent = delegate->blockSignals(true);
+    const auto unblock = qScopeGuard([&] {
+        if (silenced)
+            silenced->blockSignals(wasSilent);
+    });
     if (name == QLatin1String("DeviceReset")) {
         HostCore::SetCameraNodeValue(deviceName.toStdString(), "DeviceReset", "");
-        Q_EMIT commandExecute(name);
+        if (silenced)
+            Q_EMIT commandExecute(name);
         return;
     }
     Q_EMIT commandExecute(name);
+    if (!silenced || silenced->dataDisabled)
+        return;
     GenApi::CCommandPtr(node)->Execute();
     QThread::msleep(commandPauseMs);
 }

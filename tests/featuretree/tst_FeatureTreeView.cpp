@@ -63,6 +63,7 @@ private Q_SLOTS:
     void triggerAndReset();
     void lockedCommandDoesNotRun();
     void commandIsNotReentered();
+    void deviceGoesDuringCommand();
     void failingCommandIsLogged();
     void repaintReadsOnlyWhatIsNotCached();
     void replacedModel();
@@ -407,6 +408,28 @@ void tst_FeatureTreeView::commandIsNotReentered()
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(runs, 1);
     QCOMPARE(camera->port.writes, 1u);
+}
+
+/// The host may close the device or delete the view while a command is announced.
+void tst_FeatureTreeView::deviceGoesDuringCommand()
+{
+    QPushButton *button = openCommand("Start");
+    QVERIFY(button);
+    QSignalSpy spy(view.get(), &FeatureTreeView::commandExecute);
+    connect(view.get(), &FeatureTreeView::commandExecute, view.get(), [this] {
+        model->dataDisabled = true;
+        view->setViewDataDisable();
+        camera.reset();
+    });
+    button->click();
+    QCOMPARE(spy.size(), 1);
+
+    init();
+    button = openCommand("DeviceReset");
+    QVERIFY(button);
+    FakeHostCore::instance().setCallHook([this](const QString &) { view.reset(); });
+    button->click();
+    QVERIFY(!view);
 }
 
 void tst_FeatureTreeView::failingCommandIsLogged()
