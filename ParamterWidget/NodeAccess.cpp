@@ -146,9 +146,12 @@ GenApi::INode *FindNodeByLogicalName(const QString &name, GenApi::INodeMap *node
                                        [&](const NameVariants &names) { return name == QLatin1String(names[0]); });
     if (variants == std::end(nodeNameVariants))
         return nullptr;
-    for (const char *candidate : *variants) {
-        if (GenApi::INode *const node = candidate ? nodeMap->GetNode(candidate) : nullptr)
-            return node;
-    }
-    return nullptr;
+    GenApi::INode *node = nullptr;
+    errorOf([&] {
+        for (const char *candidate : *variants) {
+            if (!node && candidate)
+                node = nodeMap->GetNode(candidate);
+        }
+    });
+    return node;
 }

@@ -158,6 +158,7 @@ void tst_NodeAccess::exceptions()
     FaultyNodeMap broken(&node, [] { throw std::runtime_error("port is gone"); });
     m_host.setNodeMap(HostCore::FOCUS_CAMERA, "faulty", &broken);
     QCOMPARE(call(device, QStringLiteral("any")), thrown);
+    QVERIFY(!FindNodeByLogicalName(QStringLiteral("Gain"), &broken));
     QCOMPARE(m_host.callsTo(QStringLiteral("VLogInfo")), QStringList());
 }
 
