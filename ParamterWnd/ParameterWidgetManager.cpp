@@ -112,7 +112,7 @@ void ParameterWidgetManager::unregisterListeners()
 
 void ParameterWidgetManager::setCurParamWidget(ParamterWidget *panel)
 {
-    if (m_currentPanel)
+    if (m_currentPanel && m_currentPanel != panel) // hiding the shown one would close its open editor
         m_currentPanel->hide();
     panel->show();
     m_ui->verticalLayout->addWidget(panel);
@@ -171,24 +171,17 @@ void ParameterWidgetManager::updateCamera(const QString &camera)
     const std::string key = camera.toStdString();
     const std::string acquisition = HostCore::GetCameraInfo(key, HostCore::CAM_INFO_ACQUISITION);
     if (!isCameraReady(key)) {
-        closeCamera(camera);
+        closePanel(camera, m_cameraPanels);
+        onFoucusChanged(HostCore::FOCUS_CARD, QString());
         return;
     }
     if (!m_cameraPanels.contains(camera)) {
+        const bool areaScan = isAreaScan(key); // may throw
         ParamterWidget *const panel = createPanel();
-        panel->setAreaScan(isAreaScan(key));
+        panel->setAreaScan(areaScan);
         openPanel(panel, camera, m_cameraPanels);
     }
     followAcquisition(m_cameraPanels.value(camera), acquisition);
-}
-
-void ParameterWidgetManager::closeCamera(const QString &camera)
-{
-    {
-        const QMutexLocker lock(&m_mutex);
-        closePanel(camera, m_cameraPanels);
-    }
-    onFoucusChanged(HostCore::FOCUS_CARD, QString());
 }
 
 ParamterWidget *ParameterWidgetManager::createPanel()
@@ -210,7 +203,7 @@ void ParameterWidgetManager::openPanel(ParamterWidget *panel, const QString &dev
 
 void ParameterWidgetManager::closePanel(const QString &device, PanelMap &panels)
 {
-    ParamterWidget *const panel = panels.take(device);
+    ParamterWidget *const panel = takeLocked(device, panels);
     if (!panel)
         return;
     panel->setParamterViewDisable();
@@ -218,6 +211,12 @@ void ParameterWidgetManager::closePanel(const QString &device, PanelMap &panels)
         m_currentPanel = nullptr;
     panel->hide(); // two panels above each other would enlarge the host's window until the deletion
     panel->deleteLater();
+}
+
+ParamterWidget *ParameterWidgetManager::takeLocked(const QString &device, PanelMap &panels)
+{
+    const QMutexLocker lock(&m_mutex);
+    return panels.take(device);
 }
 
 void ParameterWidgetManager::onLanguageChanged(int language)

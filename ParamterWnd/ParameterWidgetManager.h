@@ -69,7 +69,8 @@ private:
     ParamterWidget *createPanel();
     void openPanel(ParamterWidget *panel, const QString &device, PanelMap &panels);
     void closePanel(const QString &device, PanelMap &panels);
-    void closeCamera(const QString &camera);
+    /// The panel, no longer in the map; null when there is none.
+    ParamterWidget *takeLocked(const QString &device, PanelMap &panels);
     /// Those of the cameras, of the cards, and the default panel.
     QList<ParamterWidget *> allPanels() const;
     QList<ParamterWidget *> allPanelsLocked();

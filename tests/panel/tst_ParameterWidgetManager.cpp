@@ -49,6 +49,7 @@ private Q_SLOTS:
     void disableReachesCamerasOnly();
     void unknownKeysDoNothing();
     void defaultPanelTakesTheStoredLevel();
+    void repeatedFocusKeepsTheEditor();
     void failingHostNeverKeepsTheHostWaiting();
     void deviceListFromAHostThread();
 
@@ -437,13 +438,28 @@ void tst_ParameterWidgetManager::defaultPanelTakesTheStoredLevel()
     QTRY_COMPARE_WITH_TIMEOUT(level->currentIndex(), 2, 3000);
 }
 
+/// A host may raise the focus of the same device again and again while a person types.
+void tst_ParameterWidgetManager::repeatedFocusKeepsTheEditor()
+{
+    setCamera("cam", true);
+    sendDeviceList({}, {"cam"});
+    sendFocus(3, "cam");
+    panelOf(QStringLiteral("cam"))->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"))->setCurrentIndex(1);
+    auto *search = panelOf(QStringLiteral("cam"))->findChild<QLineEdit *>(QStringLiteral("edit_search"));
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    search->setFocus();
+    QVERIFY(search->hasFocus());
+    sendFocus(3, "cam");
+    QVERIFY(search->hasFocus());
+}
+
 /// An exception of the host costs the device it concerns, not the others and not the host's thread.
 void tst_ParameterWidgetManager::failingHostNeverKeepsTheHostWaiting()
 {
     setCamera("bad", true);
     setCamera("good", true);
     m_host.setCallHook([](const QString &line) {
-        if (line.startsWith(QStringLiteral("GetCameraInfo(bad")))
+        if (line == QStringLiteral("GetCameraInfo(bad, 6)"))
             throw std::runtime_error("no answer");
     });
     QElapsedTimer timer;
@@ -451,6 +467,7 @@ void tst_ParameterWidgetManager::failingHostNeverKeepsTheHostWaiting()
     sendDeviceList({}, {"bad", "good"});
     QVERIFY(timer.elapsed() < 4000);
     QVERIFY(panelOf(QStringLiteral("good")));
+    QCOMPARE(panels().size(), 2);
     QCOMPARE(m_host.callsTo(QStringLiteral("VLogInfo")),
              QStringList({QStringLiteral("VLogInfo(ParameterWidgetManager, no answer, 0)")}));
 }
