@@ -196,6 +196,8 @@ void tst_FeatureEditDelegate::spinBoxes()
     QCOMPARE(gain->decimals(), 4);
     QCOMPARE(gain->value(), 2.5);
 
+    const auto *big = openAs<QDoubleSpinBox>("Big");
+    QVERIFY(big && big->sizeHint().width() < 400);
     const auto *sine = openAs<QDoubleSpinBox>("SinData");
     QVERIFY(sine);
     QCOMPARE(sine->decimals(), 6);
@@ -360,8 +362,6 @@ void tst_FeatureEditDelegate::commandButton()
     auto *button = openAs<QPushButton>("Start");
     QVERIFY(button);
     QCOMPARE(button->text(), QStringLiteral("Execute"));
-    QVERIFY(button->styleSheet().startsWith(
-        QStringLiteral("QPushButton{border: 1px solid rgb(55,56,58,60%);border-radius: 2px;}QPushButton::hover")));
     QSignalSpy spy(delegate.get(), &FeatureEditDelegate::CommandClicked);
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(spy.size(), 1);

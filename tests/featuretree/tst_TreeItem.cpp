@@ -32,7 +32,6 @@ class tst_TreeItem : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void childrenAndColumns();
     void shows_data();
     void shows();
     void unreadableKeepsTheStoredCell();
@@ -83,37 +82,6 @@ void tst_TreeItem::bind(const char *name, const QVariant &stored)
     QVERIFY2(camera->node(name), name);
     item = std::make_unique<TreeItem>(cells(QString::fromUtf8(name), stored));
     item->SetFeature(camera->node(name));
-}
-
-void tst_TreeItem::childrenAndColumns()
-{
-    TreeItem root(cells(1, 2));
-    QVERIFY(!root.insertChildren(1, 1, 2));
-    QVERIFY(!root.insertChildren(-1, 1, 2));
-    QVERIFY(root.insertChildren(0, 0, 2));
-    QCOMPARE(root.childCount(), 0);
-    QVERIFY(root.insertChildren(0, 3, 2));
-    QCOMPARE(root.childCount(), 3);
-    TreeItem *last = root.child(2);
-    QCOMPARE(last->childNumber(), 2);
-    QCOMPARE(last->parent(), &root);
-    QCOMPARE(root.childNumber(), 0);
-    QVERIFY(!root.child(3));
-    QVERIFY(!root.child(-1));
-    QCOMPARE(TreeItem(cells(1), &root).childNumber(), -1);
-
-    QVERIFY(!root.insertColumns(3, 1));
-    QVERIFY(root.insertColumns(1, 2));
-    QCOMPARE(last->columnCount(), 4);
-    QCOMPARE(root.data(3), QVariant(2));
-    QVERIFY(!root.removeColumns(3, 2));
-    QVERIFY(root.removeColumns(1, 2));
-    QCOMPARE(last->columnCount(), 2);
-
-    QVERIFY(!root.removeChildren(2, 2));
-    QVERIFY(!root.removeChildren(-1, 1));
-    QVERIFY(root.removeChildren(0, 2));
-    QCOMPARE(root.child(0), last);
 }
 
 void tst_TreeItem::shows_data()

@@ -308,9 +308,13 @@ void tst_TreeModel::structureEdits()
     QVERIFY(test.model.removeRows(1, 2, root));
     QCOMPARE(test.model.rowCount(root), before);
     QVERIFY(!test.model.insertRows(-1, 1, root));
-    QVERIFY(test.model.insertColumns(2, 1));
+    QVERIFY(!test.model.removeRows(-1, 1, root));
+    QVERIFY(!test.model.insertColumns(3, 1));
+    QVERIFY(test.model.insertColumns(1, 1));
     QCOMPARE(test.model.columnCount(root), 3);
     QCOMPARE(test.model.getItem(findRow(test.model, "Width"))->columnCount(), 3);
+    QCOMPARE(test.model.headerData(2, Qt::Horizontal).toString(), QStringLiteral("Value"));
+    QVERIFY(!test.model.removeColumns(2, 2));
     QVERIFY(test.model.removeColumns(0, 3));
     QCOMPARE(test.model.rowCount(), 0);
 }

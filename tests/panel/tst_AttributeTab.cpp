@@ -25,15 +25,11 @@ private Q_SLOTS:
 
     void levelTexts_data();
     void levelTexts();
-    void opensWithTheStoredLevel_data();
     void opensWithTheStoredLevel();
     void choosingALevel();
-    void searching_data();
-    void searching();
     void searchUnfoldsLevelDoesNot();
     void withoutNodeMapOnlyTheLevelIsStored();
     void cardsAskForTheirOwnNodeMap();
-    void folding();
     void describesTheSelectedFeature();
     void rowsWithoutNodeLeaveThePane();
     void buildingAgainFreesTheModel();
@@ -152,33 +148,23 @@ void tst_AttributeTab::levelTexts()
     QTEST(attributeLevelFromText(stored.toStdString()), "level");
 }
 
-void tst_AttributeTab::opensWithTheStoredLevel_data()
-{
-    QTest::addColumn<QByteArray>("stored");
-    QTest::addColumn<QString>("level");
-    QTest::addColumn<QStringList>("more");
-    QTest::newRow("Beginner") << QByteArray("0") << QStringLiteral("Beginner") << QStringList();
-    QTest::newRow("never stored") << QByteArray() << QStringLiteral("Beginner") << QStringList();
-    QTest::newRow("Expert") << QByteArray("1") << QStringLiteral("Expert") << QStringList({QStringLiteral("Gamma")});
-    const QStringList all = {QStringLiteral("BlackLevel"), QStringLiteral("Gamma"), QStringLiteral("Secret")};
-    QTest::newRow("Guru") << QByteArray("2") << QStringLiteral("Guru") << all;
-    QTest::newRow("out of range") << QByteArray("7") << QStringLiteral("Guru") << all;
-}
-
 void tst_AttributeTab::opensWithTheStoredLevel()
 {
-    QFETCH(QByteArray, stored);
-    QFETCH(QStringList, more);
-    open(stored.constData());
-    QTEST(m_level->currentText(), "level");
-    QStringList expected = beginnerFeatures + more;
-    QStringList actual = shownFeatures();
-    actual.sort();
-    expected.sort();
-    QCOMPARE(actual, expected);
-    QCOMPARE(m_host.callsTo(QStringLiteral("SetParamterInfo")), QStringList());
-    QCOMPARE(m_tree->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-    QCOMPARE(expandedRows(), 1);
+    const QStringList experts = {QStringLiteral("Gamma")};
+    const QStringList all = {QStringLiteral("BlackLevel"), QStringLiteral("Gamma"), QStringLiteral("Secret")};
+    const std::pair<const char *, QStringList> levels[] = {{"", {}}, {"1", experts}, {"7", all}};
+    for (const auto &[stored, more] : levels) {
+        open(stored);
+        QStringList expected = beginnerFeatures + more;
+        QStringList actual = shownFeatures();
+        actual.sort();
+        expected.sort();
+        QCOMPARE(actual, expected);
+        QCOMPARE(m_level->currentIndex(), attributeLevelFromText(stored));
+        QCOMPARE(m_host.callsTo(QStringLiteral("SetParamterInfo")), QStringList());
+        QCOMPARE(m_tree->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+        QCOMPARE(expandedRows(), 1);
+    }
 }
 
 void tst_AttributeTab::choosingALevel()
@@ -195,44 +181,30 @@ void tst_AttributeTab::choosingALevel()
     QVERIFY(shownFeatures().contains(QStringLiteral("Gamma")));
 }
 
-void tst_AttributeTab::searching_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QStringList>("features");
-    QTest::newRow("part of a name") << QStringLiteral("widt")
-                                    << QStringList({QStringLiteral("Width"), QStringLiteral("WidthMax")});
-    QTest::newRow("expert feature at Beginner") << QStringLiteral("Gamma") << QStringList();
-    QTest::newRow("category name") << QStringLiteral("Analog") << QStringList();
-    QTest::newRow("nothing") << QStringLiteral("zzz") << QStringList();
-    QTest::newRow("non-ASCII") << QStringLiteral("宽") << QStringList();
-    QTest::newRow("pattern characters are plain") << QStringLiteral(".*") << QStringList();
-}
-
-void tst_AttributeTab::searching()
-{
-    QFETCH(QString, text);
-    open();
-    m_search->setText(text);
-    QTEST(shownFeatures(), "features");
-    m_search->clear();
-    QCOMPARE(shownFeatures(), beginnerFeatures);
-}
-
 void tst_AttributeTab::searchUnfoldsLevelDoesNot()
 {
     open();
     m_level->setCurrentIndex(1);
     QCOMPARE(expandedRows(), 1);
     QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
+    QCOMPARE(m_fold->property("collapse"), QVariant(true));
+    m_fold->click();
+    QCOMPARE(expandedRows(), 4);
+    m_fold->click();
+    QCOMPARE(expandedRows(), 1);
 
-    m_search->setText(QStringLiteral("e"));
+    m_search->setText(QStringLiteral("widt"));
+    QCOMPARE(shownFeatures(), QStringList({QStringLiteral("Width"), QStringLiteral("WidthMax")}));
     QCOMPARE(m_fold->text(), QStringLiteral("Collapse"));
+    QCOMPARE(m_fold->property("collapse"), QVariant(false));
     QCOMPARE(expandedRows(), 5);
     m_fold->click();
     QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
-    m_level->setCurrentIndex(2);
+    m_level->setCurrentIndex(0);
     QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
     QCOMPARE(expandedRows(), 1);
+    m_search->clear();
+    QCOMPARE(shownFeatures(), beginnerFeatures);
 }
 
 void tst_AttributeTab::withoutNodeMapOnlyTheLevelIsStored()
@@ -257,20 +229,6 @@ void tst_AttributeTab::cardsAskForTheirOwnNodeMap()
     m_panel->findChild<QLineEdit *>(QStringLiteral("edit_search"))->setText(QStringLiteral("a"));
     QCOMPARE(m_host.callsTo(QStringLiteral("GetAttrNodeMap")),
              QStringList({QStringLiteral("GetAttrNodeMap(2, card, 3)")}));
-}
-
-void tst_AttributeTab::folding()
-{
-    open();
-    QCOMPARE(m_fold->property("collapse"), QVariant(true));
-    m_fold->click();
-    QCOMPARE(m_fold->property("collapse"), QVariant(false));
-    QCOMPARE(m_fold->text(), QStringLiteral("Collapse"));
-    QCOMPARE(expandedRows(), 4);
-    m_fold->click();
-    QCOMPARE(m_fold->property("collapse"), QVariant(true));
-    QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
-    QCOMPARE(expandedRows(), 1);
 }
 
 void tst_AttributeTab::describesTheSelectedFeature()

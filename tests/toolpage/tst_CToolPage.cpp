@@ -61,9 +61,7 @@ class tst_CToolPage : public QObject
 
 private Q_SLOTS:
     void foldsByItsTitleBar();
-    void isCollapsedUntilItHasContent();
     void autoStretchMovesTheFreeHeight();
-    void languageOfTitles_data();
     void languageOfTitles();
     void boxStacksExpandedGroups();
     void boxNeverShowsScrollBars();
@@ -73,6 +71,8 @@ private Q_SLOTS:
 void tst_CToolPage::foldsByItsTitleBar()
 {
     CToolPage page;
+    QVERIFY(!page.isExpanded());
+    QCOMPARE(foldImageOf(&page), image(Icons::Fold));
     page.addWidget(QStringLiteral("Group"), QString(), fixedContent(50));
     page.show();
     QCOMPARE(foldImageOf(&page), image(Icons::Unfold));
@@ -84,13 +84,6 @@ void tst_CToolPage::foldsByItsTitleBar()
     QVERIFY(page.isExpanded());
     QVERIFY(contextOf(&page)->isVisible());
     QCOMPARE(foldImageOf(&page), image(Icons::Unfold));
-}
-
-void tst_CToolPage::isCollapsedUntilItHasContent()
-{
-    CToolPage page;
-    QVERIFY(!page.isExpanded());
-    QCOMPARE(foldImageOf(&page), image(Icons::Fold));
 }
 
 void tst_CToolPage::autoStretchMovesTheFreeHeight()
@@ -109,28 +102,21 @@ void tst_CToolPage::autoStretchMovesTheFreeHeight()
     QTRY_COMPARE(contextOf(&page)->geometry().bottom(), 399);
 }
 
-void tst_CToolPage::languageOfTitles_data()
-{
-    QTest::addColumn<int>("language");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("label");
-    QTest::newRow("English") << 0 << QStringLiteral("Image") << QStringLiteral("Width");
-    QTest::newRow("Chinese") << 1 << QStringLiteral("图像") << QStringLiteral("宽度");
-    QTest::newRow("any other") << 2 << QStringLiteral("图像") << QStringLiteral("宽度");
-}
-
 void tst_CToolPage::languageOfTitles()
 {
-    QFETCH(int, language);
+    const QStringList titles{QStringLiteral("Image"), QStringLiteral("图像")};
+    const QStringList labels{QStringLiteral("Width"), QStringLiteral("宽度")};
     CToolBox box;
     auto *group = new ToolPageWidget;
     auto *row = new ToolPageWidgetItem(group);
-    row->setItemInfo({QStringLiteral("Width"), QStringLiteral("宽度")}, {}, static_cast<QWidget *>(nullptr));
+    row->setItemInfo(labels, {}, static_cast<QWidget *>(nullptr));
     group->addWidget(row);
-    box.addWidget(QStringLiteral("Image"), QStringLiteral("图像"), group);
-    box.setLanguage(language);
-    QTEST(titleOf(box.findChild<CToolPage *>()), "title");
-    QTEST(row->findChild<QLabel *>()->text(), "label");
+    box.addWidget(titles.at(0), titles.at(1), group);
+    for (const int language : {1, 0, 2}) {
+        box.setLanguage(language);
+        QCOMPARE(titleOf(box.findChild<CToolPage *>()), titles.at(language != 0));
+        QCOMPARE(row->findChild<QLabel *>()->text(), labels.at(language != 0));
+    }
 }
 
 void tst_CToolPage::boxStacksExpandedGroups()

@@ -23,7 +23,6 @@ class tst_CustomButton : public QObject
 
 private Q_SLOTS:
     void showsItsImages();
-    void withoutImagesDoesNotLatch();
     void selectedButtonLatches();
 };
 
@@ -37,14 +36,6 @@ void tst_CustomButton::showsItsImages()
     QTest::keyClick(&button, Qt::Key_Space);
     QVERIFY(!button.isSelected());
     QCOMPARE(button.styleSheet(), style(":/n.png"));
-}
-
-void tst_CustomButton::withoutImagesDoesNotLatch()
-{
-    CustomButton button;
-    button.click();
-    QVERIFY(!button.isSelected());
-    QVERIFY(button.styleSheet().isEmpty());
 }
 
 void tst_CustomButton::selectedButtonLatches()

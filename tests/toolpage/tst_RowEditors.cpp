@@ -29,7 +29,6 @@ class tst_RowEditors : public QObject
 private Q_SLOTS:
     void init() { FakeHostCore::instance().reset(); }
     void integerRange();
-    void floatSteps_data();
     void floatSteps();
     void oddFloats();
     void unreadable_data();
@@ -51,26 +50,21 @@ void tst_RowEditors::integerRange()
     }
 }
 
-void tst_RowEditors::floatSteps_data()
-{
-    QTest::addColumn<QByteArray>("increment");
-    QTest::addColumn<double>("step");
-    QTest::newRow("none") << QByteArray("") << static_cast<double>(0.01f);
-    QTest::newRow("fixed") << QByteArray("<Inc>0.5</Inc>") << 0.5;
-}
-
 void tst_RowEditors::floatSteps()
 {
-    QFETCH(QByteArray, increment);
-    TestCamera camera(
-        descriptionOf("<Float Name=\"N\"><Value>0.123456</Value><Min>-0.1</Min><Max>9</Max>" + increment + "</Float>"));
-    ToolPageWidgetItem row;
-    row.setItemInfo({}, {}, camera.node("N"), true);
-    const auto *spinBox = row.findChild<QDoubleSpinBox *>();
-    QTEST(spinBox->singleStep(), "step");
-    QCOMPARE(spinBox->value(), 0.1235);
-    QCOMPARE(spinBox->minimum(), -0.1);
-    QCOMPARE(spinBox->maximum(), 9.0);
+    const std::pair<const char *, double> steps[] = {{"", static_cast<double>(0.01f)}, {"<Inc>0.5</Inc>", 0.5}};
+    for (const auto &[increment, step] : steps) {
+        TestCamera camera(descriptionOf(QByteArray("<Float Name=\"N\"><Value>0.123456</Value><Min>-0.1</Min>"
+                                                   "<Max>9</Max>")
+                                        + increment + "</Float>"));
+        ToolPageWidgetItem row;
+        row.setItemInfo({}, {}, camera.node("N"), true);
+        const auto *spinBox = row.findChild<QDoubleSpinBox *>();
+        QCOMPARE(spinBox->singleStep(), step);
+        QCOMPARE(spinBox->value(), 0.1235);
+        QCOMPARE(spinBox->minimum(), -0.1);
+        QCOMPARE(spinBox->maximum(), 9.0);
+    }
 }
 
 void tst_RowEditors::oddFloats()
