@@ -53,6 +53,8 @@ AttributeTab::~AttributeTab() = default;
 
 void AttributeTab::build(GenApi::INodeMap *nodeMap)
 {
+    if (m_disabled)
+        return;
     {
         const QSignalBlocker blocker(m_form.cboboxLevel);
         m_form.cboboxLevel->setCurrentIndex(storedLevel());

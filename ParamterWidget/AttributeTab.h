@@ -31,6 +31,7 @@ public:
     ~AttributeTab();
 
     /// Shows the features of `nodeMap` (not null) in place of those shown before, with the stored level.
+    /// Nothing happens once the tab is disabled.
     void build(GenApi::INodeMap *nodeMap);
     /// Stores the chosen level and hides the rows that level and search text exclude. With `searching` the whole
     /// tree is unfolded first. Does not touch the tree when the host has no node map for the device.

@@ -275,12 +275,24 @@ void tst_AttributeTab::editorOpenWhilePanelGoes()
 {
     open();
     m_panel->show();
-    m_tree->expandAll();
-    const QModelIndex width = indexOf(QStringLiteral("Width"));
-    static_cast<QAbstractItemView *>(m_tree)->edit(width.sibling(width.row(), 1));
+    QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
+    const auto typeInto = [this](const QString &name) {
+        m_tree->expandAll();
+        m_tree->setCurrentIndex(indexOf(name).siblingAtColumn(1));
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1"));
+        return QApplication::focusWidget()->parentWidget() == m_tree->viewport();
+    };
     m_camera->port.resetCounters();
-    m_panel.reset();
+    QVERIFY(typeInto(QStringLiteral("Width")));
+    m_panel->parameterTreeViewInit(m_camera->map);
+    QVERIFY(typeInto(QStringLiteral("Width")));
+    m_panel->setParamterViewDisable();
+    m_search->setFocus();
     QCOMPARE(m_camera->port.writes, 0U);
+    GenApi::INodeMap *const gone = m_camera->map;
+    m_camera.reset();
+    m_panel->parameterTreeViewInit(gone);
+    m_panel.reset();
 }
 
 QTEST_MAIN(tst_AttributeTab)
