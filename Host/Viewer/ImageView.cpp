@@ -30,11 +30,22 @@ ImageView::ImageView(QWidget *parent) : QWidget(parent), m_cursor(nowhere)
 
 void ImageView::showFrame(const QImage &frame)
 {
+    countFrame();
+    setFrame(frame);
+}
+
+void ImageView::showStill(const QImage &frame)
+{
+    m_arrivals.clear();
+    setFrame(frame);
+}
+
+void ImageView::setFrame(const QImage &frame)
+{
     const bool sameSize = frame.size() == m_frame.size();
     m_frame = frame;
     if (!sameSize)
         m_centre = QRectF(m_frame.rect()).center();
-    countFrame();
     update();
     Q_EMIT statusChanged();
 }

@@ -21,7 +21,10 @@ public:
 
     explicit ImageView(QWidget *parent = nullptr);
 
+    /// The newest frame; it counts for framesPerSecond().
     void showFrame(const QImage &frame);
+    /// A frame that arrived earlier; the rate begins anew.
+    void showStill(const QImage &frame);
     /// Forgets the frame; `hint` (a sentence for a person) stands in its place.
     void clear(const QString &hint);
     const QImage &frame() const { return m_frame; }
@@ -57,6 +60,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void setFrame(const QImage &frame);
     double fittingZoom() const;
     QRectF imageRect() const;
     void setZoom(double zoom, const QPointF &anchor);

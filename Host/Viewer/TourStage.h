@@ -47,6 +47,8 @@ public:
     QModelIndex feature(const QString &name) const;
     bool isShown(const QString &name) const;
 
+    /// The editor that is open in the tree, or null.
+    QWidget *editor() const;
     /// Clicks the value of a feature and returns the editor that opens, else null.
     QWidget *openEditor(const QString &name);
     /// The same; the list of a choice opens too. False when no editor opens.
@@ -66,8 +68,6 @@ public:
     void forgetFailure() { m_failure.clear(); }
 
 private:
-    QWidget *editor() const;
-
     ViewerWindow &m_window;
     QString m_failure;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Host/Viewer/ViewerWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileDialog>
@@ -50,6 +51,7 @@ ViewerWindow::ViewerWindow(HostContext &context)
     retranslate();
     restoreLayout();
     followFocus();
+    m_devices->setFocus();
 }
 
 ViewerWindow::~ViewerWindow()
@@ -116,7 +118,8 @@ void ViewerWindow::run(Command command, bool checked)
     case Command::Refresh:
         return m_context.refreshDevices();
     case Command::OpenDevice:
-        return openDevice();
+        openDevice(currentId());
+        return;
     case Command::CloseDevice:
         return closeDevice();
     case Command::OpenFile:
@@ -161,9 +164,12 @@ QString ViewerWindow::currentId() const
     return device ? device->id() : QString();
 }
 
-void ViewerWindow::openDevice()
+bool ViewerWindow::openDevice(const QString &id)
 {
-    m_context.open(currentId());
+    QApplication::setOverrideCursor(Qt::WaitCursor); // a camera that does not answer takes some seconds
+    const bool opened = m_context.open(id);
+    QApplication::restoreOverrideCursor();
+    return opened;
 }
 
 void ViewerWindow::closeDevice()
@@ -206,7 +212,7 @@ bool ViewerWindow::openDescription(const QString &path)
     if (!m_context.device(id))
         m_context.addDevice(std::move(device));
     m_devices->select(id);
-    return m_context.open(id);
+    return openDevice(id);
 }
 
 void ViewerWindow::openWhenKnown(const QString &id)
@@ -221,7 +227,7 @@ void ViewerWindow::openPending()
         return;
     const QString id = std::exchange(m_pendingId, QString());
     m_devices->select(id);
-    m_context.open(id);
+    openDevice(id);
 }
 
 void ViewerWindow::followSearch(bool searching)
@@ -259,7 +265,7 @@ void ViewerWindow::followFocus()
     const QString id = currentId();
     QString format;
     if (m_frames.contains(id))
-        m_image->showFrame(m_frames.value(id));
+        m_image->showStill(m_frames.value(id));
     else
         m_image->clear(imageHint());
     if (m_devices->state(id) == DeviceTree::State::Acquiring)

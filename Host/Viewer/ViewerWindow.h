@@ -53,7 +53,8 @@ private:
     void buildCommands();
     void connectHost();
     void run(Command command, bool checked);
-    void openDevice();
+    /// False on failure, which is logged.
+    bool openDevice(const QString &id);
     void closeDevice();
     void startAcquisition();
     void stopAcquisition();
