@@ -6,6 +6,12 @@
 
 #include "Host/GenICamGuard.h"
 
+namespace {
+
+constexpr qint64 maximumSize = 256 * 1024 * 1024; // bytes; real descriptions stay below ten million
+
+} // namespace
+
 DescriptionDevice::DescriptionDevice(const QString &file, QObject *parent) : Device(parent), path(file) { }
 
 DescriptionDevice::~DescriptionDevice() = default;
@@ -29,7 +35,11 @@ bool DescriptionDevice::open(QString *error)
         *error = file.errorString();
         return false;
     }
-    const QByteArray description = file.readAll();
+    const QByteArray description = file.read(maximumSize + 1);
+    if (description.size() > maximumSize) {
+        *error = QStringLiteral("the file is larger than 256 MiB");
+        return false;
+    }
     return guarded(error, [&] { nodes.emplace(description, port); });
 }
 
