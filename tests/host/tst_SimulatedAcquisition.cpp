@@ -22,6 +22,7 @@ private Q_SLOTS:
     void acquisitionLocksAndUnlocks();
     void startedByTheFeatureItself();
     void framesFollowTheSize();
+    void framesComeAtTheRate_data();
     void framesComeAtTheRate();
     void numberedAcquisitionsEndByThemselves_data();
     void numberedAcquisitionsEndByThemselves();
@@ -88,10 +89,18 @@ void tst_SimulatedAcquisition::framesFollowTheSize()
     QCOMPARE(lastFrame(frames).format(), QImage::Format_Grayscale8);
 }
 
+void tst_SimulatedAcquisition::framesComeAtTheRate_data()
+{
+    QTest::addColumn<int>("wanted");
+    QTest::newRow("slow") << 10;
+    QTest::newRow("fast") << 40;
+}
+
 void tst_SimulatedAcquisition::framesComeAtTheRate()
 {
+    QFETCH(int, wanted);
     const OpenDevice device("SIM-AREA-02");
-    device.set("AcquisitionFrameRate", "40");
+    device.set("AcquisitionFrameRate", QByteArray::number(wanted).constData());
     QSignalSpy frames(device.operator->(), &Device::frameReady);
     QString error;
     QVERIFY(device->startAcquisition(&error));
@@ -99,9 +108,10 @@ void tst_SimulatedAcquisition::framesComeAtTheRate()
     const int before = frames.count();
     QElapsedTimer clock;
     clock.start();
-    QTRY_VERIFY(frames.count() >= before + 40);
+    QTRY_VERIFY(frames.count() >= before + wanted);
     const double rate = (frames.count() - before) * 1000.0 / double(clock.elapsed());
-    QVERIFY2(rate > 25.0 && rate < 50.0, qPrintable(QString::number(rate)));
+    // A busy machine may be late, but never early.
+    QVERIFY2(rate > wanted * 0.4 && rate < wanted * 1.25, qPrintable(QString::number(rate)));
 }
 
 void tst_SimulatedAcquisition::numberedAcquisitionsEndByThemselves_data()
