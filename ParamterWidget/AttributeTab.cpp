@@ -105,6 +105,9 @@ void AttributeTab::describe(const QModelIndex &index)
 void AttributeTab::selectStoredLevel()
 {
     m_form.cboboxLevel->setCurrentIndex(storedLevel());
+    // New texts select the first level without a filter run, so the selector may stand there already.
+    if (m_model && !m_disabled && m_shownLevel != m_form.cboboxLevel->currentIndex())
+        applyFilter();
 }
 
 void AttributeTab::retranslate()
@@ -136,5 +139,6 @@ void AttributeTab::setFolded(bool folded)
 
 void AttributeTab::applyFilter()
 {
-    m_form.widget_featrue->SetFilter(m_form.cboboxLevel->currentIndex(), m_form.edit_search->text());
+    m_shownLevel = m_form.cboboxLevel->currentIndex();
+    m_form.widget_featrue->SetFilter(m_shownLevel, m_form.edit_search->text());
 }

@@ -41,7 +41,7 @@ public:
     /// Puts the description of the row's feature into the description pane; leaves the pane as it is for a row
     /// without a node.
     void describe(const QModelIndex &index);
-    /// Selects the stored level. A changed level filters the tree.
+    /// Selects the stored level. The tree is filtered by it unless it shows that level already.
     void selectStoredLevel();
     /// Sets the texts that depend on the folding state again, after the form has set its own.
     void retranslate();
@@ -57,5 +57,6 @@ private:
     const Ui_ParamterWidget &m_form;
     QTextBrowser *m_descriptionPane;
     std::unique_ptr<TreeModel> m_model;
+    int m_shownLevel = 0; ///< of the last filter run
     bool m_disabled = false;
 };

@@ -179,6 +179,11 @@ void tst_AttributeTab::choosingALevel()
     m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "1");
     m_panel->updateAttributeLevel();
     QVERIFY(shownFeatures().contains(QStringLiteral("Gamma")));
+
+    m_panel->retranslate(1); // selects the first level; meanwhile another panel stored it
+    m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "0");
+    m_panel->updateAttributeLevel();
+    QCOMPARE(shownFeatures(), beginnerFeatures);
 }
 
 void tst_AttributeTab::searchUnfoldsLevelDoesNot()
