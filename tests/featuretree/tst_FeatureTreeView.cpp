@@ -9,7 +9,6 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStandardItemModel>
-#include <QTranslator>
 #include <QtTest>
 
 #include "FaultyNode.h"
@@ -19,22 +18,12 @@
 #include "FeatureTree/TreeModel.h"
 #include "FindRow.h"
 #include "TestCamera.h"
+#include "support/BracketTranslator.h"
 #include "support/FakeHostCore.h"
 
 namespace {
 
 const QStringList headers{QStringLiteral("Feature"), QStringLiteral("Value")};
-
-/// Translates every text to itself in brackets.
-class Brackets : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *text, const char *, int) const override
-    {
-        return qstrcmp(context, "ParamterWidget") == 0 ? QStringLiteral("[%1]").arg(QLatin1String(text)) : QString();
-    }
-};
 
 } // namespace
 
@@ -233,7 +222,7 @@ void tst_FeatureTreeView::columnsAreHalves()
 void tst_FeatureTreeView::languageRetitlesHeaders()
 {
     QPersistentModelIndex width = cell("Width");
-    Brackets brackets;
+    BracketTranslator brackets;
     QCoreApplication::installTranslator(&brackets);
     QTRY_COMPARE(model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("[Feature]"));
     QCOMPARE(model->headerData(1, Qt::Horizontal).toString(), QStringLiteral("[Value]"));

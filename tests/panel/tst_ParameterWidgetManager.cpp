@@ -38,7 +38,6 @@ private Q_SLOTS:
     void removingTheShownPanel();
     void unlistedCamerasStay();
     void oneKeyForCardAndCamera();
-    void areaScanFlag_data();
     void areaScanFlag();
     void acquisition_data();
     void acquisition();
@@ -304,24 +303,17 @@ void tst_ParameterWidgetManager::oneKeyForCardAndCamera()
     QVERIFY(!panelOf(QStringLiteral("device"), true)->isVisible());
 }
 
-void tst_ParameterWidgetManager::areaScanFlag_data()
-{
-    QTest::addColumn<QByteArray>("typeCode");
-    QTest::addColumn<bool>("areaScan");
-    QTest::newRow("1") << QByteArray("1") << false;
-    QTest::newRow("5") << QByteArray("5") << false;
-    QTest::newRow("4") << QByteArray("4") << true;
-    QTest::newRow("unknown") << QByteArray("15") << true;
-    QTest::newRow("none") << QByteArray() << true;
-}
-
 void tst_ParameterWidgetManager::areaScanFlag()
 {
-    QFETCH(QByteArray, typeCode);
-    setCamera("cam", true);
-    m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, typeCode.toStdString());
-    sendDeviceList({}, {"cam"});
-    QTEST(panelOf(QStringLiteral("cam"))->isAreaScan(), "areaScan");
+    const std::pair<const char *, bool> areaScanOfType[] = {
+        {"1", false}, {"5", false}, {"4", true}, {"15", true}, {"", true}};
+    for (const auto &[type, areaScan] : areaScanOfType) {
+        const std::string key = std::string("cam") + type;
+        setCamera(key, true);
+        m_host.setCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE, type);
+        sendDeviceList({}, {key});
+        QCOMPARE(panelOf(QString::fromStdString(key))->isAreaScan(), areaScan);
+    }
 }
 
 void tst_ParameterWidgetManager::acquisition_data()

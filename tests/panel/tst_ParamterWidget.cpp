@@ -8,7 +8,6 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QToolButton>
-#include <QTranslator>
 #include <QtTest>
 
 #include "FaultyNode.h"
@@ -22,24 +21,13 @@
 #include "ToolPage/CToolPage.h"
 #include "ToolPage/SelectedButton.h"
 #include "ToolPage/SwitchButton.h"
+#include "support/BracketTranslator.h"
 #include "support/FakeHostCore.h"
 #include "support/FatalMessages.h"
 
 namespace {
 
 constexpr int LiveRefreshMs = 1500;
-
-/// Translates every text of the panel by putting it into brackets.
-class BracketTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *source, const char *, int) const override
-    {
-        return qstrcmp(context, "ParamterWidget") == 0 ? QStringLiteral("[%1]").arg(QString::fromUtf8(source))
-                                                       : QString();
-    }
-};
 
 QStringList tabTexts(const QTabWidget *tabs)
 {
