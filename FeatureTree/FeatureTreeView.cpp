@@ -94,6 +94,14 @@ void FeatureTreeView::SetFilter(const int &level, const QString &filter)
         updateViewItemVisiable(model()->index(0, 0));
 }
 
+void FeatureTreeView::filterExpanded(int depth, int level, const QString &filter)
+{
+    expansion = Expanding;
+    QTreeView::expandToDepth(depth);
+    expansion = Idle;
+    SetFilter(level, filter);
+}
+
 void FeatureTreeView::updateViewItemVisiable(const QModelIndex &parent)
 {
     if (delegate->dataDisabled || !itemAt(parent))

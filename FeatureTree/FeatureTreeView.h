@@ -27,6 +27,8 @@ public:
     void setModel(QAbstractItemModel *model) override;
     /// Shows the rows up to this visibility level (0 Beginner, 1 Expert, 2 Guru) whose name contains the filter.
     void SetFilter(const int &level, const QString &filter);
+    /// SetFilter() after expandToDepth(), with one pass over the rows for both.
+    void filterExpanded(int depth, int level, const QString &filter);
     /// Applies level and filter to the rows under `parent` and to its own row; does nothing for an invalid index.
     /// Reads each availability node once.
     void updateViewItemVisiable(const QModelIndex &parent);

@@ -166,6 +166,7 @@ void TreeItem::SetFeature(const GenApi::CPointer<GenApi::INode> &node)
 {
     feature = node;
     featureName.clear();
+    availability.reset();
     if (feature.IsValid())
         guardNode([this] { featureName = FeatureKinds::nodeName(feature); });
 }
@@ -207,14 +208,21 @@ bool TreeItem::getVisiable(VisibilityPass &pass)
     return isShown;
 }
 
-bool TreeItem::isSwitchedOn(VisibilityPass &pass)
+GenApi::INode *TreeItem::availabilityNode()
 {
+    if (availability)
+        return *availability;
     GenICam::gcstring name;
     GenICam::gcstring attribute;
-    if (!feature->GetProperty("pIsAvailable", name, attribute))
-        return true;
-    GenApi::INodeMap *nodeMap = feature->GetNodeMap();
-    GenApi::INode *node = nodeMap ? nodeMap->GetNode(name) : nullptr;
+    const bool isSwitched = feature->GetProperty("pIsAvailable", name, attribute);
+    GenApi::INodeMap *nodeMap = isSwitched ? feature->GetNodeMap() : nullptr;
+    availability = nodeMap ? nodeMap->GetNode(name) : nullptr;
+    return *availability;
+}
+
+bool TreeItem::isSwitchedOn(VisibilityPass &pass)
+{
+    GenApi::INode *node = availabilityNode();
     if (!node)
         return true;
     const auto known = pass.switches.constFind(node);

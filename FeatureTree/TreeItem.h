@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
 #include <QByteArray>
 #include <QList>
 #include <QSet>
@@ -73,6 +75,7 @@ public:
 
 private:
     bool isSwitchedOn(VisibilityPass &pass);
+    GenApi::INode *availabilityNode();
     void write(int column, const QVariant &value, QVariant &old);
     void logNewFault(const char *message);
 
@@ -81,5 +84,6 @@ private:
     TreeItem *parentItem; ///< null for the header item
     GenApi::CPointer<GenApi::INode> feature; ///< owned by the node map
     QString featureName;
+    std::optional<GenApi::INode *> availability; ///< what pIsAvailable names, once looked up; owned by the node map
     QSet<QByteArray> reportedFaults; ///< used in the header item only
 };

@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModel>
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -59,6 +60,7 @@ public:
     bool dataDisabled = false;
 
 private:
+    bool isRoot(GenApi::INode *node) const;
     bool isRow(GenApi::INode *node) const;
     bool isTopLevel() const { return openCategories.isEmpty(); }
     void addRow(GenApi::INode *node, TreeItem *parent, bool useFilter);
@@ -71,6 +73,7 @@ private:
     QString filterText; ///< build filter
     QHash<QString, QString> translations; ///< English text, translated text
     int language = 0;
+    QSet<GenApi::INode *> listedFeatures; ///< while building: what categories list
     QVector<GenApi::INode *> openCategories; ///< while building: the categories from the root to the current one
     int rowBudget = 200000; ///< rows that may still be added: categories that list each other can make any number
 };

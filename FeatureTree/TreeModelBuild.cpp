@@ -20,14 +20,6 @@ bool isCategory(GenApi::INode *node)
     return node->GetPrincipalInterfaceType() == GenApi::intfICategory;
 }
 
-/// The root category, which nothing lists in a sound description.
-bool isRoot(GenApi::INode *node)
-{
-    GenApi::node_vector parents;
-    node->GetParents(parents);
-    return parents.empty() || FeatureKinds::nodeName(node) == QLatin1String("Root");
-}
-
 QString rootText(GenApi::INode *node)
 {
     const GenICam::gcstring toolTip = node->GetToolTip();
@@ -47,6 +39,23 @@ GenApi::node_vector listedNodes(GenApi::INode *category)
     return nodes;
 }
 
+/// The nodes that are listed by any of the categories among `nodes`.
+QSet<GenApi::INode *> listedByAny(const GenApi::node_vector &nodes)
+{
+    QSet<GenApi::INode *> listed;
+    const auto addListed = [&listed](GenApi::INode *node) {
+        if (!isCategory(node))
+            return;
+        for (GenApi::INode *feature : listedNodes(node))
+            listed.insert(feature);
+    };
+    for (GenApi::INode *node : nodes) {
+        if (node)
+            guardNode([&] { addListed(node); });
+    }
+    return listed;
+}
+
 } // namespace
 
 void TreeModel::AddModelData(const GenApi::node_vector &nodes, const QString &)
@@ -60,10 +69,18 @@ void TreeModel::AddModelData(const GenApi::node_vector &nodes, const QString &)
 
 void TreeModel::setupModelData(const GenApi::node_vector &nodes, TreeItem *parent, bool useFilter)
 {
+    if (isTopLevel())
+        listedFeatures = listedByAny(nodes);
     for (GenApi::INode *node : nodes) {
         if (node && rowBudget > 0)
             guardNode([&] { addRow(node, parent, useFilter); });
     }
+}
+
+/// The root category, which nothing lists in a sound description.
+bool TreeModel::isRoot(GenApi::INode *node) const
+{
+    return !listedFeatures.contains(node) || FeatureKinds::nodeName(node) == QLatin1String("Root");
 }
 
 bool TreeModel::isRow(GenApi::INode *node) const
@@ -86,7 +103,7 @@ void TreeModel::addRow(GenApi::INode *node, TreeItem *parent, bool useFilter)
 
 void TreeModel::addFeature(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter)
 {
-    if (useFilter && !FeatureKinds::nodeName(node).contains(filterText, Qt::CaseInsensitive))
+    if (useFilter && !filterText.isEmpty() && !FeatureKinds::nodeName(node).contains(filterText, Qt::CaseInsensitive))
         return;
     parent->appendChild({text, initialValue(node)})->SetFeature(node);
     --rowBudget;

@@ -69,10 +69,10 @@ void AttributeTab::build(GenApi::INodeMap *nodeMap)
     FeatureTreeView *const view = m_form.widget_featrue;
     view->setModel(model.get());
     m_model = std::move(model);
-    view->expandToDepth(TopCategoryOpen);
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    applyFilter();
+    m_shownLevel = m_form.cboboxLevel->currentIndex();
+    view->filterExpanded(TopCategoryOpen, m_shownLevel, m_form.edit_search->text());
 }
 
 void AttributeTab::filter(bool searching)

@@ -111,7 +111,9 @@ bool Node::isRegister() const
 
 gcstring Node::GetName(bool fullQualified) const
 {
-    return ((fullQualified ? (m_standard ? "Std::" : "Cust::") : "") + m_name).c_str();
+    if (!fullQualified)
+        return gcstring(m_name.data(), m_name.size());
+    return ((m_standard ? "Std::" : "Cust::") + m_name).c_str();
 }
 
 EVisibility Node::GetVisibility() const
