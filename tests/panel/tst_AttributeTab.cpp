@@ -180,6 +180,7 @@ void tst_AttributeTab::choosingALevel()
     m_panel->updateAttributeLevel();
     QVERIFY(shownFeatures().contains(QStringLiteral("Gamma")));
 
+    open("2");
     m_panel->retranslate(1); // selects the first level; meanwhile another panel stored it
     m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "0");
     m_panel->updateAttributeLevel();
