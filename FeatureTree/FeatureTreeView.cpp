@@ -223,11 +223,12 @@ bool FeatureTreeView::edit(const QModelIndex &index, EditTrigger trigger, QEvent
     return true;
 }
 
-/// Tab and Backtab in an editor go from one editable value to the next.
+/// Tab and Backtab in an editor go from one editable value to the next. All else walks over the names: a value that
+/// becomes current opens its editor, and the next key would change it.
 QModelIndex FeatureTreeView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
     if (action != MoveNext && action != MovePrevious)
-        return QTreeView::moveCursor(action, modifiers);
+        return QTreeView::moveCursor(action, modifiers).siblingAtColumn(nameColumn);
     QModelIndex index = currentIndex().siblingAtColumn(nameColumn);
     do {
         index = action == MoveNext ? indexBelow(index) : indexAbove(index);

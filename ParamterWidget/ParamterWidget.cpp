@@ -96,7 +96,11 @@ void ParamterWidget::setUpFilterBar()
     // The tree takes no focus by Tab; from the search field the arrow key leads into it.
     auto *const intoTree = new QShortcut(Qt::Key_Down, m_ui->edit_search);
     intoTree->setContext(Qt::WidgetShortcut);
-    connect(intoTree, &QShortcut::activated, m_ui->widget_featrue, qOverload<>(&QWidget::setFocus));
+    connect(intoTree, &QShortcut::activated, m_ui->widget_featrue, [tree = m_ui->widget_featrue] {
+        tree->setFocus();
+        tree->setCurrentIndex(tree->currentIndex().siblingAtColumn(0)); // the focus alone marks no row
+        tree->scrollTo(tree->currentIndex());
+    });
 
     m_ui->toolButton->setIcon(QIcon(Icons::Fold));
     m_ui->toolButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
