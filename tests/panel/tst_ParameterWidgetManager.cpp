@@ -131,22 +131,13 @@ QString tst_ParameterWidgetManager::shown() const
 void tst_ParameterWidgetManager::listenersAreRegisteredInOrder()
 {
     const auto registrations = [this](const QString &prefix) {
-        return m_host.calls().filter(QRegularExpression(QStringLiteral("^%1").arg(prefix)));
+        QString names =
+            m_host.calls().filter(QRegularExpression(QStringLiteral("^%1").arg(prefix))).join(QLatin1Char(' '));
+        return names.remove(prefix).remove(QStringLiteral("UpdateListener()"));
     };
-    QCOMPARE(
-        registrations(QStringLiteral("Register")),
-        QStringList({QStringLiteral("RegisterDeviceListUpdateListener()"),
-                     QStringLiteral("RegisterFocusUpdateListener()"), QStringLiteral("RegisterLangUpdateListener()"),
-                     QStringLiteral("RegisterROIUpdateListener()"), QStringLiteral("RegisterImageModeUpdateListener()"),
-                     QStringLiteral("RegisterImportUpdateListener()")}));
+    QCOMPARE(registrations(QStringLiteral("Register")), QStringLiteral("DeviceList Focus Lang ROI ImageMode Import"));
     m_window.reset();
-    QCOMPARE(
-        registrations(QStringLiteral("UnRegister")),
-        QStringList({QStringLiteral("UnRegisterFocusUpdateListener()"),
-                     QStringLiteral("UnRegisterDeviceListUpdateListener()"),
-                     QStringLiteral("UnRegisterLangUpdateListener()"), QStringLiteral("UnRegisterROIUpdateListener()"),
-                     QStringLiteral("UnRegisterImageModeUpdateListener()"),
-                     QStringLiteral("UnRegisterImportUpdateListener()")}));
+    QCOMPARE(registrations(QStringLiteral("UnRegister")), QStringLiteral("Focus DeviceList Lang ROI ImageMode Import"));
     QVERIFY(!m_host.listeners.focus && !m_host.listeners.deviceList && !m_host.listeners.language);
     QVERIFY(!m_host.listeners.roi && !m_host.listeners.imageMode && !m_host.listeners.import);
 }

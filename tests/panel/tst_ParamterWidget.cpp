@@ -49,7 +49,6 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void declaresItsSlotsInOrder();
     void defaultPanel();
     void pagesByDevice_data();
     void pagesByDevice();
@@ -105,26 +104,6 @@ QTimer *tst_ParamterWidget::liveRefreshTimer() const
             return timer;
     }
     return nullptr;
-}
-
-void tst_ParamterWidget::declaresItsSlotsInOrder()
-{
-    const QString expected = QStringLiteral(
-        "on_filter_changed() onSigSelectItemClick(QModelIndex) onTriggerSwitchButtonClicked() onTriggerTimeout() "
-        "onRoiSelectedButtonClicked() onDrawParametersButtonClicked() onExecDrawButtonClicked() "
-        "onCollapseButtonClicked() onToolPageWidgetItemClicked() onHDRValueChanged() onExposureScaleValueChanged() "
-        "onImageShowModeChanged() onLaserAdjustModeChanged() onUserSetLoadButtonClicked() onYMeasureValueChanged() "
-        "onGrayImageButtonClicked() onImageBitValueChanged() onTabWidgetIndexChanged() onFrameTriggerModeChanged() "
-        "onFrameTriggerSourceChanged() onSoftwareTriggerBtnClicked() onLineScanModeChanged() onBatchModeChanged() "
-        "onMeasureRangeValueChanged() onDrawMeasureRangeClicked() onResetImageSizeButtonClicked() "
-        "onDrawImageMaskButtonClicked() onCorrectionValueChanged() onCorrectionButtonClicked() onZSizeInfoChanged() "
-        "onSizeInfoAutoClicked() onRealUpdateTimerTimeout() onMaskWidgetMouseClicked() "
-        "onMaskWidgetCloseButtonClicked() on2DGrabOutputChanged(int,bool) on2DShowTypeChanged(int)");
-    const QMetaObject &meta = ParamterWidget::staticMetaObject;
-    QStringList actual;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        actual << QString::fromLatin1(meta.method(i).methodSignature());
-    QCOMPARE(actual, expected.split(QLatin1Char(' ')));
 }
 
 void tst_ParamterWidget::defaultPanel()
