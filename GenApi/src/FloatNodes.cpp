@@ -60,7 +60,7 @@ double FloatNode::ownLimit(Limit limit) const
 {
     if (const std::optional<double> own = m_limits.value(limit))
         return *own;
-    const Node *target = m_source.target();
+    const Node *target = m_source.currentTarget();
     return target ? inheritedLimit<double>(*target, m_source.copies(), limit) : FloatValue::ownLimit(limit);
 }
 

@@ -14,7 +14,13 @@ namespace NodeEngine {
 
 bool IntSwissKnifeNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
 {
-    return m_formula.take(tag, child, builder) || IntegerValue::take(tag, child, builder);
+    return m_formula.take(tag, child, builder) || m_limits.take(*this, tag, child, builder)
+        || IntegerValue::take(tag, child, builder);
+}
+
+int64_t IntSwissKnifeNode::ownLimit(Limit limit) const
+{
+    return m_limits.value(limit).value_or(IntegerValue::ownLimit(limit));
 }
 
 void IntSwissKnifeNode::setInteger(int64_t, bool verify)
@@ -26,7 +32,13 @@ void IntSwissKnifeNode::setInteger(int64_t, bool verify)
 
 bool SwissKnifeNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
 {
-    return m_formula.take(tag, child, builder) || FloatValue::take(tag, child, builder);
+    return m_formula.take(tag, child, builder) || m_limits.take(*this, tag, child, builder)
+        || FloatValue::take(tag, child, builder);
+}
+
+double SwissKnifeNode::ownLimit(Limit limit) const
+{
+    return m_limits.value(limit).value_or(FloatValue::ownLimit(limit));
 }
 
 void SwissKnifeNode::setFloat(double, bool verify)
@@ -62,14 +74,30 @@ bool ConverterPart::isUsable() const
 
 std::optional<double> ConverterPart::mapped(Limit limitOfTarget) const
 {
+    return mapped(m_target->floatLimit(limitOfTarget));
+}
+
+std::optional<double> ConverterPart::mapped(double valueOfTarget) const
+{
     try {
-        const double value = fromTarget<double>(m_target->floatLimit(limitOfTarget), false);
+        const double value = fromTarget<double>(valueOfTarget, false);
         return std::isnan(value) ? std::nullopt : std::optional<double>(value);
     } catch (const EndlessEvaluation &) {
         throw;
     } catch (const RuntimeException &) {
         return std::nullopt; // a division by zero at the end of the range
     }
+}
+
+bool ConverterPart::isFalling() const
+{
+    // In double the greatest int64 is 2^63, which bitwise operators take for a negative number.
+    constexpr double greatestBelow = 9223372036854774784.0;
+    const bool isWhole = m_target->GetPrincipalInterfaceType() != intfIFloat;
+    const double most = isWhole ? greatestBelow : std::numeric_limits<double>::infinity();
+    const std::optional<double> low = mapped(std::max(m_target->floatLimit(Limit::Min), -most));
+    const std::optional<double> high = mapped(std::min(m_target->floatLimit(Limit::Max), most));
+    return low && high && *low > *high;
 }
 
 std::optional<Limit> ConverterPart::limitOfTarget(Limit limit) const
@@ -79,13 +107,7 @@ std::optional<Limit> ConverterPart::limitOfTarget(Limit limit) const
     const Limit opposite = limit == Limit::Min ? Limit::Max : Limit::Min;
     if (m_slope == Decreasing)
         return opposite;
-    if (m_slope == Automatic && limit != Limit::Inc) {
-        const std::optional<double> low = mapped(Limit::Min);
-        const std::optional<double> high = mapped(Limit::Max);
-        if (low && high && *low > *high)
-            return opposite;
-    }
-    return limit;
+    return m_slope == Automatic && limit != Limit::Inc && isFalling() ? opposite : limit;
 }
 
 std::optional<double> ConverterPart::mappedLimit(Limit limit) const

@@ -4,6 +4,7 @@
 #include "FloatValue.h"
 #include "FormulaScope.h"
 #include "IntegerValue.h"
+#include "LimitSource.h"
 
 namespace NodeEngine {
 
@@ -20,9 +21,11 @@ protected:
     EAccessMode ownAccessMode() const override { return m_formula.isUsable(Tag::Formula) ? RO : NA; }
     int64_t readInteger(bool fresh) override { return m_formula.value<int64_t>(Tag::Formula, 0, fresh); }
     void writeInteger(int64_t, bool) override { }
+    int64_t ownLimit(Limit limit) const override;
 
 private:
     mutable FormulaScope m_formula;
+    LimitSource<int64_t> m_limits;
 };
 
 /// SwissKnife: a read-only formula in double.
@@ -38,9 +41,11 @@ protected:
     EAccessMode ownAccessMode() const override { return m_formula.isUsable(Tag::Formula) ? RO : NA; }
     double readFloat(bool fresh) override { return m_formula.value<double>(Tag::Formula, 0, fresh); }
     void writeFloat(double, bool) override { }
+    double ownLimit(Limit limit) const override;
 
 private:
     mutable FormulaScope m_formula;
+    LimitSource<double> m_limits;
 };
 
 /// What both converters have: a target, a formula in each direction, and how the value runs along the target's.
@@ -73,6 +78,8 @@ public:
 private:
     bool isUsable() const;
     std::optional<double> mapped(Limit limitOfTarget) const;
+    std::optional<double> mapped(double valueOfTarget) const;
+    bool isFalling() const;
 
     Node &m_owner;
     mutable FormulaScope m_formula;

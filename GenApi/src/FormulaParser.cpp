@@ -222,14 +222,20 @@ void FormulaParser::parseHexNumber()
 void FormulaParser::parseName()
 {
     const std::string_view name = takeName();
-    if (peek() == '(')
+    if (!isDeclared(name) && (name == "PI" || name == "E"))
+        parseConstant(name);
+    else if (peek() == '(')
         parseCall(name);
-    else if (name == "PI" && !isDeclared(name))
-        emitConstant(3, 3.14159265358979323846);
-    else if (name == "E" && !isDeclared(name))
-        emitConstant(3, 2.71828182845904523536);
     else
         emitVariable(name);
+}
+
+// PI or PI(), E or E().
+void FormulaParser::parseConstant(std::string_view name)
+{
+    emitConstant(3, name == "PI" ? 3.14159265358979323846 : 2.71828182845904523536);
+    if (accept('('))
+        expect(')');
 }
 
 void FormulaParser::parseCall(std::string_view name)

@@ -31,6 +31,7 @@ private:
     void parseNumber();
     void parseHexNumber();
     void parseName();
+    void parseConstant(std::string_view name);
     void parseCall(std::string_view name);
 
     void skipBlanks();

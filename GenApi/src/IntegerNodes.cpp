@@ -30,7 +30,7 @@ int64_t IntegerNode::ownLimit(Limit limit) const
 {
     if (const std::optional<int64_t> own = m_limits.value(limit))
         return *own;
-    const Node *target = m_source.target();
+    const Node *target = m_source.currentTarget();
     return target ? inheritedLimit<int64_t>(*target, m_source.copies(), limit) : Node::integerLimit(limit);
 }
 

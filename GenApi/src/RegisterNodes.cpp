@@ -37,15 +37,15 @@ void IntRegNode::loaded(NodeBuilder &builder)
 {
     RegisterOf::loaded(builder);
     if (!isBroken() && m_lsb >= 0 && m_msb >= 0) {
-        const Field bits = field();
+        const Field bits = field(m_register.constantLength());
         m_register.setMask(bits.mask() << bits.shift);
     }
 }
 
 // Bits count from the least significant one, in big-endian registers from the most significant one.
-IntRegNode::Field IntRegNode::field() const
+IntRegNode::Field IntRegNode::field(int64_t lengthOfRegister) const
 {
-    const int64_t bits = 8 * std::min<int64_t>(m_register.constantLength(), 8);
+    const int64_t bits = 8 * std::min<int64_t>(lengthOfRegister, 8);
     if (m_lsb < 0 || m_msb < 0)
         return {0, static_cast<int>(bits)};
     const bool isReversed = m_register.isBigEndian();
@@ -77,7 +77,7 @@ std::vector<uint8_t> IntRegNode::bytesOf(uint64_t word, std::size_t length) cons
 
 int64_t IntRegNode::readInteger(bool fresh)
 {
-    const Field bits = field();
+    const Field bits = field(m_register.length());
     const uint64_t value = word(m_register.read(fresh)) >> bits.shift & bits.mask();
     const bool isNegative = m_isSigned && (value >> (bits.width - 1) & 1);
     return static_cast<int64_t>(isNegative ? value | ~bits.mask() : value);
@@ -85,7 +85,7 @@ int64_t IntRegNode::readInteger(bool fresh)
 
 void IntRegNode::writeInteger(int64_t value, bool)
 {
-    const Field bits = field();
+    const Field bits = field(m_register.length());
     const uint64_t mask = bits.mask() << bits.shift;
     const auto length = static_cast<std::size_t>(m_register.length());
     const bool isPart = m_lsb >= 0 && m_msb >= 0 && bits.width < static_cast<int>(8 * std::min<std::size_t>(length, 8));
@@ -99,7 +99,7 @@ int64_t IntRegNode::ownLimit(Limit limit) const
 {
     if (limit == Limit::Inc)
         return 1;
-    const Field bits = field();
+    const Field bits = field(m_register.length());
     if (m_isSigned) {
         const int64_t max = static_cast<int64_t>(bits.mask() >> 1);
         return limit == Limit::Max ? max : -max - 1;

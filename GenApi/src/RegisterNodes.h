@@ -101,7 +101,7 @@ private:
         int width;
         uint64_t mask() const { return width >= 64 ? ~uint64_t(0) : (uint64_t(1) << width) - 1; }
     };
-    Field field() const;
+    Field field(int64_t lengthOfRegister) const;
     uint64_t word(const std::vector<uint8_t> &bytes) const;
     std::vector<uint8_t> bytesOf(uint64_t word, std::size_t length) const;
 

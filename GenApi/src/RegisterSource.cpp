@@ -49,6 +49,8 @@ bool RegisterSource::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         if (Node *node = builder.addInner({tag, child.attribute("Name").value(), child, {}})) {
             builder.link(m_owner, Tag::pAddress, *node);
             m_addresses.push_back(node);
+        } else {
+            m_owner.setBroken();
         }
         return true;
     case Tag::pIndex:

@@ -79,8 +79,14 @@ public:
         return m_default;
     }
 
-    /// The node that the value always comes from, or null: what limits, units and the like are inherited of.
+    /// The node that the value always comes from, or null: what units and the like are inherited of.
     Node *target() const { return m_index ? nullptr : m_default.target; }
+    /// The node that holds the value now, or null: where limits come from.
+    Node *currentTarget() const
+    {
+        const bool isKnown = !m_index || IsReadable(m_index->accessMode());
+        return isKnown ? current().target : nullptr;
+    }
     const std::vector<Node *> &copies() const { return m_copies; }
 
     EAccessMode accessMode() const { return modeOf(&Node::accessMode); }

@@ -184,6 +184,7 @@ void tst_Formula::floats_data()
     row("LN(E)", 1);
     row("LG(0.01)", -2);
     row("SIN(PI / 2)", 1);
+    row("SIN(PI() / 2) + LN(E ())", 2);
     row("TAN(PI / 4)", std::tan(std::acos(-1.0) / 4));
     row("ASIN(1) * 2", std::acos(-1.0));
     row("ACOS(-1)", std::acos(-1.0));

@@ -58,7 +58,17 @@ std::string zoo()
           "<pValue>ModeReg</pValue></Enumeration>"
         + intReg("ModeReg", "0x24") + constant("Chosen", "0")
         + "<Integer Name=\"Table\"><pIndex>Chosen</pIndex><ValueIndexed Index=\"0\">100</ValueIndexed>"
-          "<pValueIndexed Index=\"1\">Plain</pValueIndexed><ValueDefault>-1</ValueDefault></Integer>";
+          "<pValueIndexed Index=\"1\">Plain</pValueIndexed><ValueDefault>-1</ValueDefault></Integer>"
+        + "<Integer Name=\"Behind\"><pIndex>Chosen</pIndex><pValueIndexed Index=\"0\">Own</pValueIndexed>"
+          "<pValueDefault>Plain</pValueDefault></Integer>"
+        + "<Float Name=\"RealBehind\"><pIndex>Chosen</pIndex><pValueIndexed Index=\"0\">Milli</pValueIndexed>"
+          "<ValueDefault>0</ValueDefault></Float>"
+        + "<IntConverter Name=\"Upper\"><FormulaTo>FROM &lt;&lt; 32</FormulaTo>"
+          "<FormulaFrom>TO &gt;&gt; 32</FormulaFrom><pValue>Wide</pValue></IntConverter>"
+        + intReg("Wide", "0x28", "", 8)
+        + "<IntSwissKnife Name=\"Bounded\"><Formula>4</Formula><Min>1</Min><pMax>Ten</pMax></IntSwissKnife>"
+        + "<SwissKnife Name=\"RealBounded\"><Formula>4</Formula><Min>-1.5</Min><pMax>Ten</pMax></SwissKnife>"
+        + intReg("Measured", "0x30", "<Sign>Signed</Sign><pLength>Two</pLength>") + constant("Two", "2");
 }
 
 } // namespace
@@ -103,6 +113,10 @@ void tst_NodeValues::integerLimits_data()
     row("Exact", least, most, 1);
     row("Shifted", 0, int64_t(255) << 33, 1);
     row("Table", least, most, 1);
+    row("Behind", 10, 50, 5);
+    row("Upper", 0, 0x7fffffff, 1);
+    row("Bounded", 1, 10, 1);
+    row("Measured", -32768, 32767, 1);
 }
 
 void tst_NodeValues::integerLimits()
@@ -131,6 +145,8 @@ void tst_NodeValues::floatLimits_data()
     row("Wild", -widest, widest, 0);
     row("Linear", 5, 43, 10);
     row("Mixed", -widest, widest, 0);
+    row("RealBehind", 0, 65.535, 0);
+    row("RealBounded", -1.5, 10, 0);
 }
 
 void tst_NodeValues::floatLimits()
