@@ -98,7 +98,8 @@ void ParamterWidget::setUpFilterBar()
     intoTree->setContext(Qt::WidgetShortcut);
     connect(intoTree, &QShortcut::activated, m_ui->widget_featrue, [tree = m_ui->widget_featrue] {
         tree->setFocus();
-        tree->setCurrentIndex(tree->currentIndex().siblingAtColumn(0)); // the focus alone marks no row
+        const QModelIndex row = tree->currentIndex().isValid() ? tree->currentIndex() : tree->indexAt({});
+        tree->setCurrentIndex(row.siblingAtColumn(0)); // the focus alone marks no row
         tree->scrollTo(tree->currentIndex());
     });
 

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void describesTheSelectedFeature();
     void rowsWithoutNodeLeaveThePane();
     void buildingAgainFreesTheModel();
+    void downLeadsFromTheSearchIntoTheTree();
     void editorOpenWhilePanelGoes();
 
 private:
@@ -275,6 +276,18 @@ void tst_AttributeTab::buildingAgainFreesTheModel()
     const QPointer<QAbstractItemModel> last = m_tree->model();
     m_panel.reset();
     QVERIFY(last.isNull());
+}
+
+void tst_AttributeTab::downLeadsFromTheSearchIntoTheTree()
+{
+    open();
+    m_panel->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
+    m_search->setFocus();
+    QTest::keyClick(m_search, Qt::Key_Down);
+    QVERIFY(m_tree->hasFocus());
+    QCOMPARE(m_tree->currentIndex(), m_tree->model()->index(0, 0));
+    QVERIFY(m_tree->selectionModel()->isSelected(m_tree->currentIndex()));
 }
 
 void tst_AttributeTab::editorOpenWhilePanelGoes()
