@@ -239,7 +239,8 @@ void ViewerWindow::followSearch(bool searching)
 
 void ViewerWindow::showDeviceMenu(const QPoint &position)
 {
-    if (m_devices->currentDevice())
+    const bool onDevice = m_devices->currentDevice() && m_devices->itemAt(position) == m_devices->currentItem();
+    if (onDevice)
         QMenu::exec(m_commands->deviceActions(), m_devices->viewport()->mapToGlobal(position), nullptr, this);
 }
 
