@@ -42,6 +42,5 @@ void HostListeners::raiseImageMode(const QString &id, int mode)
 
 void HostListeners::raiseImport(const QString &id)
 {
-    import.forEach([&](auto *listener) { listener->OnUpdate(id.toStdString());
-});
+    this->import.forEach([&](auto *listener) { listener->OnUpdate(id.toStdString()); });
 }
