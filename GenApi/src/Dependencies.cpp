@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Dependencies.h"
 
+#include "NodeMap.h"
+
 #include <algorithm>
 #include <unordered_set>
 
@@ -46,16 +48,22 @@ bool isReadingLink(Tag role)
 
 namespace {
 
-// Everything that the node's value and limits are read from, the node itself included.
+// More than any feature of a camera has; thousands of selected features must not each walk a whole description.
+constexpr std::size_t mostSources = 1000;
+
+// What the node's value and limits are read from, the node itself included.
 std::vector<Node *> sourcesOf(Node &node)
 {
+    const uint64_t mark = ++node.map().listMark;
+    node.listMark = mark;
     std::vector<Node *> sources{&node};
-    std::unordered_set<const Node *> seen{&node};
-    for (std::size_t i = 0; i < sources.size(); ++i) {
+    for (std::size_t i = 0; i < sources.size() && sources.size() < mostSources; ++i) {
         for (const Link &link : sources[i]->links()) {
             const LinkKind kind = kindOf(link.role);
-            if ((kind == LinkKind::Value || kind == LinkKind::Limit) && seen.insert(link.target).second)
-                sources.push_back(link.target);
+            if ((kind != LinkKind::Value && kind != LinkKind::Limit) || link.target->listMark == mark)
+                continue;
+            link.target->listMark = mark;
+            sources.push_back(link.target);
         }
     }
     return sources;

@@ -109,7 +109,7 @@ std::optional<double> floatOfText(std::string_view text)
     if (result.ec == std::errc::invalid_argument)
         return std::nullopt;
     if (result.ec == std::errc::result_out_of_range)
-        value = digits.find("e-") == std::string_view::npos ? std::numeric_limits<double>::infinity() : 0;
+        value = std::find(digits.data(), result.ptr, '-') == result.ptr ? std::numeric_limits<double>::infinity() : 0;
     return negative ? -value : value;
 }
 

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void endlessLinksNeverRecurse();
     void longChainsEndInAnError();
     void wideChainsEndToo();
+    void selectorsInLongChainsEnd();
 };
 
 void tst_NodeMap::listsNodesByFirstMention()
@@ -283,6 +284,24 @@ void tst_NodeMap::wideChainsEndToo()
     thrownBy([&] { camera.value("N59")->ToString(); });
     QCOMPARE(camera.integer("N3")->GetValue(), int64_t(8));
     QVERIFY(timer.elapsed() < 20000);
+}
+
+void tst_NodeMap::selectorsInLongChainsEnd()
+{
+    // Each node reads all before it and selects another one.
+    constexpr int length = 10000;
+    const auto name = [](int i) { return "C" + std::to_string(i); };
+    std::string nodes = "<Integer Name=\"C0\"><Value>1</Value></Integer>";
+    for (int i = 1; i < length; ++i)
+        nodes += "<Integer Name=\"" + name(i) + "\"><pValue>" + name(i - 1) + "</pValue><pSelected>"
+            + name(i * 7 % length) + "</pSelected></Integer>";
+    const Camera camera(nodes);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(camera.integer("C9")->GetValue(), int64_t(1));
+    camera.integer("C0")->SetValue(2);
+    QCOMPARE(camera.integer("C9")->GetValue(), int64_t(2));
+    QVERIFY(timer.elapsed() < 5000);
 }
 
 QTEST_GUILESS_MAIN(tst_NodeMap)

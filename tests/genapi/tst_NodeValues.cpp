@@ -68,6 +68,7 @@ std::string zoo()
         + intReg("Wide", "0x28", "", 8)
         + "<IntSwissKnife Name=\"Bounded\"><Formula>4</Formula><Min>1</Min><pMax>Ten</pMax></IntSwissKnife>"
         + "<SwissKnife Name=\"RealBounded\"><Formula>4</Formula><Min>-1.5</Min><pMax>Ten</pMax></SwissKnife>"
+        + "<SwissKnife Name=\"Tiny\"><Formula>4</Formula><Min>1E-400</Min><Max>1E2</Max></SwissKnife>"
         + intReg("Measured", "0x30", "<Sign>Signed</Sign><pLength>Two</pLength>") + constant("Two", "2");
 }
 
@@ -147,6 +148,7 @@ void tst_NodeValues::floatLimits_data()
     row("Mixed", -widest, widest, 0);
     row("RealBehind", 0, 65.535, 0);
     row("RealBounded", -1.5, 10, 0);
+    row("Tiny", 0, 100, 0);
 }
 
 void tst_NodeValues::floatLimits()
