@@ -50,14 +50,13 @@ void Description::collect(LoadLog &log)
         }
         const bool inStructure = tagOf(parent.name()) == Tag::StructReg;
         if (!inStructure || tag == Tag::StructEntry)
-            add(current, inStructure ? parent : pugi::xml_node(), log);
+            add(tag, current, inStructure ? parent : pugi::xml_node(), log);
         current = current.next_sibling();
     }
 }
 
-void Description::add(pugi::xml_node element, pugi::xml_node structure, LoadLog &log)
+void Description::add(Tag tag, pugi::xml_node element, pugi::xml_node structure, LoadLog &log)
 {
-    const Tag tag = tagOf(element.name());
     if (element.type() != pugi::node_element || tag == Tag::Extension)
         return;
     const std::string_view name = element.attribute("Name").value();
@@ -71,9 +70,12 @@ void Description::add(pugi::xml_node element, pugi::xml_node structure, LoadLog 
 
 NodeRecord Description::entry(std::string_view enumeration, pugi::xml_node element)
 {
-    const char *name = element.attribute("Name").value();
-    m_entryNames.push_back(std::string("EnumEntry_").append(enumeration).append("_").append(name));
-    return {Tag::EnumEntry, m_entryNames.back(), element, {}};
+    constexpr std::string_view prefix = "EnumEntry_";
+    const std::string_view name = element.attribute("Name").value();
+    std::string &whole = m_entryNames.emplace_back();
+    whole.reserve(prefix.size() + enumeration.size() + 1 + name.size());
+    whole.append(prefix).append(enumeration).append("_").append(name);
+    return {Tag::EnumEntry, whole, element, {}};
 }
 
 } // namespace NodeEngine

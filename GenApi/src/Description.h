@@ -41,7 +41,7 @@ public:
 
 private:
     void collect(LoadLog &log);
-    void add(pugi::xml_node element, pugi::xml_node structure, LoadLog &log);
+    void add(Tag tag, pugi::xml_node element, pugi::xml_node structure, LoadLog &log);
 
     std::string m_text; // parsed in place
     pugi::xml_document m_tree;

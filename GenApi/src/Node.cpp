@@ -16,10 +16,7 @@
 
 namespace NodeEngine {
 
-Node::Node(NodeMap &map, const NodeRecord &record)
-    : m_map(map), m_record(record), m_name(record.name),
-      m_standard(std::string_view(record.element.attribute("NameSpace").value()) == "Standard")
-{ }
+Node::Node(NodeMap &map, const NodeRecord &record) : m_map(map), m_record(record) { }
 
 Node::~Node()
 {
@@ -33,8 +30,11 @@ void Node::load(NodeBuilder &builder)
 {
     for (const pugi::xml_node &parent : {m_record.structure, m_record.element}) {
         for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
-            if (child.type() == pugi::node_element)
-                take(tagOf(child.name()), child, builder);
+            if (child.type() != pugi::node_element)
+                continue;
+            const Tag tag = tagOf(child.name());
+            m_elements.set(static_cast<std::size_t>(tag));
+            take(tag, child, builder);
         }
     }
     loaded(builder);
@@ -91,6 +91,8 @@ Node *Node::linked(Tag role) const
 
 const char *Node::text(Tag tag) const
 {
+    if (!hasElement(tag))
+        return "";
     const pugi::xml_node own = m_record.element.child(tagName(tag));
     return (own ? own : m_record.structure.child(tagName(tag))).text().get();
 }
@@ -112,8 +114,13 @@ bool Node::isRegister() const
 gcstring Node::GetName(bool fullQualified) const
 {
     if (!fullQualified)
-        return gcstring(m_name.data(), m_name.size());
-    return ((m_standard ? "Std::" : "Cust::") + m_name).c_str();
+        return gcstring(m_record.name.data(), m_record.name.size());
+    return ((GetNameSpace() == Standard ? "Std::" : "Cust::") + name()).c_str();
+}
+
+ENameSpace Node::GetNameSpace() const
+{
+    return std::string_view(m_record.element.attribute("NameSpace").value()) == "Standard" ? Standard : Custom;
 }
 
 EVisibility Node::GetVisibility() const
@@ -130,7 +137,7 @@ void Node::ImposeVisibility(EVisibility visibility)
 gcstring Node::GetDisplayName() const
 {
     const char *own = text(Tag::DisplayName);
-    return *own ? own : m_name.c_str();
+    return *own ? gcstring(own) : GetName(false);
 }
 
 gcstring Node::GetDeviceName() const
@@ -183,7 +190,7 @@ int64_t Node::integerValue(bool fresh)
 
 double Node::floatValue(bool)
 {
-    throw LogicalErrorException("Node has no number.", __FILE__, __LINE__, "", m_name.c_str(), "LogicalErrorException");
+    throw LogicalErrorException("Node has no number.", __FILE__, __LINE__, "", name().c_str(), "LogicalErrorException");
 }
 
 std::string Node::textValue(bool, bool)

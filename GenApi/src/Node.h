@@ -7,6 +7,7 @@
 #include <GenApi/INode.h>
 #include <GenApi/ISelector.h>
 
+#include <bitset>
 #include <memory>
 #include <optional>
 #include <string>
@@ -46,7 +47,7 @@ public:
 
     // INode
     gcstring GetName(bool fullQualified) const override;
-    ENameSpace GetNameSpace() const override { return m_standard ? Standard : Custom; }
+    ENameSpace GetNameSpace() const override;
     EVisibility GetVisibility() const override;
     EAccessMode GetAccessMode() const override;
     void InvalidateNode() override;
@@ -81,7 +82,7 @@ public:
     void GetSelectingFeatures(FeatureList_t &features) const override;
 
     // Identity and links.
-    const std::string &name() const { return m_name; }
+    std::string name() const { return std::string(m_record.name); }
     Tag tag() const { return m_record.tag; }
     pugi::xml_node element() const { return m_record.element; }
     NodeMap &map() const { return m_map; }
@@ -91,6 +92,8 @@ public:
     Node *linked(Tag role) const;
     /// The text of a child element, of the structure around it if the node has none, or "".
     const char *text(Tag tag) const;
+    /// Whether the node, or the structure around it, has such a child element.
+    bool hasElement(Tag tag) const { return m_elements[static_cast<std::size_t>(tag)]; }
     /// The IValue side, or null for ports and plain nodes.
     virtual IValue *asValue() { return nullptr; }
 
@@ -219,7 +222,7 @@ private:
     std::optional<std::string> ownProperty(const std::string &name) const;
 
     const NodeRecord m_record;
-    const std::string m_name;
+    std::bitset<static_cast<std::size_t>(Tag::Count)> m_elements; // the kinds of child elements
     std::vector<Link> m_links;
     Node *m_implemented = nullptr;
     Node *m_available = nullptr;
@@ -232,7 +235,6 @@ private:
     mutable EAccessMode m_access = _UndefinedAccesMode; // the cached one
     mutable ECachingMode m_caching = _UndefinedCachingMode;
     mutable signed char m_accessCachable = -1;
-    bool m_standard = false;
     bool m_streamable = false;
     bool m_deprecated = false;
     bool m_feature = false;

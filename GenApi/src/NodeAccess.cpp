@@ -212,12 +212,12 @@ void Node::requireWritable(bool verify, const char *call) const
 void Node::requireAvailable() const
 {
     if (!IsAvailable(accessMode()))
-        throw AccessException("Node is not available.", __FILE__, __LINE__, "", m_name.c_str(), "AccessException");
+        throw AccessException("Node is not available.", __FILE__, __LINE__, "", name().c_str(), "AccessException");
 }
 
 void Node::refuse(const char *description, const char *call) const
 {
-    throw AccessException(description, __FILE__, __LINE__, (m_name + "." + call).c_str(), m_name.c_str(),
+    throw AccessException(description, __FILE__, __LINE__, (name() + "." + call).c_str(), name().c_str(),
                           "AccessException");
 }
 
@@ -228,7 +228,7 @@ void Node::refuseRange(const char *call, const char *format, ...) const
     va_start(arguments, format);
     std::vsnprintf(description, sizeof description, format, arguments);
     va_end(arguments);
-    throw OutOfRangeException(description, __FILE__, __LINE__, (m_name + "." + call).c_str(), m_name.c_str(),
+    throw OutOfRangeException(description, __FILE__, __LINE__, (name() + "." + call).c_str(), name().c_str(),
                               "OutOfRangeException");
 }
 

@@ -10,11 +10,12 @@ namespace NodeEngine {
 std::string_view textOf(pugi::xml_node element)
 {
     std::string_view text = element.text().get();
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 void NodeBuilder::build()
@@ -37,14 +38,14 @@ void NodeBuilder::build()
 
 Node *NodeBuilder::create(const NodeRecord &record)
 {
-    const auto [slot, isNew] = m_map.m_names.try_emplace(record.name, nullptr);
-    if (!isNew) {
+    Node *&known = m_map.m_names[record.name];
+    if (known) {
         warn("the name '" + std::string(record.name) + "' is used more than once, the first node has it");
         return nullptr;
     }
     m_map.m_nodes.push_back(makeNode(m_map, record));
-    slot->second = m_map.m_nodes.back().get();
-    return slot->second;
+    known = m_map.m_nodes.back().get();
+    return known;
 }
 
 Node *NodeBuilder::addInner(const NodeRecord &record)

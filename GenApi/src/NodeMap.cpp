@@ -40,8 +40,7 @@ INode *NodeMap::GetNode(const gcstring &name) const
 
 Node *NodeMap::find(std::string_view name) const
 {
-    const auto found = m_names.find(name);
-    return found == m_names.end() ? nullptr : found->second;
+    return m_names.find(name);
 }
 
 void NodeMap::InvalidateNodes() const

@@ -3,6 +3,7 @@
 
 #include "Description.h"
 #include "LoadLog.h"
+#include "NameTable.h"
 
 #include <GenApi/IDestroy.h>
 #include <GenApi/INodeMap.h>
@@ -14,7 +15,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace NodeEngine {
@@ -91,7 +91,7 @@ private:
     Description m_description;
     std::vector<std::unique_ptr<Node>> m_nodes;
     std::vector<Node *> m_order; // as GetNodes() gives them: by first mention
-    std::unordered_map<std::string_view, Node *> m_names;
+    NameTable m_names;
     std::vector<Node *> m_polled;
     mutable Changes *m_changes = nullptr; // of the action under way
     mutable uint64_t m_changeMark = 0;

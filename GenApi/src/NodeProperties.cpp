@@ -130,11 +130,11 @@ std::optional<std::string> Node::ownProperty(const std::string &name) const
 {
     const auto yesNo = [](bool value) { return std::string(value ? "Yes" : "No"); };
     if (name == "Name")
-        return m_name;
+        return this->name();
     if (name == "NodeType")
         return tagName(tag());
     if (name == "NameSpace")
-        return m_standard ? "Standard" : "Custom";
+        return GetNameSpace() == Standard ? "Standard" : "Custom";
     if (name == "Visibility")
         return wordOf(GetVisibility());
     if (name == "ImposedAccessMode")
@@ -172,7 +172,8 @@ bool Node::GetProperty(const gcstring &name, gcstring &value, gcstring &attribut
             join(attributes, extra);
         isFound = true;
     }
-    const bool isElement = !isFound && tag != Tag::Unknown && !isNodeTag(tag) && tag != Tag::StructEntry;
+    const bool isElement =
+        !isFound && hasElement(tag) && tag != Tag::Unknown && !isNodeTag(tag) && tag != Tag::StructEntry;
     for (const pugi::xml_node &parent : {m_record.structure, m_record.element}) {
         for (pugi::xml_node child = isElement ? parent.child(key.c_str()) : pugi::xml_node(); child;
              child = child.next_sibling(key.c_str())) {

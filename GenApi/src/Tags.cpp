@@ -140,12 +140,13 @@ private:
     static constexpr std::size_t slotCount = 512;
     static_assert(nameCount * 3 < slotCount);
 
+    // Of the length and three letters; the factors give each known name a slot of its own.
     static std::size_t hash(std::string_view name)
     {
-        std::size_t value = name.size();
-        for (const char c : name)
-            value = value * 31 + static_cast<unsigned char>(c);
-        return value;
+        const auto letter = [name](std::size_t i) {
+            return static_cast<std::size_t>(static_cast<unsigned char>(name[i]));
+        };
+        return name.size() * 13 + letter(0) * 11 + letter(name.size() - 1) * 17 + letter(name.size() / 2) * 29;
     }
 
     std::array<Slot, slotCount> m_slots;
