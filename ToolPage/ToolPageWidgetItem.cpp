@@ -72,6 +72,13 @@ bool isInUse(const QWidget *editor)
 
 ToolPageWidgetItem::ToolPageWidgetItem(QWidget *parent) : QWidget(parent) { }
 
+/// An editor that loses the focus by being deleted ends its editing; that must not reach what is left of the row.
+ToolPageWidgetItem::~ToolPageWidgetItem()
+{
+    for (QWidget *child : findChildren<QWidget *>())
+        child->disconnect(this);
+}
+
 void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList &descriptions, GenApi::INode *node,
                                      bool hideWhenUnavailable)
 {

@@ -23,6 +23,7 @@ class ToolPageWidgetItem : public QWidget
 
 public:
     explicit ToolPageWidgetItem(QWidget *parent = nullptr);
+    ~ToolPageWidgetItem() override;
 
     /// Binds the row to a feature; the node (may be null) must outlive the row's use. A node that is no
     /// feature, or an Invisible one, counts as none. With `hideWhenUnavailable` the row is hidden while

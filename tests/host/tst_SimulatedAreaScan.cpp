@@ -118,7 +118,7 @@ void tst_SimulatedAreaScan::pageFeaturesExist_data()
 
 void tst_SimulatedAreaScan::pageFeaturesExist()
 {
-    static const OpenDevice device("SIM-AREA-01");
+    const OpenDevice device("SIM-AREA-01");
     QFETCH(int, row);
     const PageFeature &feature = pageFeatures[row];
     GenApi::INode *node = device.node(feature.name);

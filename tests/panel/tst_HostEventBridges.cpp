@@ -81,7 +81,7 @@ void tst_HostEventBridges::deviceListOnHostThreadWaitsForTheHandler()
     std::atomic<bool> returned{false};
     connect(&bridge, &DeviceListUpdate::updateCams, this,
             [&](int, const QStringList &, const QStringList &, const QSharedPointer<bool> &flag) {
-                QVERIFY(QThread::currentThread() == qApp->thread());
+                QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
                 pending = flag;
             });
     std::thread host([&] {

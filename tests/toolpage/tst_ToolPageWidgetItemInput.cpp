@@ -26,6 +26,7 @@ private Q_SLOTS:
     void refusedInteger();
     void floatShowsWhatTheDeviceTook();
     void leavingAnUntouchedEditorWritesNothing();
+    void deletingARowWritesNothing();
     void buttons();
     void enumeration_data();
     void enumeration();
@@ -145,6 +146,17 @@ void tst_ToolPageWidgetItemInput::leavingAnUntouchedEditorWritesNothing()
     spinBox->clearFocus();
     QCOMPARE(m_camera->port.writes, 1u);
     QCOMPARE(m_written->count(), 1);
+}
+
+void tst_ToolPageWidgetItemInput::deletingARowWritesNothing()
+{
+    auto *spinBox = editorOf<QSpinBox>("Width");
+    QVERIFY(spinBox);
+    spinBox->selectAll();
+    QTest::keyClicks(spinBox, QStringLiteral("64"));
+    m_written.reset();
+    m_row.reset();
+    QCOMPARE(m_camera->port.writes, 0u);
 }
 
 void tst_ToolPageWidgetItemInput::buttons()
