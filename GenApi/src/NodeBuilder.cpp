@@ -39,13 +39,18 @@ void NodeBuilder::build()
 Node *NodeBuilder::create(const NodeRecord &record)
 {
     Node *&known = m_map.m_names[record.name];
-    if (known) {
+    // "A" with an entry "B_C" and "A_B" with an entry "C" make the same name: both entries are there.
+    const bool isOtherEntry =
+        known && record.tag == Tag::EnumEntry && known->element().parent() != record.element.parent();
+    if (known && !isOtherEntry) {
         warn("the name '" + std::string(record.name) + "' is used more than once, the first node has it");
         return nullptr;
     }
     m_map.m_nodes.push_back(makeNode(m_map, record));
-    known = m_map.m_nodes.back().get();
-    return known;
+    Node *node = m_map.m_nodes.back().get();
+    if (!known)
+        known = node;
+    return node;
 }
 
 Node *NodeBuilder::addInner(const NodeRecord &record)

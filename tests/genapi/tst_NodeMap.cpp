@@ -26,6 +26,7 @@ class tst_NodeMap : public QObject
 private Q_SLOTS:
     void listsNodesByFirstMention();
     void findsNodesByName();
+    void entriesWhoseWholeNamesMeetStayApart();
     void featuresAreReachableFromRoot();
     void categoriesTakeTheirVisibilityFromTheirFeatures();
     void linksGiveParentsAndChildren();
@@ -63,6 +64,15 @@ void tst_NodeMap::findsNodesByName()
     QVERIFY(!camera.node("width"));
     QVERIFY(!camera.node(""));
     QCOMPARE(camera.node("Width")->GetNodeMap(), camera.map);
+}
+
+void tst_NodeMap::entriesWhoseWholeNamesMeetStayApart()
+{
+    const Camera camera("<Enumeration Name=\"A\"><EnumEntry Name=\"B_C\"><Value>1</Value></EnumEntry><Value>1</Value>"
+                        "</Enumeration><Enumeration Name=\"A_B\"><EnumEntry Name=\"C\"><Value>2</Value></EnumEntry>"
+                        "<Value>2</Value></Enumeration>");
+    QCOMPARE(CEnumerationPtr(camera.node("A"))->ToString(), gcstring("B_C"));
+    QCOMPARE(CEnumerationPtr(camera.node("A_B"))->ToString(), gcstring("C"));
 }
 
 void tst_NodeMap::featuresAreReachableFromRoot()
