@@ -83,11 +83,9 @@ double openingTime(int features, std::chrono::microseconds latency = {})
     return OpenedPanel(device).openingTime();
 }
 
-// Starts like an opening: a panel has been made since the node map was loaded, and the processor's caches hold that.
 double readingTime(int features, std::chrono::microseconds latency = {})
 {
     const BenchDevice device(features, latency);
-    const ParamterWidget unopened;
     return milliseconds([&] { device.readAllFeatures(); });
 }
 
