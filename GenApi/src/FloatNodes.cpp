@@ -39,13 +39,13 @@ bool FloatNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         || FloatValue::take(tag, child, builder);
 }
 
-double FloatNode::readFloat(bool fresh)
+double FloatNode::readNumber(bool fresh)
 {
     const auto &place = m_source.current();
     return place.target ? place.target->floatValue(fresh) : place.constant;
 }
 
-void FloatNode::writeFloat(double value, bool verify)
+void FloatNode::writeNumber(double value, bool verify)
 {
     auto &place = m_source.current();
     if (place.target)

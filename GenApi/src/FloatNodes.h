@@ -25,8 +25,8 @@ protected:
     bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
     EAccessMode ownAccessMode() const override { return m_source.accessMode(); }
     EAccessMode ownBaseAccessMode() const override { return m_source.baseAccessMode(); }
-    double readFloat(bool fresh) override;
-    void writeFloat(double value, bool verify) override;
+    double readNumber(bool fresh) override;
+    void writeNumber(double value, bool verify) override;
     double ownLimit(Limit limit) const override;
 
 private:

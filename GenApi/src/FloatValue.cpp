@@ -41,36 +41,10 @@ bool FloatValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
     }
 }
 
-void FloatValue::SetValue(double value, bool verify)
-{
-    m_map.change([&] { setFloat(value, verify); });
-}
-
-IFloat &FloatValue::operator=(double value)
-{
-    SetValue(value, true);
-    return *this;
-}
-
-double FloatValue::GetValue(bool verify, bool ignoreCache)
-{
-    AutoLock lock(m_map.GetLock());
-    const double value = floatValue(ignoreCache);
-    if (verify)
-        requireInRange(value, "GetValue()");
-    return value;
-}
-
 bool FloatValue::HasInc()
 {
     AutoLock lock(m_map.GetLock());
     return hasIncrement();
-}
-
-EIncMode FloatValue::GetIncMode()
-{
-    AutoLock lock(m_map.GetLock());
-    return incrementMode();
 }
 
 double FloatValue::GetInc()
@@ -80,13 +54,6 @@ double FloatValue::GetInc()
         throw RuntimeException("node does not have an increment.", __FILE__, __LINE__, "", name().c_str(),
                                "RuntimeException");
     return publicLimit(Limit::Inc);
-}
-
-ERepresentation FloatValue::GetRepresentation()
-{
-    AutoLock lock(m_map.GetLock());
-    const ERepresentation known = representation();
-    return known == _UndefinedRepresentation ? PureNumber : known;
 }
 
 gcstring FloatValue::GetUnit() const
@@ -109,35 +76,6 @@ int64_t FloatValue::GetDisplayPrecision() const
     return known < 0 ? defaultPrecision : known;
 }
 
-void FloatValue::ImposeMin(double value)
-{
-    m_map.change([&] {
-        m_imposedMin = value;
-        m_map.changed(*this);
-    });
-}
-
-void FloatValue::ImposeMax(double value)
-{
-    m_map.change([&] {
-        m_imposedMax = value;
-        m_map.changed(*this);
-    });
-}
-
-double FloatValue::floatValue(bool fresh)
-{
-    requireReadable("GetValue()");
-    if (m_valueValid && !fresh)
-        return m_value;
-    const Evaluation step(*this, Evaluation::Value);
-    step.require();
-    const double value = readFloat(fresh);
-    m_value = value;
-    m_valueValid = hasCachableValue();
-    return value;
-}
-
 std::string FloatValue::textValue(bool verify, bool fresh)
 {
     const double value = floatValue(fresh);
@@ -145,17 +83,6 @@ std::string FloatValue::textValue(bool verify, bool fresh)
         requireInRange(value, "GetValue()");
     const int64_t precision = displayPrecision();
     return floatText(value, formOf(displayNotation()), precision < 0 ? defaultPrecision : precision);
-}
-
-void FloatValue::setFloat(double value, bool verify)
-{
-    requireWritable(verify, "SetValue()");
-    if (verify)
-        requireInRange(value, "SetValue()");
-    const Evaluation step(*this, Evaluation::Write);
-    step.require();
-    writeFloat(value, verify);
-    m_map.changed(*this);
 }
 
 void FloatValue::setTextValue(const std::string &text, bool verify)
@@ -167,7 +94,7 @@ void FloatValue::setTextValue(const std::string &text, bool verify)
     setFloat(*value, verify);
 }
 
-double FloatValue::ownLimit(Limit limit) const
+double FloatValue::typeLimit(Limit limit) const
 {
     constexpr double most = std::numeric_limits<double>::max();
     if (limit == Limit::Inc)
@@ -178,32 +105,6 @@ double FloatValue::ownLimit(Limit limit) const
 int64_t FloatValue::integerLimit(Limit limit) const
 {
     return saturatedInteger(floatLimit(limit));
-}
-
-double FloatValue::floatLimit(Limit limit) const
-{
-    const Evaluation::Step steps[] = {Evaluation::MinLimit, Evaluation::MaxLimit, Evaluation::IncLimit};
-    const Evaluation step(*this, steps[static_cast<int>(limit)]);
-    double value = FloatValue::ownLimit(limit);
-    if (step.isEntered()) {
-        try {
-            value = ownLimit(limit);
-        } catch (const EndlessEvaluation &) {
-            // Limits that depend on each other: the type's holds.
-        }
-    }
-    if (limit == Limit::Min && m_imposedMin)
-        value = std::max(value, *m_imposedMin);
-    if (limit == Limit::Max && m_imposedMax)
-        value = std::min(value, *m_imposedMax);
-    return value;
-}
-
-double FloatValue::publicLimit(Limit limit) const
-{
-    AutoLock lock(m_map.GetLock());
-    requireAvailable();
-    return floatLimit(limit);
 }
 
 void FloatValue::requireInRange(double value, const char *call) const

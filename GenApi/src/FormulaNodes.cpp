@@ -123,12 +123,12 @@ bool IntConverterNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
     return m_part.take(tag, child, builder) || IntegerValue::take(tag, child, builder);
 }
 
-int64_t IntConverterNode::readInteger(bool fresh)
+int64_t IntConverterNode::readNumber(bool fresh)
 {
     return m_part.fromTarget(m_part.target().integerValue(fresh), fresh);
 }
 
-void IntConverterNode::writeInteger(int64_t value, bool verify)
+void IntConverterNode::writeNumber(int64_t value, bool verify)
 {
     m_part.target().setInteger(m_part.toTarget(value), verify);
 }
@@ -153,12 +153,12 @@ bool ConverterNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
     return m_part.take(tag, child, builder) || FloatValue::take(tag, child, builder);
 }
 
-double ConverterNode::readFloat(bool fresh)
+double ConverterNode::readNumber(bool fresh)
 {
     return m_part.fromTarget(m_part.target().floatValue(fresh), fresh);
 }
 
-void ConverterNode::writeFloat(double value, bool verify)
+void ConverterNode::writeNumber(double value, bool verify)
 {
     m_part.target().setFloat(m_part.toTarget(value), verify);
 }

@@ -19,8 +19,8 @@ public:
 protected:
     bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
     EAccessMode ownAccessMode() const override { return m_formula.isUsable(Tag::Formula) ? RO : NA; }
-    int64_t readInteger(bool fresh) override { return m_formula.value<int64_t>(Tag::Formula, 0, fresh); }
-    void writeInteger(int64_t, bool) override { }
+    int64_t readNumber(bool fresh) override { return m_formula.value<int64_t>(Tag::Formula, 0, fresh); }
+    void writeNumber(int64_t, bool) override { }
     int64_t ownLimit(Limit limit) const override;
 
 private:
@@ -39,8 +39,8 @@ public:
 protected:
     bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
     EAccessMode ownAccessMode() const override { return m_formula.isUsable(Tag::Formula) ? RO : NA; }
-    double readFloat(bool fresh) override { return m_formula.value<double>(Tag::Formula, 0, fresh); }
-    void writeFloat(double, bool) override { }
+    double readNumber(bool fresh) override { return m_formula.value<double>(Tag::Formula, 0, fresh); }
+    void writeNumber(double, bool) override { }
     double ownLimit(Limit limit) const override;
 
 private:
@@ -99,8 +99,8 @@ protected:
     EAccessMode ownAccessMode() const override { return m_part.accessMode(); }
     EAccessMode ownBaseAccessMode() const override { return m_part.baseAccessMode(); }
     ECachingMode ownCachingMode() const override { return WriteAround; }
-    int64_t readInteger(bool fresh) override;
-    void writeInteger(int64_t value, bool verify) override;
+    int64_t readNumber(bool fresh) override;
+    void writeNumber(int64_t value, bool verify) override;
     int64_t ownLimit(Limit limit) const override;
 
 private:
@@ -119,8 +119,8 @@ protected:
     bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
     EAccessMode ownAccessMode() const override { return m_part.accessMode(); }
     EAccessMode ownBaseAccessMode() const override { return m_part.baseAccessMode(); }
-    double readFloat(bool fresh) override;
-    void writeFloat(double value, bool verify) override;
+    double readNumber(bool fresh) override;
+    void writeNumber(double value, bool verify) override;
     double ownLimit(Limit limit) const override;
 
 private:

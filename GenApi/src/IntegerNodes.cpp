@@ -9,13 +9,13 @@ bool IntegerNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         || IntegerValue::take(tag, child, builder);
 }
 
-int64_t IntegerNode::readInteger(bool fresh)
+int64_t IntegerNode::readNumber(bool fresh)
 {
     const auto &place = m_source.current();
     return place.target ? place.target->integerValue(fresh) : place.constant;
 }
 
-void IntegerNode::writeInteger(int64_t value, bool verify)
+void IntegerNode::writeNumber(int64_t value, bool verify)
 {
     auto &place = m_source.current();
     if (place.target)

@@ -20,8 +20,8 @@ protected:
     bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
     EAccessMode ownAccessMode() const override { return m_source.accessMode(); }
     EAccessMode ownBaseAccessMode() const override { return m_source.baseAccessMode(); }
-    int64_t readInteger(bool fresh) override;
-    void writeInteger(int64_t value, bool verify) override;
+    int64_t readNumber(bool fresh) override;
+    void writeNumber(int64_t value, bool verify) override;
     int64_t ownLimit(Limit limit) const override;
 
 private:

@@ -41,26 +41,6 @@ bool IntegerValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
     }
 }
 
-void IntegerValue::SetValue(int64_t value, bool verify)
-{
-    m_map.change([&] { setInteger(value, verify); });
-}
-
-IInteger &IntegerValue::operator=(int64_t value)
-{
-    SetValue(value, true);
-    return *this;
-}
-
-int64_t IntegerValue::GetValue(bool verify, bool ignoreCache)
-{
-    AutoLock lock(m_map.GetLock());
-    const int64_t value = integerValue(ignoreCache);
-    if (verify)
-        requireInRange(value, "GetValue()");
-    return value;
-}
-
 int64_autovector_t IntegerValue::GetListOfValidValues(bool bounded)
 {
     AutoLock lock(m_map.GetLock());
@@ -72,52 +52,10 @@ int64_autovector_t IntegerValue::GetListOfValidValues(bool bounded)
     return list;
 }
 
-EIncMode IntegerValue::GetIncMode()
-{
-    AutoLock lock(m_map.GetLock());
-    return incrementMode();
-}
-
 gcstring IntegerValue::GetUnit()
 {
     AutoLock lock(m_map.GetLock());
     return gcstringOf(unit());
-}
-
-ERepresentation IntegerValue::GetRepresentation()
-{
-    AutoLock lock(m_map.GetLock());
-    const ERepresentation known = representation();
-    return known == _UndefinedRepresentation ? PureNumber : known;
-}
-
-void IntegerValue::ImposeMin(int64_t value)
-{
-    m_map.change([&] {
-        m_imposedMin = value;
-        m_map.changed(*this);
-    });
-}
-
-void IntegerValue::ImposeMax(int64_t value)
-{
-    m_map.change([&] {
-        m_imposedMax = value;
-        m_map.changed(*this);
-    });
-}
-
-int64_t IntegerValue::integerValue(bool fresh)
-{
-    requireReadable("GetValue()");
-    if (m_valueValid && !fresh)
-        return m_value;
-    const Evaluation step(*this, Evaluation::Value);
-    step.require();
-    const int64_t value = readInteger(fresh);
-    m_value = value;
-    m_valueValid = hasCachableValue();
-    return value;
 }
 
 std::string IntegerValue::textValue(bool verify, bool fresh)
@@ -137,17 +75,6 @@ std::string IntegerValue::textValue(bool verify, bool fresh)
     default:
         return decimalText(value);
     }
-}
-
-void IntegerValue::setInteger(int64_t value, bool verify)
-{
-    requireWritable(verify, "SetValue()");
-    if (verify)
-        requireInRange(value, "SetValue()");
-    const Evaluation step(*this, Evaluation::Write);
-    step.require();
-    writeInteger(value, verify);
-    m_map.changed(*this);
 }
 
 void IntegerValue::setFloat(double value, bool verify)
@@ -173,32 +100,6 @@ void IntegerValue::setTextValue(const std::string &text, bool verify)
         throw INVALID_ARGUMENT_EXCEPTION("Node '%s' : cannot convert string '%s' to int.", name().c_str(),
                                          text.c_str());
     setInteger(*value, verify);
-}
-
-int64_t IntegerValue::integerLimit(Limit limit) const
-{
-    const Evaluation::Step steps[] = {Evaluation::MinLimit, Evaluation::MaxLimit, Evaluation::IncLimit};
-    const Evaluation step(*this, steps[static_cast<int>(limit)]);
-    int64_t value = Node::integerLimit(limit);
-    if (step.isEntered()) {
-        try {
-            value = ownLimit(limit);
-        } catch (const EndlessEvaluation &) {
-            // Limits that depend on each other: the type's holds.
-        }
-    }
-    if (limit == Limit::Min && m_imposedMin)
-        value = std::max(value, *m_imposedMin);
-    if (limit == Limit::Max && m_imposedMax)
-        value = std::min(value, *m_imposedMax);
-    return value;
-}
-
-int64_t IntegerValue::publicLimit(Limit limit) const
-{
-    AutoLock lock(m_map.GetLock());
-    requireAvailable();
-    return integerLimit(limit);
 }
 
 void IntegerValue::requireInRange(int64_t value, const char *call) const

@@ -75,7 +75,7 @@ std::vector<uint8_t> IntRegNode::bytesOf(uint64_t word, std::size_t length) cons
     return bytes;
 }
 
-int64_t IntRegNode::readInteger(bool fresh)
+int64_t IntRegNode::readNumber(bool fresh)
 {
     const Field bits = field(m_register.length());
     const uint64_t value = word(m_register.read(fresh)) >> bits.shift & bits.mask();
@@ -83,7 +83,7 @@ int64_t IntRegNode::readInteger(bool fresh)
     return static_cast<int64_t>(isNegative ? value | ~bits.mask() : value);
 }
 
-void IntRegNode::writeInteger(int64_t value, bool)
+void IntRegNode::writeNumber(int64_t value, bool)
 {
     const Field bits = field(m_register.length());
     const uint64_t mask = bits.mask() << bits.shift;
@@ -122,7 +122,7 @@ std::vector<uint8_t> FloatRegNode::ordered(std::vector<uint8_t> bytes) const
     return bytes;
 }
 
-double FloatRegNode::readFloat(bool fresh)
+double FloatRegNode::readNumber(bool fresh)
 {
     const std::vector<uint8_t> bytes = ordered(m_register.read(fresh));
     double wide = 0;
@@ -137,7 +137,7 @@ double FloatRegNode::readFloat(bool fresh)
     return static_cast<double>(narrow);
 }
 
-void FloatRegNode::writeFloat(double value, bool)
+void FloatRegNode::writeNumber(double value, bool)
 {
     const auto length = static_cast<std::size_t>(m_register.length());
     const auto narrow = static_cast<float>(value);

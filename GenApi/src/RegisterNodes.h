@@ -89,8 +89,8 @@ public:
 protected:
     bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
     void loaded(NodeBuilder &builder) override;
-    int64_t readInteger(bool fresh) override;
-    void writeInteger(int64_t value, bool verify) override;
+    int64_t readNumber(bool fresh) override;
+    void writeNumber(int64_t value, bool verify) override;
     int64_t ownLimit(Limit limit) const override;
 
 private:
@@ -117,8 +117,8 @@ public:
     using RegisterOf::RegisterOf;
 
 protected:
-    double readFloat(bool fresh) override;
-    void writeFloat(double value, bool verify) override;
+    double readNumber(bool fresh) override;
+    void writeNumber(double value, bool verify) override;
     double ownLimit(Limit limit) const override;
 
 private:

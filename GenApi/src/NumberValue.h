@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Evaluation.h"
+#include "ValueNode.h"
+
+#include <algorithm>
+#include <optional>
+#include <type_traits>
+
+namespace NodeEngine {
+
+/// What whole and floating-point numbers have in common: a cached value, limits that can be imposed, a range to keep.
+/// `Interface` is IInteger or IFloat, `Number` its type.
+template <class Interface, class Number>
+class NumberValue : public ValueNode<Interface>
+{
+public:
+    using ValueNode<Interface>::ValueNode;
+
+    void SetValue(Number value, bool verify) override
+    {
+        this->m_map.change([&] {
+            if constexpr (std::is_integral_v<Number>)
+                this->setInteger(value, verify);
+            else
+                this->setFloat(value, verify);
+        });
+    }
+    Interface &operator=(Number value) override
+    {
+        SetValue(value, true);
+        return *this;
+    }
+    Number GetValue(bool verify, bool ignoreCache) override
+    {
+        AutoLock lock(this->m_map.GetLock());
+        const Number value = number(ignoreCache);
+        if (verify)
+            requireInRange(value, "GetValue()");
+        return value;
+    }
+    Number operator()() override { return GetValue(false, false); }
+    Number operator*() override { return GetValue(false, false); }
+    Number GetMin() override { return publicLimit(Limit::Min); }
+    Number GetMax() override { return publicLimit(Limit::Max); }
+    EIncMode GetIncMode() override
+    {
+        AutoLock lock(this->m_map.GetLock());
+        return this->incrementMode();
+    }
+    ERepresentation GetRepresentation() override
+    {
+        AutoLock lock(this->m_map.GetLock());
+        const ERepresentation known = this->representation();
+        return known == _UndefinedRepresentation ? PureNumber : known;
+    }
+    void ImposeMin(Number value) override { impose(m_imposedMin, value); }
+    void ImposeMax(Number value) override { impose(m_imposedMax, value); }
+
+    ERepresentation representation() const override { return m_representation; }
+    std::string unit() const override { return this->text(Tag::Unit); }
+
+protected:
+    virtual Number readNumber(bool fresh) = 0;
+    virtual void writeNumber(Number value, bool verify) = 0;
+    virtual Number typeLimit(Limit limit) const = 0;
+    /// The limit without what was imposed; by default the type's.
+    virtual Number ownLimit(Limit limit) const { return typeLimit(limit); }
+    virtual void requireInRange(Number value, const char *call) const = 0;
+
+    Number number(bool fresh)
+    {
+        this->requireReadable("GetValue()");
+        if (this->m_valueValid && !fresh)
+            return m_value;
+        const Evaluation step(*this, Evaluation::Value);
+        step.require();
+        const Number value = readNumber(fresh);
+        m_value = value;
+        this->m_valueValid = this->hasCachableValue();
+        return value;
+    }
+
+    void setNumber(Number value, bool verify)
+    {
+        this->requireWritable(verify, "SetValue()");
+        if (verify)
+            requireInRange(value, "SetValue()");
+        const Evaluation step(*this, Evaluation::Write);
+        step.require();
+        writeNumber(value, verify);
+        this->m_map.changed(*this);
+    }
+
+    /// The limit that holds: the node's own, or the type's if limits depend on each other, within what was imposed.
+    Number validLimit(Limit limit) const
+    {
+        const Evaluation::Step steps[] = {Evaluation::MinLimit, Evaluation::MaxLimit, Evaluation::IncLimit};
+        const Evaluation step(*this, steps[static_cast<int>(limit)]);
+        Number value = typeLimit(limit);
+        if (step.isEntered()) {
+            try {
+                value = ownLimit(limit);
+            } catch (const EndlessEvaluation &) {
+                // Limits that depend on each other: the type's holds.
+            }
+        }
+        if (limit == Limit::Min && m_imposedMin)
+            value = std::max(value, *m_imposedMin);
+        if (limit == Limit::Max && m_imposedMax)
+            value = std::min(value, *m_imposedMax);
+        return value;
+    }
+
+    /// As the interface gives it: throws while the feature is not available.
+    Number publicLimit(Limit limit) const
+    {
+        AutoLock lock(this->m_map.GetLock());
+        this->requireAvailable();
+        return validLimit(limit);
+    }
+
+    ERepresentation m_representation = _UndefinedRepresentation;
+
+private:
+    void impose(std::optional<Number> &bound, Number value)
+    {
+        this->m_map.change([&] {
+            bound = value;
+            this->m_map.changed(*this);
+        });
+    }
+
+    Number m_value = 0; // while m_valueValid
+    std::optional<Number> m_imposedMin;
+    std::optional<Number> m_imposedMax;
+};
+
+} // namespace NodeEngine
