@@ -165,11 +165,11 @@ void showEnumeration(QComboBox *comboBox, GenApi::IEnumeration &enumeration)
 {
     GenApi::StringList_t symbolics;
     enumeration.GetSymbolics(symbolics);
-    const QString current = QString::fromUtf8(enumeration.ToString());
+    const QString current = QString::fromUtf8(enumeration.ToString().c_str());
     const QSignalBlocker blocker(comboBox);
     comboBox->clear();
     for (const GenICam::gcstring &symbolic : symbolics)
-        comboBox->addItem(QString::fromUtf8(symbolic));
+        comboBox->addItem(QString::fromUtf8(symbolic.c_str()));
     comboBox->setCurrentIndex(comboBox->findText(current));
 }
 

@@ -168,7 +168,7 @@ QWidget *ToolPageWidgetItem::getParameterWidget(GenApi::INode *node, bool &avail
         return nullptr;
     GenApi::EInterfaceType type = GenApi::intfIBase;
     guardRead([&] {
-        m_nodeName = QString::fromUtf8(node->GetName());
+        m_nodeName = QString::fromUtf8(node->GetName().c_str());
         type = node->GetPrincipalInterfaceType();
     });
     return RowEditors::find(type) ? syncEditor(type, node, available) : nullptr;

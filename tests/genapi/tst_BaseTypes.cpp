@@ -79,7 +79,9 @@ void tst_BaseTypes::stringKeepsBytes()
     QVERIFY(binary != gcstring("a"));
     QVERIFY(gcstring("a") < binary);
     QVERIFY(gcstring("\xE6\x9B\x9D") > gcstring("a"));
-    QCOMPARE(QString::fromUtf8(gcstring("\xE6\x9B\x9D")), QStringLiteral("\u66DD"));
+    const gcstring utf8("\xE6\x9B\x9D");
+    const char *converted = utf8;
+    QCOMPARE(QString::fromUtf8(converted), QStringLiteral("\u66DD"));
 }
 
 void tst_BaseTypes::stringTakesNull()
