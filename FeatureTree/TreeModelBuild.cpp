@@ -64,6 +64,7 @@ void TreeModel::AddModelData(const GenApi::node_vector &nodes, const QString &)
         return;
     beginResetModel();
     setupModelData(nodes, rootItem.get(), true);
+    listedFeatures = {};
     endResetModel();
 }
 

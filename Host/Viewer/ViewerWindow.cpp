@@ -76,8 +76,6 @@ void ViewerWindow::buildDocks()
     m_panelDock = addDock(QStringLiteral("panelDock"), Qt::RightDockWidgetArea, m_panel);
     m_logDock = addDock(QStringLiteral("logDock"), Qt::BottomDockWidgetArea, m_log);
     m_panel->setMinimumSize(panelMinimumWidth, panelMinimumHeight);
-    m_panel->setProperty("profilerTypeCodes", QStringList(QStringLiteral("1")));
-    m_panel->setProperty("structuredLightTypeCodes", QStringList(QStringLiteral("5")));
     m_devices->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_devices, &QWidget::customContextMenuRequested, this, &ViewerWindow::showDeviceMenu);
     connect(m_devices, &DeviceTree::stepRequested, this, &ViewerWindow::takeNextStep);
