@@ -246,14 +246,14 @@ void ToolPageWidgetItem::updateWidget(bool live)
     bool available = false;
     getParameterWidget(m_node, available);
     if (m_node && m_hideWhenUnavailable)
-        setVisible(available);
+        setVisible(available && m_showable);
 }
 
 void ToolPageWidgetItem::showLiveValue()
 {
     auto *spinBox = qobject_cast<QDoubleSpinBox *>(m_editor);
     auto *comboBox = qobject_cast<QComboBox *>(m_editor);
-    if ((!spinBox && !comboBox) || isInUse(m_editor))
+    if (m_released || (!spinBox && !comboBox) || isInUse(m_editor))
         return;
     std::string value;
     if (HostCore::GetCameraNodeValue(deviceName.toStdString(), m_nodeName.toStdString(), value) != 0)
@@ -276,6 +276,22 @@ void ToolPageWidgetItem::setWidgetItemEnable(bool enable)
         return;
     m_editor->setEnabled(enable);
     m_enabled = enable;
+}
+
+void ToolPageWidgetItem::setWidgetItemVisible(bool visible)
+{
+    m_showable = visible;
+    if (visible && m_node && m_hideWhenUnavailable)
+        updateWidget(false);
+    else
+        setVisible(visible);
+}
+
+void ToolPageWidgetItem::releaseNode()
+{
+    setWidgetItemEnable(false);
+    m_node = nullptr;
+    m_released = true;
 }
 
 void ToolPageWidgetItem::setLanguage(int language)

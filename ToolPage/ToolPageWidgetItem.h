@@ -51,6 +51,11 @@ public:
     /// The caller's permission to edit; from the next refresh on, editors of features that are not writable
     /// are disabled whatever it says. Without an editor nothing changes.
     void setWidgetItemEnable(bool enable);
+    /// The caller's permission to show the row. With it, a row that hides when unavailable is shown as soon as its
+    /// feature is available; without it every refresh leaves the row hidden.
+    void setWidgetItemVisible(bool visible);
+    /// Lets go of the feature for good: the row keeps what it shows, disabled, and asks the device nothing more.
+    void releaseNode();
     void setLanguage(int language);
     /// Empty outside the list.
     QString getDescription(int language) const;
@@ -120,5 +125,7 @@ private:
     bool m_laidOut = false;
     bool m_enabled = true;
     bool m_hideWhenUnavailable = false;
+    bool m_showable = true; ///< the caller's permission to show the row
+    bool m_released = false; ///< the feature is gone for good
     QString m_readFault; ///< logged last; empty after a successful refresh
 };
