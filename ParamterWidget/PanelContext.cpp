@@ -2,9 +2,29 @@
 #include "ParamterWidget/PanelContext.h"
 
 #include "ParamterWnd/HostCore.h"
+#include "ToolPage/CToolBox.h"
+
+namespace {
+
+/// The fourth tool box is not one of them.
+constexpr int RefreshedToolBoxes = 3;
+
+} // namespace
 
 GenApi::INodeMap *PanelContext::nodeMap() const
 {
     const HostCore::FOCUS_TYPE type = card ? HostCore::FOCUS_CARD : HostCore::FOCUS_CAMERA;
     return HostCore::GetAttrNodeMap(type, deviceKey(), HostCore::NODE_MAP_DEVICE);
+}
+
+PlacedRow PanelContext::placed(RowId id) const
+{
+    const auto found = placedRows.find(id);
+    return found == placedRows.end() ? PlacedRow() : found->second;
+}
+
+void PanelContext::refreshPages() const
+{
+    for (CToolBox *toolBox : toolBoxes.mid(0, RefreshedToolBoxes))
+        toolBox->updateWidget();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <map>
 #include <string>
 
 #include <QString>
@@ -9,8 +10,18 @@
 
 #include <GenApi/GenApi.h>
 
+#include "ParamterWidget/pages/RowSpec.h"
+
 class CToolBox;
+class ToolPageWidget;
 class ToolPageWidgetItem;
+
+/// A row of a page, and the group it belongs to.
+struct PlacedRow
+{
+    ToolPageWidgetItem *row = nullptr;
+    ToolPageWidget *group = nullptr;
+};
 
 /// What the controllers of one panel share instead of the panel itself. Owned by the panel, which owns all
 /// widgets named here too; GUI thread only.
@@ -22,14 +33,18 @@ struct PanelContext
     int language = 0; ///< 0 English, any other value Chinese
 
     QVector<CToolBox *> toolBoxes; ///< of the inner tabs, first to fourth
+    std::map<RowId, QWidget *> controls; ///< editors that the controllers made for rows of their own
     QVector<ToolPageWidgetItem *> rows; ///< of the curated pages, in the order of building
+    std::map<RowId, PlacedRow> placedRows; ///< the rows among them that have an id
     QVector<ToolPageWidgetItem *> liveRows; ///< rows that follow the device while the first page is in view
-    QVector<QWidget *> roiHiddenWidgets; ///< hidden while a region is being drawn
-    ToolPageWidgetItem *selectedRow = nullptr; ///< the row clicked last
-    ToolPageWidgetItem *userSetLoadRow = nullptr; ///< disabled while the camera acquires; null without that page
+    ToolPageWidgetItem *selectedRow = nullptr; ///< the row that is described
 
     /// The device name as the host wants it: UTF-8.
     std::string deviceKey() const { return deviceName.toStdString(); }
     /// The device's node map, owned by the host; null when it has none.
     GenApi::INodeMap *nodeMap() const;
+    /// Both null without that row.
+    PlacedRow placed(RowId id) const;
+    /// Reads the pages in the first three tool boxes again, except folded groups.
+    void refreshPages() const;
 };

@@ -25,6 +25,9 @@
 #include "ParamterWidget/ParamterForm.h"
 #include "ParamterWidget/RoiDrawing.h"
 #include "ParamterWidget/SoftTrigger.h"
+#include "ParamterWidget/UserSets.h"
+#include "ParamterWidget/pages/AreaScanCatalogue.h"
+#include "ParamterWidget/pages/PageBuilder.h"
 #include "ParamterWnd/HostCore.h"
 #include "Resources/Icons.h"
 #include "ToolPage/CTabWidget.h"
@@ -65,7 +68,8 @@ QString panelStyleSheet()
 ParamterWidget::ParamterWidget(QWidget *parent)
     : QWidget(parent), m_descriptionPane(new QTextBrowser(this)), m_unplacedControls(new QWidget(this)),
       m_softTrigger(std::make_unique<SoftTrigger>(m_context, m_unplacedControls)),
-      m_roiDrawing(std::make_unique<RoiDrawing>(m_unplacedControls)), m_ui(std::make_unique<Ui_ParamterWidget>())
+      m_roiDrawing(std::make_unique<RoiDrawing>(m_context, m_unplacedControls)),
+      m_userSets(std::make_unique<UserSets>(m_context, m_unplacedControls)), m_ui(std::make_unique<Ui_ParamterWidget>())
 {
     m_unplacedControls->hide();
     m_ui->setupUi(this);
@@ -142,6 +146,9 @@ void ParamterWidget::connectControls()
     connect(m_softTrigger->timer(), &QTimer::timeout, this, &ParamterWidget::onTriggerTimeout);
     connect(m_roiDrawing->selectButton(), &SelectedButton::clicked, this, &ParamterWidget::onRoiSelectedButtonClicked);
     connect(m_roiDrawing->drawButton(), &QPushButton::clicked, this, &ParamterWidget::onExecDrawButtonClicked);
+    connect(m_roiDrawing->resetImageSizeButton(), &QPushButton::clicked, this,
+            &ParamterWidget::onResetImageSizeButtonClicked);
+    connect(m_userSets->loadButton(), &QPushButton::clicked, this, &ParamterWidget::onUserSetLoadButtonClicked);
     for (QSpinBox *coordinate : m_roiDrawing->coordinates())
         connect(coordinate, qOverload<int>(&QSpinBox::valueChanged), this,
                 &ParamterWidget::onDrawParametersButtonClicked);
@@ -171,22 +178,39 @@ void ParamterWidget::init2DParameterUI()
         || HostCore::GetCameraInfo(m_context.deviceKey(), HostCore::CAM_INFO_TYPE_CODE) == AttributeTabOnlyType;
     if (!nodeMap)
         return;
-    if (attributesOnly)
+    if (attributesOnly) {
         m_ui->tabMainWidget->setCurrentWidget(m_ui->tabAttribute);
-    else
-        guarded(Module, [&] {
-            commonAttributeInit(nodeMap);
-            triggerInit(nodeMap);
-            advancedSettingsInit(nodeMap);
-        });
+    } else {
+        commonAttributeInit(nodeMap);
+        triggerInit(nodeMap);
+        advancedSettingsInit(nodeMap);
+    }
     parameterTreeViewInit(nodeMap);
 }
 
-void ParamterWidget::commonAttributeInit(GenApi::INodeMap *) { }
+void ParamterWidget::commonAttributeInit(GenApi::INodeMap *nodeMap)
+{
+    buildTab(AreaScanCatalogue::Common, m_ui->firstToolBox, nodeMap);
+}
 
-void ParamterWidget::triggerInit(GenApi::INodeMap *) { }
+void ParamterWidget::triggerInit(GenApi::INodeMap *nodeMap)
+{
+    buildTab(AreaScanCatalogue::Trigger, m_ui->secondToolBox, nodeMap);
+}
 
-void ParamterWidget::advancedSettingsInit(GenApi::INodeMap *) { }
+void ParamterWidget::advancedSettingsInit(GenApi::INodeMap *nodeMap)
+{
+    buildTab(AreaScanCatalogue::Advanced, m_ui->thirdToolBox, nodeMap);
+    m_roiDrawing->pairRows();
+}
+
+void ParamterWidget::buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap)
+{
+    guarded(Module, [&] {
+        for (ToolPageWidgetItem *row : PageBuilder(m_context, this, nodeMap).build(tab, toolBox))
+            connect(row, &ToolPageWidgetItem::itemClicked, this, &ParamterWidget::onToolPageWidgetItemClicked);
+    });
+}
 
 void ParamterWidget::parameterTreeViewInit(GenApi::INodeMap *nodeMap)
 {
@@ -240,35 +264,27 @@ void ParamterWidget::setParamterViewDisable()
     m_attributeTab->disable();
     m_liveRefreshTimer.stop();
     m_softTrigger->disable();
+    for (ToolPageWidgetItem *row : std::as_const(m_context.rows))
+        row->releaseNode();
 }
 
 void ParamterWidget::updateWidget(bool)
 {
-    guarded(Module, [this] { updateToolBoxes(); });
-    if (!m_roiDrawing->isDrawing())
-        return;
-    for (QWidget *widget : m_context.roiHiddenWidgets)
-        widget->hide();
-}
-
-void ParamterWidget::updateToolBoxes()
-{
-    for (int i = 0; i < AreaScanToolBoxes; ++i)
-        m_context.toolBoxes.at(i)->updateWidget();
+    guarded(Module, [this] { m_context.refreshPages(); });
 }
 
 void ParamterWidget::startAcquireOperation()
 {
     m_roiDrawing->lock();
-    if (m_context.userSetLoadRow)
-        m_context.userSetLoadRow->setWidgetItemEnable(false);
+    m_userSets->lock();
 }
 
 void ParamterWidget::stopAcquireOperation()
 {
+    if (m_disabled)
+        return;
     m_roiDrawing->unlock();
-    if (m_context.userSetLoadRow)
-        m_context.userSetLoadRow->setWidgetItemEnable(true);
+    m_userSets->unlock();
 }
 
 void ParamterWidget::imageModeChangedUpdate(int) { }
@@ -278,7 +294,15 @@ void ParamterWidget::updateAttributeLevel()
     guarded(Module, [this] { m_attributeTab->selectStoredLevel(); });
 }
 
-void ParamterWidget::setDrawRoiPos(int, int, int, int) { }
+void ParamterWidget::setDrawRoiPos(int leftX, int leftY, int rightX, int rightY)
+{
+    guarded(Module, [&] { m_roiDrawing->followHost(leftX, leftY, rightX, rightY); });
+}
+
+void ParamterWidget::setDrawRoiStatus(bool drawing)
+{
+    guarded(Module, [&] { m_roiDrawing->showDrawingRows(drawing); });
+}
 
 int ParamterWidget::getCameraNodeInfo(QString nodeName, int &value, int &min, int &max, int &inc)
 {
@@ -314,6 +338,32 @@ void ParamterWidget::onTriggerSwitchButtonClicked()
 void ParamterWidget::onTriggerTimeout()
 {
     guarded(Module, [this] { m_softTrigger->fire(); });
+}
+
+void ParamterWidget::onRoiSelectedButtonClicked()
+{
+    guarded(Module, [this] { m_roiDrawing->followSelectButton(); });
+}
+
+void ParamterWidget::onDrawParametersButtonClicked()
+{
+    const QObject *const spinBox = sender();
+    guarded(Module, [&] { m_roiDrawing->followCoordinate(spinBox); });
+}
+
+void ParamterWidget::onExecDrawButtonClicked()
+{
+    guarded(Module, [this] { m_roiDrawing->apply(); });
+}
+
+void ParamterWidget::onResetImageSizeButtonClicked()
+{
+    guarded(Module, [this] { m_roiDrawing->restoreFullSize(); });
+}
+
+void ParamterWidget::onUserSetLoadButtonClicked()
+{
+    guarded(Module, [this] { m_userSets->load(); });
 }
 
 void ParamterWidget::onCollapseButtonClicked()

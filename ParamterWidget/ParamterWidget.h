@@ -15,8 +15,8 @@ class AttributeTab;
 class QTextBrowser;
 class RoiDrawing;
 class SoftTrigger;
-class ToolPageWidgetItem;
 class Ui_ParamterWidget;
+class UserSets;
 
 /// The parameter panel of one device, or the empty panel that is shown when no device has the focus.
 ///
@@ -55,7 +55,7 @@ public:
     void setAllDetailWidgetVisiable(bool visible);
     /// Stops all reading of the device, for good.
     void setParamterViewDisable();
-    /// Reads the curated pages again. The argument says nothing.
+    /// Reads the curated pages again, except folded groups. The argument says nothing.
     void updateWidget(bool afterImport);
     /// Locks and unlocks what must not change while the camera acquires.
     void startAcquireOperation();
@@ -64,9 +64,10 @@ public:
     void imageModeChangedUpdate(int mode);
     /// Selects the visibility level that the host has stored.
     void updateAttributeLevel();
-    /// Takes the region that the user moved on the image view (image pixels). Takes no action without the page
-    /// that draws regions.
+    /// Takes the region that the user moved on the image view (image pixels), while one is being drawn.
     void setDrawRoiPos(int leftX, int leftY, int rightX, int rightY);
+    /// Shows the rows of the drawn region in place of those of the camera's, or the other way round.
+    void setDrawRoiStatus(bool drawing);
 
     /// As the functions of NodeAccess.h, for the panel's device.
     int getCameraNodeInfo(QString nodeName, int &value, int &min, int &max, int &inc);
@@ -79,16 +80,16 @@ public Q_SLOTS:
     void onSigSelectItemClick(QModelIndex index);
     void onTriggerSwitchButtonClicked();
     void onTriggerTimeout();
-    void onRoiSelectedButtonClicked() { }
-    void onDrawParametersButtonClicked() { }
-    void onExecDrawButtonClicked() { }
+    void onRoiSelectedButtonClicked();
+    void onDrawParametersButtonClicked();
+    void onExecDrawButtonClicked();
     void onCollapseButtonClicked();
     void onToolPageWidgetItemClicked();
     void onHDRValueChanged() { }
     void onExposureScaleValueChanged() { }
     void onImageShowModeChanged() { }
     void onLaserAdjustModeChanged() { }
-    void onUserSetLoadButtonClicked() { }
+    void onUserSetLoadButtonClicked();
     void onYMeasureValueChanged() { }
     void onGrayImageButtonClicked() { }
     void onImageBitValueChanged() { }
@@ -100,7 +101,7 @@ public Q_SLOTS:
     void onBatchModeChanged() { }
     void onMeasureRangeValueChanged() { }
     void onDrawMeasureRangeClicked() { }
-    void onResetImageSizeButtonClicked() { }
+    void onResetImageSizeButtonClicked();
     void onDrawImageMaskButtonClicked() { }
     void onCorrectionValueChanged() { }
     void onCorrectionButtonClicked() { }
@@ -117,7 +118,7 @@ private:
     void setUpDescriptionPane();
     void setUpTabs();
     void connectControls();
-    void updateToolBoxes();
+    void buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap);
     void describeSelectedRow();
     bool isFirstPageInView() const;
 
@@ -127,6 +128,7 @@ private:
     QWidget *m_unplacedControls;
     std::unique_ptr<SoftTrigger> m_softTrigger;
     std::unique_ptr<RoiDrawing> m_roiDrawing;
+    std::unique_ptr<UserSets> m_userSets;
     QTimer m_liveRefreshTimer{this};
     std::unique_ptr<Ui_ParamterWidget> m_ui;
     std::unique_ptr<AttributeTab> m_attributeTab;

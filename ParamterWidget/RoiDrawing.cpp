@@ -1,29 +1,267 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/RoiDrawing.h"
 
+#include <algorithm>
+#include <optional>
+#include <utility>
+
 #include <QCoreApplication>
 #include <QPushButton>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
 #include <QSpinBox>
 
+#include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PanelContext.h"
+#include "ParamterWnd/HostCore.h"
 #include "ToolPage/SelectedButton.h"
 #include "ToolPage/StyleSheets.h"
+#include "ToolPage/ToolPageWidget.h"
+#include "ToolPage/ToolPageWidgetItem.h"
 
-RoiDrawing::RoiDrawing(QWidget *controlsParent)
-    : m_selectButton(new SelectedButton(controlsParent)), m_drawButton(new QPushButton(controlsParent)),
-      m_resetImageSizeButton(new QPushButton(controlsParent))
+namespace {
+
+constexpr std::pair<RowId, RowId> PairedRows[] = {
+    {RowId::Width, RowId::DrawWidth},
+    {RowId::Height, RowId::DrawHeight},
+    {RowId::OffsetX, RowId::DrawOffsetX},
+    {RowId::OffsetY, RowId::DrawOffsetY},
+};
+
+/// The answer of SetCameraIntNodeValue() for a feature that the camera lacks.
+constexpr int NoSuchFeature = -2;
+
+struct NodeInfo
 {
-    for (QSpinBox *&coordinate : m_coordinates)
-        coordinate = new QSpinBox(controlsParent);
-    for (QPushButton *button : {static_cast<QPushButton *>(m_selectButton), m_drawButton, m_resetImageSizeButton})
+    int value = 0;
+    int minimum = 0;
+    int maximum = 0;
+    int increment = 1;
+};
+
+/// Zeros when the feature cannot be read.
+NodeInfo nodeInfo(const QString &device, const char *feature)
+{
+    NodeInfo info;
+    GetCameraIntNodeInfo(device, QString::fromLatin1(feature), info.value, info.minimum, info.maximum, info.increment);
+    return info;
+}
+
+/// The host's text of a number; nothing when the host cannot read it.
+std::optional<int> hostValue(const std::string &device, const char *feature)
+{
+    std::string text;
+    if (HostCore::GetCameraNodeValue(device, feature, text) != 0)
+        return std::nullopt;
+    return QString::fromStdString(text).toInt();
+}
+
+void setUp(QSpinBox *spinBox, int minimum, int maximum, const NodeInfo &info)
+{
+    const QSignalBlocker blocker(spinBox);
+    spinBox->setRange(minimum, maximum);
+    spinBox->setSingleStep(qMax(1, info.increment));
+    spinBox->setValue(info.value);
+}
+
+void log(const QString &message)
+{
+    HostCore::VLogInfo("RoiDrawing", message.toStdString(), 0);
+}
+
+} // namespace
+
+RoiDrawing::RoiDrawing(PanelContext &context, QWidget *controlsParent)
+    : m_context(context), m_selectButton(new SelectedButton(controlsParent)),
+      m_drawButton(new QPushButton(controlsParent)),
+      m_resetImageSizeButton(new QPushButton(controlsParent)), m_horizontal{"Width", "OffsetX",
+                                                                            new QSpinBox(controlsParent),
+                                                                            new QSpinBox(controlsParent)},
+      m_vertical{"Height", "OffsetY", new QSpinBox(controlsParent), new QSpinBox(controlsParent)}
+{
+    for (QPushButton *button : {static_cast<QPushButton *>(m_selectButton), m_drawButton, m_resetImageSizeButton}) {
         button->setText(QCoreApplication::translate("ParamterWidget", "Execute"));
-    m_drawButton->setEnabled(false);
-    for (QPushButton *button : {static_cast<QPushButton *>(m_selectButton), m_drawButton})
         button->setStyleSheet(StyleSheets::PlainButton);
+    }
+    m_drawButton->setEnabled(false);
+    context.controls[RowId::RoiSelect] = m_selectButton;
+    context.controls[RowId::DrawWidth] = m_horizontal.size;
+    context.controls[RowId::DrawHeight] = m_vertical.size;
+    context.controls[RowId::DrawOffsetX] = m_horizontal.offset;
+    context.controls[RowId::DrawOffsetY] = m_vertical.offset;
+    context.controls[RowId::RoiApply] = m_drawButton;
+    context.controls[RowId::RestoreImageSize] = m_resetImageSizeButton;
+}
+
+std::array<QSpinBox *, 4> RoiDrawing::coordinates() const
+{
+    return {m_horizontal.size, m_vertical.size, m_horizontal.offset, m_vertical.offset};
+}
+
+void RoiDrawing::pairRows()
+{
+    for (const auto &[camera, drawn] : PairedRows) {
+        const RowPair rows{m_context.placed(camera).row, m_context.placed(drawn).row};
+        if (!rows.camera || !rows.drawn)
+            continue;
+        rows.drawn->setWidgetItemVisible(false);
+        if (!rows.camera->isHidden())
+            m_rowPairs.append(rows);
+    }
 }
 
 bool RoiDrawing::isDrawing() const
 {
     return m_selectButton->isSelected();
+}
+
+void RoiDrawing::followSelectButton()
+{
+    if (!isDrawing()) {
+        leaveDrawing();
+    } else if (!enterDrawing()) {
+        m_selectButton->setSelected(false);
+        m_drawButton->setEnabled(false);
+    }
+}
+
+bool RoiDrawing::enterDrawing()
+{
+    if (!requestRegion())
+        return false;
+    showDrawingRows(true);
+    adoptCameraRegion(m_horizontal);
+    adoptCameraRegion(m_vertical);
+    m_resetImageSizeButton->setEnabled(false);
+    m_drawButton->setEnabled(true);
+    return true;
+}
+
+void RoiDrawing::leaveDrawing() const
+{
+    HostCore::RomoveROI(m_context.deviceKey(), m_region);
+    showDrawingRows(false);
+    m_resetImageSizeButton->setEnabled(true);
+    m_drawButton->setEnabled(false);
+}
+
+/// Asks the host for a rectangle around the whole current image.
+bool RoiDrawing::requestRegion()
+{
+    const std::string device = m_context.deviceKey();
+    const std::optional<int> width = hostValue(device, m_horizontal.sizeFeature);
+    const std::optional<int> height = width ? hostValue(device, m_vertical.sizeFeature) : std::nullopt;
+    if (!height)
+        return false;
+    bool accepted = false;
+    const int result = HostCore::DrawROI(device, 0, 0, *width, *height, m_region, accepted, 0, 0);
+    if (result == 0 && accepted)
+        return true;
+    log(QStringLiteral("The host draws no region for %1").arg(m_context.deviceName));
+    return false;
+}
+
+/// The drawn region starts as, and never leaves, the camera's current one.
+void RoiDrawing::adoptCameraRegion(Axis &axis) const
+{
+    const NodeInfo offset = nodeInfo(m_context.deviceName, axis.offsetFeature);
+    const NodeInfo size = nodeInfo(m_context.deviceName, axis.sizeFeature);
+    setUp(axis.size, size.minimum, size.value, size);
+    setUp(axis.offset, offset.value, offset.value, offset);
+    axis.edge = offset.value + size.value;
+}
+
+void RoiDrawing::showDrawingRows(bool drawing) const
+{
+    for (const RowPair &rows : m_rowPairs) {
+        rows.camera->setWidgetItemVisible(!drawing);
+        rows.drawn->setWidgetItemVisible(drawing);
+    }
+}
+
+void RoiDrawing::followCoordinate(const QObject *spinBox)
+{
+    for (const Axis &axis : {m_horizontal, m_vertical}) {
+        if (spinBox == axis.size)
+            axis.offset->setMaximum(axis.edge - axis.size->value());
+        else if (spinBox == axis.offset)
+            axis.size->setMaximum(axis.edge - axis.offset->value());
+        else
+            continue;
+        if (!m_horizontal.offset->signalsBlocked()) // not while the host's move is followed
+            moveHostRegion();
+    }
+}
+
+void RoiDrawing::moveHostRegion()
+{
+    const QScopedValueRollback<bool> echo(m_hostMoveExpected, false);
+    const int left = m_horizontal.offset->value() - m_horizontal.offset->minimum();
+    const int top = m_vertical.offset->value() - m_vertical.offset->minimum();
+    HostCore::SetROIPos(m_context.deviceKey(), m_region, left, top, left + m_horizontal.size->value(),
+                        top + m_vertical.size->value());
+}
+
+void RoiDrawing::followHost(int leftX, int leftY, int rightX, int rightY)
+{
+    if (!m_hostMoveExpected || !isDrawing())
+        return;
+    const QSignalBlocker horizontal(m_horizontal.offset);
+    const QSignalBlocker vertical(m_vertical.offset);
+    followHost(m_vertical, leftY, rightY);
+    followHost(m_horizontal, leftX, rightX);
+}
+
+void RoiDrawing::followHost(const Axis &axis, int from, int to)
+{
+    const auto [begin, end] = std::minmax(from, to);
+    axis.size->setMaximum(axis.edge - axis.offset->minimum());
+    axis.size->setValue(end - begin); // limits the offset
+    axis.offset->setValue(begin + axis.offset->minimum());
+    axis.size->setMaximum(axis.edge - axis.offset->value());
+}
+
+void RoiDrawing::apply()
+{
+    if (isDrawing())
+        m_selectButton->click();
+    write(m_horizontal.sizeFeature, m_horizontal.size->value());
+    write(m_vertical.sizeFeature, m_vertical.size->value());
+    write(m_horizontal.offsetFeature, m_horizontal.offset->value());
+    write(m_vertical.offsetFeature, m_vertical.offset->value());
+    for (const RowPair &rows : m_rowPairs)
+        rows.camera->updateWidget(false);
+}
+
+void RoiDrawing::write(const char *feature, int value) const
+{
+    const QString name = QString::fromLatin1(feature);
+    const int result = SetCameraIntNodeValue(m_context.deviceName, name, value);
+    if (result == 0 || result == NoSuchFeature)
+        return;
+    const NodeInfo info = nodeInfo(m_context.deviceName, feature);
+    const int fitting = value - (value - info.minimum) % qMax(1, info.increment);
+    if (fitting != value && SetCameraIntNodeValue(m_context.deviceName, name, fitting) == 0)
+        log(QStringLiteral("The camera refuses %1 %2, it gets %3").arg(name).arg(value).arg(fitting));
+    else
+        log(QStringLiteral("The camera refuses %1 %2").arg(name).arg(value));
+}
+
+void RoiDrawing::restoreFullSize() const
+{
+    const std::string device = m_context.deviceKey();
+    for (const Axis *axis : {&m_vertical, &m_horizontal})
+        HostCore::SetCameraNodeValue(device, axis->offsetFeature, "0");
+    // Only now the maxima are those of the sensor.
+    const int height = nodeInfo(m_context.deviceName, m_vertical.sizeFeature).maximum;
+    const int width = nodeInfo(m_context.deviceName, m_horizontal.sizeFeature).maximum;
+    for (const auto &[feature, size] :
+         {std::pair(m_vertical.sizeFeature, height), std::pair(m_horizontal.sizeFeature, width)}) {
+        if (size > 0)
+            HostCore::SetCameraNodeValue(device, feature, std::to_string(size));
+    }
+    if (ToolPageWidget *const group = m_context.placed(RowId::RestoreImageSize).group)
+        group->updateWidget();
 }
 
 void RoiDrawing::lock()

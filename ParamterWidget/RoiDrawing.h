@@ -3,36 +3,95 @@
 
 #include <array>
 
+#include <QVector>
+
+class QObject;
 class QPushButton;
 class QSpinBox;
 class QWidget;
 class SelectedButton;
+class ToolPageWidgetItem;
+struct PanelContext;
 
-/// The controls for drawing a region of interest and for restoring the full image size. GUI thread only.
+/// Draws the camera's region of interest on the host's image view and writes it to the camera; also restores
+/// the full image size. GUI thread only.
+///
+/// Two states: idle, with the rows of the camera's region shown, and drawing, with rows of the drawn region in their
+/// place. The select button switches between them. The host's rectangles are relative to the camera's current
+/// region; the spin boxes show sensor pixels.
 class RoiDrawing
 {
 public:
     /// The controls become children of `controlsParent`, until a page places them.
-    explicit RoiDrawing(QWidget *controlsParent);
+    RoiDrawing(PanelContext &context, QWidget *controlsParent);
 
-    /// Selected while a region is being drawn.
+    /// Selected while a region is being drawn; toggles itself before it is followed.
     SelectedButton *selectButton() const { return m_selectButton; }
     /// Writes the drawn region to the camera; disabled unless a region is being drawn.
     QPushButton *drawButton() const { return m_drawButton; }
     QPushButton *resetImageSizeButton() const { return m_resetImageSizeButton; }
     /// Width, height, x offset and y offset of the drawn region in pixels.
-    const std::array<QSpinBox *, 4> &coordinates() const { return m_coordinates; }
+    std::array<QSpinBox *, 4> coordinates() const;
 
+    /// Pairs the rows of the camera's region with those of the drawn one, once the page is built. A value that the
+    /// camera lacks has neither row.
+    void pairRows();
     bool isDrawing() const;
+
+    /// Starts or stops drawing, as the select button says. If the camera's size cannot be read or the host refuses,
+    /// the state stays idle.
+    void followSelectButton();
+    /// A spin box was changed: limits its partner to the region's edge and moves the host's rectangle, unless the
+    /// change came from there. Other senders are ignored.
+    void followCoordinate(const QObject *spinBox);
+    /// The user moved the host's rectangle; the host hears nothing of it.
+    void followHost(int leftX, int leftY, int rightX, int rightY);
+    /// Shows the rows of the drawn region in place of those of the camera's, or the other way round.
+    void showDrawingRows(bool drawing) const;
+
+    /// Ends drawing and writes width, height, x and y offset, in this order. A value that the camera refuses is
+    /// written again as the next smaller one that fits its increment; refusals are logged.
+    void apply();
+    /// Sets the offsets to 0 and then height and width to their maxima.
+    void restoreFullSize() const;
+
     /// Ends drawing as the user's click would, and keeps the image size as it is until unlock().
     void lock();
     void unlock();
 
 private:
+    /// One direction of the region. Names are those of the camera's features.
+    struct Axis
+    {
+        const char *sizeFeature;
+        const char *offsetFeature;
+        QSpinBox *size;
+        QSpinBox *offset;
+        int edge = 0; ///< right or bottom end of the camera's region in sensor pixels
+    };
+
+    struct RowPair
+    {
+        ToolPageWidgetItem *camera;
+        ToolPageWidgetItem *drawn;
+    };
+
+    bool enterDrawing();
+    void leaveDrawing() const;
+    bool requestRegion();
+    void adoptCameraRegion(Axis &axis) const;
+    void moveHostRegion();
+    static void followHost(const Axis &axis, int from, int to);
+    void write(const char *feature, int value) const;
     void setButtonsEnabled(bool enabled);
 
+    const PanelContext &m_context;
     SelectedButton *m_selectButton;
     QPushButton *m_drawButton;
     QPushButton *m_resetImageSizeButton;
-    std::array<QSpinBox *, 4> m_coordinates;
+    Axis m_horizontal;
+    Axis m_vertical;
+    QVector<RowPair> m_rowPairs;
+    int m_region = 0; ///< the host's handle of the rectangle
+    bool m_hostMoveExpected = true; ///< false while the host may echo a move of the panel's own
 };

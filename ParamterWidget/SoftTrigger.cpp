@@ -15,12 +15,14 @@ constexpr int FirstIntervalMs = 1000;
 
 } // namespace
 
-SoftTrigger::SoftTrigger(const PanelContext &context, QWidget *controlsParent)
+SoftTrigger::SoftTrigger(PanelContext &context, QWidget *controlsParent)
     : m_context(context), m_interval(new QSpinBox(controlsParent)), m_switch(new SwitchButton(controlsParent))
 {
     m_timer.setTimerType(Qt::PreciseTimer);
     m_interval->setRange(ShortestIntervalMs, LongestIntervalMs);
     m_interval->setValue(FirstIntervalMs);
+    context.controls[RowId::SoftTriggerInterval] = m_interval;
+    context.controls[RowId::SoftTriggerSwitch] = m_switch;
 }
 
 void SoftTrigger::follow(const SwitchButton *switchButton)

@@ -14,7 +14,7 @@ class SoftTrigger
 {
 public:
     /// The two controls become children of `controlsParent`, until a page places them.
-    SoftTrigger(const PanelContext &context, QWidget *controlsParent);
+    SoftTrigger(PanelContext &context, QWidget *controlsParent);
 
     QTimer *timer() { return &m_timer; }
     /// The period in ms, 1 to 10000, 1000 at first. Enabled while the trigger is off.

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/pages/AreaScanCatalogue.h"
+
+namespace {
+
+constexpr RowSpec CommonRows[] = {
+    {Lookup::Direct,
+     "AcquisitionFrameRateEnable",
+     {"AcquisitionFrameRateEnable", "使能采集帧率控制"},
+     {"Enables manual control of the camera frame rate.", "使能手动控制相机的帧率。"}},
+    {Lookup::Direct,
+     "ResultingFrameRate",
+     {"ResultingFrameRate", "实际帧速率(结果帧率)"},
+     {"Indicates the 'absolute' value of the maximum allowed acquisition frame rate.The 'absolute' value is a float "
+      "value.（indicates the maximum allowed acquisition frame rate in frames per second given the current settings "
+      "for the area of interest, exposure time, and bandwidth.)",
+      "表示允许的最大获取帧速率的“绝对值”。“绝对值”是一个浮点值。表示在给定感兴趣区域、曝光时间和带宽的当前设置下，允许"
+      "的最大采集帧速率(以帧每秒为单位)。）"}},
+    {Lookup::Alias,
+     "AcquisitionFrameRate",
+     {"Acquisition Frame Rate", "采集帧率控制"},
+     {"Controls the acquisition rate (in Hertz) at which the frames are captured.",
+      "控制抓取帧的采集频率。(以赫兹为单位)。"}},
+    {Lookup::Direct,
+     "ExposureAuto",
+     {"Exposure Auto", "自动曝光"},
+     {"Sets the automatic exposure mode when Exposure Mode is Timed.", "设置定时曝光模式时的自动曝光模式。"},
+     RowId::None,
+     true},
+    {Lookup::Alias,
+     "ExposureTime",
+     {"Exposure Time(us)", "曝光时间(us)"},
+     {"Exposure time in us when Exposure Mode is Timed.", "曝光模式定时下的曝光时间。"},
+     RowId::None,
+     true},
+    {Lookup::Direct,
+     "GainAuto",
+     {"Gain Auto", "自动增益"},
+     {"Sets the automatic gain control (AGC) mode.", "设置自动增益控制(AGC)模式。"}},
+    {Lookup::Alias, "Gain", {"Gain", "增益(dB)"}, {"Gain applied to the image in dB.", "应用于图像的增益，单位为dB。"}},
+};
+
+constexpr RowSpec IspRows[] = {
+    {Lookup::Alias,
+     "GammaEnable",
+     {"Gamma Enable", "伽马矫正使能"},
+     {"Enables/Disables Gamma correction.", "作为 使能/禁用 伽马校正。"}},
+    {Lookup::Direct,
+     "Gamma",
+     {"Gamma", "伽马矫正"},
+     {"Controls the gamma correction of pixel intensity.", "控制像素强度的伽马校正。"}},
+    {Lookup::Direct, "Brightness", {"Brightness", "亮度"}, {"Set image brightness.", "此值设置选定的亮度控制。"}},
+    {Lookup::Direct, "Contrast", {"Contrast", "对比度"}, {"Set image contrast.", "此值设置图像对比度。"}},
+};
+
+constexpr RowSpec TransportRows[] = {
+    {Lookup::Direct,
+     "GevSCPSPacketSize",
+     {"GEV SCPS Packet Size", "GEV SCPS数据包大小"},
+     {"Specifies the stream packet size (in bytes) to send on this channel.",
+      "指定要在此通道上发送的流数据包大小(字节)"}},
+    {Lookup::Direct,
+     "GevSCPD",
+     {"GEV SCPD", "SCPD包间延迟"},
+     {"Indicates the delay (in timestamp counter unit) to insert between each packet for this stream channel. ",
+      "在此流通道的每个数据包传输之间插入的延迟（以时间戳计数器为单位）。("
+      "如果应用程序或网络基础设施无法跟上来自设备的数据包，则可以将其用作粗糙的流控制机制)"}},
+};
+
+constexpr RowSpec AcquisitionRows[] = {
+    {Lookup::Direct,
+     "TriggerSelector",
+     {"TriggerSelector", "触发选择器"},
+     {"Selects the type of trigger to configure.", "选择要配置的触发器类型。"}},
+    {Lookup::Direct,
+     "TriggerMode",
+     {"TriggerMode", "触发模式"},
+     {"Controls whether or not the selected trigger is active.", "控制所选触发器是否处于活动状态。"}},
+    {Lookup::Direct,
+     "TriggerSource",
+     {"TriggerSource", "触发源"},
+     {"Specifies the internal signal or physical input line to use as the trigger source. ",
+      "指定用作触发源的内部信号或物理输入线路。"}},
+    {Lookup::Direct,
+     "TriggerDelay",
+     {"TriggerDelay", "触发延时"},
+     {"Specifies the delay (in us) to apply after the trigger reception before activating it.",
+      "指定在激活触发接收之前要应用的延迟（以us为单位）。"}},
+    {Lookup::Custom,
+     "",
+     {"Software Trigger Auto Time(ms)", "自动软触发时间(ms)"},
+     {"The automatic soft triggering time.", "自动软触发间隔时间。"},
+     RowId::SoftTriggerInterval},
+    {Lookup::Custom,
+     "",
+     {"Software Trigger Auto Enable", "自动软触发使能"},
+     {"Automatically triggered enable.", "使能自动软触发"},
+     RowId::SoftTriggerSwitch},
+    {Lookup::Direct,
+     "TriggerSoftware",
+     {"TriggerSoftware", "软触发"},
+     {"Generates an internal trigger if Trigger Source is set to Software.",
+      "如果触发器源设置为软件，则生成内部触发器"}},
+};
+
+constexpr RowSpec LineRows[] = {
+    {Lookup::Direct,
+     "LineSelector",
+     {"LineSelector", "线路选择器"},
+     {"Selects the physical line (or pin) of the external device connector to configure.",
+      "选择要配置的外部设备连接器的物理线（或管脚）。"}},
+    {Lookup::Direct,
+     "LineMode",
+     {"LineMode", "线路模式"},
+     {"Controls whether the physical Line is used to Input or Output a signal.",
+      "控制物理线路是用于输入还是输出信号。"}},
+    {Lookup::Direct,
+     "LineSource",
+     {"LineSource", "线路源"},
+     {"Selects which internal acquisition or I/O source signal to output on the selected line.",
+      "选择要在选定线路上输出的内部采集或I/O源信号。"}},
+    {Lookup::Direct,
+     "LineDebouncerTime",
+     {"LineDebouncerTime", "线路防抖时间"},
+     {"Sets the value of the selected line debouncer time in us.", "设置所选行去缓冲时间的值（us）。"}},
+};
+
+constexpr RowSpec FormatRows[] = {
+    {Lookup::Direct, "PixelFormat", {"PixelFormat", "像素格式"}, {"Format of the pixel data.", "像素数据的格式。"}},
+    {Lookup::Custom,
+     "",
+     {"DrawRoi", "绘制ROI"},
+     {"Used to draw images of regions of interest.", "用于绘制感兴趣区域的图像。"},
+     RowId::RoiSelect},
+    {Lookup::Direct,
+     "Width",
+     {"Width", "宽度"},
+     {"Width of the image provided by the device (in pixels).",
+      "设备提供的图像宽度（像素）。（将作为ROI 区域横向的分辨率）"},
+     RowId::Width},
+    {Lookup::Direct,
+     "Height",
+     {"Height", "高度"},
+     {"Height of the image provided by the device (in pixels).",
+      "设备提供的图像高度（像素）。（将作为ROI 区域纵向的分辨率）"},
+     RowId::Height},
+    {Lookup::Direct,
+     "OffsetX",
+     {"OffsetX", "X偏移"},
+     {"Horizontal offset from the origin to the region of interest (in pixels).",
+      "从原点到感兴趣区域的水平偏移量(以像素为单位)。（ROI 区域左上角起点位置的横坐标）"},
+     RowId::OffsetX},
+    {Lookup::Direct,
+     "OffsetY",
+     {"OffsetY", "Y偏移"},
+     {"Vertical offset from the origin to the region of interest (in pixels).",
+      "从原点到感兴趣区域的垂直偏移量(以像素为单位)。（ROI 区域左上角起点位置的纵坐标）"},
+     RowId::OffsetY},
+    {Lookup::Custom, "", {"Draw-Width", "绘制-宽度"}, {"", ""}, RowId::DrawWidth},
+    {Lookup::Custom, "", {"Draw-Height", "绘制-高度"}, {"", ""}, RowId::DrawHeight},
+    {Lookup::Custom, "", {"Draw-OffsetX", "绘制-X偏移"}, {"", ""}, RowId::DrawOffsetX},
+    {Lookup::Custom, "", {"Draw-OffsetY", "绘制-Y偏移"}, {"", ""}, RowId::DrawOffsetY},
+    {Lookup::Custom, "", {"ROIEffective", "ROI生效"}, {"ROIEffective", "ROI生效"}, RowId::RoiApply},
+    {Lookup::Custom,
+     "",
+     {"Restore Image Size", "恢复至最大画幅"},
+     {"Restore to maximum format.", "恢复至最大画幅。"},
+     RowId::RestoreImageSize},
+    {Lookup::Direct,
+     "ReverseX",
+     {"ReverseX", "水平翻转"},
+     {"Flip horizontally the image sent by the device. The AOI is applied after the flip.",
+      "水平翻转设备发送的图像。翻转后应用感兴趣区域。"}},
+    {Lookup::Direct,
+     "ReverseY",
+     {"ReverseY", "垂直翻转"},
+     {"Flip vertically the image sent by the device. The AOI is applied after the flipping.",
+      "垂直翻转设备发送的图像。翻转后应用感兴趣区域。"}},
+};
+
+constexpr RowSpec UserSetRows[] = {
+    {Lookup::Direct,
+     "UserSetSelector",
+     {"UserSetSelector", "用户选择器"},
+     {"Selects the feature User Set to load, save or configure.(Default User Set is read-only and cannot be modified.)",
+      "选择要加载、保存或配置的功能用户集。(默认用户集是只读的，不能修改)"}},
+    {Lookup::Custom,
+     "",
+     {"UserSetLoad", "加载"},
+     {"Loads the User Set specified by UserSetSelector to the device and makes it active.",
+      "将UserSetSelector指定的用户设置加载到设备并使其激活。"},
+     RowId::UserSetLoad},
+    {Lookup::Direct,
+     "UserSetSave",
+     {"UserSetSave", "保存"},
+     {"Save the User Set specified by UserSetSelector to the non-volatile memory of the device.",
+      "将UserSetSelector指定的用户设置保存到设备的非易失性存储器中。"}},
+    {Lookup::Direct,
+     "UserSetDefault",
+     {"UserSetDefault", "启动配置"},
+     {"Selects the feature User Set to load and make active by default when the device is reset.",
+      "选择要加载的功能“用户设置”，并在设备重置时默认激活该功能。"}},
+};
+
+constexpr GroupSpec CommonGroups[] = {
+    {{"Common Attribute", "常用属性"}, CommonRows},
+    {{"ISP", "ISP"}, IspRows},
+    {{"Transport Control", "传输控制"}, TransportRows},
+};
+
+constexpr GroupSpec TriggerGroups[] = {
+    {{"Acquisition Control", "采集控制"}, AcquisitionRows},
+    {{"Digital IO Control", "数字IO控制"}, LineRows},
+};
+
+constexpr GroupSpec AdvancedGroups[] = {
+    {{"Image Format", "图像格式"}, FormatRows},
+    {{"UserSet Control", "用户集控制"}, UserSetRows},
+};
+
+} // namespace
+
+const TabSpec AreaScanCatalogue::Common = {CommonGroups};
+const TabSpec AreaScanCatalogue::Trigger = {TriggerGroups};
+const TabSpec AreaScanCatalogue::Advanced = {AdvancedGroups};

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/pages/PageBuilder.h"
+
+#include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PanelContext.h"
+#include "ToolPage/CToolBox.h"
+#include "ToolPage/ToolPageWidget.h"
+#include "ToolPage/ToolPageWidgetItem.h"
+
+namespace {
+
+QStringList texts(const BilingualText &text)
+{
+    return {QString::fromUtf8(text.english), QString::fromUtf8(text.chinese)};
+}
+
+} // namespace
+
+PageBuilder::PageBuilder(PanelContext &context, QWidget *panel, GenApi::INodeMap *nodeMap)
+    : m_context(context), m_panel(panel), m_nodeMap(nodeMap)
+{ }
+
+QVector<ToolPageWidgetItem *> PageBuilder::build(const TabSpec &tab, CToolBox *toolBox)
+{
+    QVector<ToolPageWidgetItem *> rows;
+    for (const GroupSpec &group : tab.groups) {
+        ToolPageWidget *const page = buildGroup(group, rows);
+        toolBox->addWidget(QString::fromUtf8(group.title.english), QString::fromUtf8(group.title.chinese), page);
+    }
+    m_context.rows += rows;
+    return rows;
+}
+
+ToolPageWidget *PageBuilder::buildGroup(const GroupSpec &group, QVector<ToolPageWidgetItem *> &rows)
+{
+    auto *const page = new ToolPageWidget(m_panel);
+    for (const RowSpec &spec : group.rows) {
+        ToolPageWidgetItem *const row = buildRow(spec);
+        page->addWidget(row);
+        rows.append(row);
+        if (spec.id != RowId::None)
+            m_context.placedRows[spec.id] = {row, page};
+    }
+    return page;
+}
+
+ToolPageWidgetItem *PageBuilder::buildRow(const RowSpec &spec)
+{
+    auto *const row = new ToolPageWidgetItem(m_panel);
+    if (spec.lookup == Lookup::Custom)
+        row->setItemInfo(texts(spec.label), texts(spec.description), m_context.controls.at(spec.id));
+    else
+        row->setItemInfo(texts(spec.label), texts(spec.description), find(spec), true);
+    if (spec.live) {
+        row->deviceName = m_context.deviceName;
+        m_context.liveRows.append(row);
+    }
+    return row;
+}
+
+GenApi::INode *PageBuilder::find(const RowSpec &spec) const
+{
+    return spec.lookup == Lookup::Alias ? FindNodeByLogicalName(QString::fromUtf8(spec.feature), m_nodeMap)
+                                        : m_nodeMap->GetNode(spec.feature);
+}
