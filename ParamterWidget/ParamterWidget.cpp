@@ -207,8 +207,10 @@ void ParamterWidget::advancedSettingsInit(GenApi::INodeMap *nodeMap)
 void ParamterWidget::buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap)
 {
     guarded(Module, [&] {
-        for (ToolPageWidgetItem *row : PageBuilder(m_context, this, nodeMap).build(tab, toolBox))
+        for (ToolPageWidgetItem *row : PageBuilder(m_context, this, nodeMap).build(tab, toolBox)) {
             connect(row, &ToolPageWidgetItem::itemClicked, this, &ParamterWidget::onToolPageWidgetItemClicked);
+            connect(row, &ToolPageWidgetItem::itemFocused, this, &ParamterWidget::onToolPageWidgetItemClicked);
+        }
     });
 }
 

@@ -57,7 +57,6 @@ private Q_SLOTS:
     void faultyNodeMaps();
     void tabsComeAndGo();
     void language();
-    void acquisitionLocks();
     void softTrigger();
     void liveRefreshFollowsTheTabs();
     void disabledPanelsRest();
@@ -262,28 +261,6 @@ void tst_ParamterWidget::language()
         QCOMPARE(find<QToolButton>("toolButton")->width(), width);
     }
     QCOMPARE(find<QToolButton>("toolButton")->text(), QStringLiteral("Collapse"));
-}
-
-void tst_ParamterWidget::acquisitionLocks()
-{
-    m_panel->initUI(QStringLiteral("cam"));
-    auto *const select = m_panel->findChild<SelectedButton *>();
-    const auto enabledButtons = [this] {
-        int count = 0;
-        for (const QPushButton *button : m_panel->findChildren<QPushButton *>())
-            count += button->text() == QStringLiteral("Execute") && button->isEnabled() ? 1 : 0;
-        return count;
-    };
-    QCOMPARE(enabledButtons(), 2);
-    select->click();
-    QVERIFY(select->isSelected());
-    m_panel->startAcquireOperation();
-    QVERIFY(!select->isSelected());
-    QCOMPARE(enabledButtons(), 0);
-    m_panel->startAcquireOperation();
-    m_panel->stopAcquireOperation();
-    QCOMPARE(enabledButtons(), 2);
-    QVERIFY(!select->isSelected());
 }
 
 void tst_ParamterWidget::softTrigger()

@@ -11,7 +11,7 @@ public:
     bool isEmpty() const override { return false; }
     QString translate(const char *context, const char *source, const char *, int) const override
     {
-        return qstrcmp(context, "ParamterWidget") == 0 ? QStringLiteral("[%1]").arg(QString::fromUtf8(source))
-                                                       : QString();
+        const bool ofThePanel = qstrcmp(context, "ParamterWidget") == 0 || qstrcmp(context, "ToolPageWidgetItem") == 0;
+        return ofThePanel ? QStringLiteral("[%1]").arg(QString::fromUtf8(source)) : QString();
     }
 };

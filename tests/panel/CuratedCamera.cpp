@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "CuratedCamera.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr size_t registerSize = 8;
+const std::string limits = "<Min>0</Min><Max>1000000</Max>";
+
+std::string entries(const std::vector<std::string> &names)
+{
+    std::string all;
+    for (size_t i = 0; i < names.size(); ++i)
+        all += "<EnumEntry Name=\"" + names[i] + "\"><Value>" + std::to_string(i) + "</Value></EnumEntry>";
+    return all;
+}
+
+CuratedFeatures allFeatures()
+{
+    const std::string onOff = entries({"Off", "On"});
+    const std::string executes = "<CommandValue>1</CommandValue>";
+    return {
+        {"Boolean", "AcquisitionFrameRateEnable", ""},
+        {"Float", "ResultingFrameRate", "<ImposedAccessMode>RO</ImposedAccessMode>"},
+        {"Float", "AcquisitionFrameRate", limits},
+        {"Enumeration", "ExposureAuto", entries({"Off", "Continuous"})},
+        {"Float", "ExposureTime", "<pIsLocked>ExposureAutoReg</pIsLocked>" + limits + "<Unit>us</Unit>"},
+        {"Enumeration", "GainAuto", onOff},
+        {"Float", "Gain", limits},
+        {"Boolean", "GammaEnable", ""},
+        {"Float", "Gamma", limits},
+        {"Integer", "Brightness", limits},
+        {"Integer", "Contrast", limits},
+        {"Integer", "GevSCPSPacketSize", limits},
+        {"Integer", "GevSCPD", limits},
+        {"Enumeration", "TriggerSelector", entries({"FrameStart"})},
+        {"Enumeration", "TriggerMode", onOff},
+        {"Enumeration", "TriggerSource", entries({"Software", "Line0"})},
+        {"Float", "TriggerDelay", limits},
+        {"Command", "TriggerSoftware", executes},
+        {"Enumeration", "LineSelector", entries({"Line0", "Line1"})},
+        {"Enumeration", "LineMode", entries({"Input", "Output"})},
+        {"Enumeration", "LineSource", onOff},
+        {"Float", "LineDebouncerTime", limits},
+        {"Enumeration", "PixelFormat", entries({"Mono8", "Mono12"})},
+        {"Integer", "Width", "<Min>16</Min><pMax>WidthLimit</pMax><Inc>4</Inc>"},
+        {"Integer", "Height", "<Min>16</Min><pMax>HeightLimit</pMax><Inc>2</Inc>"},
+        {"Integer", "OffsetX", "<Min>0</Min><pMax>OffsetXLimit</pMax><Inc>4</Inc>"},
+        {"Integer", "OffsetY", "<Min>0</Min><pMax>OffsetYLimit</pMax><Inc>2</Inc>"},
+        {"Boolean", "ReverseX", ""},
+        {"Boolean", "ReverseY", ""},
+        {"Enumeration", "UserSetSelector", entries({"Default", "UserSet1"})},
+        {"Command", "UserSetSave", executes},
+        {"Enumeration", "UserSetDefault", entries({"Default", "UserSet1"})},
+    };
+}
+
+CuratedFeatures merged(const CuratedFeatures &changes)
+{
+    CuratedFeatures all = allFeatures();
+    for (const CuratedFeature &change : changes) {
+        const auto hasItsName = [&](const CuratedFeature &one) { return one.name == change.name; };
+        const auto found = std::find_if(all.begin(), all.end(), hasItsName);
+        if (found == all.end())
+            all.push_back(change);
+        else
+            *found = change;
+    }
+    return all;
+}
+
+std::string element(const std::string &kind, const std::string &name, const std::string &content)
+{
+    return "<" + kind + " Name=\"" + name + "\">" + content + "</" + kind + ">";
+}
+
+std::string registerOf(const CuratedFeature &feature, size_t address)
+{
+    const std::string common = "<Address>" + std::to_string(address)
+        + "</Address><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>";
+    return feature.kind == "Float"
+        ? element("FloatReg", feature.name + "Reg", "<Length>8</Length>" + common)
+        : element("IntReg", feature.name + "Reg", "<Length>4</Length><Sign>Signed</Sign>" + common);
+}
+
+/// What the region may still take of the sensor: its length less what the other node takes.
+std::string limit(const char *name, const char *sensorLength, const char *taken)
+{
+    return element("IntSwissKnife", name,
+                   std::string("<pVariable Name=\"TAKEN\">") + taken + "</pVariable><Formula>" + sensorLength
+                       + " - TAKEN</Formula>");
+}
+
+std::string text(const CuratedFeatures &features)
+{
+    std::string children;
+    std::string nodes;
+    for (size_t i = 0; i < features.size(); ++i) {
+        const CuratedFeature &feature = features[i];
+        nodes += registerOf(feature, i * registerSize);
+        if (feature.kind.empty())
+            continue;
+        children += "<pFeature>" + feature.name + "</pFeature>";
+        const std::string value = "<pValue>" + feature.name + "Reg</pValue>";
+        nodes += element(feature.kind, feature.name,
+                         feature.elements + (feature.kind == "Category" ? std::string() : value));
+    }
+    return TestCamera::description(
+        element("Category", "Root", children) + nodes + limit("WidthLimit", "2448", "OffsetXReg")
+        + limit("HeightLimit", "2048", "OffsetYReg") + limit("OffsetXLimit", "2448", "WidthReg")
+        + limit("OffsetYLimit", "2048", "HeightReg") + "<Port Name=\"Device\"/>");
+}
+
+} // namespace
+
+CuratedCamera::CuratedCamera(const CuratedFeatures &changes)
+    : TestCamera(text(merged(changes))), m_features(merged(changes))
+{
+    port.poke(address("Width"), 1280);
+    port.poke(address("Height"), 1024);
+    port.pokeDouble(address("ExposureTime"), 5000);
+}
+
+int64_t CuratedCamera::address(const std::string &feature) const
+{
+    const auto hasName = [&](const CuratedFeature &one) { return one.name == feature; };
+    const auto found = std::find_if(m_features.begin(), m_features.end(), hasName);
+    return int64_t(size_t(found - m_features.begin()) * registerSize);
+}
+
+std::vector<std::string> CuratedCamera::written() const
+{
+    std::vector<std::string> names;
+    for (const MemoryPort::Access &access : port.accesses) {
+        if (access.isWrite)
+            names.push_back(m_features.at(size_t(access.address) / registerSize).name);
+    }
+    return names;
+}

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "CuratedPanel.h"
+
+#include <QLabel>
+#include <QTabWidget>
+
+CuratedPanel::CuratedPanel(const CuratedFeatures &changes) : camera(changes)
+{
+    host.reset();
+    host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", camera.map);
+    camera.port.resetCounters();
+    panel->setAreaScan(true);
+    panel->initUI(QStringLiteral("cam"));
+    panel->retranslate(0);
+}
+
+CuratedPanel::~CuratedPanel() = default;
+
+ToolPageWidgetItem *CuratedPanel::row(const char *label) const
+{
+    for (ToolPageWidgetItem *row : panel->findChildren<ToolPageWidgetItem *>()) {
+        if (row->findChild<QLabel *>()->text() == QString::fromUtf8(label))
+            return row;
+    }
+    return nullptr;
+}
+
+QStringList CuratedPanel::labels(const char *toolBox) const
+{
+    const QObject *const parent =
+        toolBox ? panel->findChild<QObject *>(QString::fromLatin1(toolBox)) : static_cast<QObject *>(panel.get());
+    QStringList texts;
+    for (const ToolPageWidgetItem *row : parent->findChildren<ToolPageWidgetItem *>()) {
+        if (!row->isHidden())
+            texts << row->findChild<QLabel *>()->text();
+    }
+    return texts;
+}
+
+QTabWidget *CuratedPanel::innerTabs() const
+{
+    return panel->findChild<QTabWidget *>(QStringLiteral("tabWidget"));
+}

@@ -1,0 +1,340 @@
+// SPDX-License-Identifier: MIT
+#include <QComboBox>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QtTest>
+
+#include "CuratedPanel.h"
+#include "ToolPage/SelectedButton.h"
+#include "ToolPage/SwitchButton.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+const QStringList cameraRows = {QStringLiteral("Width"), QStringLiteral("Height"), QStringLiteral("OffsetX"),
+                                QStringLiteral("OffsetY")};
+const QStringList drawnRows = {QStringLiteral("Draw-Width"), QStringLiteral("Draw-Height"),
+                               QStringLiteral("Draw-OffsetX"), QStringLiteral("Draw-OffsetY")};
+
+} // namespace
+
+class tst_RoiDrawing : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { open(); }
+    void cleanup() { m_panel.reset(); }
+
+    void starts();
+    void staysIdle_data();
+    void staysIdle();
+    void cancelWritesNothing();
+    void hostMoves_data();
+    void hostMoves();
+    void typedNumbers();
+    void panelsOwnMoveIsNotEchoed();
+    void appliesInOrder();
+    void appliesWhatTheCameraTakes();
+    void restoresInOrder();
+    void restoreSkipsUnknownMaxima();
+    void acquisitionEndsDrawing();
+    void rowsStayHiddenWhileDrawing();
+    void missingFeaturesHaveNoRows();
+
+private:
+    void open(const CuratedFeatures &changes = {});
+    void draw() { m_panel->editor<QPushButton>("DrawRoi")->click(); }
+    bool isDrawing() const { return m_panel->editor<SelectedButton>("DrawRoi")->isSelected(); }
+    QSpinBox *drawn(const char *what) const
+    {
+        return m_panel->editor<QSpinBox>(QByteArray("Draw-").append(what).constData());
+    }
+    /// Width, height and offsets of the drawn region.
+    QList<int> region() const;
+    /// The size rows that are shown.
+    QStringList sizeRows() const;
+    QStringList hostCalls(const char *function) const { return m_panel->host.callsTo(QString::fromLatin1(function)); }
+
+    std::unique_ptr<CuratedPanel> m_panel;
+};
+
+void tst_RoiDrawing::open(const CuratedFeatures &changes)
+{
+    m_panel.reset();
+    m_panel = std::make_unique<CuratedPanel>(changes);
+    m_panel->host.setNodeValue("cam", "Width", "1280");
+    m_panel->host.setNodeValue("cam", "Height", "1024");
+    m_panel->host.setRoiAnswer({0, 7, true});
+    m_panel->host.clearCalls();
+    m_panel->camera.port.resetCounters();
+}
+
+QList<int> tst_RoiDrawing::region() const
+{
+    return {drawn("Width")->value(), drawn("Height")->value(), drawn("OffsetX")->value(), drawn("OffsetY")->value()};
+}
+
+QStringList tst_RoiDrawing::sizeRows() const
+{
+    QStringList shown;
+    for (const QString &label : m_panel->labels("thirdToolBox")) {
+        if (cameraRows.contains(label) || drawnRows.contains(label))
+            shown << label;
+    }
+    return shown;
+}
+
+void tst_RoiDrawing::starts()
+{
+    auto *const apply = m_panel->editor<QPushButton>("ROIEffective");
+    auto *const restore = m_panel->editor<QPushButton>("Restore Image Size");
+    QCOMPARE(sizeRows(), cameraRows);
+    QVERIFY(!apply->isEnabled());
+
+    m_panel->camera.port.poke(m_panel->camera.address("OffsetX"), 100);
+    m_panel->camera.port.poke(m_panel->camera.address("OffsetY"), 50);
+    m_panel->camera.map->InvalidateNodes();
+    draw();
+    QVERIFY(isDrawing());
+    QCOMPARE(m_panel->host.callsTo({QStringLiteral("GetCameraNodeValue"), QStringLiteral("DrawROI")}),
+             QStringList({QStringLiteral("GetCameraNodeValue(cam, Width)"),
+                          QStringLiteral("GetCameraNodeValue(cam, Height)"),
+                          QStringLiteral("DrawROI(cam, 0, 0, 1280, 1024, 0, false, 0, 0)")}));
+    QCOMPARE(sizeRows(), drawnRows);
+    QCOMPARE(region(), QList<int>({1280, 1024, 100, 50}));
+    const std::tuple<const char *, int, int, int> ranges[] = {
+        {"Width", 16, 1280, 4}, {"Height", 16, 1024, 2}, {"OffsetX", 100, 100, 4}, {"OffsetY", 50, 50, 2}};
+    for (const auto &[name, minimum, maximum, step] : ranges) {
+        QCOMPARE(std::make_tuple(name, drawn(name)->minimum(), drawn(name)->maximum(), drawn(name)->singleStep()),
+                 std::make_tuple(name, minimum, maximum, step));
+    }
+    QVERIFY(apply->isEnabled());
+    QVERIFY(!restore->isEnabled());
+    QCOMPARE(hostCalls("SetROIPos"), QStringList());
+}
+
+void tst_RoiDrawing::staysIdle_data()
+{
+    QTest::addColumn<QByteArray>("unreadable");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<bool>("accepted");
+    QTest::addColumn<int>("lines");
+    QTest::newRow("Width cannot be read") << QByteArray("Width") << 0 << true << 0;
+    QTest::newRow("Height cannot be read") << QByteArray("Height") << 0 << true << 0;
+    QTest::newRow("the host fails") << QByteArray() << -1 << true << 1;
+    QTest::newRow("the host refuses") << QByteArray() << 0 << false << 1;
+}
+
+void tst_RoiDrawing::staysIdle()
+{
+    QFETCH(QByteArray, unreadable);
+    QFETCH(int, result);
+    QFETCH(bool, accepted);
+    m_panel->host.setReadResult("cam", unreadable.toStdString(), -1);
+    m_panel->host.setRoiAnswer({result, 7, accepted});
+    draw();
+    QVERIFY(!isDrawing());
+    QCOMPARE(sizeRows(), cameraRows);
+    QVERIFY(!m_panel->editor<QPushButton>("ROIEffective")->isEnabled());
+    QVERIFY(m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
+    QCOMPARE(hostCalls("RomoveROI"), QStringList());
+    QTEST(int(hostCalls("VLogInfo").size()), "lines");
+}
+
+void tst_RoiDrawing::cancelWritesNothing()
+{
+    draw();
+    m_panel->panel->setDrawRoiPos(100, 50, 740, 530);
+    draw();
+    QVERIFY(!isDrawing());
+    QCOMPARE(hostCalls("RomoveROI"), QStringList({QStringLiteral("RomoveROI(cam, 7)")}));
+    QCOMPARE(sizeRows(), cameraRows);
+    QVERIFY(!m_panel->editor<QPushButton>("ROIEffective")->isEnabled());
+    QVERIFY(m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
+    QCOMPARE(m_panel->camera.written(), Names());
+    m_panel->panel->setDrawRoiPos(0, 0, 100, 100); // too late
+    QCOMPARE(region(), QList<int>({640, 480, 100, 50}));
+}
+
+void tst_RoiDrawing::hostMoves_data()
+{
+    QTest::addColumn<QList<int>>("corners");
+    QTest::addColumn<QList<int>>("shown");
+    QTest::newRow("inside") << QList<int>{100, 50, 740, 530} << QList<int>{640, 480, 100, 50};
+    QTest::newRow("swapped corners") << QList<int>{740, 530, 100, 50} << QList<int>{640, 480, 100, 50};
+    QTest::newRow("any pixel") << QList<int>{1, 3, 644, 484} << QList<int>{643, 481, 1, 3};
+    QTest::newRow("everything") << QList<int>{0, 0, 1280, 1024} << QList<int>{1280, 1024, 0, 0};
+    QTest::newRow("at the far corner") << QList<int>{1180, 924, 1280, 1024} << QList<int>{100, 100, 1180, 924};
+    QTest::newRow("smaller than the camera can") << QList<int>{8, 8, 9, 9} << QList<int>{16, 16, 8, 8};
+    QTest::newRow("beyond the image") << QList<int>{-50, -50, 9999, 9999} << QList<int>{1280, 1024, 0, 0};
+}
+
+void tst_RoiDrawing::hostMoves()
+{
+    QFETCH(QList<int>, corners);
+    draw();
+    drawn("OffsetX")->setValue(0);
+    drawn("Width")->setValue(500);
+    drawn("OffsetX")->setValue(400); // earlier limits must not bind the next move
+    m_panel->host.clearCalls();
+    m_panel->panel->setDrawRoiPos(corners[0], corners[1], corners[2], corners[3]);
+    QTEST(region(), "shown");
+    QCOMPARE(hostCalls("SetROIPos"), QStringList());
+}
+
+void tst_RoiDrawing::typedNumbers()
+{
+    draw();
+    drawn("Width")->setValue(700);
+    QCOMPARE(drawn("OffsetX")->maximum(), 580);
+    drawn("OffsetX")->setValue(400);
+    QCOMPARE(drawn("Width")->maximum(), 880);
+    drawn("Height")->setValue(24);
+    drawn("OffsetY")->setValue(1001);
+    QCOMPARE(drawn("OffsetY")->value(), 1000);
+    QCOMPARE(hostCalls("SetROIPos"),
+             QStringList({QStringLiteral("SetROIPos(cam, 7, 0, 0, 700, 1024)"),
+                          QStringLiteral("SetROIPos(cam, 7, 400, 0, 1100, 1024)"),
+                          QStringLiteral("SetROIPos(cam, 7, 400, 0, 1100, 24)"),
+                          QStringLiteral("SetROIPos(cam, 7, 400, 1000, 1100, 1024)")}));
+}
+
+void tst_RoiDrawing::panelsOwnMoveIsNotEchoed()
+{
+    draw();
+    m_panel->host.setCallHook([this](const QString &line) {
+        if (line.startsWith(QStringLiteral("SetROIPos")))
+            m_panel->panel->setDrawRoiPos(0, 0, 50, 50);
+    });
+    drawn("Width")->setValue(700);
+    QCOMPARE(drawn("Width")->value(), 700);
+    QCOMPARE(hostCalls("SetROIPos").size(), 1);
+    m_panel->host.setCallHook({});
+}
+
+void tst_RoiDrawing::appliesInOrder()
+{
+    draw();
+    m_panel->panel->setDrawRoiPos(100, 50, 740, 530);
+    size_t writesBeforeRemoval = 0;
+    m_panel->host.setCallHook([&](const QString &line) {
+        if (line.startsWith(QStringLiteral("RomoveROI")))
+            writesBeforeRemoval = m_panel->camera.written().size();
+    });
+    m_panel->editor<QPushButton>("ROIEffective")->click();
+    m_panel->host.setCallHook({});
+    QCOMPARE(writesBeforeRemoval, size_t(0));
+    QVERIFY(!isDrawing());
+    QCOMPARE(hostCalls("RomoveROI").size(), 1);
+    QCOMPARE(m_panel->camera.written(), Names({"Width", "Height", "OffsetX", "OffsetY"}));
+    QCOMPARE(m_panel->editor<QSpinBox>("Width")->value(), 640);
+    QCOMPARE(m_panel->editor<QSpinBox>("OffsetY")->value(), 50);
+    QCOMPARE(hostCalls("VLogInfo"), QStringList());
+}
+
+void tst_RoiDrawing::appliesWhatTheCameraTakes()
+{
+    draw();
+    m_panel->panel->setDrawRoiPos(101, 50, 744, 531);
+    m_panel->camera.port.writeFault = MemoryPort::Fault::Refused;
+    m_panel->camera.port.faultFrom = m_panel->camera.address("OffsetY");
+    m_panel->camera.port.faultTo = m_panel->camera.port.faultFrom + 4;
+    m_panel->editor<QPushButton>("ROIEffective")->click();
+    QCOMPARE(m_panel->editor<QSpinBox>("Width")->value(), 640);
+    QCOMPARE(m_panel->editor<QSpinBox>("Height")->value(), 480);
+    QCOMPARE(m_panel->editor<QSpinBox>("OffsetX")->value(), 100);
+    QCOMPARE(m_panel->editor<QSpinBox>("OffsetY")->value(), 0);
+    QCOMPARE(hostCalls("VLogInfo"),
+             QStringList({QStringLiteral("VLogInfo(RoiDrawing, The camera refuses Width 643, it gets 640, 0)"),
+                          QStringLiteral("VLogInfo(RoiDrawing, The camera refuses Height 481, it gets 480, 0)"),
+                          QStringLiteral("VLogInfo(RoiDrawing, The camera refuses OffsetX 101, it gets 100, 0)"),
+                          QStringLiteral("VLogInfo(RoiDrawing, The camera refuses OffsetY 50, 0)")}));
+}
+
+void tst_RoiDrawing::restoresInOrder()
+{
+    MemoryPort &port = m_panel->camera.port;
+    for (const auto &[feature, value] : {std::pair("OffsetX", 100), std::pair("OffsetY", 50)})
+        port.poke(m_panel->camera.address(feature), uint64_t(value));
+    m_panel->camera.map->InvalidateNodes();
+    // The host writes the offsets, which raises the maxima of the sizes.
+    m_panel->host.setCallHook([this](const QString &line) {
+        for (const char *feature : {"OffsetX", "OffsetY"}) {
+            if (line == QStringLiteral("SetCameraNodeValue(cam, %1, 0)").arg(QLatin1String(feature)))
+                GenApi::CIntegerPtr(m_panel->camera.node(feature))->SetValue(0);
+        }
+    });
+    m_panel->editor<QPushButton>("Restore Image Size")->click();
+    m_panel->host.setCallHook({});
+    QCOMPARE(hostCalls("SetCameraNodeValue"),
+             QStringList({QStringLiteral("SetCameraNodeValue(cam, OffsetY, 0)"),
+                          QStringLiteral("SetCameraNodeValue(cam, OffsetX, 0)"),
+                          QStringLiteral("SetCameraNodeValue(cam, Height, 2048)"),
+                          QStringLiteral("SetCameraNodeValue(cam, Width, 2448)")}));
+    QCOMPARE(m_panel->editor<QSpinBox>("OffsetX")->value(), 0);
+}
+
+void tst_RoiDrawing::restoreSkipsUnknownMaxima()
+{
+    open({{"", "Height", ""}, {"Float", "Width", ""}});
+    m_panel->editor<QPushButton>("Restore Image Size")->click();
+    QCOMPARE(hostCalls("SetCameraNodeValue").size(), 2);
+}
+
+void tst_RoiDrawing::acquisitionEndsDrawing()
+{
+    draw();
+    m_panel->panel->startAcquireOperation();
+    m_panel->panel->updateWidget(false);
+    QVERIFY(!isDrawing());
+    QCOMPARE(hostCalls("RomoveROI").size(), 1);
+    QCOMPARE(sizeRows(), cameraRows);
+    QVERIFY(!m_panel->editor<SelectedButton>("DrawRoi")->isEnabled());
+    QVERIFY(!m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
+    QVERIFY(!m_panel->editor<QPushButton>("UserSetLoad")->isEnabled());
+    m_panel->panel->stopAcquireOperation();
+    QVERIFY(m_panel->editor<SelectedButton>("DrawRoi")->isEnabled());
+    QVERIFY(m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
+    QVERIFY(m_panel->editor<QPushButton>("UserSetLoad")->isEnabled());
+}
+
+void tst_RoiDrawing::rowsStayHiddenWhileDrawing()
+{
+    m_panel->panel->show();
+    m_panel->innerTabs()->setCurrentIndex(2);
+    draw();
+    m_panel->panel->updateWidget(true);
+    QCOMPARE(sizeRows(), drawnRows);
+    m_panel->editor<QPushButton>("UserSetLoad")->click();
+    QCOMPARE(sizeRows(), drawnRows);
+    m_panel->editor<QComboBox>("PixelFormat")->setCurrentIndex(1);
+    m_panel->editor<SwitchButton>("ReverseX")->click();
+    QCOMPARE(sizeRows(), drawnRows);
+    m_panel->innerTabs()->setCurrentIndex(0);
+    m_panel->innerTabs()->setCurrentIndex(2);
+    QCOMPARE(sizeRows(), drawnRows);
+    draw();
+    QCOMPARE(sizeRows(), cameraRows);
+    m_panel->panel->setDrawRoiStatus(true);
+    QCOMPARE(sizeRows(), drawnRows);
+    m_panel->panel->setDrawRoiStatus(false);
+    QCOMPARE(sizeRows(), cameraRows);
+}
+
+void tst_RoiDrawing::missingFeaturesHaveNoRows()
+{
+    open({{"", "OffsetY", ""}});
+    QCOMPARE(sizeRows(), cameraRows.mid(0, 3));
+    draw();
+    QCOMPARE(sizeRows(), drawnRows.mid(0, 3));
+    QVERIFY(!m_panel->row("Restore Image Size")->isHidden());
+    m_panel->editor<QPushButton>("ROIEffective")->click();
+    QCOMPARE(m_panel->camera.written(), Names({"Width", "Height", "OffsetX"}));
+    QCOMPARE(hostCalls("VLogInfo"), QStringList());
+}
+
+QTEST_MAIN(tst_RoiDrawing)
+#include "tst_RoiDrawing.moc"
