@@ -4,6 +4,15 @@
 #include <QPainter>
 #include <QStyleOptionTab>
 
+#include "ToolPage/StyleSheets.h"
+
+namespace {
+
+constexpr int FocusFrameWidth = 2; // pixels
+constexpr QMargins FocusFrameMargins(4, 4, 4, 8); // clear of the underline
+
+} // namespace
+
 CTabBar::CTabBar(QWidget *parent) : QTabBar(parent)
 {
     setAttribute(Qt::WA_Hover); // without it styles without hover effects never report a tab under the mouse
@@ -45,4 +54,8 @@ void CTabBar::paintTab(QPainter &painter, int index) const
     painter.setPen(Qt::black);
     painter.setBrush(Qt::NoBrush);
     painter.drawText(tab, Qt::AlignCenter, fontMetrics().elidedText(tabText(index), Qt::ElideRight, tab.width()));
+    if (option.state & QStyle::State_HasFocus) {
+        painter.setPen(QPen(StyleSheets::FocusColor, FocusFrameWidth));
+        painter.drawRect(tab.marginsRemoved(FocusFrameMargins));
+    }
 }

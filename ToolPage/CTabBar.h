@@ -4,7 +4,8 @@
 #include <QTabBar>
 
 /// A flat tab bar: text over a grey baseline, underlined under the mouse and when selected. The tabs
-/// share the bar's width evenly. Icons and close buttons are not painted.
+/// share the bar's width evenly. The selected tab is framed while the bar has the focus. Icons and close buttons are
+/// not painted.
 class CTabBar : public QTabBar
 {
     Q_OBJECT

@@ -20,6 +20,7 @@ CToolBox::CToolBox(QWidget *parent) : QWidget(parent)
     scrollArea->setWidgetResizable(true);
     scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scrollArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scrollArea->setFocusPolicy(Qt::ClickFocus); // Tab goes to the editors, which scroll into view
     grid->addWidget(scrollArea);
 
     auto *content = new QWidget;

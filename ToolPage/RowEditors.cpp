@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/RowEditors.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <memory>
 
@@ -19,6 +20,7 @@
 
 namespace {
 
+constexpr int DefaultIntegerStep = 1;
 constexpr double DefaultStep = 0.01;
 constexpr int Decimals = 4;
 
@@ -56,6 +58,13 @@ void trackEdits(SpinBox *spinBox)
                      [spinBox] { spinBox->setProperty(RowEditors::Edited, true); });
 }
 
+/// The limits of the feature, widened for a value outside of them: the spin box shows what the device has.
+template <class SpinBox, class Value>
+void setRange(SpinBox *spinBox, Value minimum, Value maximum, Value value)
+{
+    spinBox->setRange(std::min(minimum, value), std::max(maximum, value));
+}
+
 // Integers
 
 void showInteger(QSpinBox *spinBox, GenApi::IInteger &integer, int64_t value)
@@ -63,17 +72,19 @@ void showInteger(QSpinBox *spinBox, GenApi::IInteger &integer, int64_t value)
     const int minimum = NodeNumbers::low32(integer.GetMin());
     const int maximum = NodeNumbers::spinBoxMaximum(integer.GetMax(), minimum);
     const int step = NodeNumbers::low32(integer.GetInc());
+    const int shown = NodeNumbers::low32(value);
     const QSignalBlocker blocker(spinBox);
-    spinBox->setRange(minimum, maximum);
-    spinBox->setSingleStep(step);
-    spinBox->setValue(NodeNumbers::low32(value));
+    setRange(spinBox, minimum, maximum, shown);
+    spinBox->setSingleStep(step > 0 ? step : DefaultIntegerStep);
+    spinBox->setValue(shown);
 }
 
-QWidget *makeInteger(GenApi::INode *node, QWidget *parent)
+QWidget *makeInteger(GenApi::INode *node, QWidget *parent, bool verify)
 {
     const GenApi::CIntegerPtr integer(node);
     auto spinBox = std::make_unique<QSpinBox>(parent);
-    showInteger(spinBox.get(), *integer, integer->GetValue(true, true));
+    showInteger(spinBox.get(), *integer, integer->GetValue(verify, true));
+    spinBox->setAccessibleDescription(QString::fromUtf8(integer->GetUnit().c_str()));
     spinBox->setProperty(RowEditors::PreValue, spinBox->value());
     trackEdits(spinBox.get());
     return spinBox.release();
@@ -97,19 +108,23 @@ void connectInteger(QWidget *editor, ToolPageWidgetItem *row)
 double increment(GenApi::IFloat &number)
 {
     const bool isFixed = number.HasInc() && number.GetIncMode() == GenApi::fixedIncrement;
-    return NodeNumbers::singlePrecision(isFixed ? number.GetInc() : DefaultStep);
+    const double step = isFixed ? NodeNumbers::singlePrecision(number.GetInc()) : 0.0;
+    return step > 0.0 ? step : NodeNumbers::singlePrecision(DefaultStep);
 }
 
-QWidget *makeFloat(GenApi::INode *node, QWidget *parent)
+QWidget *makeFloat(GenApi::INode *node, QWidget *parent, bool verify)
 {
     using NodeNumbers::singlePrecision;
     const GenApi::CFloatPtr number(node);
     auto spinBox = std::make_unique<QDoubleSpinBox>(parent);
     spinBox->setDecimals(Decimals);
-    spinBox->setRange(singlePrecision(number->GetMin(), -FLT_MAX), singlePrecision(number->GetMax(), FLT_MAX));
+    const double value = singlePrecision(number->GetValue(verify, true));
+    setRange(spinBox.get(), singlePrecision(number->GetMin(), -FLT_MAX), singlePrecision(number->GetMax(), FLT_MAX),
+             value);
     spinBox->setSingleStep(increment(*number));
-    spinBox->setValue(singlePrecision(number->GetValue(true, true)));
+    spinBox->setValue(value);
     spinBox->setProperty(RowEditors::PreValue, static_cast<float>(spinBox->value()));
+    spinBox->setAccessibleDescription(QString::fromUtf8(number->GetUnit().c_str()));
     trackEdits(spinBox.get());
     return spinBox.release();
 }
@@ -125,7 +140,7 @@ void refreshFloat(GenApi::INode *node, QWidget *editor)
     const double maximum = finite(number->GetMax(), DBL_MAX);
     const double value = finite(number->GetValue(false, false));
     const QSignalBlocker blocker(spinBox);
-    spinBox->setRange(minimum, maximum);
+    setRange(spinBox, minimum, maximum, value);
     spinBox->setSingleStep(DefaultStep);
     spinBox->setValue(value);
 }
@@ -138,7 +153,7 @@ void connectFloat(QWidget *editor, ToolPageWidgetItem *row)
 
 // Booleans
 
-QWidget *makeBoolean(GenApi::INode *node, QWidget *parent)
+QWidget *makeBoolean(GenApi::INode *node, QWidget *parent, bool)
 {
     const bool on = GenApi::CBooleanPtr(node)->GetValue(false, false);
     auto *button = new SwitchButton(parent);
@@ -161,19 +176,37 @@ void connectBoolean(QWidget *editor, ToolPageWidgetItem *row)
 
 // Enumerations
 
+/// Changes only what differs, since the list may be open. Entries are unique.
+void showEntries(QComboBox *comboBox, const QStringList &entries)
+{
+    for (int index = comboBox->count() - 1; index >= 0; --index) {
+        if (!entries.contains(comboBox->itemText(index)))
+            comboBox->removeItem(index);
+    }
+    for (int index = 0; index < entries.size(); ++index) {
+        const int former = comboBox->findText(entries.at(index), Qt::MatchExactly | Qt::MatchCaseSensitive);
+        if (former == index)
+            continue;
+        if (former >= 0)
+            comboBox->removeItem(former);
+        comboBox->insertItem(index, entries.at(index));
+    }
+}
+
 void showEnumeration(QComboBox *comboBox, GenApi::IEnumeration &enumeration)
 {
     GenApi::StringList_t symbolics;
     enumeration.GetSymbolics(symbolics);
     const QString current = QString::fromUtf8(enumeration.ToString().c_str());
-    const QSignalBlocker blocker(comboBox);
-    comboBox->clear();
+    QStringList entries;
     for (const GenICam::gcstring &symbolic : symbolics)
-        comboBox->addItem(QString::fromUtf8(symbolic.c_str()));
+        entries.append(QString::fromUtf8(symbolic.c_str()));
+    const QSignalBlocker blocker(comboBox);
+    showEntries(comboBox, entries);
     comboBox->setCurrentIndex(comboBox->findText(current));
 }
 
-QWidget *makeEnumeration(GenApi::INode *node, QWidget *parent)
+QWidget *makeEnumeration(GenApi::INode *node, QWidget *parent, bool)
 {
     auto comboBox = std::make_unique<QComboBox>(parent);
     showEnumeration(comboBox.get(), *GenApi::CEnumerationPtr(node));
@@ -197,7 +230,7 @@ void connectEnumeration(QWidget *editor, ToolPageWidgetItem *row)
 
 // Commands
 
-QWidget *makeCommand(GenApi::INode *, QWidget *parent)
+QWidget *makeCommand(GenApi::INode *, QWidget *parent, bool)
 {
     auto *button = new QPushButton(ToolPageWidgetItem::tr("Execute"), parent);
     button->setStyleSheet(StyleSheets::PlainButton);

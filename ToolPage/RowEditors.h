@@ -16,8 +16,8 @@ struct RowEditor
     bool needsReadable;
     /// Whether the node has the interface that the editor needs.
     bool (*accepts)(GenApi::INode *node);
-    /// A new editor, a child of `parent`, that shows the feature.
-    QWidget *(*make)(GenApi::INode *node, QWidget *parent);
+    /// A new editor, a child of `parent`, that shows the feature. Without `verify` a number may break its limits.
+    QWidget *(*make)(GenApi::INode *node, QWidget *parent, bool verify);
     /// Lets an editor of this kind show the feature; the editor emits nothing, and keeps what it shows when
     /// the node throws. Other widgets stay as they are.
     void (*refresh)(GenApi::INode *node, QWidget *editor);

@@ -8,6 +8,18 @@ namespace {
 
 constexpr int OneLine = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr int Wrapped = OneLine | Qt::TextWordWrap;
+constexpr QChar BreakHere(0x200b); ///< takes no room
+
+/// The text with places to break names such as AcquisitionFrameRate into their words.
+QString breakable(const QString &text)
+{
+    QString result = text;
+    for (int index = text.size() - 1; index > 0; --index) {
+        if (text.at(index).isUpper() && text.at(index - 1).isLower())
+            result.insert(index, BreakHere);
+    }
+    return result;
+}
 
 } // namespace
 
@@ -28,14 +40,14 @@ void RowLabel::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
     if (fitsWrapped())
-        painter.drawText(rect(), Wrapped, text());
+        painter.drawText(rect(), Wrapped, breakable(text()));
     else
         painter.drawText(rect(), OneLine, elidedText());
 }
 
 bool RowLabel::fitsWrapped() const
 {
-    return rect().contains(fontMetrics().boundingRect(rect(), Wrapped, text()));
+    return rect().contains(fontMetrics().boundingRect(rect(), Wrapped, breakable(text())));
 }
 
 QString RowLabel::elidedText() const

@@ -3,8 +3,8 @@
 
 #include <QLabel>
 
-/// A plain-text label that never cuts its text off: it wraps while all lines fit its height, else it shows one
-/// line with an ellipsis and the whole text as tool tip.
+/// A plain-text label that never cuts its text off: it wraps, between the words of compound names too, while all
+/// lines fit its height, else it shows one line with an ellipsis and the whole text as tool tip.
 class RowLabel : public QLabel
 {
     Q_OBJECT

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
 #include <QString>
 
 #include "Resources/Icons.h"
 
 /// The style texts of the tool page kit. A widget's own style text wins over the panel's style sheet.
 namespace StyleSheets {
+
+/// Frames what has the keyboard focus; dark enough for every background of a row and beside a latched button.
+inline constexpr QColor FocusColor(31, 128, 86);
 
 /// Buttons that run something: "Execute" buttons and tools that are not latched.
 inline constexpr QLatin1String PlainButton("QPushButton{border: 1px solid rgb(55,56,58,60%);border-radius: 2px;}"

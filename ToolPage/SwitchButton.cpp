@@ -25,7 +25,9 @@ void SwitchButton::setSwitch(bool on)
     m_on = on;
     const QSignalBlocker blocker(this);
     setChecked(on);
-    setStyleSheet(StyleSheets::switchButton(on));
+    const QString style = StyleSheets::switchButton(on);
+    if (style != styleSheet()) // styling anew is slow
+        setStyleSheet(style);
 }
 
 void SwitchButton::paintEvent(QPaintEvent *)
@@ -39,7 +41,7 @@ void SwitchButton::paintEvent(QPaintEvent *)
     if (!showsFocus)
         return;
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::WindowText), FocusRingWidth));
+    painter.setPen(QPen(StyleSheets::FocusColor, FocusRingWidth));
     const QRectF ring = QRectF(rect()).marginsRemoved(QMarginsF() + FocusRingWidth / 2);
     painter.drawRoundedRect(ring, ring.height() / 2, ring.height() / 2);
 }

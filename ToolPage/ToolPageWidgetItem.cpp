@@ -11,13 +11,10 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QSignalBlocker>
-#include <QSpinBox>
-#include <QThread>
 
-#include "ParamterWidget/TranslationTables.h"
 #include "ParamterWnd/HostCore.h"
+#include "ToolPage/EditorFocus.h"
 #include "ToolPage/NodeGuard.h"
-#include "ToolPage/NodeNumbers.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/RowLabel.h"
 #include "ToolPage/SwitchButton.h"
@@ -28,26 +25,10 @@ constexpr int RowHeight = 40;
 constexpr int EditorHeight = 34;
 constexpr int EditorMinimumWidth = 150;
 constexpr QMargins RowMargins(30, 3, 10, 3);
-constexpr unsigned long SettleMs = 10; ///< what a device gets to apply a switch or an entry before it is read back
 
-void logLine(const QString &message)
+bool isBeingTyped(const QWidget *editor)
 {
-    HostCore::VLogInfo("ToolPageWidgetItem", message.toStdString(), 0);
-}
-
-/// The entry that a shown text stands for: itself unless it is a known Chinese text.
-QString symbolicOf(const QString &text)
-{
-    const QString symbolic = zhTransEnMap.value(text);
-    return symbolic.isEmpty() ? text : symbolic;
-}
-
-/// False for a spin box that the user leaves untouched.
-bool takeUserInput(QWidget *spinBox)
-{
-    const bool edited = spinBox->property(RowEditors::Edited).toBool();
-    spinBox->setProperty(RowEditors::Edited, false);
-    return edited || spinBox->hasFocus();
+    return editor->hasFocus() && editor->property(RowEditors::Edited).toBool();
 }
 
 bool isSwitchContainer(const QWidget *editor)
@@ -70,7 +51,11 @@ bool isInUse(const QWidget *editor)
 
 } // namespace
 
-ToolPageWidgetItem::ToolPageWidgetItem(QWidget *parent) : QWidget(parent) { }
+ToolPageWidgetItem::ToolPageWidgetItem(QWidget *parent) : QWidget(parent), m_focus(new EditorFocus(this))
+{
+    connect(m_focus, &EditorFocus::gained, this, &ToolPageWidgetItem::itemFocused);
+    connect(m_focus, &EditorFocus::editCancelled, this, [this] { updateWidget(false); });
+}
 
 /// An editor that loses the focus by being deleted ends its editing; that must not reach what is left of the row.
 ToolPageWidgetItem::~ToolPageWidgetItem()
@@ -136,8 +121,10 @@ void ToolPageWidgetItem::layOut()
     box->addWidget(m_label);
     if (!m_editor || isSwitchContainer(m_editor))
         box->addStretch(m_editor ? 1 : 0);
-    if (m_editor)
+    if (m_editor) {
         box->addWidget(m_editor);
+        m_focus->watch(m_editor);
+    }
     setFixedHeight(RowHeight);
 }
 
@@ -164,7 +151,7 @@ void ToolPageWidgetItem::nameEditor()
 
 QWidget *ToolPageWidgetItem::getParameterWidget(GenApi::INode *node, bool &available)
 {
-    if (!node)
+    if (!node || m_released)
         return nullptr;
     GenApi::EInterfaceType type = GenApi::intfIBase;
     guardRead([&] {
@@ -201,29 +188,45 @@ QWidget *ToolPageWidgetItem::getCommandParamWidget(GenApi::INode *node, bool &av
 
 QWidget *ToolPageWidgetItem::syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available)
 {
+    if (m_released)
+        return m_editor;
     const RowEditor &kind = *RowEditors::find(type);
-    guardRead([&] {
+    const auto sync = [&](bool verify) {
         if (!kind.accepts(node) || (kind.needsReadable && !GenApi::IsReadable(node))) {
             available = false;
             return;
         }
-        if (m_editor) {
+        const bool editable = m_enabled && GenApi::IsWritable(node);
+        const bool isNew = !m_editor;
+        if (isNew)
+            makeEditor(kind, node, verify);
+        m_editor->setEnabled(editable); // ends an edit that may not go on
+        if (!isNew && !isBeingTyped(m_editor))
             kind.refresh(node, m_editor);
-        } else {
-            adoptEditor(kind.make(node, this));
-            kind.connectTo(m_editor, this);
-            if (m_laidOut)
-                layOut();
-        }
-        m_editor->setEnabled(m_enabled && GenApi::IsWritable(node));
         available = true;
         m_readFault.clear();
-    });
+    };
+    const bool synced = guardRead([&] { sync(true); });
+    if (!synced && !m_editor)
+        guardRead([&] { sync(false); });
     return m_editor;
 }
 
+void ToolPageWidgetItem::makeEditor(const RowEditor &kind, GenApi::INode *node, bool verify)
+{
+    adoptEditor(kind.make(node, this, verify));
+    kind.connectTo(m_editor, this);
+    if (m_laidOut)
+        layOut();
+}
+
+void ToolPageWidgetItem::logLine(const QString &message)
+{
+    HostCore::VLogInfo("ToolPageWidgetItem", message.toStdString(), 0);
+}
+
 /// Logs what `read` throws, once per cause.
-void ToolPageWidgetItem::guardRead(const std::function<void()> &read)
+bool ToolPageWidgetItem::guardRead(const std::function<void()> &read)
 {
     const auto report = [this](const char *error) {
         const QString fault = QString::fromUtf8(error);
@@ -233,7 +236,7 @@ void ToolPageWidgetItem::guardRead(const std::function<void()> &read)
         const QString name = m_nodeName.isEmpty() ? m_names.value(0) : m_nodeName;
         logLine(QStringLiteral("Read %1 failed, message = %2").arg(name, fault));
     };
-    guardNode(
+    return guardNode(
         read, [&](const GenICam::GenericException &error) { report(error.GetDescription()); }, report);
 }
 
@@ -246,7 +249,14 @@ void ToolPageWidgetItem::updateWidget(bool live)
     bool available = false;
     getParameterWidget(m_node, available);
     if (m_node && m_hideWhenUnavailable)
-        setVisible(available && m_showable);
+        showRow(available && m_showable);
+}
+
+void ToolPageWidgetItem::showRow(bool visible)
+{
+    if (m_editor && !visible)
+        m_editor->setProperty(RowEditors::Edited, false);
+    setVisible(visible);
 }
 
 void ToolPageWidgetItem::showLiveValue()
@@ -274,24 +284,24 @@ void ToolPageWidgetItem::setWidgetItemEnable(bool enable)
 {
     if (!m_editor)
         return;
-    m_editor->setEnabled(enable);
-    m_enabled = enable;
+    m_enabled = enable && !m_released;
+    m_editor->setEnabled(m_enabled);
 }
 
 void ToolPageWidgetItem::setWidgetItemVisible(bool visible)
 {
     m_showable = visible;
-    if (visible && m_node && m_hideWhenUnavailable)
+    if (visible && m_hideWhenUnavailable)
         updateWidget(false);
     else
-        setVisible(visible);
+        showRow(visible);
 }
 
 void ToolPageWidgetItem::releaseNode()
 {
-    setWidgetItemEnable(false);
-    m_node = nullptr;
     m_released = true;
+    m_node = nullptr;
+    setWidgetItemEnable(false);
 }
 
 void ToolPageWidgetItem::setLanguage(int language)
@@ -313,105 +323,6 @@ void ToolPageWidgetItem::setCurrentColor(const QColor &color)
 {
     m_currentColor = color;
     update();
-}
-
-void ToolPageWidgetItem::setCurrentValue()
-{
-    attempt([this] {
-        const GenApi::CFloatPtr number(m_node);
-        const auto *spinBox = qobject_cast<QDoubleSpinBox *>(m_editor);
-        if (spinBox && m_node->GetPrincipalInterfaceType() == GenApi::intfIFloat && GenApi::IsReadable(m_node))
-            number->SetValue(spinBox->value(), true);
-    });
-}
-
-bool ToolPageWidgetItem::attempt(const std::function<void()> &write, const std::function<void()> &rollBack)
-{
-    const auto refused = [&](const GenICam::GenericException &error) {
-        logLine(QStringLiteral("Set %1 value failed, message = %2")
-                    .arg(m_nodeName, QString::fromUtf8(error.GetDescription())));
-        if (rollBack)
-            rollBack();
-    };
-    return guardNode(write, refused, [](const char *error) { logLine(QString::fromUtf8(error)); });
-}
-
-/// Writes a spin box's value with `write`, which returns the device's value after the write.
-template <class SpinBox, class Value>
-void ToolPageWidgetItem::commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value),
-                                Value (*toPreValue)(const QVariant &preValue))
-{
-    if (!spinBox || !takeUserInput(spinBox))
-        return;
-    const Value value = spinBox->value();
-    QSignalBlocker blocker(spinBox); // losing the focus finishes editing once more
-    const auto restore = [&] { spinBox->setValue(toPreValue(spinBox->property(RowEditors::PreValue))); };
-    if (!attempt([&] { spinBox->setValue(write(m_node, value)); }, restore))
-        return;
-    spinBox->clearFocus();
-    spinBox->setProperty(RowEditors::PreValue, value);
-    blocker.unblock();
-    Q_EMIT valueChanged(QVariant());
-}
-
-void ToolPageWidgetItem::onIntParamChanged()
-{
-    commit<QSpinBox, int>(
-        qobject_cast<QSpinBox *>(sender()),
-        [](GenApi::INode *node, int value) {
-            const GenApi::CIntegerPtr integer(node);
-            integer->SetValue(value, true);
-            return NodeNumbers::low32(integer->GetValue(true, true));
-        },
-        [](const QVariant &preValue) { return preValue.toInt(); });
-}
-
-void ToolPageWidgetItem::onFloatParamChanged()
-{
-    commit<QDoubleSpinBox, double>(
-        qobject_cast<QDoubleSpinBox *>(sender()),
-        [](GenApi::INode *node, double value) {
-            const GenApi::CFloatPtr number(node);
-            number->SetValue(value, true);
-            return NodeNumbers::finite(number->GetValue(true, true));
-        },
-        [](const QVariant &preValue) { return static_cast<double>(preValue.toFloat()); });
-}
-
-void ToolPageWidgetItem::onBoolParamChanged()
-{
-    const auto *button = qobject_cast<SwitchButton *>(sender());
-    const bool written = attempt([&] {
-        const GenApi::CBooleanPtr boolean(m_node);
-        if (!button || !boolean.IsValid())
-            return;
-        boolean->SetValue(button->isOn(), true);
-        QThread::msleep(SettleMs);
-        boolean->GetValue(true, true);
-    });
-    if (written)
-        Q_EMIT valueChanged(QVariant());
-}
-
-void ToolPageWidgetItem::onEnumParamChanged(const QString &text)
-{
-    auto *comboBox = qobject_cast<QComboBox *>(sender());
-    const bool written = attempt([&] {
-        const GenApi::CEnumerationPtr enumeration(m_node);
-        enumeration->FromString(symbolicOf(text).toUtf8().constData(), true);
-        QThread::msleep(SettleMs);
-        enumeration->GetIntValue(true, true);
-    });
-    if (!written)
-        return;
-    if (comboBox)
-        comboBox->clearFocus();
-    Q_EMIT valueChanged(QVariant());
-}
-
-void ToolPageWidgetItem::onCommandParamChanged()
-{
-    attempt([this] { GenApi::CCommandPtr(m_node)->Execute(true); });
 }
 
 void ToolPageWidgetItem::enterEvent(EnterEvent *)
@@ -440,7 +351,10 @@ void ToolPageWidgetItem::mouseReleaseEvent(QMouseEvent *event)
 
 void ToolPageWidgetItem::paintEvent(QPaintEvent *event)
 {
-    QPainter(this).fillRect(event->rect(), m_currentColor);
+    QPainter painter(this);
+    painter.fillRect(event->rect(), m_currentColor);
+    m_focus->paint(painter);
+    painter.end();
     QWidget::paintEvent(event);
 }
 

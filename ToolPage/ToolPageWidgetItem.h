@@ -10,11 +10,15 @@
 
 #include <GenApi/GenApi.h>
 
+class EditorFocus;
 class QLabel;
+struct RowEditor;
 
 /// A row of a curated page, 40 pixels high: a label on the left and an editor on the right. Bound to a
 /// feature it makes its own editor, keeps it in step with the feature, writes what the user enters, and
-/// logs and rolls back when the device refuses it. Leaving a spin box that nobody changed writes nothing.
+/// logs and rolls back when the device refuses it. Leaving a spin box that nobody changed writes nothing;
+/// no refresh disturbs one whose value is being typed, and Escape gives it back the device's value.
+/// An edit that is cut off because the row is disabled or hidden writes nothing.
 ///
 /// Labels and descriptions are pairs [English, Chinese]; a language index of 0 means English, any other Chinese.
 class ToolPageWidgetItem : public QWidget
@@ -52,7 +56,7 @@ public:
     /// are disabled whatever it says. Without an editor nothing changes.
     void setWidgetItemEnable(bool enable);
     /// The caller's permission to show the row. With it, a row that hides when unavailable is shown as soon as its
-    /// feature is available; without it every refresh leaves the row hidden.
+    /// feature is available, never without a feature; without it every refresh leaves the row hidden.
     void setWidgetItemVisible(bool visible);
     /// Lets go of the feature for good: the row keeps what it shows, disabled, and asks the device nothing more.
     void releaseNode();
@@ -74,6 +78,8 @@ Q_SIGNALS:
     void valueChanged(const QVariant &value);
     /// The mouse was pressed on the row.
     void itemClicked();
+    /// The editor got the keyboard focus.
+    void itemFocused();
 
 public Q_SLOTS:
     // Connected to the editors that the row makes; the editor is the sender.
@@ -102,11 +108,14 @@ private:
     void createLabel();
     void layOut();
     void nameEditor();
+    void showRow(bool visible);
     int labelWidth() const;
     QWidget *syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available);
+    void makeEditor(const RowEditor &kind, GenApi::INode *node, bool verify);
     void adoptEditor(QWidget *editor);
     void showLiveValue();
-    void guardRead(const std::function<void()> &read);
+    static void logLine(const QString &message);
+    bool guardRead(const std::function<void()> &read);
     bool attempt(const std::function<void()> &write, const std::function<void()> &rollBack = nullptr);
     template <class SpinBox, class Value>
     void commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value),
@@ -122,6 +131,7 @@ private:
     GenApi::INode *m_node = nullptr; ///< the device connection's
     QLabel *m_label = nullptr;
     QWidget *m_editor = nullptr;
+    EditorFocus *m_focus; ///< child
     bool m_laidOut = false;
     bool m_enabled = true;
     bool m_hideWhenUnavailable = false;

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void tabsShareTheWidth();
     void underlinesTheSelectedTab();
     void underlinesTheTabUnderTheMouse();
+    void framesTheFocus();
     void clickSelects();
 
 private:
@@ -83,6 +84,20 @@ void tst_CTabWidget::underlinesTheTabUnderTheMouse()
     QCoreApplication::sendEvent(m_tabs->tabBar(), &hover);
     const QImage picture = m_tabs->tabBar()->grab().toImage();
     QCOMPARE(runs(picture, Accent), (QVector<QPair<int, int>>{{25, 124}, {325, 424}}));
+}
+
+void tst_CTabWidget::framesTheFocus()
+{
+    m_tabs->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_tabs.get()));
+    m_tabs->tabBar()->clearFocus();
+    const QImage unfocused = m_tabs->tabBar()->grab().toImage();
+    m_tabs->tabBar()->setFocus(Qt::TabFocusReason);
+    const QImage first = m_tabs->tabBar()->grab().toImage();
+    QVERIFY(first.copy(0, 0, 150, 36) != unfocused.copy(0, 0, 150, 36));
+    QCOMPARE(first.copy(150, 0, 450, 40), unfocused.copy(150, 0, 450, 40));
+    QTest::keyClick(m_tabs->tabBar(), Qt::Key_Right);
+    QCOMPARE(m_tabs->tabBar()->grab(QRect(0, 0, 150, 36)).toImage(), unfocused.copy(0, 0, 150, 36));
 }
 
 void tst_CTabWidget::clickSelects()

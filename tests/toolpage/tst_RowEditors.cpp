@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
 
@@ -31,8 +33,9 @@ private Q_SLOTS:
     void integerRange();
     void floatSteps();
     void oddFloats();
-    void unreadable_data();
-    void unreadable();
+    void contradictions_data();
+    void contradictions();
+    void entriesChangeUnderAnOpenList();
 };
 
 void tst_RowEditors::integerRange()
@@ -52,7 +55,8 @@ void tst_RowEditors::integerRange()
 
 void tst_RowEditors::floatSteps()
 {
-    const std::pair<const char *, double> steps[] = {{"", static_cast<double>(0.01f)}, {"<Inc>0.5</Inc>", 0.5}};
+    const std::pair<const char *, double> steps[] = {
+        {"", static_cast<double>(0.01f)}, {"<Inc>0.5</Inc>", 0.5}, {"<Inc>0</Inc>", static_cast<double>(0.01f)}};
     for (const auto &[increment, step] : steps) {
         TestCamera camera(descriptionOf(QByteArray("<Float Name=\"N\"><Value>0.123456</Value><Min>-0.1</Min>"
                                                    "<Max>9</Max>")
@@ -83,24 +87,75 @@ void tst_RowEditors::oddFloats()
     }
 }
 
-void tst_RowEditors::unreadable_data()
+/// Features that contradict themselves: one log line, and an editor if there is a value to show.
+void tst_RowEditors::contradictions_data()
 {
     QTest::addColumn<QByteArray>("element");
-    QTest::newRow("empty range") << QByteArray(
-        "<Integer Name=\"N\"><Value>7</Value><Min>10</Min><Max>5</Max></Integer>");
-    QTest::newRow("no entries") << QByteArray("<Enumeration Name=\"N\"><Value>0</Value></Enumeration>");
+    QTest::addColumn<int>("shown");
+    QTest::newRow("minimum above maximum")
+        << QByteArray("<Integer Name=\"N\"><Value>7</Value><Min>10</Min><Max>5</Max></Integer>") << 7;
+    QTest::newRow("above its maximum") << QByteArray("<Integer Name=\"N\"><Value>7</Value><Max>5</Max></Integer>") << 7;
+    QTest::newRow("no increment") << QByteArray("<Integer Name=\"N\"><Value>7</Value><Inc>0</Inc></Integer>") << 7;
+    QTest::newRow("float below its minimum")
+        << QByteArray("<Float Name=\"N\"><Value>7</Value><Min>10</Min></Float>") << 7;
+    QTest::newRow("no entries") << QByteArray("<Enumeration Name=\"N\"><Value>0</Value></Enumeration>") << -1;
 }
 
-void tst_RowEditors::unreadable()
+void tst_RowEditors::contradictions()
 {
     QFETCH(QByteArray, element);
+    QFETCH(int, shown);
     TestCamera camera(descriptionOf(element));
     ToolPageWidgetItem row;
     row.setItemInfo({}, {}, camera.node("N"), true);
     row.updateWidget(false);
-    QVERIFY(row.isHidden());
-    QVERIFY(!row.findChild<QSpinBox *>() && !row.findChild<QComboBox *>());
     QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
+    QCOMPARE(row.isHidden(), shown < 0);
+    auto *editor = row.findChild<QAbstractSpinBox *>();
+    QCOMPARE(editor != nullptr, shown >= 0);
+    if (!editor)
+        return;
+    QCOMPARE(editor->property("value").toInt(), shown);
+    QVERIFY(editor->property("singleStep").toDouble() > 0.0);
+}
+
+void tst_RowEditors::entriesChangeUnderAnOpenList()
+{
+    TestCamera camera(descriptionOf(
+        "<Integer Name=\"Extra\"><Value>1</Value></Integer><Integer Name=\"Number\"><Value>1</Value></Integer>"
+        "<Enumeration Name=\"N\">"
+        "<EnumEntry Name=\"First\"><pIsImplemented>Extra</pIsImplemented><Value>0</Value></EnumEntry>"
+        "<EnumEntry Name=\"Second\"><Value>1</Value></EnumEntry>"
+        "<EnumEntry Name=\"Third\"><pIsImplemented>Extra</pIsImplemented><Value>2</Value></EnumEntry>"
+        "<pValue>Number</pValue></Enumeration>"));
+    ToolPageWidgetItem row;
+    row.setItemInfo({}, {}, camera.node("N"), true);
+    row.show();
+    auto *comboBox = row.findChild<QComboBox *>();
+    comboBox->showPopup();
+    QSignalSpy removed(comboBox->model(), &QAbstractItemModel::rowsRemoved);
+    QSignalSpy inserted(comboBox->model(), &QAbstractItemModel::rowsInserted);
+    QSignalSpy changed(comboBox, &QComboBox::currentTextChanged);
+    QSignalSpy written(&row, &ToolPageWidgetItem::valueChanged);
+    const auto refreshed = [&](const char *feature, int value) {
+        GenApi::CIntegerPtr(camera.node(feature))->SetValue(value);
+        row.updateWidget(false);
+        QStringList entries;
+        for (int index = 0; index < comboBox->count(); ++index)
+            entries.append(comboBox->itemText(index));
+        return entries.join(QLatin1Char(' '));
+    };
+    QCOMPARE(refreshed("Extra", 1), QStringLiteral("First Second Third"));
+    QCOMPARE(removed.count() + inserted.count(), 0);
+    QCOMPARE(refreshed("Extra", 0), QStringLiteral("Second"));
+    QCOMPARE(refreshed("Extra", 1), QStringLiteral("First Second Third"));
+    QCOMPARE(removed.count() + inserted.count(), 4);
+    QCOMPARE(comboBox->currentText(), QStringLiteral("Second"));
+    QVERIFY(comboBox->view()->isVisible());
+    QCOMPARE(changed.count() + written.count(), 0);
+    refreshed("Number", 0);
+    refreshed("Extra", 0);
+    QCOMPARE(comboBox->currentText(), QString());
 }
 
 QTEST_MAIN(tst_RowEditors)

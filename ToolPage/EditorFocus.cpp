@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include "ToolPage/EditorFocus.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollArea>
+
+#include "ToolPage/RowEditors.h"
+#include "ToolPage/StyleSheets.h"
+#include "ToolPage/SwitchButton.h"
+
+namespace {
+
+constexpr int FrameWidth = 2; // pixels, of the three between an editor and the row's edge
+constexpr qreal FrameRadius = 3; // pixels
+
+bool isTabStop(const QWidget *widget)
+{
+    return (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy();
+}
+
+bool isByKeyboard(const QFocusEvent &event)
+{
+    return event.reason() == Qt::TabFocusReason || event.reason() == Qt::BacktabFocusReason
+        || event.reason() == Qt::ShortcutFocusReason;
+}
+
+/// The scroll area that shows the widget, null if none does.
+QScrollArea *scrollAreaOf(const QWidget *widget)
+{
+    QScrollArea *area = nullptr;
+    for (QWidget *parent = widget->parentWidget(); parent && !area; parent = parent->parentWidget())
+        area = qobject_cast<QScrollArea *>(parent);
+    return area;
+}
+
+} // namespace
+
+EditorFocus::EditorFocus(QWidget *row) : QObject(row), m_row(row) { }
+
+void EditorFocus::watch(QWidget *editor)
+{
+    QList<QWidget *> candidates = editor->findChildren<QWidget *>();
+    candidates.prepend(editor);
+    for (QWidget *candidate : std::as_const(candidates)) {
+        if (!isTabStop(candidate) || candidate->window() != m_row->window() || m_stops.contains(candidate))
+            continue;
+        m_stops.append(candidate);
+        candidate->installEventFilter(this);
+        connect(candidate, &QObject::destroyed, this, [this, candidate] { m_stops.removeOne(candidate); });
+    }
+    arrange();
+}
+
+void EditorFocus::arrange()
+{
+    m_row->setFocusPolicy(Qt::ClickFocus); // Qt 5 orders nothing that takes no focus
+    QWidget *previous = m_row;
+    for (QWidget *stop : std::as_const(m_stops)) {
+        QWidget::setTabOrder(previous, stop);
+        previous = stop;
+    }
+    QWidget::setTabOrder(previous, m_row);
+    m_row->setFocusPolicy(Qt::NoFocus);
+}
+
+void EditorFocus::leave(QWidget *editor)
+{
+    if (editor->hasFocus())
+        m_row->setFocus(Qt::OtherFocusReason);
+}
+
+void EditorFocus::paint(QPainter &painter) const
+{
+    for (const QWidget *stop : m_stops) {
+        if (!stop->hasFocus() || qobject_cast<const SwitchButton *>(stop)) // a switch frames itself
+            continue;
+        const QRectF edge(stop->mapTo(m_row, QPoint(0, 0)), stop->size());
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(StyleSheets::FocusColor, FrameWidth));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(edge.marginsAdded(QMarginsF() + FrameWidth / 2.0), FrameRadius, FrameRadius);
+    }
+}
+
+bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::FocusIn:
+        enter(*static_cast<QFocusEvent *>(event));
+        return false;
+    case QEvent::FocusOut:
+        m_row->update();
+        return false;
+    case QEvent::ShortcutOverride: // Escape may be a shortcut of the window
+    case QEvent::KeyPress:
+        return cancelEdit(watched, *static_cast<QKeyEvent *>(event));
+    default:
+        return false;
+    }
+}
+
+void EditorFocus::enter(const QFocusEvent &event)
+{
+    m_row->update();
+    if (isByKeyboard(event)) {
+        if (QScrollArea *area = scrollAreaOf(m_row))
+            area->ensureWidgetVisible(m_row, 0, 0);
+    }
+    if (event.reason() != Qt::PopupFocusReason) // the list of a combo box closed
+        Q_EMIT gained();
+}
+
+bool EditorFocus::cancelEdit(QObject *editor, QKeyEvent &event)
+{
+    if (event.key() != Qt::Key_Escape || !editor->property(RowEditors::Edited).toBool())
+        return false;
+    event.accept();
+    if (event.type() == QEvent::KeyPress) {
+        editor->setProperty(RowEditors::Edited, false);
+        Q_EMIT editCancelled();
+    }
+    return true;
+}

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QVector>
+
+class QFocusEvent;
+class QKeyEvent;
+class QPainter;
+class QWidget;
+
+/// The keyboard's way through the editor of a row: its place in the tab order, the mark of the focus, and Escape.
+/// A row reads from top to bottom with the rows around it, whenever its editor was made.
+class EditorFocus : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `row`, the parent, is repainted when the focus comes or goes.
+    explicit EditorFocus(QWidget *row);
+
+    /// Takes an editor that the row has laid out: it follows the row's predecessor in the tab order, and the row
+    /// itself, which Tab passes over, follows the editor.
+    void watch(QWidget *editor);
+    /// Ends the editor's turn; the row keeps the place, so that Tab goes on from there.
+    void leave(QWidget *editor);
+    /// Frames the widget of the editor that has the focus, if any; for the row's paintEvent().
+    void paint(QPainter &painter) const;
+
+Q_SIGNALS:
+    /// A widget of the editor got the focus, by whatever means.
+    void gained();
+    /// Escape was pressed in a spin box whose value was changed by hand; that mark is taken away.
+    void editCancelled();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void arrange();
+    void enter(const QFocusEvent &event);
+    bool cancelEdit(QObject *editor, QKeyEvent &event);
+
+    QWidget *m_row;
+    QVector<QWidget *> m_stops; ///< what Tab reaches inside the editor, in reading order
+};
