@@ -16,6 +16,7 @@
 #include "Host/AlignedPort.h"
 #include "Host/FailFastPort.h"
 #include "Host/FrameImage.h"
+#include "Host/FrameMailbox.h"
 #include "Host/GenICamGuard.h"
 #include "Host/LoadedNodeMap.h"
 #include "Host/NodeText.h"
@@ -24,7 +25,6 @@
 namespace {
 
 constexpr int bufferCount = 8; // frames that Aravis may fill
-constexpr int maxFramesUnderway = 3; // frames on their way to the GUI thread
 constexpr guint64 popTimeout = 50'000; // us
 constexpr std::chrono::milliseconds streamEndTimeout(500);
 
@@ -298,16 +298,10 @@ bool AravisDevice::startAcquisition(QString *error)
         return true;
     const auto start = [this] {
         GenApi::INodeMap &map = *nodeMap();
-        const auto underway = std::make_shared<std::atomic_int>(0);
-        const auto show = [this, underway](const QImage &frame) {
-            if (*underway >= maxFramesUnderway)
-                return;
-            ++*underway;
-            const auto deliver = [this, underway, frame] {
-                --*underway;
-                Q_EMIT frameReady(frame);
-            };
-            QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
+        const auto show = [this, mailbox = std::make_shared<FrameMailbox>()](const QImage &frame) {
+            const auto deliver = [this, mailbox] { Q_EMIT frameReady(mailbox->take()); };
+            if (mailbox->put(frame))
+                QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
         };
         stream = std::make_unique<Stream>(connection->device, static_cast<std::size_t>(payloadSize(map)), show);
         writeIfWritable(map, "TLParamsLocked", QStringLiteral("1"));

@@ -77,11 +77,9 @@ void SimulatedDevice::startRunning()
     connect(&thread, &QThread::finished, source, &QObject::deleteLater);
     connect(firmware.get(), &Firmware::acquisitionChanged, source, &FrameSource::setAcquiring, Qt::QueuedConnection);
     connect(firmware.get(), &Firmware::triggered, source, &FrameSource::trigger, Qt::QueuedConnection);
-    const auto deliver = [this, from = source](const QImage &frame) {
-        if (from != source) // the device was closed meanwhile
-            return;
-        source->release();
-        Q_EMIT frameReady(frame);
+    const auto deliver = [this, from = source] {
+        if (from == source) // else the device was closed meanwhile
+            Q_EMIT frameReady(source->take());
     };
     connect(source, &FrameSource::frameReady, this, deliver, Qt::QueuedConnection);
     thread.start();

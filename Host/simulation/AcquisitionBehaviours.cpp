@@ -107,6 +107,66 @@ private:
     milliseconds sinceEdge{0};
 };
 
+/// The state of the acquisition, and the output lines that carry it or other signals.
+class Signals : public Behaviour
+{
+public:
+    void powerUp(Firmware &) override { exposureStart = never; }
+    void frameTaken(Firmware &firmware) override { exposureStart = firmware.timestamp(); }
+
+    void elapsed(Firmware &firmware, milliseconds) override
+    {
+        RegisterMemory &memory = firmware.memory();
+        memory.setInteger("AcquisitionStatus", isHigh(firmware, FrameTriggerWait), frameTriggerWait);
+        memory.setInteger("AcquisitionStatus", isHigh(firmware, ExposureActive), frameActive);
+        qint64 levels = memory.integer("LineStatusAll");
+        for (int line = 0; line < lines; ++line) {
+            const qint64 bit = qint64(1) << line;
+            if (memory.integer("LineMode", line) == output)
+                levels = isHigh(firmware, memory.integer("LineSource", line)) ? levels | bit : levels & ~bit;
+        }
+        memory.setInteger("LineStatusAll", levels);
+    }
+
+private:
+    /// As in LineSource.
+    enum Signal { Off, ExposureActive, FrameTriggerWait, AcquisitionActive, UserOutput0, UserOutput1, Timer0Active };
+    enum Status { frameTriggerWait = 1, frameActive = 2 }; ///< places in AcquisitionStatusSelector
+    static constexpr int lines = 4;
+    static constexpr qint64 output = 1;
+    static constexpr qint64 timerActive = 2;
+    static constexpr qint64 never = -1;
+
+    bool isExposing(const Firmware &firmware) const
+    {
+        const qint64 since = firmware.timestamp() - exposureStart;
+        return exposureStart != never && since >= 0 && double(since) < firmware.memory().number("ExposureTime") * 1e3;
+    }
+
+    bool isHigh(const Firmware &firmware, qint64 signal) const
+    {
+        const RegisterMemory &memory = firmware.memory();
+        const bool acquiring = memory.integer("Acquiring") == 1;
+        switch (signal) {
+        case ExposureActive:
+            return acquiring && isExposing(firmware);
+        case FrameTriggerWait:
+            return acquiring && memory.integer("TriggerMode", 0) == 1 && !isExposing(firmware);
+        case AcquisitionActive:
+            return acquiring;
+        case UserOutput0:
+        case UserOutput1:
+            return memory.integer("UserOutputValue", int(signal - UserOutput0)) == 1;
+        case Timer0Active:
+            return memory.integer("TimerStatus", 0) == timerActive;
+        default:
+            return false;
+        }
+    }
+
+    qint64 exposureStart = never; ///< time stamp of the last image
+};
+
 /// Registers that describe the last image, and where they get their values from.
 struct FrameField
 {
@@ -166,5 +226,6 @@ void addAcquisitionBehaviours(Behaviours &behaviours)
 {
     behaviours.push_back(std::make_unique<Acquisition>());
     behaviours.push_back(std::make_unique<Triggers>());
+    behaviours.push_back(std::make_unique<Signals>());
     behaviours.push_back(std::make_unique<FrameData>());
 }

@@ -11,7 +11,6 @@
 namespace {
 
 constexpr int tickInterval = 20; // milliseconds
-constexpr int mostInFlight = 3;
 constexpr int mostPending = 2; // triggers that are kept while an image is read out
 constexpr qint64 endless = std::numeric_limits<qint64>::max() / 2;
 
@@ -48,6 +47,7 @@ FrameSource::FrameSource(Firmware &device) : firmware(device), tickTimer(this), 
 
 void FrameSource::run()
 {
+    picture.prepare(pictureSettings()); // else the first triggers would wait for it
     clock.start();
     lastTick = 0;
     tickTimer.start(tickInterval);
@@ -66,6 +66,7 @@ void FrameSource::tick()
 void FrameSource::setAcquiring(bool on)
 {
     acquiring = on;
+    delays = std::make_unique<QObject>();
     pending = 0;
     frameTimer.stop();
     nextFrame = clock.nsecsElapsed();
@@ -75,19 +76,19 @@ void FrameSource::setAcquiring(bool on)
 
 void FrameSource::trigger(int kind)
 {
+    if (!acquiring)
+        return;
     const double delay =
         firmware.inspect([kind](const RegisterMemory &memory) { return memory.number("TriggerDelay", kind); });
     const int milliseconds = int(delay / 1000.0);
     if (milliseconds > 0)
-        QTimer::singleShot(milliseconds, Qt::PreciseTimer, this, [this, kind] { startPending(kind); });
+        QTimer::singleShot(milliseconds, Qt::PreciseTimer, delays.get(), [this, kind] { startPending(kind); });
     else
         startPending(kind);
 }
 
 void FrameSource::startPending(int kind)
 {
-    if (!acquiring)
-        return;
     if (pending >= mostPending) {
         countUp(firmware, "MissedTriggerCount");
         return;
@@ -108,6 +109,12 @@ bool FrameSource::waitsForTrigger() const
     });
 }
 
+PictureSettings FrameSource::pictureSettings() const
+{
+    return firmware.inspect(
+        [this](const RegisterMemory &memory) { return PictureSettings::fromRegisters(memory, firmware.timestamp()); });
+}
+
 void FrameSource::scheduleNext()
 {
     const qint64 now = clock.nsecsElapsed();
@@ -120,17 +127,13 @@ void FrameSource::takeFrame()
     const bool triggered = waitsForTrigger();
     if (!acquiring || (triggered && pending == 0))
         return;
-    const PictureSettings settings = firmware.inspect(
-        [this](const RegisterMemory &memory) { return PictureSettings::fromRegisters(memory, firmware.timestamp()); });
     const double rate = firmware.inspect([](const RegisterMemory &memory) { return ImageModel::frameRate(memory); });
     pending = triggered ? pending - 1 : 0;
     nextFrame += qint64(1e9 / rate);
-    if (inFlight < mostInFlight) {
-        ++inFlight;
-        Q_EMIT frameReady(picture.draw(settings));
-    } else {
+    if (mailbox.put(picture.draw(pictureSettings())))
+        Q_EMIT frameReady();
+    else
         countUp(firmware, "DroppedFrameCount");
-    }
     firmware.frameTaken();
     if (!triggered || pending > 0)
         scheduleNext();

@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <atomic>
+#include <memory>
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
+#include "Host/FrameMailbox.h"
 #include "Host/simulation/Picture.h"
 
 class Firmware;
 
 /// The running part of a simulated device: lets time pass in its firmware and takes images at the frame rate or on
-/// triggers. Lives on a thread of its own; only release() may be called on another one.
+/// triggers. Lives on a thread of its own; only take() may be called on another one.
 class FrameSource : public QObject
 {
     Q_OBJECT
@@ -21,23 +22,24 @@ public:
     /// `firmware` must outlive this object.
     explicit FrameSource(Firmware &firmware);
 
-    /// Lets time pass in the firmware from now on.
+    /// Gets ready to take images and lets time pass in the firmware from now on.
     void run();
     void setAcquiring(bool acquiring);
     /// A trigger of that kind (its place in TriggerSelector) has fired.
     void trigger(int kind);
-    /// The receiver of frameReady() is done with one image.
-    void release() { --inFlight; }
+    /// The image that a frameReady() announced.
+    QImage take() { return mailbox.take(); }
 
 Q_SIGNALS:
-    /// An image. No more than a few are on their way: further ones are dropped until release().
-    void frameReady(const QImage &frame);
+    /// An image waits: call take(). While more than a few wait, each new one costs the oldest.
+    void frameReady();
 
 private:
     void tick();
     void startPending(int kind);
     void scheduleNext();
     void takeFrame();
+    PictureSettings pictureSettings() const;
     bool waitsForTrigger() const;
 
     Firmware &firmware;
@@ -49,5 +51,6 @@ private:
     qint64 nextFrame = 0; ///< nanoseconds of the clock: earliest time of the next image
     qint64 pending = 0; ///< images that triggers have asked for
     bool acquiring = false;
-    std::atomic<int> inFlight{0};
+    std::unique_ptr<QObject> delays; ///< context of the delayed triggers of one acquisition
+    FrameMailbox mailbox;
 };

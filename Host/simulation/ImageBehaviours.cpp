@@ -100,14 +100,12 @@ public:
             return;
         sinceStep = milliseconds(0);
         step(firmware, "ExposureAuto", [](RegisterMemory &memory, double ratio) {
-            const double wanted = memory.number("ExposureTime") * ratio;
-            memory.setNumber("ExposureTime",
-                             limited(wanted, memory.number("AutoExposureTimeLowerLimit"),
-                                     memory.number("AutoExposureTimeUpperLimit")));
+            return move(memory, "ExposureTime", memory.number("ExposureTime") * ratio,
+                        memory.number("AutoExposureTimeLowerLimit"), memory.number("AutoExposureTimeUpperLimit"));
         });
         step(firmware, "GainAuto", [](RegisterMemory &memory, double ratio) {
-            const double wanted = memory.number("Gain") + 20.0 * std::log10(ratio);
-            memory.setNumber("Gain", limited(wanted, 0.0, memory.number("AutoGainUpperLimit")));
+            return move(memory, "Gain", memory.number("Gain") + 20.0 * std::log10(ratio), 0.0,
+                        memory.number("AutoGainUpperLimit"));
         });
     }
 
@@ -116,7 +114,13 @@ private:
     static constexpr double speed = 0.3;
     static constexpr double tolerance = 0.02;
 
-    static double limited(double value, double low, double high) { return std::max(low, std::min(value, high)); }
+    /// False when the value stays where it is: at a limit.
+    static bool move(RegisterMemory &memory, const char *name, double wanted, double low, double high)
+    {
+        const double before = memory.number(name);
+        memory.setNumber(name, std::max(low, std::min(wanted, high)));
+        return !qFuzzyCompare(memory.number(name), before);
+    }
 
     template <class Adjust>
     static void step(Firmware &firmware, const char *mode, Adjust adjust)
@@ -126,8 +130,8 @@ private:
             return;
         const double target = memory.number("AutoTargetBrightness") / 100.0;
         const double error = target / std::max(1e-6, ImageModel::brightness(memory, firmware.timestamp()));
-        adjust(memory, std::pow(error, speed));
-        const bool reached = std::abs(error - 1.0) < tolerance;
+        const bool moved = adjust(memory, std::pow(error, speed));
+        const bool reached = !moved || std::abs(error - 1.0) < tolerance;
         if (memory.integer(mode) == Once && reached)
             memory.setInteger(mode, Off);
     }

@@ -10,6 +10,7 @@ namespace {
 
 constexpr double freeRunningRate = 500.0;
 constexpr int chunkBytes = 64;
+constexpr int packetHeaders = 36; // bytes of a packet that carry no image
 /// Exposure time that gives a medium gray picture in normal light without gain.
 constexpr double mediumExposure = 10000.0;
 
@@ -54,13 +55,17 @@ qint64 payloadSize(const RegisterMemory &memory)
 double throughput(const RegisterMemory &memory)
 {
     const bool limited = memory.integer("DeviceLinkThroughputLimitMode") == 1;
-    return memory.number(limited ? "DeviceLinkThroughputLimit" : "DeviceLinkSpeed");
+    const double allowed = memory.number(limited ? "DeviceLinkThroughputLimit" : "DeviceLinkSpeed");
+    const double packet = memory.number("GevSCPSPacketSize");
+    const double delay = memory.number("GevSCPD") / memory.number("GevTimestampTickFrequency");
+    return (packet - packetHeaders) / (packet / allowed + delay);
 }
 
 double frameRate(const RegisterMemory &memory)
 {
-    const bool enabled = memory.integer("AcquisitionFrameRateEnable") == 1;
-    const double wanted = enabled ? memory.number("AcquisitionFrameRate") : freeRunningRate;
+    const bool triggered = memory.integer("TriggerMode", 0) == 1;
+    const bool limited = memory.integer("AcquisitionFrameRateEnable") == 1 && !triggered;
+    const double wanted = limited ? memory.number("AcquisitionFrameRate") : freeRunningRate;
     const double sensor = 1000000.0 / (double(memory.integer("Height")) * 10.0 + 400.0);
     const double exposure = 1000000.0 / (memory.number("ExposureTime") + 50.0);
     const double link = throughput(memory) / double(std::max<qint64>(1, payloadSize(memory)));

@@ -16,9 +16,9 @@ QSize reducedSensor(const RegisterMemory &memory);
 QSize reduction(const RegisterMemory &memory);
 /// Bytes of one image on the link.
 qint64 payloadSize(const RegisterMemory &memory);
-/// Bytes per second that the link may carry.
+/// Bytes per second of images that the link carries with the current packets and the pauses between them.
 double throughput(const RegisterMemory &memory);
-/// Frames per second, as the feature ResultingFrameRate says.
+/// Frames per second, as the feature ResultingFrameRate says. Frame triggers do without the wanted rate.
 double frameRate(const RegisterMemory &memory);
 /// Mean brightness of the picture; 1 is white, larger values are overexposed. The light in front of the camera
 /// swings slowly with `timestamp` (nanoseconds).

@@ -52,10 +52,10 @@ class Picture
 public:
     /// Grayscale8, or RGB888 with `settings.color`.
     QImage draw(const PictureSettings &settings);
-
-private:
+    /// Does in advance what costs the first image of a pattern much time.
     void prepare(const PictureSettings &settings);
 
+private:
     QSize size;
     int pattern = -1;
     std::vector<uchar> indices; ///< one per sensor pixel, row by row

@@ -27,7 +27,9 @@ private Q_SLOTS:
     void numberedAcquisitionsEndByThemselves_data();
     void numberedAcquisitionsEndByThemselves();
     void oneTriggerMakesOneFrame();
+    void triggersWaitForTheirDelay();
     void linesTriggerUnlessDebounced();
+    void outputLinesCarryTheirSource();
     void slowReceiversLoseFrames();
 };
 
@@ -145,23 +147,48 @@ void tst_SimulatedAcquisition::oneTriggerMakesOneFrame()
 {
     const OpenDevice device("SIM-AREA-02");
     device.set("TriggerMode", "On");
+    device.set("AcquisitionFrameRate", "0.5"); // is for cameras without a trigger
     QSignalSpy frames(device.operator->(), &Device::frameReady);
     QString error;
     QVERIFY(device->startAcquisition(&error));
     QTest::qWait(100);
     QCOMPARE(frames.count(), 0);
+    QElapsedTimer clock;
+    clock.start();
     for (int i = 1; i <= 3; ++i) {
         device.command("TriggerSoftware")->Execute();
         QTRY_COMPARE(frames.count(), i);
     }
+    QVERIFY(clock.elapsed() < 2000);
     QTest::qWait(100);
     QCOMPARE(frames.count(), 3);
     device.set("TriggerSource", "Line1");
     device.command("TriggerSoftware")->Execute();
     QTest::qWait(100);
     QCOMPARE(frames.count(), 3);
+    device.set("AcquisitionFrameRate", "50");
     device.set("TriggerMode", "Off");
     QTRY_VERIFY(frames.count() > 4);
+}
+
+void tst_SimulatedAcquisition::triggersWaitForTheirDelay()
+{
+    const OpenDevice device("SIM-AREA-02");
+    device.set("TriggerMode", "On");
+    device.set("TriggerDelay", "300000");
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    QElapsedTimer clock;
+    clock.start();
+    device.command("TriggerSoftware")->Execute();
+    QTRY_COMPARE(frames.count(), 1);
+    QVERIFY(clock.elapsed() >= 300);
+    device.command("TriggerSoftware")->Execute(); // a new start forgets it
+    device->stopAcquisition();
+    QVERIFY(device->startAcquisition(&error));
+    QTest::qWait(400);
+    QCOMPARE(frames.count(), 1);
 }
 
 void tst_SimulatedAcquisition::linesTriggerUnlessDebounced()
@@ -177,6 +204,30 @@ void tst_SimulatedAcquisition::linesTriggerUnlessDebounced()
     QCOMPARE(frames.count(), 0);
     device.set("LineDebouncerTime", "10");
     QTRY_VERIFY(frames.count() >= 2);
+}
+
+void tst_SimulatedAcquisition::outputLinesCarryTheirSource()
+{
+    const OpenDevice device("SIM-AREA-01");
+    device.set("LineSelector", "Line3");
+    device.set("LineMode", "Output");
+    const auto isHigh = [&device] {
+        device.nodes().Poll(500);
+        return device.boolean("LineStatus")->GetValue();
+    };
+    device.set("LineSource", "UserOutput0");
+    QTRY_VERIFY(!isHigh());
+    device.set("UserOutputValue", "1");
+    QTRY_VERIFY(isHigh());
+    device.set("LineSource", "FrameTriggerWait");
+    QTRY_VERIFY(!isHigh());
+    device.set("TriggerMode", "On");
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    QTRY_VERIFY(isHigh());
+    device.set("LineSource", "AcquisitionActive");
+    device->stopAcquisition();
+    QTRY_VERIFY(!isHigh());
 }
 
 void tst_SimulatedAcquisition::slowReceiversLoseFrames()

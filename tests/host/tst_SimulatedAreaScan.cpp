@@ -3,6 +3,7 @@
 
 #include <QtTest>
 
+#include "Host/NodeText.h"
 #include "Host/simulation/Firmware.h"
 #include "Host/simulation/ImageModel.h"
 #include "Host/simulation/Picture.h"
@@ -64,16 +65,38 @@ QStringList entries(const GenApi::CEnumerationPtr &enumeration)
     return result;
 }
 
-/// Mean gray level of a picture drawn with these settings.
+/// Gray levels of a picture drawn with these settings: mean and standard deviation.
+struct Levels
+{
+    explicit Levels(const PictureSettings &settings)
+    {
+        const QImage image = Picture().draw(settings);
+        const double count = image.width() * image.height();
+        double squares = 0.0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const double level = qGray(image.pixel(x, y));
+                mean += level / count;
+                squares += level * level / count;
+            }
+        }
+        spread = std::sqrt(std::max(0.0, squares - mean * mean));
+    }
+
+    double mean = 0.0;
+    double spread = 0.0;
+};
+
 double meanLevel(const PictureSettings &settings)
 {
-    const QImage image = Picture().draw(settings);
-    double sum = 0.0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            sum += qGray(image.pixel(x, y));
-    }
-    return sum / (image.width() * image.height());
+    return Levels(settings).mean;
+}
+
+/// What the device would take a picture with, at one moment.
+PictureSettings settingsOf(const OpenDevice &device)
+{
+    return device->inside().inspect(
+        [](const RegisterMemory &memory) { return PictureSettings::fromRegisters(memory, 0); });
 }
 
 PictureSettings smallScene()
@@ -107,6 +130,9 @@ private Q_SLOTS:
     void autoExposureMovesByItself();
     void pictureFollowsTheLight();
     void pictureIsCutAndFlipped();
+    void featuresChangeThePicture_data();
+    void featuresChangeThePicture();
+    void everyPixelFormatHasAPicture();
 };
 
 void tst_SimulatedAreaScan::pageFeaturesExist_data()
@@ -181,6 +207,10 @@ void tst_SimulatedAreaScan::sizesAndOffsetsLimitEachOther()
     device.set("Height", "480");
     QCOMPARE(device.integer("OffsetY")->GetMax(), int64_t(2048 - 480));
     QCOMPARE(device.integer("PayloadSize")->GetValue(), int64_t(640 * 480));
+    for (const char *offset : {"OffsetY", "OffsetX"})
+        device.set(offset, "0");
+    QCOMPARE(device.integer("Height")->GetMax(), int64_t(2048));
+    QCOMPARE(device.integer("Width")->GetMax(), int64_t(2448));
 }
 
 void tst_SimulatedAreaScan::binningResizesTheImage()
@@ -299,14 +329,27 @@ void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes_data()
     using Setting = QPair<QByteArray, QByteArray>;
     QTest::addColumn<QList<Setting>>("settings");
     QTest::addColumn<double>("rate");
+    constexpr double packets = 1464.0 / 1500.0; // of the link is left for images
     QTest::newRow("wanted") << QList<Setting>{{"AcquisitionFrameRate", "5"}} << 5.0;
-    QTest::newRow("link") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}} << 125e6 / (2448 * 2048);
+    QTest::newRow("link") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}} << 125e6 * packets / (2448 * 2048);
     QTest::newRow("sensor") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}, {"Width", "64"}}
                             << 1e6 / (2048 * 10 + 400);
     QTest::newRow("exposure") << QList<Setting>{{"ExposureTime", "199950"}} << 5.0;
     QTest::newRow("throughput") << QList<Setting>{{"DeviceLinkThroughputLimitMode", "On"},
                                                   {"DeviceLinkThroughputLimit", "10000000"}}
-                                << 1e7 / (2448 * 2048);
+                                << 1e7 * packets / (2448 * 2048);
+    QTest::newRow("packets") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}, {"GevSCPSPacketSize", "576"}}
+                             << 125e6 * 540 / 576 / (2448 * 2048);
+    QTest::newRow("pauses of 8 us") << QList<Setting>{{"GevSCPD", "1000"}}
+                                    << 1464 / (1500 / 125e6 + 8e-6) / (2448 * 2048);
+    QTest::newRow("triggered") << QList<Setting>{{"Height", "512"},
+                                                 {"AcquisitionFrameRate", "5"},
+                                                 {"TriggerMode", "On"}}
+                               << 125e6 * packets / (2448 * 512);
+    QTest::newRow("bursts") << QList<Setting>{{"AcquisitionFrameRate", "5"},
+                                              {"TriggerSelector", "FrameBurstStart"},
+                                              {"TriggerMode", "On"}}
+                            << 5.0;
 }
 
 void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes()
@@ -327,16 +370,23 @@ void tst_SimulatedAreaScan::autoExposureMovesByItself()
 {
     const OpenDevice device("SIM-AREA-01");
     device.set("TestSceneLight", "200");
-    const GenApi::CFloatPtr exposure = device.number("ExposureTime");
+    const auto exposure = [&device] { // as a host reads it by name, which polls now and then
+        device.nodes().Poll(500);
+        return readNodeText(device.nodes(), QStringLiteral("ExposureTime")).toDouble();
+    };
     device.set("ExposureAuto", "Continuous");
     QCOMPARE(device.access("ExposureTime"), GenApi::RO);
-    QTRY_VERIFY_WITH_TIMEOUT(std::abs(exposure->GetValue(false, true) - 5000.0) < 1000.0, 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(std::abs(exposure() - 5000.0) < 1000.0, 5000);
     device.set("ExposureAuto", "Off");
     QCOMPARE(device.access("ExposureTime"), GenApi::RW);
     device.set("TestSceneLight", "100");
     device.set("ExposureAuto", "Once");
     QTRY_COMPARE_WITH_TIMEOUT(device.text("ExposureAuto"), QStringLiteral("Off"), 5000);
-    QVERIFY(exposure->GetValue(false, true) > 8000.0);
+    QVERIFY(exposure() > 8000.0);
+    device.set("TestSceneLight", "10"); // too dark for the longest time
+    device.set("ExposureAuto", "Once");
+    QTRY_COMPARE_WITH_TIMEOUT(device.text("ExposureAuto"), QStringLiteral("Off"), 5000);
+    QCOMPARE(exposure(), 40000.0);
 }
 
 void tst_SimulatedAreaScan::pictureFollowsTheLight()
@@ -373,6 +423,63 @@ void tst_SimulatedAreaScan::pictureIsCutAndFlipped()
     settings.reducedSensor = QSize(128, 64);
     settings.region = QRect(0, 0, 128, 64);
     QCOMPARE(qGray(picture.draw(settings).pixel(0, 0)), 126);
+}
+
+void tst_SimulatedAreaScan::featuresChangeThePicture_data()
+{
+    QTest::addColumn<QByteArray>("feature");
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<int>("mean"); // 1: grows, -1: shrinks, 0: does not matter
+    QTest::addColumn<int>("spread");
+    const auto row = [](const char *feature, const char *value, int mean, int spread) {
+        QTest::addRow("%s %s", feature, value) << QByteArray(feature) << QByteArray(value) << mean << spread;
+    };
+    row("ExposureTime", "2000", -1, -1);
+    row("Gain", "3", 1, 0);
+    row("Gamma", "0.5", 1, -1);
+    row("Gamma", "2", -1, 0);
+    row("Brightness", "60", 1, -1);
+    row("Brightness", "-60", -1, -1);
+    row("Contrast", "50", 0, -1);
+    row("Contrast", "150", 0, 1);
+}
+
+void tst_SimulatedAreaScan::featuresChangeThePicture()
+{
+    QFETCH(QByteArray, feature);
+    QFETCH(QByteArray, value);
+    QFETCH(int, mean);
+    QFETCH(int, spread);
+    const OpenDevice device("SIM-AREA-02");
+    device.set("GammaEnable", "1");
+    device.set("ExposureTime", "10000");
+    const Levels before(settingsOf(device));
+    device.set(feature.constData(), value.constData());
+    const Levels after(settingsOf(device));
+    const QString seen = QStringLiteral("mean %1 to %2, spread %3 to %4")
+                             .arg(before.mean)
+                             .arg(after.mean)
+                             .arg(before.spread)
+                             .arg(after.spread);
+    QVERIFY2(mean == 0 || (after.mean - before.mean) * mean > 1.0, qPrintable(seen));
+    QVERIFY2(spread == 0 || (after.spread - before.spread) * spread > 1.0, qPrintable(seen));
+}
+
+void tst_SimulatedAreaScan::everyPixelFormatHasAPicture()
+{
+    const OpenDevice device("SIM-AREA-01");
+    device.set("Width", "64");
+    device.set("Height", "64");
+    device.set("SensorDigitizationBits", "Bpp12");
+    const QStringList formats = entries(device.enumeration("PixelFormat"));
+    QCOMPARE(formats.size(), 9);
+    Picture picture;
+    for (const QString &format : formats) {
+        device.set("PixelFormat", format.toLatin1().constData());
+        const QImage image = picture.draw(settingsOf(device));
+        QCOMPARE(image.size(), QSize(64, 64));
+        QVERIFY2(image.isGrayscale() == format.startsWith(QLatin1String("Mono")), qPrintable(format));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_SimulatedAreaScan)

@@ -189,7 +189,7 @@ void tst_SimulatedDevice::refusalsCarryTheDevicesWords_data()
     QTest::addColumn<QString>("words");
     QTest::newRow("rate beyond the link") << QByteArray("AcquisitionFrameRate") << QByteArray("300")
                                           << QStringLiteral("300.0 frames per second need 1504.1 MB/s, "
-                                                            "the link carries 125.0 MB/s");
+                                                            "the link carries 122.0 MB/s");
     QTest::newRow("rate that fits") << QByteArray("AcquisitionFrameRate") << QByteArray("24") << QString();
     QTest::newRow("odd") << QByteArray("TestEvenNumber") << QByteArray("7")
                          << QStringLiteral("7 is odd; this register takes even numbers only");
