@@ -19,8 +19,7 @@ namespace {
 
 const QString program = QStringLiteral("arv-fake-gv-camera-0.8");
 constexpr quint16 controlPort = 3956; // of every GigE Vision device
-constexpr quint32 widthRegister = 0x100; // of the fake camera, as are the following
-constexpr quint32 gainRegister = 0x110;
+constexpr quint32 widthRegister = 0x100; // of the fake camera
 constexpr int lossTimeout = 20'000; // ms; a heartbeat has to be missed for some seconds
 
 /// Reads a register past the whole host: READREG of the GigE Vision control protocol. -1 without an answer.
@@ -50,8 +49,12 @@ private Q_SLOTS:
     void discoversTheCamera();
     void showsItsFeatures();
     void editsReachTheCamera();
+    void writesByNameReachTheCamera_data();
     void writesByNameReachTheCamera();
-    void framesArrive();
+    void refusedWritesDoNot();
+    void framesArriveAsSet();
+    void framesComeAtTheRate();
+    void softwareTriggersMakeFrames();
     void aDeadCameraCostsOneDeadline();
     void aLostCameraIsClosed();
     void aReturnedCameraOpensAgain();
@@ -62,6 +65,7 @@ private:
     FeatureTreeView *tree() const;
     QModelIndex valueCell(const QString &feature) const;
     ParamterWidget *shownPanel() const;
+    int write(const char *feature, const char *value) const;
 
     QTemporaryDir folder;
     QProcess camera;
@@ -166,22 +170,85 @@ void tst_EndToEnd::editsReachTheCamera()
     QCOMPARE(width.data().toLongLong(), qint64(320));
 }
 
-void tst_EndToEnd::writesByNameReachTheCamera()
+int tst_EndToEnd::write(const char *feature, const char *value) const
 {
-    QCOMPARE(HostCore::SetCameraNodeValue(id.toStdString(), "GainRaw", "7"), 0);
-    QCOMPARE(cameraRegister(gainRegister), qint64(7));
-    QVERIFY(HostCore::SetCameraNodeValue(id.toStdString(), "GainRaw", "70") != 0);
-    QCOMPARE(cameraRegister(gainRegister), qint64(7));
+    return HostCore::SetCameraNodeValue(id.toStdString(), feature, value);
 }
 
-void tst_EndToEnd::framesArrive()
+void tst_EndToEnd::writesByNameReachTheCamera_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<uint>("address");
+    QTest::addColumn<qint64>("contents");
+    QTest::newRow("Height") << QByteArray("240") << 0x104u << qint64(240);
+    QTest::newRow("OffsetX") << QByteArray("16") << 0x130u << qint64(16);
+    QTest::newRow("OffsetY") << QByteArray("8") << 0x134u << qint64(8);
+    QTest::newRow("ExposureTimeAbs") << QByteArray("5000") << 0x120u << qint64(5000);
+    QTest::newRow("GainRaw") << QByteArray("7") << 0x110u << qint64(7);
+    QTest::newRow("AcquisitionFrameRate") << QByteArray("50") << 0x138u << qint64(20'000);
+    QTest::newRow("PixelFormat") << QByteArray("BayerRG8") << 0x128u << qint64(0x01080009);
+    QTest::newRow("TriggerSource") << QByteArray("Software") << 0x304u << qint64(1);
+}
+
+void tst_EndToEnd::writesByNameReachTheCamera()
+{
+    QFETCH(QByteArray, value);
+    QFETCH(uint, address);
+    QFETCH(qint64, contents);
+    QVERIFY(cameraRegister(address) != contents);
+    QCOMPARE(write(QTest::currentDataTag(), value.constData()), 0);
+    QCOMPARE(cameraRegister(address), contents);
+    std::string text;
+    QCOMPARE(HostCore::GetCameraNodeValue(id.toStdString(), QTest::currentDataTag(), text), 0);
+    QCOMPARE(QByteArray::fromStdString(text), value);
+}
+
+void tst_EndToEnd::refusedWritesDoNot()
+{
+    const qint64 before = cameraRegister(widthRegister);
+    QVERIFY(write("Width", "70000") != 0);
+    QCOMPARE(cameraRegister(widthRegister), before);
+}
+
+void tst_EndToEnd::framesArriveAsSet()
 {
     QSignalSpy frames(context.get(), &HostContext::frameReady);
     QVERIFY2(context->startAcquisition(id), qPrintable(log.join(QLatin1Char('\n'))));
     QTRY_VERIFY_WITH_TIMEOUT(frames.size() >= 3, 10'000);
-    QCOMPARE(frames.first().at(1).value<QImage>().width(), 320);
+    const QImage frame = frames.first().at(1).value<QImage>();
+    QCOMPARE(frame.size(), QSize(320, 240));
+    QVERIFY(!frame.isGrayscale());
     context->stopAcquisition(id);
     QCOMPARE(HostCore::GetCameraInfo(id.toStdString(), HostCore::CAM_INFO_ACQUISITION), std::string("0"));
+}
+
+void tst_EndToEnd::framesComeAtTheRate()
+{
+    QCOMPARE(write("AcquisitionFrameRate", "10"), 0);
+    QSignalSpy frames(context.get(), &HostContext::frameReady);
+    QVERIFY(context->startAcquisition(id));
+    QTRY_VERIFY(frames.size() >= 1);
+    QElapsedTimer clock;
+    clock.start();
+    QTRY_VERIFY(frames.size() >= 6);
+    QVERIFY2(clock.elapsed() > 400, qPrintable(QString::number(clock.elapsed())));
+    context->stopAcquisition(id);
+}
+
+void tst_EndToEnd::softwareTriggersMakeFrames()
+{
+    QCOMPARE(write("TriggerMode", "On"), 0);
+    QVERIFY(context->startAcquisition(id));
+    QTest::qWait(100); // a frame that was underway
+    QSignalSpy frames(context.get(), &HostContext::frameReady);
+    QTest::qWait(300);
+    QCOMPARE(frames.size(), 0);
+    for (int i = 1; i <= 3; ++i) {
+        QCOMPARE(write("TriggerSoftware", ""), 0);
+        QTRY_COMPARE(frames.size(), i);
+    }
+    context->stopAcquisition(id);
+    QCOMPARE(write("TriggerMode", "Off"), 0);
 }
 
 void tst_EndToEnd::aDeadCameraCostsOneDeadline()
