@@ -8,3 +8,6 @@ void addEngineRows(BenchReport &report);
 
 /// Opening, searching and repainting a panel, and what it keeps in memory. Needs the application object.
 void addPanelRows(BenchReport &report);
+
+/// Building, writing, refreshing and drawing on the curated pages. Needs the application object.
+void addPageRows(BenchReport &report);

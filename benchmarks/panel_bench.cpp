@@ -34,6 +34,7 @@ int measured(const QString &jsonFile)
     BenchReport report;
     addEngineRows(report);
     addPanelRows(report);
+    addPageRows(report);
     std::fputs(report.table().c_str(), stdout);
     if (!jsonFile.isEmpty() && !isSaved(jsonFile, report.json())) {
         std::fprintf(stderr, "panel_bench: %s cannot be written\n", qUtf8Printable(jsonFile));
