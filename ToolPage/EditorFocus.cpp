@@ -35,6 +35,23 @@ QScrollArea *scrollAreaOf(const QWidget *widget)
     return area;
 }
 
+/// Lets a widget take the focus while it is being ordered: QWidget::setTabOrder() looks past others.
+class Focusable
+{
+public:
+    explicit Focusable(QWidget *widget) : m_widget(widget), m_policy(widget->focusPolicy())
+    {
+        m_widget->setFocusPolicy(Qt::StrongFocus);
+    }
+    ~Focusable() { m_widget->setFocusPolicy(m_policy); }
+    Focusable(const Focusable &) = delete;
+    Focusable &operator=(const Focusable &) = delete;
+
+private:
+    QWidget *m_widget;
+    Qt::FocusPolicy m_policy;
+};
+
 } // namespace
 
 EditorFocus::EditorFocus(QWidget *row) : QObject(row), m_row(row) { }
@@ -55,14 +72,14 @@ void EditorFocus::watch(QWidget *editor)
 
 void EditorFocus::arrange()
 {
-    m_row->setFocusPolicy(Qt::ClickFocus); // Qt 5 orders nothing that takes no focus
+    const Focusable row(m_row);
+    const Focusable window(m_row->window()); // else the last widget counts as the one before the first
     QWidget *previous = m_row;
     for (QWidget *stop : std::as_const(m_stops)) {
         QWidget::setTabOrder(previous, stop);
         previous = stop;
     }
     QWidget::setTabOrder(previous, m_row);
-    m_row->setFocusPolicy(Qt::NoFocus);
 }
 
 void EditorFocus::leave(QWidget *editor)
@@ -95,7 +112,7 @@ bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
         return false;
     case QEvent::ShortcutOverride: // Escape may be a shortcut of the window
     case QEvent::KeyPress:
-        return cancelEdit(watched, *static_cast<QKeyEvent *>(event));
+        return cancelEdit(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
     default:
         return false;
     }
@@ -112,13 +129,13 @@ void EditorFocus::enter(const QFocusEvent &event)
         Q_EMIT gained();
 }
 
-bool EditorFocus::cancelEdit(QObject *editor, QKeyEvent &event)
+bool EditorFocus::cancelEdit(QWidget *editor, QKeyEvent &event)
 {
-    if (event.key() != Qt::Key_Escape || !editor->property(RowEditors::Edited).toBool())
+    if (event.key() != Qt::Key_Escape || !RowEditors::hasInput(editor))
         return false;
     event.accept();
     if (event.type() == QEvent::KeyPress) {
-        editor->setProperty(RowEditors::Edited, false);
+        RowEditors::forgetInput(editor);
         Q_EMIT editCancelled();
     }
     return true;

@@ -30,7 +30,7 @@ public:
 Q_SIGNALS:
     /// A widget of the editor got the focus, by whatever means.
     void gained();
-    /// Escape was pressed in a spin box whose value was changed by hand; that mark is taken away.
+    /// Escape was pressed in a spin box with input, which now counts as untouched.
     void editCancelled();
 
 protected:
@@ -39,7 +39,7 @@ protected:
 private:
     void arrange();
     void enter(const QFocusEvent &event);
-    bool cancelEdit(QObject *editor, QKeyEvent &event);
+    bool cancelEdit(QWidget *editor, QKeyEvent &event);
 
     QWidget *m_row;
     QVector<QWidget *> m_stops; ///< what Tab reaches inside the editor, in reading order

@@ -9,6 +9,7 @@
 #include <QDoubleSpinBox>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QStyledItemDelegate>
@@ -20,6 +21,7 @@
 
 namespace {
 
+constexpr char Edited[] = "edited"; ///< dynamic property of spin boxes: the value was changed by hand
 constexpr int DefaultIntegerStep = 1;
 constexpr double DefaultStep = 0.01;
 constexpr int Decimals = 4;
@@ -54,8 +56,8 @@ void trackEdits(SpinBox *spinBox)
 {
     new WheelFilter(spinBox);
     spinBox->setContextMenuPolicy(Qt::NoContextMenu);
-    QObject::connect(spinBox, &SpinBox::textChanged, spinBox,
-                     [spinBox] { spinBox->setProperty(RowEditors::Edited, true); });
+    spinBox->setProperty(Edited, false);
+    QObject::connect(spinBox, &SpinBox::textChanged, spinBox, [spinBox] { spinBox->setProperty(Edited, true); });
 }
 
 /// The limits of the feature, widened for a value outside of them: the spin box shows what the device has.
@@ -263,6 +265,25 @@ const RowEditor *RowEditors::find(GenApi::EInterfaceType type)
             return &editor;
     }
     return nullptr;
+}
+
+bool RowEditors::hasEnteredValue(const QWidget *editor)
+{
+    return editor->property(Edited).toBool();
+}
+
+bool RowEditors::hasInput(const QWidget *editor)
+{
+    const bool isTracked = editor->property(Edited).isValid();
+    return hasEnteredValue(editor) || (isTracked && editor->findChild<QLineEdit *>()->isModified());
+}
+
+void RowEditors::forgetInput(QWidget *editor)
+{
+    if (!editor->property(Edited).isValid())
+        return;
+    editor->setProperty(Edited, false);
+    editor->findChild<QLineEdit *>()->setModified(false);
 }
 
 QWidget *RowEditors::switchContainer(SwitchButton *button, QWidget *parent)

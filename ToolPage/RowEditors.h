@@ -27,10 +27,15 @@ struct RowEditor
 
 namespace RowEditors {
 
-/// Dynamic properties of spin boxes: the value to fall back to when a write is refused, and whether the
-/// value was changed by hand since the last write.
+/// Dynamic property of spin boxes: the value to fall back to when a write is refused.
 inline constexpr char PreValue[] = "preValue";
-inline constexpr char Edited[] = "edited";
+
+/// Whether the value of a spin box made here was changed by hand since the last write; false for other widgets.
+bool hasEnteredValue(const QWidget *editor);
+/// The same, or its text is on the way to a value.
+bool hasInput(const QWidget *editor);
+/// From now on the spin box counts as untouched.
+void forgetInput(QWidget *editor);
 
 /// The editor for features of a type; null when features of that type have none.
 const RowEditor *find(GenApi::EInterfaceType type);

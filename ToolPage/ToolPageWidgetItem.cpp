@@ -28,7 +28,7 @@ constexpr QMargins RowMargins(30, 3, 10, 3);
 
 bool isBeingTyped(const QWidget *editor)
 {
-    return editor->hasFocus() && editor->property(RowEditors::Edited).toBool();
+    return editor->hasFocus() && RowEditors::hasInput(editor);
 }
 
 bool isSwitchContainer(const QWidget *editor)
@@ -255,7 +255,7 @@ void ToolPageWidgetItem::updateWidget(bool live)
 void ToolPageWidgetItem::showRow(bool visible)
 {
     if (m_editor && !visible)
-        m_editor->setProperty(RowEditors::Edited, false);
+        RowEditors::forgetInput(m_editor);
     setVisible(visible);
 }
 

@@ -28,9 +28,9 @@ QString symbolicOf(const QString &text)
 /// False for a spin box that the user leaves untouched, or that is disabled under the user's hands.
 bool takeUserInput(QWidget *spinBox)
 {
-    const bool edited = spinBox->property(RowEditors::Edited).toBool();
-    spinBox->setProperty(RowEditors::Edited, false);
-    return spinBox->isEnabled() && (edited || spinBox->hasFocus());
+    const bool isEntered = RowEditors::hasEnteredValue(spinBox);
+    RowEditors::forgetInput(spinBox);
+    return spinBox->isEnabled() && (isEntered || spinBox->hasFocus());
 }
 
 } // namespace

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
+#include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include "Resources/Icons.h"
 #include "TestCamera.h"
 #include "ToolPage/CToolBox.h"
 #include "ToolPage/CToolPage.h"
+#include "ToolPage/SelectedButton.h"
 #include "ToolPage/ToolPageWidget.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
@@ -66,6 +70,7 @@ private Q_SLOTS:
     void boxStacksExpandedGroups();
     void boxNeverShowsScrollBars();
     void boxRefreshesExpandedGroupsOnly();
+    void tabReadsFromTopToBottom();
 };
 
 void tst_CToolPage::foldsByItsTitleBar()
@@ -171,6 +176,71 @@ void tst_CToolPage::boxRefreshesExpandedGroupsOnly()
     box.updateWidget();
     QCOMPARE(editors.first()->value(), 7);
     QCOMPARE(editors.last()->value(), 0);
+}
+
+/// Editors made before and after the rows included; the keyboard's place survives a write.
+void tst_CToolPage::tabReadsFromTopToBottom()
+{
+    TestCamera camera;
+    QWidget window;
+    auto *tool = new SelectedButton(&window);
+    auto *column = new QVBoxLayout(&window);
+    auto *box = new CToolBox(&window);
+    auto *after = new QLineEdit(&window);
+    auto *before = new QLineEdit(&window);
+    for (QWidget *widget : QWidgetList{before, box, after})
+        column->addWidget(widget);
+    QWidget::setTabOrder(before, box);
+    QStringList visited;
+    const QList<QStringList> groups{{QStringLiteral("Width"), QStringLiteral("GatedByBoolean"), QStringLiteral("Tool")},
+                                    {QStringLiteral("WidthMax"), QStringLiteral("Power")},
+                                    {QStringLiteral("Selector"), QStringLiteral("Start"), QStringLiteral("Gain")}};
+    for (const QStringList &names : groups) {
+        auto *group = new ToolPageWidget(&window);
+        for (const QString &name : names) {
+            auto *row = new ToolPageWidgetItem(&window);
+            if (GenApi::INode *node = camera.node(name.toLatin1()))
+                row->setItemInfo({name}, {}, node, true);
+            else
+                row->setItemInfo({name}, {}, tool);
+            group->addWidget(row);
+            connect(row, &ToolPageWidgetItem::itemFocused, &window, [&visited, name] { visited.append(name); });
+        }
+        box->addWidget(QString(), QString(), group);
+    }
+    window.resize(300, 160);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    GenApi::CBooleanPtr(camera.node("Power"))->SetValue(true);
+    box->updateWidget();
+    QCoreApplication::processEvents();
+
+    const auto press = [&](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        const QWidget *editor = QApplication::focusWidget();
+        return editor->visibleRegion().boundingRect() == editor->rect();
+    };
+    QStringList order{QStringLiteral("Width"), QStringLiteral("GatedByBoolean"), QStringLiteral("Tool"),
+                      QStringLiteral("Power"), QStringLiteral("Selector"),       QStringLiteral("Start"),
+                      QStringLiteral("Gain")};
+    before->setFocus();
+    while (!after->hasFocus() && visited.size() < 20)
+        QVERIFY2(press(Qt::Key_Tab), qPrintable(visited.value(visited.size() - 1)));
+    QCOMPARE(visited, order);
+    visited.clear();
+    while (!before->hasFocus() && visited.size() < 20)
+        QVERIFY2(press(Qt::Key_Backtab), qPrintable(visited.value(visited.size() - 1)));
+    std::reverse(order.begin(), order.end());
+    QCOMPARE(visited, order);
+
+    visited.clear();
+    press(Qt::Key_Tab);
+    press(Qt::Key_Return);
+    press(Qt::Key_Tab);
+    QCOMPARE(visited, (QStringList{QStringLiteral("Width"), QStringLiteral("GatedByBoolean")}));
+    QTest::mouseClick(tool, Qt::LeftButton);
+    QCOMPARE(visited.last(), QStringLiteral("Tool"));
 }
 
 QTEST_MAIN(tst_CToolPage)

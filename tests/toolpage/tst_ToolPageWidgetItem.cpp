@@ -14,6 +14,7 @@
 
 #include "FaultyNode.h"
 #include "TestCamera.h"
+#include "ToolPage/SelectedButton.h"
 #include "ToolPage/SwitchButton.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 #include "support/FakeHostCore.h"
@@ -64,6 +65,9 @@ private Q_SLOTS:
     void editorAppearsWithItsFeature();
     void enabling();
     void refreshesWhenShown();
+    void pagesHideRows();
+    void framesTheFocusedEditor_data();
+    void framesTheFocusedEditor();
     void readFaultIsLoggedOnce();
     void faultyNodes_data();
     void faultyNodes();
@@ -224,6 +228,65 @@ void tst_ToolPageWidgetItem::refreshesWhenShown()
     QCOMPARE(shownBy(*row), QVariant(12));
 }
 
+void tst_ToolPageWidgetItem::pagesHideRows()
+{
+    TestCamera camera;
+    const auto bound = rowOf(camera, "GatedByBoolean");
+    const auto absent = rowOf(camera, "NoSuchNode");
+    ToolPageWidgetItem custom(&m_page);
+    custom.setItemInfo(names, descriptions, new QPushButton);
+    const auto hidden = [&] { return QVector<bool>{bound->isHidden(), absent->isHidden(), custom.isHidden()}; };
+    const auto setAll = [&](bool visible) {
+        for (ToolPageWidgetItem *row : {bound.get(), absent.get(), &custom})
+            row->setWidgetItemVisible(visible);
+    };
+    setAll(false);
+    GenApi::CBooleanPtr(camera.node("Power"))->SetValue(true);
+    m_page.show();
+    for (ToolPageWidgetItem *row : {bound.get(), absent.get(), &custom})
+        row->updateWidget(false);
+    QCOMPARE(hidden(), (QVector<bool>{true, true, true}));
+    setAll(true);
+    QCOMPARE(hidden(), (QVector<bool>{false, true, false}));
+    GenApi::CBooleanPtr(camera.node("Power"))->SetValue(false);
+    setAll(false);
+    setAll(true);
+    QCOMPARE(hidden(), (QVector<bool>{true, true, false}));
+}
+
+void tst_ToolPageWidgetItem::framesTheFocusedEditor_data()
+{
+    QTest::addColumn<QByteArray>("node");
+    for (const char *node : {"Width", "Gain", "Power", "Selector", "Start", "custom"})
+        QTest::newRow(node) << QByteArray(node);
+}
+
+void tst_ToolPageWidgetItem::framesTheFocusedEditor()
+{
+    TestCamera camera;
+    QFETCH(QByteArray, node);
+    const auto row = std::make_unique<ToolPageWidgetItem>();
+    if (camera.node(node))
+        row->setItemInfo(names, descriptions, camera.node(node), true);
+    else
+        row->setItemInfo(names, descriptions, new SelectedButton);
+    row->show();
+    QApplication::setActiveWindow(row.get());
+    QVERIFY(QTest::qWaitForWindowActive(row.get()));
+    QTest::keyClick(row.get(), Qt::Key_Tab);
+    auto *switchButton = row->findChild<SwitchButton *>();
+    QWidget *editor = switchButton ? switchButton : row->layout()->itemAt(1)->widget();
+    editor->setFocus(Qt::TabFocusReason);
+    QVERIFY(editor->hasFocus());
+    const QPoint edge = editor->mapTo(row.get(), QPoint(switchButton ? 0 : -1, editor->height() / 2));
+    const QColor framed = row->grab().toImage().pixelColor(edge);
+    editor->clearFocus();
+    const QColor plain = row->grab().toImage().pixelColor(edge);
+    QVERIFY2(framed.lightness() < plain.lightness() - 50, qPrintable(framed.name() + plain.name()));
+    if (!switchButton)
+        QCOMPARE(plain, normalColor);
+}
+
 void tst_ToolPageWidgetItem::readFaultIsLoggedOnce()
 {
     TestCamera camera;
@@ -345,6 +408,8 @@ void tst_ToolPageWidgetItem::texts()
         QCOMPARE(label->text(), names.at(language != 0));
         QCOMPARE(row->findChild<SwitchButton *>()->accessibleName(), label->text());
     }
+    QCOMPARE(rowOf(camera, "Gain")->findChild<QDoubleSpinBox *>()->accessibleDescription(), QStringLiteral("dB"));
+    QCOMPARE(rowOf(camera, "Width")->findChild<QSpinBox *>()->accessibleDescription(), QString());
     QCOMPARE(row->getDescription(1), descriptions.at(1));
     QCOMPARE(row->getDescription(5), QString());
     QCOMPARE(row->getDescription(-1), QString());
