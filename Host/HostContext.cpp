@@ -68,6 +68,9 @@ HostContext::HostContext(Options options, QObject *parent) : QObject(parent), st
     discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder), announce);
     connect(discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
     connect(discovery.get(), &DeviceDiscovery::announced, this, &HostContext::announceFocus);
+    connect(&imageRegions, &ImageRegions::movedByUser, this, [this](const ImageRegion &region) {
+        eventListeners.raiseRegionMoved(region.device, region.handle, region.area);
+    });
     connect(&pollTimer, &QTimer::timeout, this, &HostContext::pollFocused);
     pollTimer.start(pollInterval);
     theContext = this;
@@ -216,6 +219,7 @@ void HostContext::close(const QString &id)
     known->ready = false;
     known->closing = true;
     announceDevices(id);
+    imageRegions.removeAll(id);
     // The event has left the device's panels to deferred deletion. Deferred deletions run in their order, so the
     // node map goes when the last user of it has gone.
     auto *afterPanels = new QObject(this);
@@ -393,4 +397,46 @@ bool HostContext::accessNode(const QString &id, const QString &failure,
         return true;
     log(module, failure.arg(id, error));
     return false;
+}
+
+QSize HostContext::imageSize(const QString &id) const
+{
+    QSize size;
+    QString error;
+    const auto number = [map = device(id)->nodeMap()](const char *node) {
+        return readNodeText(*map, QLatin1String(node)).toInt();
+    };
+    guarded(&error, [&] { size = QSize(number("Width"), number("Height")); });
+    return size;
+}
+
+int HostContext::drawRegion(const QString &id, const QPoint &corner, const QPoint &opposite)
+{
+    QString reason = QStringLiteral("the device is not open");
+    if (isReady(id)) {
+        const QSize reach(std::max(corner.x(), opposite.x()), std::max(corner.y(), opposite.y()));
+        const QSize image = imageSize(id);
+        if (const int handle = imageRegions.draw(id, image.isEmpty() ? reach : image, corner, opposite))
+            return handle;
+        reason = QStringLiteral("it has no pixel of the image");
+    }
+    log(module, QStringLiteral("Drawing a region on %1 failed: %2").arg(id, reason));
+    return 0;
+}
+
+void HostContext::placeRegion(const QString &id, int handle, const QPoint &corner, const QPoint &opposite)
+{
+    if (!imageRegions.place(id, handle, corner, opposite))
+        logUnknownRegion(id, handle);
+}
+
+void HostContext::removeRegion(const QString &id, int handle)
+{
+    if (!imageRegions.remove(id, handle))
+        logUnknownRegion(id, handle);
+}
+
+void HostContext::logUnknownRegion(const QString &id, int handle)
+{
+    log(module, QStringLiteral("%1 has no region %2").arg(id).arg(handle));
 }

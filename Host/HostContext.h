@@ -16,6 +16,7 @@
 #include "Host/Device.h"
 #include "Host/DeviceDiscovery.h"
 #include "Host/HostListeners.h"
+#include "Host/ImageRegions.h"
 #include "ParamterWnd/HostCore.h"
 
 /// The host behind HostCore: devices, focus, language, settings, listeners and log.
@@ -75,6 +76,7 @@ public:
 
     QSettings &settings() { return *store; }
     HostListeners &listeners() { return eventListeners; }
+    ImageRegions &regions() { return imageRegions; }
 
     /// Appends a line to the log: forwards to logLine() on the GUI thread. Any thread.
     /// `module` names the reporting class, `level` 0 is an ordinary report.
@@ -91,6 +93,11 @@ public:
     /// False on failure, which is logged.
     bool readNode(const QString &id, const QString &node, QString *value);
     bool writeNode(const QString &id, const QString &node, const QString &value);
+    /// The handle of a new region between two corners on the device's images; 0 on failure, which is logged.
+    int drawRegion(const QString &id, const QPoint &corner, const QPoint &opposite);
+    /// A region that the device does not have is logged.
+    void placeRegion(const QString &id, int handle, const QPoint &corner, const QPoint &opposite);
+    void removeRegion(const QString &id, int handle);
 
 Q_SIGNALS:
     void logLine(const QDateTime &time, const QString &module, const QString &message, int level);
@@ -124,6 +131,9 @@ private:
     void finishClosing(const QString &id);
     /// `failure` has places %1 and %2 left for the id and the reason.
     bool accessNode(const QString &id, const QString &failure, const std::function<void(GenApi::INodeMap &)> &access);
+    /// Empty when the device does not tell.
+    QSize imageSize(const QString &id) const;
+    void logUnknownRegion(const QString &id, int handle);
     void mergeFound(const std::vector<FoundDevice> &found);
     void deviceLost(const QString &id, const QString &reason);
     void acquiringChanged(const QString &id);
@@ -136,6 +146,7 @@ private:
     std::vector<Entry> entries;
     QString focusId;
     HostListeners eventListeners;
+    ImageRegions imageRegions;
     std::unique_ptr<QSettings> store;
     std::unique_ptr<DeviceDiscovery> discovery;
     QTimer pollTimer;

@@ -142,17 +142,26 @@ int SetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string 
     return host && host->writeNode(text(deviceKey), text(nodeName), text(value)) ? success : failure;
 }
 
-// This host's image view draws no regions: every request is refused, and there is none to move or remove.
-int DrawROI(std::string deviceKey, int, int, int, int, int &, bool &status, int, int)
+int DrawROI(std::string deviceKey, int leftX, int leftY, int rightX, int rightY, int &roiId, bool &status, int, int)
 {
-    status = false;
-    VLogInfo("HostCore", "The image view cannot draw a region for " + deviceKey, 0);
-    return failure;
+    HostContext *host = HostContext::current();
+    const int drawn = host ? host->drawRegion(text(deviceKey), {leftX, leftY}, {rightX, rightY}) : 0;
+    status = drawn != 0;
+    if (!status)
+        return failure;
+    roiId = drawn;
+    return success;
 }
 
-void RomoveROI(std::string, int) { }
+void RomoveROI(std::string deviceKey, int roiId)
+{
+    withContext([&](HostContext &host) { host.removeRegion(text(deviceKey), roiId); });
+}
 
-void SetROIPos(std::string, int, int, int, int, int) { }
+void SetROIPos(std::string deviceKey, int roiId, int leftX, int leftY, int rightX, int rightY)
+{
+    withContext([&](HostContext &host) { host.placeRegion(text(deviceKey), roiId, {leftX, leftY}, {rightX, rightY}); });
+}
 
 void StartGrab(std::string deviceKey)
 {

@@ -18,6 +18,9 @@ std::vector<std::string> narrow(const QStringList &texts)
 /// The event source under which a host reports the lists of its devices.
 constexpr int deviceListSource = 1;
 
+/// The operation of a region event that reports a move.
+constexpr int regionMoved = 1;
+
 } // namespace
 
 void HostListeners::raiseDeviceList(const QStringList &cards, const QStringList &cameras)
@@ -38,6 +41,16 @@ void HostListeners::raiseLanguage(const QString &name)
 void HostListeners::raiseImageMode(const QString &id, int mode)
 {
     imageMode.forEach([&](auto *listener) { listener->OnUpdate(id.toStdString(), mode); });
+}
+
+void HostListeners::raiseRegionMoved(const QString &id, int handle, const QRect &area)
+{
+    const int right = area.x() + area.width();
+    const int bottom = area.y() + area.height();
+    bool status = true;
+    regions.forEach([&](auto *listener) {
+        listener->OnUpdate(id.toStdString(), area.x(), area.y(), right, bottom, regionMoved, handle, status, 0, 0);
+    });
 }
 
 void HostListeners::raiseImport(const QString &id)

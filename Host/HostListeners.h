@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
@@ -25,5 +26,7 @@ public:
     void raiseLanguage(const QString &language);
     /// GUI thread.
     void raiseImageMode(const QString &id, int mode);
+    /// GUI thread. A person moved a region; `area` in image pixels.
+    void raiseRegionMoved(const QString &id, int handle, const QRect &area);
     void raiseImport(const QString &id);
 };
