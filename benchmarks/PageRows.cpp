@@ -6,7 +6,6 @@
 
 #include <QCoreApplication>
 #include <QDoubleSpinBox>
-#include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
 
@@ -66,11 +65,10 @@ public:
     template <class Editor>
     Editor *editor(const char *label) const
     {
-        for (ToolPageWidgetItem *row : panel.findChildren<ToolPageWidgetItem *>()) {
-            if (row->findChild<QLabel *>()->text() == QLatin1String(label))
-                return row->findChild<Editor *>();
-        }
-        throw std::runtime_error(std::string("there is no row ") + label);
+        auto *const row = panel.findChild<ToolPageWidgetItem *>(QString::fromLatin1(label));
+        if (!row)
+            throw std::runtime_error(std::string("there is no row ") + label);
+        return row->findChild<Editor *>();
     }
 
     int rows() const { return int(panel.findChildren<ToolPageWidgetItem *>().size()); }

@@ -47,6 +47,7 @@ ToolPageWidget *PageBuilder::buildGroup(const GroupSpec &group, QVector<ToolPage
 ToolPageWidgetItem *PageBuilder::buildRow(const RowSpec &spec)
 {
     auto *const row = new ToolPageWidgetItem(m_panel);
+    row->setObjectName(QString::fromUtf8(spec.label.english));
     if (spec.lookup == Lookup::Custom)
         row->setItemInfo(texts(spec.label), texts(spec.description), m_context.controls.at(spec.id));
     else

@@ -23,7 +23,7 @@ public:
 
     /// Appends the groups of a tab to a tool box and returns their rows in reading order. Rows with a custom
     /// editor take it from PanelContext::controls; a row whose feature the camera lacks stays hidden. Labels
-    /// get their texts with CToolBox::setLanguage().
+    /// get their texts with CToolBox::setLanguage(); the object name of a row is its English label.
     QVector<ToolPageWidgetItem *> build(const TabSpec &tab, CToolBox *toolBox);
 
 private:

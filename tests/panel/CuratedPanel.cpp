@@ -18,11 +18,7 @@ CuratedPanel::~CuratedPanel() = default;
 
 ToolPageWidgetItem *CuratedPanel::row(const char *label) const
 {
-    for (ToolPageWidgetItem *row : panel->findChildren<ToolPageWidgetItem *>()) {
-        if (row->findChild<QLabel *>()->text() == QString::fromUtf8(label))
-            return row;
-    }
-    return nullptr;
+    return panel->findChild<ToolPageWidgetItem *>(QString::fromUtf8(label));
 }
 
 QStringList CuratedPanel::labels(const char *toolBox) const
