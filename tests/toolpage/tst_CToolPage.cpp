@@ -184,63 +184,58 @@ void tst_CToolPage::tabReadsFromTopToBottom()
     TestCamera camera;
     QWidget window;
     auto *tool = new SelectedButton(&window);
-    auto *column = new QVBoxLayout(&window);
-    auto *box = new CToolBox(&window);
-    auto *after = new QLineEdit(&window);
     auto *before = new QLineEdit(&window);
-    for (QWidget *widget : QWidgetList{before, box, after})
-        column->addWidget(widget);
-    QWidget::setTabOrder(before, box);
-    QStringList visited;
-    const QList<QStringList> groups{{QStringLiteral("Width"), QStringLiteral("GatedByBoolean"), QStringLiteral("Tool")},
-                                    {QStringLiteral("WidthMax"), QStringLiteral("Power")},
-                                    {QStringLiteral("Selector"), QStringLiteral("Start"), QStringLiteral("Gain")}};
-    for (const QStringList &names : groups) {
+    auto *box = new CToolBox(&window);
+    auto *column = new QVBoxLayout(&window);
+    column->addWidget(before);
+    column->addWidget(box);
+    QList<QByteArray> visited;
+    const QList<QList<QByteArray>> groups{
+        {"Width", "GatedByBoolean", "Tool"}, {"WidthMax", "Power"}, {"Selector", "Start", "Gain"}};
+    for (const QList<QByteArray> &names : groups) {
         auto *group = new ToolPageWidget(&window);
-        for (const QString &name : names) {
+        for (const QByteArray &name : names) {
             auto *row = new ToolPageWidgetItem(&window);
-            if (GenApi::INode *node = camera.node(name.toLatin1()))
-                row->setItemInfo({name}, {}, node, true);
+            if (name == "Tool")
+                row->setItemInfo({}, {}, tool);
             else
-                row->setItemInfo({name}, {}, tool);
+                row->setItemInfo({}, {}, camera.node(name), true);
             group->addWidget(row);
             connect(row, &ToolPageWidgetItem::itemFocused, &window, [&visited, name] { visited.append(name); });
         }
         box->addWidget(QString(), QString(), group);
     }
+    GenApi::CBooleanPtr(camera.node("Power"))->SetValue(true);
+    box->updateWidget();
     window.resize(300, 160);
     window.show();
     QApplication::setActiveWindow(&window);
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    GenApi::CBooleanPtr(camera.node("Power"))->SetValue(true);
-    box->updateWidget();
-    QCoreApplication::processEvents();
+    QCoreApplication::processEvents(); // finishes the layout
 
-    const auto press = [&](Qt::Key key) {
-        QTest::keyClick(QApplication::focusWidget(), key);
-        const QWidget *editor = QApplication::focusWidget();
-        return editor->visibleRegion().boundingRect() == editor->rect();
+    const auto walk = [&](Qt::Key key) {
+        visited.clear();
+        before->setFocus();
+        bool allSeen = true;
+        do {
+            QTest::keyClick(QApplication::focusWidget(), key);
+            const QWidget *editor = QApplication::focusWidget();
+            allSeen = allSeen && editor->visibleRegion().boundingRect() == editor->rect();
+        } while (!before->hasFocus() && visited.size() < 20);
+        return allSeen;
     };
-    QStringList order{QStringLiteral("Width"), QStringLiteral("GatedByBoolean"), QStringLiteral("Tool"),
-                      QStringLiteral("Power"), QStringLiteral("Selector"),       QStringLiteral("Start"),
-                      QStringLiteral("Gain")};
-    before->setFocus();
-    while (!after->hasFocus() && visited.size() < 20)
-        QVERIFY2(press(Qt::Key_Tab), qPrintable(visited.value(visited.size() - 1)));
+    QList<QByteArray> order{"Width", "GatedByBoolean", "Tool", "Power", "Selector", "Start", "Gain"};
+    QVERIFY(walk(Qt::Key_Tab));
     QCOMPARE(visited, order);
-    visited.clear();
-    while (!before->hasFocus() && visited.size() < 20)
-        QVERIFY2(press(Qt::Key_Backtab), qPrintable(visited.value(visited.size() - 1)));
+    QVERIFY(walk(Qt::Key_Backtab));
     std::reverse(order.begin(), order.end());
     QCOMPARE(visited, order);
 
     visited.clear();
-    press(Qt::Key_Tab);
-    press(Qt::Key_Return);
-    press(Qt::Key_Tab);
-    QCOMPARE(visited, (QStringList{QStringLiteral("Width"), QStringLiteral("GatedByBoolean")}));
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Tab})
+        QTest::keyClick(QApplication::focusWidget(), key);
     QTest::mouseClick(tool, Qt::LeftButton);
-    QCOMPARE(visited.last(), QStringLiteral("Tool"));
+    QCOMPARE(visited, (QList<QByteArray>{"Width", "GatedByBoolean", "Tool"}));
 }
 
 QTEST_MAIN(tst_CToolPage)

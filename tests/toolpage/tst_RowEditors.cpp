@@ -94,7 +94,6 @@ void tst_RowEditors::contradictions_data()
     QTest::addColumn<int>("shown");
     QTest::newRow("minimum above maximum")
         << QByteArray("<Integer Name=\"N\"><Value>7</Value><Min>10</Min><Max>5</Max></Integer>") << 7;
-    QTest::newRow("above its maximum") << QByteArray("<Integer Name=\"N\"><Value>7</Value><Max>5</Max></Integer>") << 7;
     QTest::newRow("no increment") << QByteArray("<Integer Name=\"N\"><Value>7</Value><Inc>0</Inc></Integer>") << 7;
     QTest::newRow("float below its minimum")
         << QByteArray("<Float Name=\"N\"><Value>7</Value><Min>10</Min></Float>") << 7;

@@ -18,7 +18,8 @@
 #include "ToolPage/ToolPageWidgetItem.h"
 #include "support/FakeHostCore.h"
 
-Q_DECLARE_METATYPE(std::function<void(ToolPageWidgetItem &row, TestCamera &camera)>)
+using Interruption = std::function<void(ToolPageWidgetItem &row, const TestCamera &camera)>;
+Q_DECLARE_METATYPE(Interruption)
 
 /// What rows write, with the mouse and the keyboard.
 class tst_ToolPageWidgetItemInput : public QObject
@@ -32,9 +33,7 @@ private Q_SLOTS:
     void refusedInteger();
     void floatShowsWhatTheDeviceTook();
     void leavingAnUntouchedEditorWritesNothing();
-    void escapeRestores_data();
     void escapeRestores();
-    void escapeClosesTheList();
     void interruptedTyping_data();
     void interruptedTyping();
     void deletingARowWritesNothing();
@@ -161,64 +160,40 @@ void tst_ToolPageWidgetItemInput::leavingAnUntouchedEditorWritesNothing()
     QCOMPARE(m_written->count(), 1);
 }
 
-void tst_ToolPageWidgetItemInput::escapeRestores_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("integer") << QByteArray("Width") << QStringLiteral("64") << QStringLiteral("52");
-    QTest::newRow("integer, no text") << QByteArray("Width") << QString() << QStringLiteral("52");
-    QTest::newRow("float") << QByteArray("Gain") << QStringLiteral("9") << QLocale().toString(3.5, 'f', 4);
-}
-
 void tst_ToolPageWidgetItemInput::escapeRestores()
 {
-    QFETCH(QByteArray, node);
-    QFETCH(QString, typed);
-    auto *spinBox = editorOf<QAbstractSpinBox>(node);
-    spinBox->selectAll();
-    QTest::keyClick(spinBox, Qt::Key_Delete);
-    QTest::keyClicks(spinBox, typed);
-    m_camera->port.poke(TestCamera::Width, 52);
-    m_camera->port.pokeDouble(TestCamera::Gain, 3.5);
-    m_camera->map->InvalidateNodes();
-    QTest::keyClick(spinBox, Qt::Key_Escape);
-    QTEST(spinBox->text(), "shown");
-    QVERIFY(spinBox->hasFocus());
-    spinBox->clearFocus();
-    QCOMPARE(m_camera->port.writes, 0u);
-}
-
-void tst_ToolPageWidgetItemInput::escapeClosesTheList()
-{
-    auto *comboBox = editorOf<QComboBox>("Selector");
-    comboBox->showPopup();
-    QTest::keyClick(comboBox->view(), Qt::Key_Down);
-    QTest::keyClick(comboBox->view(), Qt::Key_Escape);
-    QVERIFY(!comboBox->view()->isVisible());
-    QCOMPARE(comboBox->currentIndex(), 0);
-    QCOMPARE(m_camera->port.writes, 0u);
+    for (const char *typed : {"", "64"}) { // no number yet, and one
+        m_camera->port.poke(TestCamera::Width, 48);
+        auto *spinBox = editorOf<QSpinBox>("Width");
+        spinBox->selectAll();
+        QTest::keyClick(spinBox, Qt::Key_Delete);
+        QTest::keyClicks(spinBox, QLatin1String(typed));
+        m_camera->port.poke(TestCamera::Width, 52);
+        m_camera->map->InvalidateNodes();
+        QTest::keyClick(spinBox, Qt::Key_Escape);
+        QCOMPARE(spinBox->text(), QStringLiteral("52"));
+        QVERIFY(spinBox->hasFocus());
+        spinBox->clearFocus();
+        QCOMPARE(m_camera->port.writes, 0u);
+    }
 }
 
 void tst_ToolPageWidgetItemInput::interruptedTyping_data()
 {
     using Row = ToolPageWidgetItem;
-    using Interruption = std::function<void(Row & row, TestCamera & camera)>;
+    QTest::addColumn<Interruption>("interruption");
+    QTest::addColumn<int>("shown");
     const auto set = [](const char *feature, int value) {
-        return [=](Row &row, TestCamera &camera) {
+        return Interruption([=](Row &row, const TestCamera &camera) {
             GenApi::CIntegerPtr(camera.node(feature))->SetValue(value);
             row.updateWidget(false);
-        };
+        });
     };
-    QTest::addColumn<Interruption>("interruption");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("refreshed") << Interruption(set("Other", 6)) << QStringLiteral("64");
-    QTest::newRow("locked by the device") << Interruption(set("Lock", 1)) << QStringLiteral("4");
-    QTest::newRow("not available") << Interruption(set("There", 0)) << QString();
-    QTest::newRow("disabled") << Interruption([](Row &row, TestCamera &) { row.setWidgetItemEnable(false); })
-                              << QString();
-    QTest::newRow("hidden") << Interruption([](Row &row, TestCamera &) { row.setWidgetItemVisible(false); })
-                            << QString();
+    QTest::newRow("refreshed") << set("Other", 6) << 64;
+    QTest::newRow("locked by the device") << set("Lock", 1) << 4;
+    QTest::newRow("not available") << set("There", 0) << 0;
+    QTest::newRow("disabled") << Interruption([](Row &row, auto &) { row.setWidgetItemEnable(false); }) << 0;
+    QTest::newRow("hidden") << Interruption([](Row &row, auto &) { row.setWidgetItemVisible(false); }) << 0;
 }
 
 /// What is typed stays while it can still be written, and is dropped without a word when it cannot.
@@ -228,19 +203,16 @@ void tst_ToolPageWidgetItemInput::interruptedTyping()
         "<Category Name=\"Root\"><pFeature>N</pFeature></Category><Integer Name=\"Lock\"><Value>0</Value></Integer>"
         "<Integer Name=\"There\"><Value>1</Value></Integer><Integer Name=\"Other\"><Value>1</Value></Integer>"
         "<Integer Name=\"N\"><pIsAvailable>There</pIsAvailable><pIsLocked>Lock</pIsLocked><Value>4</Value></Integer>"));
-    QFETCH(std::function<void(ToolPageWidgetItem & row, TestCamera & camera)>, interruption);
-    QFETCH(QString, shown);
+    QFETCH(Interruption, interruption);
+    QFETCH(int, shown);
     auto *spinBox = editorOf<QSpinBox>("N");
     spinBox->selectAll();
     QTest::keyClicks(spinBox, QStringLiteral("64"));
     interruption(*m_row, *m_camera);
-    if (!shown.isEmpty())
-        QCOMPARE(spinBox->text(), shown);
-    QCOMPARE(spinBox->hasFocus(), shown == QLatin1String("64"));
+    if (shown != 0)
+        QCOMPARE(spinBox->value(), shown);
+    QCOMPARE(spinBox->hasFocus(), shown == 64);
     QCOMPARE(m_written->count(), 0);
-    GenApi::CIntegerPtr(m_camera->node("Lock"))->SetValue(0);
-    GenApi::CIntegerPtr(m_camera->node("There"))->SetValue(1);
-    QCOMPARE(GenApi::CIntegerPtr(m_camera->node("N"))->GetValue(), int64_t(4));
     QVERIFY(log().isEmpty());
 }
 
@@ -265,7 +237,7 @@ void tst_ToolPageWidgetItemInput::releasedRowsLeaveTheDeviceAlone_data()
 void tst_ToolPageWidgetItemInput::releasedRowsLeaveTheDeviceAlone()
 {
     QFETCH(QByteArray, node);
-    auto *editor = editorOf<QWidget>(node);
+    editorOf<QWidget>(node);
     auto *comboBox = m_row->findChild<QComboBox *>();
     auto *spinBox = m_row->findChild<QAbstractSpinBox *>();
     if (comboBox)
@@ -275,16 +247,12 @@ void tst_ToolPageWidgetItemInput::releasedRowsLeaveTheDeviceAlone()
         QTest::keyClicks(spinBox, QStringLiteral("6"));
     }
     m_row->releaseNode();
-    const unsigned writes = m_camera->port.writes;
+    QCOMPARE(m_camera->port.writes, 0u);
     m_camera.reset();
-    FakeHostCore::instance().clearCalls();
 
     m_row->hide();
     m_row->show();
-    for (const bool live : {false, true})
-        m_row->updateWidget(live);
-    m_row->setLanguage(1);
-    m_row->setWidgetItemVisible(false);
+    m_row->updateWidget(true);
     m_row->setWidgetItemVisible(true);
     m_row->setWidgetItemEnable(true);
     m_row->setCurrentValue();
@@ -297,8 +265,6 @@ void tst_ToolPageWidgetItemInput::releasedRowsLeaveTheDeviceAlone()
         Q_EMIT m_row->findChild<QPushButton *>()->clicked();
     }
     QVERIFY(!m_row->layout()->itemAt(m_row->layout()->count() - 1)->widget()->isEnabled());
-    QVERIFY(editor);
-    QCOMPARE(writes, 0u);
     QCOMPARE(m_written->count(), 0);
     QCOMPARE(FakeHostCore::instance().calls(), QStringList());
 }
