@@ -244,7 +244,7 @@ void tst_SimulatedAcquisition::slowReceiversLoseFrames()
     QVERIFY(dropped->GetValue(false, true) >= 3);
     device->stopAcquisition();
     QTest::qWait(50);
-    QCOMPARE(frames.count(), 3);
+    QVERIFY(frames.count() == 3 || frames.count() == 4); // one may have been on its way when the first was fetched
 }
 
 QTEST_GUILESS_MAIN(tst_SimulatedAcquisition)
