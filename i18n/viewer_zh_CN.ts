@@ -247,6 +247,10 @@
 <context>
     <name>ViewerWindow</name>
     <message>
+        <source>No image of this size yet. Drag the region by its edges and corners.</source>
+        <translation>尚无此尺寸的图像。请拖动区域的边和角进行调整。</translation>
+    </message>
+    <message>
         <source>Open Description File</source>
         <translation>打开描述文件</translation>
     </message>

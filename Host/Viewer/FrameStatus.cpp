@@ -29,9 +29,9 @@ void FrameStatus::setPixelFormat(const QString &name)
 
 void FrameStatus::refresh()
 {
-    const bool shown = !m_view.frame().isNull();
+    const bool shown = !m_view.imageSize().isEmpty();
     const double rate = m_view.framesPerSecond();
-    const QSize size = m_view.frame().size();
+    const QSize size = m_view.imageSize();
     const QString texts[FieldCount] = {
         m_view.pixelText(),
         QStringLiteral("%1 \u00d7 %2").arg(size.width()).arg(size.height()),

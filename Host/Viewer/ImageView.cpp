@@ -9,9 +9,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Host/Viewer/RegionPainter.h"
+
 namespace {
 
 const QColor backgroundColour(62, 64, 66);
+const QColor focusColour(79, 214, 156);
 const QColor hintColour(196, 198, 200);
 constexpr double zoomStep = 1.25;
 constexpr qint64 rateWindow = 1000; // ms
@@ -19,42 +22,50 @@ const QPointF nowhere(-1, -1);
 
 } // namespace
 
-ImageView::ImageView(QWidget *parent) : QWidget(parent), m_cursor(nowhere)
+ImageView::ImageView(QWidget *parent) : QWidget(parent), m_regions(new RegionEditor(this)), m_cursor(nowhere)
 {
     setObjectName(QStringLiteral("imageView"));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     m_clock.start();
+    connect(m_regions, &RegionEditor::changed, this, qOverload<>(&QWidget::update));
 }
 
 void ImageView::showFrame(const QImage &frame)
 {
     countFrame();
-    setFrame(frame);
+    setImage(frame, QSize());
 }
 
 void ImageView::showStill(const QImage &frame)
 {
     m_arrivals.clear();
-    setFrame(frame);
+    setImage(frame, QSize());
 }
 
-void ImageView::setFrame(const QImage &frame)
+void ImageView::showCanvas(const QSize &size, const QString &hint)
 {
-    const bool sameSize = frame.size() == m_frame.size();
-    m_frame = frame;
-    if (!sameSize)
-        m_centre = QRectF(m_frame.rect()).center();
-    update();
-    Q_EMIT statusChanged();
+    m_arrivals.clear();
+    m_hint = hint;
+    m_fitted = true; // there is nothing to look at closely
+    setImage(QImage(), size);
 }
 
 void ImageView::clear(const QString &hint)
 {
-    m_frame = QImage();
-    m_hint = hint;
     m_arrivals.clear();
+    m_hint = hint;
+    setImage(QImage(), QSize());
+}
+
+void ImageView::setImage(const QImage &frame, const QSize &canvas)
+{
+    const QSize before = imageSize();
+    m_frame = frame;
+    m_canvas = canvas;
+    if (imageSize() != before)
+        m_centre = imageCentre();
     update();
     Q_EMIT statusChanged();
 }
@@ -76,10 +87,10 @@ double ImageView::framesPerSecond() const
 
 double ImageView::fittingZoom() const
 {
-    if (m_frame.isNull())
+    if (imageSize().isEmpty())
         return 1;
     const QSizeF view = QSizeF(size()) * devicePixelRatioF();
-    return std::min(view.width() / m_frame.width(), view.height() / m_frame.height());
+    return std::min(view.width() / imageSize().width(), view.height() / imageSize().height());
 }
 
 double ImageView::zoom() const
@@ -90,9 +101,9 @@ double ImageView::zoom() const
 QRectF ImageView::imageRect() const
 {
     const double scale = zoom() / devicePixelRatioF();
-    const QPointF centre = m_fitted ? QRectF(m_frame.rect()).center() : m_centre;
+    const QPointF centre = m_fitted ? imageCentre() : m_centre;
     const QPointF topLeft = QRectF(rect()).center() - centre * scale;
-    return {topLeft, QSizeF(m_frame.size()) * scale};
+    return {topLeft, QSizeF(imageSize()) * scale};
 }
 
 void ImageView::setZoom(double zoom, const QPointF &anchor)
@@ -110,9 +121,8 @@ void ImageView::setZoom(double zoom, const QPointF &anchor)
 
 void ImageView::keepInView()
 {
-    const QRectF image(m_frame.rect());
-    m_centre.setX(std::clamp(m_centre.x(), image.left(), image.right()));
-    m_centre.setY(std::clamp(m_centre.y(), image.top(), image.bottom()));
+    m_centre.setX(std::clamp(m_centre.x(), 0.0, double(imageSize().width())));
+    m_centre.setY(std::clamp(m_centre.y(), 0.0, double(imageSize().height())));
 }
 
 void ImageView::zoomToFit()
@@ -161,18 +171,31 @@ void ImageView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), backgroundColour);
-    if (m_frame.isNull()) {
+    paintContent(painter);
+    if (!hasFocus())
+        return;
+    painter.setPen(QPen(focusColour, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+void ImageView::paintContent(QPainter &painter) const
+{
+    if (imageSize().isEmpty()) {
         painter.setPen(hintColour);
         painter.drawText(rect().adjusted(24, 24, -24, -24), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
         return;
     }
+    if (isCanvas())
+        paintCanvas(painter, imageRect(), rect(), m_hint);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom() < 1);
     painter.drawImage(imageRect(), m_frame);
+    m_regions->paint(painter, placement(), rect(), hasFocus());
 }
 
 void ImageView::wheelEvent(QWheelEvent *event)
 {
-    if (m_frame.isNull() || event->angleDelta().y() == 0)
+    if (imageSize().isEmpty() || event->angleDelta().y() == 0)
         return;
     setZoom(zoom() * std::pow(zoomStep, event->angleDelta().y() / 120.0), event->position());
     event->accept();
@@ -180,27 +203,50 @@ void ImageView::wheelEvent(QWheelEvent *event)
 
 void ImageView::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton || m_frame.isNull() || m_fitted)
+    const bool grips = event->button() == Qt::LeftButton;
+    if ((!grips && event->button() != Qt::MiddleButton) || imageSize().isEmpty() || m_regions->isDragging())
         return;
-    m_dragFrom = event->localPos();
-    setCursor(Qt::ClosedHandCursor);
+    m_cursor = event->localPos();
+    if (grips && m_regions->press(m_cursor, placement()))
+        return;
+    m_panning = !m_fitted;
+    m_dragFrom = m_cursor;
+    showCursor();
 }
 
 void ImageView::mouseMoveEvent(QMouseEvent *event)
 {
     m_cursor = event->localPos();
-    if (event->buttons() & Qt::LeftButton && !m_fitted && !m_frame.isNull()) {
-        m_centre -= (m_cursor - m_dragFrom) * devicePixelRatioF() / m_zoom;
-        m_dragFrom = m_cursor;
-        keepInView();
-        update();
-    }
+    if (m_panning)
+        panTo(m_cursor);
+    else if (m_regions->isDragging())
+        m_regions->drag(m_cursor, placement());
+    else if (event->buttons() == Qt::NoButton)
+        showCursor();
     Q_EMIT statusChanged();
 }
 
-void ImageView::mouseReleaseEvent(QMouseEvent *)
+void ImageView::panTo(const QPointF &position)
 {
-    unsetCursor();
+    m_centre -= (position - m_dragFrom) * devicePixelRatioF() / zoom();
+    m_dragFrom = position;
+    keepInView();
+    update();
+}
+
+void ImageView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->buttons() != Qt::NoButton)
+        return;
+    m_panning = false;
+    m_regions->release();
+    showCursor();
+}
+
+void ImageView::showCursor()
+{
+    const RegionEdges part = imageSize().isEmpty() ? RegionEdges() : m_regions->partAt(m_cursor, placement());
+    setCursor(m_panning ? Qt::ClosedHandCursor : regionCursor(part));
 }
 
 void ImageView::mouseDoubleClickEvent(QMouseEvent *)
@@ -213,6 +259,8 @@ void ImageView::mouseDoubleClickEvent(QMouseEvent *)
 
 void ImageView::keyPressEvent(QKeyEvent *event)
 {
+    if (!imageSize().isEmpty() && m_regions->press(*event, placement()))
+        return;
     switch (event->key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
@@ -226,6 +274,24 @@ void ImageView::keyPressEvent(QKeyEvent *event)
     default:
         QWidget::keyPressEvent(event);
     }
+}
+
+/// Tab walks through the regions before it leaves the view.
+bool ImageView::focusNextPrevChild(bool next)
+{
+    return m_regions->selectNext(next) || QWidget::focusNextPrevChild(next);
+}
+
+void ImageView::focusInEvent(QFocusEvent *event)
+{
+    update();
+    QWidget::focusInEvent(event);
+}
+
+void ImageView::focusOutEvent(QFocusEvent *event)
+{
+    update();
+    QWidget::focusOutEvent(event);
 }
 
 void ImageView::leaveEvent(QEvent *)

@@ -7,10 +7,13 @@
 
 #include <deque>
 
-/// Shows the frames of a camera, fitted to the view or at a chosen zoom.
+#include "Host/Viewer/RegionEditor.h"
+
+/// Shows the frames of a camera, fitted to the view or at a chosen zoom, and the regions that lie on them.
 ///
 /// Zoom 1.0 is one image pixel per device pixel. The wheel zooms around the cursor, dragging pans, `+`, `-`,
-/// `0` (fit) and `1` (100 %) do the same from the keyboard.
+/// `0` (fit) and `1` (100 %) do the same from the keyboard. The middle button pans on a region, too, which the left one
+/// drags.
 class ImageView : public QWidget
 {
     Q_OBJECT
@@ -27,6 +30,14 @@ public:
     void showStill(const QImage &frame);
     /// Forgets the frame; `hint` (a sentence for a person) stands in its place.
     void clear(const QString &hint);
+    /// Forgets the frame; an empty plate of an image's size stands in its place, with a hint on it.
+    void showCanvas(const QSize &size, const QString &hint);
+    bool isCanvas() const { return m_frame.isNull() && !m_canvas.isEmpty(); }
+    /// Of the frame or the canvas; empty without both.
+    QSize imageSize() const { return m_frame.isNull() ? m_canvas : m_frame.size(); }
+    /// Where the image lies in the view; it may reach beyond.
+    QRectF imageRect() const;
+    RegionEditor &regions() { return *m_regions; }
     const QImage &frame() const { return m_frame; }
     bool isFitted() const { return m_fitted; }
     /// The zoom in force, fitted or chosen.
@@ -56,24 +67,34 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void setFrame(const QImage &frame);
+    void setImage(const QImage &frame, const QSize &canvas);
     double fittingZoom() const;
-    QRectF imageRect() const;
+    QPointF imageCentre() const { return QRectF(QPointF(), QSizeF(imageSize())).center(); }
+    ImagePlacement placement() const { return {imageRect(), imageSize()}; }
+    void paintContent(QPainter &painter) const;
+    void panTo(const QPointF &position);
+    void showCursor();
     void setZoom(double zoom, const QPointF &anchor);
     void zoomAroundCentre(double factor);
     void keepInView();
     void countFrame();
 
+    RegionEditor *m_regions;
     QImage m_frame;
+    QSize m_canvas; ///< the size of the image to come; empty unless the canvas is shown
     QString m_hint;
     bool m_fitted = true;
     double m_zoom = 1;
     QPointF m_centre; ///< image point in the middle of the view; the image's middle while fitted
     QPointF m_cursor; ///< in view coordinates; negative while outside
+    bool m_panning = false;
     QPointF m_dragFrom; ///< in view coordinates
     QElapsedTimer m_clock;
     std::deque<qint64> m_arrivals; ///< ms of the frames of the last second

@@ -101,6 +101,7 @@ void ViewerWindow::connectHost()
 {
     connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::followFocus);
     connect(&m_context, &HostContext::frameReady, this, &ViewerWindow::showFrame);
+    connect(&m_context.regions(), &ImageRegions::listChanged, this, &ViewerWindow::followRegions);
     connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::followSearch,
             Qt::QueuedConnection); // after the list of found devices
     connect(&m_context, &HostContext::deviceListChanged, this, &ViewerWindow::openPending);
@@ -263,13 +264,39 @@ void ViewerWindow::followFocus()
 {
     const QString id = currentId();
     QString format;
-    if (m_frames.contains(id))
-        m_image->showStill(m_frames.value(id));
-    else
-        m_image->clear(imageHint());
+    m_image->regions().follow(m_context.regions(), id);
+    showPicture();
     if (m_devices->state(id) == DeviceTree::State::Acquiring)
         m_context.readNode(id, QStringLiteral("PixelFormat"), &format);
     m_status->setPixelFormat(format);
+    updateCommands();
+}
+
+QSize ViewerWindow::canvasSize() const
+{
+    const QList<ImageRegion> regions = m_context.regions().of(currentId());
+    const QSize drawnOn = regions.isEmpty() ? QSize() : regions.last().image;
+    return drawnOn == m_frames.value(currentId()).size() ? QSize() : drawnOn;
+}
+
+void ViewerWindow::showPicture()
+{
+    const QImage frame = m_frames.value(currentId());
+    const QSize canvas = canvasSize();
+    if (!canvas.isEmpty())
+        m_image->showCanvas(canvas, tr("No image of this size yet. Drag the region by its edges and corners."));
+    else if (frame.isNull())
+        m_image->clear(imageHint());
+    else
+        m_image->showStill(frame);
+}
+
+void ViewerWindow::followRegions(const QString &id)
+{
+    const QSize shown = m_image->isCanvas() ? m_image->imageSize() : QSize();
+    if (id != currentId() || shown == canvasSize())
+        return;
+    showPicture();
     updateCommands();
 }
 
@@ -319,7 +346,7 @@ void ViewerWindow::updateCommands()
     const DeviceTree::State state = m_devices->state(currentId());
     const bool open = state == DeviceTree::State::Open || state == DeviceTree::State::Acquiring;
     const bool acquiring = state == DeviceTree::State::Acquiring;
-    const bool image = !m_image->frame().isNull();
+    const bool image = !m_image->imageSize().isEmpty();
     const std::pair<Command, bool> enabled[] = {
         {Command::Refresh, !m_context.isRefreshing()},
         {Command::OpenDevice, device && !open},
@@ -346,7 +373,7 @@ void ViewerWindow::retranslate()
     findChild<QToolBar *>(QStringLiteral("toolBar"))->setWindowTitle(tr("Tool Bar"));
     m_image->setAccessibleName(tr("Image"));
     if (m_image->frame().isNull())
-        m_image->clear(imageHint());
+        showPicture();
 }
 
 void ViewerWindow::changeEvent(QEvent *event)

@@ -63,6 +63,10 @@ private:
     void showDeviceMenu(const QPoint &position);
     void showAbout();
     void followFocus();
+    /// The size of the image that a region of the current device is drawn on; empty when its picture has that size.
+    QSize canvasSize() const;
+    void showPicture();
+    void followRegions(const QString &id);
     void followState(const QString &id);
     void showFrame(const QString &id, const QImage &frame);
     QString imageHint() const;

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "Host/Viewer/RegionPainter.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+#include "Host/Viewer/RegionGeometry.h"
+
+namespace {
+
+const QColor darkColour(20, 21, 22, 220);
+const QColor brightColour(255, 255, 255);
+const QColor focusColour(79, 214, 156);
+const QColor plateColour(38, 40, 42);
+const QColor gridColour(54, 57, 60);
+const QColor borderColour(120, 123, 126);
+const QColor hintColour(196, 198, 200);
+constexpr double lineRoom = 2; ///< half of the widest line
+constexpr double gripRoom = 8; ///< between an edge and the label
+constexpr double labelMargin = 5;
+constexpr double hintMargin = 24;
+constexpr int gridCells = 8;
+
+QPen line(const QColor &colour, double width)
+{
+    QPen pen(colour, width);
+    pen.setJoinStyle(Qt::MiterJoin);
+    return pen;
+}
+
+/// Along a border of the view a line lies just inside, where it is seen whole.
+double inside(double edge, double border, double inward)
+{
+    return std::abs(edge - border) < lineRoom ? border + inward * lineRoom : edge;
+}
+
+QRectF seenOutline(const QRectF &outline, const QRectF &view)
+{
+    const QPointF topLeft(inside(outline.left(), view.left(), 1), inside(outline.top(), view.top(), 1));
+    const QPointF bottomRight(inside(outline.right(), view.right(), -1), inside(outline.bottom(), view.bottom(), -1));
+    return {topLeft, bottomRight};
+}
+
+/// Above the region, or inside where there is no room above.
+QRectF labelPlace(const QSizeF &size, const QRectF &outline, const QRectF &view)
+{
+    QRectF place(QPointF(outline.left(), outline.top() - gripRoom - size.height()), size);
+    if (place.top() < view.top())
+        place.moveTopLeft(
+            {std::max(outline.left(), view.left()) + gripRoom, std::max(outline.top(), view.top()) + gripRoom});
+    place.moveLeft(std::clamp(place.left(), view.left(), std::max(view.left(), view.right() - size.width())));
+    return place;
+}
+
+void paintLabel(QPainter &painter, const PaintedRegion &region, const QRectF &view)
+{
+    const QFontMetricsF metrics(painter.font());
+    const QSizeF size(metrics.horizontalAdvance(region.label) + 2 * labelMargin, metrics.height() + labelMargin);
+    const QRectF place = labelPlace(size, region.outline, view);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(darkColour);
+    painter.drawRoundedRect(place, 3, 3);
+    painter.setPen(brightColour);
+    painter.drawText(place, Qt::AlignCenter, region.label);
+}
+
+void paintGrips(QPainter &painter, const PaintedRegion &region, const QRectF &view)
+{
+    painter.setPen(line(darkColour, 1));
+    painter.setBrush(region.focused ? focusColour : brightColour);
+    for (const QRectF &grip : regionGrips(region.outline, view))
+        painter.drawRect(grip);
+}
+
+} // namespace
+
+void paintRegion(QPainter &painter, const PaintedRegion &region, const QRectF &view)
+{
+    if (!region.outline.intersects(view))
+        return;
+    const QRectF outline = seenOutline(region.outline, view);
+    painter.save();
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(line(darkColour, 4));
+    painter.drawRect(outline);
+    painter.setPen(line(region.selected && region.focused ? focusColour : brightColour, 2));
+    painter.drawRect(outline);
+    paintLabel(painter, region, view);
+    if (region.selected)
+        paintGrips(painter, region, view);
+    painter.restore();
+}
+
+void paintCanvas(QPainter &painter, const QRectF &plate, const QRectF &view, const QString &hint)
+{
+    painter.save();
+    painter.fillRect(plate, plateColour);
+    painter.setPen(line(gridColour, 1));
+    for (int cell = 1; cell < gridCells; ++cell) {
+        const QPointF step(plate.width() * cell / gridCells, plate.height() * cell / gridCells);
+        painter.drawLine(plate.topLeft() + QPointF(step.x(), 0), plate.bottomLeft() + QPointF(step.x(), 0));
+        painter.drawLine(plate.topLeft() + QPointF(0, step.y()), plate.topRight() + QPointF(0, step.y()));
+    }
+    painter.setPen(line(borderColour, 1));
+    painter.drawRect(plate.adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.setPen(hintColour);
+    const QRectF text = (plate & view).adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
+    painter.drawText(text, Qt::AlignCenter | Qt::TextWordWrap, hint);
+    painter.restore();
+}

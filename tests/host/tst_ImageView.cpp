@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: MIT
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWheelEvent>
+#include <QWindow>
+
+#include "Host/HostContext.h"
+#include "Host/SimulatedDevice.h"
+#include "Host/SimulatedDevices.h"
+#include "Host/Viewer/ImageView.h"
+#include "Host/Viewer/ViewerWindow.h"
+
+namespace {
+
+const QString camera = QStringLiteral("camera");
+const QSize imageSize(800, 600);
+const QSize viewSize(400, 300); ///< two image pixels per view pixel
+const QRect drawn(200, 150, 400, 300);
+
+QImage plainImage(const QColor &colour, const QSize &size = imageSize)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(colour);
+    return image;
+}
+
+} // namespace
+
+/// Regions under the mouse and the keyboard.
+class tst_ImageView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void dragging_data();
+    void dragging();
+    void dragsFollowTheZoom();
+    void escapeTakesADragBack();
+    void keysMoveTheSelectedRegion_data();
+    void keysMoveTheSelectedRegion();
+    void cursorTellsThePart_data();
+    void cursorTellsThePart();
+    void besideARegionTheImagePans();
+    void selectsByClickAndTab();
+    void removalEndsADrag();
+    void linesShowOnEveryImage_data();
+    void linesShowOnEveryImage();
+    void canvasStandsForAMissingPicture();
+
+private:
+    int draw(const QRect &area);
+    QRect area(int handle) const;
+    QPoint onView(const QPoint &pixel) const;
+    void press(const QPoint &at) { QTest::mousePress(view->windowHandle(), Qt::LeftButton, {}, at); }
+    void moveTo(const QPoint &at) { QTest::mouseMove(view->windowHandle(), at); }
+    void release(const QPoint &at) { QTest::mouseRelease(view->windowHandle(), Qt::LeftButton, {}, at); }
+    void drag(const QPoint &from, const QPoint &way);
+
+    QTemporaryDir folder;
+    std::unique_ptr<ImageRegions> regions;
+    std::unique_ptr<ImageView> view;
+    std::unique_ptr<QSignalSpy> reports;
+};
+
+void tst_ImageView::init()
+{
+    regions = std::make_unique<ImageRegions>();
+    view = std::make_unique<ImageView>();
+    reports = std::make_unique<QSignalSpy>(regions.get(), &ImageRegions::movedByUser);
+    view->resize(viewSize);
+    view->showFrame(plainImage(Qt::black));
+    view->regions().follow(*regions, camera);
+    view->show();
+    view->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(view.get()));
+}
+
+int tst_ImageView::draw(const QRect &wanted)
+{
+    return regions->draw(camera, imageSize, wanted.topLeft(), wanted.bottomRight() + QPoint(1, 1));
+}
+
+QRect tst_ImageView::area(int handle) const
+{
+    for (const ImageRegion &one : regions->of(camera)) {
+        if (one.handle == handle)
+            return one.area;
+    }
+    return {};
+}
+
+QPoint tst_ImageView::onView(const QPoint &pixel) const
+{
+    return (view->imageRect().topLeft() + QPointF(pixel) * view->zoom() / view->devicePixelRatioF()).toPoint();
+}
+
+void tst_ImageView::drag(const QPoint &from, const QPoint &way)
+{
+    press(from);
+    moveTo(from + way);
+    release(from + way);
+}
+
+void tst_ImageView::dragging_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<QPoint>("way");
+    QTest::addColumn<QRect>("result");
+    const QPoint way(10, -6);
+    QTest::newRow("body") << QPoint(200, 150) << way << QRect(220, 138, 400, 300);
+    QTest::newRow("left") << QPoint(100, 150) << way << QRect(220, 150, 380, 300);
+    QTest::newRow("right") << QPoint(300, 150) << way << QRect(200, 150, 420, 300);
+    QTest::newRow("top") << QPoint(200, 75) << way << QRect(200, 138, 400, 312);
+    QTest::newRow("bottom") << QPoint(200, 225) << way << QRect(200, 150, 400, 288);
+    QTest::newRow("top left") << QPoint(100, 75) << way << QRect(220, 138, 380, 312);
+    QTest::newRow("top right") << QPoint(300, 75) << way << QRect(200, 138, 420, 312);
+    QTest::newRow("bottom left") << QPoint(100, 225) << way << QRect(220, 150, 380, 288);
+    QTest::newRow("bottom right") << QPoint(300, 225) << way << QRect(200, 150, 420, 288);
+    QTest::newRow("just outside of an edge") << QPoint(305, 150) << way << QRect(200, 150, 420, 300);
+    QTest::newRow("body beyond the image") << QPoint(200, 150) << QPoint(-190, 149) << QRect(0, 300, 400, 300);
+    QTest::newRow("corner beyond the image") << QPoint(300, 225) << QPoint(99, 74) << QRect(200, 150, 598, 448);
+    QTest::newRow("edges meet") << QPoint(300, 225) << QPoint(-250, -200) << QRect(200, 150, 1, 1);
+    QTest::newRow("edge beyond its opposite") << QPoint(100, 150) << QPoint(290, 0) << QRect(599, 150, 1, 300);
+    QTest::newRow("beside") << QPoint(50, 50) << way << drawn;
+}
+
+void tst_ImageView::dragging()
+{
+    QFETCH(QPoint, from);
+    QFETCH(QPoint, way);
+    QFETCH(QRect, result);
+    const int handle = draw(drawn);
+    press(from);
+    moveTo(from);
+    QCOMPARE(reports->size(), 0);
+    moveTo(from + way);
+    moveTo(from + way);
+    release(from + way);
+    moveTo(from);
+    QCOMPARE(area(handle), result);
+    QCOMPARE(reports->size(), result == drawn ? 0 : 1);
+}
+
+void tst_ImageView::dragsFollowTheZoom()
+{
+    const int handle = draw(drawn);
+    view->zoomToOriginal();
+    for (int step = 0; step < 6; ++step)
+        view->zoomIn();
+    const int scale = qRound(view->zoom());
+    QCOMPARE(scale, 4);
+    drag({200, 150}, QPoint(20, 40)); // zoomed around its middle, the region has only its body in view
+    const QPoint moved = area(handle).topLeft() - drawn.topLeft();
+    QCOMPARE(moved, QPoint(qRound(20 / view->zoom()), qRound(40 / view->zoom())));
+
+    regions->place(camera, handle, {390, 290}, {410, 310});
+    drag(onView({410, 310}), QPoint(scale * 3, scale * 2));
+    QCOMPARE(area(handle), QRect(390, 290, 23, 22));
+}
+
+void tst_ImageView::escapeTakesADragBack()
+{
+    const int handle = draw(drawn);
+    view->zoomToOriginal();
+    const QRectF shown = view->imageRect();
+    press({200, 150});
+    moveTo({220, 160});
+    QVERIFY(area(handle) != drawn);
+    QTest::keyClick(view.get(), Qt::Key_Escape);
+    QCOMPARE(area(handle), drawn);
+    QCOMPARE(reports->size(), 2);
+    moveTo({240, 160});
+    release({240, 160});
+    QCOMPARE(area(handle), drawn);
+    QCOMPARE(view->imageRect(), shown);
+}
+
+void tst_ImageView::keysMoveTheSelectedRegion_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QRect>("result");
+    const int shift = Qt::ShiftModifier;
+    const int control = Qt::ControlModifier;
+    QTest::newRow("left") << int(Qt::Key_Left) << 0 << drawn.translated(-1, 0);
+    QTest::newRow("down by ten") << int(Qt::Key_Down) << shift << drawn.translated(0, 10);
+    QTest::newRow("wider") << int(Qt::Key_Right) << control << QRect(200, 150, 401, 300);
+    QTest::newRow("lower by ten") << int(Qt::Key_Up) << (control | shift) << QRect(200, 150, 400, 290);
+}
+
+void tst_ImageView::keysMoveTheSelectedRegion()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(QRect, result);
+    const int other = draw(drawn);
+    const int handle = draw(drawn);
+    QTest::keyClick(view.get(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(area(handle), result);
+    QCOMPARE(area(other), drawn);
+    QCOMPARE(reports->size(), 1);
+}
+
+void tst_ImageView::cursorTellsThePart_data()
+{
+    QTest::addColumn<QPoint>("at");
+    QTest::addColumn<int>("cursor");
+    QTest::newRow("beside") << QPoint(50, 50) << int(Qt::ArrowCursor);
+    QTest::newRow("body") << QPoint(200, 150) << int(Qt::SizeAllCursor);
+    QTest::newRow("left") << QPoint(99, 150) << int(Qt::SizeHorCursor);
+    QTest::newRow("bottom") << QPoint(150, 226) << int(Qt::SizeVerCursor);
+    QTest::newRow("top left") << QPoint(102, 77) << int(Qt::SizeFDiagCursor);
+    QTest::newRow("bottom left") << QPoint(102, 226) << int(Qt::SizeBDiagCursor);
+}
+
+void tst_ImageView::cursorTellsThePart()
+{
+    QFETCH(QPoint, at);
+    draw(drawn);
+    moveTo(at);
+    QTEST(int(view->cursor().shape()), "cursor");
+}
+
+void tst_ImageView::besideARegionTheImagePans()
+{
+    const int handle = draw(QRect(390, 290, 20, 20));
+    view->zoomToOriginal();
+    const QPointF before = view->imageRect().topLeft();
+    drag({50, 50}, {30, 20});
+    QCOMPARE(view->imageRect().topLeft(), before + QPointF(30, 20));
+    QCOMPARE(area(handle), QRect(390, 290, 20, 20));
+    drag(onView({400, 300}), {5, 6}); // on the region it does not
+    QCOMPARE(view->imageRect().topLeft(), before + QPointF(30, 20));
+    QCOMPARE(area(handle), QRect(395, 296, 20, 20));
+}
+
+void tst_ImageView::selectsByClickAndTab()
+{
+    const int first = draw(QRect(0, 0, 200, 200));
+    const int second = draw(QRect(400, 300, 200, 200));
+    QCOMPARE(view->regions().selected(), second);
+    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, {50, 50});
+    QCOMPARE(view->regions().selected(), first);
+    QTest::keyClick(view.get(), Qt::Key_Tab);
+    QCOMPARE(view->regions().selected(), second);
+    QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(view->regions().selected(), first);
+    regions->remove(camera, first);
+    QCOMPARE(view->regions().selected(), second);
+    QVERIFY(reports->isEmpty());
+}
+
+void tst_ImageView::removalEndsADrag()
+{
+    const int handle = draw(drawn);
+    const int other = draw(QRect(0, 0, 50, 50));
+    press({200, 150});
+    regions->remove(camera, handle);
+    moveTo({230, 170});
+    release({230, 170});
+    QCOMPARE(area(other), QRect(0, 0, 50, 50));
+    QVERIFY(reports->isEmpty());
+}
+
+void tst_ImageView::linesShowOnEveryImage_data()
+{
+    QTest::addColumn<QColor>("image");
+    QTest::addColumn<QRect>("region");
+    QTest::newRow("dark") << QColor(Qt::black) << drawn;
+    QTest::newRow("bright") << QColor(Qt::white) << drawn;
+    QTest::newRow("whole image, dark") << QColor(Qt::black) << QRect(QPoint(), imageSize);
+    QTest::newRow("whole image, bright") << QColor(Qt::white) << QRect(QPoint(), imageSize);
+}
+
+void tst_ImageView::linesShowOnEveryImage()
+{
+    QFETCH(QColor, image);
+    QFETCH(QRect, region);
+    view->showStill(plainImage(image));
+    view->clearFocus();
+    draw(region);
+    const QImage painted = view->grab().toImage();
+    const QRect edge(onView(region.topLeft()), onView(region.bottomRight()));
+    for (const int x : {edge.left(), edge.right()}) {
+        int darkest = 255;
+        int brightest = 0;
+        for (int beside = qMax(0, x - 4); beside <= qMin(painted.width() - 1, x + 4); ++beside) {
+            const int gray = qGray(painted.pixel(beside, edge.top() + edge.height() / 4));
+            darkest = qMin(darkest, gray);
+            brightest = qMax(brightest, gray);
+        }
+        QVERIFY2(brightest - darkest > 150, qPrintable(QString::number(brightest - darkest)));
+    }
+}
+
+void tst_ImageView::canvasStandsForAMissingPicture()
+{
+    HostContext context({folder.filePath(QStringLiteral("viewer.ini")), {}});
+    for (std::unique_ptr<Device> &one : makeSimulatedDevices())
+        QVERIFY(context.addDevice(std::move(one)));
+    ViewerWindow window(context);
+    const QString id = QStringLiteral("SIM-AREA-01");
+    window.openWhenKnown(id);
+    const auto size = [&] {
+        QString width;
+        QString height;
+        context.readNode(id, QStringLiteral("Width"), &width);
+        context.readNode(id, QStringLiteral("Height"), &height);
+        return QSize(width.toInt(), height.toInt());
+    };
+    const QSize whole = size();
+    int handle = context.drawRegion(id, {0, 0}, {whole.width(), whole.height()});
+    QVERIFY(window.image().isCanvas());
+    QCOMPARE(window.image().imageSize(), whole);
+
+    QVERIFY(context.startAcquisition(id));
+    QTRY_VERIFY(!window.image().isCanvas());
+    context.stopAcquisition(id);
+    QVERIFY(!window.image().isCanvas());
+    context.removeRegion(id, handle);
+    QCOMPARE(window.image().frame().size(), whole);
+
+    QVERIFY(context.writeNode(id, QStringLiteral("Width"), QStringLiteral("320")));
+    handle = context.drawRegion(id, {10, 10}, {20, 20});
+    QVERIFY(window.image().isCanvas());
+    QCOMPARE(window.image().imageSize(), QSize(320, whole.height()));
+    context.removeRegion(id, handle);
+    QCOMPARE(window.image().frame().size(), whole);
+
+    QVERIFY(context.drawRegion(id, {10, 10}, {20, 20}));
+    context.close(id);
+    QVERIFY(window.image().imageSize().isEmpty());
+    QCOMPARE(window.image().regions().selected(), 0);
+}
+
+QTEST_MAIN(tst_ImageView)
+#include "tst_ImageView.moc"
