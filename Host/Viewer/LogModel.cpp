@@ -5,6 +5,8 @@
 
 void LogModel::append(const QDateTime &time, const QString &module, const QString &message)
 {
+    if (repeatLast(time, module, message))
+        return;
     if (int(m_lines.size()) >= maximumLines) {
         beginRemoveRows(QModelIndex(), 0, 0);
         m_lines.pop_front();
@@ -12,8 +14,19 @@ void LogModel::append(const QDateTime &time, const QString &module, const QStrin
     }
     const int row = int(m_lines.size());
     beginInsertRows(QModelIndex(), row, row);
-    m_lines.push_back({time, module, message});
+    m_lines.push_back({time, module, message, 1});
     endInsertRows();
+}
+
+bool LogModel::repeatLast(const QDateTime &time, const QString &module, const QString &message)
+{
+    if (m_lines.empty() || m_lines.back().module != module || m_lines.back().message != message)
+        return false;
+    const int row = int(m_lines.size()) - 1;
+    m_lines.back().time = time;
+    ++m_lines.back().count;
+    Q_EMIT dataChanged(index(row, TimeColumn), index(row, MessageColumn));
+    return true;
 }
 
 void LogModel::clear()
@@ -31,7 +44,8 @@ QString LogModel::cellText(const Line &line, int column)
     case ModuleColumn:
         return line.module;
     default:
-        return line.message;
+        return line.count == 1 ? line.message
+                               : QStringLiteral("%1 (\u00d7%2)").arg(line.message, QString::number(line.count));
     }
 }
 

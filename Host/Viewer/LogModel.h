@@ -17,7 +17,8 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// Adds a line at the end; the oldest goes when there are more than maximumLines.
+    /// Adds a line at the end; the oldest goes when there are more than maximumLines. A repetition of the last line
+    /// only renews its time and counts in its message.
     void append(const QDateTime &time, const QString &module, const QString &message);
     void clear();
     /// The line as it is copied: columns separated by tabs.
@@ -36,8 +37,10 @@ private:
         QDateTime time;
         QString module;
         QString message;
+        int count = 1;
     };
 
+    bool repeatLast(const QDateTime &time, const QString &module, const QString &message);
     static QString cellText(const Line &line, int column);
 
     std::deque<Line> m_lines;

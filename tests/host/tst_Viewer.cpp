@@ -66,6 +66,7 @@ private Q_SLOTS:
     void readsThePixelUnderTheCursor();
     void forgetsTheFrame();
     void logIsBounded();
+    void logCountsRepetitions();
     void everyGlyphIsDrawn();
     void treeFollowsTheDevices();
     void treeShowsALostDevice();
@@ -191,6 +192,23 @@ void tst_Viewer::logIsBounded()
     QVERIFY(log.lineText(log.rowCount() - 1).endsWith(QString::number(LogModel::maximumLines)));
     log.clear();
     QCOMPARE(log.rowCount(), 0);
+}
+
+void tst_Viewer::logCountsRepetitions()
+{
+    LogModel log;
+    const QAbstractItemModelTester tester(&log);
+    const auto append = [&](int second, const char *module, const char *message) {
+        log.append(QDateTime({2024, 1, 1}, QTime(0, 0, second)), QLatin1String(module), QLatin1String(message));
+    };
+    append(1, "Host", "refused %2");
+    append(2, "Host", "refused %2");
+    append(3, "Host", "refused %2");
+    append(4, "Panel", "refused %2");
+    append(5, "Host", "refused %2");
+    QCOMPARE(log.rowCount(), 3);
+    QCOMPARE(log.lineText(0), QString::fromUtf8("00:00:03.000\tHost\trefused %2 (\u00d73)"));
+    QCOMPARE(log.lineText(2), QStringLiteral("00:00:05.000\tHost\trefused %2"));
 }
 
 void tst_Viewer::everyGlyphIsDrawn()
