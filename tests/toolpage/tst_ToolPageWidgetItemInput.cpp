@@ -253,8 +253,8 @@ void tst_ToolPageWidgetItemInput::releasedRowsLeaveTheDeviceAlone()
     m_row->hide();
     m_row->show();
     m_row->updateWidget(true);
-    m_row->setWidgetItemVisible(true);
     m_row->setWidgetItemEnable(true);
+    QVERIFY(m_row->isVisible());
     m_row->setCurrentValue();
     if (comboBox) {
         QVERIFY(!comboBox->view()->isVisible());
