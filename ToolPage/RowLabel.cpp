@@ -3,11 +3,11 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QTextLayout>
 
 namespace {
 
 constexpr int OneLine = Qt::AlignLeft | Qt::AlignVCenter;
-constexpr int Wrapped = OneLine | Qt::TextWordWrap;
 constexpr QChar BreakHere(0x200b); ///< takes no room
 
 /// The text with places to break names such as AcquisitionFrameRate into their words.
@@ -30,8 +30,10 @@ RowLabel::RowLabel(QWidget *parent) : QLabel(parent)
 
 bool RowLabel::event(QEvent *event)
 {
-    if (event->type() == QEvent::ToolTip)
-        setToolTip(fitsWrapped() || elidedText() == text() ? QString() : text());
+    if (event->type() == QEvent::ToolTip) {
+        QTextLayout lines(breakable(text()), font());
+        setToolTip(wrap(lines) || elidedText() == text() ? QString() : text());
+    }
     return QLabel::event(event);
 }
 
@@ -39,15 +41,31 @@ void RowLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
-    if (fitsWrapped())
-        painter.drawText(rect(), Wrapped, breakable(text()));
+    QTextLayout lines(breakable(text()), font());
+    if (wrap(lines))
+        lines.draw(&painter, QPointF());
     else
         painter.drawText(rect(), OneLine, elidedText());
 }
 
-bool RowLabel::fitsWrapped() const
+/// Fonts of other scripts are taller than their letters need: lines may come as close as the label's own font allows.
+bool RowLabel::wrap(QTextLayout &lines) const
 {
-    return rect().contains(fontMetrics().boundingRect(rect(), Wrapped, breakable(text())));
+    bool fits = true;
+    lines.beginLayout();
+    for (QTextLine line = lines.createLine(); line.isValid(); line = lines.createLine()) {
+        line.setLineWidth(width());
+        fits = fits && line.naturalTextWidth() <= width();
+    }
+    lines.endLayout();
+    const int count = lines.lineCount();
+    for (int index = 0; index < count; ++index) {
+        QTextLine line = lines.lineAt(index);
+        const qreal pitch = qMin(line.height(), height() / qreal(count));
+        const qreal middle = height() / 2.0 + (index - (count - 1) / 2.0) * pitch;
+        line.setPosition(QPointF(0, middle - line.height() / 2));
+    }
+    return fits && count * fontMetrics().height() <= height();
 }
 
 QString RowLabel::elidedText() const

@@ -3,6 +3,8 @@
 
 #include <QLabel>
 
+class QTextLayout;
+
 /// A plain-text label that never cuts its text off: it wraps, between the words of compound names too, while all
 /// lines fit its height, else it shows one line with an ellipsis and the whole text as tool tip.
 class RowLabel : public QLabel
@@ -17,6 +19,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    bool fitsWrapped() const;
+    /// Breaks and places the lines; false when they do not fit.
+    bool wrap(QTextLayout &lines) const;
     QString elidedText() const;
 };
