@@ -87,7 +87,6 @@ void tst_ToolPageWidget::aWriteReadsWhatDependsOnIt()
     const auto choose = [](const ToolPageWidgetItem &row) { row.findChild<QComboBox *>()->setCurrentIndex(1); };
     // The write, its read-back, and the register that is never cached.
     QCOMPARE(accessesOf("Width", enter8), QByteArray("W0x0:4 R0x0:4 R0x8c:4"));
-    QCOMPARE(accessesOf("Gain", enter8), QByteArray("W0x10:8 R0x10:8 R0x8c:4"));
     QCOMPARE(accessesOf("Selector", choose), QByteArray("W0x8:4 R0x8:4 R0x8c:4"));
     QCOMPARE(accessesOf("Power", click), QByteArray("W0xc:4 R0xc:4 R0x8c:4"));
 }
