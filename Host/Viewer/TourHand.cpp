@@ -36,6 +36,15 @@ QWidget *hit(QWidget *widget, QPoint &position)
     return inner;
 }
 
+/// What the toolkit does for a real press.
+void giveFocus(QWidget *pressed)
+{
+    for (QWidget *widget = pressed; widget; widget = widget->isWindow() ? nullptr : widget->parentWidget()) {
+        if (widget->isEnabled() && (widget->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus)
+            return widget->setFocus(Qt::MouseFocusReason);
+    }
+}
+
 QPoint middleIfUnset(const QWidget *widget, const QPoint &position)
 {
     return position.x() < 0 ? widget->rect().center() : position;
@@ -88,6 +97,7 @@ void click(QWidget *widget, QPoint position)
     position = middleIfUnset(widget, position);
     QWidget *target = hit(widget, position);
     send(target, QEvent::MouseMove, position, Qt::NoButton);
+    giveFocus(target);
     send(target, QEvent::MouseButtonPress, position, Qt::LeftButton);
     send(target, QEvent::MouseButtonRelease, position, Qt::NoButton);
     pause(glance);
@@ -100,6 +110,20 @@ void doubleClick(QWidget *widget, QPoint position)
     QWidget *target = hit(widget, position);
     send(target, QEvent::MouseButtonDblClick, position, Qt::LeftButton);
     send(target, QEvent::MouseButtonRelease, position, Qt::NoButton);
+    pause(glance);
+}
+
+void drag(QWidget *widget, QPoint from, QPoint to)
+{
+    constexpr int steps = 10;
+    send(widget, QEvent::MouseMove, from, Qt::NoButton);
+    giveFocus(widget);
+    send(widget, QEvent::MouseButtonPress, from, Qt::LeftButton);
+    for (int step = 1; step <= steps; ++step) {
+        send(widget, QEvent::MouseMove, from + (to - from) * step / steps, Qt::LeftButton);
+        pause(glance);
+    }
+    send(widget, QEvent::MouseButtonRelease, to, Qt::NoButton);
     pause(glance);
 }
 

@@ -24,6 +24,8 @@ bool waitUntil(const std::function<bool()> &condition, int milliseconds = 5000);
 /// Presses and releases the left button at `position` of the widget; its middle by default.
 void click(QWidget *widget, QPoint position = {-1, -1});
 void doubleClick(QWidget *widget, QPoint position = {-1, -1});
+/// Holds the left button down at `from` and moves to `to` before it is released.
+void drag(QWidget *widget, QPoint from, QPoint to);
 /// Scrolls the row into view and clicks the middle of its cell.
 void clickCell(QAbstractItemView *view, const QModelIndex &index);
 void doubleClickCell(QAbstractItemView *view, const QModelIndex &index);

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTextBrowser>
@@ -24,6 +25,8 @@
 
 namespace {
 
+constexpr int commonTab = 0;
+constexpr int scrollTime = 50; // ms
 constexpr int editorPatience = 1000; // ms; a click into the selected row opens its editor after a while
 
 template <typename Widget>
@@ -128,6 +131,55 @@ bool TourStage::openTab(int number)
         return false;
     TourHand::click(bar, bar->tabRect(number).center());
     return bar->currentIndex() == number;
+}
+
+bool TourStage::openPage(int number)
+{
+    const auto *pages = part<QTabWidget>(panel(), "tabWidget");
+    if (!pages || !openTab(commonTab) || number >= pages->count())
+        return false;
+    TourHand::click(pages->tabBar(), pages->tabBar()->tabRect(number).center());
+    return pages->currentIndex() == number;
+}
+
+QWidget *TourStage::row(const QString &label) const
+{
+    QWidget *found = panel() ? panel()->findChild<QWidget *>(label) : nullptr;
+    if (!found || !found->isVisible())
+        return nullptr;
+    for (QWidget *outer = found->parentWidget(); outer; outer = outer->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(outer))
+            area->ensureWidgetVisible(found);
+    }
+    TourHand::pause(scrollTime);
+    return found;
+}
+
+bool TourStage::press(const QString &label)
+{
+    auto *button = control<QPushButton>(label);
+    if (!expect(button && button->isEnabled(), QStringLiteral("%1 cannot be pressed").arg(label)))
+        return false;
+    TourHand::click(button);
+    return true;
+}
+
+bool TourStage::enter(const QString &label, const QString &number)
+{
+    auto *field = control<QAbstractSpinBox>(label);
+    if (!expect(field && field->isEnabled(), QStringLiteral("%1 cannot be typed into").arg(label)))
+        return false;
+    TourHand::click(field, QPoint(field->width() / 3, field->height() / 2));
+    TourHand::retype(field, number);
+    TourHand::key(field, Qt::Key_Return);
+    return true;
+}
+
+bool TourStage::choose(const QString &label, const QString &entry)
+{
+    auto *list = control<QComboBox>(label);
+    const bool chosen = list && list->isEnabled() && TourHand::choose(list, entry);
+    return expect(chosen, QStringLiteral("%1 does not offer %2").arg(label, entry));
 }
 
 int TourStage::shownRows() const

@@ -3,6 +3,7 @@
 
 #include <QModelIndex>
 #include <QString>
+#include <QWidget>
 
 class QComboBox;
 class QLineEdit;
@@ -10,7 +11,6 @@ class QTabWidget;
 class QTextBrowser;
 class QToolButton;
 class QTreeView;
-class QWidget;
 class Device;
 class HostContext;
 class ViewerWindow;
@@ -41,6 +41,24 @@ public:
     QTextBrowser *description() const;
     /// Clicks the panel's main tab of that number; false when there is none.
     bool openTab(int number);
+    /// Clicks the tab of a curated page; false when there is none.
+    bool openPage(int number);
+    /// The row of a curated page, known by its English label, scrolled into view; null when it is not shown.
+    QWidget *row(const QString &label) const;
+    /// The control of a row, scrolled into view; null when the row has none of that kind.
+    template <class Control>
+    Control *control(const QString &label) const
+    {
+        const QWidget *owner = row(label);
+        return owner ? owner->findChild<Control *>() : nullptr;
+    }
+    /// Clicks the row's button or switch; false when there is none or it is disabled.
+    bool press(const QString &label);
+    /// Types a number into the row's field and presses Enter; false when there is no such field.
+    bool enter(const QString &label, const QString &number);
+    /// Chooses an entry of the row's list; false when there is none.
+    bool choose(const QString &label, const QString &entry);
+
     /// Number of rows of the tree that can be seen or scrolled to.
     int shownRows() const;
     /// The row of a feature or category, invalid when it has none.

@@ -19,6 +19,7 @@
 #include "Host/Viewer/FrameStatus.h"
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/TourHand.h"
+#include "Host/Viewer/TourPageSteps.h"
 #include "Host/Viewer/TourStage.h"
 #include "Host/Viewer/ViewerCommands.h"
 #include "Host/Viewer/ViewerWindow.h"
@@ -248,11 +249,12 @@ bool openDescription(TourStage &stage)
 
 } // namespace
 
-const std::vector<TourStep> &tourSteps()
+std::vector<TourStep> tourSteps()
 {
-    static const std::vector<TourStep> steps = {
-        {"start", showStart},
-        {"camera-open", openCamera},
+    std::vector<TourStep> steps = {{"start", showStart}, {"camera-open", openCamera}};
+    const std::vector<TourStep> &pages = tourPageSteps();
+    steps.insert(steps.end(), pages.begin(), pages.end());
+    const std::vector<TourStep> features = {
         {"attribute-tab", openAttributeTab},
         {"expanded", expandTree},
         {"feature-selected", selectFeature},
@@ -273,5 +275,6 @@ const std::vector<TourStep> &tourSteps()
         {"camera-closed", closeCamera},
         {"description-file", openDescription},
     };
+    steps.insert(steps.end(), features.begin(), features.end());
     return steps;
 }

@@ -14,4 +14,5 @@ struct TourStep
     bool (*walk)(TourStage &stage); ///< false when it did not work; the stage knows why
 };
 
-const std::vector<TourStep> &tourSteps();
+/// The whole tour.
+std::vector<TourStep> tourSteps();
