@@ -68,8 +68,8 @@ HostContext::HostContext(Options options, QObject *parent) : QObject(parent), st
     discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder), announce);
     connect(discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
     connect(discovery.get(), &DeviceDiscovery::announced, this, &HostContext::announceFocus);
-    connect(&imageRegions, &ImageRegions::movedByUser, this, [this](const ImageRegion &region) {
-        eventListeners.raiseRegionMoved(region.device, region.handle, region.area);
+    connect(&imageRegions, &ImageRegions::movedByUser, this, [this](const QString &id, int handle, const QRect &area) {
+        eventListeners.raiseRegionMoved(id, handle, area);
     });
     connect(&pollTimer, &QTimer::timeout, this, &HostContext::pollFocused);
     pollTimer.start(pollInterval);

@@ -49,7 +49,7 @@ void ImageRegions::move(int handle, const QRect &area)
         return;
     // Whoever hears of it may remove the region.
     if (const ImageRegion *const moved = find(handle))
-        Q_EMIT movedByUser(ImageRegion(*moved));
+        Q_EMIT movedByUser(QString(moved->device), handle, QRect(moved->area));
 }
 
 bool ImageRegions::put(ImageRegion &region, const QRect &area)

@@ -47,7 +47,7 @@ Q_SIGNALS:
     void listChanged(const QString &device);
     /// A region of a device lies elsewhere now.
     void placed(const QString &device);
-    void movedByUser(const ImageRegion &region);
+    void movedByUser(const QString &device, int handle, const QRect &area);
 
 private:
     ImageRegion *find(int handle);

@@ -67,6 +67,19 @@ void paintLabel(QPainter &painter, const PaintedRegion &region, const QRectF &vi
     painter.drawText(place, Qt::AlignCenter, region.label);
 }
 
+/// At the bottom, where it seldom meets a region.
+void paintHint(QPainter &painter, const QString &hint, const QRectF &view)
+{
+    const int flags = Qt::AlignHCenter | Qt::AlignBottom | Qt::TextWordWrap;
+    const QRectF room = view.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
+    const QRectF text = painter.boundingRect(room, flags, hint);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(darkColour);
+    painter.drawRoundedRect(text.adjusted(-labelMargin, -labelMargin, labelMargin, labelMargin), 3, 3);
+    painter.setPen(hintColour);
+    painter.drawText(room, flags, hint);
+}
+
 void paintGrips(QPainter &painter, const PaintedRegion &region, const QRectF &view)
 {
     painter.setPen(line(darkColour, 1));
@@ -106,8 +119,6 @@ void paintCanvas(QPainter &painter, const QRectF &plate, const QRectF &view, con
     }
     painter.setPen(line(borderColour, 1));
     painter.drawRect(plate.adjusted(0.5, 0.5, -0.5, -0.5));
-    painter.setPen(hintColour);
-    const QRectF text = (plate & view).adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
-    painter.drawText(text, Qt::AlignCenter | Qt::TextWordWrap, hint);
+    paintHint(painter, hint, view);
     painter.restore();
 }
