@@ -33,7 +33,7 @@ qint64 cameraRegister(quint32 address)
     if (!socket.waitForReadyRead(1000))
         return -1;
     const QByteArray answer = socket.read(64);
-    return answer.size() < 12 ? -1 : qFromBigEndian<quint32>(answer.constData() + 8);
+    return answer.size() < 12 ? qint64(-1) : qFromBigEndian<quint32>(answer.constData() + 8);
 }
 
 } // namespace
@@ -100,6 +100,7 @@ void tst_EndToEnd::initTestCase()
 
 void tst_EndToEnd::startCamera()
 {
+    QVERIFY2(cameraRegister(widthRegister) < 0, "a camera that is none of this test answers here");
     camera.setProcessChannelMode(QProcess::MergedChannels);
     camera.start(program, {QStringLiteral("-i"), QStringLiteral("127.0.0.1"), QStringLiteral("-s"), serial});
     QVERIFY(camera.waitForStarted());
