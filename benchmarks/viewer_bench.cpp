@@ -71,6 +71,12 @@ public:
         throw std::runtime_error("no panel is shown");
     }
 
+    void stop()
+    {
+        context.stopAcquisition(cameraId);
+        handleEvents(200); // the panel unlocks what acquisitions lock
+    }
+
     void openTab(int tab) { panel()->findChild<QTabWidget *>(QStringLiteral("tabWidget"))->setCurrentIndex(tab); }
 
     /// The editor of a row.
@@ -118,7 +124,7 @@ void addTriggering(BenchReport &report, Viewer &viewer, const char *width, const
     toggle->click();
     handleEvents(triggerTime);
     toggle->click();
-    viewer.context.stopAcquisition(cameraId);
+    viewer.stop();
     viewer.write("TriggerMode", "Off");
 
     const double perSecond = triggers * 1000.0 / triggerTime;
@@ -137,7 +143,7 @@ void addLiveRefresh(BenchReport &report, Viewer &viewer)
         handleEvents(100);
         return -milliseconds([&] { QMetaObject::invokeMethod(viewer.panel(), "onRealUpdateTimerTimeout"); });
     });
-    viewer.context.stopAcquisition(cameraId);
+    viewer.stop();
     viewer.write("ExposureAuto", "Off");
     report.add("the slowest of 15 ticks of the live refresh, automatic exposure at work", slowest, "ms", 2);
 }
