@@ -236,7 +236,7 @@ void ImageView::panTo(const QPointF &position)
 
 void ImageView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->buttons() != Qt::NoButton)
+    if (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton)
         return;
     m_panning = false;
     m_regions->release();

@@ -205,20 +205,23 @@ void tst_ImageView::keysMoveTheSelectedRegion()
 
 void tst_ImageView::cursorTellsThePart_data()
 {
+    QTest::addColumn<QRect>("region");
     QTest::addColumn<QPoint>("at");
     QTest::addColumn<int>("cursor");
-    QTest::newRow("beside") << QPoint(50, 50) << int(Qt::ArrowCursor);
-    QTest::newRow("body") << QPoint(200, 150) << int(Qt::SizeAllCursor);
-    QTest::newRow("left") << QPoint(99, 150) << int(Qt::SizeHorCursor);
-    QTest::newRow("bottom") << QPoint(150, 226) << int(Qt::SizeVerCursor);
-    QTest::newRow("top left") << QPoint(102, 77) << int(Qt::SizeFDiagCursor);
-    QTest::newRow("bottom left") << QPoint(102, 226) << int(Qt::SizeBDiagCursor);
+    QTest::newRow("beside") << drawn << QPoint(50, 50) << int(Qt::ArrowCursor);
+    QTest::newRow("body") << drawn << QPoint(200, 150) << int(Qt::SizeAllCursor);
+    QTest::newRow("left") << drawn << QPoint(99, 150) << int(Qt::SizeHorCursor);
+    QTest::newRow("bottom") << drawn << QPoint(150, 226) << int(Qt::SizeVerCursor);
+    QTest::newRow("top left") << drawn << QPoint(102, 77) << int(Qt::SizeFDiagCursor);
+    QTest::newRow("bottom left") << drawn << QPoint(102, 226) << int(Qt::SizeBDiagCursor);
+    QTest::newRow("body of a small one") << QRect(400, 300, 10, 10) << QPoint(202, 152) << int(Qt::SizeAllCursor);
 }
 
 void tst_ImageView::cursorTellsThePart()
 {
+    QFETCH(QRect, region);
     QFETCH(QPoint, at);
-    draw(drawn);
+    draw(region);
     moveTo(at);
     QTEST(int(view->cursor().shape()), "cursor");
 }
@@ -240,13 +243,15 @@ void tst_ImageView::besideARegionTheImagePans()
 void tst_ImageView::selectsByClickAndTab()
 {
     const int first = draw(QRect(0, 0, 200, 200));
-    const int second = draw(QRect(400, 300, 200, 200));
+    const int second = draw(QRect(100, 100, 200, 200));
     QCOMPARE(view->regions().selected(), second);
-    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, {50, 50});
+    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, {25, 25});
     QCOMPARE(view->regions().selected(), first);
     QTest::keyClick(view.get(), Qt::Key_Tab);
     QCOMPARE(view->regions().selected(), second);
     QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(view->regions().selected(), first);
+    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, {75, 75}); // on both
     QCOMPARE(view->regions().selected(), first);
     regions->remove(camera, first);
     QCOMPARE(view->regions().selected(), second);
