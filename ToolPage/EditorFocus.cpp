@@ -64,6 +64,7 @@ void EditorFocus::watch(QWidget *editor)
         if (!isTabStop(candidate) || candidate->window() != m_row->window() || m_stops.contains(candidate))
             continue;
         m_stops.append(candidate);
+        candidate->setFocusPolicy(Qt::StrongFocus); // the wheel gives no focus
         candidate->installEventFilter(this);
         connect(candidate, &QObject::destroyed, this, [this, candidate] { m_stops.removeOne(candidate); });
     }
@@ -113,6 +114,9 @@ bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
     case QEvent::ShortcutOverride: // Escape may be a shortcut of the window
     case QEvent::KeyPress:
         return cancelEdit(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
+    case QEvent::Wheel: // scrolling over the page changes no value
+        event->setAccepted(static_cast<QWidget *>(watched)->hasFocus());
+        return !event->isAccepted();
     default:
         return false;
     }

@@ -10,7 +10,8 @@ class QPainter;
 class QWidget;
 
 /// The keyboard's way through the editor of a row: its place in the tab order, the mark of the focus, and Escape.
-/// A row reads from top to bottom with the rows around it, whenever its editor was made.
+/// The wheel scrolls the page unless the editor has the focus. A row reads from top to bottom with the rows around it,
+/// whenever its editor was made.
 class EditorFocus : public QObject
 {
     Q_OBJECT

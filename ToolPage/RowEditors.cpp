@@ -7,7 +7,6 @@
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -26,25 +25,6 @@ constexpr int DefaultIntegerStep = 1;
 constexpr double DefaultStep = 0.01;
 constexpr int Decimals = 4;
 
-/// Passes the wheel on to the page unless the editor has the focus, so that scrolling changes no value.
-class WheelFilter : public QObject
-{
-public:
-    explicit WheelFilter(QWidget *editor) : QObject(editor)
-    {
-        editor->setFocusPolicy(Qt::StrongFocus);
-        editor->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject *editor, QEvent *event) override
-    {
-        if (event->type() != QEvent::Wheel || static_cast<QWidget *>(editor)->hasFocus())
-            return false;
-        event->ignore();
-        return true;
-    }
-};
-
 template <class Pointer>
 bool casts(GenApi::INode *node)
 {
@@ -54,7 +34,6 @@ bool casts(GenApi::INode *node)
 template <class SpinBox>
 void trackEdits(SpinBox *spinBox)
 {
-    new WheelFilter(spinBox);
     spinBox->setContextMenuPolicy(Qt::NoContextMenu);
     spinBox->setProperty(Edited, false);
     QObject::connect(spinBox, &SpinBox::textChanged, spinBox, [spinBox] { spinBox->setProperty(Edited, true); });
@@ -214,7 +193,6 @@ QWidget *makeEnumeration(GenApi::INode *node, QWidget *parent, bool)
     showEnumeration(comboBox.get(), *GenApi::CEnumerationPtr(node));
     comboBox->setStyleSheet(StyleSheets::EnumerationList);
     comboBox->setItemDelegate(new QStyledItemDelegate(comboBox.get())); // the default one ignores item styles
-    new WheelFilter(comboBox.get());
     return comboBox.release();
 }
 
