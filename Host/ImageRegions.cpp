@@ -9,7 +9,7 @@ namespace {
 /// What lies between two edges on an image of that extent, as first pixel and length.
 std::pair<int, int> spanBetween(int edge, int opposite, int extent)
 {
-    const auto [low, high] = std::minmax(std::clamp(edge, 0, extent), std::clamp(opposite, 0, extent));
+    const auto [low, high] = std::minmax({std::clamp(edge, 0, extent), std::clamp(opposite, 0, extent)});
     return {low, high - low};
 }
 
@@ -18,6 +18,11 @@ QRect areaBetween(const QPoint &corner, const QPoint &opposite, const QSize &ima
     const auto [left, width] = spanBetween(corner.x(), opposite.x(), std::max(0, image.width()));
     const auto [top, height] = spanBetween(corner.y(), opposite.y(), std::max(0, image.height()));
     return {left, top, width, height};
+}
+
+auto withHandle(int handle)
+{
+    return [handle](const ImageRegion &one) { return one.handle == handle; };
 }
 
 } // namespace
@@ -92,9 +97,14 @@ QList<ImageRegion> ImageRegions::of(const QString &device) const
     return result;
 }
 
+ImageRegion ImageRegions::region(int handle) const
+{
+    const auto place = std::find_if(m_regions.begin(), m_regions.end(), withHandle(handle));
+    return place == m_regions.end() ? ImageRegion() : *place;
+}
+
 ImageRegion *ImageRegions::find(int handle)
 {
-    const auto hasHandle = [handle](const ImageRegion &one) { return one.handle == handle; };
-    const auto place = std::find_if(m_regions.begin(), m_regions.end(), hasHandle);
+    const auto place = std::find_if(m_regions.begin(), m_regions.end(), withHandle(handle));
     return place == m_regions.end() ? nullptr : &*place;
 }

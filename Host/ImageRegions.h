@@ -41,6 +41,8 @@ public:
 
     /// The regions of a device, the newest last.
     QList<ImageRegion> of(const QString &device) const;
+    /// The one with that handle; without a handle when there is none.
+    ImageRegion region(int handle) const;
 
 Q_SIGNALS:
     /// Regions of a device came or went.

@@ -77,11 +77,7 @@ QList<ImageRegion> RegionEditor::regions() const
 
 ImageRegion RegionEditor::region(int handle) const
 {
-    for (const ImageRegion &one : regions()) {
-        if (one.handle == handle)
-            return one;
-    }
-    return {};
+    return m_regions ? m_regions->region(handle) : ImageRegion();
 }
 
 /// The selected region lies on top of the others, newer ones on older ones.

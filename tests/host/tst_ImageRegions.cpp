@@ -53,7 +53,7 @@ private Q_SLOTS:
 
 private:
     int draw(int left, int top, int right, int bottom);
-    QRect area(int handle) const;
+    QRect area(int handle) const { return context->regions().region(handle).area; }
 
     QTemporaryDir folder;
     std::unique_ptr<HostContext> context;
@@ -89,15 +89,6 @@ int tst_ImageRegions::draw(int left, int top, int right, int bottom)
     bool status = false;
     const int result = HostCore::DrawROI(cameraKey, left, top, right, bottom, handle, status, 0, 0);
     return result == 0 && status ? handle : 0;
-}
-
-QRect tst_ImageRegions::area(int handle) const
-{
-    for (const ImageRegion &one : context->regions().of(camera)) {
-        if (one.handle == handle)
-            return one.area;
-    }
-    return {};
 }
 
 void tst_ImageRegions::cornersBecomeAnArea_data()
