@@ -311,13 +311,17 @@ void ViewerWindow::followState(const QString &id)
 
 void ViewerWindow::showFrame(const QString &id, const QImage &frame)
 {
-    if (m_devices->state(id) != DeviceTree::State::Acquiring)
+    const DeviceTree::State state = m_devices->state(id);
+    if (state != DeviceTree::State::Acquiring && state != DeviceTree::State::Open)
         return;
     const bool first = !m_frames.contains(id);
     m_frames.insert(id, frame);
     if (id != currentId())
         return;
-    m_image->showFrame(frame);
+    if (state == DeviceTree::State::Acquiring)
+        m_image->showFrame(frame);
+    else // the last one of an acquisition, which ended before it was here
+        showPicture();
     if (first)
         updateCommands();
 }

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void closingEndsAnOpenEditor();
     void quittingWhileAcquiring();
     void rateEndsWithTheAcquisition();
+    void onlyFrameIsShown();
 
 private:
     SimulatedDevice &device() const { return *static_cast<SimulatedDevice *>(context->device(camera)); }
@@ -164,6 +165,14 @@ void tst_ViewerFaults::rateEndsWithTheAcquisition()
     QTRY_COMPARE(state(), State::Open);
     QTRY_COMPARE(window->image().framesPerSecond(), 0.0);
     QVERIFY(!window->image().frame().isNull());
+}
+
+/// The camera has stopped by itself when its image comes.
+void tst_ViewerFaults::onlyFrameIsShown()
+{
+    QVERIFY(context->writeNode(camera, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
+    QVERIFY(context->startAcquisition(camera));
+    QTRY_VERIFY(!window->image().frame().isNull());
 }
 
 QTEST_MAIN(tst_ViewerFaults)
