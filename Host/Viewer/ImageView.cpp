@@ -18,6 +18,8 @@ const QColor focusColour(79, 214, 156);
 const QColor hintColour(196, 198, 200);
 constexpr double zoomStep = 1.25;
 constexpr qint64 rateWindow = 1000; // ms
+constexpr int silence = 2000; // ms without a frame
+constexpr Qt::MouseButtons dragButtons = Qt::MouseButtons(Qt::LeftButton) | Qt::MiddleButton;
 const QPointF nowhere(-1, -1);
 
 } // namespace
@@ -29,6 +31,12 @@ ImageView::ImageView(QWidget *parent) : QWidget(parent), m_regions(new RegionEdi
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     m_clock.start();
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(silence);
+    connect(&m_silence, &QTimer::timeout, this, [this] {
+        m_arrivals.clear();
+        Q_EMIT statusChanged();
+    });
     connect(m_regions, &RegionEditor::changed, this, qOverload<>(&QWidget::update));
 }
 
@@ -74,8 +82,9 @@ void ImageView::countFrame()
 {
     const qint64 now = m_clock.elapsed();
     m_arrivals.push_back(now);
-    while (m_arrivals.front() < now - rateWindow)
+    while (m_arrivals.size() > 2 && m_arrivals.front() < now - rateWindow)
         m_arrivals.pop_front();
+    m_silence.start();
 }
 
 double ImageView::framesPerSecond() const
@@ -108,6 +117,8 @@ QRectF ImageView::imageRect() const
 
 void ImageView::setZoom(double zoom, const QPointF &anchor)
 {
+    if (imageSize().isEmpty())
+        return;
     const QRectF before = imageRect();
     const double oldScale = this->zoom() / devicePixelRatioF();
     const QPointF pixel = (anchor - before.topLeft()) / oldScale;
@@ -161,7 +172,7 @@ QString ImageView::pixelText() const
     if (!m_frame.rect().contains(pixel))
         return QString();
     const QRgb value = m_frame.pixel(pixel);
-    const QString text = m_frame.isGrayscale()
+    const QString text = m_frame.format() == QImage::Format_Grayscale8
         ? QString::number(qGray(value))
         : QStringLiteral("%1, %2, %3").arg(qRed(value)).arg(qGreen(value)).arg(qBlue(value));
     return QStringLiteral("(%1, %2): %3").arg(pixel.x()).arg(pixel.y()).arg(text);
@@ -195,7 +206,7 @@ void ImageView::paintContent(QPainter &painter) const
 
 void ImageView::wheelEvent(QWheelEvent *event)
 {
-    if (imageSize().isEmpty() || event->angleDelta().y() == 0)
+    if (event->angleDelta().y() == 0)
         return;
     setZoom(zoom() * std::pow(zoomStep, event->angleDelta().y() / 120.0), event->position());
     event->accept();
@@ -203,11 +214,12 @@ void ImageView::wheelEvent(QWheelEvent *event)
 
 void ImageView::mousePressEvent(QMouseEvent *event)
 {
-    const bool grips = event->button() == Qt::LeftButton;
-    if ((!grips && event->button() != Qt::MiddleButton) || imageSize().isEmpty() || m_regions->isDragging())
+    const bool isSole = (event->buttons() & dragButtons) == event->button();
+    if (!isSole || imageSize().isEmpty())
         return;
     m_cursor = event->localPos();
-    if (grips && m_regions->press(m_cursor, placement()))
+    m_dragButton = event->button();
+    if (m_dragButton == Qt::LeftButton && m_regions->press(m_cursor, placement()))
         return;
     m_panning = !m_fitted;
     m_dragFrom = m_cursor;
@@ -236,8 +248,9 @@ void ImageView::panTo(const QPointF &position)
 
 void ImageView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton)
+    if (event->button() != m_dragButton)
         return;
+    m_dragButton = Qt::NoButton;
     m_panning = false;
     m_regions->release();
     showCursor();
@@ -249,9 +262,15 @@ void ImageView::showCursor()
     setCursor(m_panning ? Qt::ClosedHandCursor : regionCursor(part));
 }
 
-void ImageView::mouseDoubleClickEvent(QMouseEvent *)
+/// On a region it is one more press: hurried drags must not change the zoom.
+void ImageView::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    if (m_fitted)
+    if (imageSize().isEmpty())
+        return;
+    const bool onRegion = m_regions->partAt(event->localPos(), placement()) != NoEdge;
+    if (onRegion || event->button() != Qt::LeftButton)
+        mousePressEvent(event);
+    else if (m_fitted)
         zoomToOriginal();
     else
         zoomToFit();

@@ -3,6 +3,7 @@
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 
 #include <deque>
@@ -12,8 +13,8 @@
 /// Shows the frames of a camera, fitted to the view or at a chosen zoom, and the regions that lie on them.
 ///
 /// Zoom 1.0 is one image pixel per device pixel. The wheel zooms around the cursor, dragging pans, `+`, `-`,
-/// `0` (fit) and `1` (100 %) do the same from the keyboard. The middle button pans on a region, too, which the left one
-/// drags.
+/// `0` (fit) and `1` (100 %) do the same from the keyboard, a double click switches between the last two. The middle
+/// button pans on a region, too, which the left one drags.
 class ImageView : public QWidget
 {
     Q_OBJECT
@@ -42,7 +43,7 @@ public:
     bool isFitted() const { return m_fitted; }
     /// The zoom in force, fitted or chosen.
     double zoom() const;
-    /// Frames per second over the last second; 0 while fewer than two frames arrived in it.
+    /// Frames per second over the last second, or between the last two frames; 0 when none came for two seconds.
     double framesPerSecond() const;
     /// The value of the pixel under the cursor, "(x, y): value"; empty outside of the image.
     QString pixelText() const;
@@ -94,8 +95,10 @@ private:
     double m_zoom = 1;
     QPointF m_centre; ///< image point in the middle of the view; the image's middle while fitted
     QPointF m_cursor; ///< in view coordinates; negative while outside
+    Qt::MouseButton m_dragButton = Qt::NoButton; ///< the one whose release ends the drag
     bool m_panning = false;
     QPointF m_dragFrom; ///< in view coordinates
     QElapsedTimer m_clock;
-    std::deque<qint64> m_arrivals; ///< ms of the frames of the last second
+    QTimer m_silence; ///< fires when frames have stopped coming
+    std::deque<qint64> m_arrivals; ///< ms of the frames that count for the rate
 };

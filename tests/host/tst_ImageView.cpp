@@ -45,13 +45,15 @@ private Q_SLOTS:
     void besideARegionTheImagePans();
     void selectsByClickAndTab();
     void removalEndsADrag();
+    void otherButtonsLeaveADragAlone();
+    void doubleClickZoomsBesideRegions();
     void linesShowOnEveryImage_data();
     void linesShowOnEveryImage();
     void canvasStandsForAMissingPicture();
 
 private:
     int draw(const QRect &area);
-    QRect area(int handle) const;
+    QRect area(int handle) const { return regions->region(handle).area; }
     QPoint onView(const QPoint &pixel) const;
     /// View pixels per image pixel.
     double scale() const { return view->zoom() / view->devicePixelRatioF(); }
@@ -82,15 +84,6 @@ void tst_ImageView::init()
 int tst_ImageView::draw(const QRect &wanted)
 {
     return regions->draw(camera, imageSize, wanted.topLeft(), wanted.bottomRight() + QPoint(1, 1));
-}
-
-QRect tst_ImageView::area(int handle) const
-{
-    for (const ImageRegion &one : regions->of(camera)) {
-        if (one.handle == handle)
-            return one.area;
-    }
-    return {};
 }
 
 QPoint tst_ImageView::onView(const QPoint &pixel) const
@@ -268,6 +261,31 @@ void tst_ImageView::removalEndsADrag()
     release({230, 170});
     QCOMPARE(area(other), QRect(0, 0, 50, 50));
     QVERIFY(reports->isEmpty());
+}
+
+void tst_ImageView::otherButtonsLeaveADragAlone()
+{
+    const auto send = [this](QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held, const QPointF &at) {
+        QMouseEvent event(type, at, view->mapToGlobal(at.toPoint()), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(view.get(), &event);
+    };
+    const int handle = draw(drawn);
+    send(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, {200, 150});
+    send(QEvent::MouseButtonPress, Qt::MiddleButton, Qt::LeftButton | Qt::MiddleButton, {200, 150});
+    send(QEvent::MouseButtonRelease, Qt::MiddleButton, Qt::LeftButton, {200, 150});
+    send(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton, {210, 150});
+    QCOMPARE(area(handle), drawn.translated(20, 0));
+    send(QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, {210, 150});
+    QVERIFY(!view->regions().isDragging());
+}
+
+void tst_ImageView::doubleClickZoomsBesideRegions()
+{
+    draw(drawn);
+    QTest::mouseDClick(view->windowHandle(), Qt::LeftButton, {}, {200, 150});
+    QVERIFY(view->isFitted());
+    QTest::mouseDClick(view->windowHandle(), Qt::LeftButton, {}, {50, 50});
+    QVERIFY(!view->isFitted());
 }
 
 void tst_ImageView::linesShowOnEveryImage_data()

@@ -65,6 +65,7 @@ private Q_SLOTS:
     void zoomStaysInItsRange();
     void readsThePixelUnderTheCursor();
     void forgetsTheFrame();
+    void rateEndsWithTheFrames();
     void logIsBounded();
     void logCountsRepetitions();
     void everyGlyphIsDrawn();
@@ -164,6 +165,9 @@ void tst_Viewer::readsThePixelUnderTheCursor()
     QCOMPARE(view.pixelText(), QStringLiteral("(10, 20): 30"));
     pointAt(view, {10, 20});
     QCOMPARE(view.pixelText(), QString());
+    view.showFrame(chequered(100, 100).convertToFormat(QImage::Format_RGB888)); // a gray scene in colour
+    pointAt(view, {10, 70});
+    QCOMPARE(view.pixelText(), QStringLiteral("(10, 20): 30, 30, 30"));
 }
 
 void tst_Viewer::forgetsTheFrame()
@@ -175,7 +179,15 @@ void tst_Viewer::forgetsTheFrame()
     QVERIFY(view.frame().isNull());
     QCOMPARE(view.framesPerSecond(), 0.0);
     turnWheel(view, {50, 50}, 1);
-    QVERIFY(view.isFitted());
+    QTest::mouseDClick(&view, Qt::LeftButton);
+    QVERIFY(view.isFitted()); // what comes next
+}
+
+void tst_Viewer::rateEndsWithTheFrames()
+{
+    ImageView view;
+    QTRY_VERIFY((view.showFrame(chequered(10, 10)), view.framesPerSecond() > 0));
+    QTRY_COMPARE(view.framesPerSecond(), 0.0);
 }
 
 void tst_Viewer::logIsBounded()
