@@ -67,11 +67,13 @@ void paintLabel(QPainter &painter, const PaintedRegion &region, const QRectF &vi
     painter.drawText(place, Qt::AlignCenter, region.label);
 }
 
-/// At the bottom, where it seldom meets a region.
-void paintHint(QPainter &painter, const QString &hint, const QRectF &view)
+/// At the bottom of the view, or of the plate if it reaches down there: off the edge that regions start with.
+void paintHint(QPainter &painter, const QString &hint, const QRectF &plate, const QRectF &view)
 {
     const int flags = Qt::AlignHCenter | Qt::AlignBottom | Qt::TextWordWrap;
-    const QRectF room = view.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
+    QRectF room = view.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
+    if (painter.boundingRect(room, flags, hint).top() < plate.bottom() + hintMargin)
+        room.moveBottom(std::min(room.bottom(), plate.bottom() - hintMargin));
     const QRectF text = painter.boundingRect(room, flags, hint);
     painter.setPen(Qt::NoPen);
     painter.setBrush(darkColour);
@@ -119,6 +121,6 @@ void paintCanvas(QPainter &painter, const QRectF &plate, const QRectF &view, con
     }
     painter.setPen(line(borderColour, 1));
     painter.drawRect(plate.adjusted(0.5, 0.5, -0.5, -0.5));
-    paintHint(painter, hint, view);
+    paintHint(painter, hint, plate, view);
     painter.restore();
 }
