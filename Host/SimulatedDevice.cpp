@@ -2,6 +2,7 @@
 #include "Host/SimulatedDevice.h"
 
 #include <QFile>
+#include <QPointer>
 
 #include "Host/GenICamGuard.h"
 #include "Host/simulation/Firmware.h"
@@ -77,9 +78,9 @@ void SimulatedDevice::startRunning()
     connect(&thread, &QThread::finished, source, &QObject::deleteLater);
     connect(firmware.get(), &Firmware::acquisitionChanged, source, &FrameSource::setAcquiring, Qt::QueuedConnection);
     connect(firmware.get(), &Firmware::triggered, source, &FrameSource::trigger, Qt::QueuedConnection);
-    const auto deliver = [this, from = source] {
-        if (from == source) // else the device was closed meanwhile
-            Q_EMIT frameReady(source->take());
+    const auto deliver = [this, from = QPointer<FrameSource>(source)] {
+        if (from) // else the device was closed meanwhile
+            Q_EMIT frameReady(from->take());
     };
     connect(source, &FrameSource::frameReady, this, deliver, Qt::QueuedConnection);
     thread.start();

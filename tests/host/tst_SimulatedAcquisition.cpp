@@ -31,6 +31,7 @@ private Q_SLOTS:
     void linesTriggerUnlessDebounced();
     void outputLinesCarryTheirSource();
     void slowReceiversLoseFrames();
+    void framesEndWithClosing();
 };
 
 void tst_SimulatedAcquisition::acquisitionLocksAndUnlocks()
@@ -245,6 +246,21 @@ void tst_SimulatedAcquisition::slowReceiversLoseFrames()
     device->stopAcquisition();
     QTest::qWait(50);
     QVERIFY(frames.count() == 3 || frames.count() == 4); // one may have been on its way when the first was fetched
+}
+
+void tst_SimulatedAcquisition::framesEndWithClosing()
+{
+    const OpenDevice device("SIM-AREA-02");
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QString error;
+    QVERIFY(device->startAcquisition(&error));
+    const GenApi::CIntegerPtr acquired = device.integer("AcquiredFrameCount");
+    while (acquired->GetValue(false, true) < 2)
+        QThread::msleep(5);
+    device->close();
+    QVERIFY(device->open(&error));
+    QCoreApplication::processEvents();
+    QCOMPARE(frames.count(), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_SimulatedAcquisition)
