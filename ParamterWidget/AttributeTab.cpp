@@ -53,7 +53,7 @@ AttributeTab::~AttributeTab() = default;
 
 void AttributeTab::build(GenApi::INodeMap *nodeMap)
 {
-    if (m_disabled)
+    if (m_context.disabled)
         return;
     {
         const QSignalBlocker blocker(m_form.cboboxLevel);
@@ -79,7 +79,7 @@ void AttributeTab::filter(bool searching)
 {
     const std::string level = std::to_string(m_form.cboboxLevel->currentIndex());
     HostCore::SetParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, level);
-    if (!m_model || m_disabled || !m_context.nodeMap())
+    if (!m_model || m_context.disabled || !m_context.nodeMap())
         return;
     if (searching) {
         if (isFolded())
@@ -96,7 +96,7 @@ void AttributeTab::toggleFolding()
 
 void AttributeTab::describe(const QModelIndex &index)
 {
-    if (!m_model || m_disabled || index.model() != m_model.get())
+    if (!m_model || m_context.disabled || index.model() != m_model.get())
         return;
     if (GenApi::INode *const node = m_model->getItem(index)->GetFeaturePtr())
         m_descriptionPane->setText(featureDescription(node));
@@ -106,7 +106,7 @@ void AttributeTab::selectStoredLevel()
 {
     m_form.cboboxLevel->setCurrentIndex(storedLevel());
     // New texts select the first level without a filter run, so the selector may stand there already.
-    if (m_model && !m_disabled && m_shownLevel != m_form.cboboxLevel->currentIndex())
+    if (m_model && !m_context.disabled && m_shownLevel != m_form.cboboxLevel->currentIndex())
         applyFilter();
 }
 
@@ -118,7 +118,6 @@ void AttributeTab::retranslate()
 
 void AttributeTab::disable()
 {
-    m_disabled = true;
     if (m_model)
         m_model->dataDisabled = true;
     m_form.widget_featrue->setViewDataDisable();

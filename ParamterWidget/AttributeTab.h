@@ -58,5 +58,4 @@ private:
     QTextBrowser *m_descriptionPane;
     std::unique_ptr<TreeModel> m_model;
     int m_shownLevel = 0; ///< of the last filter run
-    bool m_disabled = false;
 };

@@ -31,6 +31,7 @@ struct PanelContext
     bool areaScan = false; ///< an area-scan camera
     bool card = false; ///< a card instead of a camera
     int language = 0; ///< 0 English, any other value Chinese
+    bool disabled = false; ///< the device must not be touched any more; stays true
 
     QVector<CToolBox *> toolBoxes; ///< of the inner tabs, first to fourth
     std::map<RowId, QWidget *> controls; ///< editors that the controllers made for rows of their own

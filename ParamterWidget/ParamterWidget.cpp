@@ -262,10 +262,11 @@ void ParamterWidget::setAllDetailWidgetVisiable(bool visible)
 
 void ParamterWidget::setParamterViewDisable()
 {
-    m_disabled = true;
+    m_context.disabled = true;
     m_attributeTab->disable();
     m_liveRefreshTimer.stop();
-    m_softTrigger->disable();
+    m_softTrigger->timer()->stop();
+    m_roiDrawing->disable();
     for (ToolPageWidgetItem *row : std::as_const(m_context.rows))
         row->releaseNode();
 }
@@ -283,7 +284,7 @@ void ParamterWidget::startAcquireOperation()
 
 void ParamterWidget::stopAcquireOperation()
 {
-    if (m_disabled)
+    if (m_context.disabled)
         return;
     m_roiDrawing->unlock();
     m_userSets->unlock();
@@ -382,7 +383,7 @@ void ParamterWidget::onToolPageWidgetItemClicked()
 
 void ParamterWidget::onTabWidgetIndexChanged()
 {
-    if (isFirstPageInView() && !m_disabled)
+    if (isFirstPageInView() && !m_context.disabled)
         m_liveRefreshTimer.start();
     else
         m_liveRefreshTimer.stop();

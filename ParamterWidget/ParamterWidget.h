@@ -132,5 +132,4 @@ private:
     QTimer m_liveRefreshTimer{this};
     std::unique_ptr<Ui_ParamterWidget> m_ui;
     std::unique_ptr<AttributeTab> m_attributeTab;
-    bool m_disabled = false;
 };

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSpinBox>
@@ -110,39 +111,48 @@ void RoiDrawing::pairRows()
     }
 }
 
-bool RoiDrawing::isDrawing() const
-{
-    return m_selectButton->isSelected();
-}
-
 void RoiDrawing::followSelectButton()
 {
-    if (!isDrawing()) {
+    // The host may raise events or throw while it is asked; the controls show the state that this leads to.
+    const auto showState = qScopeGuard([this] {
+        if (m_selectButton->isSelected() != m_drawing)
+            m_selectButton->setSelected(m_drawing);
+        enableButtons();
+    });
+    const bool select = m_selectButton->isSelected();
+    if (select && !m_drawing)
+        enterDrawing();
+    else if (!select && m_drawing)
         leaveDrawing();
-    } else if (!enterDrawing()) {
-        m_selectButton->setSelected(false);
-        m_drawButton->setEnabled(false);
-    }
 }
 
-bool RoiDrawing::enterDrawing()
+void RoiDrawing::enterDrawing()
 {
     if (!requestRegion())
-        return false;
-    showDrawingRows(true);
+        return;
+    if (!m_selectButton->isSelected()) { // acquisition started, or the device closed
+        HostCore::RomoveROI(m_context.deviceKey(), m_region);
+        return;
+    }
     adoptCameraRegion(m_horizontal);
     adoptCameraRegion(m_vertical);
-    m_resetImageSizeButton->setEnabled(false);
-    m_drawButton->setEnabled(true);
-    return true;
+    m_drawing = true;
+    showDrawingRows(true);
 }
 
-void RoiDrawing::leaveDrawing() const
+void RoiDrawing::leaveDrawing()
 {
-    HostCore::RomoveROI(m_context.deviceKey(), m_region);
+    m_drawing = false;
     showDrawingRows(false);
-    m_resetImageSizeButton->setEnabled(true);
-    m_drawButton->setEnabled(false);
+    HostCore::RomoveROI(m_context.deviceKey(), m_region);
+}
+
+void RoiDrawing::enableButtons()
+{
+    const bool operable = !m_locked && !m_context.disabled;
+    m_selectButton->setEnabled(operable);
+    m_drawButton->setEnabled(operable && m_drawing);
+    m_resetImageSizeButton->setEnabled(operable && !m_drawing);
 }
 
 /// Asks the host for a rectangle around the whole current image.
@@ -151,7 +161,7 @@ bool RoiDrawing::requestRegion()
     const std::string device = m_context.deviceKey();
     const std::optional<int> width = hostValue(device, m_horizontal.sizeFeature);
     const std::optional<int> height = width ? hostValue(device, m_vertical.sizeFeature) : std::nullopt;
-    if (!height)
+    if (!height || !m_selectButton->isSelected())
         return false;
     bool accepted = false;
     const int result = HostCore::DrawROI(device, 0, 0, *width, *height, m_region, accepted, 0, 0);
@@ -204,7 +214,7 @@ void RoiDrawing::moveHostRegion()
 
 void RoiDrawing::followHost(int leftX, int leftY, int rightX, int rightY)
 {
-    if (!m_hostMoveExpected || !isDrawing())
+    if (!m_hostMoveExpected || !m_drawing)
         return;
     const QSignalBlocker horizontal(m_horizontal.offset);
     const QSignalBlocker vertical(m_vertical.offset);
@@ -223,8 +233,10 @@ void RoiDrawing::followHost(const Axis &axis, int from, int to)
 
 void RoiDrawing::apply()
 {
-    if (isDrawing())
+    if (m_drawing)
         m_selectButton->click();
+    if (m_context.disabled) // the host closed the device with the region
+        return;
     write(m_horizontal.sizeFeature, m_horizontal.size->value());
     write(m_vertical.sizeFeature, m_vertical.size->value());
     write(m_horizontal.offsetFeature, m_horizontal.offset->value());
@@ -266,18 +278,21 @@ void RoiDrawing::restoreFullSize() const
 
 void RoiDrawing::lock()
 {
-    if (isDrawing())
+    if (m_selectButton->isSelected())
         m_selectButton->click();
-    setButtonsEnabled(false);
+    m_locked = true;
+    enableButtons();
 }
 
 void RoiDrawing::unlock()
 {
-    setButtonsEnabled(true);
+    m_locked = false;
+    enableButtons();
 }
 
-void RoiDrawing::setButtonsEnabled(bool enabled)
+void RoiDrawing::disable()
 {
-    m_selectButton->setEnabled(enabled);
-    m_resetImageSizeButton->setEnabled(enabled);
+    m_drawing = false;
+    m_selectButton->setSelected(false);
+    enableButtons();
 }

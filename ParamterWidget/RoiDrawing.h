@@ -36,7 +36,6 @@ public:
     /// Pairs the rows of the camera's region with those of the drawn one, once the page is built. A value that the
     /// camera lacks has neither row.
     void pairRows();
-    bool isDrawing() const;
 
     /// Starts or stops drawing, as the select button says. If the camera's size cannot be read or the host refuses,
     /// the state stays idle.
@@ -58,6 +57,8 @@ public:
     /// Ends drawing as the user's click would, and keeps the image size as it is until unlock().
     void lock();
     void unlock();
+    /// Once the panel is disabled: forgets the region, which goes with the device.
+    void disable();
 
 private:
     /// One direction of the region. Names are those of the camera's features.
@@ -76,14 +77,14 @@ private:
         ToolPageWidgetItem *drawn;
     };
 
-    bool enterDrawing();
-    void leaveDrawing() const;
+    void enterDrawing();
+    void leaveDrawing();
+    void enableButtons();
     bool requestRegion();
     void adoptCameraRegion(Axis &axis) const;
     void moveHostRegion();
     static void followHost(const Axis &axis, int from, int to);
     void write(const char *feature, int value) const;
-    void setButtonsEnabled(bool enabled);
 
     const PanelContext &m_context;
     SelectedButton *m_selectButton;
@@ -92,6 +93,8 @@ private:
     Axis m_horizontal;
     Axis m_vertical;
     QVector<RowPair> m_rowPairs;
+    bool m_drawing = false;
+    bool m_locked = false;
     int m_region = 0; ///< the host's handle of the rectangle
     bool m_hostMoveExpected = true; ///< false while the host may echo a move of the panel's own
 };

@@ -27,7 +27,7 @@ SoftTrigger::SoftTrigger(PanelContext &context, QWidget *controlsParent)
 
 void SoftTrigger::follow(const SwitchButton *switchButton)
 {
-    if (!switchButton || m_disabled)
+    if (!switchButton || m_context.disabled)
         return;
     m_timer.stop();
     if (switchButton->isOn())
@@ -38,10 +38,4 @@ void SoftTrigger::follow(const SwitchButton *switchButton)
 void SoftTrigger::fire() const
 {
     HostCore::SetCameraNodeValue(m_context.deviceKey(), "TriggerSoftware", std::string());
-}
-
-void SoftTrigger::disable()
-{
-    m_disabled = true;
-    m_timer.stop();
 }

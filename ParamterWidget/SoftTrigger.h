@@ -21,17 +21,14 @@ public:
     QSpinBox *intervalSpinBox() const { return m_interval; }
     SwitchButton *switchButton() const { return m_switch; }
 
-    /// Follows the state of a switch. Nothing happens for null or once the trigger is disabled.
+    /// Follows the state of a switch. Nothing happens for null or once the panel is disabled.
     void follow(const SwitchButton *switchButton);
     /// Triggers the camera once; a failure changes nothing.
     void fire() const;
-    /// Stops triggering for good.
-    void disable();
 
 private:
     const PanelContext &m_context;
     QTimer m_timer;
     QSpinBox *m_interval;
     SwitchButton *m_switch;
-    bool m_disabled = false;
 };

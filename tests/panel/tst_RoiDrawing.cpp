@@ -5,6 +5,9 @@
 #include <QTabWidget>
 #include <QtTest>
 
+#include <functional>
+#include <stdexcept>
+
 #include "CuratedPanel.h"
 #include "ToolPage/SelectedButton.h"
 #include "ToolPage/SwitchButton.h"
@@ -19,6 +22,9 @@ const QStringList drawnRows = {QStringLiteral("Draw-Width"), QStringLiteral("Dra
                                QStringLiteral("Draw-OffsetX"), QStringLiteral("Draw-OffsetY")};
 
 } // namespace
+
+using Event = std::function<void(ParamterWidget &panel)>;
+Q_DECLARE_METATYPE(Event)
 
 class tst_RoiDrawing : public QObject
 {
@@ -41,6 +47,8 @@ private Q_SLOTS:
     void restoresInOrder();
     void restoreSkipsUnknownMaxima();
     void acquisitionEndsDrawing();
+    void eventsWithinHostCalls_data();
+    void eventsWithinHostCalls();
     void rowsStayHiddenWhileDrawing();
     void missingFeaturesHaveNoRows();
 
@@ -299,6 +307,60 @@ void tst_RoiDrawing::acquisitionEndsDrawing()
     QVERIFY(m_panel->editor<SelectedButton>("DrawRoi")->isEnabled());
     QVERIFY(m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
     QVERIFY(m_panel->editor<QPushButton>("UserSetLoad")->isEnabled());
+
+    draw();
+    m_panel->panel->stopAcquireOperation(); // comes with every event of a device list
+    QVERIFY(isDrawing());
+    QVERIFY(!m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
+}
+
+/// The host may start acquisition, close the device or fail before it returns.
+void tst_RoiDrawing::eventsWithinHostCalls_data()
+{
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<Event>("event");
+    QTest::addColumn<QString>("enabled");
+    QTest::addColumn<int>("removals");
+    QTest::addColumn<int>("writes");
+    const Event starts = [](ParamterWidget &panel) { panel.startAcquireOperation(); };
+    const Event stops = [](ParamterWidget &panel) { panel.stopAcquireOperation(); };
+    const Event closes = [](ParamterWidget &panel) { panel.setParamterViewDisable(); };
+    const Event fails = [](ParamterWidget &) { throw std::runtime_error("no viewer"); };
+    const QString draw = QStringLiteral("DrawROI");
+    const QString remove = QStringLiteral("RomoveROI");
+    const QString idle = QStringLiteral("DrawRoi|Restore Image Size|");
+    QTest::newRow("drawing starts acquisition") << draw << starts << QString() << 1 << 0;
+    QTest::newRow("drawing tells of no acquisition")
+        << draw << stops << QStringLiteral("DrawRoi|ROIEffective|") << 0 << 0;
+    QTest::newRow("drawing closes the device") << draw << closes << QString() << 1 << 0;
+    QTest::newRow("drawing throws") << draw << fails << idle << 0 << 0;
+    QTest::newRow("reading closes the device") << QStringLiteral("GetCameraNodeValue") << closes << QString() << 0 << 0;
+    QTest::newRow("removing closes the device") << remove << closes << QString() << 1 << 0;
+    QTest::newRow("removing throws") << remove << fails << idle << 1 << 4;
+}
+
+void tst_RoiDrawing::eventsWithinHostCalls()
+{
+    QFETCH(QString, call);
+    QFETCH(Event, event);
+    m_panel->host.setCallHook([&](const QString &line) {
+        if (line.startsWith(call))
+            event(*m_panel->panel);
+    });
+    draw();
+    if (call == QStringLiteral("RomoveROI"))
+        m_panel->editor<QPushButton>("ROIEffective")->click();
+    m_panel->host.setCallHook({});
+    QString enabled;
+    for (const char *button : {"DrawRoi", "ROIEffective", "Restore Image Size"}) {
+        if (m_panel->editor<QPushButton>(button)->isEnabled())
+            enabled += QLatin1String(button) + QLatin1Char('|');
+    }
+    QTEST(enabled, "enabled");
+    QCOMPARE(isDrawing(), enabled.contains(QStringLiteral("ROIEffective")));
+    QCOMPARE(sizeRows(), isDrawing() ? drawnRows : cameraRows);
+    QTEST(int(hostCalls("RomoveROI").size()), "removals");
+    QTEST(int(m_panel->camera.written().size()), "writes");
 }
 
 void tst_RoiDrawing::rowsStayHiddenWhileDrawing()
