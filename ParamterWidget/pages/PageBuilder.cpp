@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/pages/PageBuilder.h"
 
+#include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ToolPage/CToolBox.h"
@@ -59,8 +60,12 @@ ToolPageWidgetItem *PageBuilder::buildRow(const RowSpec &spec)
     return row;
 }
 
+/// A look-up that throws costs its row only: rows without a page would lie about in the panel.
 GenApi::INode *PageBuilder::find(const RowSpec &spec) const
 {
-    return spec.lookup == Lookup::Alias ? FindNodeByLogicalName(QString::fromUtf8(spec.feature), m_nodeMap)
-                                        : m_nodeMap->GetNode(spec.feature);
+    if (spec.lookup == Lookup::Alias)
+        return FindNodeByLogicalName(QString::fromUtf8(spec.feature), m_nodeMap);
+    GenApi::INode *node = nullptr;
+    guarded("PageBuilder", [&] { node = m_nodeMap->GetNode(spec.feature); });
+    return node;
 }

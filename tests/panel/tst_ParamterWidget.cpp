@@ -19,8 +19,8 @@
 #include "ToolPage/CTabWidget.h"
 #include "ToolPage/CToolBox.h"
 #include "ToolPage/CToolPage.h"
-#include "ToolPage/SelectedButton.h"
 #include "ToolPage/SwitchButton.h"
+#include "ToolPage/ToolPageWidgetItem.h"
 #include "support/BracketTranslator.h"
 #include "support/FakeHostCore.h"
 #include "support/FatalMessages.h"
@@ -185,8 +185,9 @@ void tst_ParamterWidget::faultyNodeMaps()
     QFETCH(bool, mapThrows);
     QFETCH(bool, nodeIsNull);
     FaultyNode node([] { throw RUNTIME_EXCEPTION("refused"); });
-    FaultyNodeMap map(nodeIsNull ? nullptr : &node, [mapThrows] {
-        if (mapThrows)
+    int lookUps = 0;
+    FaultyNodeMap map(nodeIsNull ? nullptr : &node, [&] {
+        if (mapThrows && ++lookUps > 3)
             throw RUNTIME_EXCEPTION("no nodes");
     });
     m_messages->allow(QStringLiteral("An error is raised"));
@@ -197,6 +198,8 @@ void tst_ParamterWidget::faultyNodeMaps()
     const bool told =
         m_host.callsTo(QStringLiteral("VLogInfo")).contains(QStringLiteral("VLogInfo(ParamterWidget, no nodes, 0)"));
     QCOMPARE(told, mapThrows);
+    for (const ToolPageWidgetItem *row : m_panel->findChildren<ToolPageWidgetItem *>())
+        QVERIFY(row->parentWidget() != m_panel.get()); // no row lies about outside of the pages
     m_panel.reset();
 }
 
