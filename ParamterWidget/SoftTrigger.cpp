@@ -16,7 +16,8 @@ constexpr int FirstIntervalMs = 1000;
 } // namespace
 
 SoftTrigger::SoftTrigger(PanelContext &context, QWidget *controlsParent)
-    : m_context(context), m_interval(new QSpinBox(controlsParent)), m_switch(new SwitchButton(controlsParent))
+    : m_context(context), m_timer(controlsParent), m_interval(new QSpinBox(controlsParent)),
+      m_switch(new SwitchButton(controlsParent))
 {
     m_timer.setTimerType(Qt::PreciseTimer);
     m_interval->setRange(ShortestIntervalMs, LongestIntervalMs);
@@ -27,7 +28,7 @@ SoftTrigger::SoftTrigger(PanelContext &context, QWidget *controlsParent)
 
 void SoftTrigger::follow(const SwitchButton *switchButton)
 {
-    if (!switchButton || m_context.disabled)
+    if (!switchButton)
         return;
     m_timer.stop();
     if (switchButton->isOn())

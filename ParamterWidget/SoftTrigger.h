@@ -13,7 +13,7 @@ struct PanelContext;
 class SoftTrigger
 {
 public:
-    /// The two controls become children of `controlsParent`, until a page places them.
+    /// The two controls become children of `controlsParent`, until a page places them; the timer stays one.
     SoftTrigger(PanelContext &context, QWidget *controlsParent);
 
     QTimer *timer() { return &m_timer; }
@@ -21,7 +21,7 @@ public:
     QSpinBox *intervalSpinBox() const { return m_interval; }
     SwitchButton *switchButton() const { return m_switch; }
 
-    /// Follows the state of a switch. Nothing happens for null or once the panel is disabled.
+    /// Follows the state of a switch. Nothing happens for null.
     void follow(const SwitchButton *switchButton);
     /// Triggers the camera once; a failure changes nothing.
     void fire() const;

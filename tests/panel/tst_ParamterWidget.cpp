@@ -73,6 +73,7 @@ private:
     QTabWidget *mainTabs() const { return find<QTabWidget>("tabMainWidget"); }
     CTabWidget *innerTabs() const { return find<CTabWidget>("tabWidget"); }
     QTimer *liveRefreshTimer() const;
+    QTimer *triggerTimer() const;
 
     FakeHostCore &m_host = FakeHostCore::instance();
     std::unique_ptr<FatalMessages> m_messages;
@@ -100,6 +101,15 @@ QTimer *tst_ParamterWidget::liveRefreshTimer() const
 {
     for (QTimer *timer : m_panel->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly)) {
         if (timer->interval() == LiveRefreshMs)
+            return timer;
+    }
+    return nullptr;
+}
+
+QTimer *tst_ParamterWidget::triggerTimer() const
+{
+    for (QTimer *timer : m_panel->findChildren<QTimer *>()) {
+        if (timer->timerType() == Qt::PreciseTimer)
             return timer;
     }
     return nullptr;
@@ -288,9 +298,7 @@ void tst_ParamterWidget::softTrigger()
     QCOMPARE(triggers().first(), QStringLiteral("SetCameraNodeValue(cam, TriggerSoftware, )"));
     toggle->click();
     QVERIFY(interval->isEnabled());
-    const int soFar = triggers().size();
-    QTest::qWait(20);
-    QCOMPARE(triggers().size(), soFar);
+    QVERIFY(!triggerTimer()->isActive());
 }
 
 void tst_ParamterWidget::liveRefreshFollowsTheTabs()
@@ -319,7 +327,9 @@ void tst_ParamterWidget::disabledPanelsRest()
     auto *const tree = find<FeatureTreeView>("widget_featrue");
     auto *const toggle = m_panel->findChild<SwitchButton *>();
     toggle->click();
+    QVERIFY(triggerTimer()->isActive());
     m_panel->setParamterViewDisable();
+    QVERIFY(!triggerTimer()->isActive());
     m_camera->map->InvalidateNodes();
     m_camera->port.resetCounters();
     m_host.clearCalls();
@@ -328,8 +338,7 @@ void tst_ParamterWidget::disabledPanelsRest()
     toggle->click();
     mainTabs()->setCurrentIndex(1);
     mainTabs()->setCurrentIndex(0);
-    for (const QTimer *timer : m_panel->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly))
-        QVERIFY(!timer->isActive());
+    QVERIFY(!liveRefreshTimer()->isActive() && !triggerTimer()->isActive());
 
     m_panel->show();
     mainTabs()->setCurrentIndex(1);
