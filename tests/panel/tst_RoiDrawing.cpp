@@ -44,6 +44,7 @@ private Q_SLOTS:
     void panelsOwnMoveIsNotEchoed();
     void appliesInOrder();
     void appliesWhatTheCameraTakes();
+    void incrementOfZero();
     void restoresInOrder();
     void restoreSkipsUnknownMaxima();
     void acquisitionEndsDrawing();
@@ -190,6 +191,7 @@ void tst_RoiDrawing::hostMoves()
     m_panel->host.clearCalls();
     m_panel->panel->setDrawRoiPos(corners[0], corners[1], corners[2], corners[3]);
     QTEST(region(), "shown");
+    QCOMPARE(drawn("Width")->maximum(), 1280 - drawn("OffsetX")->value());
     QCOMPARE(hostCalls("SetROIPos"), QStringList());
 }
 
@@ -260,6 +262,17 @@ void tst_RoiDrawing::appliesWhatTheCameraTakes()
                           QStringLiteral("VLogInfo(RoiDrawing, The camera refuses Height 481, it gets 480, 0)"),
                           QStringLiteral("VLogInfo(RoiDrawing, The camera refuses OffsetX 101, it gets 100, 0)"),
                           QStringLiteral("VLogInfo(RoiDrawing, The camera refuses OffsetY 50, 0)")}));
+}
+
+void tst_RoiDrawing::incrementOfZero()
+{
+    open({{"Integer", "Width", "<Min>16</Min><Max>2448</Max><Inc>0</Inc>"}});
+    draw();
+    drawn("Width")->stepDown();
+    QCOMPARE(drawn("Width")->value(), 1279);
+    m_panel->camera.port.writeFault = MemoryPort::Fault::Refused;
+    m_panel->editor<QPushButton>("ROIEffective")->click();
+    QVERIFY(hostCalls("VLogInfo").contains(QStringLiteral("VLogInfo(RoiDrawing, The camera refuses Width 1279, 0)")));
 }
 
 void tst_RoiDrawing::restoresInOrder()
