@@ -89,6 +89,17 @@ void EditorFocus::leave(QWidget *editor)
         m_row->setFocus(Qt::OtherFocusReason);
 }
 
+bool EditorFocus::leaveDisabled()
+{
+    for (QWidget *stop : std::as_const(m_stops)) {
+        if (stop->hasFocus() && !stop->isEnabled()) {
+            m_row->setFocus(Qt::OtherFocusReason);
+            return true;
+        }
+    }
+    return false;
+}
+
 void EditorFocus::paint(QPainter &painter) const
 {
     for (const QWidget *stop : m_stops) {

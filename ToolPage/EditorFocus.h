@@ -25,6 +25,8 @@ public:
     void watch(QWidget *editor);
     /// Ends the editor's turn; the row keeps the place, so that Tab goes on from there.
     void leave(QWidget *editor);
+    /// The same for an editor that was disabled under the user's hands; false if none was.
+    bool leaveDisabled();
     /// Frames the widget of the editor that has the focus, if any; for the row's paintEvent().
     void paint(QPainter &painter) const;
 

@@ -370,6 +370,11 @@ void ToolPageWidgetItem::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
 }
 
+bool ToolPageWidgetItem::focusNextPrevChild(bool next)
+{
+    return m_focus->leaveDisabled() || QWidget::focusNextPrevChild(next);
+}
+
 /// Half the row, less where the row is so narrow that the editor would not fit beside it.
 int ToolPageWidgetItem::labelWidth() const
 {

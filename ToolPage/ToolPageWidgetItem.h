@@ -102,6 +102,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    /// The focus does not wander off to another row, where the next key would work, when an editor is disabled.
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void setTexts(const QStringList &names, const QStringList &descriptions);

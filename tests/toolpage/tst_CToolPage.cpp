@@ -237,6 +237,12 @@ void tst_CToolPage::tabReadsFromTopToBottom()
         QTest::keyClick(QApplication::focusWidget(), key);
     QTest::mouseClick(tool, Qt::LeftButton);
     QCOMPARE(visited, (QList<QByteArray>{"Width", "GatedByBoolean", "Tool"}));
+
+    tool->setEnabled(false); // under the user's hands
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QCOMPARE(visited.last(), QByteArray("Tool"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(visited.last(), QByteArray("Power"));
 }
 
 QTEST_MAIN(tst_CToolPage)
