@@ -11,8 +11,8 @@
 ///
 /// All texts are UTF-8. A device key is the host's identifier of a camera or card: the text of its
 /// device-list and focus events. The panel calls everything on the GUI thread, except StartGrab(),
-/// which it may call from a worker thread. No function may run an event loop. Where an `int` is returned, 0 is success and any other
-/// value a failure that the panel does not look at further.
+/// which it may call from a worker thread. No function may run an event loop. Where an `int` is
+/// returned, 0 is success and any other value a failure that the panel does not look at further.
 namespace HostCore {
 
 /// The kind of object that has the host's focus; also selects whose node map is wanted.
