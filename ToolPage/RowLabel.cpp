@@ -2,12 +2,14 @@
 #include "ToolPage/RowLabel.h"
 
 #include <QEvent>
+#include <QFontInfo>
 #include <QPainter>
 #include <QTextLayout>
 
 namespace {
 
 constexpr int OneLine = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr qreal TightestPitch = 1.15; ///< of lines, in units of the font's size
 constexpr QChar BreakHere(0x200b); ///< takes no room
 
 /// The text with places to break names such as AcquisitionFrameRate into their words.
@@ -48,7 +50,7 @@ void RowLabel::paintEvent(QPaintEvent *)
         painter.drawText(rect(), OneLine, elidedText());
 }
 
-/// Fonts of other scripts are taller than their letters need: lines may come as close as the label's own font allows.
+/// Fonts for many scripts are taller than most letters need: lines may come closer than the font wants.
 bool RowLabel::wrap(QTextLayout &lines) const
 {
     bool fits = true;
@@ -65,7 +67,7 @@ bool RowLabel::wrap(QTextLayout &lines) const
         const qreal middle = height() / 2.0 + (index - (count - 1) / 2.0) * pitch;
         line.setPosition(QPointF(0, middle - line.height() / 2));
     }
-    return fits && count * fontMetrics().height() <= height();
+    return fits && count * TightestPitch * QFontInfo(font()).pixelSize() <= height();
 }
 
 QString RowLabel::elidedText() const
