@@ -62,12 +62,12 @@ HostCore::FOCUS_TYPE focusType(const Device *device)
 
 HostContext::HostContext(Options options, QObject *parent) : QObject(parent), store(makeSettings(options.settingsFile))
 {
-    const auto announce = [this](const QStringList &cards, const QStringList &cameras) {
+    announcer = std::make_unique<DeviceAnnouncer>([this](const QStringList &cards, const QStringList &cameras) {
         eventListeners.raiseDeviceList(cards, cameras);
-    };
-    discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder), announce);
+    });
+    discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder));
     connect(discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
-    connect(discovery.get(), &DeviceDiscovery::announced, this, &HostContext::announceFocus);
+    connect(announcer.get(), &DeviceAnnouncer::announced, this, &HostContext::followAnnounced);
     connect(&imageRegions, &ImageRegions::movedByUser, this, [this](const QString &id, int handle, const QRect &area) {
         eventListeners.raiseRegionMoved(id, handle, area);
     });
@@ -79,11 +79,14 @@ HostContext::HostContext(Options options, QObject *parent) : QObject(parent), st
 HostContext::~HostContext()
 {
     theContext = nullptr;
+    // What is served while the announcer ends must find nothing to announce.
     discovery.reset();
-    for (Entry &one : entries) {
+    announcer->disconnect(this);
+    for (const Entry &one : entries)
         one.device->disconnect(this);
+    announcer.reset();
+    for (const Entry &one : entries)
         one.device->close();
-    }
 }
 
 HostContext *HostContext::current()
@@ -188,20 +191,16 @@ void HostContext::mergeFound(const std::vector<FoundDevice> &found)
     if (!changed)
         return;
     Q_EMIT deviceListChanged();
-    discovery->announce(ids(Device::Kind::Card), ids(Device::Kind::Camera));
+    announceDevices();
 }
 
 bool HostContext::open(const QString &id)
 {
     Entry *known = entry(id);
-    if (!known || known->closing) {
-        log(module, QStringLiteral("Device %1 cannot be opened now").arg(id));
-        return false;
-    }
-    if (known->ready)
+    if (known && known->ready)
         return true;
-    QString error;
-    if (!known->device->open(&error)) {
+    QString error = known ? QStringLiteral("it is still being closed, try again") : QStringLiteral("it is not known");
+    if (!known || known->closing || !known->device->open(&error)) {
         log(module, QStringLiteral("Opening %1 failed: %2").arg(id, error));
         return false;
     }
@@ -218,14 +217,32 @@ void HostContext::close(const QString &id)
         return;
     known->ready = false;
     known->closing = true;
+    closings += id;
     announceDevices(id);
+    Q_EMIT deviceStateChanged(id);
+}
+
+void HostContext::followAnnounced()
+{
+    // A camera that is listed as closed makes the panel show nothing, whoever has the focus.
+    announceFocus();
+    // A card that is new to the panel costs the cameras of that event their turn. It is new once, so after the last
+    // event every closed device has been seen.
+    if (!announcer->isIdle())
+        return;
+    const QStringList seen = std::exchange(closings, {});
+    for (const QString &id : seen)
+        releaseAfterPanels(id);
+}
+
+void HostContext::releaseAfterPanels(const QString &id)
+{
     imageRegions.removeAll(id);
     // The event has left the device's panels to deferred deletion. Deferred deletions run in their order, so the
     // node map goes when the last user of it has gone.
     auto *afterPanels = new QObject(this);
     connect(afterPanels, &QObject::destroyed, this, [this, id] { finishClosing(id); });
     afterPanels->deleteLater();
-    Q_EMIT deviceStateChanged(id);
 }
 
 void HostContext::finishClosing(const QString &id)
@@ -289,9 +306,7 @@ QStringList HostContext::ids(Device::Kind kind, const QString &first) const
 void HostContext::announceDevices(const QString &changed)
 {
     // A panel looks at the first card only.
-    eventListeners.raiseDeviceList(ids(Device::Kind::Card, changed), ids(Device::Kind::Camera));
-    // A camera that is listed as closed makes the panel show nothing, whoever has the focus.
-    announceFocus();
+    announcer->announce(ids(Device::Kind::Card, changed), ids(Device::Kind::Camera));
 }
 
 void HostContext::announceFocus()
@@ -391,9 +406,10 @@ bool HostContext::writeNode(const QString &id, const QString &node, const QStrin
 bool HostContext::accessNode(const QString &id, const QString &failure,
                              const std::function<void(GenApi::INodeMap &)> &access)
 {
-    const Device *known = isReady(id) ? device(id) : nullptr;
+    // A device that is closing answers until its panels have gone.
+    const Device *known = device(id);
     QString error = QStringLiteral("the device is not open");
-    if (known && guarded(&error, [&] { access(*known->nodeMap()); }))
+    if (known && known->nodeMap() && guarded(&error, [&] { access(*known->nodeMap()); }))
         return true;
     log(module, failure.arg(id, error));
     return false;

@@ -11,9 +11,11 @@
 #include <QObject>
 #include <QSettings>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
 #include "Host/Device.h"
+#include "Host/DeviceAnnouncer.h"
 #include "Host/DeviceDiscovery.h"
 #include "Host/HostListeners.h"
 #include "Host/ImageRegions.h"
@@ -58,9 +60,10 @@ public:
     void refreshDevices();
     bool isRefreshing() const;
 
-    /// Opens a device and announces it to the panel. False on failure, which is logged.
+    /// Opens a device and announces it to the panel, which follows soon. False on failure, which is logged; a device
+    /// that is still being closed cannot be opened.
     bool open(const QString &id);
-    /// Announces the device as closed and, once the event loop has removed its panel, releases it.
+    /// Announces the device as closed and releases it when the event loop has removed its panel.
     void close(const QString &id);
     /// Gives the focus to a device, open or not; an unknown or empty id takes it away from all.
     void setFocus(const QString &id);
@@ -128,6 +131,8 @@ private:
     const Entry *entry(const QString &id) const;
     void append(std::unique_ptr<Device> device, bool discovered);
     void connectDevice(Device *device);
+    void followAnnounced();
+    void releaseAfterPanels(const QString &id);
     void finishClosing(const QString &id);
     /// `failure` has places %1 and %2 left for the id and the reason.
     bool accessNode(const QString &id, const QString &failure, const std::function<void(GenApi::INodeMap &)> &access);
@@ -139,15 +144,17 @@ private:
     void acquiringChanged(const QString &id);
     /// The ids of a kind, `first` before all others.
     QStringList ids(Device::Kind kind, const QString &first = {}) const;
-    void announceDevices(const QString &changed);
+    void announceDevices(const QString &changed = {});
     void announceFocus();
     void pollFocused();
 
     std::vector<Entry> entries;
     QString focusId;
+    QStringList closings; ///< announced as closed, not seen by every panel yet
     HostListeners eventListeners;
     ImageRegions imageRegions;
     std::unique_ptr<QSettings> store;
+    std::unique_ptr<DeviceAnnouncer> announcer;
     std::unique_ptr<DeviceDiscovery> discovery;
     QTimer pollTimer;
 };

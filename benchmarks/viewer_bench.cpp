@@ -52,7 +52,8 @@ public:
         window.devices().select(cameraId);
         if (!context.open(cameraId))
             throw std::runtime_error("the simulated camera does not open");
-        QCoreApplication::processEvents();
+        while (!panel()->findChild<QWidget *>(QStringLiteral("DrawRoi"))) // until the panel has followed
+            handleEvents(10);
     }
 
     void write(const char *feature, const char *value)

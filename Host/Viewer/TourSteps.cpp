@@ -241,7 +241,7 @@ bool openDescription(TourStage &stage)
     const QString file = directory.filePath(say("camera.xml"));
     return stage.expect(QFile::copy(say(":/simulation/area_scan.xml"), file), say("there is no description to open"))
         && stage.expect(stage.window().openDescription(file), say("the description does not open"))
-        && stage.expect(TourHand::waitUntil([&] { return stage.shownRows() > 1 || stage.tabs()->count() == 2; }),
+        && stage.expect(TourHand::waitUntil([&] { return stage.tree() && stage.tree()->model(); }),
                         say("the description gets no panel"))
         && stage.expect(stage.openTab(attributeTab) && stage.isShown(say("DeviceControl")),
                         say("the features are not shown"));

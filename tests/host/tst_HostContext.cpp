@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <thread>
+#include <atomic>
+#include <functional>
 
 #include <QElapsedTimer>
-#include <QPointer>
+#include <QScopeGuard>
+#include <QSemaphore>
 #include <QSharedPointer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -13,59 +15,84 @@
 
 namespace {
 
-/// Stands for the panel: writes down the host's events and deletes its object when the camera is closed.
-class Panel final : public HostCore::IDeviceListUpdate, public HostCore::IFocusUpdate
+/// As the panel's bridge does: hands the event to the GUI thread and waits until it has been handled there.
+class WaitingListener final : public HostCore::IDeviceListUpdate
 {
 public:
-    Panel()
+    using Keys = std::vector<std::string>;
+    using Handler = std::function<void(int source, const Keys &cards, const Keys &cameras)>;
+
+    explicit WaitingListener(Handler handler = {}) : handle(std::move(handler))
     {
         HostCore::RegisterDeviceListUpdateListener(this);
-        HostCore::RegisterFocusUpdateListener(this);
     }
-    ~Panel()
+    ~WaitingListener() { HostCore::UnRegisterDeviceListUpdateListener(this); }
+
+    void OnUpdate(int source, Keys cards, Keys cameras) override
     {
-        HostCore::UnRegisterFocusUpdateListener(this);
-        HostCore::UnRegisterDeviceListUpdateListener(this);
+        const auto finished = QSharedPointer<std::atomic_bool>::create(false);
+        const auto follow = [=] {
+            ++handled;
+            if (handle)
+                handle(source, cards, cameras);
+            *finished = true;
+        };
+        thread = QThread::currentThread();
+        QMetaObject::invokeMethod(&guiObject, follow, Qt::QueuedConnection);
+        started = true;
+        for (int i = 0; i < 1000 && !*finished; ++i)
+            QThread::msleep(5);
+        returned = true;
     }
 
-    void OnUpdate(int source, std::vector<std::string> cards, std::vector<std::string> cameras) override
+    bool waitForCall() const
     {
-        const QMutexLocker lock(&mutex);
-        thread = QThread::currentThread();
-        const QStringList cardTexts = describe(cards, true);
+        for (int i = 0; i < 5000 && !started; ++i)
+            QThread::msleep(1);
+        return started;
+    }
+
+    int handled = 0;
+    std::atomic<QThread *> thread{nullptr}; ///< of the last call
+    std::atomic_bool started{false};
+    std::atomic_bool returned{false};
+
+private:
+    const Handler handle;
+    QObject guiObject;
+};
+
+/// Stands for the panel: writes down the host's events as it finds them on the GUI thread.
+class Panel final : public HostCore::IFocusUpdate
+{
+public:
+    Panel() { HostCore::RegisterFocusUpdateListener(this); }
+    ~Panel() { HostCore::UnRegisterFocusUpdateListener(this); }
+
+    void OnUpdate(HostCore::FOCUS_TYPE type, std::string id) override
+    {
+        events += QStringLiteral("focus %1 %2").arg(static_cast<int>(type)).arg(QString::fromStdString(id));
+    }
+
+    QStringList lists() const { return events.filter(QStringLiteral("list")); }
+    QThread *announcingThread() const { return listener.thread; }
+
+    QStringList events;
+    std::function<void()> onList;
+
+private:
+    void follow(int source, const WaitingListener::Keys &cards, const WaitingListener::Keys &cameras)
+    {
+        const QString cardTexts = describe(cards, true).join(QLatin1Char(' '));
         events += QStringLiteral("list %1 [%2] [%3]")
                       .arg(source)
-                      .arg(cardTexts.join(QLatin1Char(' ')), describe(cameras, false).join(QLatin1Char(' ')));
+                      .arg(cardTexts, describe(cameras, false).join(QLatin1Char(' ')));
         if (onList)
             onList();
     }
 
-    void OnUpdate(HostCore::FOCUS_TYPE type, std::string id) override
-    {
-        const QMutexLocker lock(&mutex);
-        events += QStringLiteral("focus %1 %2").arg(static_cast<int>(type)).arg(QString::fromStdString(id));
-    }
-
-    QStringList seenEvents()
-    {
-        const QMutexLocker lock(&mutex);
-        return events;
-    }
-
-    QStringList takeEvents()
-    {
-        const QMutexLocker lock(&mutex);
-        QStringList taken;
-        taken.swap(events);
-        return taken;
-    }
-
-    std::function<void()> onList;
-    QThread *thread = nullptr;
-
-private:
     /// Ids with "+" when open and "*" when acquiring.
-    static QStringList describe(const std::vector<std::string> &ids, bool areCards)
+    static QStringList describe(const WaitingListener::Keys &ids, bool areCards)
     {
         QStringList result;
         for (const std::string &id : ids) {
@@ -77,32 +104,24 @@ private:
         return result;
     }
 
-    QMutex mutex; ///< guards events and thread
-    QStringList events;
+    WaitingListener listener{
+        [this](int source, const auto &cards, const auto &cameras) { follow(source, cards, cameras); }};
 };
 
-/// As the panel's bridge does: hands the event to the GUI thread and waits until it has been handled there.
-class WaitingListener final : public HostCore::IDeviceListUpdate
+/// Lets as many device-list events through as a test allows.
+class Gate final : public HostCore::IDeviceListUpdate
 {
 public:
-    void OnUpdate(int, std::vector<std::string>, std::vector<std::string>) override
+    Gate() { HostCore::RegisterDeviceListUpdateListener(this); }
+    ~Gate()
     {
-        const auto finished = QSharedPointer<std::atomic_bool>::create(false);
-        const auto handle = [this, finished] {
-            ++handled;
-            *finished = true;
-        };
-        QMetaObject::invokeMethod(&guiObject, handle, Qt::QueuedConnection);
-        started = true;
-        for (int i = 0; i < 1000 && !*finished; ++i)
-            QThread::msleep(5);
-        returned = true;
+        pass.release(1000);
+        HostCore::UnRegisterDeviceListUpdateListener(this);
     }
 
-    QObject guiObject;
-    int handled = 0;
-    std::atomic_bool started{false};
-    std::atomic_bool returned{false};
+    void OnUpdate(int, std::vector<std::string>, std::vector<std::string>) override { pass.acquire(); }
+
+    QSemaphore pass;
 };
 
 FoundDevice foundCamera(const QString &id)
@@ -128,14 +147,17 @@ private Q_SLOTS:
     void openingTellsThePanel();
     void openingFails();
     void theNodeMapOutlivesThePanels();
+    void theNodeMapOutlivesEventsThatPanelsSkip();
     void closingDevicesCannotBeOpened();
     void lostDevicesAreClosedOnce();
     void cardsAreAnnouncedFirst();
     void acquisitionIsAnnounced();
     void framesOfOpenDevicesAreForwarded();
     void discoveryKeepsTheListUpToDate();
-    void discoveryAnnouncesOnItsThread();
+    void searchResultsAreAnnounced();
+    void eventsWaitForNoSearch();
     void unregisteringEndsAWaitingCall();
+    void theEndServesAWaitingCall();
     void theEndWaitsForARunningSearch();
     void onlyTheFocusedDeviceIsPolled();
 
@@ -173,17 +195,17 @@ void tst_HostContext::openingTellsThePanel()
     QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("0"));
     Panel panel;
     QVERIFY(context->open(text("cam")));
-    QCOMPARE(panel.takeEvents(), QStringList({text("list 1 [] [cam+ other]"), text("focus 3 cam")}));
-    QCOMPARE(panel.thread, thread());
+    QVERIFY(panel.events.isEmpty());
+    QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam+ other]"), text("focus 3 cam")}));
+    QVERIFY(panel.announcingThread() != thread());
     QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("1"));
     QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE), std::string("1"));
     QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "cam", HostCore::NODE_MAP_DEVICE));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "other", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(context->open(text("cam")));
-    QVERIFY(panel.takeEvents().isEmpty());
+    QVERIFY(context->open(text("cam"))); // tells nothing new
     context->setFocus(text("unknown"));
-    QCOMPARE(panel.takeEvents(), QStringList({text("focus 0 ")}));
+    QTRY_COMPARE(panel.events.mid(2), QStringList({text("focus 0 ")}));
 }
 
 void tst_HostContext::openingFails()
@@ -201,24 +223,44 @@ void tst_HostContext::openingFails()
 void tst_HostContext::theNodeMapOutlivesThePanels()
 {
     TestDevice *device = addDevice("cam");
+    Panel panel;
     QVERIFY(context->open(text("cam")));
+    QTRY_COMPARE(panel.lists().size(), 1);
     QStringList order;
     auto *widget = new QObject;
     connect(widget, &QObject::destroyed, this, [&] { order += text("panel"); });
     connect(device, &TestDevice::closed, this, [&] { order += text("node map"); });
-    Panel panel;
     panel.onList = [&] {
         order += text("event");
         widget->deleteLater();
     };
     context->close(text("cam"));
-    panel.onList = nullptr;
-    QCOMPARE(order, QStringList({text("event")}));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(device->isOpen());
-    QCOMPARE(panel.takeEvents().first(), text("list 1 [] [cam]"));
+    QVERIFY(context->writeNode(text("cam"), text("Width"), text("5"))); // the panel may not have followed yet
     QTRY_VERIFY(!device->isOpen());
+    QVERIFY(!context->writeNode(text("cam"), text("Width"), text("5")));
+    QCOMPARE(panel.lists().last(), text("list 1 [] [cam]"));
     QCOMPARE(order, QStringList({text("event"), text("panel"), text("node map")}));
+}
+
+/// A panel that opens a card does not look at the cameras of that event.
+void tst_HostContext::theNodeMapOutlivesEventsThatPanelsSkip()
+{
+    TestDevice *device = addDevice("cam");
+    addDevice("card", Device::Kind::Card);
+    Gate gate;
+    const Panel panel;
+    QVERIFY(context->open(text("cam")));
+    gate.pass.release();
+    QTRY_COMPARE(panel.events.size(), 2);
+    context->close(text("cam"));
+    QVERIFY(context->open(text("card")));
+    gate.pass.release();
+    QTRY_COMPARE(panel.events.size(), 4);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(device->isOpen());
+    gate.pass.release();
+    QTRY_VERIFY(!device->isOpen());
 }
 
 void tst_HostContext::closingDevicesCannotBeOpened()
@@ -226,7 +268,9 @@ void tst_HostContext::closingDevicesCannotBeOpened()
     TestDevice *device = addDevice("cam");
     QVERIFY(context->open(text("cam")));
     context->close(text("cam"));
+    QSignalSpy log(context.get(), &HostContext::logLine);
     QVERIFY(!context->open(text("cam")));
+    QVERIFY(log.value(0).value(2).toString().contains(text("still being closed")));
     QTRY_VERIFY(!device->isOpen());
     QVERIFY(context->open(text("cam")));
     context->close(text("cam"));
@@ -236,13 +280,14 @@ void tst_HostContext::closingDevicesCannotBeOpened()
 void tst_HostContext::lostDevicesAreClosedOnce()
 {
     TestDevice *device = addDevice("cam");
+    const Panel panel;
     QVERIFY(context->open(text("cam")));
+    QTRY_COMPARE(panel.lists().size(), 1);
     QSignalSpy log(context.get(), &HostContext::logLine);
-    Panel panel;
     Q_EMIT device->lost(text("no heartbeat"));
     Q_EMIT device->lost(text("no heartbeat"));
-    QCOMPARE(panel.takeEvents().filter(text("list")), QStringList({text("list 1 [] [cam]")}));
     QTRY_VERIFY(!device->isOpen());
+    QCOMPARE(panel.lists().mid(1), QStringList({text("list 1 [] [cam]")}));
     Q_EMIT device->lost(text("no heartbeat"));
     QCOMPARE(log.size(), 1);
     QVERIFY(context->open(text("cam")));
@@ -255,7 +300,7 @@ void tst_HostContext::cardsAreAnnouncedFirst()
     context->setFocus(text("card 2"));
     Panel panel;
     QVERIFY(context->open(text("card 2")));
-    QCOMPARE(panel.takeEvents(), QStringList({text("list 1 [card 2+ card 1] []"), text("focus 2 card 2")}));
+    QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+ card 1] []"), text("focus 2 card 2")}));
     QCOMPARE(HostCore::GetCardInfo("card 1", HostCore::CARD_INFO_STATE), std::string("4"));
     QVERIFY(HostCore::GetCardInfo("unknown", HostCore::CARD_INFO_STATE).empty());
     QVERIFY(HostCore::GetCameraInfo("card 2", HostCore::CAM_INFO_OPENED).empty());
@@ -266,12 +311,13 @@ void tst_HostContext::acquisitionIsAnnounced()
 {
     TestDevice *device = addDevice("cam");
     QVERIFY(!context->startAcquisition(text("cam")));
+    const Panel panel;
     QVERIFY(context->open(text("cam")));
-    Panel panel;
+    QTRY_COMPARE(panel.lists().size(), 1);
     QVERIFY(context->startAcquisition(text("cam")));
-    QCOMPARE(panel.takeEvents().first(), text("list 1 [] [cam+*]"));
+    QTRY_COMPARE(panel.lists().value(1), text("list 1 [] [cam+*]"));
     context->stopAcquisition(text("cam"));
-    QCOMPARE(panel.takeEvents().first(), text("list 1 [] [cam+]"));
+    QTRY_COMPARE(panel.lists().value(2), text("list 1 [] [cam+]"));
     device->refusal = text("no bandwidth");
     QVERIFY(!context->startAcquisition(text("cam")));
 }
@@ -320,30 +366,70 @@ void tst_HostContext::discoveryKeepsTheListUpToDate()
     QCOMPARE(ids(), QStringList({text("simulated")}));
 }
 
-void tst_HostContext::discoveryAnnouncesOnItsThread()
+void tst_HostContext::searchResultsAreAnnounced()
 {
-    Panel panel;
+    const Panel panel;
     searchResult = {foundCamera(text("cam"))};
     context->refreshDevices();
-    QTRY_COMPARE(panel.seenEvents(), QStringList({text("list 1 [] [cam]"), text("focus 0 ")}));
-    QVERIFY(panel.thread != thread());
+    QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam]"), text("focus 0 ")}));
+}
+
+void tst_HostContext::eventsWaitForNoSearch()
+{
+    QSemaphore end;
+    HostContext::Options options;
+    options.settingsFile = folder.filePath(text("host.ini"));
+    options.finder = [&end] {
+        end.acquire();
+        return std::vector<FoundDevice>();
+    };
+    context.reset();
+    context = std::make_unique<HostContext>(std::move(options));
+    const auto release = qScopeGuard([&] {
+        end.release();
+        context.reset(); // the search uses the semaphore
+    });
+    TestDevice *device = addDevice("cam");
+    const Panel panel;
+    context->refreshDevices();
+    QVERIFY(context->open(text("cam")));
+    QTRY_COMPARE(panel.events.value(0), text("list 1 [] [cam+]"));
+    context->close(text("cam"));
+    QTRY_VERIFY(!device->isOpen());
+    QVERIFY(context->isRefreshing());
 }
 
 void tst_HostContext::unregisteringEndsAWaitingCall()
 {
+    addDevice("cam");
     auto listener = std::make_unique<WaitingListener>();
-    HostCore::RegisterDeviceListUpdateListener(listener.get());
-    std::thread caller([this] { context->listeners().raiseDeviceList({}, {text("cam")}); });
-    while (!listener->started)
-        QThread::msleep(1);
+    QVERIFY(context->open(text("cam")));
+    QVERIFY(context->startAcquisition(text("cam")));
+    QVERIFY(listener->waitForCall());
     QElapsedTimer timer;
     timer.start();
     HostCore::UnRegisterDeviceListUpdateListener(listener.get());
-    const bool returned = listener->returned;
-    caller.join();
-    QVERIFY(returned);
+    QVERIFY(listener->returned);
     QCOMPARE(listener->handled, 1);
     QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
+}
+
+/// Whoever forgot to unregister costs no five seconds, and what waits is dropped.
+void tst_HostContext::theEndServesAWaitingCall()
+{
+    addDevice("cam");
+    addDevice("other");
+    WaitingListener listener;
+    QVERIFY(context->open(text("cam")));
+    QVERIFY(context->open(text("other")));
+    context->close(text("cam"));
+    QVERIFY(listener.waitForCall());
+    QElapsedTimer timer;
+    timer.start();
+    context.reset();
+    QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
+    QVERIFY(listener.returned);
+    QCOMPARE(listener.handled, 1);
 }
 
 void tst_HostContext::theEndWaitsForARunningSearch()
@@ -358,6 +444,7 @@ void tst_HostContext::theEndWaitsForARunningSearch()
         ended = true;
         return std::vector<FoundDevice>{foundCamera(text("cam"))};
     };
+    context.reset();
     context = std::make_unique<HostContext>(std::move(options));
     const Panel panel;
     context->refreshDevices();

@@ -189,7 +189,7 @@ void tst_ImageRegions::closingRemovesRegions()
         Q_EMIT context->device(camera)->lost(QStringLiteral("cable"));
     else
         context->close(camera);
-    QCOMPARE(changed.size(), 1);
+    QTRY_COMPARE(changed.size(), 1);
     QVERIFY(context->regions().of(camera).isEmpty());
     QCOMPARE(context->regions().of(QStringLiteral("silent")).value(0).area, QRect(5, 5, 15, 5));
     lines->clear();

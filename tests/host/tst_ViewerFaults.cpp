@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QAbstractItemModel>
 #include <QElapsedTimer>
+#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeView>
@@ -23,6 +24,18 @@ const QString camera = QStringLiteral("SIM-AREA-01");
 const QString feature = QStringLiteral("ExposureTime");
 constexpr int attributeTab = 1;
 
+/// Tells when a device-list event has begun. Who registers later is called after it.
+class FirstListener final : public HostCore::IDeviceListUpdate
+{
+public:
+    FirstListener() { HostCore::RegisterDeviceListUpdateListener(this); }
+    ~FirstListener() { HostCore::UnRegisterDeviceListUpdateListener(this); }
+
+    void OnUpdate(int, std::vector<std::string>, std::vector<std::string>) override { called.release(); }
+
+    QSemaphore called;
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(SimulatedDevice::Fault)
@@ -39,6 +52,7 @@ private Q_SLOTS:
     void editOnAFailingLink();
     void closingEndsAnOpenEditor();
     void quittingWhileAcquiring();
+    void quittingWhileThePanelFollows();
     void rateEndsWithTheAcquisition();
     void onlyFrameIsShown();
 
@@ -154,6 +168,22 @@ void tst_ViewerFaults::quittingWhileAcquiring()
     QElapsedTimer clock;
     clock.start();
     QVERIFY(window->close());
+    cleanup();
+    QVERIFY2(clock.elapsed() < 1000, "quitting takes too long");
+}
+
+/// The event that opens the camera's panel waits for the thread that deletes the window.
+void tst_ViewerFaults::quittingWhileThePanelFollows()
+{
+    stage.reset();
+    window.reset();
+    FirstListener listener;
+    window = std::make_unique<ViewerWindow>(*context);
+    QVERIFY(context->startAcquisition(camera));
+    context->close(camera);
+    QVERIFY(listener.called.tryAcquire(1, 5000));
+    QElapsedTimer clock;
+    clock.start();
     cleanup();
     QVERIFY2(clock.elapsed() < 1000, "quitting takes too long");
 }
