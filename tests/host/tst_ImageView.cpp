@@ -357,7 +357,7 @@ void tst_ImageView::canvasStandsForAMissingPicture()
 
     QVERIFY(context.drawRegion(id, {10, 10}, {20, 20}));
     context.close(id);
-    QVERIFY(window.image().imageSize().isEmpty());
+    QTRY_VERIFY(window.image().imageSize().isEmpty());
     QCOMPARE(window.image().regions().selected(), 0);
 }
 
