@@ -106,7 +106,7 @@ void ParamterWidget::connectProfiler()
 
 bool ParamterWidget::followsProfiler() const
 {
-    return m_profiler && !m_context.areaScan && !m_context.deviceName.isEmpty();
+    return m_profiler && !m_disabled && !m_context.areaScan && !m_context.deviceName.isEmpty();
 }
 
 void ParamterWidget::init3DParameters()
@@ -119,7 +119,7 @@ void ParamterWidget::init3DParameters()
 
 void ParamterWidget::update3DCustomParameters()
 {
-    if (m_profiler)
+    if (m_profiler && !m_disabled)
         guarded(Module, [this] { m_profiler->readDevice(); });
 }
 
@@ -138,7 +138,7 @@ void ParamterWidget::imageMaskWidgetUpdate()
 template <class Tool>
 void ParamterWidget::forward(Tool ProfilerPages::*tool, void (Tool::*follow)() const)
 {
-    if (m_profiler && sender())
+    if (m_profiler && !m_disabled)
         guarded(Module, [&] { (m_profiler.get()->*tool.*follow)(); });
 }
 
@@ -146,13 +146,13 @@ template <class Tool>
 void ParamterWidget::forward(Tool ProfilerPages::*tool, void (Tool::*follow)(const QObject *control) const)
 {
     const QObject *const control = sender();
-    if (m_profiler && control)
+    if (m_profiler && !m_disabled && control)
         guarded(Module, [&] { (m_profiler.get()->*tool.*follow)(control); });
 }
 
 void ParamterWidget::onFrameTriggerModeChanged()
 {
-    if (!m_context.areaScan)
+    if (sender() && !m_context.areaScan)
         forward(&ProfilerPages::trigger, &TriggerTab::followFrameTriggerMode);
 }
 
@@ -168,7 +168,7 @@ void ParamterWidget::onSoftwareTriggerBtnClicked()
 
 void ParamterWidget::onLineScanModeChanged()
 {
-    if (!m_context.areaScan)
+    if (sender() && !m_context.areaScan)
         forward(&ProfilerPages::trigger, &TriggerTab::followLineScanMode);
 }
 
@@ -179,18 +179,19 @@ void ParamterWidget::onBatchModeChanged()
 
 void ParamterWidget::onDrawMeasureRangeClicked()
 {
-    forward(&ProfilerPages::image, &ImageTab::followMeasureRange);
+    if (sender())
+        forward(&ProfilerPages::image, &ImageTab::followMeasureRange);
 }
 
 void ParamterWidget::onGrayImageButtonClicked()
 {
-    if (!m_context.areaScan)
+    if (sender() && !m_context.areaScan)
         forward(&ProfilerPages::image, &ImageTab::followGrayImage);
 }
 
 void ParamterWidget::onYMeasureValueChanged()
 {
-    if (!m_context.areaScan)
+    if (sender() && !m_context.areaScan)
         forward(&ProfilerPages::image, &ImageTab::followContourSpacing);
 }
 
@@ -201,7 +202,8 @@ void ParamterWidget::onMaskWidgetMouseClicked()
 
 void ParamterWidget::onLaserAdjustModeChanged()
 {
-    forward(&ProfilerPages::contour, &ContourTab::followLaserAdjustMode);
+    if (sender())
+        forward(&ProfilerPages::contour, &ContourTab::followLaserAdjustMode);
 }
 
 void ParamterWidget::onSizeInfoAutoClicked()

@@ -6,12 +6,14 @@
 #include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QThread>
 
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/profiler/HostValues.h"
 #include "ParamterWidget/profiler/ProfilerControls.h"
+#include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
 
@@ -57,13 +59,21 @@ void Corrections::writeTilt() const
     writeNode(m_context, "SinData", text(std::sin(angle)));
     QThread::msleep(SinePause);
     writeNode(m_context, "CosData", text(std::cos(angle)));
-    m_tilt->clearFocus();
+    leave(m_tilt, RowId::TiltCorrection);
 }
 
 void Corrections::writeHeight() const
 {
     writeNode(m_context, "ZCoorScale", text(m_height->value()));
-    m_height->clearFocus();
+    leave(m_height, RowId::HeightCorrection);
+}
+
+void Corrections::leave(QDoubleSpinBox *field, RowId id) const
+{
+    ToolPageWidgetItem *const row = m_context.placed(id).row;
+    const QSignalBlocker blocker(field); // a field that loses the focus ends its editing, for the second time here
+    if (row && field->hasFocus())
+        row->setFocus(Qt::OtherFocusReason);
 }
 
 void Corrections::determine(const QObject *button) const

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ParamterWidget/pages/RowSpec.h"
+
 class QDoubleSpinBox;
 class QObject;
 class QPushButton;
@@ -34,6 +36,8 @@ public:
 private:
     void writeTilt() const;
     void writeHeight() const;
+    /// Takes the focus from a field; its row keeps the place, so that Tab goes on from there.
+    void leave(QDoubleSpinBox *field, RowId id) const;
 
     const PanelContext &m_context;
     QDoubleSpinBox *m_tilt;

@@ -114,21 +114,22 @@ void TriggerTab::showFrameTriggerSource() const
     }
     const QSignalBlocker blocker(m_frameTriggerSource); // the device has it already
     m_frameTriggerSource->setCurrentText(source);
-    enableSoftwareTrigger();
+    enableSoftwareTrigger(source);
 }
 
 void TriggerTab::followFrameTriggerSource() const
 {
+    const QString source = m_frameTriggerSource->currentText();
     writeSequence(m_context, SelectFrameTrigger);
-    writeNode(m_context, Source, m_frameTriggerSource->currentText());
+    writeNode(m_context, Source, source);
     QThread::msleep(Pause);
     writeSequence(m_context, LineTriggerSource);
-    enableSoftwareTrigger();
+    enableSoftwareTrigger(source);
 }
 
-void TriggerTab::enableSoftwareTrigger() const
+void TriggerTab::enableSoftwareTrigger(const QString &source) const
 {
-    m_softwareTrigger->setEnabled(m_frameTriggerSource->currentText().contains(QLatin1String("Software")));
+    m_softwareTrigger->setEnabled(source.contains(QLatin1String("Software")));
 }
 
 void TriggerTab::followLineScanMode() const

@@ -3,6 +3,7 @@
 
 class QComboBox;
 class QPushButton;
+class QString;
 class QWidget;
 struct PanelContext;
 
@@ -39,7 +40,7 @@ public:
 
 private:
     void showFrameTriggerSource() const;
-    void enableSoftwareTrigger() const;
+    void enableSoftwareTrigger(const QString &source) const;
 
     const PanelContext &m_context;
     QComboBox *m_frameTriggerMode;

@@ -7,6 +7,7 @@
 #include <QDoubleSpinBox>
 #include <QPushButton>
 
+#include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/profiler/HostValues.h"
 #include "ParamterWidget/profiler/ProfilerControls.h"
@@ -57,8 +58,8 @@ void ZRange::determine() const
 {
     HostValues::writeSetting(m_context, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("1"));
     HostCore::SetCameraImageMode(m_context.deviceKey(), ProfileMode, false);
-    // The host may take its time, and the panel may go meanwhile.
-    std::thread([device = m_context.deviceKey()] { HostCore::StartGrab(device); }).detach();
+    // The host may take its time, and the panel may go meanwhile. Its log cannot be reached from that thread.
+    std::thread([device = m_context.deviceKey()] { errorOf([&] { HostCore::StartGrab(device); }); }).detach();
 }
 
 void ZRange::follow(const QObject *bound) const
