@@ -2,16 +2,54 @@
 #include "ParamterWidget/profiler/ProfilerControls.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
 #include "ToolPage/StyleSheets.h"
+
+namespace {
+
+/// Leaving a field whose value is still the one that was met there, or that Enter finished, finishes no editing:
+/// walking over the page must not store values again, rounded to the field's decimals.
+class NumberField : public QDoubleSpinBox
+{
+public:
+    using QDoubleSpinBox::QDoubleSpinBox;
+
+protected:
+    void focusInEvent(QFocusEvent *event) override
+    {
+        QDoubleSpinBox::focusInEvent(event);
+        m_settled = value();
+    }
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        QDoubleSpinBox::keyPressEvent(event);
+        if (event->key() == Qt::Key_Enter || event->key() == Qt::Key_Return)
+            m_settled = value();
+    }
+    void focusOutEvent(QFocusEvent *event) override
+    {
+        interpretText();
+        std::optional<QSignalBlocker> blocker;
+        if (value() == m_settled)
+            blocker.emplace(this);
+        QDoubleSpinBox::focusOutEvent(event);
+    }
+
+private:
+    double m_settled = 0;
+};
+
+} // namespace
 
 QComboBox *ProfilerControls::list(const QStringList &entries, QWidget *parent)
 {
@@ -22,10 +60,10 @@ QComboBox *ProfilerControls::list(const QStringList &entries, QWidget *parent)
     return list;
 }
 
-QDoubleSpinBox *ProfilerControls::numberField(QWidget *parent)
+QDoubleSpinBox *ProfilerControls::numberField(QWidget *parent, int decimals)
 {
-    auto *const field = new QDoubleSpinBox(parent);
-    field->setDecimals(4);
+    auto *const field = new NumberField(parent);
+    field->setDecimals(decimals);
     return field;
 }
 

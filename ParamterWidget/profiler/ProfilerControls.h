@@ -13,8 +13,9 @@ namespace ProfilerControls {
 
 /// A list with the first entry chosen.
 QComboBox *list(const QStringList &entries, QWidget *parent);
-/// A field for numbers with four decimals, 0 to 0.99 at first.
-QDoubleSpinBox *numberField(QWidget *parent);
+/// A field for numbers, 0 to 99.99 at first. It tells that editing has finished after Enter, and when it is left with
+/// another value than it was entered with.
+QDoubleSpinBox *numberField(QWidget *parent, int decimals = 4);
 void setRange(QDoubleSpinBox *field, double minimum, double maximum, double step);
 /// The panel's text for "Auto", "Settings" and the like.
 QPushButton *button(const char *text, QWidget *parent);

@@ -21,6 +21,7 @@ using HostValues::readSetting;
 constexpr double Highest = 9.0; // mm
 constexpr double Lowest = -9.0;
 constexpr double Step = 0.01;
+constexpr int Decimals = 2;
 constexpr int ButtonHeight = 30;
 constexpr int ProfileMode = 1; ///< image mode of the host
 
@@ -35,7 +36,8 @@ void show(const PanelContext &context, HostCore::CAM_INFO item, double ifEmpty, 
 
 ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
     : m_context(context), m_auto(ProfilerControls::button("Auto", controlsParent)),
-      m_maximum(new QDoubleSpinBox(controlsParent)), m_minimum(new QDoubleSpinBox(controlsParent))
+      m_maximum(ProfilerControls::numberField(controlsParent, Decimals)),
+      m_minimum(ProfilerControls::numberField(controlsParent, Decimals))
 {
     m_auto->setFixedHeight(ButtonHeight);
     const double upper = number(readNode(context, "ZUpSizeInfo"), Highest).value_or(Highest);
