@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int mostLinesPerTick = 120;
+constexpr int mostLinesPerTick = 400; // a busy machine is late sometimes
 constexpr std::chrono::milliseconds imageInterval{100};
 constexpr qint64 sensorImage = 1; // of ImageOutputMode
 constexpr qint64 shortFrame = 1; // of ContinuousMode
