@@ -97,7 +97,12 @@ ParamterWidget::ParamterWidget(QWidget *parent)
     m_liveRefreshTimer.start(LiveRefreshPeriod);
 }
 
-ParamterWidget::~ParamterWidget() = default;
+/// An editor that loses the focus by being deleted ends its editing; that must not reach what is left of the panel.
+ParamterWidget::~ParamterWidget()
+{
+    for (QWidget *child : findChildren<QWidget *>())
+        child->disconnect(this);
+}
 
 void ParamterWidget::setUpFilterBar()
 {

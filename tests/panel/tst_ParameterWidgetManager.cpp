@@ -326,7 +326,7 @@ void tst_ParameterWidgetManager::profilerPages()
     QCOMPARE(pagesOf("similar", "17"), 3);
     QCOMPARE(pagesOf("unlisted", "5"), 3);
     QCOMPARE(pagesOf("without type", ""), 3);
-    m_window->setProperty("profilerTypeCodes", {});
+    m_window->setProperty("profilerTypeCodes", QVariant());
     QCOMPARE(pagesOf("after", "7"), 3);
     QCOMPARE(pagesOf("listed", "1"), 4);
 

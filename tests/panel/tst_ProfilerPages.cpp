@@ -30,12 +30,14 @@ private Q_SLOTS:
 
     void start_data();
     void start();
+    void unusableTextsChangeNothing();
     void completeProfiler();
     void missingFeatures();
     void rowsFollowTheModes();
     void languages();
     void userSets();
     void releasedPanel();
+    void deletedPanel();
 };
 
 void tst_ProfilerPages::start_data()
@@ -111,6 +113,23 @@ void tst_ProfilerPages::start()
     QCOMPARE(m_log.size(), 3);
 }
 
+void tst_ProfilerPages::unusableTextsChangeNothing()
+{
+    open(words("SinData=0.5 52=0.25 55=4.5"));
+    choose("BatchTransmitMode", 2);
+    for (const auto &[lines, text] : {std::pair("0", "x"), std::pair("-1", "inf"), std::pair("many", "nan")}) {
+        m_panel->host.setNodeValue("cam", "BatchNumber", lines);
+        m_panel->host.setNodeValue("cam", "SinData", text);
+        for (int item : {HostCore::CAM_INFO_CONTOUR_SPACING, HostCore::CAM_INFO_Z_MAXIMUM})
+            m_panel->host.setCameraInfo("cam", item, text);
+        m_panel->panel->init3DParameters();
+        QCOMPARE(shown("BatchTransmitMode"), QStringLiteral("Full"));
+        QCOMPARE(value("TiltCorrection"), 30.0);
+        QCOMPARE(value("ContourSpacer"), 0.25);
+        QCOMPARE(value("ZUpSizeInfo"), 4.5);
+    }
+}
+
 void tst_ProfilerPages::completeProfiler()
 {
     open();
@@ -144,6 +163,13 @@ void tst_ProfilerPages::missingFeatures()
     m_log.clear();
     click("GrabRangeCompression");
     QCOMPARE(taken(), QStringLiteral("RomoveROI(0) Set(OffsetY,0)"));
+
+    m_panel.reset();
+    const CuratedPanel closed({}, PageSet::Profiler, [](CuratedPanel &panel) {
+        panel.host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr);
+    });
+    QCOMPARE(closed.innerTabs()->count(), 4);
+    QCOMPARE(closed.labels(), QStringList());
 }
 
 void tst_ProfilerPages::rowsFollowTheModes()
@@ -244,6 +270,15 @@ void tst_ProfilerPages::releasedPanel()
     m_panel->panel->hide();
     QCOMPARE(taken(), QString());
     QCOMPARE(m_panel->camera.port.accesses.size(), size_t(0));
+}
+
+/// A field that is being typed in loses the focus, and with it ends its editing, when half of the panel has gone.
+void tst_ProfilerPages::deletedPanel()
+{
+    open();
+    type("TiltCorrection", "12");
+    m_panel->panel.reset();
+    QCOMPARE(taken(), QString());
 }
 
 QTEST_MAIN(tst_ProfilerPages)
