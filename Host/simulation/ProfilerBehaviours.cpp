@@ -18,7 +18,11 @@ using ProfilerRates::LineStart;
 class Belt : public Behaviour
 {
 public:
-    void powerUp(Firmware &) override { sinceTimer = milliseconds(0); }
+    void powerUp(Firmware &) override
+    {
+        sinceTimer = milliseconds(0);
+        encoderZero = 0.0;
+    }
 
     void written(Firmware &firmware, const RegisterWrite &write) override
     {

@@ -37,7 +37,7 @@ bool isHidden(double x, double y, double height)
 /// The height that a device with this mounting measures without any correction.
 double measured(const Settings &settings, double x, double height)
 {
-    return height * settings.mountingScale / std::cos(settings.mountingTilt) + x * std::tan(settings.mountingTilt);
+    return height * settings.mountingScale + x * settings.mountingSlope;
 }
 
 double corrected(const Settings &settings, double x, double z)

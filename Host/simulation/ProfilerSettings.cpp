@@ -73,8 +73,9 @@ ProfilerSettings ProfilerSettings::fromRegisters(const RegisterMemory &memory)
     settings.scaleZ = memory.number("ZCoorScale");
     settings.sine = memory.number("SinData");
     settings.cosine = memory.number("CosData");
-    settings.mountingTilt = memory.number("TestMountingTilt") * radiansPerDegree;
-    settings.mountingScale = memory.number("TestMountingScale");
+    const double tilt = memory.number("TestMountingTilt") * radiansPerDegree;
+    settings.mountingSlope = std::tan(tilt);
+    settings.mountingScale = memory.number("TestMountingScale") / std::cos(tilt);
     settings.strayLight = integer("TestStrayLight") == 1;
     return settings;
 }
@@ -82,7 +83,7 @@ ProfilerSettings ProfilerSettings::fromRegisters(const RegisterMemory &memory)
 double ProfilerSettings::lineBrightness(double reflectance) const
 {
     const double light = reflectance * exposure / usualExposure * laser / usualLaser;
-    return usualBrightness * std::pow(light, 1.0 / (1.0 + 0.6 * dynamicRange));
+    return usualBrightness * (dynamicRange == 0 ? light : std::pow(light, 1.0 / (1.0 + 0.6 * dynamicRange)));
 }
 
 namespace ProfilerRates {

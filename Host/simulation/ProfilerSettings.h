@@ -46,8 +46,8 @@ struct ProfilerSettings
     double sine = 0.0; ///< of the tilt that is corrected
     double cosine = 1.0;
 
-    double mountingTilt = 0.0; ///< radians
-    double mountingScale = 1.0;
+    double mountingSlope = 0.0; ///< rise along X that the tilted mounting makes
+    double mountingScale = 1.0; ///< factor that it makes of heights
     bool strayLight = true;
 
     static ProfilerSettings fromRegisters(const RegisterMemory &memory);

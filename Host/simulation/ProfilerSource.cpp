@@ -106,7 +106,6 @@ void ProfilerSource::startFrame(double linesDue)
     const bool intensity = setting("DepthDataType") == 1;
     frame = emptyFrame(int(std::max<qint64>(1, setting("AcquisitionLineCount"))), intensity);
     gray = blackImage(frame.height);
-    sent = 0;
     due = linesDue;
     inFrame = true;
     medianOverTime.clear();
@@ -144,7 +143,7 @@ void ProfilerSource::takeLines(double linesPerSecond)
     while (due >= 1.0) {
         due -= 1.0;
         if (takeLine(position - pitchY * due)) {
-            if (batchIsFull() && due < double(setting("BatchNumber"))) // else more batches are ready at once
+            if (batchIsFull() && due < double(setting("BatchNumber"))) // else the next one is ready at once
                 sendBatch(false);
             continue;
         }
@@ -197,7 +196,6 @@ void ProfilerSource::cutFrame()
 void ProfilerSource::sendBatch(bool last)
 {
     frame.complete = last;
-    sent = frame.lines;
     deliver({gray, std::make_shared<const HeightFrame>(frame)});
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+
 #include "Host/simulation/FrameSource.h"
 #include "Host/simulation/ProfilerFilters.h"
 #include "Host/simulation/ProfilerSensor.h"
@@ -28,7 +30,7 @@ private:
     void takeLines(double linesPerSecond);
     /// False when that was the last line of the frame.
     bool takeLine(double y);
-    bool batchIsFull() const { return frame.lines - sent >= setting("BatchNumber"); }
+    bool batchIsFull() const { return frame.lines % std::max<qint64>(1, setting("BatchNumber")) == 0; }
     void sendBatch(bool last);
     void takeSensorImage();
     double linesSinceSignal() const;
@@ -41,7 +43,6 @@ private:
     ProfilerSettings settings; ///< of the running tick
     HeightFrame frame;
     QImage gray; ///< the heights of the frame as a picture
-    int sent = 0; ///< lines of the frame that were handed out
     double due = 0.0; ///< lines that should have been taken by now
     std::chrono::milliseconds sinceImage{0};
     bool acquiring = false;
