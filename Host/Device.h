@@ -7,6 +7,8 @@
 
 #include <GenApi/GenApi.h>
 
+#include "Host/HeightFrame.h"
+
 /// A camera or card that the demo host can open: a real one or a simulated one.
 ///
 /// Everything is called on the GUI thread. Frames may be produced on another thread; they arrive through
@@ -28,7 +30,7 @@ public:
     virtual QString displayName() const = 0;
     virtual Kind kind() const { return Kind::Camera; }
     virtual Transport transport() const { return Transport::Other; }
-    /// CAM_INFO_TYPE_CODE of the device: "0" area-scan, "4" attribute tab only; see HostCore.h.
+    /// CAM_INFO_TYPE_CODE of the device: "0" area-scan, "4" attribute tab only, "5" laser profiler; see HostCore.h.
     virtual QString typeCode() const { return QStringLiteral("0"); }
 
     /// Connects to the device and loads its description. False on failure, with the reason in `error`
@@ -48,6 +50,10 @@ public:
 
 Q_SIGNALS:
     void frameReady(const QImage &frame);
+    /// The heights of the frame whose gray picture the frameReady() right after this shows. Only profilers raise it,
+    /// once for each part of a frame, on the GUI thread and as queued as frameReady(): parts that came while the
+    /// receiver was busy are left out, a later one holds their profiles too.
+    void heightReady(const HeightFrame &frame);
     void acquiringChanged(bool acquiring);
     /// The device stopped answering; close() is still to be called.
     void lost(const QString &reason);

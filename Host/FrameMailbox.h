@@ -3,23 +3,44 @@
 
 #include <deque>
 #include <mutex>
+#include <utility>
 
 #include <QImage>
 
-/// Images on their way from a producing thread to the GUI thread. A few may wait; when a further one comes, the oldest
-/// goes, so that a slow receiver sees the newest. Thread-safe.
-class FrameMailbox
+/// Images (or other frames) on their way from a producing thread to the GUI thread. A few may wait; when a further one
+/// comes, the oldest goes, so that a slow receiver sees the newest. Thread-safe.
+template <class Frame>
+class BasicFrameMailbox
 {
 public:
     static constexpr std::size_t capacity = 3;
 
     /// True when the receiver is to be told to take() once; false when the image took the place of the oldest one,
     /// whose turn it takes.
-    bool put(const QImage &frame);
+    bool put(Frame frame)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        const bool full = waiting.size() == capacity;
+        if (full)
+            waiting.pop_front();
+        waiting.push_back(std::move(frame));
+        return !full;
+    }
+
     /// The oldest image that waits. Call it once for each put() that returned true.
-    QImage take();
+    Frame take()
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (waiting.empty())
+            return {};
+        Frame frame = std::move(waiting.front());
+        waiting.pop_front();
+        return frame;
+    }
 
 private:
     std::mutex mutex;
-    std::deque<QImage> waiting;
+    std::deque<Frame> waiting;
 };
+
+using FrameMailbox = BasicFrameMailbox<QImage>;

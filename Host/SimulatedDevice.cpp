@@ -72,15 +72,19 @@ bool SimulatedDevice::open(QString *error)
 
 void SimulatedDevice::startRunning()
 {
-    source = new FrameSource(*firmware);
+    source = model.source(*firmware).release();
     source->moveToThread(&thread);
     connect(&thread, &QThread::started, source, &FrameSource::run);
     connect(&thread, &QThread::finished, source, &QObject::deleteLater);
     connect(firmware.get(), &Firmware::acquisitionChanged, source, &FrameSource::setAcquiring, Qt::QueuedConnection);
     connect(firmware.get(), &Firmware::triggered, source, &FrameSource::trigger, Qt::QueuedConnection);
     const auto deliver = [this, from = QPointer<FrameSource>(source)] {
-        if (from) // else the device was closed meanwhile
-            Q_EMIT frameReady(from->take());
+        if (!from) // the device was closed meanwhile
+            return;
+        const SimulatedFrame frame = from->take();
+        if (frame.heights)
+            Q_EMIT heightReady(*frame.heights);
+        Q_EMIT frameReady(frame.image);
     };
     connect(source, &FrameSource::frameReady, this, deliver, Qt::QueuedConnection);
     thread.start();

@@ -26,6 +26,7 @@ struct SimulatedModel
     QString description; ///< resource with the GenICam description
     QStringList powerUpTables; ///< resources with register contents, the last one wins
     Behaviours (*behaviours)() = nullptr;
+    std::unique_ptr<FrameSource> (*source)(Firmware &) = nullptr; ///< what takes its frames
 };
 
 /// A device without hardware: a description, a register memory and behaviours that change it as a device would.

@@ -2,12 +2,20 @@
 #include "Host/SimulatedDevices.h"
 
 #include "Host/SimulatedDevice.h"
+#include "Host/simulation/PictureSource.h"
+#include "Host/simulation/ProfilerSource.h"
 
 namespace {
 
 QString file(const char *name)
 {
     return QStringLiteral(":/simulation/") + QLatin1String(name);
+}
+
+template <class Source>
+std::unique_ptr<FrameSource> makeSource(Firmware &firmware)
+{
+    return std::make_unique<Source>(firmware);
 }
 
 std::vector<SimulatedModel> models()
@@ -20,21 +28,32 @@ std::vector<SimulatedModel> models()
          areaScan,
          file("area_scan.xml"),
          {file("area_scan.values")},
-         areaScanBehaviours},
+         areaScanBehaviours,
+         makeSource<PictureSource>},
         {QStringLiteral("SIM-AREA-02"),
          QStringLiteral("Simulated small camera"),
          Device::Kind::Camera,
          areaScan,
          file("area_scan.xml"),
          {file("area_scan.values"), file("area_scan_small.values")},
-         areaScanBehaviours},
+         areaScanBehaviours,
+         makeSource<PictureSource>},
+        {QStringLiteral("SIM-PROFILER-01"),
+         QStringLiteral("Simulated laser profiler"),
+         Device::Kind::Camera,
+         QStringLiteral("5"),
+         file("profiler.xml"),
+         {file("profiler.values")},
+         profilerBehaviours,
+         makeSource<ProfilerSource>},
         {QStringLiteral("SIM-CARD-01"),
          QStringLiteral("Simulated input card"),
          Device::Kind::Card,
          QString(),
          file("card.xml"),
          {file("card.values")},
-         cardBehaviours},
+         cardBehaviours,
+         makeSource<FrameSource>},
     };
 }
 

@@ -7,5 +7,5 @@
 #include "Host/Device.h"
 
 /// The devices that need no hardware, closed: "SIM-AREA-01" (area-scan camera), "SIM-AREA-02" (small monochrome
-/// camera) and "SIM-CARD-01" (input card).
+/// camera), "SIM-PROFILER-01" (laser profiler) and "SIM-CARD-01" (input card).
 std::vector<std::unique_ptr<Device>> makeSimulatedDevices();

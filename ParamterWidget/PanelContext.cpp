@@ -3,6 +3,7 @@
 
 #include "ParamterWnd/HostCore.h"
 #include "ToolPage/CToolBox.h"
+#include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
 
@@ -21,6 +22,12 @@ PlacedRow PanelContext::placed(RowId id) const
 {
     const auto found = placedRows.find(id);
     return found == placedRows.end() ? PlacedRow() : found->second;
+}
+
+void PanelContext::showRow(RowId id, bool visible) const
+{
+    if (ToolPageWidgetItem *const row = placed(id).row)
+        row->setWidgetItemVisible(visible);
 }
 
 void PanelContext::refreshPages() const

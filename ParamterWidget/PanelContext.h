@@ -46,6 +46,8 @@ struct PanelContext
     GenApi::INodeMap *nodeMap() const;
     /// Both null without that row.
     PlacedRow placed(RowId id) const;
+    /// Shows or hides a row, if there is one; a row whose feature is not available stays hidden.
+    void showRow(RowId id, bool visible) const;
     /// Reads the pages in the first three tool boxes again, except folded groups.
     void refreshPages() const;
 };

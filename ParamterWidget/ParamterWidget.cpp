@@ -28,6 +28,7 @@
 #include "ParamterWidget/UserSets.h"
 #include "ParamterWidget/pages/AreaScanCatalogue.h"
 #include "ParamterWidget/pages/PageBuilder.h"
+#include "ParamterWidget/profiler/ProfilerPages.h"
 #include "ParamterWnd/HostCore.h"
 #include "Resources/Icons.h"
 #include "ToolPage/CTabWidget.h"
@@ -54,8 +55,18 @@ constexpr int TreeStretch = 3;
 constexpr int DescriptionStretch = 1;
 constexpr int FirstHeight = 150;
 
-/// The tool boxes that hold pages of area-scan cameras; the fourth one is not one of them.
-constexpr int AreaScanToolBoxes = 3;
+/// Titles of the inner tabs, which show as many tool boxes, per page set.
+constexpr const char *AreaScanTitles[] = {QT_TRANSLATE_NOOP("ParamterWidget", "Commom"),
+                                          QT_TRANSLATE_NOOP("ParamterWidget", "Trigger"),
+                                          QT_TRANSLATE_NOOP("ParamterWidget", "Advance")};
+constexpr const char *ProfilerTitles[] = {
+    QT_TRANSLATE_NOOP("ParamterWidget", "Trigger"), QT_TRANSLATE_NOOP("ParamterWidget", "Image"),
+    QT_TRANSLATE_NOOP("ParamterWidget", "Contour"), QT_TRANSLATE_NOOP("ParamterWidget", "Others")};
+
+Table<const char *> titlesOf(PageSet pageSet)
+{
+    return pageSet == PageSet::Profiler ? Table<const char *>(ProfilerTitles) : Table<const char *>(AreaScanTitles);
+}
 
 QString panelStyleSheet()
 {
@@ -163,21 +174,25 @@ void ParamterWidget::connectControls()
         connect(tabs, &QTabWidget::currentChanged, this, &ParamterWidget::onTabWidgetIndexChanged);
 }
 
+void ParamterWidget::setPageSet(PageSet pageSet)
+{
+    m_pageSet = pageSet;
+    m_context.areaScan = m_context.areaScan && pageSet == PageSet::AreaScan;
+}
+
 void ParamterWidget::initUI(QString device)
 {
     m_context.deviceName = device;
     m_ui->widget_featrue->deviceName = device;
-    guarded(Module, [this] { init2DParameterUI(); });
+    const bool profiler = m_pageSet == PageSet::Profiler && !m_context.card;
+    guarded(Module, [&] { profiler ? init3DParameterUI() : init2DParameterUI(); });
     for (QAbstractSpinBox *spinBox : findChildren<QAbstractSpinBox *>())
         spinBox->setContextMenuPolicy(Qt::NoContextMenu);
 }
 
 void ParamterWidget::init2DParameterUI()
 {
-    m_ui->tabWidget->addTab(m_ui->firstToolBox, tr("Commom"));
-    m_ui->tabWidget->addTab(m_ui->secondToolBox, tr("Trigger"));
-    m_ui->tabWidget->addTab(m_ui->thirdToolBox, tr("Advance"));
-
+    addPages();
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     const bool attributesOnly = m_context.card
         || HostCore::GetCameraInfo(m_context.deviceKey(), HostCore::CAM_INFO_TYPE_CODE) == AttributeTabOnlyType;
@@ -191,6 +206,12 @@ void ParamterWidget::init2DParameterUI()
         advancedSettingsInit(nodeMap);
     }
     parameterTreeViewInit(nodeMap);
+}
+
+void ParamterWidget::addPages()
+{
+    for (const char *title : titlesOf(m_pageSet))
+        m_ui->tabWidget->addTab(m_context.toolBoxes.at(m_ui->tabWidget->count()), tr(title));
 }
 
 void ParamterWidget::commonAttributeInit(GenApi::INodeMap *nodeMap)
@@ -234,11 +255,13 @@ void ParamterWidget::retranslate(int language)
     }
     m_attributeTab->retranslate();
     m_ui->toolButton->setFixedWidth(language == 0 ? FoldButtonWidthEnglish : FoldButtonWidthChinese);
-    m_ui->tabWidget->setTabText(0, tr("Commom"));
-    m_ui->tabWidget->setTabText(1, tr("Trigger"));
-    m_ui->tabWidget->setTabText(2, tr("Advance"));
-    for (int i = 0; i < AreaScanToolBoxes; ++i)
-        m_context.toolBoxes.at(i)->setLanguage(language);
+    int page = 0;
+    for (const char *title : titlesOf(m_pageSet)) {
+        m_ui->tabWidget->setTabText(page, tr(title));
+        m_context.toolBoxes.at(page++)->setLanguage(language);
+    }
+    if (m_profiler)
+        m_profiler->retranslate();
     m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabPannel), tr("Common Attribute"));
     m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabAttribute), tr("All Attribute"));
     m_context.language = language;

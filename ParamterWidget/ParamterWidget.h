@@ -16,7 +16,11 @@ class QTextBrowser;
 class RoiDrawing;
 class SoftTrigger;
 class Ui_ParamterWidget;
+struct ProfilerPages;
 class UserSets;
+
+/// The curated pages that a camera can have.
+enum class PageSet { AreaScan, Profiler };
 
 /// The parameter panel of one device, or the empty panel that is shown when no device has the focus.
 ///
@@ -31,6 +35,9 @@ public:
     explicit ParamterWidget(QWidget *parent = nullptr);
     ~ParamterWidget() override;
 
+    /// The pages that initUI() builds for a camera; those of area-scan cameras unless set otherwise before it. Other
+    /// pages than these clear the area-scan flag.
+    void setPageSet(PageSet pageSet);
     /// The kind of device, to be set before initUI(); both are false at first.
     void setAreaScan(bool areaScan) { m_context.areaScan = areaScan; }
     void setCard(bool card) { m_context.card = card; }
@@ -47,6 +54,18 @@ public:
     void triggerInit(GenApi::INodeMap *nodeMap);
     void advancedSettingsInit(GenApi::INodeMap *nodeMap);
     void parameterTreeViewInit(GenApi::INodeMap *nodeMap);
+    /// The pages of laser profilers: all of them, and those of the four tool boxes.
+    void init3DParameterUI();
+    void triggerSettingTabInit(GenApi::INodeMap *nodeMap);
+    void imageSettingTabInit(GenApi::INodeMap *nodeMap);
+    void contourSettingTabInit(GenApi::INodeMap *nodeMap);
+    void othersSettingTabInit(GenApi::INodeMap *nodeMap);
+    /// Set the profiler's controls from the device and from the host's settings. They take no action without a device
+    /// or for an area-scan camera.
+    void init3DParameters();
+    void update3DCustomParameters();
+    void measureRangeAreaUpdate();
+    void imageMaskWidgetUpdate();
 
     /// Sets all texts in the application's language; `language` is 0 for English, any other value for Chinese.
     void retranslate(int language);
@@ -88,27 +107,27 @@ public Q_SLOTS:
     void onHDRValueChanged() { }
     void onExposureScaleValueChanged() { }
     void onImageShowModeChanged() { }
-    void onLaserAdjustModeChanged() { }
+    void onLaserAdjustModeChanged();
     void onUserSetLoadButtonClicked();
-    void onYMeasureValueChanged() { }
-    void onGrayImageButtonClicked() { }
+    void onYMeasureValueChanged();
+    void onGrayImageButtonClicked();
     void onImageBitValueChanged() { }
     void onTabWidgetIndexChanged();
-    void onFrameTriggerModeChanged() { }
-    void onFrameTriggerSourceChanged() { }
-    void onSoftwareTriggerBtnClicked() { }
-    void onLineScanModeChanged() { }
-    void onBatchModeChanged() { }
+    void onFrameTriggerModeChanged();
+    void onFrameTriggerSourceChanged();
+    void onSoftwareTriggerBtnClicked();
+    void onLineScanModeChanged();
+    void onBatchModeChanged();
     void onMeasureRangeValueChanged() { }
-    void onDrawMeasureRangeClicked() { }
+    void onDrawMeasureRangeClicked();
     void onResetImageSizeButtonClicked();
     void onDrawImageMaskButtonClicked() { }
-    void onCorrectionValueChanged() { }
-    void onCorrectionButtonClicked() { }
-    void onZSizeInfoChanged() { }
-    void onSizeInfoAutoClicked() { }
+    void onCorrectionValueChanged();
+    void onCorrectionButtonClicked();
+    void onZSizeInfoChanged();
+    void onSizeInfoAutoClicked();
     void onRealUpdateTimerTimeout();
-    void onMaskWidgetMouseClicked() { }
+    void onMaskWidgetMouseClicked();
     void onMaskWidgetCloseButtonClicked() { }
     void on2DGrabOutputChanged(int index, bool status);
     void on2DShowTypeChanged(int index);
@@ -119,6 +138,16 @@ private:
     void setUpTabs();
     void connectControls();
     void buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap);
+    /// Shows the tool boxes of the page set.
+    void addPages();
+    void buildProfilerTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap);
+    void connectProfiler();
+    /// Whether the profiler's controls are to follow the device.
+    bool followsProfiler() const;
+    template <class Tool>
+    void forward(Tool ProfilerPages::*tool, void (Tool::*follow)() const);
+    template <class Tool>
+    void forward(Tool ProfilerPages::*tool, void (Tool::*follow)(const QObject *control) const);
     void describeSelectedRow();
     bool isFirstPageInView() const;
 
@@ -129,7 +158,9 @@ private:
     std::unique_ptr<SoftTrigger> m_softTrigger;
     std::unique_ptr<RoiDrawing> m_roiDrawing;
     std::unique_ptr<UserSets> m_userSets;
+    std::unique_ptr<ProfilerPages> m_profiler; ///< null without these pages
     QTimer m_liveRefreshTimer{this};
     std::unique_ptr<Ui_ParamterWidget> m_ui;
     std::unique_ptr<AttributeTab> m_attributeTab;
+    PageSet m_pageSet = PageSet::AreaScan;
 };

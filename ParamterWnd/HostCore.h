@@ -29,6 +29,12 @@ enum CAM_INFO : int {
     CAM_INFO_TYPE_CODE = 6, ///< device type: "1" and "5" are not area-scan, "4" has no curated pages
     CAM_INFO_ACQUISITION = 10, ///< "1" while grabbing, "0" while not
     CAM_INFO_DISPLAY_FIRST = 50, ///< first of the display settings that a host stores per camera
+    CAM_INFO_SAMPLING_RATE = 51, ///< of the 3D view: "1" to "128"; "0": automatic
+    CAM_INFO_CONTOUR_SPACING = 52, ///< distance of the rows of the 3D view in mm
+    CAM_INFO_GRAY_IMAGE = 53, ///< "1": the intensity image is shown
+    CAM_INFO_AUTOMATIC_Z_RANGE = 54, ///< "1": the next acquisition sets the two below
+    CAM_INFO_Z_MAXIMUM = 55, ///< of the displayed range of heights in mm
+    CAM_INFO_Z_MINIMUM = 56,
     CAM_INFO_DISPLAY_LAST = 56
 };
 

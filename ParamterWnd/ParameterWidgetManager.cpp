@@ -25,6 +25,9 @@ constexpr int RegionMoved = 1;
 constexpr const char *CardUsable = "4";
 constexpr const char *Yes = "1";
 constexpr const char *No = "0";
+/// Property of the exported window: the type codes of cameras that get the pages of laser profilers.
+constexpr const char *ProfilerTypeCodes = "profilerTypeCodes";
+
 constexpr auto FirstLevelDelay = 1000ms;
 
 bool isCameraReady(const std::string &camera)
@@ -33,10 +36,9 @@ bool isCameraReady(const std::string &camera)
         && HostCore::GetCameraInfo(camera, HostCore::CAM_INFO_OPENED) == Yes;
 }
 
-bool isAreaScan(const std::string &camera)
+bool isAreaScan(const QString &typeCode)
 {
-    const std::string typeCode = HostCore::GetCameraInfo(camera, HostCore::CAM_INFO_TYPE_CODE);
-    return typeCode != "1" && typeCode != "5";
+    return typeCode != QLatin1String("1") && typeCode != QLatin1String("5");
 }
 
 void followAcquisition(ParamterWidget *panel, const std::string &acquisition)
@@ -176,12 +178,20 @@ void ParameterWidgetManager::updateCamera(const QString &camera)
         return;
     }
     if (!m_cameraPanels.contains(camera)) {
-        const bool areaScan = isAreaScan(key); // may throw
+        const QString typeCode = QString::fromStdString(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE));
         ParamterWidget *const panel = createPanel();
-        panel->setAreaScan(areaScan);
+        panel->setAreaScan(isAreaScan(typeCode));
+        panel->setPageSet(pageSetOf(typeCode));
         openPanel(panel, camera, m_cameraPanels);
     }
     followAcquisition(m_cameraPanels.value(camera), acquisition);
+}
+
+PageSet ParameterWidgetManager::pageSetOf(const QString &typeCode) const
+{
+    const QWidget *const window = parentWidget();
+    const bool profiler = window && window->property(ProfilerTypeCodes).toStringList().contains(typeCode);
+    return profiler ? PageSet::Profiler : PageSet::AreaScan;
 }
 
 ParamterWidget *ParameterWidgetManager::createPanel()

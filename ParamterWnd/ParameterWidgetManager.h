@@ -20,6 +20,7 @@ class ImageModeUpdate;
 class ImportUpdate;
 class LanguageUpdate;
 class ParamterWidget;
+enum class PageSet;
 class ROIUpdate;
 struct WindowForm;
 
@@ -66,6 +67,7 @@ private:
 
     bool updateCard(const QString &card);
     void updateCamera(const QString &camera);
+    PageSet pageSetOf(const QString &typeCode) const;
     ParamterWidget *createPanel();
     void openPanel(ParamterWidget *panel, const QString &device, PanelMap &panels);
     void closePanel(const QString &device, PanelMap &panels);

@@ -27,6 +27,9 @@ inline constexpr QLatin1String SwitchContainer("#widget{background: none;}QPushB
 /// The drop-down list of an enumeration.
 inline constexpr QLatin1String EnumerationList("QComboBox QAbstractItemView::item {height: 50px;}");
 
+/// The drop-down list of a choice that is no feature.
+inline constexpr QLatin1String ChoiceList("QComboBox QAbstractItemView:item { height: 50px; }");
+
 /// The title bar of a foldable group.
 inline constexpr QLatin1String FoldableGroup("QPushButton#pushButtonFold\n{\nborder: none;\n}");
 

@@ -94,6 +94,26 @@
         <translation>高级</translation>
     </message>
     <message>
+        <source>Image</source>
+        <translation>图像</translation>
+    </message>
+    <message>
+        <source>Contour</source>
+        <translation>轮廓</translation>
+    </message>
+    <message>
+        <source>Others</source>
+        <translation>其他</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
         <source>Execute</source>
         <translation>执行</translation>
     </message>

@@ -8,6 +8,9 @@ using std::chrono::milliseconds;
 namespace {
 
 constexpr int triggerKinds = 3;
+/// They count from the start of an acquisition.
+constexpr const char *counters[] = {"AcquiredFrameCount", "DroppedFrameCount", "MissedTriggerCount",
+                                    "DroppedLineCount"};
 
 void addToNumber(RegisterMemory &memory, const char *name, double step, int position = 0)
 {
@@ -21,7 +24,7 @@ public:
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
         if (write.is("AcquisitionStart") && firmware.memory().integer("Acquiring") == 0) {
-            for (const char *counter : {"AcquiredFrameCount", "DroppedFrameCount", "MissedTriggerCount"})
+            for (const char *counter : counters)
                 firmware.memory().setInteger(counter, 0);
             firmware.setAcquiring(true);
         } else if (write.is("AcquisitionStop") || write.is("AcquisitionAbort")) {
@@ -222,9 +225,14 @@ private:
 
 } // namespace
 
-void addAcquisitionBehaviours(Behaviours &behaviours)
+void addAcquisitionControl(Behaviours &behaviours)
 {
     behaviours.push_back(std::make_unique<Acquisition>());
+}
+
+void addAcquisitionBehaviours(Behaviours &behaviours)
+{
+    addAcquisitionControl(behaviours);
     behaviours.push_back(std::make_unique<Triggers>());
     behaviours.push_back(std::make_unique<Signals>());
     behaviours.push_back(std::make_unique<FrameData>());

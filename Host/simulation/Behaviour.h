@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include <QString>
+#include <QStringList>
 
 #include "Host/simulation/RegisterMemory.h"
 
@@ -47,11 +47,16 @@ using Behaviours = std::vector<std::unique_ptr<Behaviour>>;
 
 /// What area-scan cameras do.
 Behaviours areaScanBehaviours();
+/// What laser profilers do.
+Behaviours profilerBehaviours();
 /// What the input card does.
 Behaviours cardBehaviours();
 
 /// Parts of the above, by subject.
 void addDeviceBehaviours(Behaviours &behaviours);
-void addUserSetBehaviours(Behaviours &behaviours);
+/// `names`: the user sets by their place in UserSetSelector.
+void addUserSetBehaviours(Behaviours &behaviours, const QStringList &names);
 void addImageBehaviours(Behaviours &behaviours);
 void addAcquisitionBehaviours(Behaviours &behaviours);
+/// Starts and stops acquisitions and ends those that take a fixed number of images; part of the one above.
+void addAcquisitionControl(Behaviours &behaviours);

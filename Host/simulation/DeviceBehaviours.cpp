@@ -246,7 +246,9 @@ Behaviours areaScanBehaviours()
 {
     Behaviours behaviours;
     addDeviceBehaviours(behaviours);
-    addUserSetBehaviours(behaviours);
+    addUserSetBehaviours(behaviours,
+                         {QStringLiteral("Default"), QStringLiteral("UserSet0"), QStringLiteral("UserSet1"),
+                          QStringLiteral("UserSet2")});
     addImageBehaviours(behaviours);
     addAcquisitionBehaviours(behaviours);
     return behaviours;

@@ -1,53 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "Host/simulation/FrameSource.h"
 
-#include <algorithm>
-#include <chrono>
-#include <limits>
+#include <utility>
 
 #include "Host/simulation/Firmware.h"
-#include "Host/simulation/ImageModel.h"
 
 namespace {
 
 constexpr int tickInterval = 20; // milliseconds
-constexpr int mostPending = 2; // triggers that are kept while an image is read out
-constexpr qint64 endless = std::numeric_limits<qint64>::max() / 2;
-
-/// The places in TriggerSelector.
-enum TriggerKind { FrameStart, AcquisitionStart, FrameBurstStart, triggerKinds };
-
-/// How many images a trigger of that kind takes.
-qint64 imagesOf(int kind, const RegisterMemory &memory)
-{
-    switch (kind) {
-    case AcquisitionStart:
-        return endless;
-    case FrameBurstStart:
-        return std::max<qint64>(1, memory.integer("AcquisitionBurstFrameCount"));
-    default:
-        return 1;
-    }
-}
-
-void countUp(Firmware &firmware, const char *counter)
-{
-    firmware.change([counter](RegisterMemory &memory) { memory.setInteger(counter, memory.integer(counter) + 1); });
-}
 
 } // namespace
 
-FrameSource::FrameSource(Firmware &device) : firmware(device), tickTimer(this), frameTimer(this)
+FrameSource::FrameSource(Firmware &device) : firmware(device), tickTimer(this)
 {
-    frameTimer.setSingleShot(true);
-    frameTimer.setTimerType(Qt::PreciseTimer);
-    connect(&frameTimer, &QTimer::timeout, this, &FrameSource::takeFrame);
     connect(&tickTimer, &QTimer::timeout, this, &FrameSource::tick);
 }
 
 void FrameSource::run()
 {
-    picture.prepare(pictureSettings()); // else the first triggers would wait for it
+    prepare();
     clock.start();
     lastTick = 0;
     tickTimer.start(tickInterval);
@@ -55,86 +26,22 @@ void FrameSource::run()
 
 void FrameSource::tick()
 {
-    const qint64 now = clock.elapsed();
-    firmware.elapse(std::chrono::milliseconds(now - lastTick));
-    lastTick = now;
-    const bool idle = acquiring && !frameTimer.isActive();
-    if (idle && !waitsForTrigger()) // the trigger was switched off
-        scheduleNext();
-}
-
-void FrameSource::setAcquiring(bool on)
-{
-    acquiring = on;
-    delays = std::make_unique<QObject>();
-    pending = 0;
-    frameTimer.stop();
-    nextFrame = clock.nsecsElapsed();
-    if (acquiring && !waitsForTrigger())
-        scheduleNext();
-}
-
-void FrameSource::trigger(int kind)
-{
-    if (!acquiring)
-        return;
-    const double delay =
-        firmware.inspect([kind](const RegisterMemory &memory) { return memory.number("TriggerDelay", kind); });
-    const int milliseconds = int(delay / 1000.0);
-    if (milliseconds > 0)
-        QTimer::singleShot(milliseconds, Qt::PreciseTimer, delays.get(), [this, kind] { startPending(kind); });
-    else
-        startPending(kind);
-}
-
-void FrameSource::startPending(int kind)
-{
-    if (pending >= mostPending) {
-        countUp(firmware, "MissedTriggerCount");
-        return;
-    }
-    pending += firmware.inspect([kind](const RegisterMemory &memory) { return imagesOf(kind, memory); });
-    if (!frameTimer.isActive())
-        scheduleNext();
-}
-
-bool FrameSource::waitsForTrigger() const
-{
-    return firmware.inspect([](const RegisterMemory &memory) {
-        for (int kind = 0; kind < triggerKinds; ++kind) {
-            if (memory.integer("TriggerMode", kind) == 1)
-                return true;
-        }
-        return false;
-    });
-}
-
-PictureSettings FrameSource::pictureSettings() const
-{
-    return firmware.inspect(
-        [this](const RegisterMemory &memory) { return PictureSettings::fromRegisters(memory, firmware.timestamp()); });
-}
-
-void FrameSource::scheduleNext()
-{
     const qint64 now = clock.nsecsElapsed();
-    nextFrame = std::max(nextFrame, now);
-    frameTimer.start(int((nextFrame - now + 999999) / 1000000));
+    const qint64 milliseconds = (now - lastTick) / 1000000;
+    firmware.elapse(std::chrono::milliseconds(milliseconds));
+    lastTick += milliseconds * 1000000;
+    ticked(std::chrono::milliseconds(milliseconds));
 }
 
-void FrameSource::takeFrame()
+void FrameSource::deliver(SimulatedFrame frame)
 {
-    const bool triggered = waitsForTrigger();
-    if (!acquiring || (triggered && pending == 0))
-        return;
-    const double rate = firmware.inspect([](const RegisterMemory &memory) { return ImageModel::frameRate(memory); });
-    pending = triggered ? pending - 1 : 0;
-    nextFrame += qint64(1e9 / rate);
-    if (mailbox.put(picture.draw(pictureSettings())))
+    if (mailbox.put(std::move(frame)))
         Q_EMIT frameReady();
     else
-        countUp(firmware, "DroppedFrameCount");
-    firmware.frameTaken();
-    if (!triggered || pending > 0)
-        scheduleNext();
+        countUp("DroppedFrameCount");
+}
+
+void FrameSource::countUp(const char *counter, qint64 by)
+{
+    firmware.change([=](RegisterMemory &memory) { memory.setInteger(counter, memory.integer(counter) + by); });
 }

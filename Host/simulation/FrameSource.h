@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 #include <QElapsedTimer>
@@ -8,12 +9,19 @@
 #include <QTimer>
 
 #include "Host/FrameMailbox.h"
-#include "Host/simulation/Picture.h"
+#include "Host/HeightFrame.h"
 
 class Firmware;
 
-/// The running part of a simulated device: lets time pass in its firmware and takes images at the frame rate or on
-/// triggers. Lives on a thread of its own; only take() may be called on another one.
+/// What a simulated device hands out at a time.
+struct SimulatedFrame
+{
+    QImage image;
+    std::shared_ptr<const HeightFrame> heights; ///< null unless a profiler took them
+};
+
+/// The running part of a simulated device: lets time pass in its firmware and, in subclasses, takes frames. Lives on a
+/// thread of its own; only take() may be called on another one.
 class FrameSource : public QObject
 {
     Q_OBJECT
@@ -22,35 +30,33 @@ public:
     /// `firmware` must outlive this object.
     explicit FrameSource(Firmware &firmware);
 
-    /// Gets ready to take images and lets time pass in the firmware from now on.
+    /// Gets ready to take frames and lets time pass in the firmware from now on.
     void run();
-    void setAcquiring(bool acquiring);
+    virtual void setAcquiring(bool) { }
     /// A trigger of that kind (its place in TriggerSelector) has fired.
-    void trigger(int kind);
-    /// The image that a frameReady() announced.
-    QImage take() { return mailbox.take(); }
+    virtual void trigger(int) { }
+    /// The frame that a frameReady() announced.
+    SimulatedFrame take() { return mailbox.take(); }
 
 Q_SIGNALS:
-    /// An image waits: call take(). While more than a few wait, each new one costs the oldest.
+    /// A frame waits: call take(). While more than a few wait, each new one costs the oldest.
     void frameReady();
+
+protected:
+    /// Does in advance what would delay the first frame.
+    virtual void prepare() { }
+    /// That much time has passed in the firmware.
+    virtual void ticked(std::chrono::milliseconds) { }
+    void deliver(SimulatedFrame frame);
+    void countUp(const char *counter, qint64 by = 1);
+
+    Firmware &firmware;
+    QElapsedTimer clock;
 
 private:
     void tick();
-    void startPending(int kind);
-    void scheduleNext();
-    void takeFrame();
-    PictureSettings pictureSettings() const;
-    bool waitsForTrigger() const;
 
-    Firmware &firmware;
-    Picture picture;
     QTimer tickTimer;
-    QTimer frameTimer;
-    QElapsedTimer clock;
-    qint64 lastTick = 0; ///< milliseconds of the clock
-    qint64 nextFrame = 0; ///< nanoseconds of the clock: earliest time of the next image
-    qint64 pending = 0; ///< images that triggers have asked for
-    bool acquiring = false;
-    std::unique_ptr<QObject> delays; ///< context of the delayed triggers of one acquisition
-    FrameMailbox mailbox;
+    qint64 lastTick = 0; ///< nanoseconds of the clock
+    BasicFrameMailbox<SimulatedFrame> mailbox;
 };

@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: MIT
-#include <array>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "Host/simulation/Behaviour.h"
 #include "Host/simulation/Firmware.h"
 
 namespace {
 
-const char *const setNames[] = {"Default", "UserSet0", "UserSet1", "UserSet2"};
-
 /// Saves and loads the registers that belong to user sets. Set 0 holds the power-up values; the others outlive a
 /// restart of the device.
 class UserSets : public Behaviour
 {
 public:
+    explicit UserSets(QStringList setNames) : names(std::move(setNames)), sets(size_t(names.size())) { }
+
     void powerUp(Firmware &firmware) override
     {
         sets[0] = contents(firmware.memory());
@@ -44,10 +45,7 @@ public:
 private:
     static size_t selected(const Firmware &firmware) { return size_t(firmware.memory().integer("UserSetSelector")); }
 
-    static QString name(size_t set)
-    {
-        return set < std::size(setNames) ? QString::fromLatin1(setNames[set]) : QString::number(set);
-    }
+    QString name(size_t set) const { return set < sets.size() ? names[int(set)] : QString::number(set); }
 
     static QByteArray contents(const RegisterMemory &memory)
     {
@@ -73,12 +71,13 @@ private:
         }
     }
 
-    std::array<std::optional<QByteArray>, std::size(setNames)> sets;
+    const QStringList names;
+    std::vector<std::optional<QByteArray>> sets;
 };
 
 } // namespace
 
-void addUserSetBehaviours(Behaviours &behaviours)
+void addUserSetBehaviours(Behaviours &behaviours, const QStringList &names)
 {
-    behaviours.push_back(std::make_unique<UserSets>());
+    behaviours.push_back(std::make_unique<UserSets>(names));
 }

@@ -49,15 +49,19 @@ ToolPageWidgetItem *PageBuilder::buildRow(const RowSpec &spec)
 {
     auto *const row = new ToolPageWidgetItem(m_panel);
     row->setObjectName(QString::fromUtf8(spec.label.english));
-    if (spec.lookup == Lookup::Custom)
-        row->setItemInfo(texts(spec.label), texts(spec.description), m_context.controls.at(spec.id));
+    row->deviceName = m_context.deviceName;
+    if (spec.lookup == Lookup::Custom || spec.lookup == Lookup::Nothing)
+        row->setItemInfo(texts(spec.label), texts(spec.description), control(spec));
     else
-        row->setItemInfo(texts(spec.label), texts(spec.description), find(spec), true);
-    if (spec.live) {
-        row->deviceName = m_context.deviceName;
+        row->setItemInfo(texts(spec.label), texts(spec.description), find(spec), spec.flag != RowSpec::AlwaysShown);
+    if (spec.flag == RowSpec::Live)
         m_context.liveRows.append(row);
-    }
     return row;
+}
+
+QWidget *PageBuilder::control(const RowSpec &spec) const
+{
+    return spec.lookup == Lookup::Custom ? m_context.controls.at(spec.id) : nullptr;
 }
 
 /// A look-up that throws costs its row only: rows without a page would lie about in the panel.

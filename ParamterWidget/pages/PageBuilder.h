@@ -29,6 +29,7 @@ public:
 private:
     ToolPageWidget *buildGroup(const GroupSpec &group, QVector<ToolPageWidgetItem *> &rows);
     ToolPageWidgetItem *buildRow(const RowSpec &spec);
+    QWidget *control(const RowSpec &spec) const;
     GenApi::INode *find(const RowSpec &spec) const;
 
     PanelContext &m_context;

@@ -22,6 +22,33 @@ enum class RowId {
     RoiApply,
     RestoreImageSize,
     UserSetLoad,
+    // Laser profilers
+    FrameTriggerMode,
+    FrameTriggerSource,
+    FrameTriggerSoftware,
+    LineScanMode,
+    AcquisitionLineRate,
+    EncoderDivider,
+    EncoderOutputMode,
+    EncoderMode,
+    AcquisitionDataSource,
+    BatchMode,
+    MeasureRange,
+    Mask1,
+    Mask2,
+    Mask3,
+    GrayImage,
+    ContourSpacing,
+    ZRange,
+    ZMaximum,
+    ZMinimum,
+    SamplingRate,
+    LaserAdjustMode,
+    LowerBound,
+    UpperBound,
+    LaserSetting,
+    TiltCorrection,
+    HeightCorrection,
 };
 
 /// How the feature of a row is found.
@@ -29,6 +56,7 @@ enum class Lookup {
     Direct, ///< under its name
     Alias, ///< under the name that this camera gives it; see FindNodeByLogicalName()
     Custom, ///< there is none: the editor is a control that is registered under the row's id
+    Nothing, ///< there is none, nor an editor: the row heads those below it
 };
 
 /// A table of constants, as a range.
@@ -56,12 +84,18 @@ struct BilingualText
 
 struct RowSpec
 {
+    enum Flag {
+        Plain, ///< hidden while the feature is not available
+        Live, ///< the same; follows the device while the first page is in view
+        AlwaysShown, ///< stays, without an editor, when the feature is not available
+    };
+
     Lookup lookup;
     const char *feature; ///< empty for Lookup::Custom
     BilingualText label;
     BilingualText description;
     RowId id = RowId::None;
-    bool live = false; ///< follows the device while the first page is in view
+    Flag flag = Plain;
 };
 
 struct GroupSpec

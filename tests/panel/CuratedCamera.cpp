@@ -114,6 +114,36 @@ std::string text(const CuratedFeatures &features)
 
 } // namespace
 
+CuratedFeatures profilerFeatures()
+{
+    const std::string userSets = entries({"Default", "UserSet1"});
+    const std::string modes = entries({"First", "Second"});
+    CuratedFeatures features = {
+        {"Enumeration", "TriggerSelector", entries({"AcquisitionStart", "FrameStart", "LineStart"})},
+        {"Enumeration", "TriggerMode", entries({"Off", "On"})},
+        {"Enumeration", "TriggerSource", entries({"Line1", "Line2", "Software", "Timer", "ShaftEncoderModuleOut"})},
+        {"Command", "TriggerSoftware", "<CommandValue>1</CommandValue>"},
+        {"Command", "UserSetSave", "<CommandValue>1</CommandValue>"},
+        {"Enumeration", "AcquisitionLineRateEnable", entries({"Off", "On"})},
+        {"Enumeration", "UserSetSelector", userSets},
+        {"Enumeration", "UserSetDefault", userSets},
+        {"Boolean", "ReverseX", ""},
+        {"Boolean", "LaserSwitch", ""},
+        {"Float", "ZCoorScale", "<Min>0.5</Min><Max>2</Max>"},
+        {"Integer", "Height", "<Min>16</Min><pMax>HeightLimit</pMax><Inc>2</Inc>"},
+    };
+    for (const char *name : {"EncoderOutputMode", "EncoderMode", "EndFrameMode", "SensingMode", "ExtractionMode",
+                             "ContinuousMode", "LaserControlMode"})
+        features.push_back({"Enumeration", name, modes});
+    for (const char *name : {"EncoderDivider", "AcquisitionLineCount", "LowerBound", "UpperBound", "Lasersetting",
+                             "InvalidPointNum", "Threshold", "LaserWidthLower", "LaserWidthUpper", "AvgFilterWinLen",
+                             "MidFilterWinLen", "TimeAxisAvgFltWinLen", "TimeAxisMedFltWinLen"})
+        features.push_back({"Integer", name, limits});
+    for (const char *name : {"AcquisitionLineRate", "ExposureTime", "XCoorOffset", "ZCoorOffset"})
+        features.push_back({"Float", name, limits});
+    return features;
+}
+
 CuratedCamera::CuratedCamera(const CuratedFeatures &changes)
     : TestCamera(text(merged(changes))), m_features(merged(changes))
 {
@@ -137,4 +167,12 @@ std::vector<std::string> CuratedCamera::written() const
             names.push_back(m_features.at(size_t(access.address) / registerSize).name);
     }
     return names;
+}
+
+void CuratedCamera::watchWrites(const std::function<void(const std::string &feature, uint64_t value)> &follow)
+{
+    for (const CuratedFeature &feature : m_features) {
+        const int64_t place = address(feature.name);
+        port.onWrite[place] = [=](MemoryPort &memory) { follow(feature.name, memory.peek(place)); };
+    }
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,10 @@ struct CuratedFeature
 };
 using CuratedFeatures = std::vector<CuratedFeature>;
 
+/// What CuratedCamera needs for the pages of laser profilers, Height included. The frame trigger is entry 1 of
+/// TriggerSelector, the line trigger entry 2, but one register serves both.
+CuratedFeatures profilerFeatures();
+
 /// A camera with every feature of the curated area-scan pages. It shows 1280 x 1024 pixels of a sensor with
 /// 2448 x 2048; the region's maxima shrink with the offsets, its increments are 4 and 2. ExposureTime is locked
 /// unless ExposureAuto is 0.
@@ -28,6 +34,8 @@ public:
     int64_t address(const std::string &feature) const;
     /// The features whose registers were written since MemoryPort::resetCounters(), in order.
     std::vector<std::string> written() const;
+    /// Calls `follow` after every write to a register with the feature and the low 32 bits of its value.
+    void watchWrites(const std::function<void(const std::string &feature, uint64_t value)> &follow);
 
 private:
     const CuratedFeatures m_features;

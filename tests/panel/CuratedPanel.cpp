@@ -4,12 +4,17 @@
 #include <QLabel>
 #include <QTabWidget>
 
-CuratedPanel::CuratedPanel(const CuratedFeatures &changes) : camera(changes)
+CuratedPanel::CuratedPanel(const CuratedFeatures &changes, PageSet pageSet,
+                           const std::function<void(CuratedPanel &)> &prepare)
+    : camera(changes)
 {
     host.reset();
     host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", camera.map);
     camera.port.resetCounters();
     panel->setAreaScan(true);
+    panel->setPageSet(pageSet);
+    if (prepare)
+        prepare(*this);
     panel->initUI(QStringLiteral("cam"));
     panel->retranslate(0);
 }

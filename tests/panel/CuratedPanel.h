@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QStringList>
@@ -17,7 +18,9 @@ class QTabWidget;
 class CuratedPanel
 {
 public:
-    explicit CuratedPanel(const CuratedFeatures &changes = {});
+    /// `prepare` is called before the panel opens.
+    explicit CuratedPanel(const CuratedFeatures &changes = {}, PageSet pageSet = PageSet::AreaScan,
+                          const std::function<void(CuratedPanel &)> &prepare = {});
     ~CuratedPanel();
 
     /// Null without a row of that (English) label.

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void unlistedCamerasStay();
     void oneKeyForCardAndCamera();
     void areaScanFlag();
+    void profilerPages();
     void acquisition_data();
     void acquisition();
     void newPanelsStayHidden();
@@ -305,6 +306,35 @@ void tst_ParameterWidgetManager::areaScanFlag()
         sendDeviceList({}, {key});
         QCOMPARE(panelOf(QString::fromStdString(key))->isAreaScan(), areaScan);
     }
+}
+
+/// Hosts name the type codes of laser profilers; they count for panels opened from then on, never for cards.
+void tst_ParameterWidgetManager::profilerPages()
+{
+    const auto pagesOf = [this](const std::string &key, const std::string &type) {
+        setCamera(key, true);
+        m_host.setCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE, type);
+        sendDeviceList({}, {key});
+        return panelOf(QString::fromStdString(key))->findChild<QTabWidget *>(QStringLiteral("tabWidget"))->count();
+    };
+    QCOMPARE(pagesOf("before", "1"), 3);
+    m_window->setProperty("profilerTypeCodes", QStringList({QStringLiteral("1"), QStringLiteral("7")}));
+    QCOMPARE(pagesOf("before", "1"), 3);
+    QCOMPARE(pagesOf("listed", "1"), 4);
+    QCOMPARE(pagesOf("listed too", "7"), 4);
+    QCOMPARE(panelOf(QStringLiteral("listed too"))->isAreaScan(), false);
+    QCOMPARE(pagesOf("similar", "17"), 3);
+    QCOMPARE(pagesOf("unlisted", "5"), 3);
+    QCOMPARE(pagesOf("without type", ""), 3);
+    m_window->setProperty("profilerTypeCodes", QVariant());
+    QCOMPARE(pagesOf("after", "7"), 3);
+    QCOMPARE(pagesOf("listed", "1"), 4);
+
+    m_window->setProperty("profilerTypeCodes", QStringList(QStringLiteral("1")));
+    setCard("card", true);
+    m_host.setCameraInfo("card", HostCore::CAM_INFO_TYPE_CODE, "1");
+    sendDeviceList({"card"}, {});
+    QCOMPARE(panelOf(QStringLiteral("card"), true)->findChild<QTabWidget *>(QStringLiteral("tabWidget"))->count(), 3);
 }
 
 void tst_ParameterWidgetManager::acquisition_data()

@@ -111,6 +111,7 @@ void FakeHostCore::reset()
 {
     const std::lock_guard lock(m_mutex);
     listeners = {};
+    correctionField = nullptr;
     m_calls.clear();
     m_callHook = nullptr;
     m_nodeMaps.clear();
@@ -375,8 +376,9 @@ void SetSLImageShowMode(std::string deviceKey, int mode)
     Host::record(__func__, deviceKey, mode);
 }
 
-void NotifyCorrection(std::string deviceKey, int kind, float value, void *)
+void NotifyCorrection(std::string deviceKey, int kind, float value, void *result)
 {
+    FakeHostCore::instance().correctionField = result;
     Host::record(__func__, deviceKey, kind, value);
 }
 

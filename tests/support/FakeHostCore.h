@@ -73,6 +73,7 @@ public:
     void clearCalls();
 
     Listeners listeners;
+    void *correctionField = nullptr; ///< the last argument of the last NotifyCorrection(), set before the call hook
 
 private:
     friend struct FakeHostAccess;

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vector>
+
+#include <QImage>
+#include <QMetaType>
+
+/// Height profiles of a laser profiler, one below the other: a map of heights over X (along a profile) and Y (one row
+/// for each profile). A frame may come in parts: it has its full size from the beginning, `lines` tells how much of it
+/// has come, and `complete` is set in the last part.
+struct HeightFrame
+{
+    int width = 0; ///< points of a profile
+    int height = 0; ///< profiles of the frame
+    int lines = 0; ///< profiles that have come
+    bool complete = false;
+    double firstX = 0.0; ///< mm, of the first point of each profile
+    double pitchX = 1.0; ///< mm from one point to the next
+    std::vector<float> heights; ///< mm, row by row; NaN where there is no data
+    QImage intensity; ///< brightness of the laser line, Grayscale8 of the frame's size; null without such data
+
+    const float *profile(int line) const { return heights.data() + std::ptrdiff_t(line) * width; }
+    /// The newest profile, as one height for each point; empty while none has come.
+    std::vector<float> lastProfile() const
+    {
+        if (lines <= 0)
+            return {};
+        return std::vector<float>(profile(lines - 1), profile(lines - 1) + width);
+    }
+};
+
+Q_DECLARE_METATYPE(HeightFrame)

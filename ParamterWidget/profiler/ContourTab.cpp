@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/profiler/ContourTab.h"
+
+#include <QComboBox>
+
+#include "ParamterWidget/PanelContext.h"
+#include "ParamterWidget/TranslationTables.h"
+#include "ParamterWidget/profiler/HostValues.h"
+#include "ParamterWidget/profiler/ProfilerControls.h"
+
+namespace {
+
+const char *const Mode = "LaserAdjustMode";
+const QLatin1String Manual("Manual");
+const QLatin1String Automatic("Auto");
+
+} // namespace
+
+ContourTab::ContourTab(PanelContext &context, QWidget *controlsParent)
+    : m_context(context), m_laserAdjustMode(ProfilerControls::list({Manual, Automatic}, controlsParent))
+{
+    context.controls[RowId::LaserAdjustMode] = m_laserAdjustMode;
+}
+
+void ContourTab::followLaserAdjustMode() const
+{
+    const QString shown = m_laserAdjustMode->currentText();
+    const QString mode = zhTransEnMap.value(shown, shown);
+    HostValues::writeNode(m_context, Mode, mode);
+    const bool manual = mode == Manual;
+    m_context.showRow(RowId::LowerBound, !manual);
+    m_context.showRow(RowId::UpperBound, !manual);
+    m_context.showRow(RowId::LaserSetting, manual);
+}
+
+void ContourTab::readLaserAdjustMode()
+{
+    ProfilerControls::choose(m_laserAdjustMode, HostValues::readNode(m_context, Mode) == Manual ? 0 : 1);
+}

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QComboBox;
+class QWidget;
+struct PanelContext;
+
+/// The laser's brightness: automatic within bounds, or a fixed value. GUI thread only.
+class ContourTab
+{
+public:
+    /// The list becomes a child of `controlsParent`, until a page places it.
+    ContourTab(PanelContext &context, QWidget *controlsParent);
+
+    QComboBox *laserAdjustMode() const { return m_laserAdjustMode; }
+    /// Writes the mode and shows the rows that belong to it.
+    void followLaserAdjustMode() const;
+    /// Sets the list from the device and follows it as if the user had chosen the entry.
+    void readLaserAdjustMode();
+
+private:
+    const PanelContext &m_context;
+    QComboBox *m_laserAdjustMode;
+};

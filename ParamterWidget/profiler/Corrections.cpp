@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/profiler/Corrections.h"
+
+#include <cmath>
+
+#include <QCoreApplication>
+#include <QDoubleSpinBox>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QThread>
+
+#include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PanelContext.h"
+#include "ParamterWidget/profiler/HostValues.h"
+#include "ParamterWidget/profiler/ProfilerControls.h"
+#include "ToolPage/ToolPageWidgetItem.h"
+
+namespace {
+
+using HostValues::text;
+using HostValues::writeNode;
+
+constexpr double RadiansPerDegree = 0.017453292519943295;
+constexpr double LargestTilt = 44.427; // degrees
+constexpr double Step = 0.001;
+constexpr unsigned long SinePause = 10; // ms
+constexpr QSize ButtonSize(60, 34);
+
+/// The values that the host can determine.
+enum Kind { Tilt, Height };
+
+} // namespace
+
+Corrections::Corrections(PanelContext &context, QWidget *controlsParent)
+    : m_context(context), m_tilt(ProfilerControls::numberField(controlsParent)),
+      m_height(ProfilerControls::numberField(controlsParent)),
+      m_tiltButton(ProfilerControls::button("Settings", controlsParent)),
+      m_heightButton(ProfilerControls::button("Settings", controlsParent))
+{
+    for (QPushButton *button : {m_tiltButton, m_heightButton})
+        button->setFixedSize(ButtonSize);
+    for (QDoubleSpinBox *field : {m_tilt, m_height})
+        field->setFixedHeight(ButtonSize.height());
+    context.controls[RowId::TiltCorrection] = ProfilerControls::row({m_tilt, m_tiltButton}, controlsParent);
+    context.controls[RowId::HeightCorrection] = ProfilerControls::row({m_height, m_heightButton}, controlsParent);
+}
+
+void Corrections::follow(const QObject *field) const
+{
+    if (field == m_tilt)
+        writeTilt();
+    else if (field == m_height)
+        writeHeight();
+}
+
+void Corrections::writeTilt() const
+{
+    const double angle = m_tilt->value() * RadiansPerDegree;
+    writeNode(m_context, "SinData", text(std::sin(angle)));
+    QThread::msleep(SinePause);
+    writeNode(m_context, "CosData", text(std::cos(angle)));
+    leave(m_tilt, RowId::TiltCorrection);
+}
+
+void Corrections::writeHeight() const
+{
+    writeNode(m_context, "ZCoorScale", text(m_height->value()));
+    leave(m_height, RowId::HeightCorrection);
+}
+
+void Corrections::leave(QDoubleSpinBox *field, RowId id) const
+{
+    ToolPageWidgetItem *const row = m_context.placed(id).row;
+    const QSignalBlocker blocker(field); // a field that loses the focus ends its editing, for the second time here
+    if (row && field->hasFocus())
+        row->setFocus(Qt::OtherFocusReason);
+}
+
+void Corrections::determine(const QObject *button) const
+{
+    if (button != m_tiltButton && button != m_heightButton)
+        return;
+    const Kind kind = button == m_tiltButton ? Tilt : Height;
+    QDoubleSpinBox *const field = kind == Tilt ? m_tilt : m_height;
+    HostCore::NotifyCorrection(m_context.deviceKey(), kind, static_cast<float>(field->value()), field);
+    Q_EMIT field->editingFinished();
+}
+
+void Corrections::read() const
+{
+    const auto sine = HostValues::number(HostValues::readNode(m_context, "SinData"));
+    if (sine && std::abs(*sine) <= 1.0) {
+        ProfilerControls::setRange(m_tilt, -LargestTilt, LargestTilt, Step);
+        m_tilt->setValue(std::asin(*sine) / RadiansPerDegree);
+    }
+    float value = 0, minimum = 0, maximum = 0, increment = 0;
+    if (GetCamerFloatNodeValue(m_context.deviceName, QStringLiteral("ZCoorScale"), value, minimum, maximum, increment)
+        == 0) {
+        ProfilerControls::setRange(m_height, static_cast<double>(minimum), static_cast<double>(maximum), Step);
+        m_height->setValue(static_cast<double>(value));
+    }
+}
+
+void Corrections::retranslate() const
+{
+    for (QPushButton *button : {m_tiltButton, m_heightButton})
+        button->setText(QCoreApplication::translate("ParamterWidget", "Settings"));
+}

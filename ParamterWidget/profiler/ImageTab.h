@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QComboBox;
+class QDoubleSpinBox;
+class QWidget;
+class SwitchButton;
+struct PanelContext;
+
+/// What part of the sensor a laser profiler captures, and how the host displays the result: measure range, intensity
+/// image, row spacing, sampling rate. Display settings are the host's, kept per camera. GUI thread only.
+class ImageTab
+{
+public:
+    /// The controls become children of `controlsParent`, until a page places them; they show the host's settings.
+    ImageTab(PanelContext &context, QWidget *controlsParent);
+
+    SwitchButton *measureRange() const { return m_measureRange; }
+    SwitchButton *grayImage() const { return m_grayImage; }
+    /// Distance of the rows of the 3D view in mm, 0 to 1.
+    QDoubleSpinBox *contourSpacing() const { return m_contourSpacing; }
+
+    /// Lets the user draw the measure range, or removes it and restores the full sensor height.
+    void followMeasureRange() const;
+    /// Switches on a measure range that the device has, and off one that it has not.
+    void readMeasureRange() const;
+    void followGrayImage() const;
+    void followContourSpacing() const;
+    void readContourSpacing() const;
+
+private:
+    void followSamplingRate(int index) const;
+    void restoreHeight() const;
+
+    const PanelContext &m_context;
+    SwitchButton *m_measureRange;
+    SwitchButton *m_grayImage;
+    QDoubleSpinBox *m_contourSpacing;
+    QComboBox *m_samplingRate;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStringList>
+
+class QComboBox;
+class QDoubleSpinBox;
+class QPushButton;
+class QWidget;
+
+/// The controls that the laser profiler's controllers make. All become children of `parent`.
+namespace ProfilerControls {
+
+/// A list with the first entry chosen.
+QComboBox *list(const QStringList &entries, QWidget *parent);
+/// A field for numbers, 0 to 99.99 at first. It tells that editing has finished after Enter, and when it is left with
+/// another value than it was entered with.
+QDoubleSpinBox *numberField(QWidget *parent, int decimals = 4);
+void setRange(QDoubleSpinBox *field, double minimum, double maximum, double step);
+/// The panel's text for "Auto", "Settings" and the like.
+QPushButton *button(const char *text, QWidget *parent);
+/// Widgets side by side.
+QWidget *row(const QList<QWidget *> &widgets, QWidget *parent);
+
+/// Chooses an entry and tells so once, even if it was chosen before.
+void choose(QComboBox *list, int entry);
+
+} // namespace ProfilerControls

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+
+class QObject;
+class QWidget;
+class SwitchButton;
+struct PanelContext;
+
+/// The three areas of the sensor image that a laser profiler can ignore, drawn by the user on the host's image view.
+/// The device addresses them by a selector. GUI thread only; switching one on pauses for 5 ms.
+class ShieldMasks
+{
+public:
+    /// The switches become children of `controlsParent`, until a page places them.
+    ShieldMasks(PanelContext &context, QWidget *controlsParent);
+
+    const std::array<SwitchButton *, 3> &switches() const { return m_switches; }
+    /// Lets the user draw the area of a switch, or removes it. Other objects are ignored.
+    void follow(const QObject *switchButton) const;
+    /// Switches on the masks that the device has enabled and the others off. A mask that cannot be selected keeps
+    /// its switch.
+    void read() const;
+
+private:
+    const PanelContext &m_context;
+    std::array<SwitchButton *, 3> m_switches;
+};

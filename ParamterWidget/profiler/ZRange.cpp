@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/profiler/ZRange.h"
+
+#include <thread>
+
+#include <QCoreApplication>
+#include <QDoubleSpinBox>
+#include <QPushButton>
+
+#include "ParamterWidget/Guarded.h"
+#include "ParamterWidget/PanelContext.h"
+#include "ParamterWidget/profiler/HostValues.h"
+#include "ParamterWidget/profiler/ProfilerControls.h"
+
+namespace {
+
+using HostValues::number;
+using HostValues::readNode;
+using HostValues::readSetting;
+
+constexpr double Highest = 9.0; // mm
+constexpr double Lowest = -9.0;
+constexpr double Step = 0.01;
+constexpr int Decimals = 2;
+constexpr int ButtonHeight = 30;
+constexpr int ProfileMode = 1; ///< image mode of the host
+
+/// Leaves the field as it is for a setting that is no number.
+void show(const PanelContext &context, HostCore::CAM_INFO item, double ifEmpty, QDoubleSpinBox *field)
+{
+    if (const auto stored = number(readSetting(context, item), ifEmpty))
+        field->setValue(*stored);
+}
+
+} // namespace
+
+ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
+    : m_context(context), m_auto(ProfilerControls::button("Auto", controlsParent)),
+      m_maximum(ProfilerControls::numberField(controlsParent, Decimals)),
+      m_minimum(ProfilerControls::numberField(controlsParent, Decimals))
+{
+    m_auto->setFixedHeight(ButtonHeight);
+    const double upper = number(readNode(context, "ZUpSizeInfo"), Highest).value_or(Highest);
+    const double lower = number(readNode(context, "ZDownSizeInfo"), Lowest).value_or(Lowest);
+    for (QDoubleSpinBox *bound : {m_maximum, m_minimum})
+        ProfilerControls::setRange(bound, lower, upper, Step);
+    read();
+    context.controls[RowId::ZRange] = ProfilerControls::row({m_auto}, controlsParent);
+    context.controls[RowId::ZMaximum] = m_maximum;
+    context.controls[RowId::ZMinimum] = m_minimum;
+}
+
+void ZRange::read() const
+{
+    show(m_context, HostCore::CAM_INFO_Z_MAXIMUM, Highest, m_maximum);
+    show(m_context, HostCore::CAM_INFO_Z_MINIMUM, Lowest, m_minimum);
+}
+
+void ZRange::determine() const
+{
+    HostValues::writeSetting(m_context, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("1"));
+    HostCore::SetCameraImageMode(m_context.deviceKey(), ProfileMode, false);
+    // The host may take its time, and the panel may go meanwhile. Its log cannot be reached from that thread.
+    std::thread([device = m_context.deviceKey()] { errorOf([&] { HostCore::StartGrab(device); }); }).detach();
+}
+
+void ZRange::follow(const QObject *bound) const
+{
+    const bool inverted = m_maximum->value() < m_minimum->value();
+    for (const auto &[field, item] :
+         {std::pair(m_maximum, HostCore::CAM_INFO_Z_MAXIMUM), std::pair(m_minimum, HostCore::CAM_INFO_Z_MINIMUM)}) {
+        if (field != bound)
+            continue;
+        if (!inverted)
+            HostValues::writeSetting(m_context, item, HostValues::text(field->value()));
+        else if (const auto stored = number(readSetting(m_context, item)))
+            field->setValue(*stored);
+    }
+}
+
+void ZRange::retranslate() const
+{
+    m_auto->setText(QCoreApplication::translate("ParamterWidget", "Auto"));
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QDoubleSpinBox;
+class QObject;
+class QPushButton;
+class QWidget;
+struct PanelContext;
+
+/// The range of heights in mm in which the host displays profiles: typed, or worked out by the host from a new
+/// acquisition. The host keeps it per camera. GUI thread only.
+class ZRange
+{
+public:
+    /// The controls become children of `controlsParent`, until a page places them; they show the host's settings
+    /// within the device's bounds.
+    ZRange(PanelContext &context, QWidget *controlsParent);
+
+    QPushButton *autoButton() const { return m_auto; }
+    QDoubleSpinBox *maximum() const { return m_maximum; }
+    QDoubleSpinBox *minimum() const { return m_minimum; }
+
+    /// Asks the host for a range and starts an acquisition from a thread of its own, which nobody waits for.
+    void determine() const;
+    /// Stores an edited bound, or restores it if the range would be inverted. Other objects are ignored.
+    void follow(const QObject *bound) const;
+    void read() const;
+    /// Sets the texts in the application's language.
+    void retranslate() const;
+
+private:
+    const PanelContext &m_context;
+    QPushButton *m_auto;
+    QDoubleSpinBox *m_maximum;
+    QDoubleSpinBox *m_minimum;
+};

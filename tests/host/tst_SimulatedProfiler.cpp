@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: MIT
+#include <cmath>
+#include <limits>
+#include <map>
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "Host/simulation/Firmware.h"
+#include "Host/simulation/ProfilerFilters.h"
+#include "Host/simulation/ProfilerScene.h"
+#include "Host/simulation/ProfilerSensor.h"
+#include "host/OpenDevice.h"
+
+using Heights = std::vector<float>;
+
+namespace {
+
+constexpr auto profiler = "SIM-PROFILER-01";
+constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
+constexpr double belt = 0.0, part = 30.0; ///< places along Y: without a part, and at its dark patch
+
+/// Sets features from words "name=text", one after the other.
+void setAll(const OpenDevice &device, const char *words)
+{
+    for (const QByteArray &word : QByteArray(words).split(' ')) {
+        const int split = int(word.indexOf('='));
+        device.set(word.left(split).constData(), word.mid(split + 1).constData());
+    }
+}
+
+ProfilerSettings settingsOf(const OpenDevice &device)
+{
+    return device->inside().inspect(&ProfilerSettings::fromRegisters);
+}
+
+/// What a profile looks like as a whole: points, wrong points near the sensor, mean height and slope.
+struct Shape
+{
+    explicit Shape(const Heights &heights)
+    {
+        double moment = 0.0, square = 0.0; // of a profile whose points lie evenly on both sides of the middle
+        double x = ProfilerSettings::firstX;
+        for (const float z : heights) {
+            if (!std::isnan(z))
+                ++points, stray += z > 6.0f, mean += double(z), moment += x * double(z), square += x * x;
+            x += ProfilerSettings::pitchX;
+        }
+        mean /= points, slope = moment / square;
+    }
+    int points = 0, stray = 0;
+    double mean = 0.0, slope = 0.0;
+};
+
+Shape shapeOf(const OpenDevice &device, double y)
+{
+    return Shape(ProfilerSensor().profile(settingsOf(device), y).heights);
+}
+
+/// Collects the parts of frames.
+struct Frames
+{
+    explicit Frames(const OpenDevice &device)
+    {
+        QObject::connect(device.operator->(), &Device::heightReady, &context, [this](const HeightFrame &part) {
+            lines << part.lines;
+            if (part.complete)
+                complete.push_back(part);
+        });
+        QString error;
+        if (!device->startAcquisition(&error))
+            qFatal("%s", qPrintable(error));
+    }
+
+    QObject context;
+    QList<int> lines;
+    std::vector<HeightFrame> complete;
+};
+
+} // namespace
+
+using S = const Shape &;
+using Expectation = bool (*)(S before, S after);
+Q_DECLARE_METATYPE(Expectation)
+
+class tst_SimulatedProfiler : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void triggersShareModeAndSource();
+    void measureRangeStaysOnTheSensor();
+    void linesFollowTimeOrEncoder();
+    void featuresChangeTheProfile_data();
+    void featuresChangeTheProfile();
+    void correctionsUndoTheMounting();
+    void filters();
+    void framesComeInBatches();
+    void framesWaitForTheirTrigger();
+    void framesStartWithThePart();
+    void sendsTheSensorImage();
+    void locksAndRefuses();
+    void laserAdjustsItself();
+};
+
+void tst_SimulatedProfiler::triggersShareModeAndSource()
+{
+    const OpenDevice device(profiler);
+    const GenApi::CEnumerationPtr selector = device.enumeration("TriggerSelector");
+    selector->SetIntValue(1);
+    setAll(device, "TriggerMode=On TriggerSource=Software");
+    selector->SetIntValue(2);
+    QCOMPARE(device.text("TriggerMode"), QStringLiteral("Off"));
+    device.enumeration("TriggerSource")->SetIntValue(4);
+    QCOMPARE(device.text("TriggerSource"), QStringLiteral("ShaftEncoderModuleOut"));
+    QVERIFY(!device.refusal("TriggerSource", "Timer").isEmpty()); // for frames only
+    selector->SetIntValue(1);
+    QCOMPARE(device.text("TriggerMode"), QStringLiteral("On"));
+    QCOMPARE(device.text("TriggerSource"), QStringLiteral("Software"));
+}
+
+void tst_SimulatedProfiler::measureRangeStaysOnTheSensor()
+{
+    const OpenDevice device(profiler);
+    setAll(device, "Height=300 OffsetY=700");
+    QVERIFY(!device.refusal("OffsetY", "725").isEmpty());
+    device.set("Height", "424");
+    QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(600));
+    device.set("CenterImageY", "On");
+    QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(300));
+    QCOMPARE(device.access("OffsetY"), GenApi::RO);
+    device.set("CenterImageY", "Off");
+    const int64_t largest = device.integer("Height")->GetMax(); // whoever restores the full height asks before
+    device.set("OffsetY", "0");
+    device.integer("Height")->SetValue(largest);
+    QCOMPARE(device.integer("Height")->GetValue(), device.integer("HeightMax")->GetValue());
+}
+
+void tst_SimulatedProfiler::linesFollowTimeOrEncoder()
+{
+    const QByteArray encoder = "TriggerSelector=LineStart TriggerMode=On "; // 4000 cycles a second
+    const std::map<QByteArray, double> rates{{"AcquisitionLineRate=250", 250.0},
+                                             {"ExposureTime=1816.4", 500.0}, // as high as possible
+                                             {"AcquisitionLineRateEnable=Off Height=800", 4000.0},
+                                             {encoder + "EncoderDivider=10", 400.0},
+                                             {encoder + "EncoderMode=OneCycleFourPulse EncoderDivider=16", 1000.0},
+                                             {encoder + "EncoderOutputMode=DirectionDown", 0.0},
+                                             {encoder + "EncoderOutputMode=PositionDown TestPartSpeed=-20", 500.0},
+                                             {encoder + "TriggerSource=Line1", 0.0},
+                                             {encoder + "EncoderOutputMode=Motion TestPartSpeed=-20", 500.0}};
+    for (const auto &[settings, rate] : rates) {
+        const OpenDevice device(profiler);
+        setAll(device, settings.constData());
+        const double found = device->inside().inspect(&ProfilerRates::lineRate);
+        QVERIFY2(std::abs(found - rate) < 0.5, (settings + " makes " + QByteArray::number(found)).constData());
+    }
+}
+
+void tst_SimulatedProfiler::featuresChangeTheProfile_data()
+{
+    QTest::addColumn<double>("y");
+    QTest::addColumn<Expectation>("expected");
+    const auto row = [](double y, const char *settings, Expectation check) { QTest::newRow(settings) << y << check; };
+    const auto clean = [](S before, S after) { return before.stray > 200 && !after.stray && after.points == 2048; };
+    const auto onlyStray = [](S, S after) { return after.stray == after.points && after.points > 200; };
+    const auto fewer = [](S before, S after) { return after.points < before.points - 50; };
+    const auto more = [](S before, S after) { return after.points > before.points + 15; };
+    row(belt,
+        "ImageMaskerSelector=ImageMasker2 ImageMask=1 ImageMaskOffsetX=1370 ImageMaskWidth=260 ImageMaskHeight=120",
+        clean);
+    row(belt, "ExtractionMode=Far", clean);
+    row(part, "ExtractionMode=Near", [](S before, S after) { return after.stray > before.stray + 20; });
+    row(part, "ExtractionMode=Far Threshold=20", more);
+    row(part, "ExtractionMode=Far SensingMode=HDRLevel3", more);
+    row(belt, "ExposureTime=45", fewer);
+    row(belt, "Lasersetting=25", fewer);
+    row(part, "LaserWidthUpper=8", fewer);
+    row(belt, "LaserWidthLower=6", fewer);
+    row(belt, "Height=400", onlyStray);
+    row(belt, "LaserSwitch=0", onlyStray);
+    row(belt, "ZCoorOffset=1.5", [](S before, S after) { return std::abs(after.mean - before.mean - 1.5) < 0.05; });
+    row(belt, "ExtractionMode=Far ReverseX=1", [](S, S after) { return std::abs(after.slope + 0.02095) < 2e-4; });
+    row(belt, "ExtractionMode=Far XCoorOffset=-4", [](S, S after) { return after.points == 2048 - 200; });
+}
+
+void tst_SimulatedProfiler::featuresChangeTheProfile()
+{
+    QFETCH(double, y);
+    QFETCH(Expectation, expected);
+    const OpenDevice device(profiler);
+    const Shape before = shapeOf(device, y);
+    setAll(device, QTest::currentDataTag());
+    QVERIFY(expected(before, shapeOf(device, y)));
+}
+
+void tst_SimulatedProfiler::correctionsUndoTheMounting()
+{
+    const OpenDevice device(profiler);
+    setAll(device, "TestStrayLight=0 TestMountingTilt=-2.5 TestMountingScale=0.9");
+    const double tilt = std::atan(shapeOf(device, belt).slope);
+    QVERIFY(std::abs(tilt * 180.0 / M_PI + 2.5) < 0.02);
+    device.number("SinData")->SetValue(std::sin(tilt));
+    device.number("CosData")->SetValue(std::cos(tilt));
+    device.number("ZCoorScale")->SetValue(device.number("ZReferenceHeight")->GetValue() / shapeOf(device, belt).mean);
+    const Shape levelled = shapeOf(device, belt);
+    QVERIFY(std::abs(levelled.slope) < 3e-4);
+    QVERIFY(std::abs(levelled.mean - ProfilerScene::beltHeight) < 0.005);
+}
+
+void tst_SimulatedProfiler::filters()
+{
+    Heights gaps{nothing, 1, nothing, nothing, 4, nothing, 9};
+    ProfilerFilters::fillGaps(gaps, 1);
+    QVERIFY(std::isnan(gaps[0]) && std::isnan(gaps[2]) && gaps[5] == 6.5f);
+    ProfilerFilters::fillGaps(gaps, 2);
+    QVERIFY(gaps[2] == 2.0f && gaps[3] == 3.0f);
+    Heights steps{1, 1, 9, 1, 3, nothing, 3};
+    ProfilerFilters::median(steps, 3);
+    QVERIFY(steps[2] == 1.0f && steps[3] == 3.0f && std::isnan(steps[5]));
+    ProfilerFilters::average(steps, 3);
+    QVERIFY(steps[2] == float(5.0 / 3.0) && steps[6] == 3.0f);
+    ProfilerFilters::OverTime middle(ProfilerFilters::OverTime::Kind::Median);
+    for (const auto &[now, filtered] : {std::pair{7.0f, 7.0f}, {1.0f, 7.0f}, {2.0f, 2.0f}, {50.0f, 2.0f}}) {
+        Heights line{now};
+        middle.apply(line, 3);
+        QCOMPARE(line[0], filtered);
+    }
+}
+
+void tst_SimulatedProfiler::framesComeInBatches()
+{
+    const OpenDevice device(profiler);
+    setAll(device, "AcquisitionLineCount=50 BatchNumber=20 AcquisitionLineRate=100 AcquisitionMode=SingleFrame");
+    const Frames frames(device);
+    QTRY_VERIFY(!frames.complete.empty());
+    QCOMPARE(frames.lines, (QList<int>{20, 40, 50}));
+    QCOMPARE(frames.complete[0].heights.size(), size_t(2048 * 50));
+    QVERIFY(frames.complete[0].intensity.isNull());
+    QVERIFY(Shape(frames.complete[0].lastProfile()).points > 1000);
+    QTRY_VERIFY(!device->isAcquiring());
+    setAll(device, "ContinuousMode=ShortFrame DepthDataType=Uint32_t");
+    const Frames shortFrames(device);
+    QTRY_VERIFY(!shortFrames.complete.empty());
+    QCOMPARE(shortFrames.complete[0].heights.size(), size_t(2048 * 20));
+    QCOMPARE(shortFrames.complete[0].intensity.size(), QSize(2048, 20));
+    QVERIFY(shortFrames.complete[0].intensity.constScanLine(19)[1024] > 30);
+}
+
+void tst_SimulatedProfiler::framesWaitForTheirTrigger()
+{
+    const OpenDevice device(profiler);
+    setAll(device, "TriggerMode=On TriggerSource=Software AcquisitionLineCount=4000 EndFrameMode=NextTrigger");
+    const Frames frames(device);
+    QTest::qWait(300);
+    QVERIFY(frames.lines.isEmpty());
+    device.command("TriggerSoftware")->Execute();
+    QTRY_VERIFY(!frames.lines.isEmpty());
+    device.command("TriggerSoftware")->Execute();
+    QTRY_COMPARE(frames.complete.size(), size_t(1));
+    QVERIFY(frames.complete[0].height < 4000);
+}
+
+void tst_SimulatedProfiler::framesStartWithThePart()
+{
+    const OpenDevice device(profiler); // 0.09 mm from line to line, 3 mm from the light barrier to the part
+    setAll(device, "TestStrayLight=0 TestPartSpeed=90 AcquisitionLineCount=200 TriggerMode=On TriggerSource=Line1");
+    const Frames frames(device);
+    QTRY_VERIFY(frames.complete.size() >= 2);
+    for (const HeightFrame &frame : frames.complete) {
+        int line = 0;
+        while (line < frame.height && !(frame.profile(line)[1024] > -2.0f))
+            ++line;
+        QVERIFY2(std::abs(line * 0.09 - 3.0) < 0.15, qPrintable(QString::number(line)));
+    }
+}
+
+void tst_SimulatedProfiler::sendsTheSensorImage()
+{
+    const OpenDevice device(profiler);
+    device.set("ImageOutputMode", "SensorImage");
+    QSignalSpy images(device.operator->(), &Device::frameReady);
+    const Frames frames(device);
+    QTRY_VERIFY(!images.isEmpty());
+    QVERIFY(frames.lines.isEmpty());
+    const QImage image = images.last().first().value<QImage>();
+    QCOMPARE(image.size(), QSize(2048, 1024));
+    QVERIFY(image.copy(ProfilerScene::strayLight) != image.copy(ProfilerScene::strayLight.translated(-300, 0)));
+}
+
+void tst_SimulatedProfiler::locksAndRefuses()
+{
+    const OpenDevice device(profiler);
+    QVERIFY(device.refusal("AcquisitionLineRate", "4000").contains(QLatin1String("are too many")));
+    setAll(device,
+           "UserSetSelector=UserSet4 ExposureTime=77.0 ImageMaskerSelector=ImageMasker1 ImageMask=1 "
+           "AvgFilterWinLen=Window33 TimeAxisAvgFltWinLen=Window3 TimeAxisMedFltWinLen=Window9 CosData=0.866025");
+    device.command("UserSetSave")->Execute();
+    setAll(device, "ExposureTime=88.0 ImageMask=0 TimeAxisMedFltWinLen=Off");
+    const Frames running(device);
+    for (const char *name : {"Height", "OffsetY", "DepthDataType", "AcquisitionLineCount"})
+        QCOMPARE(device.access(name), GenApi::RO);
+    QCOMPARE(device.access("UserSetLoad"), GenApi::NA);
+    device->stopAcquisition();
+    device.command("UserSetLoad")->Execute();
+    QCOMPARE(device.number("ExposureTime")->GetValue(), 77.0);
+    QVERIFY(device.boolean("ImageMask")->GetValue());
+    QCOMPARE(device.text("TimeAxisMedFltWinLen"), QStringLiteral("Window9"));
+}
+
+void tst_SimulatedProfiler::laserAdjustsItself()
+{
+    const OpenDevice device(profiler);
+    setAll(device, "ExposureTime=50.0 LaserAdjustMode=Auto");
+    QCOMPARE(device.access("Lasersetting"), GenApi::RO);
+    QVERIFY(settingsOf(device).lineBrightness(1.0) < 100.0);
+    QTRY_VERIFY(settingsOf(device).lineBrightness(1.0) >= 120.0);
+    device.set("LaserControlMode", "AcqTrigger");
+    QCOMPARE(settingsOf(device).laser, 0.0);
+}
+
+QTEST_GUILESS_MAIN(tst_SimulatedProfiler)
+#include "tst_SimulatedProfiler.moc"

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QMap>
+#include <QPushButton>
+#include <QtTest>
+
+#include "CuratedPanel.h"
+
+/// Tests of a laser profiler's panel, with one log of what it does to the device and to the host.
+///
+/// Log lines: calls to the host without the device ("Set" and "Get" by feature name, "Store" and "Recall" of its
+/// settings) and, as "feature=value", writes to the registers of the node map, all in one order.
+class ProfilerFixture : public QObject
+{
+protected:
+    /// `known`: what the host answers, as "feature=text", "setting=text", "TriggerMode@entry=text" for a selected
+    /// trigger, "ImageMask@entry=text" for a selected mask; ZCoorScale is 1.25.
+    void open(const QStringList &known = {}, const CuratedFeatures &changes = {});
+    void choose(const char *row, int entry) { editor<QComboBox>(row)->setCurrentIndex(entry); }
+    void click(const char *row) { editor<QPushButton>(row)->click(); }
+    /// Gives the focus to the field of a row in a shown page; the log starts anew.
+    void enter(const char *row);
+    void type(const char *row, const char *text)
+    {
+        enter(row);
+        QTest::keyClicks(editor<QDoubleSpinBox>(row), QString::fromLatin1(text));
+    }
+    void press(const char *row, Qt::Key key) { QTest::keyClick(editor<QDoubleSpinBox>(row), key); }
+    template <class Widget>
+    Widget *editor(const char *row) const
+    {
+        return m_panel->editor<Widget>(row);
+    }
+    double value(const char *row) const { return editor<QDoubleSpinBox>(row)->value(); }
+    /// The entry, number or "on" that a row shows.
+    QString shown(const char *row) const;
+    QString taken() const { return m_log.join(QLatin1Char(' ')); }
+
+    void log(const QString &call);
+
+    QStringList m_log;
+    std::unique_ptr<CuratedPanel> m_panel;
+
+private:
+    void answer(const QString &feature, const std::string &selected);
+
+    QMap<QString, std::string> m_selected; ///< answers that depend on a selector
+};
+
+/// The words of a UTF-8 text.
+inline QStringList words(const char *text, char separator = ' ')
+{
+    return QString::fromUtf8(text).split(QLatin1Char(separator), Qt::SkipEmptyParts);
+}

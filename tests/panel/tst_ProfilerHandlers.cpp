@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+#include <QSemaphore>
+#include <QtTest>
+
+#include <algorithm>
+#include <atomic>
+#include <stdexcept>
+
+#include "ProfilerFixture.h"
+
+using Action = std::function<void()>;
+Q_DECLARE_METATYPE(Action)
+
+class tst_ProfilerHandlers : public ProfilerFixture
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { m_panel.reset(); }
+
+    void handlers_data();
+    void handlers();
+    void externalTrigger();
+    void invertedZRange();
+    void leavingAFieldUnchanged();
+    void hostCorrects();
+    void automaticZRange_data();
+    void automaticZRange();
+    void areaScanFlag();
+    void modeSwitchIsQuick();
+};
+
+void tst_ProfilerHandlers::handlers_data()
+{
+    QTest::addColumn<Action>("prepare");
+    QTest::addColumn<Action>("act");
+    QTest::addColumn<QString>("log");
+    QTest::addColumn<int>("pauses"); // ms
+    const auto row = [](const char *name, const Action &prepare, const Action &act, const char *log, int pauses = 0) {
+        QTest::newRow(name) << prepare << act << QString::fromLatin1(log) << pauses;
+    };
+    const auto list = [&](const char *name, const char *label, int before, int entry, const char *log, int pauses = 0) {
+        row(
+            name, [=] { choose(label, before); }, [=] { choose(label, entry); }, log, pauses);
+    };
+    const auto switches = [&](const char *label, const char *on, const char *off, int pauses = 0) {
+        const Action click = [=] { this->click(label); };
+        row(label, {}, click, on, pauses);
+        QTest::addRow("%s off", label) << click << click << QString::fromLatin1(off) << 0;
+    };
+    const auto typed = [&](const char *name, const char *label, const char *text, const char *log, int pauses = 0) {
+        row(
+            name, {}, [=] { type(label, text), press(label, Qt::Key_Enter); }, log, pauses);
+    };
+    list("continuous frames", "FrameTriggerMode", 0, 1, "TriggerSelector=1 TriggerMode=0 TriggerSelector=2", 10);
+    list("frame source", "TriggerSource", 0, 1,
+         "TriggerSelector=1 Set(TriggerSource,Line2) TriggerSelector=2 Set(TriggerSource,ShaftEncoderModuleOut)", 20);
+    const Action software = [this] { choose("TriggerSource", 2); };
+    const Action fire = [this] { click("TriggerSoftware"); };
+    row("soft trigger", software, fire, "TriggerSelector=1 TriggerSoftware=1 TriggerSelector=2", 20);
+    list("scan by time", "TriggerMode", 1, 0,
+         "TriggerSelector=2 TriggerMode=0 TriggerSource=4 AcquisitionLineRateEnable=1", 20);
+    list("scan by encoder", "TriggerMode", 0, 1,
+         "TriggerSelector=2 TriggerMode=1 TriggerSource=4 AcquisitionLineRateEnable=0", 20);
+    list("normal batches", "BatchTransmitMode", 2, 0, "Set(BatchNumber,100)");
+    list("fast batches", "BatchTransmitMode", 0, 1, "Set(BatchNumber,400)");
+    list("full batches", "BatchTransmitMode", 0, 2, "Set(BatchNumber,800)");
+    list("depth", "AcqDataSource", 1, 0, "Set(DepthDataType,Uint16_t)");
+    list("depth and intensity", "AcqDataSource", 0, 1, "Set(DepthDataType,Uint32_t)");
+    list("laser by hand", "LaserAdjustMode", 1, 0, "Set(LaserAdjustMode,Manual)");
+    list("automatic laser", "LaserAdjustMode", 0, 1, "Set(LaserAdjustMode,Auto)");
+    list("sampling rate", "Sampling Rate", 0, 7, "Store(51,128)");
+    list("automatic sampling rate", "Sampling Rate", 0, 8, "Store(51,0)");
+    switches("GrabRangeCompression", "Set(CenterImageY,Off) DrawROI(0,0,2048,1024,0,false,0,1)",
+             "RomoveROI(0) Set(OffsetY,0) Set(Height,2048)");
+    switches("IntensityEnable", "Store(53,1) SetCameraImageMode(3,true)", "Store(53,0) SetCameraImageMode(3,true)");
+    switches("  Mask1", "Set(ImageMaskerSelector,ImageMasker0) Set(ImageMask,1) DrawROI(0,0,0,0,1,false,1,0)",
+             "RomoveROI(1) Set(ImageMaskerSelector,ImageMasker0) Set(ImageMask,0)", 5);
+    switches("  Mask2", "Set(ImageMaskerSelector,ImageMasker1) Set(ImageMask,1) DrawROI(0,0,0,0,2,false,1,0)",
+             "RomoveROI(2) Set(ImageMaskerSelector,ImageMasker1) Set(ImageMask,0)", 5);
+    switches("  Mask3", "Set(ImageMaskerSelector,ImageMasker2) Set(ImageMask,1) DrawROI(0,0,0,0,3,false,1,0)",
+             "RomoveROI(3) Set(ImageMaskerSelector,ImageMasker2) Set(ImageMask,0)", 5);
+    row(
+        "spacing", {}, [this] { editor<QDoubleSpinBox>("ContourSpacer")->setValue(0.12344); }, "Store(52,0.123400)");
+    typed("Z maximum", "ZUpSizeInfo", "5", "Store(55,5.000000)");
+    typed("Z minimum", "ZDownSizeInfo", "-5.25", "Store(56,-5.250000)");
+    typed("empty Z range", "ZDownSizeInfo", "9", "Store(56,9.000000)");
+    typed("tilt", "TiltCorrection", "30", "Set(SinData,0.500000) Set(CosData,0.866025)", 10);
+    typed("no tilt", "TiltCorrection", "0", "Set(SinData,0.000000) Set(CosData,1.000000)", 10);
+    typed("height", "HighCorrection", "1.5", "Set(ZCoorScale,1.500000)");
+}
+
+void tst_ProfilerHandlers::handlers()
+{
+    QFETCH(Action, prepare);
+    QFETCH(Action, act);
+    QFETCH(int, pauses);
+    open();
+    if (prepare)
+        prepare();
+    m_log.clear();
+    QElapsedTimer timer;
+    timer.start();
+    act();
+    QVERIFY(timer.elapsed() >= pauses);
+    QTEST(taken(), "log");
+}
+
+void tst_ProfilerHandlers::externalTrigger()
+{
+    struct Case
+    {
+        const char *ofDevice, *shown;
+        bool fires;
+    };
+    open();
+    for (const Case &source :
+         {Case{"Line1", "Line1", false}, Case{"Line2", "Line2", false}, Case{"Software", "Software", true},
+          Case{"Timer", "Line1", false}, Case{"Line7", "Software", false}, Case{"", "Line1", false}}) {
+        choose("FrameTriggerMode", 1);
+        choose("TriggerSource", 2);
+        m_panel->host.setNodeValue("cam", "TriggerSource", source.ofDevice);
+        m_panel->host.setReadResult("cam", "TriggerSource", *source.ofDevice ? 0 : -1);
+        m_log.clear();
+        choose("FrameTriggerMode", 0);
+        const bool isTimer = qstrcmp(source.ofDevice, "Timer") == 0;
+        QCOMPARE(taken(),
+                 QStringLiteral("TriggerSelector=1 TriggerMode=1 Get(TriggerSource)%1 TriggerSelector=2")
+                     .arg(QLatin1String(isTimer ? " Set(TriggerSource,Line1)" : "")));
+        QCOMPARE(shown("TriggerSource"), QLatin1String(source.shown));
+        QCOMPARE(editor<QPushButton>("TriggerSoftware")->isEnabled(), source.fires);
+    }
+}
+
+void tst_ProfilerHandlers::invertedZRange()
+{
+    open();
+    for (const auto &[stored, restored] : {std::pair("6.5", 6.5), std::pair("", 6.5), std::pair("high", 6.5)}) {
+        m_panel->host.setCameraInfo("cam", HostCore::CAM_INFO_Z_MAXIMUM, stored);
+        editor<QDoubleSpinBox>("ZDownSizeInfo")->setValue(7);
+        type("ZUpSizeInfo", *stored ? "5" : "6.5");
+        press("ZUpSizeInfo", Qt::Key_Enter);
+        QCOMPARE(taken(), QStringLiteral("Recall(55)"));
+        QCOMPARE(value("ZUpSizeInfo"), qstrcmp(stored, "high") == 0 ? 5.0 : restored);
+    }
+    m_panel->host.setCameraInfo("cam", HostCore::CAM_INFO_Z_MINIMUM, "-2");
+    type("ZDownSizeInfo", "8");
+    press("ZDownSizeInfo", Qt::Key_Enter);
+    QCOMPARE(taken(), QStringLiteral("Recall(56)"));
+    QCOMPARE(value("ZDownSizeInfo"), -2.0);
+}
+
+void tst_ProfilerHandlers::leavingAFieldUnchanged()
+{
+    open(words("SinData=0.1234567"));
+    for (const char *row : {"ContourSpacer", "ZUpSizeInfo", "ZDownSizeInfo", "TiltCorrection", "HighCorrection"}) {
+        enter(row);
+        press(row, Qt::Key_Tab);
+        QVERIFY(!editor<QDoubleSpinBox>(row)->hasFocus());
+        QCOMPARE(taken(), QString());
+    }
+    enter("HighCorrection");
+    press("HighCorrection", Qt::Key_Up);
+    press("HighCorrection", Qt::Key_Tab);
+    QCOMPARE(taken(), QStringLiteral("Set(ZCoorScale,1.251000)"));
+    type("TiltCorrection", "30");
+    press("TiltCorrection", Qt::Key_Enter);
+    QVERIFY(m_panel->row("TiltCorrection")->hasFocus()); // Tab goes on from here
+}
+
+void tst_ProfilerHandlers::hostCorrects()
+{
+    open(words("SinData=0"));
+    bool changes = true;
+    editor<QDoubleSpinBox>("TiltCorrection")->setValue(-2.5);
+    m_panel->host.setCallHook([&](const QString &call) {
+        log(call);
+        if (changes && call.startsWith(QLatin1String("NotifyCorrection")))
+            static_cast<QDoubleSpinBox *>(m_panel->host.correctionField)->setValue(0.5);
+    });
+    m_log.clear();
+    click("TiltCorrection");
+    click("HighCorrection");
+    changes = false;
+    click("HighCorrection");
+    QCOMPARE(m_log,
+             words("NotifyCorrection(0,-2.5) Set(SinData,0.008727) Set(CosData,0.999962)"
+                   " NotifyCorrection(1,1.25) Set(ZCoorScale,0.500000)"
+                   " NotifyCorrection(1,0.5) Set(ZCoorScale,0.500000)"));
+}
+
+void tst_ProfilerHandlers::automaticZRange_data()
+{
+    QTest::addColumn<bool>("hostThrows");
+    QTest::newRow("started") << false;
+    QTest::newRow("the host fails") << true;
+}
+
+/// The panel goes while the host is still starting.
+void tst_ProfilerHandlers::automaticZRange()
+{
+    QFETCH(bool, hostThrows);
+    open();
+    QSemaphore panelIsGone;
+    std::atomic<bool> done{false};
+    m_panel->host.setCallHook([&, gui = QThread::currentThread()](const QString &call) {
+        if (call != QLatin1String("StartGrab(cam)"))
+            return;
+        const bool throws = hostThrows;
+        done = QThread::currentThread() != gui && panelIsGone.tryAcquire(1, 10000);
+        if (throws)
+            throw std::runtime_error("no acquisition");
+    });
+    m_panel->host.clearCalls();
+    click("Z Range");
+    m_panel->panel.reset();
+    QVERIFY(!done);
+    QCOMPARE(m_panel->host.callsTo(words("SetCameraInfo SetCameraImageMode")),
+             words("SetCameraInfo(cam, 54, 1)|SetCameraImageMode(cam, 1, false)", '|'));
+    panelIsGone.release();
+    QTRY_VERIFY(done);
+    QCOMPARE(m_panel->host.callsTo(QStringLiteral("StartGrab")).size(), 1);
+}
+
+void tst_ProfilerHandlers::areaScanFlag()
+{
+    open();
+    m_panel->panel->setAreaScan(true);
+    m_log.clear();
+    choose("FrameTriggerMode", 1);
+    choose("TriggerMode", 0);
+    click("IntensityEnable");
+    editor<QDoubleSpinBox>("ContourSpacer")->setValue(0.5);
+    m_panel->panel->init3DParameters();
+    m_panel->panel->measureRangeAreaUpdate();
+    m_panel->panel->imageMaskWidgetUpdate();
+    QCOMPARE(taken(), QString());
+    choose("BatchTransmitMode", 1);
+    QCOMPARE(taken(), QStringLiteral("Set(BatchNumber,400)"));
+}
+
+void tst_ProfilerHandlers::modeSwitchIsQuick()
+{
+    open();
+    qint64 best = 1000; // ms, of a sequence with pauses of 20 ms
+    for (int round = 0; round < 8; ++round) {
+        QElapsedTimer timer;
+        timer.start();
+        choose("TriggerMode", round % 2);
+        best = std::min(best, timer.elapsed());
+    }
+    QVERIFY2(best >= 20 && best < 35, qPrintable(QString::number(best)));
+}
+
+QTEST_MAIN(tst_ProfilerHandlers)
+#include "tst_ProfilerHandlers.moc"
