@@ -39,7 +39,7 @@ std::array<QRgb, levels> makeTable()
 
 QSize HeightSampling::pictureSize(const HeightFrame &frame) const
 {
-    const double rows = frame.height * std::clamp(rowHeight, flattest, steepest) / step;
+    const double rows = frame.height * std::clamp(rowHeight, 0.0, highestRow) / step;
     const int height = frame.height > 0 ? std::clamp(int(std::lround(rows)), 1, tallest) : 0;
     return {(frame.width + step - 1) / step, height};
 }

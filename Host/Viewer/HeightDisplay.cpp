@@ -10,6 +10,8 @@ namespace {
 
 constexpr double usualMaximum = 9.0; // mm
 constexpr double usualMinimum = -9.0;
+/// Panels store a tiny spacing when nobody chose one. Rows flatter than this, compared with the columns, hide the part.
+constexpr double flattestRow = 1.0 / 8;
 constexpr double largestStep = 128.0;
 
 } // namespace
@@ -59,7 +61,7 @@ HeightSampling HeightDisplay::sampling(const QString &id, const HeightFrame &fra
     HeightSampling result;
     result.step = int(std::clamp(number(id, HostCore::CAM_INFO_SAMPLING_RATE, 1.0), 1.0, largestStep));
     const double spacing = number(id, HostCore::CAM_INFO_CONTOUR_SPACING, 0.0);
-    if (spacing > 0.0 && frame.pitchX > 0.0)
+    if (spacing >= flattestRow * frame.pitchX && frame.pitchX > 0.0)
         result.rowHeight = spacing / frame.pitchX;
     return result;
 }

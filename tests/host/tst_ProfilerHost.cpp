@@ -257,6 +257,8 @@ void tst_ProfilerHost::pictureFollowsTheSettings()
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "-5.5");
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM, "nonsense");
     QVERIFY(display.picture(profiler, gray).pixel(1000, 10) != wide.pixel(1000, 10));
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_CONTOUR_SPACING, "0.002000"); // hides everything
+    QCOMPARE(display.picture(profiler, gray).size(), wide.size());
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_CONTOUR_SPACING, "0.040000");
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_SAMPLING_RATE, "4");
     QCOMPARE(display.picture(profiler, gray).size(), QSize(512, 20));
@@ -265,7 +267,7 @@ void tst_ProfilerHost::pictureFollowsTheSettings()
     QCOMPARE(display.picture(profiler, gray).size(), QSize(2048, 80));
     QCOMPARE(display.picture(profiler, gray).format(), QImage::Format_Grayscale8);
     QVERIFY(display.textAt(profiler, {1000, 10}).isEmpty());
-    QCOMPARE(changed.size(), 6);
+    QCOMPARE(changed.size(), 7);
     set("ImageOutputMode", "SensorImage");
     QVERIFY(host->startAcquisition(profiler));
     QTRY_VERIFY(!display.shows(profiler));
