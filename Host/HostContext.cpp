@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 #include <utility>
 
 #include <QPointer>
+#include <QThread>
 #include <QUrl>
 
 #include "Host/GenICamGuard.h"
@@ -14,6 +16,7 @@
 namespace {
 
 std::atomic<HostContext *> theContext{nullptr};
+std::mutex contextMutex; ///< held by other threads while they use the context, and while it goes
 
 constexpr int pollInterval = 1000; // ms
 const QString module = QStringLiteral("HostContext");
@@ -69,8 +72,10 @@ HostContext::HostContext(Options options, QObject *parent) : QObject(parent), st
     connect(discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
     connect(announcer.get(), &DeviceAnnouncer::announced, this, &HostContext::followAnnounced);
     connect(&imageRegions, &ImageRegions::movedByUser, this, [this](const QString &id, int handle, const QRect &area) {
-        eventListeners.raiseRegionMoved(id, handle, area);
+        eventListeners.raiseRegionMoved(id, numberedRegions->numberOf(handle).value_or(handle), area);
     });
+    numberedRegions = std::make_unique<ProfilerRegions>(*this);
+    heights = std::make_unique<ProfilerHeights>(*this);
     connect(&pollTimer, &QTimer::timeout, this, &HostContext::pollFocused);
     pollTimer.start(pollInterval);
     theContext = this;
@@ -78,10 +83,12 @@ HostContext::HostContext(Options options, QObject *parent) : QObject(parent), st
 
 HostContext::~HostContext()
 {
-    theContext = nullptr;
-    // What is served while the announcer ends must find nothing to announce.
+    {
+        const std::lock_guard<std::mutex> lock(contextMutex);
+        theContext = nullptr;
+    }
     discovery.reset();
-    announcer->disconnect(this);
+    announcer->disconnect(this); // what it still serves must find nothing to announce
     for (const Entry &one : entries)
         one.device->disconnect(this);
     announcer.reset();
@@ -92,6 +99,21 @@ HostContext::~HostContext()
 HostContext *HostContext::current()
 {
     return theContext;
+}
+
+void HostContext::callCurrent(const std::function<void(HostContext &)> &action)
+{
+    std::unique_lock<std::mutex> lock(contextMutex);
+    HostContext *const context = theContext;
+    if (!context)
+        return;
+    if (context->thread() != QThread::currentThread()) {
+        QMetaObject::invokeMethod(
+            context, [=] { action(*context); }, Qt::QueuedConnection);
+        return;
+    }
+    lock.unlock(); // it can only go on this thread
+    action(*context);
 }
 
 QList<Device *> HostContext::devices() const
@@ -152,6 +174,10 @@ void HostContext::connectDevice(Device *device)
     connect(device, &Device::frameReady, this, [this, id](const QImage &frame) {
         if (isReady(id))
             Q_EMIT frameReady(id, frame);
+    });
+    connect(device, &Device::heightReady, this, [this, id](const HeightFrame &frame) {
+        if (isReady(id))
+            Q_EMIT heightReady(id, frame);
     });
     connect(device, &Device::acquiringChanged, this, [this, id] { acquiringChanged(id); });
     connect(device, &Device::lost, this, [this, id](const QString &reason) { deviceLost(id, reason); });
@@ -361,8 +387,10 @@ QString HostContext::cameraInfo(const QString &id, HostCore::CAM_INFO item) cons
 
 void HostContext::setCameraInfo(const QString &id, HostCore::CAM_INFO item, const QString &value)
 {
-    if (isStored(item))
-        store->setValue(cameraKey(id, item), value);
+    if (!isStored(item))
+        return;
+    store->setValue(cameraKey(id, item), value);
+    Q_EMIT cameraInfoChanged(id, item);
 }
 
 QString HostContext::cardInfo(const QString &id, HostCore::CARD_INFO item) const

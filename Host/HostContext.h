@@ -19,6 +19,8 @@
 #include "Host/DeviceDiscovery.h"
 #include "Host/HostListeners.h"
 #include "Host/ImageRegions.h"
+#include "Host/ProfilerHeights.h"
+#include "Host/ProfilerRegions.h"
 #include "ParamterWnd/HostCore.h"
 
 /// The host behind HostCore: devices, focus, language, settings, listeners and log.
@@ -44,6 +46,9 @@ public:
 
     /// The context that HostCore forwards to; null before the first and after the last one.
     static HostContext *current();
+    /// Has the current context do something on its thread, at once when called there. Any thread; without a context, or
+    /// when it goes before its turn comes, nothing happens.
+    static void callCurrent(const std::function<void(HostContext &)> &action);
 
     /// Devices that are known, open or not, in the order in which they became known. Owned by the context.
     QList<Device *> devices() const;
@@ -101,6 +106,8 @@ public:
     /// A region that the device does not have is logged.
     void placeRegion(const QString &id, int handle, const QPoint &corner, const QPoint &opposite);
     void removeRegion(const QString &id, int handle);
+    ProfilerRegions &profilerRegions() { return *numberedRegions; }
+    const ProfilerHeights &profilerHeights() const { return *heights; }
 
 Q_SIGNALS:
     void logLine(const QDateTime &time, const QString &module, const QString &message, int level);
@@ -115,6 +122,10 @@ Q_SIGNALS:
     void languageChanged(const QString &name);
     /// A frame of an acquiring device, on the GUI thread.
     void frameReady(const QString &id, const QImage &frame);
+    /// The heights of the frame that the frameReady() right after this shows; only laser profilers send them.
+    void heightReady(const QString &id, const HeightFrame &frame);
+    /// A setting that is kept per camera has another value.
+    void cameraInfoChanged(const QString &id, HostCore::CAM_INFO item);
     /// A panel asked for an image mode of the display (SetCameraImageMode, SetSLImageShowMode).
     void imageModeRequested(const QString &id, int mode);
 
@@ -153,6 +164,8 @@ private:
     QStringList closings; ///< announced as closed, not seen by every panel yet
     HostListeners eventListeners;
     ImageRegions imageRegions;
+    std::unique_ptr<ProfilerRegions> numberedRegions;
+    std::unique_ptr<ProfilerHeights> heights;
     std::unique_ptr<QSettings> store;
     std::unique_ptr<DeviceAnnouncer> announcer;
     std::unique_ptr<DeviceDiscovery> discovery;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWnd/HostCore.h"
 
+#include <QDoubleSpinBox>
+
 #include "Host/HostContext.h"
 
 // The functions of HostCore.h for this host: forwards to the current HostContext. Without one there are no devices,
@@ -29,6 +31,11 @@ std::string answer(Question question)
 {
     const HostContext *context = HostContext::current();
     return context ? question(*context).toStdString() : std::string();
+}
+
+int handleOf(HostContext &host, const std::string &deviceKey, int roiId)
+{
+    return host.profilerRegions().handleOf(text(deviceKey), roiId).value_or(roiId);
 }
 
 } // namespace
@@ -142,33 +149,38 @@ int SetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string 
     return host && host->writeNode(text(deviceKey), text(nodeName), text(value)) ? success : failure;
 }
 
-int DrawROI(std::string deviceKey, int leftX, int leftY, int rightX, int rightY, int &roiId, bool &status, int, int)
+/// Panels name the regions of laser profilers themselves, which the reserved numbers tell.
+int DrawROI(std::string deviceKey, int leftX, int leftY, int rightX, int rightY, int &roiId, bool &status,
+            int reserved1, int reserved2)
 {
     HostContext *host = HostContext::current();
-    const int drawn = host ? host->drawRegion(text(deviceKey), {leftX, leftY}, {rightX, rightY}) : 0;
-    status = drawn != 0;
-    if (!status)
-        return failure;
-    roiId = drawn;
-    return success;
+    const QPoint corner(leftX, leftY), opposite(rightX, rightY);
+    const bool numbered = reserved1 != 0 || reserved2 != 0;
+    status = false;
+    if (host && numbered) {
+        status = host->profilerRegions().draw(text(deviceKey), roiId, corner, opposite);
+    } else if (const int drawn = host ? host->drawRegion(text(deviceKey), corner, opposite) : 0) {
+        status = true;
+        roiId = drawn;
+    }
+    return status ? success : failure;
 }
 
 void RomoveROI(std::string deviceKey, int roiId)
 {
-    withContext([&](HostContext &host) { host.removeRegion(text(deviceKey), roiId); });
+    withContext([&](HostContext &host) { host.removeRegion(text(deviceKey), handleOf(host, deviceKey, roiId)); });
 }
 
 void SetROIPos(std::string deviceKey, int roiId, int leftX, int leftY, int rightX, int rightY)
 {
-    withContext([&](HostContext &host) { host.placeRegion(text(deviceKey), roiId, {leftX, leftY}, {rightX, rightY}); });
+    withContext([&](HostContext &host) {
+        host.placeRegion(text(deviceKey), handleOf(host, deviceKey, roiId), {leftX, leftY}, {rightX, rightY});
+    });
 }
 
 void StartGrab(std::string deviceKey)
 {
-    withContext([&](HostContext &host) {
-        const auto start = [&host, id = text(deviceKey)] { host.startAcquisition(id); };
-        QMetaObject::invokeMethod(&host, start);
-    });
+    HostContext::callCurrent([id = text(deviceKey)](HostContext &host) { host.startAcquisition(id); });
 }
 
 void SetCameraImageMode(std::string deviceKey, int mode, bool)
@@ -181,12 +193,13 @@ void SetSLImageShowMode(std::string deviceKey, int mode)
     withContext([&](HostContext &host) { Q_EMIT host.imageModeRequested(text(deviceKey), mode); });
 }
 
-void NotifyCorrection(std::string deviceKey, int kind, float value, void *)
+void NotifyCorrection(std::string deviceKey, int kind, float, void *result)
 {
-    VLogInfo("HostCore",
-             "Correction " + std::to_string(kind) + " with " + std::to_string(value) + " is not supported by "
-                 + deviceKey,
-             0);
+    withContext([&](HostContext &host) {
+        const auto value = host.profilerHeights().correction(text(deviceKey), kind);
+        if (value && result)
+            static_cast<QDoubleSpinBox *>(result)->setValue(*value);
+    });
 }
 
 void VLogInfo(const std::string &module, const std::string &message, int level)

@@ -158,7 +158,9 @@ void StartGrab(std::string deviceKey);
 void SetCameraImageMode(std::string deviceKey, int mode, bool flag);
 /// Display request of the structured-light pages.
 void SetSLImageShowMode(std::string deviceKey, int mode);
-/// Correction request of the laser-profiler pages.
+/// Correction request of the laser-profiler pages: sets `result`, a QDoubleSpinBox that shows `value`, to what corrects
+/// the tilt (kind 0, in degrees) or the heights (kind 1, a factor) of the newest profile, before it returns. Leaves it
+/// alone when there is none.
 void NotifyCorrection(std::string deviceKey, int kind, float value, void *result);
 
 /// Appends a line to the host's log. `module` is the reporting class, `level` 0 an ordinary report.

@@ -72,6 +72,21 @@
     </message>
 </context>
 <context>
+    <name>HeightDisplay</name>
+    <message>
+        <source>no data</source>
+        <translation>无数据</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>row %1, X %2 mm: %3</source>
+        <translation>第 %1 行，X %2 mm：%3</translation>
+    </message>
+</context>
+<context>
     <name>LogModel</name>
     <message>
         <source>Time</source>
@@ -246,6 +261,10 @@
 </context>
 <context>
     <name>ViewerWindow</name>
+    <message>
+        <source>Regions lie on the sensor image: stop the acquisition to see them.</source>
+        <translation>区域位于传感器图像上：请停止采集以查看。</translation>
+    </message>
     <message>
         <source>No image of this size yet. Drag the region by its edges and corners.</source>
         <translation>尚无此尺寸的图像。请拖动区域的边和角进行调整。</translation>

@@ -171,6 +171,9 @@ QString ImageView::pixelText() const
     const QPoint pixel(int(std::floor(position.x())), int(std::floor(position.y())));
     if (!m_frame.rect().contains(pixel))
         return QString();
+    const QString meaning = m_pixelReader ? m_pixelReader(pixel) : QString();
+    if (!meaning.isEmpty())
+        return meaning;
     const QRgb value = m_frame.pixel(pixel);
     const QString text = m_frame.format() == QImage::Format_Grayscale8
         ? QString::number(qGray(value))

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <deque>
+#include <functional>
 
 #include "Host/Viewer/RegionEditor.h"
 
@@ -29,6 +30,8 @@ public:
     void showFrame(const QImage &frame);
     /// A frame that arrived earlier; the rate begins anew.
     void showStill(const QImage &frame);
+    /// Another picture of the frame that is shown.
+    void replaceFrame(const QImage &frame) { setImage(frame, QSize()); }
     /// Forgets the frame; `hint` (a sentence for a person) stands in its place.
     void clear(const QString &hint);
     /// Forgets the frame; an empty plate of an image's size stands in its place, with a hint on it.
@@ -47,6 +50,9 @@ public:
     double framesPerSecond() const;
     /// The value of the pixel under the cursor, "(x, y): value"; empty outside of the image.
     QString pixelText() const;
+    /// Says what a pixel of the frame stands for, or leaves it to the view with an empty text.
+    using PixelReader = std::function<QString(const QPoint &pixel)>;
+    void setPixelReader(PixelReader reader) { m_pixelReader = std::move(reader); }
 
     void zoomToFit();
     void zoomToOriginal();
@@ -88,6 +94,7 @@ private:
     void countFrame();
 
     RegionEditor *m_regions;
+    PixelReader m_pixelReader;
     QImage m_frame;
     QSize m_canvas; ///< the size of the image to come; empty unless the canvas is shown
     QString m_hint;

@@ -18,6 +18,7 @@
 #include "Host/Viewer/DeviceTree.h"
 #include "Host/Viewer/FrameStatus.h"
 #include "Host/Viewer/GlyphIcons.h"
+#include "Host/Viewer/HeightDisplay.h"
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/LogModel.h"
 #include "Host/Viewer/LogView.h"
@@ -31,6 +32,9 @@ constexpr int panelMinimumHeight = 420;
 constexpr int panelWidth = 500;
 constexpr int deviceListWidth = 270;
 constexpr int logHeight = 150;
+/// Cameras of these types get the pages of laser profilers.
+constexpr const char *profilerTypeCodes = "profilerTypeCodes";
+const QStringList profilerTypes{QStringLiteral("1"), QStringLiteral("5")};
 const QString geometryKey = QStringLiteral("Viewer/geometry");
 const QString layoutKey = QStringLiteral("Viewer/layout");
 
@@ -38,11 +42,16 @@ const QString layoutKey = QStringLiteral("Viewer/layout");
 
 ViewerWindow::ViewerWindow(HostContext &context)
     : m_context(context), m_devices(new DeviceTree(context)), m_image(new ImageView),
-      m_status(new FrameStatus(*m_image)), m_log(new LogView), m_panel(new ParamterWnd)
+      m_heights(new HeightDisplay(context, this)), m_status(new FrameStatus(*m_image)), m_log(new LogView),
+      m_panel(new ParamterWnd)
 {
     setObjectName(QStringLiteral("ViewerWindow"));
     setWindowIcon(glyphIcon(Glyph::Camera));
     setCentralWidget(m_image);
+    m_image->setPixelReader([this](const QPoint &pixel) {
+        return showsHeights(currentId()) ? m_heights->textAt(currentId(), pixel) : QString();
+    });
+    m_panel->setProperty(profilerTypeCodes, profilerTypes);
     statusBar()->addPermanentWidget(m_status);
     buildDocks();
     buildCommands();
@@ -102,6 +111,7 @@ void ViewerWindow::connectHost()
     connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::followFocus);
     connect(&m_context, &HostContext::frameReady, this, &ViewerWindow::showFrame);
     connect(&m_context.regions(), &ImageRegions::listChanged, this, &ViewerWindow::followRegions);
+    connect(m_heights, &HeightDisplay::changed, this, &ViewerWindow::followHeights);
     connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::followSearch,
             Qt::QueuedConnection); // after the list of found devices
     connect(&m_context, &HostContext::deviceListChanged, this, &ViewerWindow::openPending);
@@ -264,7 +274,6 @@ void ViewerWindow::followFocus()
 {
     const QString id = currentId();
     QString format;
-    m_image->regions().follow(m_context.regions(), id);
     showPicture();
     if (m_devices->state(id) == DeviceTree::State::Acquiring)
         m_context.readNode(id, QStringLiteral("PixelFormat"), &format);
@@ -272,17 +281,28 @@ void ViewerWindow::followFocus()
     updateCommands();
 }
 
+bool ViewerWindow::showsHeights(const QString &id) const
+{
+    return m_heights->shows(id) && !m_regionsFirst.contains(id);
+}
+
 QSize ViewerWindow::canvasSize() const
 {
-    const QList<ImageRegion> regions = m_context.regions().of(currentId());
-    const QSize drawnOn = regions.isEmpty() ? QSize() : regions.last().image;
-    return drawnOn == m_frames.value(currentId()).size() ? QSize() : drawnOn;
+    const QString id = currentId();
+    const QList<ImageRegion> regions = m_context.regions().of(id);
+    if (regions.isEmpty() || showsHeights(id))
+        return {};
+    const QSize drawnOn = regions.last().image;
+    const bool covers = !m_heights->shows(id) && drawnOn == m_frames.value(id).size();
+    return covers ? QSize() : drawnOn;
 }
 
 void ViewerWindow::showPicture()
 {
-    const QImage frame = m_frames.value(currentId());
+    const QString id = currentId();
+    const QImage frame = m_heights->picture(id, m_frames.value(id));
     const QSize canvas = canvasSize();
+    m_image->regions().follow(m_context.regions(), showsHeights(id) ? QString() : id);
     if (!canvas.isEmpty())
         m_image->showCanvas(canvas, tr("No image of this size yet. Drag the region by its edges and corners."));
     else if (frame.isNull())
@@ -293,11 +313,25 @@ void ViewerWindow::showPicture()
 
 void ViewerWindow::followRegions(const QString &id)
 {
+    const bool some = !m_context.regions().of(id).isEmpty();
+    const bool acquiring = m_devices->state(id) == DeviceTree::State::Acquiring;
+    if (!some)
+        m_regionsFirst.remove(id);
+    else if (!acquiring && m_heights->shows(id))
+        m_regionsFirst.insert(id);
+    else if (m_heights->shows(id))
+        m_context.log(objectName(), tr("Regions lie on the sensor image: stop the acquisition to see them."));
     const QSize shown = m_image->isCanvas() ? m_image->imageSize() : QSize();
     if (id != currentId() || shown == canvasSize())
         return;
     showPicture();
     updateCommands();
+}
+
+void ViewerWindow::followHeights(const QString &id)
+{
+    if (id == currentId() && showsHeights(id) && m_frames.contains(id))
+        m_image->replaceFrame(m_heights->picture(id, m_frames.value(id)));
 }
 
 void ViewerWindow::followState(const QString &id)
@@ -316,10 +350,12 @@ void ViewerWindow::showFrame(const QString &id, const QImage &frame)
         return;
     const bool first = !m_frames.contains(id);
     m_frames.insert(id, frame);
+    m_regionsFirst.remove(id);
     if (id != currentId())
         return;
+    m_image->regions().follow(m_context.regions(), showsHeights(id) ? QString() : id);
     if (state == DeviceTree::State::Acquiring)
-        m_image->showFrame(frame);
+        m_image->showFrame(m_heights->picture(id, frame));
     else // the last one of an acquisition, which ended before it was here
         showPicture();
     if (first)

@@ -4,12 +4,14 @@
 #include <QHash>
 #include <QImage>
 #include <QMainWindow>
+#include <QSet>
 
 #include "Host/Viewer/Translators.h"
 
 class Device;
 class DeviceTree;
 class FrameStatus;
+class HeightDisplay;
 class HostContext;
 class ImageView;
 class LogView;
@@ -65,8 +67,11 @@ private:
     void followFocus();
     /// The size of the image that a region of the current device is drawn on; empty when its picture has that size.
     QSize canvasSize() const;
+    /// The picture of a device is a height map or belongs to one; regions lie elsewhere then.
+    bool showsHeights(const QString &id) const;
     void showPicture();
     void followRegions(const QString &id);
+    void followHeights(const QString &id);
     void followState(const QString &id);
     void showFrame(const QString &id, const QImage &frame);
     QString imageHint() const;
@@ -81,6 +86,7 @@ private:
     Translators m_translators;
     DeviceTree *m_devices;
     ImageView *m_image;
+    HeightDisplay *m_heights;
     FrameStatus *m_status;
     LogView *m_log;
     ParamterWnd *m_panel;
@@ -89,5 +95,6 @@ private:
     QDockWidget *m_panelDock = nullptr;
     QDockWidget *m_logDock = nullptr;
     QHash<QString, QImage> m_frames; ///< last frame of each open camera
+    QSet<QString> m_regionsFirst; ///< devices whose regions cover their height maps until the next one comes
     QString m_pendingId; ///< to be opened once it is known
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <atomic>
 #include <thread>
 
 #include <QSignalSpy>
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void accessFailuresAreLogged();
     void logLinesArriveFromAnyThread();
     void grabStartsFromAnyThread();
+    void contextMayGoWhileGrabsStart();
 
 private:
     TestDevice *addDevice(const char *id);
@@ -249,6 +251,27 @@ void tst_HostCore::grabStartsFromAnyThread()
     std::thread([] { HostCore::StartGrab("cam"); }).join();
     QVERIFY(!device->isAcquiring());
     QTRY_VERIFY(device->isAcquiring());
+}
+
+/// Panels start acquisition on a thread that nobody waits for.
+void tst_HostCore::contextMayGoWhileGrabsStart()
+{
+    std::atomic<bool> over{false};
+    std::thread worker([&] {
+        while (!over)
+            HostCore::StartGrab("cam");
+    });
+    for (int i = 0; i < 50; ++i) {
+        start();
+        addDevice("cam");
+        QCoreApplication::processEvents();
+        context.reset();
+    }
+    over = true;
+    worker.join();
+    HostCore::StartGrab("cam");
+    QCoreApplication::processEvents();
+    QVERIFY(!HostContext::current());
 }
 
 QTEST_GUILESS_MAIN(tst_HostCore)

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "Host/HeightFrame.h"
+
+// What a host finds in height profiles. Pure functions; lengths in mm, points without data are left out.
+namespace HeightAnalysis {
+
+struct Range
+{
+    double lowest = 0.0;
+    double highest = 0.0;
+};
+
+/// The heights of a frame without the lowest and the highest hundredth of its points; none without any data.
+std::optional<Range> usualRange(const HeightFrame &frame);
+
+/// The straight surface that most points of a profile lie on.
+struct Line
+{
+    double slope = 0.0; ///< mm of height per mm along the profile
+    double meanHeight = 0.0; ///< of the points that lie on it
+};
+
+/// None when the profile has too few points for a line.
+std::optional<Line> mainLine(const std::vector<float> &profile, double firstX, double pitchX);
+
+} // namespace HeightAnalysis

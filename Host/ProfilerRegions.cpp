@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "Host/ProfilerRegions.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "Host/GenICamGuard.h"
+#include "Host/HostContext.h"
+
+namespace {
+
+constexpr int applyInterval = 200; // ms
+constexpr int measureRange = 0;
+constexpr int mostMasks = 3;
+const QString module = QStringLiteral("ProfilerRegions");
+const QString maskSelector = QStringLiteral("ImageMaskerSelector");
+
+QString selectorEntry(int number)
+{
+    return QStringLiteral("ImageMasker%1").arg(number - 1);
+}
+
+/// In the middle, apart from the edges.
+QRect middleOf(const QSize &image)
+{
+    const QSize size = image / 4;
+    return {QPoint((image.width() - size.width()) / 2, (image.height() - size.height()) / 2), size};
+}
+
+/// Within the limits of the feature and in its steps.
+qint64 fittingValue(const GenApi::CIntegerPtr &feature, qint64 value)
+{
+    if (!feature.IsValid())
+        return value;
+    const qint64 lowest = feature->GetMin(), step = std::max<qint64>(1, feature->GetInc());
+    const qint64 within = std::clamp(value, lowest, std::max<qint64>(lowest, feature->GetMax()));
+    return lowest + (within - lowest) / step * step;
+}
+
+} // namespace
+
+ProfilerRegions::ProfilerRegions(HostContext &owner) : host(owner)
+{
+    pause.setSingleShot(true);
+    pause.setInterval(applyInterval);
+    connect(&pause, &QTimer::timeout, this, &ProfilerRegions::applyMoves);
+    connect(&host.regions(), &ImageRegions::listChanged, this, &ProfilerRegions::forgetRemoved);
+    connect(&host.regions(), &ImageRegions::movedByUser, this,
+            [this](const QString &, int handle) { noteMove(handle); });
+}
+
+bool ProfilerRegions::draw(const QString &device, int number, const QPoint &corner, const QPoint &opposite)
+{
+    if (handleOf(device, number))
+        return true;
+    const QSize image = host.isReady(device) ? sensorSize(device) : QSize();
+    if (number < measureRange || number > mostMasks || image.isEmpty()) {
+        host.log(module, QStringLiteral("Region %1 cannot be drawn on %2").arg(number).arg(device));
+        return false;
+    }
+    QRect area = areaOnDevice(device, number);
+    if (area.isEmpty())
+        area = corner == opposite ? middleOf(image) : QRect(corner, opposite - QPoint(1, 1));
+    const int handle = host.regions().draw(device, image, area.topLeft(), area.bottomRight() + QPoint(1, 1));
+    if (handle != 0)
+        regions.push_back({device, number, handle});
+    return handle != 0;
+}
+
+std::optional<int> ProfilerRegions::handleOf(const QString &device, int number) const
+{
+    for (const Region &one : regions) {
+        if (one.device == device && one.number == number)
+            return one.handle;
+    }
+    return {};
+}
+
+std::optional<int> ProfilerRegions::numberOf(int handle) const
+{
+    for (const Region &one : regions) {
+        if (one.handle == handle)
+            return one.number;
+    }
+    return {};
+}
+
+void ProfilerRegions::forgetRemoved(const QString &device)
+{
+    const QList<ImageRegion> left = host.regions().of(device);
+    const auto isGone = [&](const Region &one) {
+        return one.device == device && std::none_of(left.begin(), left.end(), [&](const ImageRegion &region) {
+                   return region.handle == one.handle;
+               });
+    };
+    regions.erase(std::remove_if(regions.begin(), regions.end(), isGone), regions.end());
+}
+
+void ProfilerRegions::noteMove(int handle)
+{
+    if (!numberOf(handle))
+        return;
+    moved.insert(handle);
+    if (!pause.isActive())
+        pause.start();
+}
+
+void ProfilerRegions::applyMoves()
+{
+    const QSet<int> due = std::exchange(moved, {});
+    const std::vector<Region> current = regions; // whatever a write sets off may remove regions
+    for (const Region &one : current) {
+        if (!due.contains(one.handle))
+            continue;
+        for (const ImageRegion &region : host.regions().of(one.device)) {
+            if (region.handle == one.handle)
+                apply(one, region.area);
+        }
+    }
+}
+
+/// The device rounds, and refuses while it acquires: the region shows what came of it.
+void ProfilerRegions::apply(const Region &region, const QRect &area)
+{
+    if (region.number == measureRange)
+        applyMeasureRange(region.device, area);
+    else
+        applyMask(region, area);
+    const QRect real = areaOnDevice(region.device, region.number);
+    if (!real.isEmpty())
+        host.regions().place(region.device, region.handle, real.topLeft(), real.bottomRight() + QPoint(1, 1));
+}
+
+/// Neither step may leave the range beyond the sensor.
+void ProfilerRegions::applyMeasureRange(const QString &device, const QRect &area)
+{
+    const bool upwards = area.y() < integer(device, "OffsetY");
+    if (upwards)
+        write(device, "OffsetY", area.y());
+    if (write(device, "Height", area.height()) && !upwards)
+        write(device, "OffsetY", area.y());
+}
+
+void ProfilerRegions::applyMask(const Region &region, const QRect &area)
+{
+    if (!host.writeNode(region.device, maskSelector, selectorEntry(region.number)))
+        return;
+    write(region.device, "ImageMaskOffsetX", area.x());
+    write(region.device, "ImageMaskOffsetY", area.y());
+    write(region.device, "ImageMaskWidth", area.width());
+    write(region.device, "ImageMaskHeight", area.height());
+}
+
+QSize ProfilerRegions::sensorSize(const QString &device) const
+{
+    return {integer(device, "SensorWidth"), integer(device, "SensorHeight")};
+}
+
+QRect ProfilerRegions::areaOnDevice(const QString &device, int number) const
+{
+    if (number == measureRange)
+        return {0, integer(device, "OffsetY"), integer(device, "SensorWidth"), integer(device, "Height")};
+    if (!host.writeNode(device, maskSelector, selectorEntry(number)))
+        return {};
+    return {integer(device, "ImageMaskOffsetX"), integer(device, "ImageMaskOffsetY"), integer(device, "ImageMaskWidth"),
+            integer(device, "ImageMaskHeight")};
+}
+
+/// 0 when the device does not tell, which is logged.
+int ProfilerRegions::integer(const QString &device, const char *node) const
+{
+    QString text;
+    host.readNode(device, QLatin1String(node), &text);
+    return text.toInt();
+}
+
+bool ProfilerRegions::write(const QString &device, const char *node, int value)
+{
+    qint64 fitting = value;
+    QString error;
+    guarded(&error, [&] { // what cannot be fitted is left to the device to refuse
+        if (GenApi::INodeMap *const map = host.nodeMap(HostCore::FOCUS_CAMERA, device))
+            fitting = fittingValue(map->GetNode(node), value);
+    });
+    return host.writeNode(device, QLatin1String(node), QString::number(fitting));
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+#include <optional>
+#include <vector>
+
+#include "Host/ImageRegions.h"
+
+class HostContext;
+
+/// The regions of laser profilers, which panels know by numbers of their own: 0 is the measure range, 1 to 3 are masks.
+/// They lie on the image of the sensor, show what the device has, and the device follows them when a person moves them.
+/// GUI thread.
+class ProfilerRegions : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `host` and its regions must outlive this.
+    explicit ProfilerRegions(HostContext &host);
+
+    /// The corners count where the device does not tell its own; equal ones leave the choice to this. A region that is
+    /// there already stays. False on failure, which is logged.
+    bool draw(const QString &device, int number, const QPoint &corner, const QPoint &opposite);
+    /// None when the device has no such region of a profiler.
+    std::optional<int> handleOf(const QString &device, int number) const;
+    /// The panel's number of a region; none when it is none of a profiler.
+    std::optional<int> numberOf(int handle) const;
+
+private:
+    struct Region
+    {
+        QString device;
+        int number;
+        int handle;
+    };
+
+    void forgetRemoved(const QString &device);
+    void noteMove(int handle);
+    void applyMoves();
+    void apply(const Region &region, const QRect &area);
+    void applyMeasureRange(const QString &device, const QRect &area);
+    void applyMask(const Region &region, const QRect &area);
+    QSize sensorSize(const QString &device) const;
+    /// What the device has; empty when it does not tell.
+    QRect areaOnDevice(const QString &device, int number) const;
+    int integer(const QString &device, const char *node) const;
+    bool write(const QString &device, const char *node, int value);
+
+    HostContext &host;
+    std::vector<Region> regions;
+    QSet<int> moved; ///< handles of regions that the device does not follow yet
+    QTimer pause; ///< a drag reports more moves than a device can follow
+};

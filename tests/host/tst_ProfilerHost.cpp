@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: MIT
+#include <QDoubleSpinBox>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <cmath>
+#include <thread>
+
+#include "Host/HeightAnalysis.h"
+#include "Host/HostContext.h"
+#include "Host/SimulatedDevices.h"
+#include "Host/Viewer/HeightDisplay.h"
+#include "ParamterWnd/HostCore.h"
+
+namespace {
+
+const QString profiler = QStringLiteral("SIM-PROFILER-01");
+const std::string key = "SIM-PROFILER-01";
+
+} // namespace
+
+/// The host's side of a laser profiler, with the simulated one.
+class tst_ProfilerHost : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void regionsKeepThePanelsNumbers();
+    void deviceFollowsMovedRegions_data();
+    void deviceFollowsMovedRegions();
+    void measureRangeIsLockedWhileAcquiring();
+    void automaticRangeIsFoundOnce();
+    void correctionsLevelTheBelt_data();
+    void correctionsLevelTheBelt();
+    void correctionWithoutProfileIsLogged();
+    void pictureFollowsTheSettings();
+
+private:
+    void set(const char *node, const char *value) { QCOMPARE(HostCore::SetCameraNodeValue(key, node, value), 0); }
+    double read(const char *node)
+    {
+        QString value;
+        host->readNode(profiler, QLatin1String(node), &value);
+        return value.toDouble();
+    }
+    QRect maskOnDevice(int number);
+    QRect region(int number);
+    /// Waits for a frame, after which the device stops.
+    void takeFrame();
+
+    QTemporaryDir folder;
+    std::unique_ptr<HostContext> host;
+};
+
+void tst_ProfilerHost::init()
+{
+    QFile::remove(folder.filePath(QStringLiteral("host.ini")));
+    host = std::make_unique<HostContext>(HostContext::Options{folder.filePath(QStringLiteral("host.ini")), {}});
+    for (std::unique_ptr<Device> &device : makeSimulatedDevices())
+        host->addDevice(std::move(device));
+    QVERIFY(host->open(profiler));
+    set("AcquisitionMode", "SingleFrame");
+    set("AcquisitionLineCount", "40");
+    set("BatchNumber", "10");
+    set("TestPartSpeed", "0"); // the belt stands, without a part under the laser
+}
+
+void tst_ProfilerHost::cleanup()
+{
+    host.reset();
+}
+
+QRect tst_ProfilerHost::maskOnDevice(int number)
+{
+    set("ImageMaskerSelector", qPrintable(QStringLiteral("ImageMasker%1").arg(number - 1)));
+    return {int(read("ImageMaskOffsetX")), int(read("ImageMaskOffsetY")), int(read("ImageMaskWidth")),
+            int(read("ImageMaskHeight"))};
+}
+
+QRect tst_ProfilerHost::region(int number)
+{
+    for (const ImageRegion &one : host->regions().of(profiler)) {
+        if (host->profilerRegions().numberOf(one.handle) == number)
+            return one.area;
+    }
+    return {};
+}
+
+void tst_ProfilerHost::takeFrame()
+{
+    bool complete = false;
+    QObject receiver;
+    connect(host.get(), &HostContext::heightReady, &receiver,
+            [&](const QString &, const HeightFrame &frame) { complete |= frame.complete; });
+    QVERIFY(host->startAcquisition(profiler));
+    QTRY_VERIFY(complete && !host->device(profiler)->isAcquiring());
+}
+
+void tst_ProfilerHost::regionsKeepThePanelsNumbers()
+{
+    for (int number : {3, 0, 1}) {
+        int name = number;
+        bool accepted = false;
+        const int result = number == 0 ? HostCore::DrawROI(key, 0, 0, 2048, 1024, name, accepted, 0, 1)
+                                       : HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, 1, 0);
+        QCOMPARE(result, 0);
+        QVERIFY(accepted);
+        QCOMPARE(name, number);
+    }
+    QCOMPARE(region(0), QRect(0, 0, 2048, 1024));
+    QCOMPARE(region(1), maskOnDevice(1));
+    HostCore::RomoveROI(key, 1);
+    HostCore::RomoveROI(key, 0);
+    QCOMPARE(host->regions().of(profiler).size(), 1);
+    QVERIFY(!region(3).isEmpty());
+    int handle = 0, unknown = 4;
+    bool accepted = false;
+    QCOMPARE(HostCore::DrawROI(key, 0, 0, 10, 10, handle, accepted, 0, 0), 0);
+    QVERIFY2(handle > 3, "a region of the host has a number of its own");
+    QVERIFY(HostCore::DrawROI(key, 0, 0, 0, 0, unknown, accepted, 1, 0) != 0);
+    QVERIFY(!accepted);
+    host->close(profiler);
+    QVERIFY(host->regions().of(profiler).isEmpty());
+    QVERIFY(!host->profilerRegions().handleOf(profiler, 3));
+}
+
+void tst_ProfilerHost::deviceFollowsMovedRegions_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QRect>("area");
+    QTest::addColumn<QRect>("result");
+    QTest::newRow("mask") << 2 << QRect(1380, 60, 240, 50) << QRect(1380, 60, 240, 50);
+    QTest::newRow("range in the middle") << 0 << QRect(0, 300, 2048, 400) << QRect(0, 300, 2048, 400);
+    QTest::newRow("range at the end, full width") << 0 << QRect(500, 900, 100, 124) << QRect(0, 900, 2048, 124);
+    QTest::newRow("lowest range") << 0 << QRect(0, 10, 2048, 3) << QRect(0, 10, 2048, 16);
+}
+
+void tst_ProfilerHost::deviceFollowsMovedRegions()
+{
+    QFETCH(int, number);
+    QFETCH(QRect, area);
+    QFETCH(QRect, result);
+    bool accepted = false;
+    int name = number;
+    set("CenterImageY", "Off");
+    set("Height", "200");
+    set("OffsetY", "824"); // the range has to go up before it can grow
+    HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, number ? 1 : 0, number ? 0 : 1);
+    const int handle = host->profilerRegions().handleOf(profiler, number).value_or(-1);
+    QSignalSpy log(host.get(), &HostContext::logLine);
+    host->regions().move(handle, QRect(5, 5, 60, 60));
+    host->regions().move(handle, area);
+    const auto onDevice = [&] {
+        return number == 0 ? QRect(0, int(read("OffsetY")), 2048, int(read("Height"))) : maskOnDevice(number);
+    };
+    QTRY_COMPARE(onDevice(), result);
+    QTRY_COMPARE(region(number), result);
+    QCOMPARE(log.size(), 0);
+    HostCore::RomoveROI(key, number);
+}
+
+void tst_ProfilerHost::measureRangeIsLockedWhileAcquiring()
+{
+    bool accepted = false;
+    int name = 0;
+    set("AcquisitionMode", "Continuous");
+    HostCore::DrawROI(key, 0, 0, 2048, 1024, name, accepted, 0, 1);
+    QVERIFY(host->startAcquisition(profiler));
+    QSignalSpy log(host.get(), &HostContext::logLine);
+    host->regions().move(*host->profilerRegions().handleOf(profiler, 0), QRect(0, 100, 2048, 200));
+    QTRY_COMPARE(region(0), QRect(0, 0, 2048, 1024)); // as the device has it
+    QVERIFY(log.size() > 0);
+}
+
+void tst_ProfilerHost::automaticRangeIsFoundOnce()
+{
+    set("TestStrayLight", "0");
+    set("TestMountingTilt", "0");
+    set("TestMountingScale", "1");
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+    std::thread([] { HostCore::StartGrab(key); }).join();
+    QTRY_COMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE), std::string("0"));
+    const double lowest = std::stod(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM));
+    const double highest = std::stod(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM));
+    QVERIFY2(lowest > -5.2 && highest < -4.8 && lowest < highest, "the belt lies at -5 mm");
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "1");
+    takeFrame();
+    QCOMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
+}
+
+void tst_ProfilerHost::correctionsLevelTheBelt_data()
+{
+    QTest::addColumn<QByteArrayList>("settings"); // feature, value, feature, value...
+    QTest::newRow("as mounted") << QByteArrayList();
+    QTest::newRow("mirrored and moved") << QByteArrayList({"ReverseX", "1", "ZCoorOffset", "0.5"});
+    QTest::newRow("corrected before, wrongly")
+        << QByteArrayList({"SinData", "0.1", "CosData", "0.994987", "ZCoorScale", "1.2"});
+}
+
+void tst_ProfilerHost::correctionsLevelTheBelt()
+{
+    QFETCH(QByteArrayList, settings);
+    for (int i = 0; i + 1 < settings.size(); i += 2)
+        set(settings.at(i).constData(), settings.at(i + 1).constData());
+    QDoubleSpinBox tilt, scale;
+    for (QDoubleSpinBox *box : {&tilt, &scale}) {
+        box->setRange(-45, 45);
+        box->setDecimals(4);
+    }
+    takeFrame();
+    HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 0.0f, &tilt);
+    QVERIFY2(std::abs(tilt.value() - 1.2) < 0.1, qPrintable(tilt.text())); // as it is mounted
+    set("SinData", qPrintable(QString::number(std::sin(qDegreesToRadians(tilt.value())))));
+    set("CosData", qPrintable(QString::number(std::cos(qDegreesToRadians(tilt.value())))));
+    takeFrame();
+    HostCore::NotifyCorrection(key, ProfilerHeights::HeightScale, 1.0f, &scale);
+    set("ZCoorScale", qPrintable(scale.text()));
+    double mean = 0.0, ends = 0.0; // of a profile that is right
+    connect(host.get(), &HostContext::heightReady, this, [&](const QString &, const HeightFrame &frame) {
+        const auto line = HeightAnalysis::mainLine(frame.lastProfile(), frame.firstX, frame.pitchX);
+        mean = line->meanHeight;
+        ends = line->slope * frame.pitchX * frame.width;
+    });
+    takeFrame();
+    QVERIFY2(std::abs(mean - read("ZCoorOffset") - read("ZReferenceHeight")) < 0.01, qPrintable(QString::number(mean)));
+    QVERIFY2(std::abs(ends) < 0.02, qPrintable(QString::number(ends)));
+}
+
+void tst_ProfilerHost::correctionWithoutProfileIsLogged()
+{
+    QDoubleSpinBox box;
+    box.setValue(1.5);
+    QSignalSpy log(host.get(), &HostContext::logLine);
+    HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 1.5f, &box);
+    HostCore::NotifyCorrection("nobody", ProfilerHeights::HeightScale, 1.5f, &box);
+    HostCore::NotifyCorrection(key, 2, 1.5f, &box);
+    QCOMPARE(log.size(), 3);
+    QCOMPARE(box.value(), 1.5);
+}
+
+void tst_ProfilerHost::pictureFollowsTheSettings()
+{
+    set("DepthDataType", "Uint32_t");
+    HeightDisplay display(*host);
+    QSignalSpy changed(&display, &HeightDisplay::changed);
+    const QImage gray(4, 4, QImage::Format_Grayscale8);
+    QCOMPARE(display.picture(profiler, gray), gray);
+    takeFrame();
+    QVERIFY(display.shows(profiler));
+    const QImage wide = display.picture(profiler, gray);
+    QCOMPARE(wide.size(), QSize(2048, 40));
+    QVERIFY(display.textAt(profiler, {1000, 10}).contains(QLatin1String(" mm: -4.8")));
+    QVERIFY(display.textAt(profiler, {1000, 40}).isEmpty());
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "-5.5");
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM, "nonsense");
+    QVERIFY(display.picture(profiler, gray).pixel(1000, 10) != wide.pixel(1000, 10));
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_CONTOUR_SPACING, "0.002000"); // hides everything
+    QCOMPARE(display.picture(profiler, gray).size(), wide.size());
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_CONTOUR_SPACING, "0.040000");
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_SAMPLING_RATE, "4");
+    QCOMPARE(display.picture(profiler, gray).size(), QSize(512, 20));
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_SAMPLING_RATE, "0");
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_GRAY_IMAGE, "1");
+    QCOMPARE(display.picture(profiler, gray).size(), QSize(2048, 80));
+    QCOMPARE(display.picture(profiler, gray).format(), QImage::Format_Grayscale8);
+    QVERIFY(display.textAt(profiler, {1000, 10}).isEmpty());
+    QCOMPARE(changed.size(), 7);
+    set("ImageOutputMode", "SensorImage");
+    QVERIFY(host->startAcquisition(profiler));
+    QTRY_VERIFY(!display.shows(profiler));
+    host->close(profiler);
+    QCOMPARE(display.picture(profiler, gray), gray);
+}
+
+QTEST_MAIN(tst_ProfilerHost)
+#include "tst_ProfilerHost.moc"
