@@ -345,7 +345,8 @@ void ViewerWindow::followState(const QString &id)
 
 void ViewerWindow::showFrame(const QString &id, const QImage &frame)
 {
-    if (m_devices->state(id) != DeviceTree::State::Acquiring)
+    // The last part of a height map may end the acquisition by itself.
+    if (m_devices->state(id) != DeviceTree::State::Acquiring && !m_heights->shows(id))
         return;
     const bool first = !m_frames.contains(id);
     m_frames.insert(id, frame);
