@@ -104,7 +104,7 @@ void tst_HeightAnalysis::coloursAreOrdered()
     QCOMPARE(picture.pixel(5, 0), picture.pixel(6, 0));
     for (int x = 2; x <= 5; ++x)
         QVERIFY2(luminance(x) > luminance(x - 1) + 10, qPrintable(QString::number(x)));
-    QCOMPARE(QColor(picture.pixel(7, 0)).hslSaturation() < 20, true);
+    QVERIFY(QColor(picture.pixel(7, 0)).hslSaturation() < 20); // dark gray
     QVERIFY(lightness(7) < 0.3);
     QCOMPARE(heightColours(frame, 2, 2).size(), picture.size()); // no range at all
 }

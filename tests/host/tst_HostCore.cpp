@@ -257,18 +257,20 @@ void tst_HostCore::grabStartsFromAnyThread()
 void tst_HostCore::contextMayGoWhileGrabsStart()
 {
     std::atomic<bool> over{false};
-    std::thread worker([&] {
+    const auto grab = [&] {
         while (!over)
             HostCore::StartGrab("cam");
-    });
-    for (int i = 0; i < 50; ++i) {
+    };
+    std::thread workers[] = {std::thread(grab), std::thread(grab), std::thread(grab)};
+    for (int i = 0; i < 300; ++i) {
         start();
         addDevice("cam");
-        QCoreApplication::processEvents();
+        std::this_thread::yield();
         context.reset();
     }
     over = true;
-    worker.join();
+    for (std::thread &worker : workers)
+        worker.join();
     HostCore::StartGrab("cam");
     QCoreApplication::processEvents();
     QVERIFY(!HostContext::current());

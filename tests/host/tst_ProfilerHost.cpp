@@ -11,6 +11,8 @@
 #include "Host/HostContext.h"
 #include "Host/SimulatedDevices.h"
 #include "Host/Viewer/HeightDisplay.h"
+#include "Host/Viewer/ImageView.h"
+#include "Host/Viewer/ViewerWindow.h"
 #include "ParamterWnd/HostCore.h"
 
 namespace {
@@ -37,6 +39,7 @@ private Q_SLOTS:
     void correctionsLevelTheBelt();
     void correctionWithoutProfileIsLogged();
     void pictureFollowsTheSettings();
+    void viewerPutsRegionsBesideHeights();
 
 private:
     void set(const char *node, const char *value) { QCOMPARE(HostCore::SetCameraNodeValue(key, node, value), 0); }
@@ -120,10 +123,10 @@ void tst_ProfilerHost::regionsKeepThePanelsNumbers()
     bool accepted = false;
     QCOMPARE(HostCore::DrawROI(key, 0, 0, 10, 10, handle, accepted, 0, 0), 0);
     QVERIFY2(handle > 3, "a region of the host has a number of its own");
-    QVERIFY(HostCore::DrawROI(key, 0, 0, 0, 0, unknown, accepted, 1, 0) != 0);
+    QTRY_VERIFY(HostCore::DrawROI(key, 0, 0, 0, 0, unknown, accepted, 1, 0) != 0);
     QVERIFY(!accepted);
     host->close(profiler);
-    QVERIFY(host->regions().of(profiler).isEmpty());
+    QTRY_VERIFY(host->regions().of(profiler).isEmpty());
     QVERIFY(!host->profilerRegions().handleOf(profiler, 3));
 }
 
@@ -273,6 +276,30 @@ void tst_ProfilerHost::pictureFollowsTheSettings()
     QTRY_VERIFY(!display.shows(profiler));
     host->close(profiler);
     QCOMPARE(display.picture(profiler, gray), gray);
+}
+
+/// They lie on the sensor image, which has nothing to do with the height map.
+void tst_ProfilerHost::viewerPutsRegionsBesideHeights()
+{
+    ViewerWindow window(*host);
+    window.openWhenKnown(profiler);
+    const ImageView &view = window.image();
+    takeFrame();
+    QTRY_COMPARE(view.frame().format(), QImage::Format_RGB32);
+    const QRgb before = view.frame().pixel(1000, 10);
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "-5.5");
+    QVERIFY(view.frame().pixel(1000, 10) != before);
+    int name = 1;
+    bool accepted = false;
+    HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, 1, 0);
+    QVERIFY(view.isCanvas());
+    QCOMPARE(view.imageSize(), QSize(2048, 1024));
+    QVERIFY(window.image().regions().selected() != 0);
+    takeFrame();
+    QTRY_VERIFY(!view.isCanvas());
+    QCOMPARE(window.image().regions().selected(), 0);
+    HostCore::RomoveROI(key, 1);
+    QCOMPARE(view.frame().format(), QImage::Format_RGB32);
 }
 
 QTEST_MAIN(tst_ProfilerHost)
