@@ -204,7 +204,9 @@ void NotifyCorrection(std::string deviceKey, int kind, float, void *result)
 
 void VLogInfo(const std::string &module, const std::string &message, int level)
 {
-    withContext([&](HostContext &host) { host.log(text(module), text(message), level); });
+    HostContext::callCurrent([module = text(module), message = text(message), level](HostContext &host) {
+        host.log(module, message, level);
+    });
 }
 
 } // namespace HostCore

@@ -312,8 +312,6 @@ void ParamterWidget::startAcquireOperation()
 
 void ParamterWidget::stopAcquireOperation()
 {
-    if (m_context.disabled)
-        return;
     m_roiDrawing->unlock();
     m_userSets->unlock();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/EditorFocus.h"
 
+#include <QAbstractSpinBox>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -12,6 +13,7 @@
 
 namespace {
 
+constexpr char Value[] = "value"; ///< property of spin boxes
 constexpr int FrameWidth = 2; // pixels, of the three between an editor and the row's edge
 constexpr qreal FrameRadius = 3; // pixels
 
@@ -117,14 +119,14 @@ bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::FocusIn:
-        enter(*static_cast<QFocusEvent *>(event));
+        enter(static_cast<QWidget *>(watched), *static_cast<QFocusEvent *>(event));
         return false;
     case QEvent::FocusOut:
         m_row->update();
         return false;
     case QEvent::ShortcutOverride: // Escape may be a shortcut of the window
     case QEvent::KeyPress:
-        return cancelEdit(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
+        return takeKey(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
     case QEvent::Wheel: // scrolling over the page changes no value
         event->setAccepted(static_cast<QWidget *>(watched)->hasFocus());
         return !event->isAccepted();
@@ -133,8 +135,9 @@ bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
     }
 }
 
-void EditorFocus::enter(const QFocusEvent &event)
+void EditorFocus::enter(const QWidget *stop, const QFocusEvent &event)
 {
+    m_valueAtEntry = stop->property(Value);
     m_row->update();
     if (isByKeyboard(event)) {
         if (QScrollArea *area = scrollAreaOf(m_row))
@@ -144,14 +147,35 @@ void EditorFocus::enter(const QFocusEvent &event)
         Q_EMIT gained();
 }
 
+bool EditorFocus::takeKey(QWidget *editor, QKeyEvent &event)
+{
+    if (event.key() == Qt::Key_Escape)
+        return cancelEdit(editor, event);
+    const bool isEnter = event.key() == Qt::Key_Enter || event.key() == Qt::Key_Return;
+    auto *const spinBox = qobject_cast<QAbstractSpinBox *>(editor);
+    if (spinBox && isEnter && event.type() == QEvent::KeyPress) {
+        spinBox->interpretText();
+        m_valueAtEntry = spinBox->property(Value);
+    }
+    return false;
+}
+
 bool EditorFocus::cancelEdit(QWidget *editor, QKeyEvent &event)
 {
-    if (event.key() != Qt::Key_Escape || !RowEditors::hasInput(editor))
+    const bool isFeature = RowEditors::tracksInput(editor);
+    const bool hasChanged = isFeature
+        ? RowEditors::hasInput(editor)
+        : qobject_cast<QAbstractSpinBox *>(editor) && editor->property(Value) != m_valueAtEntry;
+    if (!hasChanged)
         return false;
     event.accept();
-    if (event.type() == QEvent::KeyPress) {
+    if (event.type() != QEvent::KeyPress)
+        return true;
+    if (isFeature) {
         RowEditors::forgetInput(editor);
         Q_EMIT editCancelled();
+    } else {
+        editor->setProperty(Value, m_valueAtEntry);
     }
     return true;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QVariant>
 #include <QVector>
 
 class QFocusEvent;
@@ -33,7 +34,8 @@ public:
 Q_SIGNALS:
     /// A widget of the editor got the focus, by whatever means.
     void gained();
-    /// Escape was pressed in a spin box with input, which now counts as untouched.
+    /// Escape was pressed in a feature's spin box with input, which now counts as untouched. Other spin boxes get back
+    /// the value that they were entered with.
     void editCancelled();
 
 protected:
@@ -41,9 +43,11 @@ protected:
 
 private:
     void arrange();
-    void enter(const QFocusEvent &event);
+    void enter(const QWidget *stop, const QFocusEvent &event);
+    bool takeKey(QWidget *editor, QKeyEvent &event);
     bool cancelEdit(QWidget *editor, QKeyEvent &event);
 
     QWidget *m_row;
+    QVariant m_valueAtEntry; ///< of the spin box that has the focus; what Enter finished counts as met there
     QVector<QWidget *> m_stops; ///< what Tab reaches inside the editor, in reading order
 };

@@ -245,6 +245,11 @@ const RowEditor *RowEditors::find(GenApi::EInterfaceType type)
     return nullptr;
 }
 
+bool RowEditors::tracksInput(const QWidget *editor)
+{
+    return editor->property(Edited).isValid();
+}
+
 bool RowEditors::hasEnteredValue(const QWidget *editor)
 {
     return editor->property(Edited).toBool();
@@ -252,13 +257,12 @@ bool RowEditors::hasEnteredValue(const QWidget *editor)
 
 bool RowEditors::hasInput(const QWidget *editor)
 {
-    const bool isTracked = editor->property(Edited).isValid();
-    return hasEnteredValue(editor) || (isTracked && editor->findChild<QLineEdit *>()->isModified());
+    return hasEnteredValue(editor) || (tracksInput(editor) && editor->findChild<QLineEdit *>()->isModified());
 }
 
 void RowEditors::forgetInput(QWidget *editor)
 {
-    if (!editor->property(Edited).isValid())
+    if (!tracksInput(editor))
         return;
     editor->setProperty(Edited, false);
     editor->findChild<QLineEdit *>()->setModified(false);

@@ -30,6 +30,8 @@ namespace RowEditors {
 /// Dynamic property of spin boxes: the value to fall back to when a write is refused.
 inline constexpr char PreValue[] = "preValue";
 
+/// True for the spin box of a feature, which remembers whether it was changed by hand.
+bool tracksInput(const QWidget *editor);
 /// Whether the value of a spin box made here was changed by hand since the last write; false for other widgets.
 bool hasEnteredValue(const QWidget *editor);
 /// The same, or its text is on the way to a value.

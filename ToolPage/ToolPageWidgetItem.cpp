@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QCursor>
 #include <QDoubleSpinBox>
@@ -145,8 +146,11 @@ void ToolPageWidgetItem::nameEditor()
 {
     if (!m_editor || !m_label)
         return;
-    QWidget *button = m_editor->findChild<SwitchButton *>();
-    (button ? button : m_editor)->setAccessibleName(m_label->text());
+    m_editor->setAccessibleName(m_label->text());
+    for (QWidget *part : m_editor->findChildren<QWidget *>()) {
+        if (qobject_cast<SwitchButton *>(part) || qobject_cast<QAbstractSpinBox *>(part))
+            part->setAccessibleName(m_label->text());
+    }
 }
 
 QWidget *ToolPageWidgetItem::getParameterWidget(GenApi::INode *node, bool &available)

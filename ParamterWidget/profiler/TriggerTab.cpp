@@ -5,7 +5,6 @@
 #include <iterator>
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QThread>
@@ -16,7 +15,6 @@
 #include "ParamterWidget/WriteSequence.h"
 #include "ParamterWidget/profiler/HostValues.h"
 #include "ParamterWidget/profiler/ProfilerControls.h"
-#include "ToolPage/StyleSheets.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
@@ -74,12 +72,11 @@ TriggerTab::TriggerTab(PanelContext &context, QWidget *controlsParent)
     : m_context(context),
       m_frameTriggerMode(ProfilerControls::list(words({"ExternalTrigger", "ContinuousTrigger"}), controlsParent)),
       m_frameTriggerSource(ProfilerControls::list(words({"Line1", "Line2", "Software"}), controlsParent)),
-      m_softwareTrigger(new QPushButton(QCoreApplication::translate("ParamterWidget", "Execute"), controlsParent)),
+      m_softwareTrigger(ProfilerControls::button("Execute", controlsParent)),
       m_lineScanMode(ProfilerControls::list(words({"Continuous", "Encoder"}), controlsParent)),
       m_dataSource(ProfilerControls::list(words({"3D", "3D + 2D"}), controlsParent)),
       m_batchMode(ProfilerControls::list(words({"Normal", "Fast", "Full"}), controlsParent))
 {
-    m_softwareTrigger->setStyleSheet(StyleSheets::PlainButton);
     context.controls[RowId::FrameTriggerMode] = m_frameTriggerMode;
     context.controls[RowId::FrameTriggerSource] = m_frameTriggerSource;
     context.controls[RowId::FrameTriggerSoftware] = m_softwareTrigger;

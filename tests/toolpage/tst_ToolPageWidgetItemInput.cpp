@@ -34,6 +34,8 @@ private Q_SLOTS:
     void floatShowsWhatTheDeviceTook();
     void leavingAnUntouchedEditorWritesNothing();
     void escapeRestores();
+    void escapeRestoresCallersSpinBoxes_data();
+    void escapeRestoresCallersSpinBoxes();
     void interruptedTyping_data();
     void interruptedTyping();
     void deletingARowWritesNothing();
@@ -176,6 +178,41 @@ void tst_ToolPageWidgetItemInput::escapeRestores()
         spinBox->clearFocus();
         QCOMPARE(m_camera->port.writes, 0u);
     }
+}
+
+void tst_ToolPageWidgetItemInput::escapeRestoresCallersSpinBoxes_data()
+{
+    QTest::addColumn<bool>("inContainer");
+    QTest::newRow("alone") << false;
+    QTest::newRow("beside a button") << true;
+}
+
+void tst_ToolPageWidgetItemInput::escapeRestoresCallersSpinBoxes()
+{
+    QFETCH(bool, inContainer);
+    ToolPageWidgetItem row;
+    auto *container = new QWidget(&row);
+    auto *spinBox = new QSpinBox(inContainer ? container : &row);
+    const QString label = QStringLiteral("Period");
+    row.setItemInfo({label, label}, {}, inContainer ? container : spinBox);
+    row.setLanguage(0);
+    QCOMPARE(spinBox->accessibleName(), label);
+    spinBox->setValue(7);
+    row.show();
+    QApplication::setActiveWindow(&row);
+    QVERIFY(QTest::qWaitForWindowActive(&row));
+
+    spinBox->setFocus();
+    spinBox->selectAll();
+    QTest::keyClicks(spinBox, QStringLiteral("42"));
+    QTest::keyClick(spinBox, Qt::Key_Escape);
+    QCOMPARE(spinBox->value(), 7);
+    spinBox->selectAll();
+    QTest::keyClicks(spinBox, QStringLiteral("42"));
+    QTest::keyClick(spinBox, Qt::Key_Return);
+    QTest::keyClick(spinBox, Qt::Key_Up);
+    QTest::keyClick(spinBox, Qt::Key_Escape);
+    QCOMPARE(spinBox->value(), 42);
 }
 
 void tst_ToolPageWidgetItemInput::interruptedTyping_data()
