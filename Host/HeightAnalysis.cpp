@@ -13,6 +13,7 @@ constexpr double leftOut = 0.01; ///< share of the points at each end of a range
 constexpr int refinements = 4;
 constexpr double usualDeviation = 1.4826; ///< standard deviation of a normal distribution whose median one is 1
 constexpr double rejection = 3.0; ///< standard deviations
+constexpr double degreesPerRadian = 57.29577951308232;
 constexpr double finest = 0.002; ///< mm; no device tells closer heights apart
 
 struct Point
@@ -26,7 +27,7 @@ Points pointsOf(const std::vector<float> &profile, double firstX, double pitchX)
 {
     Points points;
     for (size_t i = 0; i < profile.size(); ++i) {
-        if (!std::isnan(profile[i]))
+        if (std::isfinite(profile[i]))
             points.push_back({firstX + double(i) * pitchX, double(profile[i])});
     }
     return points;
@@ -112,7 +113,7 @@ std::optional<Range> usualRange(const HeightFrame &frame)
 {
     std::vector<float> heights;
     const auto end = frame.heights.begin() + std::ptrdiff_t(frame.lines) * frame.width;
-    std::copy_if(frame.heights.begin(), end, std::back_inserter(heights), [](float z) { return !std::isnan(z); });
+    std::copy_if(frame.heights.begin(), end, std::back_inserter(heights), [](float z) { return std::isfinite(z); });
     if (heights.empty())
         return {};
     return Range{double(atShare(heights, leftOut)), double(atShare(heights, 1.0 - leftOut))};
@@ -121,7 +122,7 @@ std::optional<Range> usualRange(const HeightFrame &frame)
 std::optional<Line> mainLine(const std::vector<float> &profile, double firstX, double pitchX)
 {
     const Points points = pointsOf(profile, firstX, pitchX);
-    if (points.size() < fewestPoints)
+    if (points.size() < fewestPoints || pitchX <= 0.0)
         return {};
     Line line{middleSlope(points), 0.0};
     double level = densest(residues(points, line.slope, 0.0));
@@ -131,6 +132,17 @@ std::optional<Line> mainLine(const std::vector<float> &profile, double firstX, d
         level = line.meanHeight - line.slope * centreOf(near).x;
     }
     return line;
+}
+
+double levellingTilt(double slope, const HeightCorrection &inForce)
+{
+    const double unmirrored = inForce.mirrored ? -slope : slope;
+    return std::atan((unmirrored / inForce.scale + inForce.sine) / inForce.cosine) * degreesPerRadian;
+}
+
+double trueScale(double meanHeight, double trueHeight, const HeightCorrection &inForce)
+{
+    return inForce.scale * trueHeight / (meanHeight - inForce.offset);
 }
 
 } // namespace HeightAnalysis

@@ -25,7 +25,13 @@ struct Line
     double meanHeight = 0.0; ///< of the points that lie on it
 };
 
-/// None when the profile has too few points for a line.
+/// None when the profile has too few points for a line, or all at one place.
 std::optional<Line> mainLine(const std::vector<float> &profile, double firstX, double pitchX);
+
+/// The tilt in degrees whose correction levels a surface that has this slope with the correction in force.
+double levellingTilt(double slope, const HeightCorrection &inForce);
+/// The factor that brings a surface to its true height, to which the offset is still added. Infinite or not a number
+/// for one that lies at height 0 or was never measured.
+double trueScale(double meanHeight, double trueHeight, const HeightCorrection &inForce);
 
 } // namespace HeightAnalysis

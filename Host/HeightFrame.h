@@ -6,6 +6,17 @@
 #include <QImage>
 #include <QMetaType>
 
+/// What a device makes of a height z that it measured at x: (z cosine - x sine) scale + offset; mirrored, what lies at
+/// x comes at -x.
+struct HeightCorrection
+{
+    double sine = 0.0; ///< of the tilt that is corrected
+    double cosine = 1.0;
+    double scale = 1.0;
+    double offset = 0.0; ///< mm
+    bool mirrored = false;
+};
+
 /// Height profiles of a laser profiler, one below the other: a map of heights over X (along a profile) and Y (one row
 /// for each profile). A frame may come in parts: it has its full size from the beginning, `lines` tells how much of it
 /// has come, and `complete` is set in the last part.
@@ -17,6 +28,7 @@ struct HeightFrame
     bool complete = false;
     double firstX = 0.0; ///< mm, of the first point of each profile
     double pitchX = 1.0; ///< mm from one point to the next
+    HeightCorrection applied; ///< to the newest profile
     std::vector<float> heights; ///< mm, row by row; NaN where there is no data
     QImage intensity; ///< brightness of the laser line, Grayscale8 of the frame's size; null without such data
 

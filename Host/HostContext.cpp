@@ -387,7 +387,7 @@ QString HostContext::cameraInfo(const QString &id, HostCore::CAM_INFO item) cons
 
 void HostContext::setCameraInfo(const QString &id, HostCore::CAM_INFO item, const QString &value)
 {
-    if (!isStored(item))
+    if (!isStored(item) || value == cameraInfo(id, item))
         return;
     store->setValue(cameraKey(id, item), value);
     Q_EMIT cameraInfoChanged(id, item);

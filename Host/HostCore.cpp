@@ -196,9 +196,12 @@ void SetSLImageShowMode(std::string deviceKey, int mode)
 void NotifyCorrection(std::string deviceKey, int kind, float, void *result)
 {
     withContext([&](HostContext &host) {
-        const auto value = host.profilerHeights().correction(text(deviceKey), kind);
-        if (value && result)
-            static_cast<QDoubleSpinBox *>(result)->setValue(*value);
+        auto *const field = static_cast<QDoubleSpinBox *>(result);
+        if (!field)
+            return;
+        const HeightAnalysis::Range allowed{field->minimum(), field->maximum()};
+        if (const auto value = host.profilerHeights().correction(text(deviceKey), kind, allowed))
+            field->setValue(*value);
     });
 }
 

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Host/ProfilerHeights.h"
 
-#include <cmath>
-
-#include "Host/HeightAnalysis.h"
 #include "Host/HostContext.h"
 
 namespace {
 
-constexpr double degreesPerRadian = 57.29577951308232;
 const QString module = QStringLiteral("ProfilerHeights");
+const QString trueHeight = QStringLiteral("ZReferenceHeight");
 
 QString millimetres(double value)
 {
@@ -21,18 +18,41 @@ QString millimetres(double value)
 ProfilerHeights::ProfilerHeights(HostContext &owner) : host(owner)
 {
     connect(&host, &HostContext::heightReady, this, &ProfilerHeights::follow);
-    connect(&host, &HostContext::deviceStateChanged, this, [this](const QString &device) {
-        if (!host.isReady(device))
-            newest.remove(device);
+    connect(&host, &HostContext::deviceStateChanged, this, &ProfilerHeights::followState);
+    connect(&host, &HostContext::cameraInfoChanged, this, [this](const QString &device, HostCore::CAM_INFO item) {
+        if (item == HostCore::CAM_INFO_Z_MINIMUM || item == HostCore::CAM_INFO_Z_MAXIMUM)
+            forgetWish(device);
     });
+}
+
+/// A wish that an earlier session left behind would surprise whoever acquires now.
+void ProfilerHeights::followState(const QString &device)
+{
+    if (!host.isReady(device)) {
+        newest.remove(device);
+    } else if (!newest.contains(device)) {
+        newest.insert(device, {});
+        forgetWish(device);
+    }
 }
 
 void ProfilerHeights::follow(const QString &device, const HeightFrame &frame)
 {
     if (frame.lines > 0)
-        newest.insert(device, {frame.lastProfile(), frame.firstX, frame.pitchX});
-    if (frame.complete && host.cameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE) == QLatin1String("1"))
+        newest.insert(device, {frame.lastProfile(), frame.firstX, frame.pitchX, frame.applied});
+    if (frame.complete && wishesRange(device))
         setRange(device, frame);
+}
+
+bool ProfilerHeights::wishesRange(const QString &device) const
+{
+    return host.cameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE) == QLatin1String("1");
+}
+
+void ProfilerHeights::forgetWish(const QString &device)
+{
+    if (wishesRange(device))
+        host.setCameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("0"));
 }
 
 /// A frame without any data leaves the wish to the next one.
@@ -41,54 +61,32 @@ void ProfilerHeights::setRange(const QString &device, const HeightFrame &frame)
     const auto range = HeightAnalysis::usualRange(frame);
     if (!range)
         return;
-    host.setCameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("0"));
     host.setCameraInfo(device, HostCore::CAM_INFO_Z_MINIMUM, millimetres(range->lowest));
     host.setCameraInfo(device, HostCore::CAM_INFO_Z_MAXIMUM, millimetres(range->highest));
+    forgetWish(device);
+    host.listeners().raiseImport(device); // panels show the range when they read anew
 }
 
-std::optional<double> ProfilerHeights::correction(const QString &device, int kind) const
+std::optional<double> ProfilerHeights::correction(const QString &device, int kind,
+                                                  const HeightAnalysis::Range &allowed) const
 {
-    const auto fail = [&](const char *reason) {
-        host.log(module, QStringLiteral("No correction %1 for %2: %3").arg(kind).arg(device, QLatin1String(reason)));
+    const auto fail = [&](const QString &reason) {
+        host.log(module, QStringLiteral("No correction %1 for %2: %3").arg(kind).arg(device, reason));
         return std::optional<double>();
     };
     if (kind != Tilt && kind != HeightScale)
-        return fail("it is unknown");
+        return fail(QStringLiteral("it is unknown"));
     const Profile profile = newest.value(device);
     const auto line = HeightAnalysis::mainLine(profile.heights, profile.firstX, profile.pitchX);
     if (!line)
-        return fail("there is no profile with data");
-    const auto found = kind == Tilt ? tiltAngle(device, line->slope) : heightScale(device, line->meanHeight);
-    return found ? found : fail("the device does not tell its present correction");
-}
-
-/// Undoes scale and rotation that the profile got already.
-std::optional<double> ProfilerHeights::tiltAngle(const QString &device, double slope) const
-{
-    const auto sine = number(device, "SinData"), cosine = number(device, "CosData");
-    const auto scale = number(device, "ZCoorScale");
-    if (!sine || !cosine || !scale || *cosine == 0.0 || *scale == 0.0)
-        return {};
-    QString mirrored;
-    host.readNode(device, QStringLiteral("ReverseX"), &mirrored);
-    const double direction = mirrored == QLatin1String("True") ? -1.0 : 1.0;
-    return std::atan((direction * slope / *scale + *sine) / *cosine) * degreesPerRadian;
-}
-
-/// The reference is a true height, to which the offset is added.
-std::optional<double> ProfilerHeights::heightScale(const QString &device, double meanHeight) const
-{
-    const auto scale = number(device, "ZCoorScale"), reference = number(device, "ZReferenceHeight");
-    const auto offset = number(device, "ZCoorOffset");
-    if (!scale || !reference || !offset || meanHeight == *offset)
-        return {};
-    return *scale * *reference / (meanHeight - *offset);
-}
-
-std::optional<double> ProfilerHeights::number(const QString &device, const char *node) const
-{
-    QString text;
-    bool valid = host.readNode(device, QLatin1String(node), &text);
-    const double value = valid ? text.toDouble(&valid) : 0.0;
-    return valid ? std::optional<double>(value) : std::nullopt;
+        return fail(QStringLiteral("there is no profile with data"));
+    double value = HeightAnalysis::levellingTilt(line->slope, profile.applied);
+    if (kind == HeightScale) {
+        QString height;
+        if (!host.readNode(device, trueHeight, &height))
+            return {};
+        value = HeightAnalysis::trueScale(line->meanHeight, height.toDouble(), profile.applied);
+    }
+    const bool fits = value >= allowed.lowest && value <= allowed.highest;
+    return fits ? value : fail(QStringLiteral("the profile asks for %1, which cannot be set").arg(value));
 }

@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "Host/HeightAnalysis.h"
 #include "Host/HeightFrame.h"
 
 class HostContext;
@@ -26,8 +27,8 @@ public:
     explicit ProfilerHeights(HostContext &host);
 
     /// The value that corrects what the newest profile of the device shows: for Tilt the angle in degrees, for
-    /// HeightScale the factor of the heights. None on failure, which is logged.
-    std::optional<double> correction(const QString &device, int kind) const;
+    /// HeightScale the factor of the heights. None on failure, or when the value is not allowed, which is logged.
+    std::optional<double> correction(const QString &device, int kind, const HeightAnalysis::Range &allowed) const;
 
 private:
     struct Profile
@@ -35,14 +36,16 @@ private:
         std::vector<float> heights;
         double firstX;
         double pitchX;
+        HeightCorrection applied;
     };
 
     void follow(const QString &device, const HeightFrame &frame);
+    void followState(const QString &device);
+    /// A panel wants the display range to follow the next complete frame.
+    bool wishesRange(const QString &device) const;
+    void forgetWish(const QString &device);
     void setRange(const QString &device, const HeightFrame &frame);
-    std::optional<double> tiltAngle(const QString &device, double slope) const;
-    std::optional<double> heightScale(const QString &device, double meanHeight) const;
-    std::optional<double> number(const QString &device, const char *node) const;
 
     HostContext &host;
-    QHash<QString, Profile> newest;
+    QHash<QString, Profile> newest; ///< of each device that is ready; without heights before its first frame
 };

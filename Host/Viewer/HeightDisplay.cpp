@@ -13,6 +13,7 @@ constexpr double usualMinimum = -9.0;
 /// Panels store a tiny spacing when nobody chose one. Rows flatter than this, compared with the columns, hide the part.
 constexpr double flattestRow = 1.0 / 8;
 constexpr double largestStep = 128.0;
+constexpr double largestNumber = 1e6; ///< what is beyond is a fault in the settings
 
 } // namespace
 
@@ -53,7 +54,7 @@ double HeightDisplay::number(const QString &id, HostCore::CAM_INFO item, double 
 {
     bool valid = false;
     const double value = m_host.cameraInfo(id, item).toDouble(&valid);
-    return valid && std::isfinite(value) ? value : otherwise;
+    return valid && std::abs(value) <= largestNumber ? value : otherwise;
 }
 
 HeightSampling HeightDisplay::sampling(const QString &id, const HeightFrame &frame) const

@@ -164,6 +164,7 @@ bool ProfilerSource::takeLine(double y)
     medianOverTime.apply(profile.heights, settings.medianY);
     averageOverTime.apply(profile.heights, settings.averageY);
     const int line = frame.lines++;
+    frame.applied = {settings.sine, settings.cosine, settings.scaleZ, settings.offsetZ, settings.reverseX};
     std::copy(profile.heights.begin(), profile.heights.end(),
               frame.heights.begin() + std::ptrdiff_t(line) * frame.width);
     if (!frame.intensity.isNull())

@@ -20,6 +20,18 @@ namespace {
 const QString profiler = QStringLiteral("SIM-PROFILER-01");
 const std::string key = "SIM-PROFILER-01";
 
+/// Writes down what the range was when the host said that it has new settings.
+struct ImportListener final : HostCore::IImportUpdate
+{
+    void OnUpdate(std::string id) override
+    {
+        ranges.push_back(HostCore::GetCameraInfo(id, HostCore::CAM_INFO_Z_MINIMUM) + ' '
+                         + HostCore::GetCameraInfo(id, HostCore::CAM_INFO_Z_MAXIMUM));
+    }
+
+    std::vector<std::string> ranges;
+};
+
 } // namespace
 
 /// The host's side of a laser profiler, with the simulated one.
@@ -35,9 +47,10 @@ private Q_SLOTS:
     void deviceFollowsMovedRegions();
     void measureRangeIsLockedWhileAcquiring();
     void automaticRangeIsFoundOnce();
+    void automaticRangeIsTakenBack();
     void correctionsLevelTheBelt_data();
     void correctionsLevelTheBelt();
-    void correctionWithoutProfileIsLogged();
+    void correctionsThatFailAreLogged();
     void pictureFollowsTheSettings();
     void viewerPutsRegionsBesideHeights();
 
@@ -183,13 +196,30 @@ void tst_ProfilerHost::automaticRangeIsFoundOnce()
     set("TestStrayLight", "0");
     set("TestMountingTilt", "0");
     set("TestMountingScale", "1");
+    ImportListener import;
+    HostCore::RegisterImportUpdateListener(&import);
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
     std::thread([] { HostCore::StartGrab(key); }).join();
     QTRY_COMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE), std::string("0"));
-    const double lowest = std::stod(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM));
-    const double highest = std::stod(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM));
+    const std::string minimum = HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM);
+    const std::string maximum = HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM);
+    const double lowest = std::stod(minimum), highest = std::stod(maximum);
     QVERIFY2(lowest > -5.2 && highest < -4.8 && lowest < highest, "the belt lies at -5 mm");
+    takeFrame();
+    QCOMPARE(import.ranges, std::vector<std::string>{minimum + ' ' + maximum});
+    HostCore::UnRegisterImportUpdateListener(&import);
+}
+
+/// By a range of one's own, and by the end of the session.
+void tst_ProfilerHost::automaticRangeIsTakenBack()
+{
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "1");
+    takeFrame();
+    QCOMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+    host->close(profiler);
+    QTRY_VERIFY(host->open(profiler));
     takeFrame();
     QCOMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
 }
@@ -218,6 +248,9 @@ void tst_ProfilerHost::correctionsLevelTheBelt()
     QVERIFY2(std::abs(tilt.value() - 1.2) < 0.1, qPrintable(tilt.text())); // as it is mounted
     set("SinData", qPrintable(QString::number(std::sin(qDegreesToRadians(tilt.value())))));
     set("CosData", qPrintable(QString::number(std::cos(qDegreesToRadians(tilt.value())))));
+    const double found = tilt.value();
+    HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 0.0f, &tilt);
+    QVERIFY2(tilt.value() == found, "the profile was taken before the correction");
     takeFrame();
     HostCore::NotifyCorrection(key, ProfilerHeights::HeightScale, 1.0f, &scale);
     set("ZCoorScale", qPrintable(scale.text()));
@@ -232,7 +265,7 @@ void tst_ProfilerHost::correctionsLevelTheBelt()
     QVERIFY2(std::abs(ends) < 0.02, qPrintable(QString::number(ends)));
 }
 
-void tst_ProfilerHost::correctionWithoutProfileIsLogged()
+void tst_ProfilerHost::correctionsThatFailAreLogged()
 {
     QDoubleSpinBox box;
     box.setValue(1.5);
@@ -240,7 +273,10 @@ void tst_ProfilerHost::correctionWithoutProfileIsLogged()
     HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 1.5f, &box);
     HostCore::NotifyCorrection("nobody", ProfilerHeights::HeightScale, 1.5f, &box);
     HostCore::NotifyCorrection(key, 2, 1.5f, &box);
-    QCOMPARE(log.size(), 3);
+    takeFrame();
+    box.setRange(1.3, 1.8); // it is 1.2
+    HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 1.5f, &box);
+    QCOMPARE(log.size(), 4);
     QCOMPARE(box.value(), 1.5);
 }
 
