@@ -99,6 +99,8 @@ void SimulatedDevice::close()
     thread.quit();
     thread.wait();
     nodes.reset();
+    // A link that failed may have kept the lock from being taken off.
+    firmware->change([](RegisterMemory &memory) { memory.setInteger("TLParamsLocked", 0); });
 }
 
 GenApi::INodeMap *SimulatedDevice::nodeMap() const

@@ -274,6 +274,10 @@ void tst_SimulatedDevice::aDroppedLinkIsAnnounced()
     QCOMPARE(lost.count(), 1);
     QVERIFY(!device->isAcquiring());
     QTRY_VERIFY(acquisition.contains({false}));
+    device->close();
+    device->setFault(SimulatedDevice::Fault::None);
+    QVERIFY(device->open(&error));
+    QCOMPARE(device.access("Width"), GenApi::RW); // what the acquisition locked
 }
 
 void tst_SimulatedDevice::aRestartForgetsSettings()
