@@ -39,6 +39,14 @@ public:
         return QString::fromUtf8(GenApi::CValuePtr(node(name))->ToString(false, true).c_str());
     }
     void set(const char *name, const char *text) const { GenApi::CValuePtr(node(name))->FromString(text); }
+    /// Sets features from words "name=text", one after the other.
+    void setAll(const QByteArray &words) const
+    {
+        for (const QByteArray &word : words.split(' ')) {
+            const int split = int(word.indexOf('='));
+            set(word.left(split).constData(), word.mid(split + 1).constData());
+        }
+    }
 
     /// What the device says when the feature is set to that text; empty when it accepts.
     QString refusal(const char *name, const char *text) const

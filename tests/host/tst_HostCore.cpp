@@ -29,8 +29,6 @@ private Q_SLOTS:
 
     void withoutContextNothingHappens();
     void infoItemsAreStored();
-    void nodesAreReadAsText_data();
-    void nodesAreReadAsText();
     void nodesAreWrittenAsText_data();
     void nodesAreWrittenAsText();
     void accessFailuresAreLogged_data();
@@ -112,64 +110,23 @@ void tst_HostCore::infoItemsAreStored()
     QCOMPARE(context->language(), text("Chinese"));
 }
 
-void tst_HostCore::nodesAreReadAsText_data()
-{
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("integer") << "SensorWidth"
-                             << "640";
-    QTest::newRow("float") << "Gain"
-                           << "1.5";
-    QTest::newRow("boolean") << "ReverseX"
-                             << "False";
-    QTest::newRow("enumeration") << "PixelFormat"
-                                 << "Mono8";
-    QTest::newRow("string") << "DeviceUserID"
-                            << "left";
-}
-
-void tst_HostCore::nodesAreReadAsText()
-{
-    QFETCH(QString, node);
-    QFETCH(QString, value);
-    TestDevice *device = addDevice("cam");
-    device->port.poke(0x14, 640);
-    QVERIFY(context->open(text("cam")));
-    std::string read;
-    QCOMPARE(HostCore::GetCameraNodeValue("cam", node.toStdString(), read), 0);
-    QCOMPARE(QString::fromStdString(read), value);
-}
-
 void tst_HostCore::nodesAreWrittenAsText_data()
 {
     QTest::addColumn<QString>("node");
     QTest::addColumn<QString>("written");
     QTest::addColumn<QString>("read");
-    QTest::newRow("integer") << "Width"
-                             << "64"
-                             << "64";
-    QTest::newRow("float") << "Gain"
-                           << "2.25"
-                           << "2.25";
-    QTest::newRow("boolean 1") << "ReverseX"
-                               << "1"
-                               << "True";
-    QTest::newRow("boolean True") << "ReverseX"
-                                  << "True"
-                                  << "True";
-    QTest::newRow("boolean 0") << "ReverseX"
-                               << "0"
-                               << "False";
-    QTest::newRow("enumeration") << "PixelFormat"
-                                 << "Mono16"
-                                 << "Mono16";
-    QTest::newRow("enumeration by number") << "PixelFormat"
-                                           << "16"
-                                           << "Mono16";
-    QTest::newRow("string") << "DeviceUserID" << QString::fromUtf8("links ü") << QString::fromUtf8("links ü");
-    QTest::newRow("empty string") << "DeviceUserID"
-                                  << ""
-                                  << "";
+    const auto row = [](const char *name, const char *node, const char *written, const char *read) {
+        QTest::newRow(name) << text(node) << text(written) << text(read);
+    };
+    row("integer", "Width", "64", "64");
+    row("float", "Gain", "2.25", "2.25");
+    row("boolean 1", "ReverseX", "1", "True");
+    row("boolean True", "ReverseX", "True", "True");
+    row("boolean 0", "ReverseX", "0", "False");
+    row("enumeration", "PixelFormat", "Mono16", "Mono16");
+    row("enumeration by number", "PixelFormat", "16", "Mono16");
+    row("string", "DeviceUserID", "links ü", "links ü");
+    row("empty string", "DeviceUserID", "", "");
 }
 
 void tst_HostCore::nodesAreWrittenAsText()
@@ -192,30 +149,17 @@ void tst_HostCore::accessFailuresAreLogged_data()
     QTest::addColumn<QString>("device");
     QTest::addColumn<QString>("node");
     QTest::addColumn<QString>("value");
-    QTest::newRow("unknown device") << "nobody"
-                                    << "Width"
-                                    << "1";
-    QTest::newRow("unknown feature") << "cam"
-                                     << "Height"
-                                     << "1";
-    QTest::newRow("out of range") << "cam"
-                                  << "Width"
-                                  << "101";
-    QTest::newRow("not a number") << "cam"
-                                  << "Width"
-                                  << "wide";
-    QTest::newRow("empty number") << "cam"
-                                  << "Width"
-                                  << "";
-    QTest::newRow("read-only") << "cam"
-                               << "SensorWidth"
-                               << "1";
-    QTest::newRow("no such entry") << "cam"
-                                   << "PixelFormat"
-                                   << "Mono12";
-    QTest::newRow("category") << "cam"
-                              << "Root"
-                              << "1";
+    const auto row = [](const char *name, const char *device, const char *node, const char *value) {
+        QTest::newRow(name) << text(device) << text(node) << text(value);
+    };
+    row("unknown device", "nobody", "Width", "1");
+    row("unknown feature", "cam", "Height", "1");
+    row("out of range", "cam", "Width", "101");
+    row("not a number", "cam", "Width", "wide");
+    row("empty number", "cam", "Width", "");
+    row("read-only", "cam", "SensorWidth", "1");
+    row("no such entry", "cam", "PixelFormat", "Mono12");
+    row("category", "cam", "Root", "1");
 }
 
 void tst_HostCore::accessFailuresAreLogged()

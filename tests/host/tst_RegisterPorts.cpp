@@ -70,20 +70,16 @@ void tst_RegisterPorts::alignedAccesses_data()
     QTest::addColumn<int>("length");
     QTest::addColumn<QString>("reading");
     QTest::addColumn<QString>("writing");
-    QTest::newRow("whole words") << 8 << 8 << "R8:8 "
-                                 << "W8:8 ";
-    QTest::newRow("short head") << 8 << 2 << "R8:4 "
-                                << "R8:4 W8:4 ";
-    QTest::newRow("inside a word") << 9 << 2 << "R8:4 "
-                                   << "R8:4 W8:4 ";
-    QTest::newRow("to the end of a word") << 9 << 3 << "R8:4 "
-                                          << "R8:4 W8:4 ";
-    QTest::newRow("across two words") << 10 << 4 << "R8:8 "
-                                      << "R8:4 R12:4 W8:8 ";
-    QTest::newRow("odd start") << 10 << 10 << "R8:12 "
-                               << "R8:4 W8:12 ";
-    QTest::newRow("odd end") << 8 << 9 << "R8:12 "
-                             << "R16:4 W8:12 ";
+    const auto row = [](const char *name, int address, int length, const char *reading, const char *writing) {
+        QTest::newRow(name) << address << length << QString::fromLatin1(reading) << QString::fromLatin1(writing);
+    };
+    row("whole words", 8, 8, "R8:8 ", "W8:8 ");
+    row("short head", 8, 2, "R8:4 ", "R8:4 W8:4 ");
+    row("inside a word", 9, 2, "R8:4 ", "R8:4 W8:4 ");
+    row("to the end of a word", 9, 3, "R8:4 ", "R8:4 W8:4 ");
+    row("across two words", 10, 4, "R8:8 ", "R8:4 R12:4 W8:8 ");
+    row("odd start", 10, 10, "R8:12 ", "R8:4 W8:12 ");
+    row("odd end", 8, 9, "R8:12 ", "R16:4 W8:12 ");
 }
 
 void tst_RegisterPorts::alignedAccesses()

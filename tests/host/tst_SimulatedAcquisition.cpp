@@ -72,9 +72,7 @@ void tst_SimulatedAcquisition::startedByTheFeatureItself()
 void tst_SimulatedAcquisition::framesFollowTheSize()
 {
     const OpenDevice device("SIM-AREA-01");
-    device.set("Width", "320");
-    device.set("Height", "200");
-    device.set("PixelFormat", "RGB8");
+    device.setAll("Width=320 Height=200 PixelFormat=RGB8");
     QSignalSpy frames(device.operator->(), &Device::frameReady);
     QString error;
     QVERIFY(device->startAcquisition(&error));
@@ -130,8 +128,7 @@ void tst_SimulatedAcquisition::numberedAcquisitionsEndByThemselves()
     QFETCH(QByteArray, mode);
     QFETCH(int, count);
     const OpenDevice device("SIM-AREA-02");
-    device.set("AcquisitionMode", "MultiFrame");
-    device.set("AcquisitionFrameCount", "3");
+    device.setAll("AcquisitionMode=MultiFrame AcquisitionFrameCount=3");
     device.set("AcquisitionMode", mode.constData());
     QSignalSpy frames(device.operator->(), &Device::frameReady);
     QSignalSpy changed(device.operator->(), &Device::acquiringChanged);
@@ -175,8 +172,7 @@ void tst_SimulatedAcquisition::oneTriggerMakesOneFrame()
 void tst_SimulatedAcquisition::triggersWaitForTheirDelay()
 {
     const OpenDevice device("SIM-AREA-02");
-    device.set("TriggerMode", "On");
-    device.set("TriggerDelay", "300000");
+    device.setAll("TriggerMode=On TriggerDelay=300000");
     QSignalSpy frames(device.operator->(), &Device::frameReady);
     QString error;
     QVERIFY(device->startAcquisition(&error));
@@ -195,9 +191,7 @@ void tst_SimulatedAcquisition::triggersWaitForTheirDelay()
 void tst_SimulatedAcquisition::linesTriggerUnlessDebounced()
 {
     const OpenDevice device("SIM-AREA-02");
-    device.set("TriggerMode", "On");
-    device.set("TriggerSource", "Line0");
-    device.set("LineDebouncerTime", "400000");
+    device.setAll("TriggerMode=On TriggerSource=Line0 LineDebouncerTime=400000");
     QSignalSpy frames(device.operator->(), &Device::frameReady);
     QString error;
     QVERIFY(device->startAcquisition(&error));
@@ -210,8 +204,7 @@ void tst_SimulatedAcquisition::linesTriggerUnlessDebounced()
 void tst_SimulatedAcquisition::outputLinesCarryTheirSource()
 {
     const OpenDevice device("SIM-AREA-01");
-    device.set("LineSelector", "Line3");
-    device.set("LineMode", "Output");
+    device.setAll("LineSelector=Line3 LineMode=Output");
     const auto isHigh = [&device] {
         device.nodes().Poll(500);
         return device.boolean("LineStatus")->GetValue();

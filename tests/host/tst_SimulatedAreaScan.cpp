@@ -114,7 +114,6 @@ class tst_SimulatedAreaScan : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void pageFeaturesExist_data();
     void pageFeaturesExist();
     void selectorsShowTheirSelection_data();
     void selectorsShowTheirSelection();
@@ -135,24 +134,16 @@ private Q_SLOTS:
     void everyPixelFormatHasAPicture();
 };
 
-void tst_SimulatedAreaScan::pageFeaturesExist_data()
-{
-    QTest::addColumn<int>("row");
-    for (size_t i = 0; i < std::size(pageFeatures); ++i)
-        QTest::newRow(pageFeatures[i].name) << int(i);
-}
-
 void tst_SimulatedAreaScan::pageFeaturesExist()
 {
     const OpenDevice device("SIM-AREA-01");
-    QFETCH(int, row);
-    const PageFeature &feature = pageFeatures[row];
-    GenApi::INode *node = device.node(feature.name);
-    QVERIFY(node);
-    QVERIFY(node->IsFeature());
-    QCOMPARE(node->GetPrincipalInterfaceType(), feature.type);
-    QCOMPARE(node->GetAccessMode(), feature.access);
-    QVERIFY(node->GetVisibility() < GenApi::Invisible);
+    for (const PageFeature &feature : pageFeatures) {
+        const GenApi::INode *const node = device.node(feature.name);
+        QVERIFY2(node && node->IsFeature(), feature.name);
+        QVERIFY2(node->GetPrincipalInterfaceType() == feature.type, feature.name);
+        QVERIFY2(node->GetAccessMode() == feature.access, feature.name);
+        QVERIFY2(node->GetVisibility() < GenApi::Invisible, feature.name);
+    }
 }
 
 void tst_SimulatedAreaScan::selectorsShowTheirSelection_data()
@@ -216,9 +207,7 @@ void tst_SimulatedAreaScan::sizesAndOffsetsLimitEachOther()
 void tst_SimulatedAreaScan::binningResizesTheImage()
 {
     const OpenDevice device("SIM-AREA-01");
-    device.set("Width", "640");
-    device.set("OffsetX", "800");
-    device.set("DecimationHorizontal", "2");
+    device.setAll("Width=640 OffsetX=800 DecimationHorizontal=2");
     QCOMPARE(device.integer("Width")->GetValue(), int64_t(1224));
     device.set("BinningHorizontal", "4");
     QVERIFY(!GenApi::IsAvailable(device.node("DecimationHorizontal")));
@@ -289,10 +278,7 @@ void tst_SimulatedAreaScan::userSetsSaveAndLoad()
     const OpenDevice device("SIM-AREA-01");
     device.set("UserSetSelector", "UserSet0");
     QVERIFY_EXCEPTION_THROWN(device.command("UserSetLoad")->Execute(), GenICam::GenericException);
-    device.set("ExposureTime", "2500");
-    device.set("Width", "1024");
-    device.set("LineSelector", "Line3");
-    device.set("LineMode", "Output");
+    device.setAll("ExposureTime=2500 Width=1024 LineSelector=Line3 LineMode=Output");
     device.command("UserSetSave")->Execute();
     QTRY_VERIFY(device.command("UserSetSave")->IsDone());
 
@@ -314,11 +300,9 @@ void tst_SimulatedAreaScan::userSetsSaveAndLoad()
 void tst_SimulatedAreaScan::theStartSetIsLoadedAtTheStart()
 {
     const OpenDevice device("SIM-AREA-01");
-    device.set("UserSetSelector", "UserSet1");
-    device.set("Gain", "9");
+    device.setAll("UserSetSelector=UserSet1 Gain=9");
     device.command("UserSetSave")->Execute();
-    device.set("UserSetDefault", "UserSet1");
-    device.set("Gain", "3");
+    device.setAll("UserSetDefault=UserSet1 Gain=3");
     device.command("DeviceReset")->Execute();
     QTRY_COMPARE(device.number("Gain")->GetValue(), 9.0);
     QCOMPARE(device.text("UserSetDefault"), QStringLiteral("UserSet1"));
@@ -326,44 +310,28 @@ void tst_SimulatedAreaScan::theStartSetIsLoadedAtTheStart()
 
 void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes_data()
 {
-    using Setting = QPair<QByteArray, QByteArray>;
-    QTest::addColumn<QList<Setting>>("settings");
     QTest::addColumn<double>("rate");
     constexpr double packets = 1464.0 / 1500.0; // of the link is left for images
-    QTest::newRow("wanted") << QList<Setting>{{"AcquisitionFrameRate", "5"}} << 5.0;
-    QTest::newRow("link") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}} << 125e6 * packets / (2448 * 2048);
-    QTest::newRow("sensor") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}, {"Width", "64"}}
-                            << 1e6 / (2048 * 10 + 400);
-    QTest::newRow("exposure") << QList<Setting>{{"ExposureTime", "199950"}} << 5.0;
-    QTest::newRow("throughput") << QList<Setting>{{"DeviceLinkThroughputLimitMode", "On"},
-                                                  {"DeviceLinkThroughputLimit", "10000000"}}
-                                << 1e7 * packets / (2448 * 2048);
-    QTest::newRow("packets") << QList<Setting>{{"AcquisitionFrameRateEnable", "0"}, {"GevSCPSPacketSize", "576"}}
-                             << 125e6 * 540 / 576 / (2448 * 2048);
-    QTest::newRow("pauses of 8 us") << QList<Setting>{{"GevSCPD", "1000"}}
-                                    << 1464 / (1500 / 125e6 + 8e-6) / (2448 * 2048);
-    QTest::newRow("triggered") << QList<Setting>{{"Height", "512"},
-                                                 {"AcquisitionFrameRate", "5"},
-                                                 {"TriggerMode", "On"}}
-                               << 125e6 * packets / (2448 * 512);
-    QTest::newRow("bursts") << QList<Setting>{{"AcquisitionFrameRate", "5"},
-                                              {"TriggerSelector", "FrameBurstStart"},
-                                              {"TriggerMode", "On"}}
-                            << 5.0;
+    constexpr double image = 2448.0 * 2048.0;
+    const auto row = [](const char *settings, double rate) { QTest::newRow(settings) << rate; };
+    row("AcquisitionFrameRate=5", 5.0);
+    row("AcquisitionFrameRateEnable=0", 125e6 * packets / image);
+    row("AcquisitionFrameRateEnable=0 Width=64", 1e6 / (2048 * 10 + 400)); // the sensor
+    row("ExposureTime=199950", 5.0);
+    row("DeviceLinkThroughputLimitMode=On DeviceLinkThroughputLimit=10000000", 1e7 * packets / image);
+    row("AcquisitionFrameRateEnable=0 GevSCPSPacketSize=576", 125e6 * 540 / 576 / image);
+    row("GevSCPD=1000", 1464 / (1500 / 125e6 + 8e-6) / image); // pauses of 8 us
+    row("Height=512 AcquisitionFrameRate=5 TriggerMode=On", 125e6 * packets / (2448 * 512));
+    row("AcquisitionFrameRate=5 TriggerSelector=FrameBurstStart TriggerMode=On", 5.0);
 }
 
 void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes()
 {
-    using Setting = QPair<QByteArray, QByteArray>;
-    QFETCH(QList<Setting>, settings);
     QFETCH(double, rate);
     const OpenDevice device("SIM-AREA-01");
-    for (const Setting &setting : settings)
-        device.set(setting.first.constData(), setting.second.constData());
-    const double inside =
-        device->inside().inspect([](const RegisterMemory &memory) { return ImageModel::frameRate(memory); });
+    device.setAll(QTest::currentDataTag());
     QCOMPARE(device.number("ResultingFrameRate")->GetValue(), rate);
-    QCOMPARE(inside, rate);
+    QCOMPARE(device->inside().inspect(&ImageModel::frameRate), rate);
 }
 
 void tst_SimulatedAreaScan::autoExposureMovesByItself()
@@ -468,9 +436,7 @@ void tst_SimulatedAreaScan::featuresChangeThePicture()
 void tst_SimulatedAreaScan::everyPixelFormatHasAPicture()
 {
     const OpenDevice device("SIM-AREA-01");
-    device.set("Width", "64");
-    device.set("Height", "64");
-    device.set("SensorDigitizationBits", "Bpp12");
+    device.setAll("Width=64 Height=64 SensorDigitizationBits=Bpp12");
     const QStringList formats = entries(device.enumeration("PixelFormat"));
     QCOMPARE(formats.size(), 9);
     Picture picture;

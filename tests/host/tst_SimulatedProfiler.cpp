@@ -20,15 +20,6 @@ constexpr auto profiler = "SIM-PROFILER-01";
 constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
 constexpr double belt = 0.0, part = 30.0; ///< places along Y: without a part, and at its dark patch
 
-/// Sets features from words "name=text", one after the other.
-void setAll(const OpenDevice &device, const char *words)
-{
-    for (const QByteArray &word : QByteArray(words).split(' ')) {
-        const int split = int(word.indexOf('='));
-        device.set(word.left(split).constData(), word.mid(split + 1).constData());
-    }
-}
-
 ProfilerSettings settingsOf(const OpenDevice &device)
 {
     return device->inside().inspect(&ProfilerSettings::fromRegisters);
@@ -108,7 +99,7 @@ void tst_SimulatedProfiler::triggersShareModeAndSource()
     const OpenDevice device(profiler);
     const GenApi::CEnumerationPtr selector = device.enumeration("TriggerSelector");
     selector->SetIntValue(1);
-    setAll(device, "TriggerMode=On TriggerSource=Software");
+    device.setAll("TriggerMode=On TriggerSource=Software");
     selector->SetIntValue(2);
     QCOMPARE(device.text("TriggerMode"), QStringLiteral("Off"));
     device.enumeration("TriggerSource")->SetIntValue(4);
@@ -122,7 +113,7 @@ void tst_SimulatedProfiler::triggersShareModeAndSource()
 void tst_SimulatedProfiler::measureRangeStaysOnTheSensor()
 {
     const OpenDevice device(profiler);
-    setAll(device, "Height=300 OffsetY=700");
+    device.setAll("Height=300 OffsetY=700");
     QVERIFY(!device.refusal("OffsetY", "725").isEmpty());
     device.set("Height", "424");
     QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(600));
@@ -150,7 +141,7 @@ void tst_SimulatedProfiler::linesFollowTimeOrEncoder()
                                              {encoder + "EncoderOutputMode=Motion TestPartSpeed=-20", 500.0}};
     for (const auto &[settings, rate] : rates) {
         const OpenDevice device(profiler);
-        setAll(device, settings.constData());
+        device.setAll(settings);
         const double found = device->inside().inspect(&ProfilerRates::lineRate);
         QVERIFY2(std::abs(found - rate) < 0.5, (settings + " makes " + QByteArray::number(found)).constData());
     }
@@ -189,14 +180,14 @@ void tst_SimulatedProfiler::featuresChangeTheProfile()
     QFETCH(Expectation, expected);
     const OpenDevice device(profiler);
     const Shape before = shapeOf(device, y);
-    setAll(device, QTest::currentDataTag());
+    device.setAll(QTest::currentDataTag());
     QVERIFY(expected(before, shapeOf(device, y)));
 }
 
 void tst_SimulatedProfiler::correctionsUndoTheMounting()
 {
     const OpenDevice device(profiler);
-    setAll(device, "TestStrayLight=0 TestMountingTilt=-2.5 TestMountingScale=0.9");
+    device.setAll("TestStrayLight=0 TestMountingTilt=-2.5 TestMountingScale=0.9");
     const double tilt = std::atan(shapeOf(device, belt).slope);
     QVERIFY(std::abs(tilt * 180.0 / M_PI + 2.5) < 0.02);
     device.number("SinData")->SetValue(std::sin(tilt));
@@ -230,7 +221,7 @@ void tst_SimulatedProfiler::filters()
 void tst_SimulatedProfiler::framesComeInBatches()
 {
     const OpenDevice device(profiler);
-    setAll(device, "AcquisitionLineCount=50 BatchNumber=20 AcquisitionLineRate=100 AcquisitionMode=SingleFrame");
+    device.setAll("AcquisitionLineCount=50 BatchNumber=20 AcquisitionLineRate=100 AcquisitionMode=SingleFrame");
     const Frames frames(device);
     QTRY_VERIFY(!frames.complete.empty());
     QCOMPARE(frames.lines, (QList<int>{20, 40, 50}));
@@ -238,7 +229,7 @@ void tst_SimulatedProfiler::framesComeInBatches()
     QVERIFY(frames.complete[0].intensity.isNull());
     QVERIFY(Shape(frames.complete[0].lastProfile()).points > 1000);
     QTRY_VERIFY(!device->isAcquiring());
-    setAll(device, "ContinuousMode=ShortFrame DepthDataType=Uint32_t");
+    device.setAll("ContinuousMode=ShortFrame DepthDataType=Uint32_t");
     const Frames shortFrames(device);
     QTRY_VERIFY(!shortFrames.complete.empty());
     QCOMPARE(shortFrames.complete[0].heights.size(), size_t(2048 * 20));
@@ -249,7 +240,7 @@ void tst_SimulatedProfiler::framesComeInBatches()
 void tst_SimulatedProfiler::framesWaitForTheirTrigger()
 {
     const OpenDevice device(profiler);
-    setAll(device, "TriggerMode=On TriggerSource=Software AcquisitionLineCount=4000 EndFrameMode=NextTrigger");
+    device.setAll("TriggerMode=On TriggerSource=Software AcquisitionLineCount=4000 EndFrameMode=NextTrigger");
     const Frames frames(device);
     QTest::qWait(300);
     QVERIFY(frames.lines.isEmpty());
@@ -263,7 +254,7 @@ void tst_SimulatedProfiler::framesWaitForTheirTrigger()
 void tst_SimulatedProfiler::framesStartWithThePart()
 {
     const OpenDevice device(profiler); // 0.09 mm from line to line, 3 mm from the light barrier to the part
-    setAll(device, "TestStrayLight=0 TestPartSpeed=90 AcquisitionLineCount=200 TriggerMode=On TriggerSource=Line1");
+    device.setAll("TestStrayLight=0 TestPartSpeed=90 AcquisitionLineCount=200 TriggerMode=On TriggerSource=Line1");
     const Frames frames(device);
     QTRY_VERIFY(frames.complete.size() >= 2);
     for (const HeightFrame &frame : frames.complete) {
@@ -291,11 +282,11 @@ void tst_SimulatedProfiler::locksAndRefuses()
 {
     const OpenDevice device(profiler);
     QVERIFY(device.refusal("AcquisitionLineRate", "4000").contains(QLatin1String("are too many")));
-    setAll(device,
-           "UserSetSelector=UserSet4 ExposureTime=77.0 ImageMaskerSelector=ImageMasker1 ImageMask=1 "
-           "AvgFilterWinLen=Window33 TimeAxisAvgFltWinLen=Window3 TimeAxisMedFltWinLen=Window9 CosData=0.866025");
+    device.setAll(
+        "UserSetSelector=UserSet4 ExposureTime=77.0 ImageMaskerSelector=ImageMasker1 ImageMask=1 "
+        "AvgFilterWinLen=Window33 TimeAxisAvgFltWinLen=Window3 TimeAxisMedFltWinLen=Window9 CosData=0.866025");
     device.command("UserSetSave")->Execute();
-    setAll(device, "ExposureTime=88.0 ImageMask=0 TimeAxisMedFltWinLen=Off");
+    device.setAll("ExposureTime=88.0 ImageMask=0 TimeAxisMedFltWinLen=Off");
     const Frames running(device);
     for (const char *name : {"Height", "OffsetY", "DepthDataType", "AcquisitionLineCount"})
         QCOMPARE(device.access(name), GenApi::RO);
@@ -310,7 +301,7 @@ void tst_SimulatedProfiler::locksAndRefuses()
 void tst_SimulatedProfiler::laserAdjustsItself()
 {
     const OpenDevice device(profiler);
-    setAll(device, "ExposureTime=50.0 LaserAdjustMode=Auto");
+    device.setAll("ExposureTime=50.0 LaserAdjustMode=Auto");
     QCOMPARE(device.access("Lasersetting"), GenApi::RO);
     QVERIFY(settingsOf(device).lineBrightness(1.0) < 100.0);
     QTRY_VERIFY(settingsOf(device).lineBrightness(1.0) >= 120.0);
