@@ -119,7 +119,8 @@ void ProfilerRegions::applyMoves()
     }
 }
 
-/// The device rounds, and refuses while it acquires: the region shows what came of it.
+/// The device rounds, and refuses while it acquires: the region shows what came of it. One refusal is enough: a drag
+/// would fill the log.
 void ProfilerRegions::apply(const Region &region, const QRect &area)
 {
     if (region.number == measureRange)
@@ -135,8 +136,8 @@ void ProfilerRegions::apply(const Region &region, const QRect &area)
 void ProfilerRegions::applyMeasureRange(const QString &device, const QRect &area)
 {
     const bool upwards = area.y() < integer(device, "OffsetY");
-    if (upwards)
-        write(device, "OffsetY", area.y());
+    if (upwards && !write(device, "OffsetY", area.y()))
+        return;
     if (write(device, "Height", area.height()) && !upwards)
         write(device, "OffsetY", area.y());
 }
@@ -145,10 +146,14 @@ void ProfilerRegions::applyMask(const Region &region, const QRect &area)
 {
     if (!host.writeNode(region.device, maskSelector, selectorEntry(region.number)))
         return;
-    write(region.device, "ImageMaskOffsetX", area.x());
-    write(region.device, "ImageMaskOffsetY", area.y());
-    write(region.device, "ImageMaskWidth", area.width());
-    write(region.device, "ImageMaskHeight", area.height());
+    const std::pair<const char *, int> values[] = {{"ImageMaskOffsetX", area.x()},
+                                                   {"ImageMaskOffsetY", area.y()},
+                                                   {"ImageMaskWidth", area.width()},
+                                                   {"ImageMaskHeight", area.height()}};
+    for (const auto &[node, value] : values) {
+        if (!write(region.device, node, value))
+            return;
+    }
 }
 
 QSize ProfilerRegions::sensorSize(const QString &device) const
