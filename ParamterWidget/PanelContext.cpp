@@ -35,3 +35,11 @@ void PanelContext::refreshPages() const
     for (CToolBox *toolBox : toolBoxes.mid(0, RefreshedToolBoxes))
         toolBox->updateWidget();
 }
+
+void PanelContext::logOnce(const char *module, const QString &message) const
+{
+    if (logged.contains(message))
+        return;
+    logged.insert(message);
+    HostCore::VLogInfo(module, message.toStdString(), 0);
+}

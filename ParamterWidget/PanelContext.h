@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 
+#include <QSet>
 #include <QString>
 #include <QVector>
 #include <QWidget>
@@ -40,6 +41,8 @@ struct PanelContext
     QVector<ToolPageWidgetItem *> liveRows; ///< rows that follow the device while the first page is in view
     ToolPageWidgetItem *selectedRow = nullptr; ///< the row that is described
 
+    mutable QSet<QString> logged; ///< by logOnce()
+
     /// The device name as the host wants it: UTF-8.
     std::string deviceKey() const { return deviceName.toStdString(); }
     /// The device's node map, owned by the host; null when it has none.
@@ -50,4 +53,6 @@ struct PanelContext
     void showRow(RowId id, bool visible) const;
     /// Reads the pages in the first three tool boxes again, except folded groups.
     void refreshPages() const;
+    /// Adds a line of `module` to the host's log, unless this panel has done so before.
+    void logOnce(const char *module, const QString &message) const;
 };

@@ -302,6 +302,8 @@ void ParamterWidget::setParamterViewDisable()
 void ParamterWidget::updateWidget(bool)
 {
     guarded(Module, [this] { m_context.refreshPages(); });
+    if (followsProfiler())
+        guarded(Module, [this] { m_profiler->show(); });
 }
 
 void ParamterWidget::startAcquireOperation()
@@ -393,6 +395,8 @@ void ParamterWidget::onResetImageSizeButtonClicked()
 void ParamterWidget::onUserSetLoadButtonClicked()
 {
     guarded(Module, [this] { m_userSets->load(); });
+    if (followsProfiler())
+        guarded(Module, [this] { m_profiler->showAfterUserSet(); });
 }
 
 void ParamterWidget::onCollapseButtonClicked()

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollArea>
+#include <QVariant>
 
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/StyleSheets.h"
@@ -135,9 +136,14 @@ bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
     }
 }
 
-void EditorFocus::enter(const QWidget *stop, const QFocusEvent &event)
+void EditorFocus::settle(QWidget *editor)
 {
-    m_valueAtEntry = stop->property(Value);
+    editor->setProperty(SettledValue, editor->property(Value));
+}
+
+void EditorFocus::enter(QWidget *stop, const QFocusEvent &event)
+{
+    settle(stop);
     m_row->update();
     if (isByKeyboard(event)) {
         if (QScrollArea *area = scrollAreaOf(m_row))
@@ -155,7 +161,7 @@ bool EditorFocus::takeKey(QWidget *editor, QKeyEvent &event)
     auto *const spinBox = qobject_cast<QAbstractSpinBox *>(editor);
     if (spinBox && isEnter && event.type() == QEvent::KeyPress) {
         spinBox->interpretText();
-        m_valueAtEntry = spinBox->property(Value);
+        settle(spinBox);
     }
     return false;
 }
@@ -165,7 +171,7 @@ bool EditorFocus::cancelEdit(QWidget *editor, QKeyEvent &event)
     const bool isFeature = RowEditors::tracksInput(editor);
     const bool hasChanged = isFeature
         ? RowEditors::hasInput(editor)
-        : qobject_cast<QAbstractSpinBox *>(editor) && editor->property(Value) != m_valueAtEntry;
+        : qobject_cast<QAbstractSpinBox *>(editor) && editor->property(Value) != editor->property(SettledValue);
     if (!hasChanged)
         return false;
     event.accept();
@@ -175,7 +181,7 @@ bool EditorFocus::cancelEdit(QWidget *editor, QKeyEvent &event)
         RowEditors::forgetInput(editor);
         Q_EMIT editCancelled();
     } else {
-        editor->setProperty(Value, m_valueAtEntry);
+        editor->setProperty(Value, editor->property(SettledValue));
     }
     return true;
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QObject>
-#include <QVariant>
 #include <QVector>
 
 class QFocusEvent;
@@ -18,6 +17,10 @@ class EditorFocus : public QObject
     Q_OBJECT
 
 public:
+    /// Property of a spin box: the value that it was entered with, or that Enter finished, or that a refresh has shown
+    /// since. Escape gives it back.
+    static constexpr char SettledValue[] = "settledValue";
+
     /// `row`, the parent, is repainted when the focus comes or goes.
     explicit EditorFocus(QWidget *row);
 
@@ -35,7 +38,7 @@ Q_SIGNALS:
     /// A widget of the editor got the focus, by whatever means.
     void gained();
     /// Escape was pressed in a feature's spin box with input, which now counts as untouched. Other spin boxes get back
-    /// the value that they were entered with.
+    /// their settled value.
     void editCancelled();
 
 protected:
@@ -43,11 +46,11 @@ protected:
 
 private:
     void arrange();
-    void enter(const QWidget *stop, const QFocusEvent &event);
+    static void settle(QWidget *editor);
+    void enter(QWidget *stop, const QFocusEvent &event);
     bool takeKey(QWidget *editor, QKeyEvent &event);
     bool cancelEdit(QWidget *editor, QKeyEvent &event);
 
     QWidget *m_row;
-    QVariant m_valueAtEntry; ///< of the spin box that has the focus; what Enter finished counts as met there
     QVector<QWidget *> m_stops; ///< what Tab reaches inside the editor, in reading order
 };

@@ -24,16 +24,36 @@ ContourTab::ContourTab(PanelContext &context, QWidget *controlsParent)
 
 void ContourTab::followLaserAdjustMode() const
 {
-    const QString shown = m_laserAdjustMode->currentText();
-    const QString mode = zhTransEnMap.value(shown, shown);
-    HostValues::writeNode(m_context, Mode, mode);
-    const bool manual = mode == Manual;
-    m_context.showRow(RowId::LowerBound, !manual);
-    m_context.showRow(RowId::UpperBound, !manual);
-    m_context.showRow(RowId::LaserSetting, manual);
+    HostValues::writeNode(m_context, Mode, mode());
+    showRows();
 }
 
 void ContourTab::readLaserAdjustMode()
 {
-    ProfilerControls::choose(m_laserAdjustMode, HostValues::readNode(m_context, Mode) == Manual ? 0 : 1);
+    ProfilerControls::choose(m_laserAdjustMode, entryOfDevice());
+}
+
+void ContourTab::showLaserAdjustMode() const
+{
+    ProfilerControls::show(m_laserAdjustMode, entryOfDevice());
+    showRows();
+}
+
+QString ContourTab::mode() const
+{
+    const QString shown = m_laserAdjustMode->currentText();
+    return zhTransEnMap.value(shown, shown);
+}
+
+int ContourTab::entryOfDevice() const
+{
+    return HostValues::readNode(m_context, Mode) == Manual ? 0 : 1;
+}
+
+void ContourTab::showRows() const
+{
+    const bool manual = mode() == Manual;
+    m_context.showRow(RowId::LowerBound, !manual);
+    m_context.showRow(RowId::UpperBound, !manual);
+    m_context.showRow(RowId::LaserSetting, manual);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 class QComboBox;
+class QString;
 class QWidget;
 struct PanelContext;
 
@@ -17,8 +18,14 @@ public:
     void followLaserAdjustMode() const;
     /// Sets the list from the device and follows it as if the user had chosen the entry.
     void readLaserAdjustMode();
+    /// Shows what the device has and the rows that belong to it, writing nothing.
+    void showLaserAdjustMode() const;
 
 private:
+    QString mode() const; ///< the device's name of the entry that is shown
+    int entryOfDevice() const;
+    void showRows() const;
+
     const PanelContext &m_context;
     QComboBox *m_laserAdjustMode;
 };

@@ -88,8 +88,10 @@ void Corrections::determine(const QObject *button) const
 
 void Corrections::read() const
 {
-    const auto sine = HostValues::number(HostValues::readNode(m_context, "SinData"));
-    if (sine && std::abs(*sine) <= 1.0) {
+    const auto sine = HostValues::readNumber(m_context, "SinData");
+    if (sine && std::abs(*sine) > 1.0) {
+        HostValues::reportUnusable(m_context, QStringLiteral("SinData"), text(*sine));
+    } else if (sine) {
         ProfilerControls::setRange(m_tilt, -LargestTilt, LargestTilt, Step);
         m_tilt->setValue(std::asin(*sine) / RadiansPerDegree);
     }

@@ -5,6 +5,21 @@
 
 #include "ParamterWidget/PanelContext.h"
 
+namespace {
+
+std::optional<double> number(const PanelContext &context, const QString &name, const QString &text)
+{
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    if (isNumber && std::isfinite(number))
+        return number;
+    if (!text.isEmpty())
+        HostValues::reportUnusable(context, name, text);
+    return std::nullopt;
+}
+
+} // namespace
+
 QString HostValues::readNode(const PanelContext &context, const char *feature, const QString &otherwise)
 {
     std::string value = otherwise.toStdString();
@@ -27,16 +42,21 @@ void HostValues::writeSetting(const PanelContext &context, HostCore::CAM_INFO it
     HostCore::SetCameraInfo(context.deviceKey(), item, value.toStdString());
 }
 
-std::optional<double> HostValues::number(const QString &text)
+std::optional<double> HostValues::readNumber(const PanelContext &context, const char *feature, const QString &otherwise)
 {
-    bool isNumber = false;
-    const double number = text.toDouble(&isNumber);
-    return isNumber && std::isfinite(number) ? std::optional<double>(number) : std::nullopt;
+    return number(context, QString::fromLatin1(feature), readNode(context, feature, otherwise));
 }
 
-std::optional<double> HostValues::number(const QString &text, double ifEmpty)
+std::optional<double> HostValues::readNumber(const PanelContext &context, HostCore::CAM_INFO item,
+                                             const QString &otherwise)
 {
-    return text.isEmpty() ? ifEmpty : number(text);
+    const QString stored = readSetting(context, item);
+    return number(context, QStringLiteral("Setting %1").arg(int(item)), stored.isEmpty() ? otherwise : stored);
+}
+
+void HostValues::reportUnusable(const PanelContext &context, const QString &name, const QString &value)
+{
+    context.logOnce("ProfilerPages", QStringLiteral("%1 is not usable: \"%2\"").arg(name, value));
 }
 
 QString HostValues::text(double number)

@@ -19,10 +19,12 @@ void writeNode(const PanelContext &context, const char *feature, const QString &
 QString readSetting(const PanelContext &context, HostCore::CAM_INFO item);
 void writeSetting(const PanelContext &context, HostCore::CAM_INFO item, const QString &value);
 
-/// The finite number that a text stands for, or nothing.
-std::optional<double> number(const QString &text);
-/// The same; `ifEmpty` for an empty text.
-std::optional<double> number(const QString &text, double ifEmpty);
+/// The finite number that the device has, or that the host keeps, as text; of `otherwise` when the host cannot read the
+/// feature, or keeps nothing. Nothing for an empty text, and for one that is no number, which is logged.
+std::optional<double> readNumber(const PanelContext &context, const char *feature, const QString &otherwise = {});
+std::optional<double> readNumber(const PanelContext &context, HostCore::CAM_INFO item, const QString &otherwise = {});
+/// Logs a value of the device or the host that is not used, once per panel.
+void reportUnusable(const PanelContext &context, const QString &name, const QString &value);
 /// Fixed notation with six decimals.
 QString text(double number);
 

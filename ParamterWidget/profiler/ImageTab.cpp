@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QSignalBlocker>
 
 #include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/NodeAccess.h"
@@ -13,7 +14,7 @@
 
 namespace {
 
-using HostValues::readNode;
+using HostValues::readNumber;
 using HostValues::readSetting;
 using HostValues::writeNode;
 using HostValues::writeSetting;
@@ -21,7 +22,7 @@ using HostValues::writeSetting;
 constexpr int MeasureRangeRegion = 0;
 constexpr QSize SensorSize(2048, 1024); ///< what the region starts from, in pixels
 constexpr int GrayImageMode = 3;
-constexpr double DefaultSpacing = 0.002; // mm
+const QLatin1String DefaultSpacing("0.002"); // mm
 
 const QLatin1String AutomaticText("Auto"); ///< sampling rate
 const QLatin1String AutomaticSetting("0");
@@ -42,12 +43,8 @@ ImageTab::ImageTab(PanelContext &context, QWidget *controlsParent)
       m_samplingRate(ProfilerControls::list(samplingRates(), controlsParent))
 {
     m_measureRange->setProperty("ROIID", MeasureRangeRegion);
-    m_grayImage->setSwitch(readSetting(context, HostCore::CAM_INFO_GRAY_IMAGE) == QLatin1String("1"));
     ProfilerControls::setRange(m_contourSpacing, 0.0, 1.0, 0.01);
-    const auto spacing = HostValues::number(readSetting(context, HostCore::CAM_INFO_CONTOUR_SPACING));
-    m_contourSpacing->setValue(spacing.value_or(0.0));
-    const QString rate = readSetting(context, HostCore::CAM_INFO_SAMPLING_RATE);
-    m_samplingRate->setCurrentText(rate == AutomaticSetting ? QString(AutomaticText) : rate);
+    showSettings();
     QObject::connect(m_samplingRate, qOverload<int>(&QComboBox::currentIndexChanged), m_samplingRate,
                      [this](int index) { guarded("ImageTab", [&] { followSamplingRate(index); }); });
 
@@ -55,6 +52,16 @@ ImageTab::ImageTab(PanelContext &context, QWidget *controlsParent)
     context.controls[RowId::GrayImage] = m_grayImage;
     context.controls[RowId::ContourSpacing] = m_contourSpacing;
     context.controls[RowId::SamplingRate] = m_samplingRate;
+}
+
+void ImageTab::showSettings() const
+{
+    m_grayImage->setSwitch(readSetting(m_context, HostCore::CAM_INFO_GRAY_IMAGE) == QLatin1String("1"));
+    if (const auto spacing = readNumber(m_context, HostCore::CAM_INFO_CONTOUR_SPACING))
+        ProfilerControls::show(m_contourSpacing, *spacing);
+    const QString rate = readSetting(m_context, HostCore::CAM_INFO_SAMPLING_RATE);
+    const QSignalBlocker blocker(m_samplingRate);
+    m_samplingRate->setCurrentText(rate == AutomaticSetting ? QString(AutomaticText) : rate);
 }
 
 void ImageTab::followMeasureRange() const
@@ -81,11 +88,9 @@ void ImageTab::restoreHeight() const
 
 void ImageTab::readMeasureRange() const
 {
-    bool isHeight = false;
-    bool isMaximum = false;
-    const int height = readNode(m_context, "Height", QStringLiteral("2048")).toInt(&isHeight);
-    const int maximum = readNode(m_context, "HeightMax").toInt(&isMaximum);
-    if (isHeight && isMaximum && m_measureRange->isOn() != (height != maximum))
+    const auto height = readNumber(m_context, "Height", QStringLiteral("2048"));
+    const auto maximum = readNumber(m_context, "HeightMax");
+    if (height && maximum && m_measureRange->isOn() != (*height != *maximum))
         m_measureRange->click();
 }
 
@@ -102,8 +107,7 @@ void ImageTab::followContourSpacing() const
 
 void ImageTab::readContourSpacing() const
 {
-    const QString stored = readSetting(m_context, HostCore::CAM_INFO_CONTOUR_SPACING);
-    if (const auto spacing = HostValues::number(stored, DefaultSpacing))
+    if (const auto spacing = readNumber(m_context, HostCore::CAM_INFO_CONTOUR_SPACING, DefaultSpacing))
         m_contourSpacing->setValue(*spacing);
 }
 

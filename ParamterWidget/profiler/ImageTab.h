@@ -26,7 +26,10 @@ public:
     void readMeasureRange() const;
     void followGrayImage() const;
     void followContourSpacing() const;
+    /// Sets the spacing from the host's settings, which get the default one if they have none.
     void readContourSpacing() const;
+    /// Shows the host's settings, writing nothing. What is not usable, or is being typed, stays as it is.
+    void showSettings() const;
 
 private:
     void followSamplingRate(int index) const;

@@ -13,40 +13,43 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
+#include "ToolPage/EditorFocus.h"
 #include "ToolPage/StyleSheets.h"
 
 namespace {
 
-/// Leaving a field whose value is still the one that was met there, or that Enter finished, finishes no editing:
-/// walking over the page must not store values again, rounded to the field's decimals.
+double settledValue(const QDoubleSpinBox *field)
+{
+    return field->property(EditorFocus::SettledValue).toDouble();
+}
+
+bool isBeingTyped(const QDoubleSpinBox *field)
+{
+    return field->hasFocus() && field->text() != field->textFromValue(settledValue(field));
+}
+
+/// Leaving a field whose value is the settled one finishes no editing: walking over the page must not store values
+/// again, rounded to the field's decimals.
 class NumberField : public QDoubleSpinBox
 {
 public:
     using QDoubleSpinBox::QDoubleSpinBox;
 
 protected:
-    void focusInEvent(QFocusEvent *event) override
-    {
-        QDoubleSpinBox::focusInEvent(event);
-        m_settled = value();
-    }
     void keyPressEvent(QKeyEvent *event) override
     {
         QDoubleSpinBox::keyPressEvent(event);
         if (event->key() == Qt::Key_Enter || event->key() == Qt::Key_Return)
-            m_settled = value();
+            setProperty(EditorFocus::SettledValue, value());
     }
     void focusOutEvent(QFocusEvent *event) override
     {
         interpretText();
         std::optional<QSignalBlocker> blocker;
-        if (value() == m_settled)
+        if (value() == settledValue(this))
             blocker.emplace(this);
         QDoubleSpinBox::focusOutEvent(event);
     }
-
-private:
-    double m_settled = 0;
 };
 
 } // namespace
@@ -90,11 +93,23 @@ QWidget *ProfilerControls::row(const QList<QWidget *> &widgets, QWidget *parent)
     return row;
 }
 
+void ProfilerControls::show(QComboBox *list, int entry)
+{
+    const QSignalBlocker blocker(list);
+    list->setCurrentIndex(entry);
+}
+
+void ProfilerControls::show(QDoubleSpinBox *field, double value)
+{
+    if (isBeingTyped(field))
+        return;
+    const QSignalBlocker blocker(field);
+    field->setValue(value);
+    field->setProperty(EditorFocus::SettledValue, field->value());
+}
+
 void ProfilerControls::choose(QComboBox *list, int entry)
 {
-    {
-        const QSignalBlocker blocker(list);
-        list->setCurrentIndex(entry);
-    }
+    show(list, entry);
     Q_EMIT list->currentIndexChanged(entry);
 }

@@ -22,6 +22,10 @@ QPushButton *button(const char *text, QWidget *parent);
 /// Widgets side by side.
 QWidget *row(const QList<QWidget *> &widgets, QWidget *parent);
 
+/// Chooses an entry without telling so; none for -1.
+void show(QComboBox *list, int entry);
+/// Shows a number in a field of numberField() without telling so. A field that is being typed in stays as it is.
+void show(QDoubleSpinBox *field, double value);
 /// Chooses an entry and tells so once, even if it was chosen before.
 void choose(QComboBox *list, int entry);
 

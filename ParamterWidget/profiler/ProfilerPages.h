@@ -22,7 +22,7 @@ struct ProfilerPages
     void readDevice()
     {
         trigger.readModes();
-        trigger.readDataSource();
+        trigger.showDataSource();
         trigger.readBatchMode();
         contour.readLaserAdjustMode();
         corrections.read();
@@ -30,7 +30,23 @@ struct ProfilerPages
     void readSettings() const
     {
         image.readContourSpacing();
-        zRange.read();
+        zRange.show();
+    }
+    /// Shows what the device and the settings have become, without the modes of the trigger tab and the corrections.
+    /// Writes nothing.
+    void show() const
+    {
+        trigger.showDataSource();
+        trigger.showBatchMode();
+        contour.showLaserAdjustMode();
+        image.showSettings();
+        zRange.show();
+    }
+    /// The same with the modes, so the line trigger is left selected.
+    void showAfterUserSet() const
+    {
+        trigger.showModes();
+        show();
     }
     void retranslate() const
     {

@@ -6,7 +6,6 @@
 
 #include <QComboBox>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QThread>
 
 #include "ParamterWidget/Guarded.h"
@@ -52,8 +51,10 @@ constexpr NodeWrite EncoderScan[] = {
     NodeWrite::ofEntry("TriggerSelector", LineTrigger, Pause), NodeWrite::ofEntry("TriggerMode", On),
     NodeWrite::ofEntry("TriggerSource", EncoderSource, Pause), NodeWrite::ofEntry("AcquisitionLineRateEnable", Off)};
 
-constexpr int External = 0; ///< places in the lists of the two modes
-constexpr int ContinuousScanning = 0;
+constexpr int External = 0; ///< places in the list of frame trigger modes
+constexpr int Continuous = 1;
+constexpr int ByTime = 0; ///< places in the list of line scan modes
+constexpr int ByEncoder = 1;
 
 /// Lines per batch, by the place in the list of modes.
 constexpr int BatchLines[] = {100, 400, 800};
@@ -89,29 +90,37 @@ TriggerTab::TriggerTab(PanelContext &context, QWidget *controlsParent)
 
 void TriggerTab::followFrameTriggerMode() const
 {
-    const bool external = m_frameTriggerMode->currentIndex() == External;
-    if (external) {
+    if (m_frameTriggerMode->currentIndex() == External) {
         writeSequence(m_context, ExternalTrigger);
-        showFrameTriggerSource();
+        showFrameTriggerSource(usableFrameTriggerSource());
     } else {
         writeSequence(m_context, ContinuousTrigger);
     }
-    m_context.showRow(RowId::FrameTriggerSource, external);
-    m_context.showRow(RowId::FrameTriggerSoftware, external);
+    showFrameTriggerRows();
     writeSequence(m_context, SelectLineTrigger);
 }
 
 /// The internal timer is no source of an external trigger.
-void TriggerTab::showFrameTriggerSource() const
+QString TriggerTab::usableFrameTriggerSource() const
 {
-    QString source = readNode(m_context, Source, DefaultSource);
-    if (source == QLatin1String("Timer")) {
-        source = DefaultSource;
-        writeNode(m_context, Source, source);
-    }
-    const QSignalBlocker blocker(m_frameTriggerSource); // the device has it already
-    m_frameTriggerSource->setCurrentText(source);
+    const QString source = readNode(m_context, Source, DefaultSource);
+    if (source != QLatin1String("Timer"))
+        return source;
+    writeNode(m_context, Source, DefaultSource);
+    return DefaultSource;
+}
+
+void TriggerTab::showFrameTriggerSource(const QString &source) const
+{
+    ProfilerControls::show(m_frameTriggerSource, m_frameTriggerSource->findText(source));
     enableSoftwareTrigger(source);
+}
+
+void TriggerTab::showFrameTriggerRows() const
+{
+    const bool external = m_frameTriggerMode->currentIndex() == External;
+    m_context.showRow(RowId::FrameTriggerSource, external);
+    m_context.showRow(RowId::FrameTriggerSoftware, external);
 }
 
 void TriggerTab::followFrameTriggerSource() const
@@ -131,14 +140,20 @@ void TriggerTab::enableSoftwareTrigger(const QString &source) const
 
 void TriggerTab::followLineScanMode() const
 {
-    const bool continuous = m_lineScanMode->currentIndex() == ContinuousScanning;
-    m_context.showRow(RowId::AcquisitionLineRate, continuous);
-    for (RowId encoderRow : {RowId::EncoderDivider, RowId::EncoderOutputMode, RowId::EncoderMode})
-        m_context.showRow(encoderRow, !continuous);
+    const bool continuous = showLineScanRows();
     writeSequence(m_context, continuous ? Table<NodeWrite>(ContinuousScan) : Table<NodeWrite>(EncoderScan));
     ToolPageWidgetItem *const lineRate = m_context.placed(RowId::AcquisitionLineRate).row;
     if (continuous && lineRate)
         lineRate->updateWidget(false);
+}
+
+bool TriggerTab::showLineScanRows() const
+{
+    const bool continuous = m_lineScanMode->currentIndex() == ByTime;
+    m_context.showRow(RowId::AcquisitionLineRate, continuous);
+    for (RowId encoderRow : {RowId::EncoderDivider, RowId::EncoderOutputMode, RowId::EncoderMode})
+        m_context.showRow(encoderRow, !continuous);
+    return continuous;
 }
 
 void TriggerTab::followBatchMode() const
@@ -163,27 +178,49 @@ void TriggerTab::trigger() const
 
 void TriggerTab::readModes()
 {
-    const auto isOff = [this](const char *unread) {
-        return readNode(m_context, "TriggerMode", QString::fromLatin1(unread)) == QLatin1String("Off");
-    };
     writeSequence(m_context, SelectFrameTrigger);
-    ProfilerControls::choose(m_frameTriggerMode, isOff("0") ? 1 : 0);
+    ProfilerControls::choose(m_frameTriggerMode, isTriggerOff() ? Continuous : External);
     writeSequence(m_context, SelectLineTriggerToRead);
-    ProfilerControls::choose(m_lineScanMode, isOff("") ? 0 : 1);
+    ProfilerControls::choose(m_lineScanMode, isTriggerOff() ? ByTime : ByEncoder);
 }
 
-void TriggerTab::readDataSource()
+void TriggerTab::showModes() const
 {
-    const QSignalBlocker blocker(m_dataSource);
-    m_dataSource->setCurrentIndex(readNode(m_context, "DepthDataType", DepthOnly) == DepthOnly ? 0 : 1);
+    writeSequence(m_context, SelectFrameTrigger);
+    ProfilerControls::show(m_frameTriggerMode, isTriggerOff() ? Continuous : External);
+    showFrameTriggerSource(readNode(m_context, Source, DefaultSource));
+    showFrameTriggerRows();
+    writeSequence(m_context, SelectLineTriggerToRead);
+    ProfilerControls::show(m_lineScanMode, isTriggerOff() ? ByTime : ByEncoder);
+    showLineScanRows();
+}
+
+/// Of the trigger that is selected; one that cannot be read counts as on.
+bool TriggerTab::isTriggerOff() const
+{
+    return readNode(m_context, "TriggerMode") == QLatin1String("Off");
+}
+
+void TriggerTab::showDataSource() const
+{
+    ProfilerControls::show(m_dataSource, readNode(m_context, "DepthDataType", DepthOnly) == DepthOnly ? 0 : 1);
 }
 
 void TriggerTab::readBatchMode()
 {
-    bool isNumber = false;
-    const int lines = readNode(m_context, "BatchNumber", QStringLiteral("100")).toInt(&isNumber);
-    if (!isNumber || lines <= 0)
-        return;
+    m_batchMode->setCurrentIndex(batchModeOfDevice());
+}
+
+void TriggerTab::showBatchMode() const
+{
+    ProfilerControls::show(m_batchMode, batchModeOfDevice());
+}
+
+int TriggerTab::batchModeOfDevice() const
+{
+    const auto lines = HostValues::readNumber(m_context, "BatchNumber", QStringLiteral("100"));
+    if (!lines || *lines < 1)
+        return m_batchMode->currentIndex();
     const int *const end = std::prev(std::end(BatchLines));
-    m_batchMode->setCurrentIndex(int(std::lower_bound(std::begin(BatchLines), end, lines) - std::begin(BatchLines)));
+    return int(std::lower_bound(std::begin(BatchLines), end, *lines) - std::begin(BatchLines));
 }

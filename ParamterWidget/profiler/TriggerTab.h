@@ -34,12 +34,23 @@ public:
 
     /// Sets the controls from the device. The two modes are followed as if the user had chosen them.
     void readModes();
-    void readDataSource();
     /// A number of the device between the classes moves to the class above it, on the device too.
     void readBatchMode();
+    /// Show what the device has and the rows that belong to it, writing nothing. The modes, with the frame trigger's
+    /// source, need both triggers selected.
+    void showModes() const;
+    void showDataSource() const;
+    void showBatchMode() const;
 
 private:
-    void showFrameTriggerSource() const;
+    bool isTriggerOff() const;
+    int batchModeOfDevice() const;
+    QString usableFrameTriggerSource() const;
+    /// An entry that is not offered shows as none.
+    void showFrameTriggerSource(const QString &source) const;
+    void showFrameTriggerRows() const;
+    /// Whether lines are scanned by time.
+    bool showLineScanRows() const;
     void enableSoftwareTrigger(const QString &source) const;
 
     const PanelContext &m_context;

@@ -14,9 +14,7 @@
 
 namespace {
 
-using HostValues::number;
-using HostValues::readNode;
-using HostValues::readSetting;
+using HostValues::readNumber;
 
 constexpr double Highest = 9.0; // mm
 constexpr double Lowest = -9.0;
@@ -24,13 +22,6 @@ constexpr double Step = 0.01;
 constexpr int Decimals = 2;
 constexpr int ButtonHeight = 30;
 constexpr int ProfileMode = 1; ///< image mode of the host
-
-/// Leaves the field as it is for a setting that is no number.
-void show(const PanelContext &context, HostCore::CAM_INFO item, double ifEmpty, QDoubleSpinBox *field)
-{
-    if (const auto stored = number(readSetting(context, item), ifEmpty))
-        field->setValue(*stored);
-}
 
 } // namespace
 
@@ -40,20 +31,24 @@ ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
       m_minimum(ProfilerControls::numberField(controlsParent, Decimals))
 {
     m_auto->setFixedHeight(ButtonHeight);
-    const double upper = number(readNode(context, "ZUpSizeInfo"), Highest).value_or(Highest);
-    const double lower = number(readNode(context, "ZDownSizeInfo"), Lowest).value_or(Lowest);
+    const double upper = readNumber(context, "ZUpSizeInfo").value_or(Highest);
+    const double lower = readNumber(context, "ZDownSizeInfo").value_or(Lowest);
     for (QDoubleSpinBox *bound : {m_maximum, m_minimum})
         ProfilerControls::setRange(bound, lower, upper, Step);
-    read();
+    m_maximum->setValue(Highest);
+    m_minimum->setValue(Lowest);
+    show();
     context.controls[RowId::ZRange] = ProfilerControls::row({m_auto}, controlsParent);
     context.controls[RowId::ZMaximum] = m_maximum;
     context.controls[RowId::ZMinimum] = m_minimum;
 }
 
-void ZRange::read() const
+void ZRange::show() const
 {
-    show(m_context, HostCore::CAM_INFO_Z_MAXIMUM, Highest, m_maximum);
-    show(m_context, HostCore::CAM_INFO_Z_MINIMUM, Lowest, m_minimum);
+    if (const auto maximum = readNumber(m_context, HostCore::CAM_INFO_Z_MAXIMUM, QString::number(Highest)))
+        ProfilerControls::show(m_maximum, *maximum);
+    if (const auto minimum = readNumber(m_context, HostCore::CAM_INFO_Z_MINIMUM, QString::number(Lowest)))
+        ProfilerControls::show(m_minimum, *minimum);
 }
 
 void ZRange::determine() const
@@ -73,7 +68,7 @@ void ZRange::follow(const QObject *bound) const
             continue;
         if (!inverted)
             HostValues::writeSetting(m_context, item, HostValues::text(field->value()));
-        else if (const auto stored = number(readSetting(m_context, item)))
+        else if (const auto stored = readNumber(m_context, item))
             field->setValue(*stored);
     }
 }

@@ -24,7 +24,8 @@ public:
     void determine() const;
     /// Stores an edited bound, or restores it if the range would be inverted. Other objects are ignored.
     void follow(const QObject *bound) const;
-    void read() const;
+    /// Shows the host's settings. A bound that is no number, or that is being typed, stays as it is.
+    void show() const;
     /// Sets the texts in the application's language.
     void retranslate() const;
 

@@ -13,13 +13,7 @@ void ProfilerFixture::open(const QStringList &known, const CuratedFeatures &chan
     CuratedFeatures features = profilerFeatures();
     features.insert(features.end(), changes.begin(), changes.end());
     m_panel = std::make_unique<CuratedPanel>(features, PageSet::Profiler, [&](CuratedPanel &panel) {
-        for (const QString &pair : known) {
-            const QString name = pair.section(QLatin1Char('='), 0, 0);
-            const std::string text = pair.section(QLatin1Char('='), 1).toStdString();
-            m_selected[name] = text;
-            panel.host.setNodeValue("cam", name.toStdString(), text);
-            panel.host.setCameraInfo("cam", name.toInt(), text);
-        }
+        know(known);
         panel.host.setCallHook([&](const QString &call) {
             log(call);
             if (call.endsWith(QLatin1String("TriggerMode)")))
@@ -35,9 +29,21 @@ void ProfilerFixture::open(const QStringList &known, const CuratedFeatures &chan
     });
 }
 
+void ProfilerFixture::know(const QStringList &known)
+{
+    FakeHostCore &host = FakeHostCore::instance();
+    for (const QString &pair : known) {
+        const QString name = pair.section(QLatin1Char('='), 0, 0);
+        const std::string text = pair.section(QLatin1Char('='), 1).toStdString();
+        m_selected[name] = text;
+        host.setNodeValue("cam", name.toStdString(), text);
+        host.setCameraInfo("cam", name.toInt(), text);
+    }
+}
+
 void ProfilerFixture::log(const QString &call)
 {
-    if (call.startsWith(QLatin1String("GetAttrNodeMap")))
+    if (call.startsWith(QLatin1String("GetAttrNodeMap")) || call.startsWith(QLatin1String("VLogInfo")))
         return;
     QString line = call;
     for (const auto &[name, word] : {std::pair("SetCameraNodeValue", "Set"), std::pair("GetCameraNodeValue", "Get"),
@@ -75,4 +81,14 @@ QString ProfilerFixture::shown(const char *row) const
     if (const auto *button = editor<SwitchButton>(row))
         return button->isOn() ? QStringLiteral("on") : QStringLiteral("off");
     return QString::number(value(row));
+}
+
+QStringList ProfilerFixture::asShown(const QStringList &controls) const
+{
+    QStringList shownNow;
+    for (const QString &control : controls) {
+        const QString label = control.section(QLatin1Char('='), 0, 0);
+        shownNow << label + QLatin1Char('=') + shown(label.toLatin1().constData());
+    }
+    return shownNow;
 }

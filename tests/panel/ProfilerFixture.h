@@ -11,14 +11,16 @@
 
 /// Tests of a laser profiler's panel, with one log of what it does to the device and to the host.
 ///
-/// Log lines: calls to the host without the device ("Set" and "Get" by feature name, "Store" and "Recall" of its
-/// settings) and, as "feature=value", writes to the registers of the node map, all in one order.
+/// Log lines: calls to the host, but for its log, without the device ("Set" and "Get" by feature name, "Store" and
+/// "Recall" of its settings) and, as "feature=value", writes to the registers of the node map, all in one order.
 class ProfilerFixture : public QObject
 {
 protected:
     /// `known`: what the host answers, as "feature=text", "setting=text", "TriggerMode@entry=text" for a selected
     /// trigger, "ImageMask@entry=text" for a selected mask; ZCoorScale is 1.25.
     void open(const QStringList &known = {}, const CuratedFeatures &changes = {});
+    /// Changes what the host answers from now on.
+    void know(const QStringList &known);
     void choose(const char *row, int entry) { editor<QComboBox>(row)->setCurrentIndex(entry); }
     void click(const char *row) { editor<QPushButton>(row)->click(); }
     /// Gives the focus to the field of a row in a shown page; the log starts anew.
@@ -37,6 +39,8 @@ protected:
     double value(const char *row) const { return editor<QDoubleSpinBox>(row)->value(); }
     /// The entry, number or "on" that a row shows.
     QString shown(const char *row) const;
+    /// "row=shown" for each "row=expected".
+    QStringList asShown(const QStringList &controls) const;
     QString taken() const { return m_log.join(QLatin1Char(' ')); }
 
     void log(const QString &call);

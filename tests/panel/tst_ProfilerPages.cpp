@@ -36,6 +36,8 @@ private Q_SLOTS:
     void rowsFollowTheModes();
     void languages();
     void userSets();
+    void controlsFollowTheDevice();
+    void fieldsInUse();
     void releasedPanel();
     void deletedPanel();
 };
@@ -76,7 +78,7 @@ void tst_ProfilerPages::start_data()
     row("51=0|52=0.25|53=1|55=4.5|56=-3.25", " Store(52,0.002000)", "",
         "Sampling Rate=Auto|ContourSpacer=0.25|IntensityEnable=on|ZUpSizeInfo=4.5|ZDownSizeInfo=-3.25");
     row("51=3|52=wide|53=yes|54=x|55=high|56=inf", " Store(52,0.002000)", "",
-        "Sampling Rate=1|ContourSpacer=0|IntensityEnable=off|ZUpSizeInfo=0|ZDownSizeInfo=0");
+        "Sampling Rate=1|ContourSpacer=0|IntensityEnable=off|ZUpSizeInfo=9|ZDownSizeInfo=-9");
     row("ZUpSizeInfo=-4|ZDownSizeInfo=4", "", "", "ZUpSizeInfo=4|ZDownSizeInfo=-4");
     row("ZUpSizeInfo=x|ZDownSizeInfo=", "", "", "ZUpSizeInfo=9|ZDownSizeInfo=-9");
     row("Height=1024|HeightMax=1024", "", "", "GrabRangeCompression=off");
@@ -102,10 +104,8 @@ void tst_ProfilerPages::start()
     if (!replaced.isEmpty())
         expected.replace(replaced, with);
     QCOMPARE(m_log.mid(m_log.indexOf(QStringLiteral("TriggerSelector=1"))).join(QLatin1Char(' ')), expected);
-    for (const QString &control : words(shows.toLatin1().constData(), '|')) {
-        const QString label = control.section(QLatin1Char('='), 0, 0);
-        QCOMPARE(label + QLatin1Char('=') + shown(label.toLatin1().constData()), control);
-    }
+    const QStringList controls = words(shows.toLatin1().constData(), '|');
+    QCOMPARE(asShown(controls), controls);
 
     m_panel->host.setWriteResult("cam", "ImageMaskerSelector", -1);
     m_log.clear();
@@ -123,11 +123,13 @@ void tst_ProfilerPages::unusableTextsChangeNothing()
         for (int item : {HostCore::CAM_INFO_CONTOUR_SPACING, HostCore::CAM_INFO_Z_MAXIMUM})
             m_panel->host.setCameraInfo("cam", item, text);
         m_panel->panel->init3DParameters();
+        m_panel->panel->updateWidget(true);
         QCOMPARE(shown("BatchTransmitMode"), QStringLiteral("Full"));
         QCOMPARE(value("TiltCorrection"), 30.0);
         QCOMPARE(value("ContourSpacer"), 0.25);
         QCOMPARE(value("ZUpSizeInfo"), 4.5);
     }
+    QCOMPARE(m_panel->host.callsTo(QStringLiteral("VLogInfo")).size(), 10); // one for each text that is no number
 }
 
 void tst_ProfilerPages::completeProfiler()
@@ -163,6 +165,11 @@ void tst_ProfilerPages::missingFeatures()
     m_log.clear();
     click("GrabRangeCompression");
     QCOMPARE(taken(), QStringLiteral("RomoveROI(0) Set(OffsetY,0)"));
+
+    open({}, {{"Enumeration", "TriggerSelector", "<EnumEntry Name=\"Line\"><Value>2</Value></EnumEntry>"}});
+    m_log.clear();
+    choose("FrameTriggerMode", 1); // a step that fails does not keep the others from being made
+    QCOMPARE(taken(), QStringLiteral("TriggerMode=0 TriggerSelector=2"));
 
     m_panel.reset();
     const CuratedPanel closed({}, PageSet::Profiler, [](CuratedPanel &panel) {
@@ -233,9 +240,7 @@ void tst_ProfilerPages::userSets()
     for (const char *feature : {"AcquisitionLineCount", "ReverseX", "Threshold", "LaserSwitch"})
         m_panel->camera.port.poke(m_panel->camera.address(feature), 1);
     m_panel->camera.map->InvalidateNodes();
-    m_log.clear();
     click("UserSetLoad");
-    QCOMPARE(taken(), QStringLiteral("Set(UserSetLoad,)"));
     QCOMPARE(editor<QSpinBox>("AcquisitionLineCount")->value(), 1);
     QCOMPARE(shown("ReverseX"), QStringLiteral("on"));
     QCOMPARE(editor<QSpinBox>("Threshold")->value(), 1);
@@ -245,6 +250,57 @@ void tst_ProfilerPages::userSets()
     QVERIFY(!editor<QPushButton>("UserSetLoad")->isEnabled());
     m_panel->panel->stopAcquireOperation();
     QVERIFY(editor<QPushButton>("UserSetLoad")->isEnabled());
+}
+
+/// What an import, an acquisition or a user set has changed is shown and not written back.
+void tst_ProfilerPages::controlsFollowTheDevice()
+{
+    open(words("TriggerMode@1=Off TriggerMode@2=On"));
+    know(words("TriggerMode@1=On TriggerMode@2=Off TriggerSource=Software DepthDataType=Uint32_t BatchNumber=250"
+               " LaserAdjustMode=Manual 51=8 52=0.5 53=1 55=5.5 56=-4"));
+    const QString reread = QStringLiteral("Get(DepthDataType) Get(BatchNumber) Get(LaserAdjustMode)"
+                                          " Recall(53) Recall(52) Recall(51) Recall(55) Recall(56)");
+    const QStringList shown = words("AcqDataSource=3D + 2D|BatchTransmitMode=Fast|LaserAdjustMode=Manual"
+                                    "|Sampling Rate=8|ContourSpacer=0.5|IntensityEnable=on|ZUpSizeInfo=5.5"
+                                    "|ZDownSizeInfo=-4",
+                                    '|');
+    m_log.clear();
+    m_panel->panel->updateWidget(true);
+    QCOMPARE(taken(), reread);
+    QCOMPARE(asShown(shown), shown);
+    QVERIFY(!m_panel->row("Lasersetting")->isHidden() && m_panel->row("LowerBound")->isHidden());
+    QCOMPARE(this->shown("FrameTriggerMode"), QStringLiteral("ContinuousTrigger"));
+
+    m_log.clear();
+    know(words("55=6"));
+    click("UserSetLoad");
+    QCOMPARE(taken(),
+             QStringLiteral("Set(UserSetLoad,) TriggerSelector=1 Get(TriggerMode) Get(TriggerSource)"
+                            " TriggerSelector=2 Get(TriggerMode) ")
+                 + reread);
+    const QStringList modes =
+        words("FrameTriggerMode=ExternalTrigger TriggerSource=Software TriggerMode=Continuous ZUpSizeInfo=6");
+    QCOMPARE(asShown(modes), modes);
+    QVERIFY(editor<QPushButton>("TriggerSoftware")->isEnabled());
+    QVERIFY(!m_panel->row("TriggerSource")->isHidden() && m_panel->row("EncoderMode")->isHidden());
+}
+
+void tst_ProfilerPages::fieldsInUse()
+{
+    open();
+    type("ZUpSizeInfo", "5");
+    know(words("55=7"));
+    m_panel->panel->updateWidget(true);
+    QCOMPARE(value("ZUpSizeInfo"), 5.0);
+    press("ZUpSizeInfo", Qt::Key_Escape);
+    QCOMPARE(value("ZUpSizeInfo"), 9.0);
+    m_panel->panel->updateWidget(true);
+    QCOMPARE(value("ZUpSizeInfo"), 7.0);
+    m_log.clear();
+    press("ZUpSizeInfo", Qt::Key_Escape); // there is nothing to give back
+    press("ZUpSizeInfo", Qt::Key_Tab);
+    QCOMPARE(value("ZUpSizeInfo"), 7.0);
+    QCOMPARE(taken(), QString());
 }
 
 /// The device goes while a tilt is being typed.
