@@ -12,14 +12,15 @@ constexpr RowSpec TriggerSettingRows[] = {
       "start image collection.When the frame number of image collection is equal to the set frame number, the sensor "
       "stops the current collectiontaskand waits for the next external input trigger signal to activate the collection "
       "again.",
-      "内部触发：相机内部时钟按帧触发周期和帧触发延时给出脉冲信号进行触发。\n外部触发：等待外部触发信号后开始采集图像。"
-      "采集的帧数达到设定帧数后，传感器停止本次采集，等待下一个外部触发信号再次启动采集。"},
+      "ContinuousTrigger（连续触发）：由相机内部时钟触发，按帧触发周期和帧触发延时给出脉冲信号。\n"
+      "ExternalTrigger（外部触发）：等待外部触发信号，收到后开始采集图像。采集的帧数达到设定帧数后，"
+      "传感器停止本次采集，等待下一个外部触发信号再次启动采集。"},
      RowId::FrameTriggerMode},
     {Lookup::Custom,
      "",
      {"TriggerSource", "触发源"},
      {"Select Line1, Line2, Software input source for frame trigger.",
-      "选择帧触发的输入源：Line1、Line2或软触发(Software)。"},
+      "选择帧触发的输入源：Line1、Line2或Software（软触发）。"},
      RowId::FrameTriggerSource},
     {Lookup::Custom,
      "",
@@ -35,14 +36,15 @@ constexpr RowSpec LineScanModeRows[] = {
      {"Continuous: Automatically activates and triggers according to the time, and continuously performs "
       "sampling.\nEncoder: The pulse signal through the encoder input terminal is used as the trigger signal, and the "
       "trigger is activated at any time to perform sampling.",
-      "时间间隔：按时间自动触发，连续采样。\n编码器：以编码器输入端的脉冲信号作为触发信号，收到脉冲即触发采样。"},
+      "Continuous（时间间隔）：按时间自动触发，连续采样。\n"
+      "Encoder（编码器）：以编码器输入端的脉冲信号作为触发信号，收到脉冲即触发采样。"},
      RowId::LineScanMode},
     {Lookup::Direct,
      "AcquisitionLineRate",
      {"AcquisitionLineRate", "扫描速度(Hz)"},
      {"Setting the trigger mode to time interval activates the row trigger frequency based on the frequency set by the "
       "scan speed.",
-      "行扫描模式为时间间隔时，按扫描速度设定的频率触发每一行。"},
+      "行扫描模式为Continuous（时间间隔）时，按扫描速度设定的频率触发每一行。"},
      RowId::AcquisitionLineRate,
      RowSpec::AlwaysShown},
     {Lookup::Direct,
@@ -59,13 +61,16 @@ constexpr RowSpec LineScanModeRows[] = {
      "EncoderOutputMode",
      {"EncoderOutputMode", "编码器模式"},
      {"Triggered by connecting the encoder to match the motion mechanism, encoder trigger supports five modes.",
-      "连接编码器，与运动机构配合触发。编码器触发支持五种模式。"},
+      "连接编码器，与运动机构配合触发。编码器触发支持五种模式：PositionUp（跟踪前移）、PositionDown（跟踪后移）、"
+      "DirectionUp（忽略前移）、DirectionDown（忽略后移）和Motion（双向）。"},
      RowId::EncoderOutputMode,
      RowSpec::AlwaysShown},
     {Lookup::Direct,
      "EncoderMode",
      {"EncoderMode", "编码器输入模式"},
-     {"", "根据所用编码器选择：2相4递增、2相2递增或2相1递增。"},
+     {"",
+      "根据所用编码器选择：OneCycleFourPulse（2相4递增）、OneCycleTwoPulse（2相2递增）或"
+      "OneCycleOnePulse（2相1递增）。"},
      RowId::EncoderMode,
      RowSpec::AlwaysShown},
 };
@@ -161,7 +166,7 @@ constexpr RowSpec ImageProcessingRows[] = {
      {"HDR", "HDR功能"},
      {"According to the object, select the sensitivity characteristics of the shooting element from the high precision "
       "and high dynamic range.",
-      "根据被测物，从高精度和高动态范围中选择受光元件的感光特性。"}},
+      "根据被测物，选择受光元件的感光特性：LinearSensing（高精度）或HDRLevel1至HDRLevel3（高动态范围）。"}},
     {Lookup::Direct,
      "ExposureTime",
      {"ExposureTime", "曝光时间(us)"},
@@ -172,7 +177,7 @@ constexpr RowSpec ImageProcessingRows[] = {
      {"LaserAdjustMode", "自动光亮控制"},
      {"Set the brightness value or adjustment range, which is determined by the combination of laser light amount and "
       "exposure time, and choose Auto or Manual.",
-      "设定亮度值或调节范围，亮度由激光光量和曝光时间共同决定，可选自动或手动。"},
+      "设定亮度值或调节范围，亮度由激光光量和曝光时间共同决定。可选Auto（自动）或Manual（手动）。"},
      RowId::LaserAdjustMode},
     {Lookup::Direct,
      "LowerBound",
@@ -215,8 +220,8 @@ constexpr RowSpec ContourProcessingRows[] = {
      {"It means that when there are multiple peaks on the same X coordinate, a certain peak is selected.\nMaximum: "
       "Maximum peak.\nNear : The peak value of the nearest end(near the sensing head).\nFar : The peak value of the "
       "farthest end(far the sensing head).",
-      "同一X坐标上有多个峰值时，选择其中一个。\n标准：最大的峰值。\n近端：离传感头最近的峰值。\n远端：离传感头最远的峰"
-      "值。"}},
+      "同一X坐标上有多个峰值时，选择其中一个。\nMaximum（标准）：最大的峰值。\nNear（近端）：离传感头最近的峰值。\n"
+      "Far（远端）：离传感头最远的峰值。"}},
     {Lookup::Direct, "ContinuousMode", {"ContinuousMode", "连续模式"}, {"", ""}},
 };
 
@@ -307,7 +312,8 @@ constexpr RowSpec OtherSettingRows[] = {
      {"LaserControlMode", "自动激光控制"},
      {"AlwaysOn: When the camera is connected, the laser is enabled and steady on; \nAcqTrigger: The laser is enabled "
       "only during the collection process and turned off after the collection is complete.",
-      "常亮：相机连接后激光开启并保持常亮；\n仅采集：仅在采集过程中开启激光，采集完成后关闭。"}},
+      "AlwaysOn（常亮）：相机连接后激光开启并保持常亮；\n"
+      "AcqTrigger（仅采集）：仅在采集过程中开启激光，采集完成后关闭。"}},
 };
 
 constexpr GroupSpec OthersGroups[] = {
