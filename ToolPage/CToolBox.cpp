@@ -37,8 +37,8 @@ CToolBox::CToolBox(QWidget *parent) : QWidget(parent)
 void CToolBox::addWidget(const QString &englishTitle, const QString &chineseTitle, QWidget *content)
 {
     auto *page = new CToolPage(this);
+    m_pageLayout->addWidget(page); // before it is filled: what moves with a widget is styled anew
     page->addWidget(englishTitle, chineseTitle, content);
-    m_pageLayout->addWidget(page);
     m_pages.append(page);
 }
 

@@ -25,29 +25,29 @@ QVector<ToolPageWidgetItem *> PageBuilder::build(const TabSpec &tab, CToolBox *t
 {
     QVector<ToolPageWidgetItem *> rows;
     for (const GroupSpec &group : tab.groups) {
-        ToolPageWidget *const page = buildGroup(group, rows);
+        auto *const page = new ToolPageWidget(m_panel);
         toolBox->addWidget(QString::fromUtf8(group.title.english), QString::fromUtf8(group.title.chinese), page);
+        buildRows(group, page, rows);
     }
     m_context.rows += rows;
     return rows;
 }
 
-ToolPageWidget *PageBuilder::buildGroup(const GroupSpec &group, QVector<ToolPageWidgetItem *> &rows)
+/// Pages and rows are placed before they are filled: all that moves with a widget is styled anew, which is slow.
+void PageBuilder::buildRows(const GroupSpec &group, ToolPageWidget *page, QVector<ToolPageWidgetItem *> &rows)
 {
-    auto *const page = new ToolPageWidget(m_panel);
     for (const RowSpec &spec : group.rows) {
-        ToolPageWidgetItem *const row = buildRow(spec);
+        auto *const row = new ToolPageWidgetItem(m_panel);
         page->addWidget(row);
+        fillRow(spec, row);
         rows.append(row);
         if (spec.id != RowId::None)
             m_context.placedRows[spec.id] = {row, page};
     }
-    return page;
 }
 
-ToolPageWidgetItem *PageBuilder::buildRow(const RowSpec &spec)
+void PageBuilder::fillRow(const RowSpec &spec, ToolPageWidgetItem *row)
 {
-    auto *const row = new ToolPageWidgetItem(m_panel);
     row->setObjectName(QString::fromUtf8(spec.label.english));
     row->deviceName = m_context.deviceName;
     if (spec.lookup == Lookup::Custom || spec.lookup == Lookup::Nothing)
@@ -56,7 +56,6 @@ ToolPageWidgetItem *PageBuilder::buildRow(const RowSpec &spec)
         row->setItemInfo(texts(spec.label), texts(spec.description), find(spec), spec.flag != RowSpec::AlwaysShown);
     if (spec.flag == RowSpec::Live)
         m_context.liveRows.append(row);
-    return row;
 }
 
 QWidget *PageBuilder::control(const RowSpec &spec) const

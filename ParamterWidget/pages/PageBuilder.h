@@ -27,8 +27,8 @@ public:
     QVector<ToolPageWidgetItem *> build(const TabSpec &tab, CToolBox *toolBox);
 
 private:
-    ToolPageWidget *buildGroup(const GroupSpec &group, QVector<ToolPageWidgetItem *> &rows);
-    ToolPageWidgetItem *buildRow(const RowSpec &spec);
+    void buildRows(const GroupSpec &group, ToolPageWidget *page, QVector<ToolPageWidgetItem *> &rows);
+    void fillRow(const RowSpec &spec, ToolPageWidgetItem *row);
     QWidget *control(const RowSpec &spec) const;
     GenApi::INode *find(const RowSpec &spec) const;
 
