@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QPushButton>
@@ -28,7 +29,7 @@ constexpr int lastTab = 2;
 class CuratedPages
 {
 public:
-    CuratedPages()
+    explicit CuratedPages(PageSet pageSet = PageSet::AreaScan, const CuratedFeatures &features = {}) : camera(features)
     {
         host.reset();
         host.setNodeMap(HostCore::FOCUS_CAMERA, deviceKey, camera.map);
@@ -37,6 +38,7 @@ public:
             host.setNodeValue(deviceKey, feature, text);
         camera.port.resetCounters();
         panel.setAreaScan(true);
+        panel.setPageSet(pageSet);
     }
     ~CuratedPages() { panel.setParamterViewDisable(); }
 
@@ -78,6 +80,25 @@ public:
     CuratedCamera camera;
     ParamterWidget panel;
 };
+
+/// A choice in a list of the laser profiler's pages.
+struct ModeSwitch
+{
+    const char *row;
+    int before;
+    int entry;
+    int pauses; ///< for the device to follow, ms
+    int tab;
+};
+
+constexpr ModeSwitch modeSwitches[] = {
+    {"FrameTriggerMode", 1, 0, 20, 0}, {"FrameTriggerMode", 0, 1, 10, 0}, {"TriggerSource", 0, 1, 20, 0},
+    {"TriggerMode", 1, 0, 20, 0},      {"TriggerMode", 0, 1, 20, 0},      {"AcqDataSource", 0, 1, 0, 0},
+    {"BatchTransmitMode", 0, 2, 0, 0}, {"LaserAdjustMode", 1, 0, 0, 2},   {"LaserAdjustMode", 0, 1, 0, 2},
+};
+
+/// Of opening the profiler's pages for a device with external frame triggers and an encoder, ms.
+constexpr int openingPauses = 60;
 
 /// The time of an action and of the repaint that follows.
 template <class Action>
@@ -158,6 +179,30 @@ void addDrawing(BenchReport &report)
     report.add("port accesses of these moves", double(pages.camera.port.accesses.size()), "accesses", 0);
 }
 
+void addProfiler(BenchReport &report)
+{
+    const double opening = fastestOf(repeats, [] {
+        CuratedPages pages(PageSet::Profiler, profilerFeatures());
+        return milliseconds([&] { pages.panel.initUI(QString::fromLatin1(deviceKey)); });
+    });
+    report.add("opening a laser profiler's panel, beyond its pauses of " + std::to_string(openingPauses) + " ms",
+               opening - openingPauses, "ms", 80);
+    for (const ModeSwitch &mode : modeSwitches) {
+        CuratedPages pages(PageSet::Profiler, profilerFeatures());
+        pages.show(mode.tab);
+        auto *const list = pages.editor<QComboBox>(mode.row);
+        const double time = fastestOf(repeats, [&] {
+            list->setCurrentIndex(mode.before);
+            QCoreApplication::processEvents();
+            return shownTime([&] { list->setCurrentIndex(mode.entry); });
+        });
+        const std::string entry = list->itemText(mode.entry).toStdString();
+        report.add("choosing " + entry + " for " + mode.row + ", with the repaint, beyond its pauses of "
+                       + std::to_string(mode.pauses) + " ms",
+                   time - mode.pauses, "ms", 5);
+    }
+}
+
 } // namespace
 
 void addPageRows(BenchReport &report)
@@ -166,4 +211,5 @@ void addPageRows(BenchReport &report)
     addWriting(report);
     addLiveRefresh(report);
     addDrawing(report);
+    addProfiler(report);
 }
