@@ -53,6 +53,7 @@ private Q_SLOTS:
     void correctionsThatFailAreLogged();
     void pictureFollowsTheSettings();
     void viewerPutsRegionsBesideHeights();
+    void panelShowsTheFoundRange();
 
 private:
     void set(const char *node, const char *value) { QCOMPARE(HostCore::SetCameraNodeValue(key, node, value), 0); }
@@ -338,6 +339,23 @@ void tst_ProfilerHost::viewerPutsRegionsBesideHeights()
     QCOMPARE(window.image().regions().selected(), 0);
     HostCore::RomoveROI(key, 1);
     QCOMPARE(view.frame().format(), QImage::Format_RGB32);
+}
+
+void tst_ProfilerHost::panelShowsTheFoundRange()
+{
+    ViewerWindow window(*host);
+    window.openWhenKnown(profiler);
+    const auto shown = [&] {
+        const auto *const row = window.findChild<QWidget *>(QStringLiteral("ZUpSizeInfo"));
+        const auto *const field = row ? row->findChild<QDoubleSpinBox *>() : nullptr;
+        return field ? field->value() : 0.0;
+    };
+    set("AcquisitionMode", "Continuous");
+    QVERIFY(host->startAcquisition(profiler)); // the panel hears of it, and of the device
+    QTRY_COMPARE(shown(), 9.0);
+    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+    QTRY_VERIFY(shown() != 9.0);
+    QVERIFY(std::abs(shown() - std::stod(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM))) <= 0.005001);
 }
 
 QTEST_MAIN(tst_ProfilerHost)
