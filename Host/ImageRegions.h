@@ -56,5 +56,5 @@ private:
     bool put(ImageRegion &region, const QRect &area);
 
     QList<ImageRegion> m_regions;
-    int m_lastHandle = 0;
+    int m_lastHandle = 99; ///< small numbers are those that panels give to regions themselves
 };
