@@ -190,6 +190,7 @@ void addProfiler(BenchReport &report)
     for (const ModeSwitch &mode : modeSwitches) {
         CuratedPages pages(PageSet::Profiler, profilerFeatures());
         pages.show(mode.tab);
+        pages.panel.resize(500, 1400); // every row is in view
         auto *const list = pages.editor<QComboBox>(mode.row);
         const double time = fastestOf(repeats, [&] {
             list->setCurrentIndex(mode.before);
