@@ -64,6 +64,8 @@ public:
     /// Closed devices that are no longer found are forgotten; added devices stay.
     void refreshDevices();
     bool isRefreshing() const;
+    /// Panels have still to follow what became of devices; until then one may stand in for another.
+    bool isAnnouncing() const { return !announcer->isIdle(); }
 
     /// Opens a device and announces it to the panel, which follows soon. False on failure, which is logged; a device
     /// that is still being closed cannot be opened.

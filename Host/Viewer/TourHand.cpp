@@ -181,6 +181,7 @@ bool choose(QComboBox *box, const QString &entry)
 
 QImage screenshot(QWidget *window)
 {
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); // of texts that have just changed
     QPixmap picture = window->grab();
     QPainter painter(&picture);
     const QWidgetList others = QApplication::topLevelWidgets();

@@ -2,7 +2,6 @@
 #include "Host/Viewer/TourPageSteps.h"
 
 #include <QComboBox>
-#include <QDockWidget>
 #include <QDoubleSpinBox>
 #include <QPushButton>
 #include <QSpinBox>
@@ -26,28 +25,9 @@ const QString exposureAuto = QStringLiteral("Exposure Auto");
 const QString drawRegion = QStringLiteral("DrawRoi");
 const QString triggerSwitch = QStringLiteral("Software Trigger Auto Enable");
 
-QString say(const char *text)
-{
-    return QString::fromLatin1(text);
-}
-
 bool opens(TourStage &stage, int page)
 {
     return stage.expect(stage.openPage(page), say("the page does not open"));
-}
-
-/// The device's value becomes the expected one.
-bool becomes(TourStage &stage, const char *feature, const char *expected)
-{
-    const bool same = TourHand::waitUntil([&] { return stage.value(say(feature)).toDouble() == atof(expected); }, 1000);
-    return stage.expect(same, QStringLiteral("%1 is %2").arg(say(feature), stage.value(say(feature))));
-}
-
-bool acquires(TourStage &stage)
-{
-    stage.order(Command::StartAcquisition);
-    return stage.expect(TourHand::waitUntil([&] { return stage.window().image().framesPerSecond() > 0; }),
-                        say("no frames arrive"));
 }
 
 bool describeRow(TourStage &stage)
@@ -63,13 +43,13 @@ bool describeRow(TourStage &stage)
 
 bool setExposure(TourStage &stage)
 {
-    return stage.enter(exposureTime, say("2500")) && becomes(stage, "ExposureTime", "2500");
+    return stage.enter(exposureTime, say("2500")) && stage.becomes("ExposureTime", "2500");
 }
 
 /// The darkness that the short exposure left is what the camera corrects.
 bool exposeAutomatically(TourStage &stage)
 {
-    if (!acquires(stage) || !stage.choose(exposureAuto, say("Continuous")))
+    if (!stage.acquires() || !stage.choose(exposureAuto, say("Continuous")))
         return false;
     const auto *field = stage.control<QDoubleSpinBox>(exposureTime);
     const bool follows = TourHand::waitUntil([&] { return field->value() > 3000; }, 8000);
@@ -81,7 +61,7 @@ bool setExposureBack(TourStage &stage)
 {
     const bool back = stage.choose(exposureAuto, say("Off")) && stage.enter(exposureTime, say("10000"));
     stage.order(Command::StopAcquisition);
-    return back && becomes(stage, "ExposureTime", "10000");
+    return back && stage.becomes("ExposureTime", "10000");
 }
 
 bool refuseFrameRate(TourStage &stage)
@@ -165,41 +145,31 @@ bool applyRegion(TourStage &stage)
 {
     if (!stage.press(say("ROIEffective")))
         return false;
-    return becomes(stage, "Width", "1024") && becomes(stage, "Height", "768") && becomes(stage, "OffsetX", "480")
-        && becomes(stage, "OffsetY", "400") && acquires(stage)
+    return stage.becomes("Width", "1024") && stage.becomes("Height", "768") && stage.becomes("OffsetX", "480")
+        && stage.becomes("OffsetY", "400") && stage.acquires()
         && stage.expect(stage.window().image().frame().size() == QSize(1024, 768), say("the image has another size"));
 }
 
 bool restoreSize(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
-    return stage.press(say("Restore Image Size")) && becomes(stage, "OffsetX", "0") && becomes(stage, "OffsetY", "0")
-        && becomes(stage, "Width", "2448") && becomes(stage, "Height", "2048");
+    return stage.press(say("Restore Image Size")) && stage.becomes("OffsetX", "0") && stage.becomes("OffsetY", "0")
+        && stage.becomes("Width", "2448") && stage.becomes("Height", "2048");
 }
 
 bool useUserSets(TourStage &stage)
 {
     return stage.choose(say("UserSetSelector"), say("UserSet1")) && stage.press(say("UserSetSave"))
-        && opens(stage, commonPage) && stage.enter(exposureTime, say("1234")) && becomes(stage, "ExposureTime", "1234")
-        && opens(stage, advancedPage) && stage.press(say("UserSetLoad")) && becomes(stage, "ExposureTime", "10000")
+        && opens(stage, commonPage) && stage.enter(exposureTime, say("1234")) && stage.becomes("ExposureTime", "1234")
+        && opens(stage, advancedPage) && stage.press(say("UserSetLoad")) && stage.becomes("ExposureTime", "10000")
         && opens(stage, commonPage)
         && stage.expect(stage.control<QDoubleSpinBox>(exposureTime)->value() == 10000,
                         say("the row does not show the loaded value"));
 }
 
-bool resizePanel(TourStage &stage, int width, int page)
-{
-    auto *dock = stage.window().findChild<QDockWidget *>(say("panelDock"));
-    stage.window().resizeDocks({dock}, {width}, Qt::Horizontal);
-    TourHand::pause(200);
-    return stage.expect(qAbs(stage.panel()->width() - width) < 8,
-                        QStringLiteral("the panel is %1 pixels wide").arg(stage.panel()->width()))
-        && opens(stage, page);
-}
-
 bool narrowPanel(TourStage &stage)
 {
-    return resizePanel(stage, 320, commonPage);
+    return stage.resizePanel(320) && opens(stage, commonPage);
 }
 
 bool narrowTriggerPage(TourStage &stage)
@@ -209,12 +179,12 @@ bool narrowTriggerPage(TourStage &stage)
 
 bool widePanel(TourStage &stage)
 {
-    return resizePanel(stage, 600, advancedPage);
+    return stage.resizePanel(600) && opens(stage, advancedPage);
 }
 
 bool usualPanel(TourStage &stage)
 {
-    return resizePanel(stage, 500, commonPage);
+    return stage.resizePanel(500) && opens(stage, commonPage);
 }
 
 } // namespace

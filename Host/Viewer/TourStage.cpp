@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
@@ -15,7 +16,7 @@
 #include <QTreeView>
 
 #include "Host/HostContext.h"
-#include "Host/Viewer/DeviceTree.h"
+#include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/LogModel.h"
 #include "Host/Viewer/LogView.h"
 #include "Host/Viewer/TourHand.h"
@@ -27,6 +28,7 @@ namespace {
 
 constexpr int commonTab = 0;
 constexpr int scrollTime = 50; // ms
+constexpr int valuePatience = 3000; // ms
 constexpr int editorPatience = 1000; // ms; a click into the selected row opens its editor after a while
 
 template <typename Widget>
@@ -48,6 +50,13 @@ QModelIndex search(const QAbstractItemModel &model, const QModelIndex &parent, c
     return QModelIndex();
 }
 
+bool isSame(const QString &value, const QString &expected)
+{
+    bool isNumber = false;
+    const double number = expected.toDouble(&isNumber);
+    return value == expected || (isNumber && value.toDouble(&isNumber) == number && isNumber);
+}
+
 } // namespace
 
 HostContext &TourStage::host() const
@@ -63,6 +72,11 @@ Device *TourStage::simulated(bool card) const
             return device;
     }
     return nullptr;
+}
+
+Device *TourStage::profiler() const
+{
+    return host().device(say("SIM-PROFILER-01"));
 }
 
 void TourStage::pointAt(const Device &device, bool twice)
@@ -82,6 +96,26 @@ void TourStage::order(Command command)
 {
     m_window.commands().action(command)->trigger();
     TourHand::pause(100);
+    settle();
+}
+
+void TourStage::settle() const
+{
+    TourHand::waitUntil([this] { return !host().isAnnouncing(); });
+    TourHand::pause(scrollTime); // for what the last event has queued
+}
+
+bool TourStage::reaches(const Device &device, DeviceTree::State state) const
+{
+    const bool reached = TourHand::waitUntil([&] { return m_window.devices().state(device.id()) == state; });
+    settle();
+    return reached;
+}
+
+bool TourStage::acquires()
+{
+    order(Command::StartAcquisition);
+    return expect(TourHand::waitUntil([&] { return m_window.image().framesPerSecond() > 0; }), say("no frames arrive"));
 }
 
 QWidget *TourStage::panel() const
@@ -140,6 +174,15 @@ bool TourStage::openPage(int number)
         return false;
     TourHand::click(pages->tabBar(), pages->tabBar()->tabRect(number).center());
     return pages->currentIndex() == number;
+}
+
+bool TourStage::resizePanel(int width)
+{
+    auto *dock = m_window.findChild<QDockWidget *>(say("panelDock"));
+    m_window.resizeDocks({dock}, {width}, Qt::Horizontal);
+    TourHand::pause(200);
+    return expect(qAbs(panel()->width() - width) < 8,
+                  QStringLiteral("the panel is %1 pixels wide").arg(panel()->width()));
 }
 
 QWidget *TourStage::row(const QString &label) const
@@ -264,6 +307,12 @@ QString TourStage::value(const QString &name) const
     QString text;
     host().readNode(host().focus(), name, &text);
     return text;
+}
+
+bool TourStage::becomes(const char *name, const char *expected)
+{
+    const bool same = TourHand::waitUntil([&] { return isSame(value(say(name)), say(expected)); }, valuePatience);
+    return expect(same, QStringLiteral("%1 is %2").arg(say(name), value(say(name))));
 }
 
 bool TourStage::isLogged(const QString &text) const

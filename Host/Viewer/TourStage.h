@@ -5,6 +5,8 @@
 #include <QString>
 #include <QWidget>
 
+#include "Host/Viewer/DeviceTree.h"
+
 class QComboBox;
 class QLineEdit;
 class QTabWidget;
@@ -15,6 +17,12 @@ class Device;
 class HostContext;
 class ViewerWindow;
 enum class Command;
+
+/// A text of ASCII characters.
+inline QString say(const char *text)
+{
+    return QString::fromLatin1(text);
+}
 
 /// Where the tour takes place: finds what a person would look for in the window, and remembers what failed.
 class TourStage
@@ -27,9 +35,14 @@ public:
 
     /// The first simulated device of that kind; null when there is none.
     Device *simulated(bool card) const;
+    Device *profiler() const;
     /// Clicks (or double-clicks) the device's row.
     void pointAt(const Device &device, bool twice);
     void order(Command command);
+    /// Waits until the viewer shows the device in that state, and the panel has followed.
+    bool reaches(const Device &device, DeviceTree::State state) const;
+    /// Starts the acquisition and waits for images.
+    bool acquires();
 
     /// The panel that is shown. Its parts below are null when it lacks them.
     QWidget *panel() const;
@@ -43,6 +56,8 @@ public:
     bool openTab(int number);
     /// Clicks the tab of a curated page; false when there is none.
     bool openPage(int number);
+    /// Makes the panel that wide, in pixels; false when that does not fit.
+    bool resizePanel(int width);
     /// The row of a curated page, known by its English label, scrolled into view; null when it is not shown.
     QWidget *row(const QString &label) const;
     /// The control of a row, scrolled into view; null when the row has none of that kind.
@@ -77,6 +92,8 @@ public:
     bool edit(const QString &name, const QString &text);
     /// The device's value of a feature of the focused device, as text.
     QString value(const QString &name) const;
+    /// Waits until that value is the expected text, or the same number.
+    bool becomes(const char *name, const char *expected);
     /// True when a line of the log contains the text.
     bool isLogged(const QString &text) const;
 
@@ -86,6 +103,8 @@ public:
     void forgetFailure() { m_failure.clear(); }
 
 private:
+    void settle() const;
+
     ViewerWindow &m_window;
     QString m_failure;
 };

@@ -20,6 +20,7 @@
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/TourHand.h"
 #include "Host/Viewer/TourPageSteps.h"
+#include "Host/Viewer/TourProfilerSteps.h"
 #include "Host/Viewer/TourStage.h"
 #include "Host/Viewer/ViewerCommands.h"
 #include "Host/Viewer/ViewerWindow.h"
@@ -30,11 +31,6 @@ using State = DeviceTree::State;
 
 constexpr int attributeTab = 1;
 
-QString say(const char *text)
-{
-    return QString::fromLatin1(text);
-}
-
 bool showStart(TourStage &stage)
 {
     return stage.expect(stage.panel(), say("no default panel is shown"))
@@ -42,16 +38,11 @@ bool showStart(TourStage &stage)
         && stage.expect(stage.simulated(false) && stage.simulated(true), say("a simulated device is missing"));
 }
 
-bool reaches(TourStage &stage, const Device &device, State state)
-{
-    return TourHand::waitUntil([&] { return stage.window().devices().state(device.id()) == state; });
-}
-
 bool openCamera(TourStage &stage)
 {
     const Device &camera = *stage.simulated(false);
     stage.pointAt(camera, true);
-    return stage.expect(reaches(stage, camera, State::Open), say("the camera does not open"))
+    return stage.expect(stage.reaches(camera, State::Open), say("the camera does not open"))
         && stage.expect(TourHand::waitUntil([&] { return stage.tree() && stage.tree()->model(); }),
                         say("the camera gets no panel"));
 }
@@ -186,7 +177,7 @@ bool startAcquisition(TourStage &stage)
     const Device &camera = *stage.simulated(false);
     TourHand::key(&stage.window().devices(), Qt::Key_Return);
     const bool frames = TourHand::waitUntil([&] { return stage.window().image().framesPerSecond() > 0; });
-    return stage.expect(reaches(stage, camera, State::Acquiring), say("the camera does not acquire"))
+    return stage.expect(stage.reaches(camera, State::Acquiring), say("the camera does not acquire"))
         && stage.expect(frames, say("no frames arrive"))
         && stage.expect(stage.window().frameStatus().text().contains(say("640")), say("the status has no image size"))
         && stage.expect(!stage.openEditor(say("Width")), say("a locked feature can be edited"));
@@ -205,7 +196,7 @@ bool changeFocus(TourStage &stage)
     const QWidget *before = stage.panel();
     const Device &card = *stage.simulated(true);
     stage.pointAt(card, true);
-    return stage.expect(reaches(stage, card, State::Open), say("the card does not open"))
+    return stage.expect(stage.reaches(card, State::Open), say("the card does not open"))
         && stage.expect(TourHand::waitUntil([&] { return stage.panel() && stage.panel() != before; }),
                         say("the card's panel is not shown"))
         && stage.expect(stage.shownRows() > 1, say("the card has no features"));
@@ -229,7 +220,7 @@ bool closeCamera(TourStage &stage)
     const Device &camera = *stage.simulated(false);
     stage.order(Command::StopAcquisition);
     stage.order(Command::CloseDevice);
-    return stage.expect(reaches(stage, camera, State::Closed), say("the camera does not close"))
+    return stage.expect(stage.reaches(camera, State::Closed), say("the camera does not close"))
         && stage.expect(TourHand::waitUntil([&] { return stage.panel() && stage.shownRows() == 0; }),
                         say("the default panel is not shown"))
         && stage.expect(stage.window().image().frame().isNull(), say("the image stays"));
@@ -254,6 +245,8 @@ std::vector<TourStep> tourSteps()
     std::vector<TourStep> steps = {{"start", showStart}, {"camera-open", openCamera}};
     const std::vector<TourStep> &pages = tourPageSteps();
     steps.insert(steps.end(), pages.begin(), pages.end());
+    const std::vector<TourStep> &profiler = tourProfilerSteps();
+    steps.insert(steps.end(), profiler.begin(), profiler.end());
     const std::vector<TourStep> features = {
         {"attribute-tab", openAttributeTab},
         {"expanded", expandTree},
