@@ -13,6 +13,8 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include <utility>
+
 #include "Host/DescriptionDevice.h"
 #include "Host/HostContext.h"
 #include "Host/Viewer/DeviceTree.h"
@@ -313,14 +315,16 @@ void ViewerWindow::showPicture()
 
 void ViewerWindow::followRegions(const QString &id)
 {
-    const bool some = !m_context.regions().of(id).isEmpty();
-    const bool acquiring = m_devices->state(id) == DeviceTree::State::Acquiring;
-    if (!some)
+    const QList<ImageRegion> regions = m_context.regions().of(id);
+    const int newest = regions.isEmpty() ? 0 : regions.last().handle;
+    const bool isNew = newest > std::exchange(m_newestRegion[id], newest);
+    const bool isHidden = isNew && m_heights->shows(id);
+    if (regions.isEmpty())
         m_regionsFirst.remove(id);
-    else if (!acquiring && m_heights->shows(id))
-        m_regionsFirst.insert(id);
-    else if (m_heights->shows(id))
+    else if (isHidden && m_devices->state(id) == DeviceTree::State::Acquiring)
         m_context.log(objectName(), tr("Regions lie on the sensor image: stop the acquisition to see them."));
+    else if (isHidden)
+        m_regionsFirst.insert(id);
     const QSize shown = m_image->isCanvas() ? m_image->imageSize() : QSize();
     if (id != currentId() || shown == canvasSize())
         return;

@@ -96,5 +96,6 @@ private:
     QDockWidget *m_logDock = nullptr;
     QHash<QString, QImage> m_frames; ///< last frame of each open camera
     QSet<QString> m_regionsFirst; ///< devices whose regions cover their height maps until the next one comes
+    QHash<QString, int> m_newestRegion; ///< its handle, of each device
     QString m_pendingId; ///< to be opened once it is known
 };
