@@ -112,9 +112,7 @@ void tst_NodeAccess::returnCodes_data()
         };
         add("done", camera, row.goodNode, 0);
         add("unknown device", QStringLiteral("other"), row.goodNode, -1);
-        add("empty device", QString(), row.goodNode, -1);
         add("missing node", camera, "NoSuchNode", row.missing);
-        add("empty node", camera, "", row.missing);
         add("wrong type", camera, row.wrongNode, row.wrongType);
     }
     QTest::newRow("int set: read-only") << QByteArray("int set") << camera << QStringLiteral("WidthMax") << -3;
@@ -209,7 +207,6 @@ void tst_NodeAccess::logicalNames_data()
     QTest::newRow("not there") << QStringLiteral("GammaEnable") << QString();
     QTest::newRow("there, but no logical name") << QStringLiteral("Width") << QString();
     QTest::newRow("variant is no logical name") << QStringLiteral("GainRaw") << QString();
-    QTest::newRow("empty") << QString() << QString();
 }
 
 void tst_NodeAccess::logicalNames()

@@ -32,7 +32,6 @@ private Q_SLOTS:
     void focus();
     void otherSourcesAreIgnored();
     void newCardEndsTheEvent();
-    void closedCardLosesItsPanel();
     void notReadyCameras_data();
     void notReadyCameras();
     void removingTheShownPanel();
@@ -46,7 +45,6 @@ private Q_SLOTS:
     void windowHidesWithBothTabs();
     void newPanelsTakeTheTabsOver();
     void languageReachesAllPanels();
-    void disableReachesCamerasOnly();
     void unknownKeysDoNothing();
     void defaultPanelTakesTheStoredLevel();
     void repeatedFocusKeepsTheEditor();
@@ -196,23 +194,6 @@ void tst_ParameterWidgetManager::newCardEndsTheEvent()
     QCOMPARE(panels().size(), 3);
 }
 
-void tst_ParameterWidgetManager::closedCardLosesItsPanel()
-{
-    setCard("card", true);
-    m_host.setCardInfo("card", HostCore::CARD_INFO_STATE, "3");
-    sendDeviceList({"card"}, {});
-    QCOMPARE(panels().size(), 1);
-    m_host.setCardInfo("card", HostCore::CARD_INFO_STATE, "4");
-    sendDeviceList({"card"}, {});
-    QCOMPARE(panels().size(), 2);
-
-    setCard("card", false);
-    setCamera("cam", true);
-    sendDeviceList({"card"}, {"cam"});
-    QVERIFY(panelOf(QStringLiteral("cam")));
-    QTRY_VERIFY(!panelOf(QStringLiteral("card"), true));
-}
-
 void tst_ParameterWidgetManager::notReadyCameras_data()
 {
     QTest::addColumn<QByteArray>("opened");
@@ -252,18 +233,22 @@ void tst_ParameterWidgetManager::notReadyCameras()
 void tst_ParameterWidgetManager::removingTheShownPanel()
 {
     setCard("card", true);
+    m_host.setCardInfo("card", HostCore::CARD_INFO_STATE, "3");
+    sendDeviceList({"card"}, {});
+    QCOMPARE(panels().size(), 1);
+    m_host.setCardInfo("card", HostCore::CARD_INFO_STATE, "4");
     sendDeviceList({"card"}, {});
     sendFocus(2, "card");
     QCOMPARE(shown(), QStringLiteral("card"));
     setCard("card", false);
-    sendDeviceList({"card"}, {});
+    setCamera("cam", true);
+    sendDeviceList({"card"}, {"cam"}); // goes on to the cameras
     QTRY_COMPARE(shown(), QStringLiteral("0 panels are visible"));
     sendFocus(2, "card");
     QCOMPARE(shown(), QString());
 
-    setCamera("cam", true);
-    sendDeviceList({}, {"cam"});
     sendFocus(3, "cam");
+    QCOMPARE(shown(), QStringLiteral("cam"));
     setCamera("cam", false);
     sendDeviceList({}, {"cam"});
     QTRY_COMPARE(panels().size(), 1);
@@ -293,6 +278,12 @@ void tst_ParameterWidgetManager::oneKeyForCardAndCamera()
     sendFocus(3, "device");
     QVERIFY(panelOf(QStringLiteral("device"), false)->isVisible());
     QVERIFY(!panelOf(QStringLiteral("device"), true)->isVisible());
+    m_window->setParamterViewDisable(QStringLiteral("other"));
+    m_window->setParamterViewDisable(QStringLiteral("device")); // concerns cameras only
+    for (bool card : {false, true}) {
+        const auto *tree = panelOf(QStringLiteral("device"), card)->findChild<FeatureTreeView *>();
+        QCOMPARE(qobject_cast<TreeModel *>(tree->model())->dataDisabled, !card);
+    }
 }
 
 void tst_ParameterWidgetManager::areaScanFlag()
@@ -410,20 +401,6 @@ void tst_ParameterWidgetManager::languageReachesAllPanels()
     QCOMPARE(buttonWidths(), QList<int>({60, 60, 60}));
     m_host.listeners.language->OnUpdate("English");
     QCOMPARE(buttonWidths(), QList<int>({85, 85, 85}));
-}
-
-void tst_ParameterWidgetManager::disableReachesCamerasOnly()
-{
-    setCamera("device", true);
-    setCard("device", true);
-    sendDeviceList({"device"}, {});
-    sendDeviceList({}, {"device"});
-    m_window->setParamterViewDisable(QStringLiteral("other"));
-    m_window->setParamterViewDisable(QStringLiteral("device"));
-    for (bool card : {false, true}) {
-        const auto *tree = panelOf(QStringLiteral("device"), card)->findChild<FeatureTreeView *>();
-        QCOMPARE(qobject_cast<TreeModel *>(tree->model())->dataDisabled, !card);
-    }
 }
 
 void tst_ParameterWidgetManager::unknownKeysDoNothing()

@@ -128,6 +128,10 @@ void tst_ProfilerHandlers::externalTrigger()
         QCOMPARE(shown("TriggerSource"), QLatin1String(source.shown));
         QCOMPARE(editor<QPushButton>("TriggerSoftware")->isEnabled(), source.fires);
     }
+    for (int source : {2, 1, 2, 0}) {
+        choose("TriggerSource", source);
+        QCOMPARE(editor<QPushButton>("TriggerSoftware")->isEnabled(), source == 2);
+    }
 }
 
 void tst_ProfilerHandlers::invertedZRange()

@@ -10,7 +10,6 @@ class tst_TranslationTables : public QObject
 
 private Q_SLOTS:
     void entryNamesAreComplete();
-    void showTypes();
 };
 
 /// Two keys for one entry would make the way back ambiguous.
@@ -21,15 +20,6 @@ void tst_TranslationTables::entryNamesAreComplete()
     QCOMPARE(zhTransEnMap.value(QStringLiteral("Full")), QString());
     const QStringList entries = zhTransEnMap.values();
     QCOMPARE(QSet<QString>(entries.begin(), entries.end()).size(), 34);
-}
-
-void tst_TranslationTables::showTypes()
-{
-    QList<int> numbers = imgShowTypeMap.values();
-    std::sort(numbers.begin(), numbers.end());
-    QCOMPARE(numbers, QList<int>({1, 2, 3, 4, 5, 6, 7, 8}));
-    QCOMPARE(imgShowTypeMap.value(QStringLiteral("2D Left")), 1);
-    QCOMPARE(imgShowTypeMap.value(QStringLiteral("2.5D Right Reflex")), 8);
 }
 
 QTEST_GUILESS_MAIN(tst_TranslationTables)
