@@ -153,6 +153,7 @@ bool showIntensity(TourStage &stage)
 }
 
 constexpr Deed coarsen[] = {
+    openPage(ImagePage),
     {Deed::Press, "IntensityEnable"},
     {Deed::Enter, "ContourSpacer", "0.04"},
     {Deed::Choose, "Sampling Rate", "4"},
@@ -169,7 +170,6 @@ bool showCoarser(TourStage &stage)
 }
 
 constexpr Deed typeRange[] = {
-    {Deed::Choose, "Sampling Rate", "1"},
     {Deed::Enter, "ZUpSizeInfo", "5"},
     {Deed::Enter, "ZDownSizeInfo", "-6"},
     {Deed::Enter, "ZUpSizeInfo", "-7"}, // refused
@@ -178,7 +178,8 @@ constexpr Deed typeRange[] = {
 bool typeHeights(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
-    TourHand::pause(200);
+    if (!stage.choose(say("Sampling Rate"), say("1")))
+        return false;
     const QImage before = stage.window().image().frame();
     return perform<typeRange>(stage)
         && stage.expect(stage.control<QDoubleSpinBox>(say("ZUpSizeInfo"))->value() == 5.0,
