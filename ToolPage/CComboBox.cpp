@@ -145,7 +145,7 @@ void CComboBox::addOption(const QString &text, bool checked, QVariant userData)
 
 void CComboBox::setItemChecked(int row, bool checked)
 {
-    QStandardItem *const entry = row >= FirstEntry ? m_model->item(row) : nullptr;
+    QStandardItem *const entry = m_model->item(row);
     const Qt::CheckState state = checked ? Qt::Checked : Qt::Unchecked;
     if (!entry || entry->checkState() == state)
         return;

@@ -14,7 +14,7 @@
 #include "ToolPage/ToolPageWidgetItem.h"
 #include "support/FatalMessages.h"
 
-using Ending = std::function<void(CComboBox *box)>;
+using Ending = std::function<void(CComboBox *box, QWidget *otherWindow)>;
 Q_DECLARE_METATYPE(Ending)
 
 /// Input travels the way of real input: through the windows, with the popup rules of the toolkit.
@@ -228,25 +228,24 @@ void tst_CComboBox::listKeys()
 void tst_CComboBox::closesWithItsBox_data()
 {
     QTest::addColumn<Ending>("end");
-    QTest::newRow("hidden") << Ending([](CComboBox *box) { box->hide(); });
-    QTest::newRow("window hidden") << Ending([](CComboBox *box) { box->window()->hide(); });
-    QTest::newRow("disabled") << Ending([](CComboBox *box) { box->window()->setEnabled(false); });
-    QTest::newRow("deleted") << Ending([](CComboBox *box) { delete box; });
-    QTest::newRow("other window") << Ending([](CComboBox *box) {
-        static QWidget other;
-        other.show();
-        other.activateWindow();
-        Q_UNUSED(box)
-    });
+    QTest::newRow("hidden") << Ending([](CComboBox *box, QWidget *) { box->hide(); });
+    QTest::newRow("window hidden") << Ending([](CComboBox *box, QWidget *) { box->window()->hide(); });
+    QTest::newRow("disabled") << Ending([](CComboBox *box, QWidget *) { box->window()->setEnabled(false); });
+    QTest::newRow("deleted") << Ending([](CComboBox *box, QWidget *) { delete box; });
+    QTest::newRow("other window") << Ending([](CComboBox *, QWidget *otherWindow) { otherWindow->activateWindow(); });
 }
 
 void tst_CComboBox::closesWithItsBox()
 {
     QFETCH(Ending, end);
+    QWidget otherWindow;
+    otherWindow.show();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     type(Qt::Key_Space);
     const QPointer<QWidget> list = QApplication::activePopupWidget();
     QVERIFY(list);
-    end(m_box);
+    end(m_box, &otherWindow);
     QTRY_VERIFY(!list || !list->isVisible());
     QVERIFY(!QApplication::activePopupWidget());
 }
@@ -261,7 +260,7 @@ void tst_CComboBox::manyEntries()
     for (int entry = 4; entry <= 40; ++entry)
         m_box->addOption(QString::number(entry), false, entry);
     type(Qt::Key_Space);
-    QCOMPARE(entry(0).height(), 0);
+    QCOMPARE(view()->itemDelegate()->sizeHint({}, m_box->model()->index(0, 0)).height(), 0);
     QVERIFY(view()->viewport()->height() >= 8 * entry(1).height());
     QVERIFY(view()->height() < 10 * entry(1).height());
     QVERIFY(view()->window()->y() >= m_box->mapToGlobal(QPoint(0, m_box->height())).y() - 1);
@@ -315,6 +314,7 @@ void tst_CComboBox::wheel()
     ToolPageWidgetItem row(m_window.get());
     row.setItemInfo({QStringLiteral("Colours")}, {}, m_box);
     row.show();
+    QSignalSpy current(m_box, qOverload<int>(&QComboBox::currentIndexChanged));
     for (bool focused : {false, true}) {
         focused ? m_box->setFocus() : m_box->clearFocus();
         QWheelEvent wheel(QPointF(5, 5), m_box->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120), Qt::NoButton,
@@ -323,8 +323,7 @@ void tst_CComboBox::wheel()
         QCoreApplication::sendEvent(m_box, &wheel);
         QVERIFY(wheel.isAccepted());
     }
-    QCOMPARE(m_box->currentIndex(), 0);
-    QCOMPARE(checked(), QStringLiteral("rb"));
+    QCOMPARE(current.count() + m_toggled->count(), 0);
 }
 
 void tst_CComboBox::assistiveTechnology()
