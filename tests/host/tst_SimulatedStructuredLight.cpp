@@ -374,6 +374,7 @@ void tst_SimulatedStructuredLight::showModeChoosesThePicture()
         QCOMPARE(view.frame(), stripes);
         HostCore::SetSLImageShowMode(camera, mode);
         QCOMPARE(view.frame(), depth);
+        QCOMPARE(host.showModes().of(id), mode == 2 ? 2 : 0);
     }
     QCOMPARE(log.size(), 2);
     HostCore::SetSLImageShowMode("nobody", 1);
