@@ -18,14 +18,17 @@ constexpr double largestStep = 128.0;
 /// Profilers have settings for it; a structured-light camera shows all of its heights.
 HeightAnalysis::Range colourRange(const HeightFrame &frame)
 {
+    constexpr HeightAnalysis::Range usual{usualMinimum, usualMaximum};
+    if (frame.outputs.empty())
+        return usual;
     HeightAnalysis::Range range{std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest()};
     for (const float z : frame.heights) {
-        if (frame.outputs.empty() || std::isnan(z))
+        if (std::isnan(z))
             continue;
         range.lowest = std::min(range.lowest, double(z));
         range.highest = std::max(range.highest, double(z));
     }
-    return range.lowest <= range.highest ? range : HeightAnalysis::Range{usualMinimum, usualMaximum};
+    return range.lowest <= range.highest ? range : usual;
 }
 
 } // namespace
