@@ -6,13 +6,18 @@
 namespace {
 
 constexpr int PlaceholderRow = 0;
+constexpr QColor MarkTone(150, 150, 150); ///< styles derive the outline of check marks from it
 
 } // namespace
 
 void CustomItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    if (index.isValid() && index.row() != PlaceholderRow)
-        QStyledItemDelegate::paint(painter, option, index);
+    if (!index.isValid() || index.row() == PlaceholderRow)
+        return;
+    QStyleOptionViewItem entry = option;
+    entry.state &= ~QStyle::State_HasFocus; // it would frame the text alone; the highlight marks the whole entry
+    entry.palette.setColor(QPalette::Window, MarkTone);
+    QStyledItemDelegate::paint(painter, entry, index);
 }
 
 QSize CustomItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
