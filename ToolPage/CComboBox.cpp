@@ -122,7 +122,7 @@ CComboBox::CComboBox(QWidget *parent)
     connect(
         this, qOverload<int>(&QComboBox::currentIndexChanged), this, [this] { setCurrentIndex(Placeholder); },
         Qt::DirectConnection);
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *focus) {
+    m_focusWatch = connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *focus) {
         if (focus != m_popup->windowHandle() && focus != window()->windowHandle())
             closeList();
     });
@@ -131,6 +131,12 @@ CComboBox::CComboBox(QWidget *parent)
     for (QObject *watched : {static_cast<QObject *>(this), static_cast<QObject *>(m_popup),
                              static_cast<QObject *>(m_view), static_cast<QObject *>(m_view->viewport())})
         watched->installEventFilter(this);
+}
+
+/// The focus moves once more when the list goes with what is left of the box.
+CComboBox::~CComboBox()
+{
+    disconnect(m_focusWatch);
 }
 
 void CComboBox::addOption(const QString &text, bool checked, QVariant userData)

@@ -21,6 +21,7 @@ class CComboBox : public QComboBox
 
 public:
     explicit CComboBox(QWidget *parent = nullptr);
+    ~CComboBox() override;
 
     /// Appends an entry; `userData` is what getCheckedItemsName() tells of it.
     void addOption(const QString &text, bool checked, QVariant userData);
@@ -68,4 +69,5 @@ private:
     QFrame *m_popup; ///< the toolkit's window around the list
     bool m_hideAllowed = true; ///< whether the next request to hide the list is honoured
     QString m_text; ///< the texts of the checked entries
+    QMetaObject::Connection m_focusWatch; ///< closes the list when another window gets the focus
 };

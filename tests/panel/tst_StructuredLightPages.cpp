@@ -40,6 +40,21 @@ CuratedFeatures features()
     return all;
 }
 
+/// What the device and the host know, and what the panel shows and sends then.
+struct Case
+{
+    const char *name, *on, *unknown, *shown, *sent;
+};
+
+void addCases(std::initializer_list<Case> cases)
+{
+    for (const char *column : {"on", "unknown", "shown", "sent"})
+        QTest::addColumn<QString>(column);
+    for (const Case &row : cases)
+        QTest::newRow(row.name) << QString::fromLatin1(row.on) << QString::fromLatin1(row.unknown)
+                                << QString::fromLatin1(row.shown) << QString::fromLatin1(row.sent);
+}
+
 } // namespace
 
 class tst_StructuredLightPages : public QObject
@@ -82,7 +97,6 @@ void tst_StructuredLightPages::open(const QString &on, const QString &unknown, c
     CuratedFeatures all = features();
     all.insert(all.end(), changes.begin(), changes.end());
     m_panel = std::make_unique<CuratedPanel>(all, PageSet::StructuredLight, [&](CuratedPanel &panel) {
-        m_panel.reset();
         panel.messages.allow(QStringLiteral("^This plugin does not support"));
         setOutputs(on, unknown);
         panel.host.clearCalls();
@@ -202,14 +216,10 @@ void tst_StructuredLightPages::missingFeatures()
 
 void tst_StructuredLightPages::start_data()
 {
-    QTest::addColumn<QString>("on");
-    QTest::addColumn<QString>("unknown");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("none") << QString() << QString() << QStringLiteral("[-]");
-    QTest::newRow("one") << QStringLiteral("Left2DImage") << QString() << QStringLiteral("[-]|2D Left");
-    QTest::newRow("some") << QStringLiteral("Right2.5DBack Right2DImage Left2DSrcImage")
-                          << QStringLiteral("Left2DImage Left2DSrcImage")
-                          << QStringLiteral("[-]|2D Right|2.5D Right Reflex");
+    addCases({{"none", "", "", "[-]", ""},
+              {"one", "Left2DImage", "", "[-]|2D Left", ""},
+              {"some", "Right2.5DBack Right2DImage Left2DSrcImage", "Left2DImage Left2DSrcImage",
+               "[-]|2D Right|2.5D Right Reflex", ""}});
 }
 
 void tst_StructuredLightPages::start()
@@ -252,7 +262,7 @@ void tst_StructuredLightPages::everyOutput()
 /// Other outputs come and go around the one that is shown.
 void tst_StructuredLightPages::choosing()
 {
-    open(QString::fromLatin1("Left2DImage Left2.5DFront"));
+    open(QStringLiteral("Left2DImage Left2.5DFront"));
     showTypes()->setCurrentText(QStringLiteral("2.5D Left Shot"));
     taken();
     toggle(2);
@@ -282,19 +292,10 @@ void tst_StructuredLightPages::refusedWrites()
 
 void tst_StructuredLightPages::followsTheDevice_data()
 {
-    QTest::addColumn<QString>("on");
-    QTest::addColumn<QString>("unknown");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("sent");
-    const QString gone = QStringLiteral("SetSLImageShowMode(cam, 0)");
-    QTest::newRow("as before") << QStringLiteral("Left2DImage Left2.5DFront") << QString()
-                               << QStringLiteral("-|2D Left|[2.5D Left Shot]") << QString();
-    QTest::newRow("another one") << QStringLiteral("Left2.5DFront Right2.5DBack") << QString()
-                                 << QStringLiteral("-|[2.5D Left Shot]|2.5D Right Reflex") << QString();
-    QTest::newRow("not the shown one") << QStringLiteral("Left2DImage") << QString() << QStringLiteral("[-]|2D Left")
-                                       << gone;
-    QTest::newRow("nothing is told") << QString() << QStringLiteral("Left2DImage Left2.5DFront")
-                                     << QStringLiteral("-|2D Left|[2.5D Left Shot]") << QString();
+    addCases({{"as before", "Left2DImage Left2.5DFront", "", "-|2D Left|[2.5D Left Shot]", ""},
+              {"another one", "Left2.5DFront Right2.5DBack", "", "-|[2.5D Left Shot]|2.5D Right Reflex", ""},
+              {"not the shown one", "Left2DImage", "", "[-]|2D Left", "SetSLImageShowMode(cam, 0)"},
+              {"nothing is told", "", "Left2DImage Left2.5DFront", "-|2D Left|[2.5D Left Shot]", ""}});
 }
 
 void tst_StructuredLightPages::followsTheDevice()
@@ -306,7 +307,7 @@ void tst_StructuredLightPages::followsTheDevice()
     const std::function<void()> causes[] = {[this] { m_panel->panel->updateWidget(true); },
                                             [this] { m_panel->editor<QPushButton>("UserSetLoad")->click(); }};
     for (const auto &cause : causes) {
-        open(QString::fromLatin1("Left2DImage Left2.5DFront"));
+        open(QStringLiteral("Left2DImage Left2.5DFront"));
         showTypes()->setCurrentText(QStringLiteral("2.5D Left Shot"));
         setOutputs(on, unknown);
         taken();
@@ -320,7 +321,7 @@ void tst_StructuredLightPages::followsTheDevice()
 
 void tst_StructuredLightPages::releasedPanel()
 {
-    open(QString::fromLatin1("Left2DImage"));
+    open(QStringLiteral("Left2DImage"));
     m_panel->panel->setParamterViewDisable();
     taken();
     QVERIFY(!outputs()->isEnabled());
