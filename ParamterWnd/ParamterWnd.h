@@ -14,8 +14,8 @@ struct WindowForm;
 /// parameter panel of the device that has the focus, or an empty panel. One process needs one.
 ///
 /// Cameras get the curated pages of area-scan cameras. The dynamic properties "profilerTypeCodes" and
-/// "structuredLightTypeCodes", lists of strings, name the type codes (CAM_INFO_TYPE_CODE) of those that get the pages of
-/// laser profilers or of structured-light cameras instead; a code in both lists counts in the first. They count for
+/// "structuredLightTypeCodes", lists of strings, name the type codes (CAM_INFO_TYPE_CODE) of those that get the pages
+/// of laser profilers or of structured-light cameras instead; a code in both lists counts in the first. They count for
 /// panels that are opened after they were set.
 ///
 /// GUI thread only. No exception leaves its functions.
