@@ -219,7 +219,7 @@ void tst_CComboBox::listKeys()
         if (!isOpen())
             type(Qt::Key_F4);
         type(key, modifier);
-        QVERIFY2(!isOpen(), QTest::toString(key));
+        QVERIFY2(!isOpen(), qPrintable(QKeySequence(key).toString()));
         QVERIFY(m_box->hasFocus());
     }
     QCOMPARE(m_toggled->count(), 2);
