@@ -30,7 +30,8 @@ public:
     virtual QString displayName() const = 0;
     virtual Kind kind() const { return Kind::Camera; }
     virtual Transport transport() const { return Transport::Other; }
-    /// CAM_INFO_TYPE_CODE of the device: "0" area-scan, "4" attribute tab only, "5" laser profiler; see HostCore.h.
+    /// CAM_INFO_TYPE_CODE of the device: "0" area-scan, "1" structured light, "4" attribute tab only, "5" laser
+    /// profiler; see HostCore.h.
     virtual QString typeCode() const { return QStringLiteral("0"); }
 
     /// Connects to the device and loads its description. False on failure, with the reason in `error`
@@ -50,9 +51,9 @@ public:
 
 Q_SIGNALS:
     void frameReady(const QImage &frame);
-    /// The heights of the frame whose gray picture the frameReady() right after this shows. Only profilers raise it,
-    /// once for each part of a frame, on the GUI thread and as queued as frameReady(): parts that came while the
-    /// receiver was busy are left out, a later one holds their profiles too.
+    /// The heights of the frame whose gray picture the frameReady() right after this shows. Only profilers and
+    /// structured-light cameras raise it, once for each part of a frame, on the GUI thread and as queued as
+    /// frameReady(): parts that came while the receiver was busy are left out, a later one holds their profiles too.
     void heightReady(const HeightFrame &frame);
     void acquiringChanged(bool acquiring);
     /// The device stopped answering; close() is still to be called.

@@ -17,9 +17,9 @@ struct HeightCorrection
     bool mirrored = false;
 };
 
-/// Height profiles of a laser profiler, one below the other: a map of heights over X (along a profile) and Y (one row
-/// for each profile). A frame may come in parts: it has its full size from the beginning, `lines` tells how much of it
-/// has come, and `complete` is set in the last part.
+/// Height profiles of a laser profiler, one below the other, or the depth map of a structured-light camera: a map of
+/// heights over X (along a profile) and Y (one row for each profile). A frame may come in parts: it has its full size
+/// from the beginning, `lines` tells how much of it has come, and `complete` is set in the last part.
 struct HeightFrame
 {
     int width = 0; ///< points of a profile
@@ -31,6 +31,9 @@ struct HeightFrame
     HeightCorrection applied; ///< to the newest profile
     std::vector<float> heights; ///< mm, row by row; NaN where there is no data
     QImage intensity; ///< brightness of the laser line, Grayscale8 of the frame's size; null without such data
+    /// 2D images of a structured-light camera, Grayscale8, by show mode minus 1; null ones were not sent. Empty for
+    /// other devices.
+    std::vector<QImage> outputs;
 
     const float *profile(int line) const { return heights.data() + std::ptrdiff_t(line) * width; }
     /// The newest profile, as one height for each point; empty while none has come.

@@ -76,6 +76,7 @@ HostContext::HostContext(Options options, QObject *parent) : QObject(parent), st
     });
     numberedRegions = std::make_unique<ProfilerRegions>(*this);
     heights = std::make_unique<ProfilerHeights>(*this);
+    modes = std::make_unique<ShowModes>(*this);
     connect(&pollTimer, &QTimer::timeout, this, &HostContext::pollFocused);
     pollTimer.start(pollInterval);
     theContext = this;

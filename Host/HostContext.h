@@ -21,6 +21,7 @@
 #include "Host/ImageRegions.h"
 #include "Host/ProfilerHeights.h"
 #include "Host/ProfilerRegions.h"
+#include "Host/ShowModes.h"
 #include "ParamterWnd/HostCore.h"
 
 /// The host behind HostCore: devices, focus, language, settings, listeners and log.
@@ -110,6 +111,7 @@ public:
     void removeRegion(const QString &id, int handle);
     ProfilerRegions &profilerRegions() { return *numberedRegions; }
     const ProfilerHeights &profilerHeights() const { return *heights; }
+    ShowModes &showModes() { return *modes; }
 
 Q_SIGNALS:
     void logLine(const QDateTime &time, const QString &module, const QString &message, int level);
@@ -124,11 +126,12 @@ Q_SIGNALS:
     void languageChanged(const QString &name);
     /// A frame of an acquiring device, on the GUI thread.
     void frameReady(const QString &id, const QImage &frame);
-    /// The heights of the frame that the frameReady() right after this shows; only laser profilers send them.
+    /// The heights of the frame that the frameReady() right after this shows; only laser profilers and
+    /// structured-light cameras send them.
     void heightReady(const QString &id, const HeightFrame &frame);
     /// A setting that is kept per camera has another value.
     void cameraInfoChanged(const QString &id, HostCore::CAM_INFO item);
-    /// A panel asked for an image mode of the display (SetCameraImageMode, SetSLImageShowMode).
+    /// A panel asked for an image mode of the display (SetCameraImageMode).
     void imageModeRequested(const QString &id, int mode);
 
 private:
@@ -168,6 +171,7 @@ private:
     ImageRegions imageRegions;
     std::unique_ptr<ProfilerRegions> numberedRegions;
     std::unique_ptr<ProfilerHeights> heights;
+    std::unique_ptr<ShowModes> modes;
     std::unique_ptr<QSettings> store;
     std::unique_ptr<DeviceAnnouncer> announcer;
     std::unique_ptr<DeviceDiscovery> discovery;

@@ -190,7 +190,7 @@ void SetCameraImageMode(std::string deviceKey, int mode, bool)
 
 void SetSLImageShowMode(std::string deviceKey, int mode)
 {
-    withContext([&](HostContext &host) { Q_EMIT host.imageModeRequested(text(deviceKey), mode); });
+    withContext([&](HostContext &host) { host.showModes().set(text(deviceKey), mode); });
 }
 
 void NotifyCorrection(std::string deviceKey, int kind, float, void *result)

@@ -4,6 +4,7 @@
 #include "Host/SimulatedDevice.h"
 #include "Host/simulation/PictureSource.h"
 #include "Host/simulation/ProfilerSource.h"
+#include "Host/simulation/StructuredLightSource.h"
 
 namespace {
 
@@ -46,6 +47,14 @@ std::vector<SimulatedModel> models()
          {file("profiler.values")},
          profilerBehaviours,
          makeSource<ProfilerSource>},
+        {QStringLiteral("SIM-SL-01"),
+         QStringLiteral("Simulated structured-light camera"),
+         Device::Kind::Camera,
+         QStringLiteral("1"),
+         file("structured_light.xml"),
+         {file("structured_light.values")},
+         structuredLightBehaviours,
+         makeSource<StructuredLightSource>},
         {QStringLiteral("SIM-CARD-01"),
          QStringLiteral("Simulated input card"),
          Device::Kind::Card,

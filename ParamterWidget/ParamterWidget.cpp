@@ -29,6 +29,7 @@
 #include "ParamterWidget/pages/AreaScanCatalogue.h"
 #include "ParamterWidget/pages/PageBuilder.h"
 #include "ParamterWidget/profiler/ProfilerPages.h"
+#include "ParamterWidget/structuredlight/OutputSelection.h"
 #include "ParamterWnd/HostCore.h"
 #include "Resources/Icons.h"
 #include "ToolPage/CTabWidget.h"
@@ -55,17 +56,33 @@ constexpr int TreeStretch = 3;
 constexpr int DescriptionStretch = 1;
 constexpr int FirstHeight = 150;
 
-/// Titles of the inner tabs, which show as many tool boxes, per page set.
+/// Titles of the inner tabs, which show as many tool boxes.
 constexpr const char *AreaScanTitles[] = {QT_TRANSLATE_NOOP("ParamterWidget", "Commom"),
                                           QT_TRANSLATE_NOOP("ParamterWidget", "Trigger"),
                                           QT_TRANSLATE_NOOP("ParamterWidget", "Advance")};
 constexpr const char *ProfilerTitles[] = {
     QT_TRANSLATE_NOOP("ParamterWidget", "Trigger"), QT_TRANSLATE_NOOP("ParamterWidget", "Image"),
     QT_TRANSLATE_NOOP("ParamterWidget", "Contour"), QT_TRANSLATE_NOOP("ParamterWidget", "Others")};
+constexpr const char *StructuredLightTitles[] = {QT_TRANSLATE_NOOP("ParamterWidget", "Shoot"),
+                                                 QT_TRANSLATE_NOOP("ParamterWidget", "Image"),
+                                                 QT_TRANSLATE_NOOP("ParamterWidget", "Advance")};
 
-Table<const char *> titlesOf(PageSet pageSet)
+struct PageSetSpec
 {
-    return pageSet == PageSet::Profiler ? Table<const char *>(ProfilerTitles) : Table<const char *>(AreaScanTitles);
+    Table<const char *> titles;
+    void (ParamterWidget::*build)();
+};
+
+/// In the order of PageSet.
+constexpr PageSetSpec PageSets[] = {
+    {AreaScanTitles, &ParamterWidget::init2DParameterUI},
+    {ProfilerTitles, &ParamterWidget::init3DParameterUI},
+    {StructuredLightTitles, &ParamterWidget::initSLParameterUI},
+};
+
+const PageSetSpec &specOf(PageSet pageSet)
+{
+    return PageSets[int(pageSet)];
 }
 
 QString panelStyleSheet()
@@ -184,8 +201,8 @@ void ParamterWidget::initUI(QString device)
 {
     m_context.deviceName = device;
     m_ui->widget_featrue->deviceName = device;
-    const bool profiler = m_pageSet == PageSet::Profiler && !m_context.card;
-    guarded(Module, [&] { profiler ? init3DParameterUI() : init2DParameterUI(); });
+    const PageSet pageSet = m_context.card ? PageSet::AreaScan : m_pageSet;
+    guarded(Module, [&] { (this->*specOf(pageSet).build)(); });
     for (QAbstractSpinBox *spinBox : findChildren<QAbstractSpinBox *>())
         spinBox->setContextMenuPolicy(Qt::NoContextMenu);
 }
@@ -210,7 +227,7 @@ void ParamterWidget::init2DParameterUI()
 
 void ParamterWidget::addPages()
 {
-    for (const char *title : titlesOf(m_pageSet))
+    for (const char *title : specOf(m_pageSet).titles)
         m_ui->tabWidget->addTab(m_context.toolBoxes.at(m_ui->tabWidget->count()), tr(title));
 }
 
@@ -256,7 +273,7 @@ void ParamterWidget::retranslate(int language)
     m_attributeTab->retranslate();
     m_ui->toolButton->setFixedWidth(language == 0 ? FoldButtonWidthEnglish : FoldButtonWidthChinese);
     int page = 0;
-    for (const char *title : titlesOf(m_pageSet)) {
+    for (const char *title : specOf(m_pageSet).titles) {
         m_ui->tabWidget->setTabText(page, tr(title));
         m_context.toolBoxes.at(page++)->setLanguage(language);
     }
@@ -304,6 +321,7 @@ void ParamterWidget::updateWidget(bool)
     guarded(Module, [this] { m_context.refreshPages(); });
     if (followsProfiler())
         guarded(Module, [this] { m_profiler->show(); });
+    readOutputs();
 }
 
 void ParamterWidget::startAcquireOperation()
@@ -397,6 +415,7 @@ void ParamterWidget::onUserSetLoadButtonClicked()
     guarded(Module, [this] { m_userSets->load(); });
     if (followsProfiler())
         guarded(Module, [this] { m_profiler->showAfterUserSet(); });
+    readOutputs();
 }
 
 void ParamterWidget::onCollapseButtonClicked()
@@ -424,10 +443,6 @@ void ParamterWidget::onRealUpdateTimerTimeout()
     for (ToolPageWidgetItem *row : m_context.liveRows)
         guarded(Module, [row] { row->updateWidget(true); });
 }
-
-void ParamterWidget::on2DGrabOutputChanged(int, bool) { }
-
-void ParamterWidget::on2DShowTypeChanged(int) { }
 
 bool ParamterWidget::isFirstPageInView() const
 {

@@ -12,6 +12,7 @@
 #include "ParamterWidget/PanelContext.h"
 
 class AttributeTab;
+class OutputSelection;
 class QTextBrowser;
 class RoiDrawing;
 class SoftTrigger;
@@ -20,7 +21,7 @@ struct ProfilerPages;
 class UserSets;
 
 /// The curated pages that a camera can have.
-enum class PageSet { AreaScan, Profiler };
+enum class PageSet { AreaScan, Profiler, StructuredLight };
 
 /// The parameter panel of one device, or the empty panel that is shown when no device has the focus.
 ///
@@ -66,6 +67,13 @@ public:
     void update3DCustomParameters();
     void measureRangeAreaUpdate();
     void imageMaskWidgetUpdate();
+    /// The pages of structured-light cameras: all of them, and those of the three tool boxes.
+    void initSLParameterUI();
+    void SLCommonAttributeInit(GenApi::INodeMap *nodeMap);
+    void SLTriggerInit(GenApi::INodeMap *nodeMap);
+    void SLAdvancedSettingsInit(GenApi::INodeMap *nodeMap);
+    /// Offers the 2D images that the camera sends for being shown.
+    void update2DShowTypeComboBox();
 
     /// Sets all texts in the application's language; `language` is 0 for English, any other value for Chinese.
     void retranslate(int language);
@@ -148,6 +156,10 @@ private:
     void forward(Tool ProfilerPages::*tool, void (Tool::*follow)() const);
     template <class Tool>
     void forward(Tool ProfilerPages::*tool, void (Tool::*follow)(const QObject *control) const);
+    template <class Use>
+    void useOutputs(Use use);
+    /// Lets the choice of 2D images follow the device.
+    void readOutputs();
     void describeSelectedRow();
     bool isFirstPageInView() const;
 
@@ -159,6 +171,7 @@ private:
     std::unique_ptr<RoiDrawing> m_roiDrawing;
     std::unique_ptr<UserSets> m_userSets;
     std::unique_ptr<ProfilerPages> m_profiler; ///< null without these pages
+    std::unique_ptr<OutputSelection> m_outputSelection; ///< null without the pages of structured-light cameras
     QTimer m_liveRefreshTimer{this};
     std::unique_ptr<Ui_ParamterWidget> m_ui;
     std::unique_ptr<AttributeTab> m_attributeTab;

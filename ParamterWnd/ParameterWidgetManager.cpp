@@ -2,6 +2,7 @@
 #include "ParamterWnd/ParameterWidgetManager.h"
 
 #include <chrono>
+#include <utility>
 
 #include <QCoreApplication>
 #include <QMutexLocker>
@@ -25,8 +26,11 @@ constexpr int RegionMoved = 1;
 constexpr const char *CardUsable = "4";
 constexpr const char *Yes = "1";
 constexpr const char *No = "0";
-/// Property of the exported window: the type codes of cameras that get the pages of laser profilers.
-constexpr const char *ProfilerTypeCodes = "profilerTypeCodes";
+
+/// Properties of the exported window with the type codes of cameras that get other pages than area-scan cameras. The
+/// first list that holds a code counts.
+constexpr std::pair<const char *, PageSet> TypeCodeLists[] = {{"profilerTypeCodes", PageSet::Profiler},
+                                                              {"structuredLightTypeCodes", PageSet::StructuredLight}};
 
 constexpr auto FirstLevelDelay = 1000ms;
 
@@ -190,8 +194,11 @@ void ParameterWidgetManager::updateCamera(const QString &camera)
 PageSet ParameterWidgetManager::pageSetOf(const QString &typeCode) const
 {
     const QWidget *const window = parentWidget();
-    const bool profiler = window && window->property(ProfilerTypeCodes).toStringList().contains(typeCode);
-    return profiler ? PageSet::Profiler : PageSet::AreaScan;
+    for (const auto &[list, pageSet] : TypeCodeLists) {
+        if (window && window->property(list).toStringList().contains(typeCode))
+            return pageSet;
+    }
+    return PageSet::AreaScan;
 }
 
 ParamterWidget *ParameterWidgetManager::createPanel()

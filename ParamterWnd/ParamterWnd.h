@@ -13,9 +13,10 @@ struct WindowForm;
 /// The window that a host places in its main window. It follows the host's events through HostCore and shows the
 /// parameter panel of the device that has the focus, or an empty panel. One process needs one.
 ///
-/// Cameras get the curated pages of area-scan cameras. The dynamic property "profilerTypeCodes", a list of strings,
-/// names the type codes (CAM_INFO_TYPE_CODE) of those that get the pages of laser profilers instead; it counts for
-/// panels that are opened after it was set.
+/// Cameras get the curated pages of area-scan cameras. The dynamic properties "profilerTypeCodes" and
+/// "structuredLightTypeCodes", lists of strings, name the type codes (CAM_INFO_TYPE_CODE) of those that get the pages
+/// of laser profilers or of structured-light cameras instead; a code in both lists counts in the first. They count for
+/// panels that are opened after they were set.
 ///
 /// GUI thread only. No exception leaves its functions.
 class PARAMTERWND_EXPORT ParamterWnd : public QWidget

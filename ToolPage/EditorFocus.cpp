@@ -8,6 +8,7 @@
 #include <QScrollArea>
 #include <QVariant>
 
+#include "ToolPage/CComboBox.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/StyleSheets.h"
 #include "ToolPage/SwitchButton.h"
@@ -129,6 +130,8 @@ bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
     case QEvent::KeyPress:
         return takeKey(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
     case QEvent::Wheel: // scrolling over the page changes no value
+        if (qobject_cast<CComboBox *>(watched)) // takes the wheel and does nothing
+            return false;
         event->setAccepted(static_cast<QWidget *>(watched)->hasFocus());
         return !event->isAccepted();
     default:

@@ -30,6 +30,10 @@ inline constexpr QLatin1String EnumerationList("QComboBox QAbstractItemView::ite
 /// The drop-down list of a choice that is no feature.
 inline constexpr QLatin1String ChoiceList("QComboBox QAbstractItemView:item { height: 50px; }");
 
+/// A list of check boxes, which opens below its box: the box shows what is checked.
+inline constexpr QLatin1String
+    CheckList("CComboBox{combobox-popup: 0;}QComboBox QAbstractItemView:item{height: 50px;}");
+
 /// The title bar of a foldable group.
 inline constexpr QLatin1String FoldableGroup("QPushButton#pushButtonFold\n{\nborder: none;\n}");
 

@@ -98,6 +98,10 @@
         <translation>图像</translation>
     </message>
     <message>
+        <source>Shoot</source>
+        <translation>拍摄</translation>
+    </message>
+    <message>
         <source>Contour</source>
         <translation>轮廓</translation>
     </message>

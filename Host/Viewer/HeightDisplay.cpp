@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "Host/HostContext.h"
 
@@ -15,16 +16,34 @@ constexpr double flattestRow = 1.0 / 8;
 constexpr double largestStep = 128.0;
 constexpr double largestNumber = 1e6; ///< what is beyond is a fault in the settings
 
+/// Profilers have settings for it; a structured-light camera shows all of its heights.
+HeightAnalysis::Range colourRange(const HeightFrame &frame)
+{
+    constexpr HeightAnalysis::Range usual{usualMinimum, usualMaximum};
+    if (frame.outputs.empty())
+        return usual;
+    HeightAnalysis::Range range{std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest()};
+    for (const float z : frame.heights) {
+        if (std::isnan(z))
+            continue;
+        range.lowest = std::min(range.lowest, double(z));
+        range.highest = std::max(range.highest, double(z));
+    }
+    return range.lowest <= range.highest ? range : usual;
+}
+
 } // namespace
 
 HeightDisplay::HeightDisplay(HostContext &host, QObject *parent) : QObject(parent), m_host(host)
 {
     connect(&host, &HostContext::heightReady, this, &HeightDisplay::keep);
     connect(&host, &HostContext::frameReady, this, [this](const QString &id) { followFrame(id); });
-    connect(&host, &HostContext::cameraInfoChanged, this, [this](const QString &id) {
+    const auto announce = [this](const QString &id) {
         if (shows(id))
             Q_EMIT changed(id);
-    });
+    };
+    connect(&host, &HostContext::cameraInfoChanged, this, announce);
+    connect(&host.showModes(), &ShowModes::changed, this, announce);
     connect(&host, &HostContext::deviceStateChanged, this, [this](const QString &id) {
         if (!m_host.isReady(id))
             m_shown.remove(id);
@@ -35,6 +54,7 @@ void HeightDisplay::keep(const QString &id, const HeightFrame &frame)
 {
     Shown &shown = m_shown[id];
     shown.frame = frame;
+    shown.range = colourRange(frame);
     shown.fresh = true;
 }
 
@@ -67,6 +87,12 @@ HeightSampling HeightDisplay::sampling(const QString &id, const HeightFrame &fra
     return result;
 }
 
+QImage HeightDisplay::chosenOutput(const QString &id, const HeightFrame &frame) const
+{
+    const int output = m_host.showModes().of(id) - 1;
+    return output >= 0 && output < int(frame.outputs.size()) ? frame.outputs[size_t(output)] : QImage();
+}
+
 bool HeightDisplay::showsIntensity(const QString &id, const HeightFrame &frame) const
 {
     return !frame.intensity.isNull() && m_host.cameraInfo(id, HostCore::CAM_INFO_GRAY_IMAGE) == QLatin1String("1");
@@ -78,16 +104,19 @@ QImage HeightDisplay::picture(const QString &id, const QImage &gray) const
     if (shown == m_shown.constEnd())
         return gray;
     const HeightFrame &frame = shown->frame;
+    const QImage output = chosenOutput(id, frame);
+    if (!output.isNull())
+        return output;
     if (showsIntensity(id, frame))
         return intensityPicture(frame, sampling(id, frame));
-    return heightColours(frame, number(id, HostCore::CAM_INFO_Z_MINIMUM, usualMinimum),
-                         number(id, HostCore::CAM_INFO_Z_MAXIMUM, usualMaximum), sampling(id, frame));
+    return heightColours(frame, number(id, HostCore::CAM_INFO_Z_MINIMUM, shown->range.lowest),
+                         number(id, HostCore::CAM_INFO_Z_MAXIMUM, shown->range.highest), sampling(id, frame));
 }
 
 QString HeightDisplay::textAt(const QString &id, const QPoint &pixel) const
 {
     const auto shown = m_shown.constFind(id);
-    if (shown == m_shown.constEnd() || showsIntensity(id, shown->frame))
+    if (shown == m_shown.constEnd() || showsIntensity(id, shown->frame) || !chosenOutput(id, shown->frame).isNull())
         return {};
     const HeightFrame &frame = shown->frame;
     const HeightSampling grid = sampling(id, frame);

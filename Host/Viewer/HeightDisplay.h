@@ -5,13 +5,15 @@
 #include <QImage>
 #include <QObject>
 
+#include "Host/HeightAnalysis.h"
 #include "Host/HeightFrame.h"
 #include "Host/Viewer/HeightColours.h"
 #include "ParamterWnd/HostCore.h"
 
 class HostContext;
 
-/// The newest height map of each laser profiler, as a picture that follows the display settings of the camera.
+/// The newest height map of each laser profiler or structured-light camera, as a picture that follows the display
+/// settings of the camera. In a show mode of its own, a structured-light camera shows one of its 2D images instead.
 class HeightDisplay : public QObject
 {
     Q_OBJECT
@@ -35,11 +37,14 @@ private:
     struct Shown
     {
         HeightFrame frame;
+        HeightAnalysis::Range range; ///< of the colours, unless the camera has settings of its own
         bool fresh = false; ///< its frameReady() is still to come
     };
 
     void keep(const QString &id, const HeightFrame &frame);
     void followFrame(const QString &id);
+    /// The 2D image that the show mode of the device asks for; null when the frame does not have it.
+    QImage chosenOutput(const QString &id, const HeightFrame &frame) const;
     bool showsIntensity(const QString &id, const HeightFrame &frame) const;
     HeightSampling sampling(const QString &id, const HeightFrame &frame) const;
     double number(const QString &id, HostCore::CAM_INFO item, double otherwise) const;

@@ -22,6 +22,7 @@
 #include "Host/Viewer/TourPageSteps.h"
 #include "Host/Viewer/TourProfilerSteps.h"
 #include "Host/Viewer/TourStage.h"
+#include "Host/Viewer/TourStructuredLightSteps.h"
 #include "Host/Viewer/ViewerCommands.h"
 #include "Host/Viewer/ViewerWindow.h"
 
@@ -268,6 +269,8 @@ std::vector<TourStep> tourSteps()
         {"camera-closed", closeCamera},
         {"description-file", openDescription},
     };
+    const std::vector<TourStep> &structuredLight = tourStructuredLightSteps();
+    steps.insert(steps.end(), structuredLight.begin(), structuredLight.end());
     steps.insert(steps.end(), features.begin(), features.end());
     return steps;
 }

@@ -36,7 +36,10 @@ constexpr int deviceListWidth = 270;
 constexpr int logHeight = 150;
 /// Cameras of these types get the pages of laser profilers.
 constexpr const char *profilerTypeCodes = "profilerTypeCodes";
-const QStringList profilerTypes{QStringLiteral("1"), QStringLiteral("5")};
+const QStringList profilerTypes{QStringLiteral("5")};
+/// These get the pages of structured-light cameras.
+constexpr const char *structuredLightTypeCodes = "structuredLightTypeCodes";
+const QStringList structuredLightTypes{QStringLiteral("1")};
 const QString geometryKey = QStringLiteral("Viewer/geometry");
 const QString layoutKey = QStringLiteral("Viewer/layout");
 
@@ -54,6 +57,7 @@ ViewerWindow::ViewerWindow(HostContext &context)
         return showsHeights(currentId()) ? m_heights->textAt(currentId(), pixel) : QString();
     });
     m_panel->setProperty(profilerTypeCodes, profilerTypes);
+    m_panel->setProperty(structuredLightTypeCodes, structuredLightTypes);
     statusBar()->addPermanentWidget(m_status);
     buildDocks();
     buildCommands();

@@ -49,6 +49,8 @@ using Behaviours = std::vector<std::unique_ptr<Behaviour>>;
 Behaviours areaScanBehaviours();
 /// What laser profilers do.
 Behaviours profilerBehaviours();
+/// What structured-light cameras do.
+Behaviours structuredLightBehaviours();
 /// What the input card does.
 Behaviours cardBehaviours();
 

@@ -17,7 +17,7 @@ class Firmware;
 struct SimulatedFrame
 {
     QImage image;
-    std::shared_ptr<const HeightFrame> heights; ///< null unless a profiler took them
+    std::shared_ptr<const HeightFrame> heights; ///< null unless the device measures heights
 };
 
 /// The running part of a simulated device: lets time pass in its firmware and, in subclasses, takes frames. Lives on a

@@ -49,6 +49,9 @@ enum class RowId {
     LaserSetting,
     TiltCorrection,
     HeightCorrection,
+    // Structured-light cameras
+    ImageOutputs,
+    ImageShowType,
 };
 
 /// How the feature of a row is found.

@@ -15,12 +15,13 @@ namespace {
 
 constexpr auto areaScan = "SIM-AREA-01";
 constexpr auto profiler = "SIM-PROFILER-01";
+constexpr auto structuredLight = "SIM-SL-01";
 constexpr auto card = "SIM-CARD-01";
 
 void addDevices()
 {
     QTest::addColumn<QByteArray>("id");
-    for (const char *id : {areaScan, "SIM-AREA-02", profiler, card})
+    for (const char *id : {areaScan, "SIM-AREA-02", profiler, structuredLight, card})
         QTest::newRow(id) << QByteArray(id);
 }
 
@@ -101,7 +102,7 @@ void tst_SimulatedDevice::descriptionsLoadWithoutComplaint()
     const OpenDevice device(id.constData());
     QCOMPARE(device->inside().oddLines(), QByteArrayList());
     const size_t count = features(device.nodes()).size();
-    const size_t least = id == card ? 36 : id == profiler ? 85 : 290;
+    const size_t least = id == card ? 36 : id == profiler ? 85 : id == structuredLight ? 65 : 290;
     QVERIFY2(count >= least && count <= least + 40, qPrintable(QString::number(count)));
 }
 

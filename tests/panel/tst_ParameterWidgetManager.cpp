@@ -38,7 +38,7 @@ private Q_SLOTS:
     void unlistedCamerasStay();
     void oneKeyForCardAndCamera();
     void areaScanFlag();
-    void profilerPages();
+    void pageSets();
     void acquisition_data();
     void acquisition();
     void newPanelsStayHidden();
@@ -299,30 +299,30 @@ void tst_ParameterWidgetManager::areaScanFlag()
     }
 }
 
-/// Hosts name the type codes of laser profilers; they count for panels opened from then on, never for cards.
-void tst_ParameterWidgetManager::profilerPages()
+/// Hosts name the type codes of cameras with other pages; they count for panels opened from then on, never for cards.
+void tst_ParameterWidgetManager::pageSets()
 {
-    const auto pagesOf = [this](const std::string &key, const std::string &type) {
+    const auto firstPageOf = [this](const std::string &key, const std::string &type) {
         setCamera(key, true);
         m_host.setCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE, type);
         sendDeviceList({}, {key});
-        return panelOf(QString::fromStdString(key))->findChild<QTabWidget *>(QStringLiteral("tabWidget"))->count();
+        return panelOf(QString::fromStdString(key))->findChild<QTabWidget *>(QStringLiteral("tabWidget"))->tabText(0);
     };
-    QCOMPARE(pagesOf("before", "7"), 3);
+    QCOMPARE(firstPageOf("before", "7"), QStringLiteral("Commom"));
     m_window->setProperty("profilerTypeCodes", QStringList({QStringLiteral("1"), QStringLiteral("7")}));
-    QCOMPARE(pagesOf("listed", "7"), 4);
-    QVERIFY(!panelOf(QStringLiteral("listed"))->isAreaScan());
-    QCOMPARE(pagesOf("similar", "17"), 3);
-    QCOMPARE(pagesOf("unlisted", "5"), 3);
-    m_window->setProperty("profilerTypeCodes", QVariant());
-    for (const auto &[key, pages] : {std::pair("before", 3), std::pair("after", 3), std::pair("listed", 4)})
-        QCOMPARE(pagesOf(key, "7"), pages);
-
-    m_window->setProperty("profilerTypeCodes", QStringList(QStringLiteral("1")));
+    m_window->setProperty("structuredLightTypeCodes", QStringList({QStringLiteral("1"), QStringLiteral("8")}));
+    for (const auto &[type, page] : {std::pair("7", "Trigger"), std::pair("1", "Trigger"), std::pair("8", "Shoot"),
+                                     std::pair("17", "Commom"), std::pair("5", "Commom")})
+        QCOMPARE(firstPageOf(type, type), QLatin1String(page));
+    QVERIFY(!panelOf(QStringLiteral("7"))->isAreaScan() && !panelOf(QStringLiteral("8"))->isAreaScan());
     setCard("card", true);
     m_host.setCameraInfo("card", HostCore::CAM_INFO_TYPE_CODE, "1");
     sendDeviceList({"card"}, {});
     QCOMPARE(panelOf(QStringLiteral("card"), true)->findChild<QTabWidget *>(QStringLiteral("tabWidget"))->count(), 3);
+    m_window->setProperty("profilerTypeCodes", QVariant());
+    for (const auto &[key, page] :
+         {std::pair("before", "Commom"), std::pair("after", "Commom"), std::pair("7", "Trigger")})
+        QCOMPARE(firstPageOf(key, "7"), QLatin1String(page));
 }
 
 void tst_ParameterWidgetManager::acquisition_data()

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+
+class HostContext;
+
+/// Which image of its shots each open structured-light camera shows. GUI thread.
+class ShowModes : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int depthMap = 0;
+    /// Modes 1 to 8 name the 2D images, in the order of HeightFrame::outputs.
+    static constexpr int last = 8;
+
+    /// `host` must outlive this.
+    explicit ShowModes(HostContext &host);
+
+    /// depthMap from the opening of the device on.
+    int of(const QString &device) const { return modes.value(device, depthMap); }
+    /// A mode that does not exist is logged and shows the depth map; a device that is not open is logged.
+    void set(const QString &device, int mode);
+
+Q_SIGNALS:
+    void changed(const QString &device);
+
+private:
+    HostContext &host;
+    QHash<QString, int> modes;
+};

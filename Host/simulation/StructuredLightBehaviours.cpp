@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "Host/simulation/Behaviour.h"
+#include "Host/simulation/Firmware.h"
+#include "Host/simulation/StructuredLightSettings.h"
+
+namespace {
+
+/// Passes the software trigger on, in the mode that waits for it.
+class SoftwareTrigger : public Behaviour
+{
+public:
+    void written(Firmware &firmware, const RegisterWrite &write) override
+    {
+        const RegisterMemory &memory = firmware.memory();
+        const bool waits = memory.integer("Acquiring") == 1
+            && memory.integer("AcquisitionMode") == StructuredLightSettings::SoftwareTrigger;
+        if (write.is("TriggerSoftware") && waits)
+            Q_EMIT firmware.triggered(0);
+    }
+};
+
+} // namespace
+
+Behaviours structuredLightBehaviours()
+{
+    Behaviours behaviours;
+    addDeviceBehaviours(behaviours);
+    addUserSetBehaviours(behaviours,
+                         {QStringLiteral("Default"), QStringLiteral("UserSet1"), QStringLiteral("UserSet2"),
+                          QStringLiteral("UserSet3"), QStringLiteral("UserSet4")});
+    addAcquisitionControl(behaviours);
+    behaviours.push_back(std::make_unique<SoftwareTrigger>());
+    return behaviours;
+}

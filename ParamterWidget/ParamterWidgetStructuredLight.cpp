@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// The panel's doors to the pages of structured-light cameras.
+#include <QComboBox>
+
+#include "ParamterWidget/Guarded.h"
+#include "ParamterWidget/ParamterForm.h"
+#include "ParamterWidget/ParamterWidget.h"
+#include "ParamterWidget/pages/StructuredLightCatalogue.h"
+#include "ParamterWidget/structuredlight/OutputSelection.h"
+#include "ToolPage/CComboBox.h"
+
+namespace {
+
+constexpr const char *Module = "ParamterWidget";
+
+} // namespace
+
+void ParamterWidget::initSLParameterUI()
+{
+    setPageSet(PageSet::StructuredLight);
+    addPages();
+    GenApi::INodeMap *const nodeMap = m_context.nodeMap();
+    if (!nodeMap)
+        return;
+    SLCommonAttributeInit(nodeMap);
+    SLTriggerInit(nodeMap);
+    SLAdvancedSettingsInit(nodeMap);
+    parameterTreeViewInit(nodeMap);
+}
+
+void ParamterWidget::SLCommonAttributeInit(GenApi::INodeMap *nodeMap)
+{
+    guarded(Module, [this] {
+        m_outputSelection = std::make_unique<OutputSelection>(m_context, m_unplacedControls);
+        connect(m_outputSelection->outputs(), &CComboBox::itemCheckedStatusChanged, this,
+                &ParamterWidget::on2DGrabOutputChanged);
+        connect(m_outputSelection->showTypes(), qOverload<int>(&QComboBox::currentIndexChanged), this,
+                &ParamterWidget::on2DShowTypeChanged);
+    });
+    buildTab(StructuredLightCatalogue::Shoot, m_ui->firstToolBox, nodeMap);
+}
+
+void ParamterWidget::SLTriggerInit(GenApi::INodeMap *nodeMap)
+{
+    buildTab(StructuredLightCatalogue::Image, m_ui->secondToolBox, nodeMap);
+}
+
+void ParamterWidget::SLAdvancedSettingsInit(GenApi::INodeMap *nodeMap)
+{
+    buildTab(StructuredLightCatalogue::Advanced, m_ui->thirdToolBox, nodeMap);
+}
+
+template <class Use>
+void ParamterWidget::useOutputs(Use use)
+{
+    if (m_outputSelection && !m_context.disabled)
+        guarded(Module, [&] { use(*m_outputSelection); });
+}
+
+void ParamterWidget::on2DGrabOutputChanged(int index, bool status)
+{
+    useOutputs([&](const OutputSelection &selection) { selection.followOutput(index, status); });
+}
+
+void ParamterWidget::on2DShowTypeChanged(int)
+{
+    useOutputs([](const OutputSelection &selection) { selection.followShowType(); });
+}
+
+void ParamterWidget::update2DShowTypeComboBox()
+{
+    useOutputs([](const OutputSelection &selection) { selection.updateShowTypes(); });
+}
+
+void ParamterWidget::readOutputs()
+{
+    useOutputs([](const OutputSelection &selection) { selection.read(); });
+}

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/structuredlight/OutputSelection.h"
+
+#include <iterator>
+
+#include <QComboBox>
+#include <QSignalBlocker>
+
+#include "ParamterWidget/PanelContext.h"
+#include "ParamterWidget/TranslationTables.h"
+#include "ParamterWidget/profiler/HostValues.h"
+#include "ParamterWidget/profiler/ProfilerControls.h"
+#include "ToolPage/CComboBox.h"
+
+namespace {
+
+struct Output
+{
+    const char *feature;
+    const char *name; ///< key of imgShowTypeMap, the same in every language
+};
+
+constexpr Output Outputs[] = {
+    {"Left2DImage", "2D Left"},           {"Right2DImage", "2D Right"},           {"Left2DSrcImage", "Left Streak"},
+    {"Right2DSrcImage", "Right Streak"},  {"Left2.5DFront", "2.5D Left Shot"},    {"Right2.5DFront", "2.5D Right Shot"},
+    {"Left2.5DBack", "2.5D Left Reflex"}, {"Right2.5DBack", "2.5D Right Reflex"},
+};
+constexpr int OutputCount = int(std::size(Outputs));
+constexpr int FirstRow = 1; ///< of the outputs in the model of their list
+
+const QLatin1String On("True");
+const QLatin1String Off("False");
+const QLatin1String ShowNone("-");
+
+bool isOn(const PanelContext &context, const Output &output, bool otherwise = false)
+{
+    return HostValues::readNode(context, output.feature, otherwise ? On : Off) == On;
+}
+
+} // namespace
+
+OutputSelection::OutputSelection(PanelContext &context, QWidget *controlsParent)
+    : m_context(context), m_outputs(new CComboBox(controlsParent)),
+      m_showTypes(ProfilerControls::list({ShowNone}, controlsParent))
+{
+    for (const Output &output : Outputs) {
+        const QString name = QString::fromLatin1(output.name);
+        m_outputs->addOption(name, isOn(context, output), name);
+    }
+    updateShowTypes();
+    context.controls[RowId::ImageOutputs] = m_outputs;
+    context.controls[RowId::ImageShowType] = m_showTypes;
+}
+
+void OutputSelection::followOutput(int output, bool on) const
+{
+    if (output >= 0 && output < OutputCount)
+        HostValues::writeNode(m_context, Outputs[output].feature, on ? QStringLiteral("1") : QStringLiteral("0"));
+    updateShowTypes();
+}
+
+void OutputSelection::followShowType() const
+{
+    HostCore::SetSLImageShowMode(m_context.deviceKey(), imgShowTypeMap.value(m_showTypes->currentText(), 0));
+}
+
+void OutputSelection::updateShowTypes() const
+{
+    const QString shown = m_showTypes->currentText();
+    const QSignalBlocker blocker(m_showTypes);
+    m_showTypes->clear();
+    m_showTypes->addItem(ShowNone);
+    for (const QString &name : m_outputs->getCheckedItemsName())
+        m_showTypes->addItem(name, name);
+    m_showTypes->setCurrentText(shown);
+    if (m_showTypes->currentText() != shown)
+        followShowType();
+}
+
+/// Features that the device lacks are not asked for: the host would report each of them every time.
+void OutputSelection::read() const
+{
+    GenApi::INodeMap *const nodeMap = m_context.nodeMap();
+    if (!nodeMap)
+        return;
+    const QStringList former = m_outputs->getCheckedItemsName();
+    for (int index = 0; index < OutputCount; ++index) {
+        const Output &output = Outputs[index];
+        const bool on = former.contains(QLatin1String(output.name));
+        if (GenApi::IsReadable(nodeMap->GetNode(output.feature)))
+            m_outputs->setItemChecked(index + FirstRow, isOn(m_context, output, on));
+    }
+    if (m_outputs->getCheckedItemsName() != former)
+        updateShowTypes();
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class CComboBox;
+class QComboBox;
+class QWidget;
+struct PanelContext;
+
+/// The 2D images that a structured-light camera sends beside its depth map: which of the eight it sends, and which one
+/// the host shows. GUI thread only.
+class OutputSelection
+{
+public:
+    /// The controls, set from the device, become children of `controlsParent`, until a page places them. Nothing is
+    /// written.
+    OutputSelection(PanelContext &context, QWidget *controlsParent);
+
+    CComboBox *outputs() const { return m_outputs; }
+    QComboBox *showTypes() const { return m_showTypes; }
+
+    /// Switches an output of the device, by its place in the list. A refused one stays as the user set it.
+    void followOutput(int output, bool on) const;
+    /// Tells the host which image to show; none is 0.
+    void followShowType() const;
+    /// Offers the outputs that are on. If the one that is shown has gone, none is, and the host is told.
+    void updateShowTypes() const;
+    /// Follows the device without writing to it. An output that cannot be read stays as it is.
+    void read() const;
+
+private:
+    const PanelContext &m_context;
+    CComboBox *m_outputs;
+    QComboBox *m_showTypes;
+};

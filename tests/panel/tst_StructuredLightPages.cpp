@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: MIT
+#include <QComboBox>
+#include <QListView>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QtTest>
+
+#include "CuratedPanel.h"
+#include "ToolPage/CComboBox.h"
+#include "support/BracketTranslator.h"
+
+namespace {
+
+constexpr const char *outputFeatures[] = {"Left2DImage",   "Right2DImage",   "Left2DSrcImage", "Right2DSrcImage",
+                                          "Left2.5DFront", "Right2.5DFront", "Left2.5DBack",   "Right2.5DBack"};
+
+QStringList words(const char *text, const char *separator = " ")
+{
+    return QString::fromUtf8(text).split(QLatin1String(separator), Qt::SkipEmptyParts);
+}
+
+/// A structured-light camera whose outputs the host answers for.
+CuratedFeatures features()
+{
+    CuratedFeatures all = {
+        {"Enumeration", "AcquisitionMode", "<EnumEntry Name=\"Continuous\"><Value>0</Value></EnumEntry>"}};
+    for (const char *number : {"SensorMethod",   "Bining",          "Light1Selector",
+                               "Light1Mode",     "Light1Value",     "Light2Selector",
+                               "Light2Mode",     "Light2Value",     "Light3Selector",
+                               "Light3Mode",     "Light3Value",     "SensorGain",
+                               "SensorExposure", "Modulation",      "LowBrightness",
+                               "HighBrightness", "FilterThreshold", "HighFilteringThreshold",
+                               "Radius",         "Neighborhoods",   "FillThreshold",
+                               "HighTruncation", "LowTruncation"})
+        all.push_back({"Integer", number, "<Min>0</Min><Max>1000</Max>"});
+    for (const char *output : outputFeatures)
+        all.push_back({"Boolean", output, ""});
+    all.push_back({"Boolean", "Denoising", ""});
+    return all;
+}
+
+/// What the device and the host know, and what the panel shows and sends then.
+struct Case
+{
+    const char *name, *on, *unknown, *shown, *sent;
+};
+
+void addCases(std::initializer_list<Case> cases)
+{
+    for (const char *column : {"on", "unknown", "shown", "sent"})
+        QTest::addColumn<QString>(column);
+    for (const Case &row : cases)
+        QTest::newRow(row.name) << QString::fromLatin1(row.on) << QString::fromLatin1(row.unknown)
+                                << QString::fromLatin1(row.shown) << QString::fromLatin1(row.sent);
+}
+
+} // namespace
+
+class tst_StructuredLightPages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { m_panel.reset(); }
+
+    void pages();
+    void missingFeatures();
+    void start_data();
+    void start();
+    void everyOutput();
+    void choosing();
+    void refusedWrites();
+    void followsTheDevice_data();
+    void followsTheDevice();
+    void releasedPanel();
+
+private:
+    /// `on`: the features of the outputs that are on; the others are off, or unknown to the host if they are listed
+    /// in `unknown`.
+    void open(const QString &on = {}, const QString &unknown = {}, const CuratedFeatures &changes = {});
+    void setOutputs(const QString &on, const QString &unknown = {});
+    CComboBox *outputs() const { return m_panel->editor<CComboBox>("2D Acquisition Output"); }
+    QComboBox *showTypes() const { return m_panel->editor<QComboBox>("2D Image Show"); }
+    void toggle(int output);
+    /// The entries to choose from, the chosen one in brackets.
+    QString offered() const;
+    /// What was read, written and sent by name since the last call, without the device.
+    QString taken();
+
+    std::unique_ptr<CuratedPanel> m_panel;
+};
+
+void tst_StructuredLightPages::open(const QString &on, const QString &unknown, const CuratedFeatures &changes)
+{
+    m_panel.reset();
+    CuratedFeatures all = features();
+    all.insert(all.end(), changes.begin(), changes.end());
+    m_panel = std::make_unique<CuratedPanel>(all, PageSet::StructuredLight, [&](CuratedPanel &panel) {
+        panel.messages.allow(QStringLiteral("^This plugin does not support"));
+        setOutputs(on, unknown);
+        panel.host.clearCalls();
+    });
+    m_panel->panel->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_panel->panel.get()));
+}
+
+void tst_StructuredLightPages::setOutputs(const QString &on, const QString &unknown)
+{
+    FakeHostCore &host = FakeHostCore::instance();
+    for (const char *feature : outputFeatures) {
+        const QLatin1String name(feature);
+        host.setNodeValue("cam", feature, words(on.toLatin1()).contains(name) ? "True" : "False");
+        host.setReadResult("cam", feature, words(unknown.toLatin1()).contains(name) ? -1 : 0);
+    }
+}
+
+/// With the mouse, as all the others here.
+void tst_StructuredLightPages::toggle(int output)
+{
+    if (!outputs()->view()->isVisible())
+        QTest::mouseClick(outputs(), Qt::LeftButton);
+    QAbstractItemView *const list = outputs()->view();
+    const QModelIndex entry = outputs()->model()->index(output + 1, 0);
+    list->scrollTo(entry);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(entry).center());
+}
+
+QString tst_StructuredLightPages::offered() const
+{
+    QStringList names;
+    for (int entry = 0; entry < showTypes()->count(); ++entry) {
+        const QString name = showTypes()->itemText(entry);
+        names << (entry == showTypes()->currentIndex() ? QStringLiteral("[%1]").arg(name) : name);
+    }
+    return names.join(QLatin1Char('|'));
+}
+
+QString tst_StructuredLightPages::taken()
+{
+    QStringList lines;
+    for (QString call : m_panel->host.callsTo(words("GetCameraNodeValue SetCameraNodeValue SetSLImageShowMode")))
+        lines << call.remove(QLatin1String("cam, ")).remove(QLatin1String("CameraNodeValue"));
+    m_panel->host.clearCalls();
+    return lines.join(QLatin1Char(' '));
+}
+
+void tst_StructuredLightPages::pages()
+{
+    open();
+    QVERIFY(!m_panel->panel->isAreaScan());
+    const auto titles = [this] {
+        QStringList texts;
+        for (int tab = 0; tab < m_panel->innerTabs()->count(); ++tab)
+            texts << m_panel->innerTabs()->tabText(tab);
+        return texts;
+    };
+    QCOMPARE(titles(), words("Shoot Image Advance"));
+    QCOMPARE(m_panel->labels("firstToolBox"),
+             words("AcquisitionMode|TriggerSoftware|SensorMethod|2D Acquisition Output|2D Image Show|Binning", "|"));
+    const QStringList image = m_panel->labels("secondToolBox");
+    QCOMPARE(image.size(), 23);
+    QCOMPARE(m_panel->labels("thirdToolBox"), words("UserSetSelector UserSetLoad UserSetSave UserSetDefault"));
+    for (const QString &label : m_panel->labels("thirdToolBox"))
+        QCOMPARE(m_panel->row(label.toLatin1().constData())->getDescription(0).isEmpty(),
+                 label != QLatin1String("UserSetLoad"));
+
+    m_panel->camera.port.resetCounters();
+    for (int tab : {0, 1, 2}) // every feature row writes the feature that it is named after
+        m_panel->innerTabs()->setCurrentIndex(tab);
+    for (QSpinBox *field : m_panel->innerTabs()->findChildren<QSpinBox *>()) {
+        field->setValue(field->value() + 1);
+        Q_EMIT field->editingFinished();
+    }
+    QStringList written;
+    for (const std::string &feature : m_panel->camera.written())
+        written << QString::fromStdString(feature);
+    QCOMPARE(written,
+             words("SensorMethod Bining") + image.filter(QRegularExpression(QStringLiteral("^(?!Denoising)"))));
+
+    BracketTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    m_panel->panel->retranslate(1);
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(titles(), words("[Shoot] [Image] [Advance]"));
+    QCOMPARE(m_panel->labels("firstToolBox"), words("触发模式选择 生成软触发 光机选择 2D采集输出 2D采集显示 Binning"));
+    QCOMPARE(outputs()->accessibleName(), QStringLiteral("2D采集输出"));
+}
+
+void tst_StructuredLightPages::missingFeatures()
+{
+    CuratedFeatures missing = features();
+    for (CuratedFeature &feature : missing)
+        feature.kind.clear();
+    missing.push_back({"Integer", "Binning", ""}); // the device calls it Bining
+    open({}, QString::fromLatin1("Left2DImage Right2.5DBack"), missing);
+    QCOMPARE(m_panel->labels("firstToolBox"), words("TriggerSoftware|2D Acquisition Output|2D Image Show", "|"));
+    QCOMPARE(m_panel->labels("secondToolBox"), words("Contrast"));
+    taken();
+    toggle(0);
+    QCOMPARE(taken(), QStringLiteral("Set(Left2DImage, 1)"));
+    m_panel->panel->updateWidget(true);
+    QCOMPARE(taken(), QString()); // asks for nothing that the device lacks
+    QCOMPARE(offered(), QStringLiteral("[-]|2D Left"));
+
+    m_panel.reset();
+    CuratedPanel closed({}, PageSet::StructuredLight,
+                        [](CuratedPanel &panel) { panel.host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr); });
+    QCOMPARE(closed.innerTabs()->count(), 3);
+    QCOMPARE(closed.labels(), QStringList());
+    closed.panel->on2DGrabOutputChanged(0, true);
+    closed.panel->on2DShowTypeChanged(0);
+    closed.panel->update2DShowTypeComboBox();
+    QCOMPARE(closed.host.callsTo(words("SetCameraNodeValue SetSLImageShowMode")), QStringList());
+}
+
+void tst_StructuredLightPages::start_data()
+{
+    addCases({{"none", "", "", "[-]", ""},
+              {"one", "Left2DImage", "", "[-]|2D Left", ""},
+              {"some", "Right2.5DBack Right2DImage Left2DSrcImage", "Left2DImage Left2DSrcImage",
+               "[-]|2D Right|2.5D Right Reflex", ""}});
+}
+
+void tst_StructuredLightPages::start()
+{
+    QFETCH(QString, on);
+    QFETCH(QString, unknown);
+    QFETCH(QString, shown);
+    open(on, unknown);
+    QStringList reads;
+    for (const char *feature : outputFeatures)
+        reads << QStringLiteral("Get(%1)").arg(QLatin1String(feature));
+    QCOMPARE(taken(), reads.join(QLatin1Char(' ')));
+    QCOMPARE(offered(), shown);
+    QCOMPARE(outputs()->displayText(), shown.mid(4).replace(QLatin1Char('|'), QStringLiteral("、")));
+}
+
+void tst_StructuredLightPages::everyOutput()
+{
+    open();
+    taken();
+    const QStringList names =
+        words("2D Left|2D Right|Left Streak|Right Streak|2.5D Left Shot|2.5D Right Shot|2.5D Left Reflex"
+              "|2.5D Right Reflex",
+              "|");
+    for (int output = 0; output < names.size(); ++output) {
+        const QString feature = QLatin1String(outputFeatures[output]);
+        toggle(output);
+        QCOMPARE(taken(), QStringLiteral("Set(%1, 1)").arg(feature));
+        QTest::keyClick(outputs()->view(), Qt::Key_Escape);
+        showTypes()->setFocus();
+        QTest::keyClick(showTypes(), Qt::Key_Down);
+        QCOMPARE(taken(), QStringLiteral("SetSLImageShowMode(%1)").arg(output + 1));
+        QCOMPARE(showTypes()->currentText(), names.at(output));
+        toggle(output);
+        QCOMPARE(taken(), QStringLiteral("Set(%1, 0) SetSLImageShowMode(0)").arg(feature));
+        QCOMPARE(offered(), QStringLiteral("[-]"));
+    }
+}
+
+/// Other outputs come and go around the one that is shown.
+void tst_StructuredLightPages::choosing()
+{
+    open(QStringLiteral("Left2DImage Left2.5DFront"));
+    showTypes()->setCurrentText(QStringLiteral("2.5D Left Shot"));
+    taken();
+    toggle(2);
+    toggle(0);
+    QCOMPARE(taken(), QStringLiteral("Set(Left2DSrcImage, 1) Set(Left2DImage, 0)"));
+    QCOMPARE(offered(), QStringLiteral("-|Left Streak|[2.5D Left Shot]"));
+    showTypes()->setCurrentIndex(0);
+    QCOMPARE(taken(), QStringLiteral("SetSLImageShowMode(0)"));
+    for (int output : {-1, 8})
+        m_panel->panel->on2DGrabOutputChanged(output, true);
+    QCOMPARE(taken(), QString());
+    QCOMPARE(offered(), QStringLiteral("[-]|Left Streak|2.5D Left Shot"));
+}
+
+/// The tick stays as the user set it until the panel reads the device again.
+void tst_StructuredLightPages::refusedWrites()
+{
+    open();
+    m_panel->host.setWriteResult("cam", "Right2DImage", -1);
+    toggle(1);
+    QCOMPARE(outputs()->displayText(), QStringLiteral("2D Right"));
+    QCOMPARE(offered(), QStringLiteral("[-]|2D Right"));
+    m_panel->panel->updateWidget(false);
+    QCOMPARE(outputs()->displayText(), QString());
+    QCOMPARE(offered(), QStringLiteral("[-]"));
+}
+
+void tst_StructuredLightPages::followsTheDevice_data()
+{
+    addCases({{"as before", "Left2DImage Left2.5DFront", "", "-|2D Left|[2.5D Left Shot]", ""},
+              {"another one", "Left2.5DFront Right2.5DBack", "", "-|[2.5D Left Shot]|2.5D Right Reflex", ""},
+              {"not the shown one", "Left2DImage", "", "[-]|2D Left", "SetSLImageShowMode(cam, 0)"},
+              {"nothing is told", "", "Left2DImage Left2.5DFront", "-|2D Left|[2.5D Left Shot]", ""}});
+}
+
+void tst_StructuredLightPages::followsTheDevice()
+{
+    QFETCH(QString, on);
+    QFETCH(QString, unknown);
+    QFETCH(QString, shown);
+    QFETCH(QString, sent);
+    const std::function<void()> causes[] = {[this] { m_panel->panel->updateWidget(true); },
+                                            [this] { m_panel->editor<QPushButton>("UserSetLoad")->click(); }};
+    for (const auto &cause : causes) {
+        open(QStringLiteral("Left2DImage Left2.5DFront"));
+        showTypes()->setCurrentText(QStringLiteral("2.5D Left Shot"));
+        setOutputs(on, unknown);
+        taken();
+        cause();
+        QCOMPARE(offered(), shown);
+        QStringList calls = m_panel->host.callsTo(words("SetCameraNodeValue SetSLImageShowMode"));
+        calls.removeOne(QStringLiteral("SetCameraNodeValue(cam, UserSetLoad, )"));
+        QCOMPARE(calls.join(QLatin1Char(' ')), sent);
+    }
+}
+
+void tst_StructuredLightPages::releasedPanel()
+{
+    open(QStringLiteral("Left2DImage"));
+    m_panel->panel->setParamterViewDisable();
+    taken();
+    QVERIFY(!outputs()->isEnabled());
+    m_panel->panel->on2DGrabOutputChanged(0, false);
+    showTypes()->setCurrentIndex(1);
+    m_panel->panel->updateWidget(true);
+    m_panel->panel->retranslate(1);
+    QCOMPARE(taken(), QString());
+}
+
+QTEST_MAIN(tst_StructuredLightPages)
+#include "tst_StructuredLightPages.moc"
