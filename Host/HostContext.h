@@ -131,8 +131,6 @@ Q_SIGNALS:
     void heightReady(const QString &id, const HeightFrame &frame);
     /// A setting that is kept per camera has another value.
     void cameraInfoChanged(const QString &id, HostCore::CAM_INFO item);
-    /// A panel asked for an image mode of the display (SetCameraImageMode).
-    void imageModeRequested(const QString &id, int mode);
 
 private:
     struct Entry

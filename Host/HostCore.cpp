@@ -183,10 +183,8 @@ void StartGrab(std::string deviceKey)
     HostContext::callCurrent([id = text(deviceKey)](HostContext &host) { host.startAcquisition(id); });
 }
 
-void SetCameraImageMode(std::string deviceKey, int mode, bool)
-{
-    withContext([&](HostContext &host) { Q_EMIT host.imageModeRequested(text(deviceKey), mode); });
-}
+/// The viewer follows the settings that panels store with the request.
+void SetCameraImageMode(std::string, int, bool) { }
 
 void SetSLImageShowMode(std::string deviceKey, int mode)
 {

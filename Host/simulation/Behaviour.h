@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include <QStringList>
+#include <QString>
 
 #include "Host/simulation/RegisterMemory.h"
 
@@ -56,8 +56,8 @@ Behaviours cardBehaviours();
 
 /// Parts of the above, by subject.
 void addDeviceBehaviours(Behaviours &behaviours);
-/// `names`: the user sets by their place in UserSetSelector.
-void addUserSetBehaviours(Behaviours &behaviours, const QStringList &names);
+/// The entries of UserSetSelector: Default, then UserSet`first` to UserSet`last`.
+void addUserSetBehaviours(Behaviours &behaviours, int first, int last);
 void addImageBehaviours(Behaviours &behaviours);
 void addAcquisitionBehaviours(Behaviours &behaviours);
 /// Starts and stops acquisitions and ends those that take a fixed number of images; part of the one above.

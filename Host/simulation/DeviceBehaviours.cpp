@@ -246,9 +246,7 @@ Behaviours areaScanBehaviours()
 {
     Behaviours behaviours;
     addDeviceBehaviours(behaviours);
-    addUserSetBehaviours(behaviours,
-                         {QStringLiteral("Default"), QStringLiteral("UserSet0"), QStringLiteral("UserSet1"),
-                          QStringLiteral("UserSet2")});
+    addUserSetBehaviours(behaviours, 0, 2);
     addImageBehaviours(behaviours);
     addAcquisitionBehaviours(behaviours);
     return behaviours;

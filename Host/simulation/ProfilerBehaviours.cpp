@@ -139,9 +139,7 @@ Behaviours profilerBehaviours()
 {
     Behaviours behaviours;
     addDeviceBehaviours(behaviours);
-    addUserSetBehaviours(behaviours,
-                         {QStringLiteral("Default"), QStringLiteral("UserSet1"), QStringLiteral("UserSet2"),
-                          QStringLiteral("UserSet3"), QStringLiteral("UserSet4")});
+    addUserSetBehaviours(behaviours, 1, 4);
     addAcquisitionControl(behaviours);
     behaviours.push_back(std::make_unique<Belt>());
     behaviours.push_back(std::make_unique<MeasureRange>());

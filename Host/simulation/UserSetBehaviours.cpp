@@ -77,7 +77,10 @@ private:
 
 } // namespace
 
-void addUserSetBehaviours(Behaviours &behaviours, const QStringList &names)
+void addUserSetBehaviours(Behaviours &behaviours, int first, int last)
 {
+    QStringList names(QStringLiteral("Default"));
+    for (int number = first; number <= last; ++number)
+        names << QStringLiteral("UserSet%1").arg(number);
     behaviours.push_back(std::make_unique<UserSets>(names));
 }
