@@ -61,12 +61,7 @@ constexpr Deed asPoweredUp[] = {
 
 bool openProfiler(TourStage &stage)
 {
-    const QWidget *before = stage.panel();
-    stage.pointAt(*stage.profiler(), true);
-    return stage.expect(stage.reaches(*stage.profiler(), State::Open), say("the profiler does not open"))
-        && stage.expect(TourHand::waitUntil([&] { return stage.panel() && stage.panel() != before; }),
-                        say("the profiler gets no panel"))
-        && perform<asPoweredUp>(stage) && stage.acquires()
+    return stage.open(*stage.profiler()) && perform<asPoweredUp>(stage) && stage.acquires()
         && stage.expect(!stage.window().image().frame().isGrayscale(), say("the heights have no colours"));
 }
 
@@ -411,18 +406,12 @@ QStringList pageTexts(TourStage &stage)
     return texts << row->findChild<QLabel *>()->text() << row->findChild<QPushButton *>()->text();
 }
 
-void changeLanguage(TourStage &stage)
-{
-    stage.order(stage.host().language() == say("English") ? Command::Chinese : Command::English);
-    TourHand::pause(200);
-}
-
 bool changePageLanguage(TourStage &stage)
 {
     if (!stage.resizePanel(320))
         return false;
     const QStringList before = pageTexts(stage);
-    changeLanguage(stage);
+    stage.changeLanguage();
     const QStringList after = pageTexts(stage);
     bool changed = before.size() == pageCount + 2 && after.size() == before.size();
     for (int i = 0; changed && i < before.size(); ++i)
@@ -432,17 +421,9 @@ bool changePageLanguage(TourStage &stage)
 
 bool leaveProfiler(TourStage &stage)
 {
-    changeLanguage(stage);
-    if (!stage.resizePanel(500) || !stage.openTab(attributeTab) || !chooseLevel(stage, Beginner)
-        || !stage.openPage(TriggerPage))
-        return false;
-    const QWidget *before = stage.panel();
-    stage.order(Command::CloseDevice);
-    const bool closed = stage.expect(stage.reaches(*stage.profiler(), State::Closed), say("the profiler stays open"));
-    stage.pointAt(*stage.simulated(false), false);
-    return closed
-        && stage.expect(TourHand::waitUntil([&] { return stage.shownRows() > 0 && stage.panel() != before; }),
-                        say("the camera's panel is not shown"));
+    stage.changeLanguage();
+    return stage.resizePanel(500) && stage.openTab(attributeTab) && chooseLevel(stage, Beginner)
+        && stage.openPage(TriggerPage) && stage.leave(*stage.profiler());
 }
 
 } // namespace

@@ -112,6 +112,32 @@ bool TourStage::reaches(const Device &device, DeviceTree::State state) const
     return reached;
 }
 
+bool TourStage::open(const Device &device)
+{
+    const QWidget *before = panel();
+    pointAt(device, true);
+    return expect(reaches(device, DeviceTree::State::Open), QStringLiteral("%1 does not open").arg(device.id()))
+        && expect(TourHand::waitUntil([&] { return panel() && panel() != before; }),
+                  QStringLiteral("%1 gets no panel").arg(device.id()));
+}
+
+bool TourStage::leave(const Device &device)
+{
+    const QWidget *before = panel();
+    order(Command::CloseDevice);
+    if (!expect(reaches(device, DeviceTree::State::Closed), QStringLiteral("%1 stays open").arg(device.id())))
+        return false;
+    pointAt(*simulated(false), false);
+    return expect(TourHand::waitUntil([&] { return shownRows() > 0 && panel() != before; }),
+                  say("the camera's panel is not shown"));
+}
+
+void TourStage::changeLanguage()
+{
+    order(host().language() == say("English") ? Command::Chinese : Command::English);
+    TourHand::pause(200);
+}
+
 bool TourStage::acquires()
 {
     order(Command::StartAcquisition);

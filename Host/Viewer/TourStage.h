@@ -39,6 +39,12 @@ public:
     /// Clicks (or double-clicks) the device's row.
     void pointAt(const Device &device, bool twice);
     void order(Command command);
+    /// Opens the device by a double click and waits for its panel.
+    bool open(const Device &device);
+    /// Closes the device that is chosen, and goes to the first camera, which is open.
+    bool leave(const Device &device);
+    /// Between English and Chinese, by the menu.
+    void changeLanguage();
     /// Waits until the viewer shows the device in that state, and the panel has followed.
     bool reaches(const Device &device, DeviceTree::State state) const;
     /// Starts the acquisition and waits for images.

@@ -41,11 +41,8 @@ bool showStart(TourStage &stage)
 
 bool openCamera(TourStage &stage)
 {
-    const Device &camera = *stage.simulated(false);
-    stage.pointAt(camera, true);
-    return stage.expect(stage.reaches(camera, State::Open), say("the camera does not open"))
-        && stage.expect(TourHand::waitUntil([&] { return stage.tree() && stage.tree()->model(); }),
-                        say("the camera gets no panel"));
+    return stage.open(*stage.simulated(false))
+        && stage.expect(stage.tree() && stage.tree()->model(), say("the panel has no features"));
 }
 
 bool openAttributeTab(TourStage &stage)
@@ -194,13 +191,7 @@ bool zoomImage(TourStage &stage)
 
 bool changeFocus(TourStage &stage)
 {
-    const QWidget *before = stage.panel();
-    const Device &card = *stage.simulated(true);
-    stage.pointAt(card, true);
-    return stage.expect(stage.reaches(card, State::Open), say("the card does not open"))
-        && stage.expect(TourHand::waitUntil([&] { return stage.panel() && stage.panel() != before; }),
-                        say("the card's panel is not shown"))
-        && stage.expect(stage.shownRows() > 1, say("the card has no features"));
+    return stage.open(*stage.simulated(true)) && stage.expect(stage.shownRows() > 1, say("the card has no features"));
 }
 
 bool changeLanguage(TourStage &stage)
@@ -208,9 +199,7 @@ bool changeLanguage(TourStage &stage)
     stage.pointAt(*stage.simulated(false), false);
     const QString button = stage.foldButton()->text();
     const QString title = stage.window().windowTitle();
-    const bool english = stage.host().language() == say("English");
-    stage.order(english ? Command::Chinese : Command::English);
-    TourHand::pause(200);
+    stage.changeLanguage();
     return stage.expect(stage.foldButton()->text() != button, say("the panel does not change its language"))
         && stage.expect(stage.window().windowTitle() != title, say("the window does not change its language"))
         && stage.expect(stage.levelBox()->currentIndex() == 2, say("the level is forgotten"));

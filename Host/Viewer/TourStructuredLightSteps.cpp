@@ -5,7 +5,6 @@
 #include <QComboBox>
 
 #include "Host/HostContext.h"
-#include "Host/Viewer/DeviceTree.h"
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/TourHand.h"
 #include "Host/Viewer/TourStage.h"
@@ -14,28 +13,28 @@
 
 namespace {
 
-using State = DeviceTree::State;
-
 enum Page { ShootPage, ImagePage, AdvancedPage };
 
-const QString outputList = QStringLiteral("2D Acquisition Output");
-const QString showList = QStringLiteral("2D Image Show");
-const QString lowTruncation = QStringLiteral("LowTruncation");
+const QString outputList = say("2D Acquisition Output");
+const QString showList = say("2D Image Show");
+const QString lowTruncation = say("LowTruncation");
+const QString lamp = say("Light1Value");
 
 struct Output
 {
     const char *feature;
     const char *name; ///< in both lists
 };
-constexpr Output outputs[] = {
-    {"Left2DImage", "2D Left"},           {"Right2DImage", "2D Right"},           {"Left2DSrcImage", "Left Streak"},
-    {"Right2DSrcImage", "Right Streak"},  {"Left2.5DFront", "2.5D Left Shot"},    {"Right2.5DFront", "2.5D Right Shot"},
-    {"Left2.5DBack", "2.5D Left Reflex"}, {"Right2.5DBack", "2.5D Right Reflex"},
-};
+constexpr Output leftPlain{"Left2DImage", "2D Left"}, rightPlain{"Right2DImage", "2D Right"};
+constexpr Output leftStreak{"Left2DSrcImage", "Left Streak"}, rightStreak{"Right2DSrcImage", "Right Streak"};
+constexpr Output leftShot{"Left2.5DFront", "2.5D Left Shot"}, rightShot{"Right2.5DFront", "2.5D Right Shot"};
+constexpr Output leftReflex{"Left2.5DBack", "2.5D Left Reflex"}, rightReflex{"Right2.5DBack", "2.5D Right Reflex"};
+constexpr Output outputs[] = {leftPlain, rightPlain, leftStreak, rightStreak,
+                              leftShot,  rightShot,  leftReflex, rightReflex}; // in the order of the list
 
 Device &camera(TourStage &stage)
 {
-    return *stage.host().device(QStringLiteral("SIM-SL-01"));
+    return *stage.host().device(say("SIM-SL-01"));
 }
 
 QImage picture(TourStage &stage)
@@ -45,40 +44,29 @@ QImage picture(TourStage &stage)
 
 bool isSent(TourStage &stage, const Output &output, bool sent)
 {
-    const QString feature = QLatin1String(output.feature);
-    return stage.expect(stage.value(feature) == QLatin1String(sent ? "True" : "False"),
-                        QStringLiteral("%1 is %2").arg(feature, stage.value(feature)));
+    return stage.becomes(output.feature, sent ? "True" : "False");
 }
 
 bool showsDepthMap(TourStage &stage)
 {
     return stage.expect(TourHand::waitUntil([&] { return !picture(stage).isNull() && !picture(stage).isGrayscale(); }),
-                        QStringLiteral("the depth map is not shown"));
+                        say("the depth map is not shown"));
 }
 
 bool openCamera(TourStage &stage)
 {
-    const QWidget *before = stage.panel();
-    const Device &device = camera(stage);
-    stage.pointAt(device, true);
-    const auto isReady = [&] {
-        return stage.window().devices().state(device.id()) == State::Open && stage.panel() && stage.panel() != before;
-    };
-    if (!stage.expect(TourHand::waitUntil(isReady), QStringLiteral("the camera does not open")))
-        return false;
-    stage.order(Command::StartAcquisition);
-    return stage.openPage(ShootPage) && showsDepthMap(stage);
+    return stage.open(camera(stage)) && stage.openPage(ShootPage) && stage.acquires() && showsDepthMap(stage);
 }
 
 /// The list of outputs, open.
 QAbstractItemView *openOutputs(TourStage &stage)
 {
     auto *box = stage.control<QComboBox>(outputList);
-    if (!stage.expect(box, QStringLiteral("there is no list of outputs")))
+    if (!stage.expect(box, say("there is no list of outputs")))
         return nullptr;
     if (!box->view()->isVisible())
         TourHand::click(box);
-    return stage.expect(box->view()->isVisible(), QStringLiteral("the outputs are not listed")) ? box->view() : nullptr;
+    return stage.expect(box->view()->isVisible(), say("the outputs are not listed")) ? box->view() : nullptr;
 }
 
 /// Clicks the entry, which leaves the list open.
@@ -87,15 +75,14 @@ bool toggle(TourStage &stage, const Output &output, bool sent)
     QAbstractItemView *const list = openOutputs(stage);
     if (!list)
         return false;
-    const QModelIndexList entry =
-        list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, QLatin1String(output.name));
+    const QModelIndexList entry = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, say(output.name));
     TourHand::clickCell(list, entry.value(0));
-    return stage.expect(list->isVisible(), QStringLiteral("the list closes")) && isSent(stage, output, sent);
+    return stage.expect(list->isVisible(), say("the list closes")) && isSent(stage, output, sent);
 }
 
 bool tickByMouse(TourStage &stage)
 {
-    return toggle(stage, outputs[1], true) && toggle(stage, outputs[4], true) && toggle(stage, outputs[0], false);
+    return toggle(stage, rightPlain, true) && toggle(stage, leftShot, true) && toggle(stage, leftPlain, false);
 }
 
 /// Walks down the list and toggles the entries that are not ticked.
@@ -106,26 +93,26 @@ bool tickByKeyboard(TourStage &stage)
     TourHand::key(box, Qt::Key_Space);
     TourHand::key(box->view(), Qt::Key_Home);
     for (const Output &output : outputs) {
-        if (stage.value(QLatin1String(output.feature)) == QLatin1String("False"))
+        if (stage.value(say(output.feature)) == say("False"))
             TourHand::key(box->view(), Qt::Key_Space);
         if (!isSent(stage, output, true))
             return false;
         TourHand::key(box->view(), Qt::Key_Down);
     }
     TourHand::key(box->view(), Qt::Key_Escape);
-    return stage.expect(!box->view()->isVisible() && box->hasFocus(), QStringLiteral("Escape does not close the list"));
+    return stage.expect(!box->view()->isVisible() && box->hasFocus(), say("Escape does not close the list"));
 }
 
-/// What two sensors see of the same.
-template <int first>
+/// What the two sensors see of the same.
+template <const Output &left, const Output &right>
 bool showBoth(TourStage &stage)
 {
     QImage before = picture(stage);
-    for (int number : {first + 1, first}) {
-        if (!stage.choose(showList, QLatin1String(outputs[number].name)))
+    for (const Output *output : {&right, &left}) {
+        if (!stage.choose(showList, say(output->name)))
             return false;
         const auto shows = [&] { return picture(stage).isGrayscale() && picture(stage) != before; };
-        if (!stage.expect(TourHand::waitUntil(shows), QStringLiteral("the picture does not change")))
+        if (!stage.expect(TourHand::waitUntil(shows), say("the picture does not change")))
             return false;
         before = picture(stage);
     }
@@ -134,9 +121,9 @@ bool showBoth(TourStage &stage)
 
 bool dropShownOutput(TourStage &stage)
 {
-    return toggle(stage, outputs[6], false)
-        && stage.expect(stage.control<QComboBox>(showList)->currentText() == QLatin1String("-"),
-                        QStringLiteral("the output that is not sent is still chosen"))
+    return toggle(stage, leftReflex, false)
+        && stage.expect(stage.control<QComboBox>(showList)->currentText() == say("-"),
+                        say("the output that is not sent is still chosen"))
         && showsDepthMap(stage);
 }
 
@@ -164,7 +151,7 @@ bool becomesMissing(TourStage &stage, double least, double most)
 bool cutHeights(TourStage &stage)
 {
     const double before = missing(picture(stage));
-    return stage.openPage(ImagePage) && stage.enter(lowTruncation, QStringLiteral("5"))
+    return stage.openPage(ImagePage) && stage.enter(lowTruncation, say("5"))
         && becomesMissing(stage, before + 0.3, 1.0);
 }
 
@@ -181,40 +168,33 @@ double meanGray(const QImage &image)
 /// The heights come back; the lamps then darken the 2D image, not the fringes of the projector.
 bool dimLight(TourStage &stage)
 {
-    if (!stage.enter(lowTruncation, QStringLiteral("-20")) || !becomesMissing(stage, 0.0, 0.3)
-        || !stage.openPage(ShootPage) || !stage.choose(showList, QLatin1String(outputs[0].name)))
+    if (!stage.enter(lowTruncation, say("-20")) || !becomesMissing(stage, 0.0, 0.3) || !stage.openPage(ShootPage)
+        || !stage.choose(showList, say(leftPlain.name)))
         return false;
     const double before = meanGray(picture(stage));
     const auto isDark = [&] { return meanGray(picture(stage)) < before / 2; };
-    return stage.openPage(ImagePage) && stage.enter(QStringLiteral("Light1Value"), QStringLiteral("15"))
-        && stage.expect(TourHand::waitUntil(isDark), QStringLiteral("the image does not get darker"));
+    return stage.openPage(ImagePage) && stage.enter(lamp, say("15"))
+        && stage.expect(TourHand::waitUntil(isDark), say("the image does not get darker"));
 }
 
 /// The outputs are part of the set.
 bool useUserSets(TourStage &stage)
 {
-    if (!stage.enter(QStringLiteral("Light1Value"), QStringLiteral("60")))
+    if (!stage.enter(lamp, say("60")))
         return false;
     stage.order(Command::StopAcquisition);
-    const QString selector = QStringLiteral("UserSetSelector");
-    return stage.openPage(AdvancedPage) && stage.choose(selector, QStringLiteral("UserSet1"))
-        && stage.press(QStringLiteral("UserSetSave")) && stage.openPage(ShootPage) && toggle(stage, outputs[0], false)
-        && toggle(stage, outputs[6], true) && stage.openPage(AdvancedPage) && stage.press(QStringLiteral("UserSetLoad"))
-        && isSent(stage, outputs[0], true) && isSent(stage, outputs[6], false) && stage.openPage(ShootPage)
-        && stage.expect(stage.control<QComboBox>(showList)->findText(QLatin1String(outputs[0].name)) > 0,
-                        QStringLiteral("the loaded output is not offered"));
+    const QString selector = say("UserSetSelector");
+    return stage.openPage(AdvancedPage) && stage.choose(selector, say("UserSet1")) && stage.press(say("UserSetSave"))
+        && stage.openPage(ShootPage) && toggle(stage, leftPlain, false) && toggle(stage, leftReflex, true)
+        && stage.openPage(AdvancedPage) && stage.press(say("UserSetLoad")) && isSent(stage, leftPlain, true)
+        && isSent(stage, leftReflex, false) && stage.openPage(ShootPage)
+        && stage.expect(stage.control<QComboBox>(showList)->findText(say(leftPlain.name)) > 0,
+                        say("the loaded output is not offered"));
 }
 
 bool leaveCamera(TourStage &stage)
 {
-    const QWidget *before = stage.panel();
-    const Device &device = camera(stage);
-    stage.order(Command::CloseDevice);
-    const auto isClosed = [&] { return stage.window().devices().state(device.id()) == State::Closed; };
-    const bool closed = stage.expect(TourHand::waitUntil(isClosed), QStringLiteral("the camera does not close"));
-    stage.pointAt(*stage.simulated(false), false);
-    const auto hasFollowed = [&] { return stage.shownRows() > 0 && stage.panel() != before; };
-    return closed && stage.expect(TourHand::waitUntil(hasFollowed), QStringLiteral("the other panel is not shown"));
+    return stage.leave(camera(stage));
 }
 
 } // namespace
@@ -225,10 +205,10 @@ const std::vector<TourStep> &tourStructuredLightSteps()
         {"depth-camera-open", openCamera},
         {"depth-outputs-by-mouse", tickByMouse},
         {"depth-outputs-by-keyboard", tickByKeyboard},
-        {"depth-2d", showBoth<0>},
-        {"depth-streaks", showBoth<2>},
-        {"depth-2.5d-shot", showBoth<4>},
-        {"depth-2.5d-reflex", showBoth<6>},
+        {"depth-2d", showBoth<leftPlain, rightPlain>},
+        {"depth-streaks", showBoth<leftStreak, rightStreak>},
+        {"depth-2.5d-shot", showBoth<leftShot, rightShot>},
+        {"depth-2.5d-reflex", showBoth<leftReflex, rightReflex>},
         {"depth-shown-output-dropped", dropShownOutput},
         {"depth-heights-cut", cutHeights},
         {"depth-light", dimLight},

@@ -3,10 +3,10 @@
 
 #include <QComboBox>
 
+#include "ParamterWidget/HostValues.h"
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/TranslationTables.h"
-#include "ParamterWidget/profiler/HostValues.h"
-#include "ParamterWidget/profiler/ProfilerControls.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ const QLatin1String Automatic("Auto");
 } // namespace
 
 ContourTab::ContourTab(PanelContext &context, QWidget *controlsParent)
-    : m_context(context), m_laserAdjustMode(ProfilerControls::list({Manual, Automatic}, controlsParent))
+    : m_context(context), m_laserAdjustMode(PageControls::list({Manual, Automatic}, controlsParent))
 {
     context.controls[RowId::LaserAdjustMode] = m_laserAdjustMode;
 }
@@ -30,12 +30,12 @@ void ContourTab::followLaserAdjustMode() const
 
 void ContourTab::readLaserAdjustMode()
 {
-    ProfilerControls::choose(m_laserAdjustMode, entryOfDevice());
+    PageControls::choose(m_laserAdjustMode, entryOfDevice());
 }
 
 void ContourTab::showLaserAdjustMode() const
 {
-    ProfilerControls::show(m_laserAdjustMode, entryOfDevice());
+    PageControls::show(m_laserAdjustMode, entryOfDevice());
     showRows();
 }
 

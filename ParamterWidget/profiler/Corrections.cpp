@@ -9,10 +9,10 @@
 #include <QSignalBlocker>
 #include <QThread>
 
+#include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWidget/profiler/HostValues.h"
-#include "ParamterWidget/profiler/ProfilerControls.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
@@ -32,17 +32,17 @@ enum Kind { Tilt, Height };
 } // namespace
 
 Corrections::Corrections(PanelContext &context, QWidget *controlsParent)
-    : m_context(context), m_tilt(ProfilerControls::numberField(controlsParent)),
-      m_height(ProfilerControls::numberField(controlsParent)),
-      m_tiltButton(ProfilerControls::button("Settings", controlsParent)),
-      m_heightButton(ProfilerControls::button("Settings", controlsParent))
+    : m_context(context), m_tilt(PageControls::numberField(controlsParent)),
+      m_height(PageControls::numberField(controlsParent)),
+      m_tiltButton(PageControls::button("Settings", controlsParent)),
+      m_heightButton(PageControls::button("Settings", controlsParent))
 {
     for (QPushButton *button : {m_tiltButton, m_heightButton})
         button->setFixedSize(ButtonSize);
     for (QDoubleSpinBox *field : {m_tilt, m_height})
         field->setFixedHeight(ButtonSize.height());
-    context.controls[RowId::TiltCorrection] = ProfilerControls::row({m_tilt, m_tiltButton}, controlsParent);
-    context.controls[RowId::HeightCorrection] = ProfilerControls::row({m_height, m_heightButton}, controlsParent);
+    context.controls[RowId::TiltCorrection] = PageControls::row({m_tilt, m_tiltButton}, controlsParent);
+    context.controls[RowId::HeightCorrection] = PageControls::row({m_height, m_heightButton}, controlsParent);
 }
 
 void Corrections::follow(const QObject *field) const
@@ -92,13 +92,13 @@ void Corrections::read() const
     if (sine && std::abs(*sine) > 1.0) {
         HostValues::reportUnusable(m_context, QStringLiteral("SinData"), text(*sine));
     } else if (sine) {
-        ProfilerControls::setRange(m_tilt, -LargestTilt, LargestTilt, Step);
+        PageControls::setRange(m_tilt, -LargestTilt, LargestTilt, Step);
         m_tilt->setValue(std::asin(*sine) / RadiansPerDegree);
     }
     float value = 0, minimum = 0, maximum = 0, increment = 0;
     if (GetCamerFloatNodeValue(m_context.deviceName, QStringLiteral("ZCoorScale"), value, minimum, maximum, increment)
         == 0) {
-        ProfilerControls::setRange(m_height, static_cast<double>(minimum), static_cast<double>(maximum), Step);
+        PageControls::setRange(m_height, static_cast<double>(minimum), static_cast<double>(maximum), Step);
         m_height->setValue(static_cast<double>(value));
     }
 }

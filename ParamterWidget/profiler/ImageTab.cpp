@@ -6,10 +6,10 @@
 #include <QSignalBlocker>
 
 #include "ParamterWidget/Guarded.h"
+#include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWidget/profiler/HostValues.h"
-#include "ParamterWidget/profiler/ProfilerControls.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {
@@ -39,11 +39,11 @@ QStringList samplingRates()
 
 ImageTab::ImageTab(PanelContext &context, QWidget *controlsParent)
     : m_context(context), m_measureRange(new SwitchButton(controlsParent)),
-      m_grayImage(new SwitchButton(controlsParent)), m_contourSpacing(ProfilerControls::numberField(controlsParent)),
-      m_samplingRate(ProfilerControls::list(samplingRates(), controlsParent))
+      m_grayImage(new SwitchButton(controlsParent)), m_contourSpacing(PageControls::numberField(controlsParent)),
+      m_samplingRate(PageControls::list(samplingRates(), controlsParent))
 {
     m_measureRange->setProperty("ROIID", MeasureRangeRegion);
-    ProfilerControls::setRange(m_contourSpacing, 0.0, 1.0, 0.01);
+    PageControls::setRange(m_contourSpacing, 0.0, 1.0, 0.01);
     showSettings();
     QObject::connect(m_samplingRate, qOverload<int>(&QComboBox::currentIndexChanged), m_samplingRate,
                      [this](int index) { guarded("ImageTab", [&] { followSamplingRate(index); }); });
@@ -58,7 +58,7 @@ void ImageTab::showSettings() const
 {
     m_grayImage->setSwitch(readSetting(m_context, HostCore::CAM_INFO_GRAY_IMAGE) == QLatin1String("1"));
     if (const auto spacing = readNumber(m_context, HostCore::CAM_INFO_CONTOUR_SPACING))
-        ProfilerControls::show(m_contourSpacing, *spacing);
+        PageControls::show(m_contourSpacing, *spacing);
     const QString rate = readSetting(m_context, HostCore::CAM_INFO_SAMPLING_RATE);
     const QSignalBlocker blocker(m_samplingRate);
     m_samplingRate->setCurrentText(rate == AutomaticSetting ? QString(AutomaticText) : rate);

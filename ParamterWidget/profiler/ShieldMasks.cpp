@@ -4,8 +4,8 @@
 #include <QThread>
 #include <QVariant>
 
+#include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWidget/profiler/HostValues.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {

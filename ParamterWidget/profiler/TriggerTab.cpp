@@ -9,11 +9,11 @@
 #include <QThread>
 
 #include "ParamterWidget/Guarded.h"
+#include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/WriteSequence.h"
-#include "ParamterWidget/profiler/HostValues.h"
-#include "ParamterWidget/profiler/ProfilerControls.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
@@ -71,12 +71,12 @@ QStringList words(std::initializer_list<const char *> texts)
 
 TriggerTab::TriggerTab(PanelContext &context, QWidget *controlsParent)
     : m_context(context),
-      m_frameTriggerMode(ProfilerControls::list(words({"ExternalTrigger", "ContinuousTrigger"}), controlsParent)),
-      m_frameTriggerSource(ProfilerControls::list(words({"Line1", "Line2", "Software"}), controlsParent)),
-      m_softwareTrigger(ProfilerControls::button("Execute", controlsParent)),
-      m_lineScanMode(ProfilerControls::list(words({"Continuous", "Encoder"}), controlsParent)),
-      m_dataSource(ProfilerControls::list(words({"3D", "3D + 2D"}), controlsParent)),
-      m_batchMode(ProfilerControls::list(words({"Normal", "Fast", "Full"}), controlsParent))
+      m_frameTriggerMode(PageControls::list(words({"ExternalTrigger", "ContinuousTrigger"}), controlsParent)),
+      m_frameTriggerSource(PageControls::list(words({"Line1", "Line2", "Software"}), controlsParent)),
+      m_softwareTrigger(PageControls::button("Execute", controlsParent)),
+      m_lineScanMode(PageControls::list(words({"Continuous", "Encoder"}), controlsParent)),
+      m_dataSource(PageControls::list(words({"3D", "3D + 2D"}), controlsParent)),
+      m_batchMode(PageControls::list(words({"Normal", "Fast", "Full"}), controlsParent))
 {
     context.controls[RowId::FrameTriggerMode] = m_frameTriggerMode;
     context.controls[RowId::FrameTriggerSource] = m_frameTriggerSource;
@@ -112,7 +112,7 @@ QString TriggerTab::usableFrameTriggerSource() const
 
 void TriggerTab::showFrameTriggerSource(const QString &source) const
 {
-    ProfilerControls::show(m_frameTriggerSource, m_frameTriggerSource->findText(source));
+    PageControls::show(m_frameTriggerSource, m_frameTriggerSource->findText(source));
     enableSoftwareTrigger(source);
 }
 
@@ -179,19 +179,19 @@ void TriggerTab::trigger() const
 void TriggerTab::readModes()
 {
     writeSequence(m_context, SelectFrameTrigger);
-    ProfilerControls::choose(m_frameTriggerMode, isTriggerOff() ? Continuous : External);
+    PageControls::choose(m_frameTriggerMode, isTriggerOff() ? Continuous : External);
     writeSequence(m_context, SelectLineTriggerToRead);
-    ProfilerControls::choose(m_lineScanMode, isTriggerOff() ? ByTime : ByEncoder);
+    PageControls::choose(m_lineScanMode, isTriggerOff() ? ByTime : ByEncoder);
 }
 
 void TriggerTab::showModes() const
 {
     writeSequence(m_context, SelectFrameTrigger);
-    ProfilerControls::show(m_frameTriggerMode, isTriggerOff() ? Continuous : External);
+    PageControls::show(m_frameTriggerMode, isTriggerOff() ? Continuous : External);
     showFrameTriggerSource(readNode(m_context, Source, DefaultSource));
     showFrameTriggerRows();
     writeSequence(m_context, SelectLineTriggerToRead);
-    ProfilerControls::show(m_lineScanMode, isTriggerOff() ? ByTime : ByEncoder);
+    PageControls::show(m_lineScanMode, isTriggerOff() ? ByTime : ByEncoder);
     showLineScanRows();
 }
 
@@ -203,7 +203,7 @@ bool TriggerTab::isTriggerOff() const
 
 void TriggerTab::showDataSource() const
 {
-    ProfilerControls::show(m_dataSource, readNode(m_context, "DepthDataType", DepthOnly) == DepthOnly ? 0 : 1);
+    PageControls::show(m_dataSource, readNode(m_context, "DepthDataType", DepthOnly) == DepthOnly ? 0 : 1);
 }
 
 void TriggerTab::readBatchMode()
@@ -213,7 +213,7 @@ void TriggerTab::readBatchMode()
 
 void TriggerTab::showBatchMode() const
 {
-    ProfilerControls::show(m_batchMode, batchModeOfDevice());
+    PageControls::show(m_batchMode, batchModeOfDevice());
 }
 
 int TriggerTab::batchModeOfDevice() const

@@ -8,9 +8,9 @@
 #include <QPushButton>
 
 #include "ParamterWidget/Guarded.h"
+#include "ParamterWidget/HostValues.h"
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWidget/profiler/HostValues.h"
-#include "ParamterWidget/profiler/ProfilerControls.h"
 
 namespace {
 
@@ -26,19 +26,19 @@ constexpr int ProfileMode = 1; ///< image mode of the host
 } // namespace
 
 ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
-    : m_context(context), m_auto(ProfilerControls::button("Auto", controlsParent)),
-      m_maximum(ProfilerControls::numberField(controlsParent, Decimals)),
-      m_minimum(ProfilerControls::numberField(controlsParent, Decimals))
+    : m_context(context), m_auto(PageControls::button("Auto", controlsParent)),
+      m_maximum(PageControls::numberField(controlsParent, Decimals)),
+      m_minimum(PageControls::numberField(controlsParent, Decimals))
 {
     m_auto->setFixedHeight(ButtonHeight);
     const double upper = readNumber(context, "ZUpSizeInfo").value_or(Highest);
     const double lower = readNumber(context, "ZDownSizeInfo").value_or(Lowest);
     for (QDoubleSpinBox *bound : {m_maximum, m_minimum})
-        ProfilerControls::setRange(bound, lower, upper, Step);
+        PageControls::setRange(bound, lower, upper, Step);
     m_maximum->setValue(Highest);
     m_minimum->setValue(Lowest);
     show();
-    context.controls[RowId::ZRange] = ProfilerControls::row({m_auto}, controlsParent);
+    context.controls[RowId::ZRange] = PageControls::row({m_auto}, controlsParent);
     context.controls[RowId::ZMaximum] = m_maximum;
     context.controls[RowId::ZMinimum] = m_minimum;
 }
@@ -46,9 +46,9 @@ ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
 void ZRange::show() const
 {
     if (const auto maximum = readNumber(m_context, HostCore::CAM_INFO_Z_MAXIMUM, QString::number(Highest)))
-        ProfilerControls::show(m_maximum, *maximum);
+        PageControls::show(m_maximum, *maximum);
     if (const auto minimum = readNumber(m_context, HostCore::CAM_INFO_Z_MINIMUM, QString::number(Lowest)))
-        ProfilerControls::show(m_minimum, *minimum);
+        PageControls::show(m_minimum, *minimum);
 }
 
 void ZRange::determine() const

@@ -6,10 +6,10 @@
 #include <QComboBox>
 #include <QSignalBlocker>
 
+#include "ParamterWidget/HostValues.h"
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/TranslationTables.h"
-#include "ParamterWidget/profiler/HostValues.h"
-#include "ParamterWidget/profiler/ProfilerControls.h"
 #include "ToolPage/CComboBox.h"
 
 namespace {
@@ -41,7 +41,7 @@ bool isOn(const PanelContext &context, const Output &output, bool otherwise = fa
 
 OutputSelection::OutputSelection(PanelContext &context, QWidget *controlsParent)
     : m_context(context), m_outputs(new CComboBox(controlsParent)),
-      m_showTypes(ProfilerControls::list({ShowNone}, controlsParent))
+      m_showTypes(PageControls::list({ShowNone}, controlsParent))
 {
     for (const Output &output : Outputs) {
         const QString name = QString::fromLatin1(output.name);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ParamterWidget/profiler/HostValues.h"
+#include "ParamterWidget/HostValues.h"
 
 #include <cmath>
 
@@ -56,7 +56,7 @@ std::optional<double> HostValues::readNumber(const PanelContext &context, HostCo
 
 void HostValues::reportUnusable(const PanelContext &context, const QString &name, const QString &value)
 {
-    context.logOnce("ProfilerPages", QStringLiteral("%1 is not usable: \"%2\"").arg(name, value));
+    context.logOnce("HostValues", QStringLiteral("%1 is not usable: \"%2\"").arg(name, value));
 }
 
 QString HostValues::text(double number)

@@ -8,8 +8,8 @@ class QDoubleSpinBox;
 class QPushButton;
 class QWidget;
 
-/// The controls that the laser profiler's controllers make. All become children of `parent`.
-namespace ProfilerControls {
+/// The controls that the controllers of the pages make. All become children of `parent`.
+namespace PageControls {
 
 /// A list with the first entry chosen.
 QComboBox *list(const QStringList &entries, QWidget *parent);
@@ -29,4 +29,4 @@ void show(QDoubleSpinBox *field, double value);
 /// Chooses an entry and tells so once, even if it was chosen before.
 void choose(QComboBox *list, int entry);
 
-} // namespace ProfilerControls
+} // namespace PageControls

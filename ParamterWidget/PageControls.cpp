@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ParamterWidget/profiler/ProfilerControls.h"
+#include "ParamterWidget/PageControls.h"
 
 #include <algorithm>
 #include <optional>
@@ -54,7 +54,7 @@ protected:
 
 } // namespace
 
-QComboBox *ProfilerControls::list(const QStringList &entries, QWidget *parent)
+QComboBox *PageControls::list(const QStringList &entries, QWidget *parent)
 {
     auto *const list = new QComboBox(parent);
     list->addItems(entries);
@@ -63,27 +63,27 @@ QComboBox *ProfilerControls::list(const QStringList &entries, QWidget *parent)
     return list;
 }
 
-QDoubleSpinBox *ProfilerControls::numberField(QWidget *parent, int decimals)
+QDoubleSpinBox *PageControls::numberField(QWidget *parent, int decimals)
 {
     auto *const field = new NumberField(parent);
     field->setDecimals(decimals);
     return field;
 }
 
-void ProfilerControls::setRange(QDoubleSpinBox *field, double minimum, double maximum, double step)
+void PageControls::setRange(QDoubleSpinBox *field, double minimum, double maximum, double step)
 {
     field->setRange(std::min(minimum, maximum), std::max(minimum, maximum));
     field->setSingleStep(step);
 }
 
-QPushButton *ProfilerControls::button(const char *text, QWidget *parent)
+QPushButton *PageControls::button(const char *text, QWidget *parent)
 {
     auto *const button = new QPushButton(QCoreApplication::translate("ParamterWidget", text), parent);
     button->setStyleSheet(StyleSheets::PlainButton);
     return button;
 }
 
-QWidget *ProfilerControls::row(const QList<QWidget *> &widgets, QWidget *parent)
+QWidget *PageControls::row(const QList<QWidget *> &widgets, QWidget *parent)
 {
     auto *const row = new QWidget(parent);
     auto *const layout = new QHBoxLayout(row);
@@ -93,13 +93,13 @@ QWidget *ProfilerControls::row(const QList<QWidget *> &widgets, QWidget *parent)
     return row;
 }
 
-void ProfilerControls::show(QComboBox *list, int entry)
+void PageControls::show(QComboBox *list, int entry)
 {
     const QSignalBlocker blocker(list);
     list->setCurrentIndex(entry);
 }
 
-void ProfilerControls::show(QDoubleSpinBox *field, double value)
+void PageControls::show(QDoubleSpinBox *field, double value)
 {
     if (isBeingTyped(field))
         return;
@@ -108,7 +108,7 @@ void ProfilerControls::show(QDoubleSpinBox *field, double value)
     field->setProperty(EditorFocus::SettledValue, field->value());
 }
 
-void ProfilerControls::choose(QComboBox *list, int entry)
+void PageControls::choose(QComboBox *list, int entry)
 {
     show(list, entry);
     Q_EMIT list->currentIndexChanged(entry);
