@@ -3,9 +3,12 @@
 
 #include <cmath>
 
+#include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/PanelContext.h"
 
 namespace {
+
+constexpr const char *Module = "HostValues";
 
 std::optional<double> number(const PanelContext &context, const QString &name, const QString &text)
 {
@@ -22,24 +25,30 @@ std::optional<double> number(const PanelContext &context, const QString &name, c
 
 QString HostValues::readNode(const PanelContext &context, const char *feature, const QString &otherwise)
 {
-    std::string value = otherwise.toStdString();
-    const bool read = HostCore::GetCameraNodeValue(context.deviceKey(), feature, value) == 0;
-    return read ? QString::fromStdString(value) : otherwise;
+    QString text = otherwise;
+    guarded(Module, [&] {
+        std::string value = otherwise.toStdString();
+        if (HostCore::GetCameraNodeValue(context.deviceKey(), feature, value) == 0)
+            text = QString::fromStdString(value);
+    });
+    return text;
 }
 
 void HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
 {
-    HostCore::SetCameraNodeValue(context.deviceKey(), feature, value.toStdString());
+    guarded(Module, [&] { HostCore::SetCameraNodeValue(context.deviceKey(), feature, value.toStdString()); });
 }
 
 QString HostValues::readSetting(const PanelContext &context, HostCore::CAM_INFO item)
 {
-    return QString::fromStdString(HostCore::GetCameraInfo(context.deviceKey(), item));
+    std::string value;
+    guarded(Module, [&] { value = HostCore::GetCameraInfo(context.deviceKey(), item); });
+    return QString::fromStdString(value);
 }
 
 void HostValues::writeSetting(const PanelContext &context, HostCore::CAM_INFO item, const QString &value)
 {
-    HostCore::SetCameraInfo(context.deviceKey(), item, value.toStdString());
+    guarded(Module, [&] { HostCore::SetCameraInfo(context.deviceKey(), item, value.toStdString()); });
 }
 
 std::optional<double> HostValues::readNumber(const PanelContext &context, const char *feature, const QString &otherwise)
@@ -56,7 +65,7 @@ std::optional<double> HostValues::readNumber(const PanelContext &context, HostCo
 
 void HostValues::reportUnusable(const PanelContext &context, const QString &name, const QString &value)
 {
-    context.logOnce("HostValues", QStringLiteral("%1 is not usable: \"%2\"").arg(name, value));
+    context.logOnce(Module, QStringLiteral("%1 is not usable: \"%2\"").arg(name, value));
 }
 
 QString HostValues::text(double number)

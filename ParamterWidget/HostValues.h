@@ -9,7 +9,8 @@
 
 struct PanelContext;
 
-/// Values of the panel's device and its display settings, by name and as text, as the host keeps them.
+/// Values of the panel's device and its display settings, by name and as text, as the host keeps them. Nothing throws:
+/// an exception of the host is logged, and leaves a value unread or unwritten.
 namespace HostValues {
 
 /// The device's text of a feature; `otherwise` when the host cannot read it.

@@ -201,8 +201,9 @@ void ParamterWidget::initUI(QString device)
 {
     m_context.deviceName = device;
     m_ui->widget_featrue->deviceName = device;
-    const PageSet pageSet = m_context.card ? PageSet::AreaScan : m_pageSet;
-    guarded(Module, [&] { (this->*specOf(pageSet).build)(); });
+    if (m_context.card)
+        setPageSet(PageSet::AreaScan);
+    guarded(Module, [&] { (this->*specOf(m_pageSet).build)(); });
     for (QAbstractSpinBox *spinBox : findChildren<QAbstractSpinBox *>())
         spinBox->setContextMenuPolicy(Qt::NoContextMenu);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/CComboBox.h"
 
+#include <algorithm>
+
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QFrame>
@@ -8,6 +10,8 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QListView>
+#include <QScreen>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStylePainter>
 #include <QToolTip>
@@ -19,8 +23,8 @@
 
 namespace {
 
-constexpr int Placeholder = 0; ///< model rows
-constexpr int FirstEntry = 1;
+constexpr int Placeholder = CustomItemModel::Placeholder; ///< model rows
+constexpr int FirstEntry = Placeholder + 1;
 constexpr int EntryData = Qt::UserRole + 1;
 constexpr int EntriesInView = 8;
 constexpr QChar Separator(0x3001); ///< ideographic comma
@@ -53,13 +57,18 @@ public:
     {
         return child && child->object() == m_box->view() ? 0 : -1;
     }
-    QStringList actionNames() const override { return QAccessibleWidget::actionNames() << showMenuAction(); }
+    QStringList actionNames() const override
+    {
+        return QAccessibleWidget::actionNames() << showMenuAction() << pressAction();
+    }
     void doAction(const QString &name) override
     {
-        if (name == showMenuAction())
-            m_box->showPopup();
-        else
+        if (name != showMenuAction() && name != pressAction())
             QAccessibleWidget::doAction(name);
+        else if (m_box->view()->isVisible())
+            m_box->closeList();
+        else
+            m_box->showPopup();
     }
 
 private:
@@ -70,6 +79,13 @@ QAccessibleInterface *accessibleCheckList(const QString &className, QObject *obj
 {
     auto *const box = className == QLatin1String("CComboBox") ? qobject_cast<CComboBox *>(object) : nullptr;
     return box ? new AccessibleCheckList(box) : nullptr;
+}
+
+void announce(QObject *object, QAccessible::State changed, int child = -1)
+{
+    QAccessibleStateChangeEvent change(object, changed);
+    change.setChild(child);
+    QAccessible::updateAccessibility(&change);
 }
 
 bool opensList(const QKeyEvent &event)
@@ -116,6 +132,7 @@ CComboBox::CComboBox(QWidget *parent)
     setModel(m_model);
     setView(m_view);
     setItemDelegate(delegate);
+    m_view->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded); // off for lists that open over their box
     m_popup = findChild<QFrame *>(QString(), Qt::FindDirectChildrenOnly);
     connect(m_view, &QListView::pressed, this, &CComboBox::onListViewClicked);
     connect(delegate, &CustomItemDelegate::pressed, this, &CComboBox::onListViewClicked);
@@ -127,7 +144,7 @@ CComboBox::CComboBox(QWidget *parent)
             closeList();
     });
     addOption(QString(), false, QVariant());
-    m_view->setRowHidden(Placeholder, true); // the arrow keys pass over it
+    m_model->item(Placeholder)->setFlags(Qt::NoItemFlags); // the arrow keys pass over it
     for (QObject *watched : {static_cast<QObject *>(this), static_cast<QObject *>(m_popup),
                              static_cast<QObject *>(m_view), static_cast<QObject *>(m_view->viewport())})
         watched->installEventFilter(this);
@@ -196,26 +213,37 @@ void CComboBox::onListViewClicked(const QModelIndex &index)
     const bool checked = entry->checkState() != Qt::Checked;
     entry->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
     updateText(index.row());
-    announceToggle(index.row());
+    QAccessible::State toggled;
+    toggled.checked = true;
+    announce(m_view, toggled, index.row());
     Q_EMIT itemCheckedStatusChanged(index.row() - FirstEntry, checked);
-}
-
-void CComboBox::announceToggle(int row)
-{
-    QAccessible::State changed;
-    changed.checked = true;
-    QAccessibleStateChangeEvent change(m_view, changed);
-    change.setChild(row);
-    QAccessible::updateAccessibility(&change);
 }
 
 void CComboBox::showPopup()
 {
     if (m_model->rowCount() <= FirstEntry)
         return;
+    m_view->setAccessibleName(accessibleName());
+    m_popup->setMinimumWidth(std::min(listWidth(), screen()->availableSize().width()));
     QComboBox::showPopup();
+    placeList();
     m_hideAllowed = false;
     m_view->setCurrentIndex(m_model->index(FirstEntry, 0));
+}
+
+/// Entries that differ at their end alone are told apart in a narrow box too.
+int CComboBox::listWidth() const
+{
+    return m_view->sizeHintForColumn(0) + m_view->verticalScrollBar()->sizeHint().width()
+        + 2 * (m_view->frameWidth() + m_popup->frameWidth());
+}
+
+/// Where the box starts, as far as the screen has room: the toolkit does not reckon with a list wider than its box.
+void CComboBox::placeList()
+{
+    const QRect room = screen()->availableGeometry();
+    const int start = mapToGlobal(QPoint()).x() + (isRightToLeft() ? width() - m_popup->width() : 0);
+    m_popup->move(std::clamp(start, room.left(), room.right() + 1 - m_popup->width()), m_popup->y());
 }
 
 void CComboBox::hidePopup()
@@ -236,6 +264,11 @@ bool CComboBox::eventFilter(QObject *watched, QEvent *event)
         const QRect frame(m_popup->mapToGlobal(QPoint()), m_popup->size());
         if (!frame.contains(static_cast<QMouseEvent *>(event)->globalPos()))
             m_hideAllowed = true;
+    }
+    if (watched == m_popup && (event->type() == QEvent::Show || event->type() == QEvent::Hide)) {
+        QAccessible::State opened;
+        opened.expanded = true;
+        announce(this, opened);
     }
     if (watched == m_view && event->type() == QEvent::KeyPress)
         return takeListKey(*static_cast<QKeyEvent *>(event));

@@ -14,7 +14,8 @@ class QListView;
 /// box shows the texts of the checked entries.
 ///
 /// Row 0 of the model is a placeholder that is never shown and always stays the current item; the entries follow from
-/// row 1 on. The list closes by Escape, Enter, Alt with an arrow key, F4, and a press beside it. GUI thread only.
+/// row 1 on. The list closes by Escape, Enter, Alt with an arrow key, F4, and a press beside it; with the box, and when
+/// another window gets the focus. GUI thread only.
 class CComboBox : public QComboBox
 {
     Q_OBJECT
@@ -36,6 +37,7 @@ public:
     void showPopup() override;
     /// Ignored while the user works in the list: the toolkit asks for it when an entry is clicked.
     void hidePopup() override;
+    void closeList();
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
@@ -57,12 +59,12 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void closeList();
+    int listWidth() const;
+    void placeList();
     bool takeListKey(const QKeyEvent &event);
     bool takeListMouse(const QEvent &event);
     bool showFullText(const QEvent &event);
     QString shownText() const;
-    void announceToggle(int row);
 
     QListView *m_view; ///< child
     CustomItemModel *m_model; ///< child

@@ -3,16 +3,17 @@
 
 #include <QMouseEvent>
 
+#include "ToolPage/CustomItemModel.h"
+
 namespace {
 
-constexpr int PlaceholderRow = 0;
 constexpr QColor MarkTone(150, 150, 150); ///< styles derive the outline of check marks from it
 
 } // namespace
 
 void CustomItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    if (!index.isValid() || index.row() == PlaceholderRow)
+    if (!index.isValid() || index.row() == CustomItemModel::Placeholder)
         return;
     QStyleOptionViewItem entry = option;
     entry.state &= ~QStyle::State_HasFocus; // it would frame the text alone; the highlight marks the whole entry
@@ -23,7 +24,7 @@ void CustomItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
 QSize CustomItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     const QSize size = QStyledItemDelegate::sizeHint(option, index);
-    return index.row() == PlaceholderRow ? QSize(size.width(), 0) : size;
+    return index.row() == CustomItemModel::Placeholder ? QSize(size.width(), 0) : size;
 }
 
 bool CustomItemDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,

@@ -3,7 +3,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Shows the entries of a CComboBox, except the placeholder in row 0, and reports presses on them.
+/// Shows the entries of a CComboBox, except the placeholder, and reports presses on them.
 class CustomItemDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -58,9 +58,11 @@ void PageBuilder::fillRow(const RowSpec &spec, ToolPageWidgetItem *row)
         m_context.liveRows.append(row);
 }
 
+/// Null for a label without a control, and where the control could not be made.
 QWidget *PageBuilder::control(const RowSpec &spec) const
 {
-    return spec.lookup == Lookup::Custom ? m_context.controls.at(spec.id) : nullptr;
+    const auto made = m_context.controls.find(spec.id);
+    return spec.lookup == Lookup::Custom && made != m_context.controls.end() ? made->second : nullptr;
 }
 
 /// A look-up that throws costs its row only: rows without a page would lie about in the panel.

@@ -27,6 +27,7 @@ constexpr Output Outputs[] = {
 };
 constexpr int OutputCount = int(std::size(Outputs));
 constexpr int FirstRow = 1; ///< of the outputs in the model of their list
+constexpr int FirstOffered = 1; ///< after ShowNone
 
 const QLatin1String On("True");
 const QLatin1String Off("False");
@@ -56,7 +57,8 @@ void OutputSelection::followOutput(int output, bool on) const
 {
     if (output >= 0 && output < OutputCount)
         HostValues::writeNode(m_context, Outputs[output].feature, on ? QStringLiteral("1") : QStringLiteral("0"));
-    updateShowTypes();
+    if (!m_context.disabled)
+        updateShowTypes();
 }
 
 void OutputSelection::followShowType() const
@@ -66,30 +68,43 @@ void OutputSelection::followShowType() const
 
 void OutputSelection::updateShowTypes() const
 {
+    const QStringList names = m_outputs->getCheckedItemsName();
+    if (names == offered())
+        return;
     const QString shown = m_showTypes->currentText();
     const QSignalBlocker blocker(m_showTypes);
+    m_showTypes->hidePopup(); // of the entries that go
     m_showTypes->clear();
     m_showTypes->addItem(ShowNone);
-    for (const QString &name : m_outputs->getCheckedItemsName())
+    for (const QString &name : names)
         m_showTypes->addItem(name, name);
     m_showTypes->setCurrentText(shown);
     if (m_showTypes->currentText() != shown)
         followShowType();
 }
 
-/// Features that the device lacks are not asked for: the host would report each of them every time.
+QStringList OutputSelection::offered() const
+{
+    QStringList names;
+    for (int entry = FirstOffered; entry < m_showTypes->count(); ++entry)
+        names << m_showTypes->itemText(entry);
+    return names;
+}
+
+/// Features that the device lacks are not asked for: the host would report each of them every time. The host may take
+/// the device away at any call.
 void OutputSelection::read() const
 {
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     if (!nodeMap)
         return;
     const QStringList former = m_outputs->getCheckedItemsName();
-    for (int index = 0; index < OutputCount; ++index) {
+    for (int index = 0; index < OutputCount && !m_context.disabled; ++index) {
         const Output &output = Outputs[index];
         const bool on = former.contains(QLatin1String(output.name));
         if (GenApi::IsReadable(nodeMap->GetNode(output.feature)))
             m_outputs->setItemChecked(index + FirstRow, isOn(m_context, output, on));
     }
-    if (m_outputs->getCheckedItemsName() != former)
+    if (!m_context.disabled)
         updateShowTypes();
 }

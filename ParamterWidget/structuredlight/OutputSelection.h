@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QStringList>
+
 class CComboBox;
 class QComboBox;
 class QWidget;
@@ -28,6 +30,9 @@ public:
     void read() const;
 
 private:
+    /// The outputs that can be chosen.
+    QStringList offered() const;
+
     const PanelContext &m_context;
     CComboBox *m_outputs;
     QComboBox *m_showTypes;

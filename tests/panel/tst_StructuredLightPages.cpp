@@ -4,7 +4,10 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTreeView>
 #include <QtTest>
+
+#include <stdexcept>
 
 #include "CuratedPanel.h"
 #include "ToolPage/CComboBox.h"
@@ -62,7 +65,11 @@ class tst_StructuredLightPages : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { m_panel.reset(); }
+    void cleanup()
+    {
+        m_panel.reset();
+        m_prepare = nullptr;
+    }
 
     void pages();
     void missingFeatures();
@@ -71,6 +78,9 @@ private Q_SLOTS:
     void everyOutput();
     void choosing();
     void refusedWrites();
+    void throwingHost();
+    void leavingDevice();
+    void openShowTypes();
     void followsTheDevice_data();
     void followsTheDevice();
     void releasedPanel();
@@ -83,12 +93,16 @@ private:
     CComboBox *outputs() const { return m_panel->editor<CComboBox>("2D Acquisition Output"); }
     QComboBox *showTypes() const { return m_panel->editor<QComboBox>("2D Image Show"); }
     void toggle(int output);
+    /// Does something at a call of the panel, once.
+    void at(const char *call, std::function<void()> action);
+    QStringList groupTitles() const;
     /// The entries to choose from, the chosen one in brackets.
     QString offered() const;
     /// What was read, written and sent by name since the last call, without the device.
     QString taken();
 
     std::unique_ptr<CuratedPanel> m_panel;
+    std::function<void()> m_prepare; ///< called before the panel opens, when the host has its values
 };
 
 void tst_StructuredLightPages::open(const QString &on, const QString &unknown, const CuratedFeatures &changes)
@@ -100,6 +114,8 @@ void tst_StructuredLightPages::open(const QString &on, const QString &unknown, c
         panel.messages.allow(QStringLiteral("^This plugin does not support"));
         setOutputs(on, unknown);
         panel.host.clearCalls();
+        if (m_prepare)
+            m_prepare();
     });
     m_panel->panel->show();
     QVERIFY(QTest::qWaitForWindowActive(m_panel->panel.get()));
@@ -124,6 +140,26 @@ void tst_StructuredLightPages::toggle(int output)
     const QModelIndex entry = outputs()->model()->index(output + 1, 0);
     list->scrollTo(entry);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(entry).center());
+}
+
+void tst_StructuredLightPages::at(const char *call, std::function<void()> action)
+{
+    FakeHostCore::instance().setCallHook(
+        [call = QString::fromLatin1(call), action = std::move(action)](const QString &line) mutable {
+            if (line == call)
+                std::exchange(action, [] {})();
+        });
+}
+
+QStringList tst_StructuredLightPages::groupTitles() const
+{
+    QStringList titles;
+    for (const char *toolBox : {"firstToolBox", "secondToolBox", "thirdToolBox"}) {
+        const auto *const page = m_panel->panel->findChild<QWidget *>(QLatin1String(toolBox));
+        for (const auto *bar : page->findChildren<QPushButton *>(QStringLiteral("pushButtonFold")))
+            titles << bar->accessibleName();
+    }
+    return titles;
 }
 
 QString tst_StructuredLightPages::offered() const
@@ -158,6 +194,8 @@ void tst_StructuredLightPages::pages()
     QCOMPARE(titles(), words("Shoot Image Advance"));
     QCOMPARE(m_panel->labels("firstToolBox"),
              words("AcquisitionMode|TriggerSoftware|SensorMethod|2D Acquisition Output|2D Image Show|Binning", "|"));
+    QCOMPARE(groupTitles(), words("Trigger Control|Image Control|Brightness Control|Imgage Process|User Control", "|"));
+    QVERIFY(m_panel->panel->findChild<QTreeView *>(QStringLiteral("widget_featrue"))->model()->rowCount() > 0);
     const QStringList image = m_panel->labels("secondToolBox");
     QCOMPARE(image.size(), 23);
     QCOMPARE(m_panel->labels("thirdToolBox"), words("UserSetSelector UserSetLoad UserSetSave UserSetDefault"));
@@ -184,6 +222,7 @@ void tst_StructuredLightPages::pages()
     QCoreApplication::removeTranslator(&translator);
     QCOMPARE(titles(), words("[Shoot] [Image] [Advance]"));
     QCOMPARE(m_panel->labels("firstToolBox"), words("触发模式选择 生成软触发 光机选择 2D采集输出 2D采集显示 Binning"));
+    QCOMPARE(groupTitles(), words("触发控制 图像控制 光亮控制 图像处理 用户控制"));
     QCOMPARE(outputs()->accessibleName(), QStringLiteral("2D采集输出"));
 }
 
@@ -282,12 +321,70 @@ void tst_StructuredLightPages::refusedWrites()
 {
     open();
     m_panel->host.setWriteResult("cam", "Right2DImage", -1);
+    taken();
+    toggle(0);
     toggle(1);
-    QCOMPARE(outputs()->displayText(), QStringLiteral("2D Right"));
-    QCOMPARE(offered(), QStringLiteral("[-]|2D Right"));
+    QCOMPARE(taken(), QStringLiteral("Set(Left2DImage, 1) Set(Right2DImage, 1)"));
+    QCOMPARE(outputs()->displayText(), QStringLiteral("2D Left、2D Right"));
+    QCOMPARE(offered(), QStringLiteral("[-]|2D Left|2D Right"));
     m_panel->panel->updateWidget(false);
-    QCOMPARE(outputs()->displayText(), QString());
-    QCOMPARE(offered(), QStringLiteral("[-]"));
+    QCOMPARE(outputs()->displayText(), QStringLiteral("2D Left"));
+    QCOMPARE(offered(), QStringLiteral("[-]|2D Left"));
+}
+
+/// An exception costs the value that was asked for.
+void tst_StructuredLightPages::throwingHost()
+{
+    const auto fail = [] { throw std::runtime_error("out of memory"); };
+    m_prepare = [&] { at("GetCameraNodeValue(cam, Right2DSrcImage)", fail); };
+    open(QStringLiteral("Left2DImage Right2DSrcImage Left2.5DFront"));
+    QCOMPARE(m_panel->labels("firstToolBox").size(), 6);
+    QCOMPARE(offered(), QStringLiteral("[-]|2D Left|2.5D Left Shot"));
+    QVERIFY(!m_panel->host.callsTo({QStringLiteral("VLogInfo")}).isEmpty());
+
+    setOutputs(QStringLiteral("Left2DImage Left2.5DFront Right2.5DBack"));
+    at("GetCameraNodeValue(cam, Left2DImage)", fail);
+    m_panel->panel->updateWidget(true);
+    QCOMPARE(offered(), QStringLiteral("[-]|2D Left|2.5D Left Shot|2.5D Right Reflex"));
+
+    showTypes()->setCurrentText(QStringLiteral("2.5D Left Shot"));
+    taken();
+    at("SetCameraNodeValue(cam, Left2.5DFront, 0)", fail);
+    toggle(4);
+    QCOMPARE(taken(), QStringLiteral("Set(Left2.5DFront, 0) SetSLImageShowMode(0)"));
+    QCOMPARE(offered(), QStringLiteral("[-]|2D Left|2.5D Right Reflex"));
+}
+
+/// The host may take the device away while it is called.
+void tst_StructuredLightPages::leavingDevice()
+{
+    const auto leave = [this] { m_panel->panel->setParamterViewDisable(); };
+    open(QStringLiteral("Left2DImage"));
+    taken();
+    at("GetCameraNodeValue(cam, Right2DImage)", leave);
+    m_panel->panel->updateWidget(true);
+    QCOMPARE(taken(), QStringLiteral("Get(Left2DImage) Get(Right2DImage)"));
+
+    open(QStringLiteral("Left2DImage"));
+    showTypes()->setCurrentText(QStringLiteral("2D Left"));
+    taken();
+    at("SetCameraNodeValue(cam, Left2DImage, 0)", leave);
+    toggle(0);
+    QCOMPARE(taken(), QStringLiteral("Set(Left2DImage, 0)"));
+}
+
+/// An open list goes with its entries.
+void tst_StructuredLightPages::openShowTypes()
+{
+    open(QStringLiteral("Left2DImage"));
+    showTypes()->setFocus();
+    QTest::keyClick(showTypes(), Qt::Key_Space);
+    m_panel->panel->updateWidget(true);
+    QVERIFY(showTypes()->view()->isVisible());
+    setOutputs(QStringLiteral("Left2DImage Left2.5DFront"));
+    m_panel->panel->updateWidget(true);
+    QVERIFY(!showTypes()->view()->isVisible());
+    QCOMPARE(offered(), QStringLiteral("[-]|2D Left|2.5D Left Shot"));
 }
 
 void tst_StructuredLightPages::followsTheDevice_data()

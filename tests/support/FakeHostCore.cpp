@@ -93,9 +93,12 @@ struct FakeHostAccess
     {
         const std::lock_guard lock(host().m_mutex);
         const int result = valueOr(host().m_writeResults, node, 0);
-        if (result == 0)
-            host().m_nodeValues[node] = value;
-        return result;
+        if (result != 0)
+            return result;
+        std::string &stored = host().m_nodeValues[node];
+        const bool isBoolean = stored == "True" || stored == "False";
+        stored = !isBoolean ? value : value == "1" ? "True" : "False";
+        return 0;
     }
 
     static FakeHostCore::RoiAnswer roiAnswer() { return host().m_roiAnswer; }

@@ -2,7 +2,10 @@
 #include <QAccessible>
 #include <QLineEdit>
 #include <QListView>
+#include <QScreen>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <QWindow>
 #include <QtTest>
@@ -16,6 +19,8 @@
 
 using Ending = std::function<void(CComboBox *box, QWidget *otherWindow)>;
 Q_DECLARE_METATYPE(Ending)
+
+constexpr int middle = 300; // of the screen, which is 800 pixels wide
 
 /// Input travels the way of real input: through the windows, with the popup rules of the toolkit.
 class tst_CComboBox : public QObject
@@ -35,6 +40,8 @@ private Q_SLOTS:
     void closesWithItsBox_data();
     void closesWithItsBox();
     void manyEntries();
+    void narrowBox_data();
+    void narrowBox();
     void paintsTheTexts_data();
     void paintsTheTexts();
     void wheel();
@@ -61,6 +68,7 @@ void tst_CComboBox::init()
     m_messages = std::make_unique<FatalMessages>();
     m_messages->allow(QStringLiteral("^This plugin does not support"));
     m_window = std::make_unique<QWidget>();
+    m_window->setStyleSheet(QStringLiteral("QComboBox{color: black;}")); // panels have a style sheet too
     m_box = new CComboBox(m_window.get());
     m_box->addOption(QStringLiteral("red"), true, 1);
     m_box->addOption(QStringLiteral("green"), false, 2);
@@ -210,6 +218,8 @@ void tst_CComboBox::listKeys()
     QCOMPARE(checked(), QStringLiteral("rgb"));
     type(Qt::Key_Space);
     QCOMPARE(checked(), QStringLiteral("rb"));
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), true);
+    QCoreApplication::sendEvent(view(), &held);
     QCOMPARE(QList<QVariantList>(*m_toggled), QList<QVariantList>({{1, true}, {1, false}}));
 
     const std::pair<Qt::Key, Qt::KeyboardModifier> closing[] = {
@@ -240,6 +250,7 @@ void tst_CComboBox::closesWithItsBox()
     QFETCH(Ending, end);
     QWidget otherWindow;
     otherWindow.show();
+    QVERIFY(QTest::qWaitForWindowActive(&otherWindow));
     m_window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     type(Qt::Key_Space);
@@ -262,13 +273,51 @@ void tst_CComboBox::manyEntries()
     type(Qt::Key_Space);
     QCOMPARE(view()->itemDelegate()->sizeHint({}, m_box->model()->index(0, 0)).height(), 0);
     QVERIFY(view()->viewport()->height() >= 8 * entry(1).height());
-    QVERIFY(view()->height() < 10 * entry(1).height());
+    QVERIFY(view()->height() < 9 * entry(1).height());
+    QVERIFY(view()->verticalScrollBar()->isVisible());
     QVERIFY(view()->window()->y() >= m_box->mapToGlobal(QPoint(0, m_box->height())).y() - 1);
     type(Qt::Key_End);
     QVERIFY(view()->viewport()->rect().contains(entry(40).center()));
     clickEntry(40);
     QCOMPARE(m_toggled->value(0), QVariantList({39, true}));
     QVERIFY(view()->viewport()->rect().contains(entry(40).center()));
+}
+
+void tst_CComboBox::narrowBox_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::addColumn<int>("windowX");
+    QTest::newRow("left to right") << Qt::LeftToRight << middle;
+    QTest::newRow("right to left") << Qt::RightToLeft << middle;
+    QTest::newRow("left to right, at the edge") << Qt::LeftToRight << 700;
+    QTest::newRow("right to left, at the edge") << Qt::RightToLeft << 0;
+}
+
+/// The list shows all of its texts, on the screen; a tool tip tells those that the box cannot show.
+void tst_CComboBox::narrowBox()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    QFETCH(int, windowX);
+    const auto tellsFullText = [this] {
+        QHelpEvent hover(QEvent::ToolTip, QPoint(5, 5), m_box->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(m_box, &hover);
+        return QToolTip::text() == m_box->displayText();
+    };
+    QVERIFY(!tellsFullText());
+    m_box->setLayoutDirection(direction);
+    m_box->resize(70, 34);
+    m_window->move(windowX, 100);
+    m_box->addOption(QStringLiteral("a rather long entry"), true, 4);
+    QVERIFY(tellsFullText());
+    QToolTip::hideText();
+    type(Qt::Key_Space);
+    QVERIFY(view()->viewport()->width() >= view()->sizeHintForColumn(0));
+    const QRect list = view()->window()->geometry();
+    QVERIFY(m_box->screen()->geometry().contains(list));
+    const QRect box(m_box->mapToGlobal(QPoint()), m_box->size());
+    if (windowX == middle)
+        QCOMPARE(direction == Qt::LeftToRight ? list.left() : list.right(),
+                 direction == Qt::LeftToRight ? box.left() : box.right());
 }
 
 void tst_CComboBox::paintsTheTexts_data()
@@ -336,10 +385,16 @@ void tst_CComboBox::assistiveTechnology()
     QVERIFY(box->state().expandable && !box->state().expanded);
     box->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
     QVERIFY(box->state().expanded);
-    QCOMPARE(box->child(0)->child(2)->text(QAccessible::Name), QStringLiteral("green"));
+    QAccessibleInterface *const list = box->child(0);
+    QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Colours"));
+    type(Qt::Key_Down);
     type(Qt::Key_Space);
-    QCOMPARE(box->text(QAccessible::Value), QStringLiteral("blue"));
-    QVERIFY(!box->child(0)->child(1)->state().checked && box->child(0)->child(3)->state().checked);
+    QCOMPARE(box->text(QAccessible::Value), QStringLiteral("red、green、blue"));
+    QVERIFY(list->child(1)->state().checked && list->child(2)->state().checked);
+    QVERIFY(!view()->isRowHidden(0)); // a view counts no hidden rows when it announces an entry by its number
+    QCOMPARE(list->child(2)->text(QAccessible::Name), QStringLiteral("green"));
+    box->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QVERIFY(!box->state().expanded);
 }
 
 QTEST_MAIN(tst_CComboBox)
