@@ -56,6 +56,8 @@ Q_SIGNALS:
     /// frameReady(): parts that came while the receiver was busy are left out, a later one holds their profiles too.
     void heightReady(const HeightFrame &frame);
     void acquiringChanged(bool acquiring);
+    /// The open device has started anew, with other values than before.
+    void restarted();
     /// The device stopped answering; close() is still to be called.
     void lost(const QString &reason);
 };

@@ -9,7 +9,6 @@ namespace HeightAnalysis {
 namespace {
 
 constexpr size_t fewestPoints = 16;
-constexpr double leftOut = 0.01; ///< share of the points at each end of a range
 constexpr int refinements = 4;
 constexpr double usualDeviation = 1.4826; ///< standard deviation of a normal distribution whose median one is 1
 constexpr double rejection = 3.0; ///< standard deviations
@@ -109,7 +108,7 @@ Line leastSquares(const Points &points)
 
 } // namespace
 
-std::optional<Range> usualRange(const HeightFrame &frame)
+std::optional<Range> usualRange(const HeightFrame &frame, double leftOut)
 {
     std::vector<float> heights;
     const auto end = frame.heights.begin() + std::ptrdiff_t(frame.lines) * frame.width;

@@ -181,6 +181,7 @@ void HostContext::connectDevice(Device *device)
             Q_EMIT heightReady(id, frame);
     });
     connect(device, &Device::acquiringChanged, this, [this, id] { acquiringChanged(id); });
+    connect(device, &Device::restarted, this, [this, id] { eventListeners.raiseImport(id); });
     connect(device, &Device::lost, this, [this, id](const QString &reason) { deviceLost(id, reason); });
 }
 

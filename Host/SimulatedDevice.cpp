@@ -45,8 +45,10 @@ SimulatedDevice::SimulatedDevice(const SimulatedModel &deviceModel, QObject *par
     connect(firmware.get(), &Firmware::acquisitionChanged, this, &SimulatedDevice::onAcquisitionChanged,
             Qt::QueuedConnection);
     const auto forgetValues = [this] {
-        if (nodes)
-            nodes->get()->InvalidateNodes();
+        if (!nodes)
+            return;
+        nodes->get()->InvalidateNodes();
+        Q_EMIT restarted();
     };
     connect(firmware.get(), &Firmware::restarted, this, forgetValues, Qt::QueuedConnection);
 }

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "Host/HostContext.h"
 
@@ -16,20 +15,12 @@ constexpr double flattestRow = 1.0 / 8;
 constexpr double largestStep = 128.0;
 constexpr double largestNumber = 1e6; ///< what is beyond is a fault in the settings
 
-/// Profilers have settings for it; a structured-light camera shows all of its heights.
+/// Profilers have settings for it; a structured-light camera shows all of its heights, but for single wrong ones.
 HeightAnalysis::Range colourRange(const HeightFrame &frame)
 {
     constexpr HeightAnalysis::Range usual{usualMinimum, usualMaximum};
-    if (frame.outputs.empty())
-        return usual;
-    HeightAnalysis::Range range{std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest()};
-    for (const float z : frame.heights) {
-        if (std::isnan(z))
-            continue;
-        range.lowest = std::min(range.lowest, double(z));
-        range.highest = std::max(range.highest, double(z));
-    }
-    return range.lowest <= range.highest ? range : usual;
+    constexpr double wrong = 0.001; // of the points
+    return frame.outputs.empty() ? usual : HeightAnalysis::usualRange(frame, wrong).value_or(usual);
 }
 
 } // namespace
@@ -113,10 +104,21 @@ QImage HeightDisplay::picture(const QString &id, const QImage &gray) const
                          number(id, HostCore::CAM_INFO_Z_MAXIMUM, shown->range.highest), sampling(id, frame));
 }
 
+bool HeightDisplay::showsImage(const QString &id, const HeightFrame &frame) const
+{
+    return showsIntensity(id, frame) || !chosenOutput(id, frame).isNull();
+}
+
+QString HeightDisplay::pixelFormat(const QString &id, const QString &sent) const
+{
+    const auto shown = m_shown.constFind(id);
+    return shown != m_shown.constEnd() && showsImage(id, shown->frame) ? QStringLiteral("Mono8") : sent;
+}
+
 QString HeightDisplay::textAt(const QString &id, const QPoint &pixel) const
 {
     const auto shown = m_shown.constFind(id);
-    if (shown == m_shown.constEnd() || showsIntensity(id, shown->frame) || !chosenOutput(id, shown->frame).isNull())
+    if (shown == m_shown.constEnd() || showsImage(id, shown->frame))
         return {};
     const HeightFrame &frame = shown->frame;
     const HeightSampling grid = sampling(id, frame);

@@ -26,6 +26,8 @@ public:
     bool shows(const QString &id) const { return m_shown.contains(id); }
     /// The picture of the newest frame: `gray` itself for a frame without heights.
     QImage picture(const QString &id, const QImage &gray) const;
+    /// The PFNC name of what picture() shows, where `sent` names what the camera sends.
+    QString pixelFormat(const QString &id, const QString &sent) const;
     /// Place and height at a pixel of the picture; empty where the view knows better.
     QString textAt(const QString &id, const QPoint &pixel) const;
 
@@ -46,6 +48,8 @@ private:
     /// The 2D image that the show mode of the device asks for; null when the frame does not have it.
     QImage chosenOutput(const QString &id, const HeightFrame &frame) const;
     bool showsIntensity(const QString &id, const HeightFrame &frame) const;
+    /// The picture is an image in place of the heights.
+    bool showsImage(const QString &id, const HeightFrame &frame) const;
     HeightSampling sampling(const QString &id, const HeightFrame &frame) const;
     double number(const QString &id, HostCore::CAM_INFO item, double otherwise) const;
 

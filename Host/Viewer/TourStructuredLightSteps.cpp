@@ -4,9 +4,12 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 
+#include <algorithm>
+
 #include "Host/HostContext.h"
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/TourHand.h"
+#include "Host/Viewer/TourHeights.h"
 #include "Host/Viewer/TourStage.h"
 #include "Host/Viewer/ViewerCommands.h"
 #include "Host/Viewer/ViewerWindow.h"
@@ -85,6 +88,17 @@ bool tickByMouse(TourStage &stage)
     return toggle(stage, rightPlain, true) && toggle(stage, leftShot, true) && toggle(stage, leftPlain, false);
 }
 
+/// With the last shot, only the choice changes the picture.
+bool stopWithAllOutputs(TourStage &stage)
+{
+    const HeightFrame shot = TourHeights::next(stage, [](const HeightFrame &frame) {
+        return std::none_of(frame.outputs.begin(), frame.outputs.end(),
+                            [](const QImage &image) { return image.isNull(); });
+    });
+    stage.order(Command::StopAcquisition);
+    return stage.expect(shot.width > 0, say("not all outputs are sent"));
+}
+
 /// Walks down the list and toggles the entries that are not ticked.
 bool tickByKeyboard(TourStage &stage)
 {
@@ -100,7 +114,8 @@ bool tickByKeyboard(TourStage &stage)
         TourHand::key(box->view(), Qt::Key_Down);
     }
     TourHand::key(box->view(), Qt::Key_Escape);
-    return stage.expect(!box->view()->isVisible() && box->hasFocus(), say("Escape does not close the list"));
+    return stage.expect(!box->view()->isVisible() && box->hasFocus(), say("Escape does not close the list"))
+        && stopWithAllOutputs(stage);
 }
 
 /// What the two sensors see of the same.
@@ -124,7 +139,7 @@ bool dropShownOutput(TourStage &stage)
     return toggle(stage, leftReflex, false)
         && stage.expect(stage.control<QComboBox>(showList)->currentText() == say("-"),
                         say("the output that is not sent is still chosen"))
-        && showsDepthMap(stage);
+        && showsDepthMap(stage) && stage.acquires();
 }
 
 /// The part of the depth map that has no heights: it has no colours either.

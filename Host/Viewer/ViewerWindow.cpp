@@ -279,12 +279,18 @@ void ViewerWindow::useLanguage(const QString &language)
 void ViewerWindow::followFocus()
 {
     const QString id = currentId();
-    QString format;
     showPicture();
+    m_cameraFormat.clear();
     if (m_devices->state(id) == DeviceTree::State::Acquiring)
-        m_context.readNode(id, QStringLiteral("PixelFormat"), &format);
-    m_status->setPixelFormat(format);
+        m_context.readNode(id, QStringLiteral("PixelFormat"), &m_cameraFormat);
+    showFormat();
     updateCommands();
+}
+
+void ViewerWindow::showFormat()
+{
+    m_status->setPixelFormat(m_cameraFormat.isEmpty() ? QString()
+                                                      : m_heights->pixelFormat(currentId(), m_cameraFormat));
 }
 
 bool ViewerWindow::showsHeights(const QString &id) const
@@ -338,8 +344,10 @@ void ViewerWindow::followRegions(const QString &id)
 
 void ViewerWindow::followHeights(const QString &id)
 {
-    if (id == currentId() && showsHeights(id) && m_frames.contains(id))
-        m_image->replaceFrame(m_heights->picture(id, m_frames.value(id)));
+    if (id != currentId() || !showsHeights(id) || !m_frames.contains(id))
+        return;
+    m_image->replaceFrame(m_heights->picture(id, m_frames.value(id)));
+    showFormat();
 }
 
 void ViewerWindow::followState(const QString &id)
@@ -366,6 +374,7 @@ void ViewerWindow::showFrame(const QString &id, const QImage &frame)
         m_image->showFrame(m_heights->picture(id, frame));
     else // the last one of an acquisition, which ended before it was here
         showPicture();
+    showFormat();
     if (first)
         updateCommands();
 }

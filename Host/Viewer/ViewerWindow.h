@@ -76,6 +76,7 @@ private:
     void showFrame(const QString &id, const QImage &frame);
     QString imageHint() const;
     QString currentId() const;
+    void showFormat();
     void updateCommands();
     void openPending();
     void followSearch(bool searching);
@@ -88,6 +89,7 @@ private:
     ImageView *m_image;
     HeightDisplay *m_heights;
     FrameStatus *m_status;
+    QString m_cameraFormat; ///< the PixelFormat of the current camera while it acquires, else empty
     LogView *m_log;
     ParamterWnd *m_panel;
     ViewerCommands *m_commands = nullptr;

@@ -94,5 +94,7 @@ double StructuredLightSettings::noise(double brightness) const
 
 double StructuredLightSettings::rate(const RegisterMemory &memory)
 {
-    return std::min(memory.number("AcquisitionFrameRate"), 1e6 / (exposuresOfShot * memory.number("SensorExposure")));
+    const double fastest = 1e6 / (exposuresOfShot * memory.number("SensorExposure"));
+    const bool triggered = memory.integer("AcquisitionMode") == SoftwareTrigger;
+    return triggered ? fastest : std::min(memory.number("AcquisitionFrameRate"), fastest);
 }

@@ -60,10 +60,13 @@ void StructuredLightSource::ticked(std::chrono::milliseconds time)
     const bool triggered = firmware.inspect([](const RegisterMemory &memory) {
         return memory.integer("AcquisitionMode") == StructuredLightSettings::SoftwareTrigger;
     });
-    due = std::min(1.0, due + rate * std::chrono::duration<double>(time).count());
-    if (due < 1.0 || (triggered && pending == 0))
+    const bool waiting = triggered && pending == 0;
+    due += rate * std::chrono::duration<double>(time).count();
+    if (waiting)
+        due = std::min(1.0, due);
+    if (waiting || due < 1.0)
         return;
-    due -= 1.0;
+    due = std::min(1.0, due - 1.0); // a busy machine is late sometimes
     pending -= triggered ? 1 : 0;
     takeShot();
 }

@@ -2,36 +2,29 @@
 #include <cmath>
 #include <limits>
 
+#include <QComboBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include "Host/HostContext.h"
+#include "Host/Viewer/FrameStatus.h"
 #include "Host/Viewer/HeightDisplay.h"
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/ViewerWindow.h"
 #include "Host/simulation/Firmware.h"
-#include "Host/simulation/StructuredLightFilters.h"
 #include "Host/simulation/StructuredLightSensor.h"
+#include "Host/simulation/StructuredLightSource.h"
 #include "ParamterWnd/HostCore.h"
+#include "ParamterWnd/ParamterWnd.h"
 #include "host/OpenDevice.h"
 
 namespace {
 
 constexpr auto camera = "SIM-SL-01";
 const QString id = QString::fromLatin1(camera);
-constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
 constexpr const char *outputs[] = {"Left2DImage",   "Right2DImage",   "Left2DSrcImage", "Right2DSrcImage",
                                    "Left2.5DFront", "Right2.5DFront", "Left2.5DBack",   "Right2.5DBack"};
-
-/// Sets features from words "name=text", one after the other.
-void setAll(const OpenDevice &device, const QByteArray &words)
-{
-    for (const QByteArray &word : words.split(' ')) {
-        const int split = int(word.indexOf('='));
-        device.set(word.left(split).constData(), word.mid(split + 1).constData());
-    }
-}
 
 HeightFrame shotOf(const OpenDevice &device)
 {
@@ -70,6 +63,12 @@ struct Shape
         const QImage &plain = frame.outputs[0];
         left = meanLevel(plain, QRect(0, 0, 80, 120));
         right = meanLevel(plain, QRect(80, 0, 80, 120));
+        back = meanLevel(plain, QRect(0, 0, 160, 60));
+        front = meanLevel(plain, QRect(0, 60, 160, 60));
+        for (int y = 20; y < 40; ++y) { // along the box
+            for (int x = 0; x < 3; ++x)
+                hiddenLeft += std::isnan(frame.profile(y)[14 + x]), hiddenRight += std::isnan(frame.profile(y)[57 + x]);
+        }
         for (int y = 3; y < 13; ++y) { // one tone of the plate
             for (int x = 3; x < 9; ++x)
                 grain += std::abs(plain.constScanLine(y)[x] - plain.constScanLine(y)[x + 1]);
@@ -82,17 +81,10 @@ struct Shape
     double deviation = 0.0; ///< of the heights there
     float highest = -1000.0f, lowest = 1000.0f;
     double left = 0.0, right = 0.0; ///< brightness of the halves of the left image
-    int grain = 0; ///< its noise
+    double back = 0.0, front = 0.0;
+    int hiddenLeft = 0, hiddenRight = 0; ///< points without data beside the box
+    int grain = 0; ///< noise of the left image
 };
-
-HeightFrame mapOf(int width, const std::vector<float> &heights)
-{
-    HeightFrame map;
-    map.width = width;
-    map.height = int(heights.size()) / width;
-    map.heights = heights;
-    return map;
-}
 
 /// Collects the shots of an acquisition.
 struct Shots
@@ -108,14 +100,67 @@ struct Shots
     QSignalSpy heights;
 };
 
+/// A camera whose time passes as a test wants.
+struct Camera
+{
+    struct Source : StructuredLightSource
+    {
+        using StructuredLightSource::StructuredLightSource;
+        using StructuredLightSource::ticked;
+    };
+
+    Camera() : source(device().inside()) { set("Bining", 2); }
+    SimulatedDevice &device()
+    {
+        const auto isCamera = [](const std::unique_ptr<Device> &one) { return one->id() == id; };
+        return static_cast<SimulatedDevice &>(**std::find_if(devices.begin(), devices.end(), isCamera));
+    }
+    void set(const char *name, double value)
+    {
+        device().inside().change([=](RegisterMemory &memory) { memory.setNumber(name, value); });
+    }
+    double number(const char *name)
+    {
+        return device().inside().inspect([=](const RegisterMemory &memory) { return memory.number(name); });
+    }
+    void start(int mode)
+    {
+        set("AcquisitionMode", mode);
+        device().inside().setAcquiring(true);
+        source.setAcquiring(true);
+    }
+    void pass(int milliseconds)
+    {
+        for (; milliseconds > 0; milliseconds -= 20)
+            source.ticked(std::chrono::milliseconds(20));
+    }
+
+    std::vector<std::unique_ptr<Device>> devices = makeSimulatedDevices();
+    Source source;
+};
+
+HostContext &withDevices(HostContext &host)
+{
+    for (std::unique_ptr<Device> &device : makeSimulatedDevices())
+        host.addDevice(std::move(device));
+    return host;
+}
+
+/// The viewer, with the camera open.
+struct Viewer
+{
+    Viewer() { window.openWhenKnown(id); }
+
+    QTemporaryDir folder;
+    HostContext host{{folder.filePath(QStringLiteral("host.ini")), {}}};
+    ViewerWindow window{withDevices(host)};
+};
+
 } // namespace
 
 using S = const Shape &;
 using Expectation = bool (*)(S before, S after);
 Q_DECLARE_METATYPE(Expectation)
-using Filter = void (*)(HeightFrame &map);
-Q_DECLARE_METATYPE(Filter)
-Q_DECLARE_METATYPE(std::vector<float>)
 
 class tst_SimulatedStructuredLight : public QObject
 {
@@ -124,14 +169,16 @@ class tst_SimulatedStructuredLight : public QObject
 private Q_SLOTS:
     void featuresChangeTheShot_data();
     void featuresChangeTheShot();
-    void filters_data();
-    void filters();
     void sendsTheWantedImages();
     void imagesShowWhatTheyShould();
+    void shotsComeInTime_data();
+    void shotsComeInTime();
     void softwareTriggersTakeShots();
+    void thePlateMoves();
     void acquisitionsEndAndLock();
     void userSetsKeepEverything();
     void showModeChoosesThePicture();
+    void restartsReachThePanel();
 };
 
 void tst_SimulatedStructuredLight::featuresChangeTheShot_data()
@@ -151,13 +198,25 @@ void tst_SimulatedStructuredLight::featuresChangeTheShot_data()
     row("Light1Mode=Continuous", [](S before, S after) { return after.left < 0.8 * before.left; });
     row("Light2Mode=Strobe", leftOnly);
     row("Light3Selector=Left Light3Mode=Strobe", leftOnly);
+    row("Light1Selector=Left", [](S, S after) { return after.left > 1.5 * after.right; });
+    row("Light1Selector=Right", [](S, S after) { return after.right > 1.5 * after.left; });
+    row("Light1Selector=Front", [](S, S after) { return after.front > 1.5 * after.back; });
+    row("Light1Selector=Back", [](S, S after) { return after.back > 1.5 * after.front; });
+    row(
+        "Light2Value=100", [](S before, S after) { return after.left > 1.5 * before.left; },
+        "Light1Mode=Off Light2Mode=Strobe");
+    row(
+        "Light3Value=100", [](S before, S after) { return after.left > 1.5 * before.left; },
+        "Light1Mode=Off Light3Selector=Left Light3Mode=Strobe");
     row("Light3Mode=Continuous Light3Value=100", fewer, "Contrast=50");
     row("SensorGain=6.0",
         [](S before, S after) { return after.left > 1.8 * before.left && after.grain > 1.4 * before.grain; });
     row("SensorExposure=3000.0",
         [](S before, S after) { return after.left < 0.4 * before.left && after.deviation > 1.5 * before.deviation; });
-    for (const char *method : {"SensorMethod=Left", "SensorMethod=Right"}) // what it does not see, not what is too dark
-        row(method, fewer, "Modulation=0 LowBrightness=0");
+    row("SensorMethod=Left",
+        [](S before, S after) { return after.hiddenRight > before.hiddenRight + 30 && after.hiddenLeft < 10; });
+    row("SensorMethod=Right",
+        [](S before, S after) { return after.hiddenLeft > before.hiddenLeft + 30 && after.hiddenRight < 10; });
     row("Contrast=90", [](S, S after) { return after.points == 0; });
     row("Modulation=60", fewer);
     row("LowBrightness=30", fewer);
@@ -167,7 +226,8 @@ void tst_SimulatedStructuredLight::featuresChangeTheShot_data()
     const auto calmer = [](S before, S after) { return before.wrong > 4 && after.wrong < before.wrong / 2; };
     row("FilterThreshold=2", calmer, unfiltered);
     row("HighFilteringThreshold=6", calmer, unfiltered);
-    row("Radius=3 Neighborhoods=40", fewer, "FillThreshold=0 Radius=0");
+    row("Radius=2", fewer, "FillThreshold=0 Neighborhoods=23 Radius=5");
+    row("Neighborhoods=24", fewer, "FillThreshold=0 Radius=2");
     row("FillThreshold=2000", more, "FillThreshold=0");
     row("Denoising=1", [](S before, S after) { return after.deviation < 0.6 * before.deviation; });
     row("HighTruncation=10.0", [](S before, S after) { return before.highest > 20.0f && after.highest <= 10.0f; });
@@ -179,9 +239,9 @@ void tst_SimulatedStructuredLight::featuresChangeTheShot()
     QFETCH(QByteArray, before);
     QFETCH(Expectation, expected);
     const OpenDevice device(camera);
-    setAll(device, "Bining=Binning4 " + before);
+    device.setAll("Bining=Binning4 " + before);
     const Shape first(shotOf(device));
-    setAll(device, QTest::currentDataTag());
+    device.setAll(QTest::currentDataTag());
     const Shape second(shotOf(device));
     const auto text = [](S shape) {
         return QStringLiteral("%1 points, %2 wrong, deviation %3, heights %4 to %5, levels %6 and %7, grain %8\n")
@@ -197,53 +257,10 @@ void tst_SimulatedStructuredLight::featuresChangeTheShot()
     QVERIFY2(expected(first, second), qPrintable(text(first) + text(second)));
 }
 
-void tst_SimulatedStructuredLight::filters_data()
-{
-    QTest::addColumn<std::vector<float>>("heights"); // three columns
-    QTest::addColumn<Filter>("filter");
-    QTest::addColumn<std::vector<float>>("filtered");
-    using namespace StructuredLightFilters;
-    const float N = nothing;
-    QTest::newRow("a spike takes the height around it; a step stays")
-        << std::vector<float>{1, 2, 7, 2, 9, 7, 3, 3, 7} << Filter([](HeightFrame &map) { replaceSpikes(map, 5.5f); })
-        << std::vector<float>{1, 2, 7, 2, 3, 7, 3, 3, 7};
-    QTest::newRow("a jump from the mean goes")
-        << std::vector<float>{1, 1, 1, N, 9, 1} << Filter([](HeightFrame &map) { removeJumps(map, 4.0f); })
-        << std::vector<float>{1, 1, 1, N, N, 1};
-    QTest::newRow("points with too few neighbours go")
-        << std::vector<float>{1, N, N, 1, 1, N, N, N, 1} << Filter([](HeightFrame &map) { removeIsolated(map, 1, 2); })
-        << std::vector<float>{1, N, N, 1, 1, N, N, N, N};
-    QTest::newRow("more neighbours than possible count as all")
-        << std::vector<float>(9, 1.0f) << Filter([](HeightFrame &map) { removeIsolated(map, 1, 99); })
-        << std::vector<float>{N, N, N, N, 1, N, N, N, N};
-    QTest::newRow("small holes are filled from their edges")
-        << std::vector<float>{2, N, 4, 2, 3, 4, 5, 5, 5, N, N, 5} << Filter([](HeightFrame &map) { fillHoles(map, 1); })
-        << std::vector<float>{2, 3, 4, 2, 3, 4, 5, 5, 5, N, N, 5};
-    QTest::newRow("smoothing keeps edges")
-        << std::vector<float>{1, 1.2f, 9} << Filter(smooth) << std::vector<float>{1.1f, 1.1f, 9};
-    QTest::newRow("heights are cut off") << std::vector<float>{1, 2, 3}
-                                         << Filter([](HeightFrame &map) { truncate(map, 1.5f, 2.5f); })
-                                         << std::vector<float>{N, 2, N};
-}
-
-void tst_SimulatedStructuredLight::filters()
-{
-    QFETCH(std::vector<float>, heights);
-    QFETCH(Filter, filter);
-    QFETCH(std::vector<float>, filtered);
-    HeightFrame map = mapOf(3, heights);
-    filter(map);
-    for (size_t i = 0; i < filtered.size(); ++i) {
-        const bool same =
-            std::isnan(filtered[i]) ? std::isnan(map.heights[i]) : std::abs(map.heights[i] - filtered[i]) < 1e-4f;
-        QVERIFY2(same, qPrintable(QStringLiteral("point %1 is %2").arg(i).arg(double(map.heights[i]))));
-    }
-}
-
 void tst_SimulatedStructuredLight::sendsTheWantedImages()
 {
     const OpenDevice device(camera);
-    setAll(device, "Bining=Binning2 Left2DImage=0");
+    device.setAll("Bining=Binning2 Left2DImage=0");
     for (int wanted = 0; wanted < StructuredLightSettings::outputCount; ++wanted) {
         device.boolean(outputs[wanted])->SetValue(true);
         const HeightFrame frame = shotOf(device);
@@ -273,39 +290,80 @@ void tst_SimulatedStructuredLight::imagesShowWhatTheyShould()
         QVERIFY(std::abs(level(Settings::Plain, darkPlain) - level(Settings::Plain, lightPlain)) < 10.0);
         QVERIFY(level(Settings::ReliefFront, domeFront) > level(Settings::ReliefFront, domeBack) + 50.0);
         QVERIFY(level(Settings::ReliefBack, domeBack) > level(Settings::ReliefBack, domeFront) + 50.0);
-        const bool movedRight = level(Settings::Plain, boxRight) > level(Settings::Plain, boxLeft) + 20.0;
-        QCOMPARE(movedRight, sensor == 0);
+        for (const int output : {Settings::Plain, Settings::Stripes, Settings::ReliefFront, Settings::ReliefBack}) {
+            const bool movedRight = level(output, boxRight) > level(output, boxLeft) + 20.0;
+            QCOMPARE(movedRight, sensor == 0);
+        }
     }
+}
+
+void tst_SimulatedStructuredLight::shotsComeInTime_data()
+{
+    QTest::addColumn<double>("rate");
+    QTest::addColumn<double>("exposure");
+    QTest::addColumn<int>("shots"); // in four seconds
+    QTest::newRow("as fast as wanted") << 7.0 << 1000.0 << 28;
+    QTest::newRow("as fast as possible") << 10.0 << 50000.0 << 7;
+}
+
+void tst_SimulatedStructuredLight::shotsComeInTime()
+{
+    QFETCH(double, rate);
+    QFETCH(double, exposure);
+    QFETCH(int, shots);
+    Camera camera;
+    camera.set("AcquisitionFrameRate", rate);
+    camera.set("SensorExposure", exposure);
+    camera.start(StructuredLightSettings::Continuous);
+    camera.pass(4000);
+    QVERIFY2(std::abs(camera.number("AcquiredFrameCount") - shots) <= 1,
+             qPrintable(QString::number(camera.number("AcquiredFrameCount"))));
 }
 
 void tst_SimulatedStructuredLight::softwareTriggersTakeShots()
 {
-    const OpenDevice device(camera);
-    setAll(device, "Bining=Binning4 AcquisitionFrameRate=10 AcquisitionMode=SoftwareTrigger");
-    const auto fire = [&device] { device.command("TriggerSoftware")->Execute(); };
-    fire(); // too early
-    const Shots shots(device);
-    QTest::qWait(250);
-    QCOMPARE(shots.count(), 0);
+    Camera camera;
+    camera.set("AcquisitionFrameRate", 0.5); // does not limit triggers
+    camera.source.trigger(0); // too early
+    camera.start(StructuredLightSettings::SoftwareTrigger);
+    camera.pass(1000);
+    QCOMPARE(camera.number("AcquiredFrameCount"), 0.0);
     for (int i = 0; i < 5; ++i)
-        fire();
-    QTRY_COMPARE(device.integer("MissedTriggerCount")->GetValue(false, true), int64_t(3));
-    QTRY_COMPARE(shots.count(), 2);
-    fire();
-    QTRY_COMPARE(shots.count(), 3);
+        camera.source.trigger(0);
+    QCOMPARE(camera.number("MissedTriggerCount"), 3.0);
+    camera.pass(1000);
+    QCOMPARE(camera.number("AcquiredFrameCount"), 2.0);
+    camera.source.trigger(0);
+    camera.source.setAcquiring(true); // an acquisition begins without triggers
+    camera.pass(1000);
+    QCOMPARE(camera.number("AcquiredFrameCount"), 2.0);
+}
+
+void tst_SimulatedStructuredLight::thePlateMoves()
+{
+    const auto edge = [](const HeightFrame &frame) { // the left one of the box
+        int column = 0;
+        while (column < frame.width && !(frame.profile(27)[column] > 6.0f))
+            ++column;
+        return column;
+    };
+    StructuredLightSettings settings;
+    settings.binning = 4;
+    StructuredLightSensor sensor;
+    QCOMPARE(edge(sensor.shot(settings, 4.0)), edge(sensor.shot(settings, 0.0)) + 5);
 }
 
 void tst_SimulatedStructuredLight::acquisitionsEndAndLock()
 {
     const OpenDevice device(camera);
-    setAll(device, "Bining=Binning4 AcquisitionMode=SingleFrame SensorExposure=40000.0");
+    device.setAll("Bining=Binning4 AcquisitionMode=SingleFrame SensorExposure=40000.0");
     const double rate = device->inside().inspect(&StructuredLightSettings::rate);
     QCOMPARE(rate, 1e6 / 480e3);
     QCOMPARE(device.number("ResultingFrameRate")->GetValue(), rate);
     const Shots single(device);
     QTRY_VERIFY(!device->isAcquiring());
     QTRY_COMPARE(single.count(), 1);
-    setAll(device, "AcquisitionMode=Continuous SensorExposure=1000.0");
+    device.setAll("AcquisitionMode=Continuous SensorExposure=1000.0");
     const Shots running(device);
     QTRY_VERIFY(running.count() >= 3);
     for (const char *name : {"AcquisitionMode", "Bining"})
@@ -332,7 +390,7 @@ void tst_SimulatedStructuredLight::userSetsKeepEverything()
         return texts;
     };
     const QStringList before = values();
-    setAll(device, changed);
+    device.setAll(changed);
     const QStringList after = values();
     device.set("UserSetSelector", "UserSet2");
     device.command("UserSetSave")->Execute();
@@ -346,28 +404,30 @@ void tst_SimulatedStructuredLight::userSetsKeepEverything()
 
 void tst_SimulatedStructuredLight::showModeChoosesThePicture()
 {
-    QTemporaryDir folder;
-    HostContext host({folder.filePath(QStringLiteral("host.ini")), {}});
-    for (std::unique_ptr<Device> &device : makeSimulatedDevices())
-        host.addDevice(std::move(device));
-    ViewerWindow window(host);
-    window.openWhenKnown(id);
+    Viewer viewer;
+    HostContext &host = viewer.host;
+    ViewerWindow &window = viewer.window;
     HeightDisplay display(host);
     const ImageView &view = window.image();
-    QVERIFY(host.writeNode(id, QStringLiteral("Right2DSrcImage"), QStringLiteral("1")));
+    for (const char *output : outputs)
+        QVERIFY(host.writeNode(id, QLatin1String(output), QStringLiteral("1")));
+    QVERIFY(host.writeNode(id, QStringLiteral("Right2DImage"), QStringLiteral("0")));
+    const QSignalSpy shots(&host, &HostContext::heightReady);
     QVERIFY(host.writeNode(id, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
     QVERIFY(host.startAcquisition(id));
     QTRY_COMPARE(view.frame().format(), QImage::Format_RGB32);
     QTRY_VERIFY(!host.device(id)->isAcquiring());
     const QImage depth = view.frame();
     QVERIFY2(depth.pixel(150, 100) != depth.pixel(150, 20), "box and plate have the same colour");
+    QVERIFY2(depth.pixel(150, 100) != depth.pixel(320, 350), "box and disc have the same colour");
     QVERIFY(display.textAt(id, {150, 100}).contains(QLatin1String(" mm: 1")));
-    for (const int mode : {1, 4}) { // with the last shot
+    const std::vector<QImage> images = shots.last().at(1).value<HeightFrame>().outputs;
+    for (const int mode : {1, 3, 4, 5, 6, 7, 8}) { // with the last shot
         HostCore::SetSLImageShowMode(camera, mode);
-        QCOMPARE(view.frame().format(), QImage::Format_Grayscale8);
+        QCOMPARE(view.frame(), images[size_t(mode - 1)]);
         QVERIFY(display.textAt(id, {150, 100}).isEmpty());
     }
-    const QImage stripes = view.frame();
+    const QImage &stripes = images[3];
     QSignalSpy log(&host, &HostContext::logLine);
     for (const int mode : {2, 0, 9, -1}) { // not sent, none, unknown
         HostCore::SetSLImageShowMode(camera, 4);
@@ -379,11 +439,30 @@ void tst_SimulatedStructuredLight::showModeChoosesThePicture()
     QCOMPARE(log.size(), 2);
     HostCore::SetSLImageShowMode("nobody", 1);
     QCOMPARE(log.size(), 3);
+    QVERIFY(host.writeNode(id, QStringLiteral("AcquisitionMode"), QStringLiteral("Continuous")));
+    QVERIFY(host.startAcquisition(id));
+    QTRY_VERIFY(window.frameStatus().text().contains(QLatin1String("Coord3D_C32f")));
     HostCore::SetSLImageShowMode(camera, 1);
+    QVERIFY(window.frameStatus().text().contains(QLatin1String("Mono8")));
     host.close(id);
     QTRY_VERIFY(!host.device(id)->isOpen());
     QVERIFY(host.open(id));
     QCOMPARE(host.showModes().of(id), 0);
+    QVERIFY(view.frame().isNull() && !display.shows(id));
+}
+
+void tst_SimulatedStructuredLight::restartsReachThePanel()
+{
+    Viewer viewer;
+    const auto row = [&] { return viewer.window.panel().findChild<QWidget *>(QStringLiteral("2D Image Show")); };
+    QTRY_VERIFY(row());
+    const auto *const showTypes = row()->findChild<QComboBox *>();
+    QCOMPARE(showTypes->count(), 2);
+    QVERIFY(viewer.host.writeNode(id, QStringLiteral("Right2DImage"), QStringLiteral("1")));
+    viewer.host.listeners().raiseImport(id);
+    QTRY_COMPARE(showTypes->count(), 3);
+    QVERIFY(viewer.host.writeNode(id, QStringLiteral("DeviceReset"), QString()));
+    QTRY_COMPARE(showTypes->count(), 2);
 }
 
 QTEST_MAIN(tst_SimulatedStructuredLight)

@@ -137,7 +137,7 @@ void tst_ProfilerPages::completeProfiler()
     const std::pair<const char *, int> rowsShown[] = {
         {"firstToolBox", 11}, {"secondToolBox", 12}, {"thirdToolBox", 15}, {"fourthToolBox", 10}};
     for (const auto &[toolBox, count] : rowsShown)
-        QCOMPARE(std::pair(toolBox, m_panel->labels(toolBox).size()), std::pair(toolBox, count));
+        QCOMPARE(std::pair(toolBox, int(m_panel->labels(toolBox).size())), std::pair(toolBox, count));
     QCOMPARE(editor<QPushButton>("UserSetLoad")->minimumSize(), QSize(150, 34));
     QCOMPARE(editor<QPushButton>("TiltCorrection")->size(), QSize(60, 34));
     QCOMPARE(editor<QDoubleSpinBox>("HighCorrection")->decimals(), 4);
