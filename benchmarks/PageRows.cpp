@@ -14,6 +14,7 @@
 #include "ParamterWidget/ParamterWidget.h"
 #include "Rows.h"
 #include "Stopwatch.h"
+#include "ToolPage/CComboBox.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 #include "support/FakeHostCore.h"
 
@@ -204,6 +205,25 @@ void addProfiler(BenchReport &report)
     }
 }
 
+void addStructuredLight(BenchReport &report)
+{
+    const double opening = fastestOf(repeats, [] {
+        CuratedPages pages(PageSet::StructuredLight, structuredLightFeatures());
+        return milliseconds([&] { pages.panel.initUI(QString::fromLatin1(deviceKey)); });
+    });
+    report.add("opening a structured-light camera's panel", opening, "ms", 40);
+    CuratedPages pages(PageSet::StructuredLight, structuredLightFeatures());
+    pages.show(firstTab);
+    auto *const outputs = pages.editor<CComboBox>("2D Acquisition Output");
+    const QModelIndex first = outputs->model()->index(1, 0);
+    const double ticking = fastestOf(repeats, [&] { return shownTime([&] { outputs->onListViewClicked(first); }); });
+    report.add("ticking one of its images, with the repaint", ticking, "ms", 5);
+    pages.host.clearCalls();
+    const double reading = fastestOf(1, [&] { return shownTime([&] { pages.panel.updateWidget(true); }); });
+    report.add("reading all of its panel again, with the repaint", reading, "ms", 10);
+    report.add("reads by name of that", pages.calls("GetCameraNodeValue"), "reads", 8);
+}
+
 } // namespace
 
 void addPageRows(BenchReport &report)
@@ -213,4 +233,5 @@ void addPageRows(BenchReport &report)
     addLiveRefresh(report);
     addDrawing(report);
     addProfiler(report);
+    addStructuredLight(report);
 }

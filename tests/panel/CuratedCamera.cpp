@@ -144,6 +144,25 @@ CuratedFeatures profilerFeatures()
     return features;
 }
 
+CuratedFeatures structuredLightFeatures()
+{
+    CuratedFeatures all = {
+        {"Enumeration", "AcquisitionMode", "<EnumEntry Name=\"Continuous\"><Value>0</Value></EnumEntry>"}};
+    for (const char *number : {"SensorMethod",   "Bining",          "Light1Selector",
+                               "Light1Mode",     "Light1Value",     "Light2Selector",
+                               "Light2Mode",     "Light2Value",     "Light3Selector",
+                               "Light3Mode",     "Light3Value",     "SensorGain",
+                               "SensorExposure", "Modulation",      "LowBrightness",
+                               "HighBrightness", "FilterThreshold", "HighFilteringThreshold",
+                               "Radius",         "Neighborhoods",   "FillThreshold",
+                               "HighTruncation", "LowTruncation"})
+        all.push_back({"Integer", number, "<Min>0</Min><Max>1000</Max>"});
+    for (const char *boolean : {"Left2DImage", "Right2DImage", "Left2DSrcImage", "Right2DSrcImage", "Left2.5DFront",
+                                "Right2.5DFront", "Left2.5DBack", "Right2.5DBack", "Denoising"})
+        all.push_back({"Boolean", boolean, ""});
+    return all;
+}
+
 CuratedCamera::CuratedCamera(const CuratedFeatures &changes)
     : TestCamera(text(merged(changes))), m_features(merged(changes))
 {

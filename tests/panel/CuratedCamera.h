@@ -20,6 +20,8 @@ using CuratedFeatures = std::vector<CuratedFeature>;
 /// What CuratedCamera needs for the pages of laser profilers, Height included. The frame trigger is entry 1 of
 /// TriggerSelector, the line trigger entry 2, but one register serves both.
 CuratedFeatures profilerFeatures();
+/// What it needs for the pages of structured-light cameras. Hosts answer for the outputs by name.
+CuratedFeatures structuredLightFeatures();
 
 /// A camera with every feature of the curated area-scan pages. It shows 1280 x 1024 pixels of a sensor with
 /// 2448 x 2048; the region's maxima shrink with the offsets, its increments are 4 and 2. ExposureTime is locked

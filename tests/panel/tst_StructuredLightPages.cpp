@@ -23,26 +23,6 @@ QStringList words(const char *text, const char *separator = " ")
     return QString::fromUtf8(text).split(QLatin1String(separator), Qt::SkipEmptyParts);
 }
 
-/// A structured-light camera whose outputs the host answers for.
-CuratedFeatures features()
-{
-    CuratedFeatures all = {
-        {"Enumeration", "AcquisitionMode", "<EnumEntry Name=\"Continuous\"><Value>0</Value></EnumEntry>"}};
-    for (const char *number : {"SensorMethod",   "Bining",          "Light1Selector",
-                               "Light1Mode",     "Light1Value",     "Light2Selector",
-                               "Light2Mode",     "Light2Value",     "Light3Selector",
-                               "Light3Mode",     "Light3Value",     "SensorGain",
-                               "SensorExposure", "Modulation",      "LowBrightness",
-                               "HighBrightness", "FilterThreshold", "HighFilteringThreshold",
-                               "Radius",         "Neighborhoods",   "FillThreshold",
-                               "HighTruncation", "LowTruncation"})
-        all.push_back({"Integer", number, "<Min>0</Min><Max>1000</Max>"});
-    for (const char *output : outputFeatures)
-        all.push_back({"Boolean", output, ""});
-    all.push_back({"Boolean", "Denoising", ""});
-    return all;
-}
-
 /// What the device and the host know, and what the panel shows and sends then.
 struct Case
 {
@@ -108,7 +88,7 @@ private:
 void tst_StructuredLightPages::open(const QString &on, const QString &unknown, const CuratedFeatures &changes)
 {
     m_panel.reset();
-    CuratedFeatures all = features();
+    CuratedFeatures all = structuredLightFeatures();
     all.insert(all.end(), changes.begin(), changes.end());
     m_panel = std::make_unique<CuratedPanel>(all, PageSet::StructuredLight, [&](CuratedPanel &panel) {
         panel.messages.allow(QStringLiteral("^This plugin does not support"));
@@ -228,7 +208,7 @@ void tst_StructuredLightPages::pages()
 
 void tst_StructuredLightPages::missingFeatures()
 {
-    CuratedFeatures missing = features();
+    CuratedFeatures missing = structuredLightFeatures();
     for (CuratedFeature &feature : missing)
         feature.kind.clear();
     missing.push_back({"Integer", "Binning", ""}); // the device calls it Bining
