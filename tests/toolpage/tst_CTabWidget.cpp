@@ -54,6 +54,8 @@ void tst_CTabWidget::init()
     m_tabs->resize(600, 300);
     m_tabs->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_tabs.get()));
+    QHoverEvent leave(QEvent::HoverLeave, QPoint(-1, -1), QPoint(1, 1)); // the mouse may be where the window opened
+    QCoreApplication::sendEvent(m_tabs->tabBar(), &leave);
 }
 
 void tst_CTabWidget::tabsShareTheWidth()
