@@ -4,7 +4,7 @@
 #include <chrono>
 #include <utility>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMutexLocker>
 #include <QScopeGuard>
 #include <QTimer>
@@ -118,11 +118,15 @@ void ParameterWidgetManager::unregisterListeners()
 
 void ParameterWidgetManager::setCurParamWidget(ParamterWidget *panel)
 {
-    if (m_currentPanel && m_currentPanel != panel) // hiding the shown one would close its open editor
+    const bool replaces = m_currentPanel && m_currentPanel != panel; // hiding the shown one would close its open editor
+    const bool takesFocus = replaces && m_currentPanel->isAncestorOf(QApplication::focusWidget());
+    if (replaces)
         m_currentPanel->hide();
     panel->show();
     m_ui->verticalLayout->addWidget(panel);
     m_currentPanel = panel;
+    if (takesFocus)
+        (panel->focusWidget() ? panel->focusWidget() : panel)->setFocus();
     panel->updateAttributeLevel();
 }
 

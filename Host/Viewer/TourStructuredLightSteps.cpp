@@ -115,7 +115,7 @@ bool tickByKeyboard(TourStage &stage)
     }
     TourHand::key(box->view(), Qt::Key_Escape);
     return stage.expect(!box->view()->isVisible() && box->hasFocus(), say("Escape does not close the list"))
-        && stopWithAllOutputs(stage);
+        && stopWithAllOutputs(stage) && stage.expect(box->hasFocus(), say("the list loses the focus"));
 }
 
 /// What the two sensors see of the same.
