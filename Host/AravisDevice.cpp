@@ -161,6 +161,13 @@ QImage toImage(ArvBuffer *buffer)
 } // namespace
 
 /// An open camera. Members go in reverse order: the node map before its port.
+struct AravisDevice::Reached
+{
+    Reference<ArvDevice> device; ///< null when it could not be reached
+    QByteArray description;
+    QString error;
+};
+
 struct AravisDevice::Connection
 {
     ArvDevice *device = nullptr; ///< kept alive by the port
@@ -257,25 +264,38 @@ AravisDevice::~AravisDevice()
     close();
 }
 
+void AravisDevice::reach()
+{
+    ErrorSlot failure;
+    reached = std::make_unique<Reached>();
+    reached->device = Reference<ArvDevice>(arv_open_device(identity.id.toUtf8().constData(), failure.out()));
+    if (!reached->device) {
+        reached->error = QString::fromUtf8(failure.text());
+        return;
+    }
+    std::size_t size = 0;
+    const char *xml = arv_device_get_genicam_xml(reached->device.get(), &size);
+    reached->description = QByteArray(xml, static_cast<int>(size));
+}
+
 bool AravisDevice::open(QString *error)
 {
     if (connection)
         return true;
-    ErrorSlot failure;
-    Reference<ArvDevice> device(arv_open_device(identity.id.toUtf8().constData(), failure.out()));
-    if (!device) {
-        *error = QString::fromUtf8(failure.text());
+    if (!reached)
+        reach();
+    const std::unique_ptr<Reached> camera = std::move(reached);
+    if (!camera->device) {
+        *error = camera->error;
         return false;
     }
     auto opened = std::make_unique<Connection>();
-    std::size_t size = 0;
-    const char *xml = arv_device_get_genicam_xml(device.get(), &size);
-    const QByteArray description(xml, static_cast<int>(size));
-    opened->device = device.get();
-    opened->mailbox = connectLost(device.get(), this);
+    opened->device = camera->device.get();
+    opened->mailbox = connectLost(camera->device.get(), this);
     const auto report = [this](bool answering) { reportAnswering(answering); };
-    opened->port = std::make_unique<FailFastPort>(makeRegisterPort(std::move(device)), FailFastPort::Timing(), report);
-    if (!guarded(error, [&] { opened->nodes = std::make_unique<LoadedNodeMap>(description, *opened->port); }))
+    opened->port =
+        std::make_unique<FailFastPort>(makeRegisterPort(std::move(camera->device)), FailFastPort::Timing(), report);
+    if (!guarded(error, [&] { opened->nodes = std::make_unique<LoadedNodeMap>(camera->description, *opened->port); }))
         return false;
     connection = std::move(opened);
     return true;

@@ -29,6 +29,8 @@ public:
     QString id() const override { return identity.id; }
     QString displayName() const override { return identity.displayName; }
     Transport transport() const override { return identity.transport; }
+    /// Some seconds for a camera that does not answer.
+    void reach() override;
     bool open(QString *error) override;
     void close() override;
     bool isOpen() const override { return connection != nullptr; }
@@ -38,12 +40,14 @@ public:
     bool isAcquiring() const override { return stream != nullptr; }
 
 private:
+    struct Reached;
     struct Connection;
     class Stream;
 
     void reportAnswering(bool answering);
 
     const Identity identity;
+    std::unique_ptr<Reached> reached; ///< by reach(), until open() takes it
     std::unique_ptr<Connection> connection;
     std::unique_ptr<Stream> stream;
 };

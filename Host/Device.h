@@ -34,6 +34,9 @@ public:
     /// profiler; see HostCore.h.
     virtual QString typeCode() const { return QStringLiteral("0"); }
 
+    /// Does in advance what open() would have to wait for. On any thread, but not while the device is open or anything
+    /// else of it is called.
+    virtual void reach() { }
     /// Connects to the device and loads its description. False on failure, with the reason in `error`
     /// (a sentence for a person). Opening an open device succeeds at once.
     virtual bool open(QString *error) = 0;

@@ -69,6 +69,7 @@ HostContext::HostContext(Options options, QObject *parent) : QObject(parent), st
         eventListeners.raiseDeviceList(cards, cameras);
     });
     discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder));
+    openings = std::make_unique<JobThread>(QStringLiteral("opening"));
     connect(discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
     connect(announcer.get(), &DeviceAnnouncer::announced, this, &HostContext::followAnnounced);
     connect(&imageRegions, &ImageRegions::movedByUser, this, [this](const QString &id, int handle, const QRect &area) {
@@ -89,6 +90,7 @@ HostContext::~HostContext()
         theContext = nullptr;
     }
     discovery.reset();
+    openings.reset();
     announcer->disconnect(this); // what it still serves must find nothing to announce
     for (const Entry &one : entries)
         one.device->disconnect(this);
@@ -202,7 +204,7 @@ void HostContext::mergeFound(const std::vector<FoundDevice> &found)
         return std::any_of(found.begin(), found.end(), [&id](const FoundDevice &one) { return one.id == id; });
     };
     const auto vanished = [&isFound](const Entry &one) {
-        return one.discovered && !one.device->isOpen() && !isFound(one.device->id());
+        return one.discovered && !one.opening && !one.device->isOpen() && !isFound(one.device->id());
     };
     const auto firstGone = std::stable_partition(entries.begin(), entries.end(), std::not_fn(vanished));
     bool changed = firstGone != entries.end();
@@ -227,8 +229,12 @@ bool HostContext::open(const QString &id)
     Entry *known = entry(id);
     if (known && known->ready)
         return true;
-    QString error = known ? QStringLiteral("it is still being closed, try again") : QStringLiteral("it is not known");
-    if (!known || known->closing || !known->device->open(&error)) {
+    QString error = QStringLiteral("it is not known");
+    if (known && known->opening)
+        error = QStringLiteral("it is already being opened");
+    else if (known && known->closing)
+        error = QStringLiteral("it is still being closed, try again");
+    if (!known || known->opening || known->closing || !known->device->open(&error)) {
         log(module, QStringLiteral("Opening %1 failed: %2").arg(id, error));
         return false;
     }
@@ -236,6 +242,35 @@ bool HostContext::open(const QString &id)
     announceDevices(id);
     Q_EMIT deviceStateChanged(id);
     return true;
+}
+
+void HostContext::openLater(const QString &id)
+{
+    Entry *known = entry(id);
+    if (!known || known->ready || known->opening || known->closing) {
+        open(id); // which says what is wrong
+        return;
+    }
+    known->opening = true;
+    Q_EMIT deviceStateChanged(id);
+    openings->add([this, id, device = known->device.get()] {
+        device->reach();
+        QMetaObject::invokeMethod(
+            this, [this, id] { finishOpening(id); }, Qt::QueuedConnection);
+    });
+}
+
+void HostContext::finishOpening(const QString &id)
+{
+    entry(id)->opening = false;
+    if (!open(id))
+        Q_EMIT deviceStateChanged(id);
+}
+
+bool HostContext::isOpening(const QString &id) const
+{
+    const Entry *known = entry(id);
+    return known && known->opening;
 }
 
 void HostContext::close(const QString &id)

@@ -19,6 +19,7 @@
 #include "Host/DeviceDiscovery.h"
 #include "Host/HostListeners.h"
 #include "Host/ImageRegions.h"
+#include "Host/JobThread.h"
 #include "Host/ProfilerHeights.h"
 #include "Host/ProfilerRegions.h"
 #include "Host/ShowModes.h"
@@ -71,6 +72,10 @@ public:
     /// Opens a device and announces it to the panel, which follows soon. False on failure, which is logged; a device
     /// that is still being closed cannot be opened.
     bool open(const QString &id);
+    /// The same, without making the caller wait for the device to be reached. Its state changes when that begins and
+    /// when it has ended, one way or the other.
+    void openLater(const QString &id);
+    bool isOpening(const QString &id) const;
     /// Announces the device as closed and releases it when the event loop has removed its panel.
     void close(const QString &id);
     /// Gives the focus to a device, open or not; an unknown or empty id takes it away from all.
@@ -121,7 +126,7 @@ Q_SIGNALS:
     void refreshingChanged(bool refreshing);
     /// The id is empty when nothing has the focus.
     void focusChanged(const QString &id);
-    /// A device was opened, closed or lost, or started or stopped acquiring.
+    /// A device is being opened or could not be, was opened, closed or lost, or started or stopped acquiring.
     void deviceStateChanged(const QString &id);
     void languageChanged(const QString &name);
     /// A frame of an acquiring device, on the GUI thread.
@@ -137,6 +142,7 @@ private:
     {
         std::unique_ptr<Device> device;
         bool discovered = false;
+        bool opening = false; ///< being reached on another thread
         bool ready = false;
         bool closing = false; ///< announced as closed, not released yet
     };
@@ -145,6 +151,7 @@ private:
     const Entry *entry(const QString &id) const;
     void append(std::unique_ptr<Device> device, bool discovered);
     void connectDevice(Device *device);
+    void finishOpening(const QString &id);
     void followAnnounced();
     void releaseAfterPanels(const QString &id);
     void finishClosing(const QString &id);
@@ -173,5 +180,6 @@ private:
     std::unique_ptr<QSettings> store;
     std::unique_ptr<DeviceAnnouncer> announcer;
     std::unique_ptr<DeviceDiscovery> discovery;
+    std::unique_ptr<JobThread> openings;
     QTimer pollTimer;
 };

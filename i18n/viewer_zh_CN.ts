@@ -59,6 +59,10 @@
         <source>Devices</source>
         <translation>设备</translation>
     </message>
+    <message>
+        <source>Opening...</source>
+        <translation>正在打开...</translation>
+    </message>
 </context>
 <context>
     <name>FrameStatus</name>
@@ -340,6 +344,10 @@
     <message>
         <source>There is no device %1.</source>
         <translation>没有设备 %1。</translation>
+    </message>
+    <message>
+        <source>Opening %1...</source>
+        <translation>正在打开 %1...</translation>
     </message>
 </context>
 </TS>

@@ -40,6 +40,7 @@ struct StateSpec
 
 constexpr StateSpec states[] = {
     {DeviceTree::State::Closed, QT_TRANSLATE_NOOP("DeviceTree", "Closed"), 0},
+    {DeviceTree::State::Opening, QT_TRANSLATE_NOOP("DeviceTree", "Opening..."), 0},
     {DeviceTree::State::Open, QT_TRANSLATE_NOOP("DeviceTree", "Open"), 0xff5dbd93},
     {DeviceTree::State::Acquiring, QT_TRANSLATE_NOOP("DeviceTree", "Acquiring"), 0xff2f7fd1},
     {DeviceTree::State::Lost, QT_TRANSLATE_NOOP("DeviceTree", "Lost"), 0xffc8453b},
@@ -81,6 +82,8 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
 DeviceTree::State DeviceTree::state(const QString &id) const
 {
     const Device *device = m_context.device(id);
+    if (m_context.isOpening(id))
+        return State::Opening;
     if (m_lost.contains(id))
         return State::Lost;
     if (!device || !m_context.isReady(id))

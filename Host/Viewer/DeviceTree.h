@@ -16,7 +16,7 @@ class DeviceTree : public QTreeWidget
     Q_OBJECT
 
 public:
-    enum class State { Closed, Open, Acquiring, Lost };
+    enum class State { Closed, Opening, Open, Acquiring, Lost };
     Q_ENUM(State)
 
     /// `context` must outlive the tree.

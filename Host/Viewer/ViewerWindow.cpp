@@ -133,8 +133,7 @@ void ViewerWindow::run(Command command, bool checked)
     case Command::Refresh:
         return m_context.refreshDevices();
     case Command::OpenDevice:
-        openDevice(currentId());
-        return;
+        return m_context.openLater(currentId());
     case Command::CloseDevice:
         return closeDevice();
     case Command::OpenFile:
@@ -179,14 +178,6 @@ QString ViewerWindow::currentId() const
     return device ? device->id() : QString();
 }
 
-bool ViewerWindow::openDevice(const QString &id)
-{
-    QApplication::setOverrideCursor(Qt::WaitCursor); // a camera that does not answer takes some seconds
-    const bool opened = m_context.open(id);
-    QApplication::restoreOverrideCursor();
-    return opened;
-}
-
 void ViewerWindow::closeDevice()
 {
     m_context.close(currentId());
@@ -227,7 +218,7 @@ bool ViewerWindow::openDescription(const QString &path)
     if (!m_context.device(id))
         m_context.addDevice(std::move(device));
     m_devices->select(id);
-    return openDevice(id);
+    return m_context.open(id);
 }
 
 void ViewerWindow::openWhenKnown(const QString &id)
@@ -242,7 +233,7 @@ void ViewerWindow::openPending()
         return;
     const QString id = std::exchange(m_pendingId, QString());
     m_devices->select(id);
-    openDevice(id);
+    m_context.openLater(id);
 }
 
 void ViewerWindow::followSearch(bool searching)
@@ -387,6 +378,8 @@ QString ViewerWindow::imageHint() const
     switch (m_devices->state(device->id())) {
     case DeviceTree::State::Closed:
         return tr("%1 is closed. Double-click it to open it.").arg(device->displayName());
+    case DeviceTree::State::Opening:
+        return tr("Opening %1...").arg(device->displayName());
     case DeviceTree::State::Lost:
         return tr("%1 does not answer any more. Double-click it to open it again.").arg(device->displayName());
     case DeviceTree::State::Acquiring:
@@ -406,7 +399,7 @@ void ViewerWindow::updateCommands()
     const bool image = !m_image->imageSize().isEmpty();
     const std::pair<Command, bool> enabled[] = {
         {Command::Refresh, !m_context.isRefreshing()},
-        {Command::OpenDevice, device && !open},
+        {Command::OpenDevice, device && !open && state != DeviceTree::State::Opening},
         {Command::CloseDevice, device && open},
         {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
         {Command::StopAcquisition, acquiring},

@@ -55,8 +55,6 @@ private:
     void buildCommands();
     void connectHost();
     void run(Command command, bool checked);
-    /// False on failure, which is logged.
-    bool openDevice(const QString &id);
     void closeDevice();
     void startAcquisition();
     void stopAcquisition();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QString>
@@ -22,6 +23,11 @@ public:
     QString displayName() const override { return key; }
     Kind kind() const override { return type; }
     QString typeCode() const override { return QStringLiteral("1"); }
+    void reach() override
+    {
+        if (onReach)
+            onReach();
+    }
     bool open(QString *error) override;
     void close() override;
     bool isOpen() const override { return nodes.has_value(); }
@@ -30,6 +36,7 @@ public:
     void stopAcquisition() override;
     bool isAcquiring() const override { return acquiring; }
 
+    std::function<void()> onReach;
     /// Not empty: open() and startAcquisition() fail with this reason.
     QString refusal;
     MemoryPort port;

@@ -57,6 +57,7 @@ private Q_SLOTS:
     void softwareTriggersMakeFrames();
     void aDeadCameraCostsOneDeadline();
     void aLostCameraIsClosed();
+    void reachingADeadCameraKeepsNobodyWaiting();
     void aReturnedCameraOpensAgain();
     void cleanupTestCase();
 
@@ -279,10 +280,26 @@ void tst_EndToEnd::aLostCameraIsClosed()
     window->grab();
 }
 
+void tst_EndToEnd::reachingADeadCameraKeepsNobodyWaiting()
+{
+    log.clear();
+    QElapsedTimer timer;
+    timer.start();
+    context->openLater(id);
+    qint64 longest = timer.restart(); // between two turns of the event loop, ms
+    while (context->isOpening(id)) {
+        QTest::qWait(5);
+        longest = std::max(longest, timer.restart());
+    }
+    QCOMPARE(log.filter(QStringLiteral("Opening %1 failed").arg(id)).size(), 1);
+    QVERIFY2(longest < 500, QByteArray::number(longest).constData());
+}
+
 void tst_EndToEnd::aReturnedCameraOpensAgain()
 {
     startCamera();
-    QVERIFY2(context->open(id), qPrintable(log.join(QLatin1Char('\n'))));
+    context->openLater(id);
+    QTRY_VERIFY2(context->isReady(id), qPrintable(log.join(QLatin1Char('\n'))));
     QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == id);
     QCOMPARE(valueCell(QStringLiteral("Width")).data().toLongLong(), cameraRegister(widthRegister));
 }

@@ -329,6 +329,7 @@ void tst_ImageView::canvasStandsForAMissingPicture()
     ViewerWindow window(context);
     const QString id = QStringLiteral("SIM-AREA-01");
     window.openWhenKnown(id);
+    QTRY_VERIFY(context.isReady(id));
     const auto size = [&] {
         QString width;
         QString height;

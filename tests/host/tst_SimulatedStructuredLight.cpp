@@ -149,7 +149,12 @@ HostContext &withDevices(HostContext &host)
 /// The viewer, with the camera open.
 struct Viewer
 {
-    Viewer() { window.openWhenKnown(id); }
+    Viewer()
+    {
+        window.openWhenKnown(id);
+        if (!QTest::qWaitFor([this] { return host.isReady(id); }))
+            qFatal("the camera does not open");
+    }
 
     QTemporaryDir folder;
     HostContext host{{folder.filePath(QStringLiteral("host.ini")), {}}};
