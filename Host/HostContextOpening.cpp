@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// How devices are opened and closed while panels follow.
+#include <utility>
+
+#include "Host/HostContext.h"
+
+namespace {
+
+const QString module = QStringLiteral("HostContext");
+
+} // namespace
+
+bool HostContext::open(const QString &id)
+{
+    Entry *known = entry(id);
+    if (known && known->ready)
+        return true;
+    QString error = QStringLiteral("it is not known");
+    if (known && known->opening)
+        error = QStringLiteral("it is already being opened");
+    else if (known && known->closing)
+        error = QStringLiteral("it is still being closed, try again");
+    if (!known || known->opening || known->closing || !known->device->open(&error)) {
+        log(module, QStringLiteral("Opening %1 failed: %2").arg(id, error));
+        return false;
+    }
+    known->ready = true;
+    announceDevices(id);
+    Q_EMIT deviceStateChanged(id);
+    return true;
+}
+
+void HostContext::openLater(const QString &id)
+{
+    Entry *known = entry(id);
+    if (!known || known->ready || known->opening || known->closing) {
+        open(id); // which says what is wrong
+        return;
+    }
+    known->opening = true;
+    Q_EMIT deviceStateChanged(id);
+    openings->add([this, id, device = known->device.get()] {
+        device->reach();
+        QMetaObject::invokeMethod(
+            this, [this, id] { finishOpening(id); }, Qt::QueuedConnection);
+    });
+}
+
+void HostContext::finishOpening(const QString &id)
+{
+    entry(id)->opening = false;
+    if (!open(id))
+        Q_EMIT deviceStateChanged(id);
+}
+
+void HostContext::close(const QString &id)
+{
+    Entry *known = entry(id);
+    if (!known || !known->ready)
+        return;
+    known->ready = false;
+    known->closing = true;
+    closings += id;
+    announceDevices(id);
+    Q_EMIT deviceStateChanged(id);
+}
+
+void HostContext::followAnnounced()
+{
+    // A camera that is listed as closed makes the panel show nothing, whoever has the focus.
+    announceFocus();
+    // A card that is new to the panel costs the cameras of that event their turn. It is new once, so after the last
+    // event every closed device has been seen.
+    if (!announcer->isIdle())
+        return;
+    const QStringList seen = std::exchange(closings, {});
+    for (const QString &id : seen)
+        releaseAfterPanels(id);
+}
+
+void HostContext::releaseAfterPanels(const QString &id)
+{
+    imageRegions.removeAll(id);
+    // The event has left the device's panels to deferred deletion. Deferred deletions run in their order, so the
+    // node map goes when the last user of it has gone.
+    auto *afterPanels = new QObject(this);
+    connect(afterPanels, &QObject::destroyed, this, [this, id] { finishClosing(id); });
+    afterPanels->deleteLater();
+}
+
+void HostContext::finishClosing(const QString &id)
+{
+    Entry *known = entry(id);
+    if (!known)
+        return;
+    known->device->close();
+    known->closing = false;
+    Q_EMIT deviceStateChanged(id);
+}
+
+void HostContext::deviceLost(const QString &id, const QString &reason)
+{
+    if (!isReady(id))
+        return;
+    log(module, QStringLiteral("Device %1 is lost: %2").arg(id, reason));
+    close(id);
+}
