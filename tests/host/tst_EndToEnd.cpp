@@ -228,12 +228,11 @@ void tst_EndToEnd::framesComeAtTheRate()
 {
     QCOMPARE(write("AcquisitionFrameRate", "10"), 0);
     QSignalSpy frames(context.get(), &HostContext::frameReady);
-    QVERIFY(context->startAcquisition(id));
-    QTRY_VERIFY(frames.size() >= 1);
     QElapsedTimer clock;
-    clock.start();
-    QTRY_VERIFY(frames.size() >= 6);
-    QVERIFY2(clock.elapsed() > 400, qPrintable(QString::number(clock.elapsed())));
+    clock.start(); // a busy machine sees frames late, never early
+    QVERIFY(context->startAcquisition(id));
+    QTRY_VERIFY(frames.size() >= 9);
+    QVERIFY2(clock.elapsed() > 750, qPrintable(QString::number(clock.elapsed())));
     context->stopAcquisition(id);
 }
 
