@@ -160,7 +160,7 @@ QImage toImage(ArvBuffer *buffer)
 
 } // namespace
 
-/// An open camera. Members go in reverse order: the node map before its port.
+/// A camera that answered, or why it did not.
 struct AravisDevice::Reached
 {
     Reference<ArvDevice> device; ///< null when it could not be reached
@@ -168,6 +168,7 @@ struct AravisDevice::Reached
     QString error;
 };
 
+/// An open camera. Members go in reverse order: the node map before its port.
 struct AravisDevice::Connection
 {
     ArvDevice *device = nullptr; ///< kept alive by the port

@@ -29,7 +29,7 @@ public:
     QString id() const override { return identity.id; }
     QString displayName() const override { return identity.displayName; }
     Transport transport() const override { return identity.transport; }
-    /// Some seconds for a camera that does not answer.
+    /// Takes some seconds for a camera that does not answer.
     void reach() override;
     bool open(QString *error) override;
     void close() override;

@@ -34,8 +34,8 @@ public:
     /// profiler; see HostCore.h.
     virtual QString typeCode() const { return QStringLiteral("0"); }
 
-    /// Does in advance what open() would have to wait for. On any thread, but not while the device is open or anything
-    /// else of it is called.
+    /// Does in advance what open() would have to wait for. Called on any thread while the device is closed; what only
+    /// tells about the device may be called meanwhile, open() and close() may not.
     virtual void reach() { }
     /// Connects to the device and loads its description. False on failure, with the reason in `error`
     /// (a sentence for a person). Opening an open device succeeds at once.

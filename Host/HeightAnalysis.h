@@ -15,7 +15,8 @@ struct Range
     double highest = 0.0;
 };
 
-/// The heights of a frame without the lowest and the highest points, that share of all; none without any data.
+/// The heights of a frame without the lowest and the highest points; `leftOut` is their share at each end. None without
+/// any data.
 std::optional<Range> usualRange(const HeightFrame &frame, double leftOut = 0.01);
 
 /// The straight surface that most points of a profile lie on.

@@ -19,6 +19,7 @@ std::atomic<HostContext *> theContext{nullptr};
 std::mutex contextMutex; ///< held by other threads while they use the context, and while it goes
 
 constexpr int pollInterval = 1000; // ms
+constexpr int mostOpenings = 16; ///< devices that are reached at the same time
 const QString module = QStringLiteral("HostContext");
 const QString languageKey = QStringLiteral("language");
 
@@ -69,7 +70,7 @@ HostContext::HostContext(Options options, QObject *parent) : QObject(parent), st
         eventListeners.raiseDeviceList(cards, cameras);
     });
     discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder));
-    openings = std::make_unique<JobThread>(QStringLiteral("opening"));
+    openings.setMaxThreadCount(mostOpenings);
     connect(discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
     connect(announcer.get(), &DeviceAnnouncer::announced, this, &HostContext::followAnnounced);
     connect(&imageRegions, &ImageRegions::movedByUser, this, [this](const QString &id, int handle, const QRect &area) {
@@ -90,7 +91,7 @@ HostContext::~HostContext()
         theContext = nullptr;
     }
     discovery.reset();
-    openings.reset();
+    openings.waitForDone();
     announcer->disconnect(this); // what it still serves must find nothing to announce
     for (const Entry &one : entries)
         one.device->disconnect(this);
@@ -189,7 +190,10 @@ void HostContext::connectDevice(Device *device)
             Q_EMIT heightReady(id, frame);
     });
     connect(device, &Device::acquiringChanged, this, [this, id] { acquiringChanged(id); });
-    connect(device, &Device::restarted, this, [this, id] { eventListeners.raiseImport(id); });
+    connect(device, &Device::restarted, this, [this, id] {
+        if (isReady(id))
+            eventListeners.raiseImport(id);
+    });
     connect(device, &Device::lost, this, [this, id](const QString &reason) { deviceLost(id, reason); });
 }
 

@@ -12,6 +12,7 @@
 #include <QSettings>
 #include <QString>
 #include <QStringList>
+#include <QThreadPool>
 #include <QTimer>
 
 #include "Host/Device.h"
@@ -19,7 +20,6 @@
 #include "Host/DeviceDiscovery.h"
 #include "Host/HostListeners.h"
 #include "Host/ImageRegions.h"
-#include "Host/JobThread.h"
 #include "Host/ProfilerHeights.h"
 #include "Host/ProfilerRegions.h"
 #include "Host/ShowModes.h"
@@ -43,7 +43,7 @@ public:
     };
 
     explicit HostContext(Options options, QObject *parent = nullptr);
-    /// Closes every device.
+    /// Closes every device. Waits for those that are being reached, which takes seconds for a dead one.
     ~HostContext() override;
 
     /// The context that HostCore forwards to; null before the first and after the last one.
@@ -76,7 +76,8 @@ public:
     /// when it has ended, one way or the other.
     void openLater(const QString &id);
     bool isOpening(const QString &id) const;
-    /// Announces the device as closed and releases it when the event loop has removed its panel.
+    /// Announces the device as closed and releases it when the event loop has removed its panel. A device that is not
+    /// open, or still being opened, stays as it is.
     void close(const QString &id);
     /// Gives the focus to a device, open or not; an unknown or empty id takes it away from all.
     void setFocus(const QString &id);
@@ -180,6 +181,6 @@ private:
     std::unique_ptr<QSettings> store;
     std::unique_ptr<DeviceAnnouncer> announcer;
     std::unique_ptr<DeviceDiscovery> discovery;
-    std::unique_ptr<JobThread> openings;
+    QThreadPool openings;
     QTimer pollTimer;
 };

@@ -38,16 +38,18 @@ void HostContext::openLater(const QString &id)
         return;
     }
     known->opening = true;
-    Q_EMIT deviceStateChanged(id);
-    openings->add([this, id, device = known->device.get()] {
+    openings.start([this, id, device = known->device.get()] {
         device->reach();
         QMetaObject::invokeMethod(
             this, [this, id] { finishOpening(id); }, Qt::QueuedConnection);
     });
+    Q_EMIT deviceStateChanged(id);
 }
 
 void HostContext::finishOpening(const QString &id)
 {
+    if (current() != this) // it goes; its destructor still handles events
+        return;
     entry(id)->opening = false;
     if (!open(id))
         Q_EMIT deviceStateChanged(id);

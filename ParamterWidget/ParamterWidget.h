@@ -47,8 +47,8 @@ public:
     /// The host's identifier of the device; empty in the default panel.
     QString deviceName() const { return m_context.deviceName; }
 
-    /// Builds the pages for `device`, the host's identifier. Without a node map they stay empty. This is done once,
-    /// also by the functions below, which build pages or parts of them.
+    /// Builds the pages for `device`, the host's identifier. Without a node map they stay empty. Pages are built once
+    /// per panel, by this or by one of the functions below that build all of them.
     void initUI(QString device);
     void init2DParameterUI();
     /// The pages of the first, second and third tool box and the feature tree. `nodeMap` must not be null.

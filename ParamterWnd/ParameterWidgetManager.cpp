@@ -56,6 +56,14 @@ void followAcquisition(ParamterWidget *panel, const std::string &acquisition)
     panel->updateWidget(false);
 }
 
+/// To the widget that had it last, if a person could choose it now.
+void giveFocus(ParamterWidget *panel)
+{
+    QWidget *const last = panel->focusWidget();
+    const bool isUsable = last && last->isVisible() && last->isEnabled();
+    (isUsable ? last : panel)->setFocus();
+}
+
 } // namespace
 
 ParameterWidgetManager::ParameterWidgetManager(QWidget *parent)
@@ -118,15 +126,14 @@ void ParameterWidgetManager::unregisterListeners()
 
 void ParameterWidgetManager::setCurParamWidget(ParamterWidget *panel)
 {
-    const bool replaces = m_currentPanel && m_currentPanel != panel; // hiding the shown one would close its open editor
-    const bool takesFocus = replaces && m_currentPanel->isAncestorOf(QApplication::focusWidget());
-    if (replaces)
+    const bool hasFocus = isAncestorOf(QApplication::focusWidget());
+    if (m_currentPanel && m_currentPanel != panel) // hiding the shown one would close its open editor
         m_currentPanel->hide();
     panel->show();
     m_ui->verticalLayout->addWidget(panel);
     m_currentPanel = panel;
-    if (takesFocus)
-        (panel->focusWidget() ? panel->focusWidget() : panel)->setFocus();
+    if (hasFocus && !panel->isAncestorOf(QApplication::focusWidget()))
+        giveFocus(panel);
     panel->updateAttributeLevel();
 }
 
@@ -230,6 +237,8 @@ void ParameterWidgetManager::closePanel(const QString &device, PanelMap &panels)
     panel->setParamterViewDisable();
     if (m_currentPanel == panel)
         m_currentPanel = nullptr;
+    if (panel->isAncestorOf(QApplication::focusWidget()))
+        setFocus(); // the next panel gets it
     panel->hide(); // two panels above each other would enlarge the host's window until the deletion
     panel->deleteLater();
 }

@@ -45,7 +45,7 @@ public:
     {
         QAccessible::State state = QAccessibleWidget::state();
         state.expandable = true;
-        state.expanded = m_box->view()->isVisible();
+        state.expanded = m_box->view()->window()->isVisible(); // the view itself is, until its window has hidden
         return state;
     }
     int childCount() const override { return 1; }
@@ -86,6 +86,13 @@ void announce(QObject *object, QAccessible::State changed, int child = -1)
     QAccessibleStateChangeEvent change(object, changed);
     change.setChild(child);
     QAccessible::updateAccessibility(&change);
+}
+
+/// The room on the screen that the box lies on, which its window may leave for another one.
+QRect screenOf(const QWidget &box)
+{
+    const QScreen *const screen = QGuiApplication::screenAt(box.mapToGlobal(box.rect().center()));
+    return (screen ? screen : box.screen())->availableGeometry();
 }
 
 bool opensList(const QKeyEvent &event)
@@ -224,7 +231,7 @@ void CComboBox::showPopup()
     if (m_model->rowCount() <= FirstEntry)
         return;
     m_view->setAccessibleName(accessibleName());
-    m_popup->setMinimumWidth(std::min(listWidth(), screen()->availableSize().width()));
+    m_popup->setMinimumWidth(std::min(listWidth(), screenOf(*this).width()));
     QComboBox::showPopup();
     placeList();
     m_hideAllowed = false;
@@ -241,9 +248,9 @@ int CComboBox::listWidth() const
 /// Where the box starts, as far as the screen has room: the toolkit does not reckon with a list wider than its box.
 void CComboBox::placeList()
 {
-    const QRect room = screen()->availableGeometry();
+    const QRect room = screenOf(*this);
     const int start = mapToGlobal(QPoint()).x() + (isRightToLeft() ? width() - m_popup->width() : 0);
-    m_popup->move(std::clamp(start, room.left(), room.right() + 1 - m_popup->width()), m_popup->y());
+    m_popup->move(std::max(room.left(), std::min(start, room.right() + 1 - m_popup->width())), m_popup->y());
 }
 
 void CComboBox::hidePopup()

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void failuresAreLogged();
     void openDevicesAndUnknownOnes();
     void searchesKeepADeviceThatIsBeingOpened();
+    void deadDevicesHoldUpNoOthers();
     void theEndWaits();
 
 private:
@@ -118,8 +119,25 @@ void tst_OpenLater::searchesKeepADeviceThatIsBeingOpened()
     QTRY_VERIFY(context->isReady(id));
 }
 
+void tst_OpenLater::deadDevicesHoldUpNoOthers()
+{
+    context->addDevice(std::make_unique<TestDevice>(QStringLiteral("other")));
+    context->openLater(id);
+    context->openLater(QStringLiteral("other"));
+    QTRY_VERIFY(context->isReady(QStringLiteral("other")));
+    QVERIFY(context->isOpening(id));
+}
+
+/// A slow panel keeps the context waiting for its last announcement, which handles events.
 void tst_OpenLater::theEndWaits()
 {
+    struct SlowPanel final : HostCore::IDeviceListUpdate
+    {
+        SlowPanel() { HostCore::RegisterDeviceListUpdateListener(this); }
+        ~SlowPanel() { HostCore::UnRegisterDeviceListUpdateListener(this); }
+        void OnUpdate(int, std::vector<std::string>, std::vector<std::string>) override { QThread::msleep(200); }
+    };
+    const SlowPanel panel;
     std::atomic_bool started{false};
     std::atomic_bool ended{false};
     device->onReach = [&] {
@@ -127,6 +145,8 @@ void tst_OpenLater::theEndWaits()
         QThread::msleep(50);
         ended = true;
     };
+    context->addDevice(std::make_unique<TestDevice>(QStringLiteral("other")));
+    QVERIFY(context->open(QStringLiteral("other"))); // is announced
     context->openLater(id);
     QTRY_VERIFY(started);
     context.reset();

@@ -435,7 +435,8 @@ void tst_ParameterWidgetManager::keyboardFocusOutlivesOtherPanels()
     QLineEdit beside(m_window.get());
     beside.show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    for (QLineEdit *field : {&beside, panelOf(QStringLiteral("cam"))->findChild<QLineEdit *>()}) {
+    auto *const search = panelOf(QStringLiteral("cam"))->findChild<QLineEdit *>(QStringLiteral("edit_search"));
+    for (QLineEdit *field : {&beside, search}) {
         field->setFocus();
         sendFocus(3, "cam");
         QVERIFY(field->hasFocus());
@@ -444,6 +445,16 @@ void tst_ParameterWidgetManager::keyboardFocusOutlivesOtherPanels()
         sendFocus(3, "cam");
         QVERIFY(field->hasFocus());
     }
+    const auto isInPanel = [this](const QString &device) {
+        return panelOf(device)->isAncestorOf(QApplication::focusWidget());
+    };
+    sendDeviceList({}, {"cam", "closed"});
+    search->setEnabled(false);
+    sendFocus(3, "cam");
+    QVERIFY(isInPanel(QStringLiteral("cam")));
+    setCamera("cam", false);
+    sendDeviceList({}, {"cam"});
+    QVERIFY(isInPanel(QString()));
 }
 
 /// An exception of the host costs the device it concerns, not the others and not the host's thread.
