@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include <QAccessible>
-#include <QAccessibleWidget>
 #include <QFrame>
 #include <QGuiApplication>
 #include <QHelpEvent>
@@ -17,6 +16,7 @@
 #include <QToolTip>
 #include <QWindow>
 
+#include "ToolPage/AccessibleCheckList.h"
 #include "ToolPage/CustomItemDelegate.h"
 #include "ToolPage/CustomItemModel.h"
 #include "ToolPage/StyleSheets.h"
@@ -31,56 +31,6 @@ constexpr QChar Separator(0x3001); ///< ideographic comma
 constexpr QMargins TextMargins(5, 2, 2, 2); // pixels
 constexpr int TextRoomLess = 25; ///< pixels of the box that the text leaves free
 
-/// Tells assistive technology what is checked: the current item of the box says nothing.
-class AccessibleCheckList : public QAccessibleWidget
-{
-public:
-    explicit AccessibleCheckList(CComboBox *box) : QAccessibleWidget(box, QAccessible::ComboBox), m_box(box) { }
-
-    QString text(QAccessible::Text kind) const override
-    {
-        return kind == QAccessible::Value ? m_box->displayText() : QAccessibleWidget::text(kind);
-    }
-    QAccessible::State state() const override
-    {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.expandable = true;
-        state.expanded = m_box->view()->window()->isVisible(); // the view itself is, until its window has hidden
-        return state;
-    }
-    int childCount() const override { return 1; }
-    QAccessibleInterface *child(int index) const override
-    {
-        return index == 0 ? QAccessible::queryAccessibleInterface(m_box->view()) : nullptr;
-    }
-    int indexOfChild(const QAccessibleInterface *child) const override
-    {
-        return child && child->object() == m_box->view() ? 0 : -1;
-    }
-    QStringList actionNames() const override
-    {
-        return QAccessibleWidget::actionNames() << showMenuAction() << pressAction();
-    }
-    void doAction(const QString &name) override
-    {
-        if (name != showMenuAction() && name != pressAction())
-            QAccessibleWidget::doAction(name);
-        else if (m_box->view()->isVisible())
-            m_box->closeList();
-        else
-            m_box->showPopup();
-    }
-
-private:
-    CComboBox *m_box;
-};
-
-QAccessibleInterface *accessibleCheckList(const QString &className, QObject *object)
-{
-    auto *const box = className == QLatin1String("CComboBox") ? qobject_cast<CComboBox *>(object) : nullptr;
-    return box ? new AccessibleCheckList(box) : nullptr;
-}
-
 void announce(QObject *object, QAccessible::State changed, int child = -1)
 {
     QAccessibleStateChangeEvent change(object, changed);
@@ -89,7 +39,7 @@ void announce(QObject *object, QAccessible::State changed, int child = -1)
 }
 
 /// The room on the screen that the box lies on, which its window may leave for another one.
-QRect screenOf(const QWidget &box)
+QRect roomOf(const QWidget &box)
 {
     const QScreen *const screen = QGuiApplication::screenAt(box.mapToGlobal(box.rect().center()));
     return (screen ? screen : box.screen())->availableGeometry();
@@ -132,7 +82,7 @@ bool closesList(const QKeyEvent &event)
 CComboBox::CComboBox(QWidget *parent)
     : QComboBox(parent), m_view(new QListView(this)), m_model(new CustomItemModel(this))
 {
-    QAccessible::installFactory(accessibleCheckList); // one that is there already is not added again
+    AccessibleCheckList::install();
     auto *const delegate = new CustomItemDelegate(this);
     setStyleSheet(StyleSheets::CheckList);
     setMaxVisibleItems(EntriesInView + FirstEntry);
@@ -231,7 +181,7 @@ void CComboBox::showPopup()
     if (m_model->rowCount() <= FirstEntry)
         return;
     m_view->setAccessibleName(accessibleName());
-    m_popup->setMinimumWidth(std::min(listWidth(), screenOf(*this).width()));
+    m_popup->setMinimumWidth(std::min(listWidth(), roomOf(*this).width()));
     QComboBox::showPopup();
     placeList();
     m_hideAllowed = false;
@@ -248,7 +198,7 @@ int CComboBox::listWidth() const
 /// Where the box starts, as far as the screen has room: the toolkit does not reckon with a list wider than its box.
 void CComboBox::placeList()
 {
-    const QRect room = screenOf(*this);
+    const QRect room = roomOf(*this);
     const int start = mapToGlobal(QPoint()).x() + (isRightToLeft() ? width() - m_popup->width() : 0);
     m_popup->move(std::max(room.left(), std::min(start, room.right() + 1 - m_popup->width())), m_popup->y());
 }
