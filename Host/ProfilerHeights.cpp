@@ -25,7 +25,7 @@ ProfilerHeights::ProfilerHeights(HostContext &owner) : host(owner)
     });
 }
 
-/// A wish that an earlier session left behind would surprise whoever acquires now.
+/// A wish that an earlier run of the host left behind would surprise whoever acquires now.
 void ProfilerHeights::followState(const QString &device)
 {
     if (!host.isReady(device)) {

@@ -214,7 +214,7 @@ void tst_ProfilerHost::automaticRangeIsFoundOnce()
     HostCore::UnRegisterImportUpdateListener(&import);
 }
 
-/// By a range of one's own, and by the end of the session.
+/// By a range of one's own, and by the end of the host.
 void tst_ProfilerHost::automaticRangeIsTakenBack()
 {
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
