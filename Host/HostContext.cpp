@@ -146,6 +146,12 @@ bool HostContext::isOpening(const QString &id) const
     return known && known->opening;
 }
 
+QString HostContext::openingError(const QString &id) const
+{
+    const Entry *known = entry(id);
+    return known ? known->openingError : QString();
+}
+
 HostContext::Entry *HostContext::entry(const QString &id)
 {
     return const_cast<Entry *>(std::as_const(*this).entry(id));

@@ -76,6 +76,8 @@ public:
     /// when it has ended, one way or the other.
     void openLater(const QString &id);
     bool isOpening(const QString &id) const;
+    /// Why the device could not be opened the last time; empty after a success and before the first try.
+    QString openingError(const QString &id) const;
     /// Announces the device as closed and releases it when the event loop has removed its panel. A device that is not
     /// open, or still being opened, stays as it is.
     void close(const QString &id);
@@ -144,6 +146,7 @@ private:
         std::unique_ptr<Device> device;
         bool discovered = false;
         bool opening = false; ///< being reached on another thread
+        QString openingError;
         bool ready = false;
         bool closing = false; ///< announced as closed, not released yet
     };

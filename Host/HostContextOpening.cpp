@@ -15,19 +15,25 @@ bool HostContext::open(const QString &id)
     Entry *known = entry(id);
     if (known && known->ready)
         return true;
-    QString error = QStringLiteral("it is not known");
-    if (known && known->opening)
+    QString error;
+    if (!known)
+        error = QStringLiteral("it is not known");
+    else if (known->opening)
         error = QStringLiteral("it is already being opened");
-    else if (known && known->closing)
+    else if (known->closing)
         error = QStringLiteral("it is still being closed, try again");
-    if (!known || known->opening || known->closing || !known->device->open(&error)) {
+    const bool isTried = error.isEmpty();
+    const bool isOpen = isTried && known->device->open(&error);
+    if (!isOpen)
         log(module, QStringLiteral("Opening %1 failed: %2").arg(id, error));
+    if (!isTried)
         return false;
-    }
-    known->ready = true;
-    announceDevices(id);
+    known->ready = isOpen;
+    known->openingError = isOpen ? QString() : error;
+    if (isOpen)
+        announceDevices(id);
     Q_EMIT deviceStateChanged(id);
-    return true;
+    return isOpen;
 }
 
 void HostContext::openLater(const QString &id)
@@ -51,8 +57,7 @@ void HostContext::finishOpening(const QString &id)
     if (current() != this) // it goes; its destructor still handles events
         return;
     entry(id)->opening = false;
-    if (!open(id))
-        Q_EMIT deviceStateChanged(id);
+    open(id);
 }
 
 void HostContext::close(const QString &id)

@@ -349,5 +349,9 @@
         <source>Opening %1...</source>
         <translation>正在打开 %1...</translation>
     </message>
+    <message>
+        <source>%1 could not be opened: %2</source>
+        <translation>无法打开 %1：%2</translation>
+    </message>
 </context>
 </TS>

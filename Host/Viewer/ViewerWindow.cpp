@@ -375,9 +375,11 @@ QString ViewerWindow::imageHint() const
     const Device *device = m_devices->currentDevice();
     if (!device)
         return tr("Select a device.");
+    const QString error = m_context.openingError(device->id());
     switch (m_devices->state(device->id())) {
     case DeviceTree::State::Closed:
-        return tr("%1 is closed. Double-click it to open it.").arg(device->displayName());
+        return error.isEmpty() ? tr("%1 is closed. Double-click it to open it.").arg(device->displayName())
+                               : tr("%1 could not be opened: %2").arg(device->displayName(), error);
     case DeviceTree::State::Opening:
         return tr("Opening %1...").arg(device->displayName());
     case DeviceTree::State::Lost:

@@ -90,6 +90,7 @@ void tst_OpenLater::failuresAreLogged()
     QTRY_COMPARE(states.count(), 1);
     QVERIFY(!context->isOpening(id) && !context->isReady(id));
     QVERIFY(log.last().contains(QLatin1String("no cable")));
+    QCOMPARE(context->openingError(id), QStringLiteral("no cable"));
     device->refusal.clear();
     context->openLater(id);
     gate.release();
