@@ -37,8 +37,8 @@ public:
     explicit ParameterWidgetManager(QWidget *parent = nullptr);
     ~ParameterWidgetManager() override;
 
-    /// Shows `panel` (a child of the manager) in place of the one shown before. The keyboard focus
-    /// stays in the panels: the widget of `panel` that had it last gets it.
+    /// Shows `panel` (a child of the manager) in place of the one shown before. The keyboard focus stays in the panels:
+    /// the widget of `panel` that had it last gets it.
     void setCurParamWidget(ParamterWidget *panel);
     /// Shows or hides a tab in every panel, now and later. The parent widget hides when both tabs are hidden.
     void setPanelWidgetVisiable(bool visible);
