@@ -78,6 +78,12 @@ void refreshInteger(GenApi::INode *node, QWidget *editor)
         showInteger(spinBox, *integer, integer->GetValue(false, false));
 }
 
+void putBackInteger(QWidget *editor)
+{
+    const QSignalBlocker blocker(editor);
+    static_cast<QSpinBox *>(editor)->setValue(editor->property(RowEditors::PreValue).toInt());
+}
+
 void connectInteger(QWidget *editor, ToolPageWidgetItem *row)
 {
     QObject::connect(static_cast<QSpinBox *>(editor), &QSpinBox::editingFinished, row,
@@ -126,6 +132,13 @@ void refreshFloat(GenApi::INode *node, QWidget *editor)
     spinBox->setValue(value);
 }
 
+void putBackFloat(QWidget *editor)
+{
+    const QSignalBlocker blocker(editor);
+    const float value = editor->property(RowEditors::PreValue).toFloat();
+    static_cast<QDoubleSpinBox *>(editor)->setValue(static_cast<double>(value));
+}
+
 void connectFloat(QWidget *editor, ToolPageWidgetItem *row)
 {
     QObject::connect(static_cast<QDoubleSpinBox *>(editor), &QDoubleSpinBox::editingFinished, row,
@@ -134,19 +147,31 @@ void connectFloat(QWidget *editor, ToolPageWidgetItem *row)
 
 // Booleans
 
+void showBoolean(QWidget *editor, bool on)
+{
+    auto *button = editor->findChild<SwitchButton *>();
+    if (!button)
+        return;
+    button->setSwitch(on);
+    editor->setProperty(RowEditors::PreValue, on);
+}
+
 QWidget *makeBoolean(GenApi::INode *node, QWidget *parent, bool)
 {
     const bool on = GenApi::CBooleanPtr(node)->GetValue(false, false);
-    auto *button = new SwitchButton(parent);
-    button->setSwitch(on);
-    return RowEditors::switchContainer(button, parent);
+    QWidget *container = RowEditors::switchContainer(new SwitchButton(parent), parent);
+    showBoolean(container, on);
+    return container;
 }
 
 void refreshBoolean(GenApi::INode *node, QWidget *editor)
 {
-    const bool on = GenApi::CBooleanPtr(node)->GetValue(false, false);
-    if (auto *button = editor->findChild<SwitchButton *>())
-        button->setSwitch(on);
+    showBoolean(editor, GenApi::CBooleanPtr(node)->GetValue(false, false));
+}
+
+void putBackBoolean(QWidget *editor)
+{
+    showBoolean(editor, editor->property(RowEditors::PreValue).toBool());
 }
 
 void connectBoolean(QWidget *editor, ToolPageWidgetItem *row)
@@ -185,6 +210,7 @@ void showEnumeration(QComboBox *comboBox, GenApi::IEnumeration &enumeration)
     const QSignalBlocker blocker(comboBox);
     showEntries(comboBox, entries);
     comboBox->setCurrentIndex(comboBox->findText(current));
+    comboBox->setProperty(RowEditors::PreValue, current);
 }
 
 QWidget *makeEnumeration(GenApi::INode *node, QWidget *parent, bool)
@@ -200,6 +226,13 @@ void refreshEnumeration(GenApi::INode *node, QWidget *editor)
 {
     if (auto *comboBox = qobject_cast<QComboBox *>(editor))
         showEnumeration(comboBox, *GenApi::CEnumerationPtr(node));
+}
+
+void putBackEnumeration(QWidget *editor)
+{
+    const QSignalBlocker blocker(editor);
+    auto *comboBox = static_cast<QComboBox *>(editor);
+    comboBox->setCurrentIndex(comboBox->findText(editor->property(RowEditors::PreValue).toString()));
 }
 
 void connectEnumeration(QWidget *editor, ToolPageWidgetItem *row)
@@ -219,6 +252,8 @@ QWidget *makeCommand(GenApi::INode *, QWidget *parent, bool)
 
 void refreshCommand(GenApi::INode *, QWidget *) { }
 
+void putBackCommand(QWidget *) { }
+
 void connectCommand(QWidget *editor, ToolPageWidgetItem *row)
 {
     QObject::connect(static_cast<QPushButton *>(editor), &QPushButton::clicked, row,
@@ -226,12 +261,15 @@ void connectCommand(QWidget *editor, ToolPageWidgetItem *row)
 }
 
 constexpr RowEditor Editors[] = {
-    {GenApi::intfIInteger, true, casts<GenApi::CIntegerPtr>, makeInteger, refreshInteger, connectInteger},
-    {GenApi::intfIFloat, true, casts<GenApi::CFloatPtr>, makeFloat, refreshFloat, connectFloat},
-    {GenApi::intfIBoolean, true, casts<GenApi::CBooleanPtr>, makeBoolean, refreshBoolean, connectBoolean},
+    {GenApi::intfIInteger, true, casts<GenApi::CIntegerPtr>, makeInteger, refreshInteger, putBackInteger,
+     connectInteger},
+    {GenApi::intfIFloat, true, casts<GenApi::CFloatPtr>, makeFloat, refreshFloat, putBackFloat, connectFloat},
+    {GenApi::intfIBoolean, true, casts<GenApi::CBooleanPtr>, makeBoolean, refreshBoolean, putBackBoolean,
+     connectBoolean},
     {GenApi::intfIEnumeration, true, casts<GenApi::CEnumerationPtr>, makeEnumeration, refreshEnumeration,
-     connectEnumeration},
-    {GenApi::intfICommand, false, casts<GenApi::CCommandPtr>, makeCommand, refreshCommand, connectCommand},
+     putBackEnumeration, connectEnumeration},
+    {GenApi::intfICommand, false, casts<GenApi::CCommandPtr>, makeCommand, refreshCommand, putBackCommand,
+     connectCommand},
 };
 
 } // namespace

@@ -8,7 +8,7 @@ class SwitchButton;
 class ToolPageWidgetItem;
 
 /// How the editor of one kind of feature is made and kept in step with its feature.
-/// All functions but connectTo() read the node and pass on what it throws.
+/// Functions that take the node read it and pass on what it throws.
 struct RowEditor
 {
     GenApi::EInterfaceType type;
@@ -21,13 +21,16 @@ struct RowEditor
     /// Lets an editor of this kind show the feature; the editor emits nothing, and keeps what it shows when
     /// the node throws. Other widgets stay as they are.
     void (*refresh)(GenApi::INode *node, QWidget *editor);
+    /// Lets an editor of this kind show the value before a refused write; it emits nothing.
+    void (*putBack)(QWidget *editor);
     /// Connects the editor's signals to the row's slots.
     void (*connectTo)(QWidget *editor, ToolPageWidgetItem *row);
 };
 
 namespace RowEditors {
 
-/// Dynamic property of spin boxes: the value to fall back to when a write is refused.
+/// Dynamic property of editors: the value to fall back to when a write is refused. Spin boxes: the value written last,
+/// or the first one; others: what the feature was last seen to have.
 inline constexpr char PreValue[] = "preValue";
 
 /// True for the spin box of a feature, which remembers whether it was changed by hand.

@@ -76,9 +76,9 @@ void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList
         if (node && node->IsFeature() && node->GetVisibility() != GenApi::Invisible)
             m_node = node;
     });
-    bool available = false;
-    m_editor = getParameterWidget(m_node, available);
-    if (m_hideWhenUnavailable && !available)
+    m_available = false;
+    m_editor = getParameterWidget(m_node, m_available);
+    if (m_hideWhenUnavailable && !m_available)
         hide();
     layOut();
     m_laidOut = true;
@@ -210,15 +210,18 @@ QWidget *ToolPageWidgetItem::syncEditor(GenApi::EInterfaceType type, GenApi::INo
         available = true;
         m_readFault.clear();
     };
-    const bool synced = guardRead([&] { sync(true); });
+    bool synced = guardRead([&] { sync(true); });
     if (!synced && !m_editor)
-        guardRead([&] { sync(false); });
+        synced = guardRead([&] { sync(false); });
+    if (!synced && m_editor)
+        m_editor->setEnabled(false);
     return m_editor;
 }
 
 void ToolPageWidgetItem::makeEditor(const RowEditor &kind, GenApi::INode *node, bool verify)
 {
     adoptEditor(kind.make(node, this, verify));
+    m_kind = &kind;
     kind.connectTo(m_editor, this);
     if (m_laidOut)
         layOut();
@@ -250,10 +253,28 @@ void ToolPageWidgetItem::updateWidget(bool live)
         showLiveValue();
         return;
     }
-    bool available = false;
-    getParameterWidget(m_node, available);
+    getParameterWidget(m_node, m_available);
+    hideUnlessAvailable();
+}
+
+void ToolPageWidgetItem::hideUnlessAvailable()
+{
     if (m_node && m_hideWhenUnavailable)
-        showRow(available && m_showable);
+        showRow(m_available && m_showable);
+}
+
+/// What the device lets the user do with the feature may change by itself, as its value does.
+void ToolPageWidgetItem::followAccess()
+{
+    if (!m_node)
+        return;
+    bool editable = false;
+    guardRead([&] {
+        m_available = GenApi::IsReadable(m_node);
+        editable = m_enabled && GenApi::IsWritable(m_node);
+    });
+    m_editor->setEnabled(editable);
+    hideUnlessAvailable();
 }
 
 void ToolPageWidgetItem::showRow(bool visible)
@@ -269,6 +290,7 @@ void ToolPageWidgetItem::showLiveValue()
     auto *comboBox = qobject_cast<QComboBox *>(m_editor);
     if (m_released || (!spinBox && !comboBox) || isInUse(m_editor))
         return;
+    followAccess();
     std::string value;
     if (HostCore::GetCameraNodeValue(deviceName.toStdString(), m_nodeName.toStdString(), value) != 0)
         return;

@@ -111,6 +111,8 @@ private:
     void layOut();
     void nameEditor();
     void showRow(bool visible);
+    void hideUnlessAvailable();
+    void followAccess();
     int labelWidth() const;
     QWidget *syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available);
     void makeEditor(const RowEditor &kind, GenApi::INode *node, bool verify);
@@ -118,10 +120,10 @@ private:
     void showLiveValue();
     static void logLine(const QString &message);
     bool guardRead(const std::function<void()> &read);
-    bool attempt(const std::function<void()> &write, const std::function<void()> &rollBack = nullptr);
+    bool attempt(const std::function<void()> &write);
+    void rollBack();
     template <class SpinBox, class Value>
-    void commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value),
-                Value (*toPreValue)(const QVariant &preValue));
+    void commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value));
 
     QColor m_hoverColor{216, 216, 216};
     QColor m_pressedColor{191, 231, 213};
@@ -133,8 +135,10 @@ private:
     GenApi::INode *m_node = nullptr; ///< the device connection's
     QLabel *m_label = nullptr;
     QWidget *m_editor = nullptr;
+    const RowEditor *m_kind = nullptr; ///< of an editor that the row made
     EditorFocus *m_focus; ///< child
     bool m_laidOut = false;
+    bool m_available = false; ///< when the feature could be asked last
     bool m_enabled = true;
     bool m_hideWhenUnavailable = false;
     bool m_showable = true; ///< the caller's permission to show the row

@@ -46,30 +46,41 @@ void ToolPageWidgetItem::setCurrentValue()
     });
 }
 
-bool ToolPageWidgetItem::attempt(const std::function<void()> &write, const std::function<void()> &rollBack)
+bool ToolPageWidgetItem::attempt(const std::function<void()> &write)
 {
     if (m_released)
         return false;
     const auto refused = [&](const GenICam::GenericException &error) {
         logLine(QStringLiteral("Set %1 value failed, message = %2")
                     .arg(m_nodeName, QString::fromUtf8(error.GetDescription())));
-        if (rollBack)
-            rollBack();
+        rollBack();
     };
     return guardNode(write, refused, [](const char *error) { logLine(QString::fromUtf8(error)); });
 }
 
+/// The editor shows what the device has, or what it had if the device cannot be read.
+void ToolPageWidgetItem::rollBack()
+{
+    if (!m_kind)
+        return;
+    m_kind->putBack(m_editor);
+    if (!m_kind->needsReadable)
+        return;
+    guardNode([this] {
+        GenApi::CValuePtr(m_node)->ToString(false, true); // past the cache
+        m_kind->refresh(m_node, m_editor);
+    });
+}
+
 /// Writes a spin box's value with `write`, which returns the device's value after the write.
 template <class SpinBox, class Value>
-void ToolPageWidgetItem::commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value),
-                                Value (*toPreValue)(const QVariant &preValue))
+void ToolPageWidgetItem::commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value))
 {
     if (!spinBox || !takeUserInput(spinBox))
         return;
     const Value value = spinBox->value();
     QSignalBlocker blocker(spinBox); // losing the focus finishes editing once more
-    const auto restore = [&] { spinBox->setValue(toPreValue(spinBox->property(RowEditors::PreValue))); };
-    if (!attempt([&] { spinBox->setValue(write(m_node, value)); }, restore))
+    if (!attempt([&] { spinBox->setValue(write(m_node, value)); }))
         return;
     m_focus->leave(spinBox);
     spinBox->setProperty(RowEditors::PreValue, value);
@@ -79,26 +90,20 @@ void ToolPageWidgetItem::commit(SpinBox *spinBox, Value (*write)(GenApi::INode *
 
 void ToolPageWidgetItem::onIntParamChanged()
 {
-    commit<QSpinBox, int>(
-        qobject_cast<QSpinBox *>(sender()),
-        [](GenApi::INode *node, int value) {
-            const GenApi::CIntegerPtr integer(node);
-            integer->SetValue(value, true);
-            return NodeNumbers::low32(integer->GetValue(true, true));
-        },
-        [](const QVariant &preValue) { return preValue.toInt(); });
+    commit<QSpinBox, int>(qobject_cast<QSpinBox *>(sender()), [](GenApi::INode *node, int value) {
+        const GenApi::CIntegerPtr integer(node);
+        integer->SetValue(value, true);
+        return NodeNumbers::low32(integer->GetValue(true, true));
+    });
 }
 
 void ToolPageWidgetItem::onFloatParamChanged()
 {
-    commit<QDoubleSpinBox, double>(
-        qobject_cast<QDoubleSpinBox *>(sender()),
-        [](GenApi::INode *node, double value) {
-            const GenApi::CFloatPtr number(node);
-            number->SetValue(value, true);
-            return NodeNumbers::finite(number->GetValue(true, true));
-        },
-        [](const QVariant &preValue) { return static_cast<double>(preValue.toFloat()); });
+    commit<QDoubleSpinBox, double>(qobject_cast<QDoubleSpinBox *>(sender()), [](GenApi::INode *node, double value) {
+        const GenApi::CFloatPtr number(node);
+        number->SetValue(value, true);
+        return NodeNumbers::finite(number->GetValue(true, true));
+    });
 }
 
 void ToolPageWidgetItem::onBoolParamChanged()

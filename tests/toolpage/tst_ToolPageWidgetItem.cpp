@@ -68,6 +68,7 @@ private Q_SLOTS:
     void pagesHideRows();
     void framesTheFocusedEditor();
     void readFaultIsLoggedOnce();
+    void liveRowsFollowTheAccessMode();
     void faultyNodes_data();
     void faultyNodes();
     void liveRefresh_data();
@@ -274,6 +275,7 @@ void tst_ToolPageWidgetItem::framesTheFocusedEditor()
     }
 }
 
+/// A row that cannot be read for once stays, with the value seen last.
 void tst_ToolPageWidgetItem::readFaultIsLoggedOnce()
 {
     TestCamera camera;
@@ -282,7 +284,8 @@ void tst_ToolPageWidgetItem::readFaultIsLoggedOnce()
     camera.port.readFault = MemoryPort::Fault::Refused;
     for (int pass = 0; pass < 3; ++pass)
         row->updateWidget(false);
-    QVERIFY(row->isHidden());
+    QVERIFY(!row->isHidden());
+    QVERIFY(!row->findChild<QSpinBox *>()->isEnabled());
     QCOMPARE(shownBy(*row), QVariant(5));
     const QStringList log = FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo"));
     QCOMPARE(log.size(), 1);
@@ -292,7 +295,32 @@ void tst_ToolPageWidgetItem::readFaultIsLoggedOnce()
     camera.port.poke(TestCamera::Uncached, 6);
     row->updateWidget(false);
     QVERIFY(!row->isHidden());
+    QVERIFY(row->findChild<QSpinBox *>()->isEnabled());
     QCOMPARE(shownBy(*row), QVariant(6));
+}
+
+void tst_ToolPageWidgetItem::liveRowsFollowTheAccessMode()
+{
+    TestCamera camera(TestCamera::description(
+        "<Category Name=\"Root\"><pFeature>Time</pFeature></Category><Integer Name=\"Auto\"><Value>1</Value></Integer>"
+        "<Integer Name=\"There\"><Value>1</Value></Integer><Float Name=\"Time\"><pIsAvailable>There</pIsAvailable>"
+        "<pIsLocked>Auto</pIsLocked><Value>20</Value></Float>"));
+    const auto row = rowOf(camera, "Time");
+    const auto *spinBox = row->findChild<QDoubleSpinBox *>();
+    const auto liveAfter = [&](const char *feature, int value) {
+        GenApi::CIntegerPtr(camera.node(feature))->SetValue(value);
+        row->updateWidget(true);
+    };
+    QVERIFY(!spinBox->isEnabled());
+    liveAfter("Auto", 0);
+    QVERIFY(spinBox->isEnabled());
+    liveAfter("There", 0);
+    QVERIFY(row->isHidden());
+    liveAfter("There", 1);
+    QVERIFY(!row->isHidden() && spinBox->isEnabled());
+    row->setWidgetItemEnable(false);
+    row->updateWidget(true);
+    QVERIFY(!spinBox->isEnabled());
 }
 
 void tst_ToolPageWidgetItem::faultyNodes_data()

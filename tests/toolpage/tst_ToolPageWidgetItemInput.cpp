@@ -352,26 +352,46 @@ void tst_ToolPageWidgetItemInput::enumeration()
 void tst_ToolPageWidgetItemInput::refusedInput_data()
 {
     QTest::addColumn<QByteArray>("node");
-    QTest::newRow("boolean") << QByteArray("Power");
-    QTest::newRow("enumeration") << QByteArray("Selector");
-    QTest::newRow("command") << QByteArray("Start");
-    QTest::newRow("float") << QByteArray("Gain");
+    QTest::addColumn<bool>("isReadable");
+    QTest::addColumn<QVariant>("shown");
+    const QVariant nothing;
+    QTest::newRow("integer") << QByteArray("Width") << true << QVariant(12);
+    QTest::newRow("integer, unreadable") << QByteArray("Width") << false << QVariant(48);
+    QTest::newRow("float") << QByteArray("Gain") << true << QVariant(12.5);
+    QTest::newRow("float, unreadable") << QByteArray("Gain") << false << QVariant(2.5);
+    QTest::newRow("boolean") << QByteArray("Power") << true << QVariant(false);
+    QTest::newRow("boolean, unreadable") << QByteArray("Power") << false << QVariant(false);
+    QTest::newRow("enumeration") << QByteArray("Selector") << true << QVariant(0);
+    QTest::newRow("enumeration, unreadable") << QByteArray("Selector") << false << QVariant(0);
+    QTest::newRow("command") << QByteArray("Start") << true << nothing;
 }
 
+/// The device, whose numbers have changed meanwhile, refuses: the row shows what the device has, or what it had before.
 void tst_ToolPageWidgetItemInput::refusedInput()
 {
     QFETCH(QByteArray, node);
+    QFETCH(bool, isReadable);
     auto *editor = editorOf<QWidget>(node);
-    m_camera->port.writeFault = MemoryPort::Fault::Refused;
-    auto *spinBox = m_row->findChild<QDoubleSpinBox *>();
-    if (auto *comboBox = m_row->findChild<QComboBox *>())
+    QVERIFY(editor);
+    MemoryPort &port = m_camera->port;
+    port.poke(TestCamera::Width, 12);
+    port.pokeDouble(TestCamera::Gain, 12.5);
+    port.writeFault = MemoryPort::Fault::Refused;
+    port.readFault = isReadable ? MemoryPort::Fault::None : MemoryPort::Fault::Timeout;
+    auto *comboBox = m_row->findChild<QComboBox *>();
+    auto *spinBox = m_row->findChild<QAbstractSpinBox *>();
+    auto *button = m_row->findChild<SwitchButton *>();
+    if (comboBox)
         comboBox->setCurrentIndex(1);
     else if (spinBox)
-        type(spinBox, QStringLiteral("7.3"));
+        type(spinBox, QStringLiteral("64"));
     else
         m_row->findChild<QPushButton *>()->click();
-    QVERIFY(editor);
-    QVERIFY(!spinBox || spinBox->value() == 2.5);
+    QTEST(comboBox      ? QVariant(comboBox->currentIndex())
+              : spinBox ? spinBox->property("value")
+              : button  ? QVariant(button->isOn())
+                        : QVariant(),
+          "shown");
     QCOMPARE(m_written->count(), 0);
     QCOMPARE(log().size(), 1);
     QVERIFY(log().first().contains(QStringLiteral("Set %1 value failed, message = ").arg(QLatin1String(node))));
