@@ -25,6 +25,12 @@ bool isBookkeeping(const QString &text)
         || text.startsWith(QLatin1String("Failed to set data for "));
 }
 
+/// What Qt says of the panel's style sheets each time that it reads one: they name colours as rgb with an alpha value.
+bool isOfStyleSheet(const QString &text)
+{
+    return text.startsWith(QLatin1String("QCssParser::parseColorValue: Specified color without alpha value"));
+}
+
 /// Qt names its own messages by category ("qt....") or by function ("QClass::function: ...").
 bool isOfQt(const char *module, const QString &text)
 {
@@ -34,9 +40,11 @@ bool isOfQt(const char *module, const QString &text)
 
 void report(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
+    if (isBookkeeping(text) || isOfStyleSheet(text))
+        return;
     const char *module = moduleOf(context);
     HostContext *host = HostContext::current();
-    if (host && !isOfQt(module, text) && !isBookkeeping(text))
+    if (host && !isOfQt(module, text))
         host->log(QString::fromLatin1(module), text, 0);
     if (previousHandler)
         previousHandler(type, context, text);
