@@ -17,7 +17,7 @@
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "FeatureTree/VisibilityPass.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
 
 Q_LOGGING_CATEGORY(LOG_FeatureTreeView, "GeniCamera")
@@ -43,7 +43,7 @@ GenApi::INode *nodeAt(const QModelIndex &index)
 
 void logFault(const char *message)
 {
-    HostCore::VLogInfo("FeatureTreeView", message, 0);
+    logToHost("FeatureTreeView", message);
 }
 
 void logGenICam(const GenICam::GenericException &error)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/PanelContext.h"
 
-#include "ParamterWnd/HostCore.h"
 #include "ToolPage/CToolBox.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
@@ -41,5 +41,5 @@ void PanelContext::logOnce(const char *module, const QString &message) const
     if (logged.contains(message))
         return;
     logged.insert(message);
-    HostCore::VLogInfo(module, message.toStdString(), 0);
+    logToHost(module, message.toStdString());
 }

@@ -14,7 +14,7 @@
 
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/SelectedButton.h"
 #include "ToolPage/StyleSheets.h"
 #include "ToolPage/ToolPageWidget.h"
@@ -67,7 +67,7 @@ void setUp(QSpinBox *spinBox, int minimum, int maximum, const NodeInfo &info)
 
 void log(const QString &message)
 {
-    HostCore::VLogInfo("RoiDrawing", message.toStdString(), 0);
+    logToHost("RoiDrawing", message.toStdString());
 }
 
 } // namespace

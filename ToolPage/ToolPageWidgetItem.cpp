@@ -13,8 +13,8 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
-#include "ParamterWnd/HostCore.h"
 #include "ToolPage/EditorFocus.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/RowLabel.h"
@@ -226,7 +226,7 @@ void ToolPageWidgetItem::makeEditor(const RowEditor &kind, GenApi::INode *node, 
 
 void ToolPageWidgetItem::logLine(const QString &message)
 {
-    HostCore::VLogInfo("ToolPageWidgetItem", message.toStdString(), 0);
+    logToHost("ToolPageWidgetItem", message.toStdString());
 }
 
 /// Logs what `read` throws, once per cause.
