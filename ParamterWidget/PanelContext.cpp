@@ -15,7 +15,7 @@ constexpr int RefreshedToolBoxes = 3;
 GenApi::INodeMap *PanelContext::nodeMap() const
 {
     const HostCore::FOCUS_TYPE type = card ? HostCore::FOCUS_CARD : HostCore::FOCUS_CAMERA;
-    return HostCore::GetAttrNodeMap(type, deviceKey(), HostCore::NODE_MAP_DEVICE);
+    return callHost<HostCore::GetAttrNodeMap>("PanelContext", type, deviceKey(), HostCore::NODE_MAP_DEVICE);
 }
 
 PlacedRow PanelContext::placed(RowId id) const

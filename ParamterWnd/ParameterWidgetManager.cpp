@@ -76,7 +76,7 @@ ParameterWidgetManager::ParameterWidgetManager(QWidget *parent)
     m_ui->setupUi(this, "ParameterWidgetManager", QSize(400, 300));
     setWindowTitle(QCoreApplication::translate("ParameterWidgetManager", "Form"));
     setCurParamWidget(m_defaultPanel);
-    guarded(Module, [this] { registerListeners(); });
+    registerListeners();
     qRegisterMetaType<QStringList>("QStringList");
     qRegisterMetaType<QSharedPointer<bool>>("QSharedPointer<bool>");
     connectBridges();
@@ -85,7 +85,8 @@ ParameterWidgetManager::ParameterWidgetManager(QWidget *parent)
 
 ParameterWidgetManager::~ParameterWidgetManager()
 {
-    guarded(Module, [this] { unregisterListeners(); });
+    takeNoEvents();
+    unregisterListeners();
     m_focusBridge.reset();
     m_deviceListBridge.reset();
     m_languageBridge.reset();
@@ -96,12 +97,12 @@ ParameterWidgetManager::~ParameterWidgetManager()
 
 void ParameterWidgetManager::registerListeners()
 {
-    HostCore::RegisterDeviceListUpdateListener(m_deviceListBridge.get());
-    HostCore::RegisterFocusUpdateListener(m_focusBridge.get());
-    HostCore::RegisterLangUpdateListener(m_languageBridge.get());
-    HostCore::RegisterROIUpdateListener(m_roiBridge.get());
-    HostCore::RegisterImageModeUpdateListener(m_imageModeBridge.get());
-    HostCore::RegisterImportUpdateListener(m_importBridge.get());
+    callHost<HostCore::RegisterDeviceListUpdateListener>(Module, m_deviceListBridge.get());
+    callHost<HostCore::RegisterFocusUpdateListener>(Module, m_focusBridge.get());
+    callHost<HostCore::RegisterLangUpdateListener>(Module, m_languageBridge.get());
+    callHost<HostCore::RegisterROIUpdateListener>(Module, m_roiBridge.get());
+    callHost<HostCore::RegisterImageModeUpdateListener>(Module, m_imageModeBridge.get());
+    callHost<HostCore::RegisterImportUpdateListener>(Module, m_importBridge.get());
 }
 
 void ParameterWidgetManager::connectBridges()
@@ -116,12 +117,24 @@ void ParameterWidgetManager::connectBridges()
 
 void ParameterWidgetManager::unregisterListeners()
 {
-    HostCore::UnRegisterFocusUpdateListener(m_focusBridge.get());
-    HostCore::UnRegisterDeviceListUpdateListener(m_deviceListBridge.get());
-    HostCore::UnRegisterLangUpdateListener(m_languageBridge.get());
-    HostCore::UnRegisterROIUpdateListener(m_roiBridge.get());
-    HostCore::UnRegisterImageModeUpdateListener(m_imageModeBridge.get());
-    HostCore::UnRegisterImportUpdateListener(m_importBridge.get());
+    callHost<HostCore::UnRegisterFocusUpdateListener>(Module, m_focusBridge.get());
+    callHost<HostCore::UnRegisterDeviceListUpdateListener>(Module, m_deviceListBridge.get());
+    callHost<HostCore::UnRegisterLangUpdateListener>(Module, m_languageBridge.get());
+    callHost<HostCore::UnRegisterROIUpdateListener>(Module, m_roiBridge.get());
+    callHost<HostCore::UnRegisterImageModeUpdateListener>(Module, m_imageModeBridge.get());
+    callHost<HostCore::UnRegisterImportUpdateListener>(Module, m_importBridge.get());
+}
+
+/// A host that unregisters may wait for a call that waits for this thread, and may serve what is queued meanwhile.
+void ParameterWidgetManager::takeNoEvents()
+{
+    const QObject *const bridges[] = {m_deviceListBridge.get(), m_focusBridge.get(), m_languageBridge.get(),
+                                      m_imageModeBridge.get(), m_importBridge.get()};
+    for (const QObject *bridge : bridges)
+        bridge->disconnect(this);
+    m_cameraPanels.clear(); // of which the moved region is one's
+    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+    m_deviceListBridge->release();
 }
 
 void ParameterWidgetManager::setCurParamWidget(ParamterWidget *panel)
@@ -192,14 +205,23 @@ void ParameterWidgetManager::updateCamera(const QString &camera)
         onFoucusChanged(HostCore::FOCUS_CARD, QString());
         return;
     }
-    if (!m_cameraPanels.contains(camera)) {
-        const QString typeCode = QString::fromStdString(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE));
-        ParamterWidget *const panel = createPanel();
-        panel->setAreaScan(isAreaScan(typeCode));
-        panel->setPageSet(pageSetOf(typeCode));
-        openPanel(panel, camera, m_cameraPanels);
-    }
-    followAcquisition(m_cameraPanels.value(camera), acquisition);
+    if (!m_cameraPanels.contains(camera))
+        openCamera(camera);
+    // A host may list the camera again while it is asked here, also as closed.
+    if (ParamterWidget *const panel = m_cameraPanels.value(camera))
+        followAcquisition(panel, acquisition);
+}
+
+void ParameterWidgetManager::openCamera(const QString &camera)
+{
+    const QString typeCode =
+        QString::fromStdString(HostCore::GetCameraInfo(camera.toStdString(), HostCore::CAM_INFO_TYPE_CODE));
+    if (m_cameraPanels.contains(camera)) // listed again meanwhile
+        return;
+    ParamterWidget *const panel = createPanel();
+    panel->setAreaScan(isAreaScan(typeCode));
+    panel->setPageSet(pageSetOf(typeCode));
+    openPanel(panel, camera, m_cameraPanels);
 }
 
 PageSet ParameterWidgetManager::pageSetOf(const QString &typeCode) const
@@ -222,11 +244,11 @@ ParamterWidget *ParameterWidgetManager::createPanel()
 
 void ParameterWidgetManager::openPanel(ParamterWidget *panel, const QString &device, PanelMap &panels)
 {
+    panels.insert(device, panel); // before the host is asked for the nodes: it may list the device again meanwhile
     panel->setPanelWidgetVisiable(m_panelVisible);
     panel->setAllDetailWidgetVisiable(m_detailVisible);
     panel->initUI(device);
     panel->retranslate(m_language);
-    panels.insert(device, panel);
 }
 
 void ParameterWidgetManager::closePanel(const QString &device, PanelMap &panels)

@@ -64,10 +64,13 @@ private:
     void registerListeners();
     void connectBridges();
     void unregisterListeners();
+    /// From here on; waiting host threads are let go.
+    void takeNoEvents();
     void onLanguageChanged(int language);
 
     bool updateCard(const QString &card);
     void updateCamera(const QString &camera);
+    void openCamera(const QString &camera);
     PageSet pageSetOf(const QString &typeCode) const;
     ParamterWidget *createPanel();
     void openPanel(ParamterWidget *panel, const QString &device, PanelMap &panels);

@@ -22,6 +22,8 @@
 
 namespace {
 
+constexpr const char *Module = "ToolPageWidgetItem";
+
 constexpr int RowHeight = 40;
 constexpr int EditorHeight = 34;
 constexpr int EditorMinimumWidth = 150;
@@ -226,7 +228,7 @@ void ToolPageWidgetItem::makeEditor(const RowEditor &kind, GenApi::INode *node, 
 
 void ToolPageWidgetItem::logLine(const QString &message)
 {
-    logToHost("ToolPageWidgetItem", message.toStdString());
+    logToHost(Module, message.toStdString());
 }
 
 /// Logs what `read` throws, once per cause.
@@ -270,7 +272,7 @@ void ToolPageWidgetItem::showLiveValue()
     if (m_released || (!spinBox && !comboBox) || isInUse(m_editor))
         return;
     std::string value;
-    if (HostCore::GetCameraNodeValue(deviceName.toStdString(), m_nodeName.toStdString(), value) != 0)
+    if (callHost<HostCore::GetCameraNodeValue>(Module, deviceName.toStdString(), m_nodeName.toStdString(), value) != 0)
         return;
     const QString text = QString::fromStdString(value);
     const QSignalBlocker blocker(m_editor);

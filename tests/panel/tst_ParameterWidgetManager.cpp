@@ -13,6 +13,7 @@
 #include "FeatureTree/TreeModel.h"
 #include "PanelDescription.h"
 #include "ParamterWidget/ParamterWidget.h"
+#include "ParamterWnd/HostEventBridges.h"
 #include "ParamterWnd/ParameterWidgetManager.h"
 #include "ParamterWnd/ParamterWnd.h"
 #include "ToolPage/SelectedButton.h"
@@ -50,6 +51,10 @@ private Q_SLOTS:
     void keyboardFocusOutlivesOtherPanels();
     void failingHostNeverKeepsTheHostWaiting();
     void deviceListFromAHostThread();
+    void goingTakesNoEvent_data();
+    void goingTakesNoEvent();
+    void listedAgainMeanwhile_data();
+    void listedAgainMeanwhile();
 
 private:
     void setCamera(const std::string &key, bool ready);
@@ -250,6 +255,7 @@ void tst_ParameterWidgetManager::removingTheShownPanel()
     QCOMPARE(shown(), QStringLiteral("cam"));
     setCamera("cam", false);
     sendDeviceList({}, {"cam"});
+    QCOMPARE(shown(), QString()); // also before the removed panel is deleted
     QTRY_COMPARE(panels().size(), 1);
     QCOMPARE(shown(), QString());
 }
@@ -488,6 +494,71 @@ void tst_ParameterWidgetManager::deviceListFromAHostThread()
     host.join();
     QVERIFY(inTime);
     QVERIFY(panelOf(QStringLiteral("cam")));
+}
+
+void tst_ParameterWidgetManager::goingTakesNoEvent_data()
+{
+    QTest::addColumn<bool>("serves");
+    QTest::newRow("the host waits for its thread") << false;
+    QTest::newRow("the host serves what is queued") << true;
+}
+
+/// A list that is queued when the window goes must not build a panel into what is left of it.
+void tst_ParameterWidgetManager::goingTakesNoEvent()
+{
+    QFETCH(bool, serves);
+    setCamera("cam", true);
+    std::atomic<bool> queued{false};
+    connect(
+        static_cast<DeviceListUpdate *>(m_host.listeners.deviceList), &DeviceListUpdate::updateCams, this,
+        [&] { queued = true; }, Qt::DirectConnection);
+    std::thread host([this] { sendDeviceList({}, {"cam"}); });
+    while (!queued)
+        QThread::msleep(1);
+    m_host.clearCalls();
+    m_host.setCallHook([&](const QString &line) {
+        if (line.startsWith(QStringLiteral("UnRegisterDeviceList")) && serves)
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+        else if (line.startsWith(QStringLiteral("UnRegisterDeviceList")))
+            host.join();
+    });
+    QElapsedTimer timer;
+    timer.start();
+    m_window.reset();
+    if (host.joinable())
+        host.join();
+    QVERIFY2(timer.elapsed() < 2000, "the host's thread waited for nobody");
+    QCOMPARE(m_host.calls().size(), 6); // the listeners
+}
+
+void tst_ParameterWidgetManager::listedAgainMeanwhile_data()
+{
+    QTest::addColumn<QString>("within");
+    QTest::addColumn<bool>("ready");
+    QTest::newRow("while the nodes are asked for") << QStringLiteral("GetAttrNodeMap(3, cam, 3)") << true;
+    QTest::newRow("while the type is asked for") << QStringLiteral("GetCameraInfo(cam, 6)") << true;
+    QTest::newRow("as closed") << QStringLiteral("GetAttrNodeMap(3, cam, 3)") << false;
+}
+
+/// A host may list a camera again before it returns from a call.
+void tst_ParameterWidgetManager::listedAgainMeanwhile()
+{
+    QFETCH(QString, within);
+    QFETCH(bool, ready);
+    setCamera("cam", true);
+    m_host.setCameraInfo("cam", HostCore::CAM_INFO_ACQUISITION, "1");
+    bool listed = false;
+    m_host.setCallHook([&](const QString &line) {
+        if (line != within || std::exchange(listed, true))
+            return;
+        setCamera("cam", ready);
+        sendDeviceList({}, {"cam"});
+    });
+    sendDeviceList({}, {"cam"});
+    QVERIFY(listed);
+    QTRY_COMPARE(panels().size(), ready ? 2 : 1);
+    sendFocus(3, "cam");
+    QCOMPARE(shown(), ready ? QStringLiteral("cam") : QString());
 }
 
 QTEST_MAIN(tst_ParameterWidgetManager)
