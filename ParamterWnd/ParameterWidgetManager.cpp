@@ -13,6 +13,7 @@
 #include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWnd/HostEventBridges.h"
+#include "ParamterWnd/PageSetLists.h"
 #include "ParamterWnd/WindowForm.h"
 
 using namespace std::chrono_literals;
@@ -26,11 +27,6 @@ constexpr int RegionMoved = 1;
 constexpr const char *CardUsable = "4";
 constexpr const char *Yes = "1";
 constexpr const char *No = "0";
-
-/// Properties of the exported window with the type codes of cameras that get other pages than area-scan cameras. The
-/// first list that holds a code counts.
-constexpr std::pair<const char *, PageSet> TypeCodeLists[] = {{"profilerTypeCodes", PageSet::Profiler},
-                                                              {"structuredLightTypeCodes", PageSet::StructuredLight}};
 
 constexpr auto FirstLevelDelay = 1000ms;
 
@@ -75,6 +71,8 @@ ParameterWidgetManager::ParameterWidgetManager(QWidget *parent)
 {
     m_ui->setupUi(this, "ParameterWidgetManager", QSize(400, 300));
     setWindowTitle(QCoreApplication::translate("ParameterWidgetManager", "Form"));
+    if (parent)
+        parent->installEventFilter(this);
     setCurParamWidget(m_defaultPanel);
     registerListeners();
     qRegisterMetaType<QStringList>("QStringList");
@@ -220,18 +218,29 @@ void ParameterWidgetManager::openCamera(const QString &camera)
         return;
     ParamterWidget *const panel = createPanel();
     panel->setAreaScan(isAreaScan(typeCode));
-    panel->setPageSet(pageSetOf(typeCode));
+    if (const QWidget *const window = parentWidget())
+        panel->setPageSet(PageSetLists::pageSetOf(*window, typeCode));
     openPanel(panel, camera, m_cameraPanels);
 }
 
-PageSet ParameterWidgetManager::pageSetOf(const QString &typeCode) const
+/// A property that changes: it may be one of the lists by which the host chooses pages.
+bool ParameterWidgetManager::eventFilter(QObject *window, QEvent *event)
 {
-    const QWidget *const window = parentWidget();
-    for (const auto &[list, pageSet] : TypeCodeLists) {
-        if (window && window->property(list).toStringList().contains(typeCode))
-            return pageSet;
-    }
-    return PageSet::AreaScan;
+    if (event->type() == QEvent::DynamicPropertyChange)
+        guarded(Module, [&] { checkList(static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName()); });
+    return QWidget::eventFilter(window, event);
+}
+
+void ParameterWidgetManager::checkList(const QByteArray &property) const
+{
+    if (!PageSetLists::isList(property))
+        return;
+    QStringList lines = PageSetLists::faults(*parentWidget(), property);
+    if (!m_cameraPanels.isEmpty())
+        lines << QStringLiteral("%1 changes while cameras have panels: it counts for those that are opened from now on")
+                     .arg(QString::fromLatin1(property));
+    for (const QString &line : std::as_const(lines))
+        logToHost(Module, line.toStdString());
 }
 
 ParamterWidget *ParameterWidgetManager::createPanel()
