@@ -2,7 +2,11 @@
 #include <atomic>
 #include <thread>
 
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QScopeGuard>
 #include <QTabWidget>
+#include <QToolTip>
 #include <QtTest>
 
 #include "ManagerFixture.h"
@@ -24,6 +28,11 @@ private Q_SLOTS:
     void newPanelsTakeTheTabsOver();
     void goingTakesNoEvent_data();
     void goingTakesNoEvent();
+    void lightWhateverTheHostIs();
+
+private:
+    /// Widgets in the window with a light text or a dark ground.
+    QStringList unreadable() const;
 };
 
 /// Hosts name the type codes of cameras with other pages; they count for panels opened from then on, never for cards.
@@ -169,6 +178,62 @@ void tst_ParamterWnd::goingTakesNoEvent()
         host.join();
     QVERIFY2(timer.elapsed() < 2000, "the host's thread waited for nobody");
     QCOMPARE(m_host.calls().size(), 6); // the listeners
+}
+
+QStringList tst_ParamterWnd::unreadable() const
+{
+    constexpr std::pair<QPalette::ColorRole, QPalette::ColorRole> pairs[] = {
+        {QPalette::WindowText, QPalette::Window},
+        {QPalette::Text, QPalette::Base},
+        {QPalette::ButtonText, QPalette::Button},
+        {QPalette::ToolTipText, QPalette::ToolTipBase}};
+    QStringList names;
+    for (const QWidget *widget : m_window->findChildren<QWidget *>()) {
+        for (const auto &[text, ground] : pairs) {
+            for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+                const QColor under = widget->palette().color(group, ground);
+                const bool isDark = under.alpha() == 255 && qGray(under.rgb()) < 0x90;
+                if (isDark || qGray(widget->palette().color(group, text).rgb()) > 0xd0)
+                    names << QLatin1String(widget->metaObject()->className()) + QLatin1Char(' ') + widget->objectName();
+            }
+        }
+    }
+    return names;
+}
+
+/// Everything in it, also what opens beside it, and when the application's colours or style sheets change.
+void tst_ParamterWnd::lightWhateverTheHostIs()
+{
+    m_messages->allow(QStringLiteral("^This plugin does not support"));
+    const auto restore = qScopeGuard([colours = QApplication::palette(), tips = QToolTip::palette()] {
+        QApplication::setPalette(colours);
+        QToolTip::setPalette(tips);
+    });
+    const auto darken = [](QRgb ground) { QApplication::setPalette(QPalette(QColor(ground), QColor(ground))); };
+    darken(0xff202020);
+    QPalette tips;
+    for (int role = 0; role < QPalette::NColorRoles; ++role)
+        tips.setColor(QPalette::ColorRole(role), role == QPalette::ToolTipText ? Qt::white : Qt::black);
+    QToolTip::setPalette(tips);
+    m_window.reset();
+    m_window = std::make_unique<ParamterWnd>();
+    m_window->show();
+    setCamera("cam", true);
+    sendDeviceList({}, {"cam"});
+    sendFocus(3, "cam");
+    ParamterWidget *const panel = panelOf(QStringLiteral("cam"));
+    panel->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"))->setCurrentIndex(1);
+    auto *const level = panel->findChild<QComboBox *>(QStringLiteral("cboboxLevel"));
+    level->showPopup();
+    QToolTip::showText(QPoint(9, 9), QStringLiteral("tip"), level);
+    QVERIFY(level->view()->isVisible() && m_window->findChild<QWidget *>(QStringLiteral("qtooltip_label")));
+    QCOMPARE(unreadable(), QStringList());
+    const QImage shown = m_window->grab().toImage();
+    QVERIFY(qGray(shown.pixel(shown.width() / 2, shown.height() - 2)) > 0xc0);
+    darken(0xff303030);
+    QCOMPARE(unreadable(), QStringList());
+    panel->setStyleSheet(panel->styleSheet() + QStringLiteral("QLabel{margin:0}"));
+    QCOMPARE(unreadable(), QStringList());
 }
 
 QTEST_MAIN(tst_ParamterWnd)
