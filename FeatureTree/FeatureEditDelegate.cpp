@@ -15,7 +15,7 @@
 #include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
 
 using FeatureKinds::EditorKind;
@@ -44,7 +44,7 @@ QString grayText(const QVariant &value)
 
 void logFault(const char *message)
 {
-    HostCore::VLogInfo("FeatureEditDelegate", message, 0);
+    logToHost("FeatureEditDelegate", message);
 }
 
 void logGenICam(const GenICam::GenericException &error)

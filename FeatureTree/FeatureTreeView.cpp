@@ -17,12 +17,14 @@
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "FeatureTree/VisibilityPass.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
 
 Q_LOGGING_CATEGORY(LOG_FeatureTreeView, "GeniCamera")
 
 namespace {
+
+constexpr const char *Module = "FeatureTreeView";
 
 constexpr int nameColumn = 0;
 constexpr int valueColumn = 1;
@@ -43,7 +45,7 @@ GenApi::INode *nodeAt(const QModelIndex &index)
 
 void logFault(const char *message)
 {
-    HostCore::VLogInfo("FeatureTreeView", message, 0);
+    logToHost(Module, message);
 }
 
 void logGenICam(const GenICam::GenericException &error)
@@ -277,7 +279,7 @@ void FeatureTreeView::runCommand(const QString &name, GenApi::INode *node)
             silenced->blockSignals(wasSilent);
     });
     if (name == QLatin1String("DeviceReset")) {
-        HostCore::SetCameraNodeValue(deviceName.toStdString(), "DeviceReset", "");
+        callHost<HostCore::SetCameraNodeValue>(Module, deviceName.toStdString(), "DeviceReset", "");
         if (silenced)
             Q_EMIT commandExecute(name);
         return;

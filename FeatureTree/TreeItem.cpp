@@ -9,7 +9,7 @@
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FeatureValues.h"
 #include "FeatureTree/VisibilityPass.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
 
 namespace {
@@ -21,7 +21,7 @@ constexpr int mostFaults = 200;
 
 void logLine(const std::string &message)
 {
-    HostCore::VLogInfo("TreeItem", message, 0);
+    logToHost("TreeItem", message);
 }
 
 bool isUnreadable(const GenICam::GenericException &error)

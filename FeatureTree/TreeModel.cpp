@@ -7,7 +7,7 @@
 #include "FeatureTree/FeatureTexts.h"
 #include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
 
 namespace {
@@ -68,7 +68,7 @@ bool TreeModel::isValueShown(GenApi::INode *node) const
               },
               [this](const char *message) {
                   if (rootItem->isNewFault(message))
-                      HostCore::VLogInfo("TreeModel", message, 0);
+                      logToHost("TreeModel", message);
               });
     return isShown;
 }

@@ -7,7 +7,7 @@
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FeatureValues.h"
 #include "FeatureTree/TreeItem.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
 
 namespace {
@@ -142,7 +142,7 @@ QVariant TreeModel::initialValue(GenApi::INode *node)
         },
         [this](const char *message) {
             if (rootItem->isNewFault(message))
-                HostCore::VLogInfo("TreeItem", message, 0);
+                logToHost("TreeItem", message);
         });
     return value;
 }

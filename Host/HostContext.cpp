@@ -234,10 +234,8 @@ void HostContext::mergeFound(const std::vector<FoundDevice> &found)
         changed = true;
     }
     Q_EMIT refreshingChanged(false);
-    if (!changed)
-        return;
-    Q_EMIT deviceListChanged();
-    announceDevices();
+    if (changed)
+        Q_EMIT deviceListChanged();
 }
 
 void HostContext::setFocus(const QString &id)
@@ -266,24 +264,28 @@ void HostContext::stopAcquisition(const QString &id)
 void HostContext::acquiringChanged(const QString &id)
 {
     if (isReady(id))
-        announceDevices(id);
+        announceDevice(id);
     Q_EMIT deviceStateChanged(id);
 }
 
-QStringList HostContext::ids(Device::Kind kind, const QString &first) const
+/// A panel looks at the first card only, and where that one is new to it at no camera of the event.
+void HostContext::announceDevice(const QString &id)
 {
-    QStringList result;
-    for (const Entry &one : entries) {
-        if (one.device->kind() == kind)
-            result.insert(one.device->id() == first ? 0 : result.size(), one.device->id());
-    }
-    return result;
+    const Device::Kind kind = device(id)->kind();
+    if (kind == Device::Kind::Card)
+        announcer->announce(devicesInUse(kind, id), {});
+    else
+        announcer->announce({}, devicesInUse(kind, id));
 }
 
-void HostContext::announceDevices(const QString &changed)
+QStringList HostContext::devicesInUse(Device::Kind kind, const QString &first) const
 {
-    // A panel looks at the first card only.
-    announcer->announce(ids(Device::Kind::Card, changed), ids(Device::Kind::Camera));
+    QStringList result{first};
+    for (const Entry &one : entries) {
+        if (one.device->kind() == kind && one.ready && one.device->id() != first)
+            result += one.device->id();
+    }
+    return result;
 }
 
 void HostContext::announceFocus()

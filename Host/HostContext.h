@@ -167,9 +167,11 @@ private:
     void mergeFound(const std::vector<FoundDevice> &found);
     void deviceLost(const QString &id, const QString &reason);
     void acquiringChanged(const QString &id);
-    /// The ids of a kind, `first` before all others.
-    QStringList ids(Device::Kind kind, const QString &first = {}) const;
-    void announceDevices(const QString &changed = {});
+    /// Tells panels that the device was opened or closed, or its acquisition started or stopped. Nobody hears of
+    /// devices that stay closed: a panel shows nothing for a moment for each camera that is listed as closed.
+    void announceDevice(const QString &id);
+    /// The ids of the devices of a kind that are ready, `first` before all others even if it is not.
+    QStringList devicesInUse(Device::Kind kind, const QString &first) const;
     void announceFocus();
     void pollFocused();
 

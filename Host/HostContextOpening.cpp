@@ -31,7 +31,7 @@ bool HostContext::open(const QString &id)
     known->ready = isOpen;
     known->openingError = isOpen ? QString() : error;
     if (isOpen)
-        announceDevices(id);
+        announceDevice(id);
     Q_EMIT deviceStateChanged(id);
     return isOpen;
 }
@@ -68,7 +68,7 @@ void HostContext::close(const QString &id)
     known->ready = false;
     known->closing = true;
     closings += id;
-    announceDevices(id);
+    announceDevice(id);
     Q_EMIT deviceStateChanged(id);
 }
 
@@ -76,8 +76,7 @@ void HostContext::followAnnounced()
 {
     // A camera that is listed as closed makes the panel show nothing, whoever has the focus.
     announceFocus();
-    // A card that is new to the panel costs the cameras of that event their turn. It is new once, so after the last
-    // event every closed device has been seen.
+    // The events of devices that were closed meanwhile may still be on their way.
     if (!announcer->isIdle())
         return;
     const QStringList seen = std::exchange(closings, {});

@@ -18,10 +18,12 @@
 #include "ParamterWidget/FeatureDescription.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/ParamterForm.h"
-#include "ParamterWnd/HostCore.h"
 #include "Resources/Icons.h"
+#include "ToolPage/HostCall.h"
 
 namespace {
+
+constexpr const char *Module = "AttributeTab";
 
 /// Property of the folding button: true when the tree is folded, so that the next click unfolds it.
 constexpr const char *CollapseProperty = "collapse";
@@ -31,7 +33,8 @@ constexpr int TwoLevelsOpen = 1;
 
 int storedLevel()
 {
-    return attributeLevelFromText(HostCore::GetParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL));
+    return attributeLevelFromText(
+        callHost<HostCore::GetParamterInfo>(Module, HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL));
 }
 
 } // namespace
@@ -78,7 +81,7 @@ void AttributeTab::build(GenApi::INodeMap *nodeMap)
 void AttributeTab::filter(bool searching)
 {
     const std::string level = std::to_string(m_form.cboboxLevel->currentIndex());
-    HostCore::SetParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, level);
+    callHost<HostCore::SetParamterInfo>(Module, HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, level);
     if (!m_model || m_context.disabled || !m_context.nodeMap())
         return;
     if (searching) {

@@ -4,8 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "ParamterWnd/HostCore.h"
-#include "ToolPage/NodeGuard.h"
+#include "ToolPage/HostCall.h"
 
 /// Runs `function` and returns the description of the exception that ended it, or nothing when it ran to its end.
 template <class Function>
@@ -25,6 +24,6 @@ bool guarded(const char *module, Function &&function)
 {
     const std::optional<std::string> error = errorOf(function);
     if (error)
-        errorOf([&] { HostCore::VLogInfo(module, *error, 0); });
+        logToHost(module, *error);
     return !error;
 }

@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/PanelContext.h"
+#include "ToolPage/HostCall.h"
 
 namespace {
 
@@ -25,30 +25,24 @@ std::optional<double> number(const PanelContext &context, const QString &name, c
 
 QString HostValues::readNode(const PanelContext &context, const char *feature, const QString &otherwise)
 {
-    QString text = otherwise;
-    guarded(Module, [&] {
-        std::string value = otherwise.toStdString();
-        if (HostCore::GetCameraNodeValue(context.deviceKey(), feature, value) == 0)
-            text = QString::fromStdString(value);
-    });
-    return text;
+    std::string value = otherwise.toStdString();
+    const bool isRead = callHost<HostCore::GetCameraNodeValue>(Module, context.deviceKey(), feature, value) == 0;
+    return isRead ? QString::fromStdString(value) : otherwise;
 }
 
 void HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
 {
-    guarded(Module, [&] { HostCore::SetCameraNodeValue(context.deviceKey(), feature, value.toStdString()); });
+    callHost<HostCore::SetCameraNodeValue>(Module, context.deviceKey(), feature, value.toStdString());
 }
 
 QString HostValues::readSetting(const PanelContext &context, HostCore::CAM_INFO item)
 {
-    std::string value;
-    guarded(Module, [&] { value = HostCore::GetCameraInfo(context.deviceKey(), item); });
-    return QString::fromStdString(value);
+    return QString::fromStdString(callHost<HostCore::GetCameraInfo>(Module, context.deviceKey(), item));
 }
 
 void HostValues::writeSetting(const PanelContext &context, HostCore::CAM_INFO item, const QString &value)
 {
-    guarded(Module, [&] { HostCore::SetCameraInfo(context.deviceKey(), item, value.toStdString()); });
+    callHost<HostCore::SetCameraInfo>(Module, context.deviceKey(), item, value.toStdString());
 }
 
 std::optional<double> HostValues::readNumber(const PanelContext &context, const char *feature, const QString &otherwise)

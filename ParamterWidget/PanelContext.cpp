@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/PanelContext.h"
 
-#include "ParamterWnd/HostCore.h"
 #include "ToolPage/CToolBox.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
@@ -15,7 +15,7 @@ constexpr int RefreshedToolBoxes = 3;
 GenApi::INodeMap *PanelContext::nodeMap() const
 {
     const HostCore::FOCUS_TYPE type = card ? HostCore::FOCUS_CARD : HostCore::FOCUS_CAMERA;
-    return HostCore::GetAttrNodeMap(type, deviceKey(), HostCore::NODE_MAP_DEVICE);
+    return callHost<HostCore::GetAttrNodeMap>("PanelContext", type, deviceKey(), HostCore::NODE_MAP_DEVICE);
 }
 
 PlacedRow PanelContext::placed(RowId id) const
@@ -41,5 +41,5 @@ void PanelContext::logOnce(const char *module, const QString &message) const
     if (logged.contains(message))
         return;
     logged.insert(message);
-    HostCore::VLogInfo(module, message.toStdString(), 0);
+    logToHost(module, message.toStdString());
 }

@@ -213,7 +213,8 @@ void ParamterWidget::init2DParameterUI()
     addPages();
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     const bool attributesOnly = m_context.card
-        || HostCore::GetCameraInfo(m_context.deviceKey(), HostCore::CAM_INFO_TYPE_CODE) == AttributeTabOnlyType;
+        || callHost<HostCore::GetCameraInfo>(Module, m_context.deviceKey(), HostCore::CAM_INFO_TYPE_CODE)
+            == AttributeTabOnlyType;
     if (!nodeMap)
         return;
     if (attributesOnly) {

@@ -14,13 +14,15 @@
 
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/SelectedButton.h"
 #include "ToolPage/StyleSheets.h"
 #include "ToolPage/ToolPageWidget.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
+
+constexpr const char *Module = "RoiDrawing";
 
 constexpr std::pair<RowId, RowId> PairedRows[] = {
     {RowId::Width, RowId::DrawWidth},
@@ -52,7 +54,7 @@ NodeInfo nodeInfo(const QString &device, const char *feature)
 std::optional<int> hostValue(const std::string &device, const char *feature)
 {
     std::string text;
-    if (HostCore::GetCameraNodeValue(device, feature, text) != 0)
+    if (callHost<HostCore::GetCameraNodeValue>(Module, device, feature, text) != 0)
         return std::nullopt;
     return QString::fromStdString(text).toInt();
 }
@@ -67,7 +69,7 @@ void setUp(QSpinBox *spinBox, int minimum, int maximum, const NodeInfo &info)
 
 void log(const QString &message)
 {
-    HostCore::VLogInfo("RoiDrawing", message.toStdString(), 0);
+    logToHost(Module, message.toStdString());
 }
 
 } // namespace
@@ -131,7 +133,7 @@ void RoiDrawing::enterDrawing()
     if (!requestRegion())
         return;
     if (!m_selectButton->isSelected()) { // acquisition started, or the device closed
-        HostCore::RomoveROI(m_context.deviceKey(), m_region);
+        callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), m_region);
         return;
     }
     adoptCameraRegion(m_horizontal);
@@ -144,7 +146,7 @@ void RoiDrawing::leaveDrawing()
 {
     m_drawing = false;
     showDrawingRows(false);
-    HostCore::RomoveROI(m_context.deviceKey(), m_region);
+    callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), m_region);
 }
 
 void RoiDrawing::enableButtons()
@@ -164,7 +166,7 @@ bool RoiDrawing::requestRegion()
     if (!height || !m_selectButton->isSelected())
         return false;
     bool accepted = false;
-    const int result = HostCore::DrawROI(device, 0, 0, *width, *height, m_region, accepted, 0, 0);
+    const int result = callHost<HostCore::DrawROI>(Module, device, 0, 0, *width, *height, m_region, accepted, 0, 0);
     if (result == 0 && accepted)
         return true;
     log(QStringLiteral("The host draws no region for %1").arg(m_context.deviceName));
@@ -208,8 +210,8 @@ void RoiDrawing::moveHostRegion()
     const QScopedValueRollback<bool> echo(m_hostMoveExpected, false);
     const int left = m_horizontal.offset->value() - m_horizontal.offset->minimum();
     const int top = m_vertical.offset->value() - m_vertical.offset->minimum();
-    HostCore::SetROIPos(m_context.deviceKey(), m_region, left, top, left + m_horizontal.size->value(),
-                        top + m_vertical.size->value());
+    callHost<HostCore::SetROIPos>(Module, m_context.deviceKey(), m_region, left, top, left + m_horizontal.size->value(),
+                                  top + m_vertical.size->value());
 }
 
 void RoiDrawing::followHost(int leftX, int leftY, int rightX, int rightY)
@@ -263,14 +265,14 @@ void RoiDrawing::restoreFullSize() const
 {
     const std::string device = m_context.deviceKey();
     for (const Axis *axis : {&m_vertical, &m_horizontal})
-        HostCore::SetCameraNodeValue(device, axis->offsetFeature, "0");
+        callHost<HostCore::SetCameraNodeValue>(Module, device, axis->offsetFeature, "0");
     // Only now the maxima are those of the sensor.
     const int height = nodeInfo(m_context.deviceName, m_vertical.sizeFeature).maximum;
     const int width = nodeInfo(m_context.deviceName, m_horizontal.sizeFeature).maximum;
     for (const auto &[feature, size] :
          {std::pair(m_vertical.sizeFeature, height), std::pair(m_horizontal.sizeFeature, width)}) {
         if (size > 0)
-            HostCore::SetCameraNodeValue(device, feature, std::to_string(size));
+            callHost<HostCore::SetCameraNodeValue>(Module, device, feature, std::to_string(size));
     }
     if (ToolPageWidget *const group = m_context.placed(RowId::RestoreImageSize).group)
         group->updateWidget();

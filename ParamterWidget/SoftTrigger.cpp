@@ -4,7 +4,7 @@
 #include <QSpinBox>
 
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {
@@ -38,5 +38,5 @@ void SoftTrigger::follow(const SwitchButton *switchButton)
 
 void SoftTrigger::fire() const
 {
-    HostCore::SetCameraNodeValue(m_context.deviceKey(), "TriggerSoftware", std::string());
+    callHost<HostCore::SetCameraNodeValue>("SoftTrigger", m_context.deviceKey(), "TriggerSoftware", std::string());
 }

@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/StyleSheets.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
@@ -19,7 +19,7 @@ UserSets::UserSets(PanelContext &context, QWidget *controlsParent)
 
 void UserSets::load() const
 {
-    HostCore::SetCameraNodeValue(m_context.deviceKey(), "UserSetLoad", std::string());
+    callHost<HostCore::SetCameraNodeValue>("UserSets", m_context.deviceKey(), "UserSetLoad", std::string());
     m_context.refreshPages();
 }
 

@@ -5,13 +5,13 @@
 
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWnd/HostCore.h"
+#include "ToolPage/HostCall.h"
 
 void writeSequence(const PanelContext &context, Table<NodeWrite> writes)
 {
     for (const NodeWrite &write : writes) {
         if (write.text)
-            HostCore::SetCameraNodeValue(context.deviceKey(), write.feature, write.text);
+            callHost<HostCore::SetCameraNodeValue>("WriteSequence", context.deviceKey(), write.feature, write.text);
         else
             SetCameraEnumNodeValue(context.deviceName, QString::fromLatin1(write.feature), write.entry);
         if (write.pause > 0)

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWnd/HostEventBridges.h"
 
+#include <algorithm>
+
+#include <QMutexLocker>
 #include <QThread>
 
 #include "ParamterWnd/ParameterWidgetManager.h"
@@ -33,9 +36,31 @@ bool isFinished(const bool &flag)
 void DeviceListUpdate::OnUpdate(int source, std::vector<std::string> cardList, std::vector<std::string> camList)
 {
     const QSharedPointer<bool> finishFlag(new bool(false));
+    await(finishFlag);
     Q_EMIT updateCams(source, textsOf(cardList), textsOf(camList), finishFlag);
     for (int poll = 0; poll < FinishPolls && !isFinished(*finishFlag); ++poll)
         QThread::msleep(FinishPollMs);
+}
+
+/// The bridge may go while a call waits, which therefore looks at its flag alone.
+void DeviceListUpdate::await(const QSharedPointer<bool> &finishFlag)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_awaited.erase(std::remove_if(m_awaited.begin(), m_awaited.end(), [](const auto &flag) { return flag.isNull(); }),
+                    m_awaited.end());
+    m_awaited.push_back(finishFlag);
+    if (m_released)
+        setFinished(*finishFlag);
+}
+
+void DeviceListUpdate::release()
+{
+    const QMutexLocker lock(&m_mutex);
+    m_released = true;
+    for (const QWeakPointer<bool> &awaited : m_awaited) {
+        if (const QSharedPointer<bool> finishFlag = awaited.toStrongRef())
+            setFinished(*finishFlag);
+    }
 }
 
 void FocusUpdate::OnUpdate(HostCore::FOCUS_TYPE type, std::string id)

@@ -4,10 +4,12 @@
 #include <string>
 #include <vector>
 
+#include <QMutex>
 #include <QObject>
 #include <QSharedPointer>
 #include <QString>
 #include <QStringList>
+#include <QWeakPointer>
 
 #include "ParamterWnd/HostCore.h"
 
@@ -20,16 +22,28 @@ class ParameterWidgetManager;
 void setFinished(bool &flag);
 bool isFinished(const bool &flag);
 
-/// Device-list events. The host's call returns when a receiver has set the finish flag, after 5 s at the latest.
+/// Device-list events. The host's call returns when a receiver has set the finish flag, after 5 s at the latest, and
+/// when the bridge is released or goes.
 class DeviceListUpdate : public QObject, public HostCore::IDeviceListUpdate
 {
     Q_OBJECT
 
 public:
+    ~DeviceListUpdate() override { release(); }
+
+    /// Sets the finish flags of all calls that wait, and of all to come: nobody will follow them. Any thread.
+    void release();
     void OnUpdate(int source, std::vector<std::string> cardList, std::vector<std::string> camList) override;
 
 Q_SIGNALS:
     void updateCams(int source, QStringList cardList, QStringList camList, QSharedPointer<bool> finishFlag);
+
+private:
+    void await(const QSharedPointer<bool> &finishFlag);
+
+    QMutex m_mutex;
+    std::vector<QWeakPointer<bool>> m_awaited; ///< of the calls that are under way, and of some that have ended
+    bool m_released = false;
 };
 
 /// Focus events. They do not cross threads: the type is not registered for queuing.

@@ -13,6 +13,7 @@
 #include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWnd/HostEventBridges.h"
+#include "ParamterWnd/PageSetLists.h"
 #include "ParamterWnd/WindowForm.h"
 
 using namespace std::chrono_literals;
@@ -26,11 +27,6 @@ constexpr int RegionMoved = 1;
 constexpr const char *CardUsable = "4";
 constexpr const char *Yes = "1";
 constexpr const char *No = "0";
-
-/// Properties of the exported window with the type codes of cameras that get other pages than area-scan cameras. The
-/// first list that holds a code counts.
-constexpr std::pair<const char *, PageSet> TypeCodeLists[] = {{"profilerTypeCodes", PageSet::Profiler},
-                                                              {"structuredLightTypeCodes", PageSet::StructuredLight}};
 
 constexpr auto FirstLevelDelay = 1000ms;
 
@@ -75,8 +71,10 @@ ParameterWidgetManager::ParameterWidgetManager(QWidget *parent)
 {
     m_ui->setupUi(this, "ParameterWidgetManager", QSize(400, 300));
     setWindowTitle(QCoreApplication::translate("ParameterWidgetManager", "Form"));
+    if (parent)
+        parent->installEventFilter(this);
     setCurParamWidget(m_defaultPanel);
-    guarded(Module, [this] { registerListeners(); });
+    registerListeners();
     qRegisterMetaType<QStringList>("QStringList");
     qRegisterMetaType<QSharedPointer<bool>>("QSharedPointer<bool>");
     connectBridges();
@@ -85,7 +83,8 @@ ParameterWidgetManager::ParameterWidgetManager(QWidget *parent)
 
 ParameterWidgetManager::~ParameterWidgetManager()
 {
-    guarded(Module, [this] { unregisterListeners(); });
+    takeNoEvents();
+    unregisterListeners();
     m_focusBridge.reset();
     m_deviceListBridge.reset();
     m_languageBridge.reset();
@@ -96,12 +95,12 @@ ParameterWidgetManager::~ParameterWidgetManager()
 
 void ParameterWidgetManager::registerListeners()
 {
-    HostCore::RegisterDeviceListUpdateListener(m_deviceListBridge.get());
-    HostCore::RegisterFocusUpdateListener(m_focusBridge.get());
-    HostCore::RegisterLangUpdateListener(m_languageBridge.get());
-    HostCore::RegisterROIUpdateListener(m_roiBridge.get());
-    HostCore::RegisterImageModeUpdateListener(m_imageModeBridge.get());
-    HostCore::RegisterImportUpdateListener(m_importBridge.get());
+    callHost<HostCore::RegisterDeviceListUpdateListener>(Module, m_deviceListBridge.get());
+    callHost<HostCore::RegisterFocusUpdateListener>(Module, m_focusBridge.get());
+    callHost<HostCore::RegisterLangUpdateListener>(Module, m_languageBridge.get());
+    callHost<HostCore::RegisterROIUpdateListener>(Module, m_roiBridge.get());
+    callHost<HostCore::RegisterImageModeUpdateListener>(Module, m_imageModeBridge.get());
+    callHost<HostCore::RegisterImportUpdateListener>(Module, m_importBridge.get());
 }
 
 void ParameterWidgetManager::connectBridges()
@@ -116,12 +115,24 @@ void ParameterWidgetManager::connectBridges()
 
 void ParameterWidgetManager::unregisterListeners()
 {
-    HostCore::UnRegisterFocusUpdateListener(m_focusBridge.get());
-    HostCore::UnRegisterDeviceListUpdateListener(m_deviceListBridge.get());
-    HostCore::UnRegisterLangUpdateListener(m_languageBridge.get());
-    HostCore::UnRegisterROIUpdateListener(m_roiBridge.get());
-    HostCore::UnRegisterImageModeUpdateListener(m_imageModeBridge.get());
-    HostCore::UnRegisterImportUpdateListener(m_importBridge.get());
+    callHost<HostCore::UnRegisterFocusUpdateListener>(Module, m_focusBridge.get());
+    callHost<HostCore::UnRegisterDeviceListUpdateListener>(Module, m_deviceListBridge.get());
+    callHost<HostCore::UnRegisterLangUpdateListener>(Module, m_languageBridge.get());
+    callHost<HostCore::UnRegisterROIUpdateListener>(Module, m_roiBridge.get());
+    callHost<HostCore::UnRegisterImageModeUpdateListener>(Module, m_imageModeBridge.get());
+    callHost<HostCore::UnRegisterImportUpdateListener>(Module, m_importBridge.get());
+}
+
+/// A host that unregisters may wait for a call that waits for this thread, and may serve what is queued meanwhile.
+void ParameterWidgetManager::takeNoEvents()
+{
+    const QObject *const bridges[] = {m_deviceListBridge.get(), m_focusBridge.get(), m_languageBridge.get(),
+                                      m_imageModeBridge.get(), m_importBridge.get()};
+    for (const QObject *bridge : bridges)
+        bridge->disconnect(this);
+    m_cameraPanels.clear(); // of which the moved region is one's
+    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+    m_deviceListBridge->release();
 }
 
 void ParameterWidgetManager::setCurParamWidget(ParamterWidget *panel)
@@ -192,24 +203,44 @@ void ParameterWidgetManager::updateCamera(const QString &camera)
         onFoucusChanged(HostCore::FOCUS_CARD, QString());
         return;
     }
-    if (!m_cameraPanels.contains(camera)) {
-        const QString typeCode = QString::fromStdString(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE));
-        ParamterWidget *const panel = createPanel();
-        panel->setAreaScan(isAreaScan(typeCode));
-        panel->setPageSet(pageSetOf(typeCode));
-        openPanel(panel, camera, m_cameraPanels);
-    }
-    followAcquisition(m_cameraPanels.value(camera), acquisition);
+    if (!m_cameraPanels.contains(camera))
+        openCamera(camera);
+    // A host may list the camera again while it is asked here, also as closed.
+    if (ParamterWidget *const panel = m_cameraPanels.value(camera))
+        followAcquisition(panel, acquisition);
 }
 
-PageSet ParameterWidgetManager::pageSetOf(const QString &typeCode) const
+void ParameterWidgetManager::openCamera(const QString &camera)
 {
-    const QWidget *const window = parentWidget();
-    for (const auto &[list, pageSet] : TypeCodeLists) {
-        if (window && window->property(list).toStringList().contains(typeCode))
-            return pageSet;
-    }
-    return PageSet::AreaScan;
+    const QString typeCode =
+        QString::fromStdString(HostCore::GetCameraInfo(camera.toStdString(), HostCore::CAM_INFO_TYPE_CODE));
+    if (m_cameraPanels.contains(camera)) // listed again meanwhile
+        return;
+    ParamterWidget *const panel = createPanel();
+    panel->setAreaScan(isAreaScan(typeCode));
+    if (const QWidget *const window = parentWidget())
+        panel->setPageSet(PageSetLists::pageSetOf(*window, typeCode));
+    openPanel(panel, camera, m_cameraPanels);
+}
+
+/// A property that changes: it may be one of the lists by which the host chooses pages.
+bool ParameterWidgetManager::eventFilter(QObject *window, QEvent *event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange)
+        guarded(Module, [&] { checkList(static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName()); });
+    return QWidget::eventFilter(window, event);
+}
+
+void ParameterWidgetManager::checkList(const QByteArray &property) const
+{
+    if (!PageSetLists::isList(property))
+        return;
+    QStringList lines = PageSetLists::faults(*parentWidget(), property);
+    if (!m_cameraPanels.isEmpty())
+        lines << QStringLiteral("%1 changes while cameras have panels: it counts for those that are opened from now on")
+                     .arg(QString::fromLatin1(property));
+    for (const QString &line : std::as_const(lines))
+        logToHost(Module, line.toStdString());
 }
 
 ParamterWidget *ParameterWidgetManager::createPanel()
@@ -222,11 +253,11 @@ ParamterWidget *ParameterWidgetManager::createPanel()
 
 void ParameterWidgetManager::openPanel(ParamterWidget *panel, const QString &device, PanelMap &panels)
 {
+    panels.insert(device, panel); // before the host is asked for the nodes: it may list the device again meanwhile
     panel->setPanelWidgetVisiable(m_panelVisible);
     panel->setAllDetailWidgetVisiable(m_detailVisible);
     panel->initUI(device);
     panel->retranslate(m_language);
-    panels.insert(device, panel);
 }
 
 void ParameterWidgetManager::closePanel(const QString &device, PanelMap &panels)

@@ -20,7 +20,6 @@ class ImageModeUpdate;
 class ImportUpdate;
 class LanguageUpdate;
 class ParamterWidget;
-enum class PageSet;
 class ROIUpdate;
 struct WindowForm;
 
@@ -47,6 +46,7 @@ public:
     void setParamterViewDisable(QString id);
     /// Takes no action.
     void setDefaultParamterWidgetMode(int mode);
+    bool eventFilter(QObject *window, QEvent *event) override;
 
 public Q_SLOTS:
     /// Reconciles the panels with the host's list and sets the finish flag on every path. A newly opened card ends
@@ -64,11 +64,15 @@ private:
     void registerListeners();
     void connectBridges();
     void unregisterListeners();
+    /// From here on; waiting host threads are let go.
+    void takeNoEvents();
     void onLanguageChanged(int language);
+    /// Logs what is wrong with a list of type codes (PageSetLists) that the host has just set.
+    void checkList(const QByteArray &property) const;
 
     bool updateCard(const QString &card);
     void updateCamera(const QString &camera);
-    PageSet pageSetOf(const QString &typeCode) const;
+    void openCamera(const QString &camera);
     ParamterWidget *createPanel();
     void openPanel(ParamterWidget *panel, const QString &device, PanelMap &panels);
     void closePanel(const QString &device, PanelMap &panels);

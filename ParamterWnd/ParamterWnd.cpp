@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "ParamterWnd/ParameterWidgetManager.h"
+#include "ParamterWnd/WindowColours.h"
 #include "ParamterWnd/WindowForm.h"
 
 ParamterWnd::ParamterWnd(QWidget *parent) : QWidget(parent), m_ui(std::make_unique<WindowForm>())
@@ -12,7 +13,9 @@ ParamterWnd::ParamterWnd(QWidget *parent) : QWidget(parent), m_ui(std::make_uniq
     m_ui->setupUi(this, "ParamterWnd", QSize(458, 377));
     setWindowTitle(QCoreApplication::translate("ParamterWnd", "Form"));
     setAttribute(Qt::WA_TranslucentBackground);
+    new WindowColours(this);
     m_manager = new ParameterWidgetManager(this);
+    m_manager->setAutoFillBackground(true); // the window itself lets the host's colour through
     m_ui->verticalLayout->addWidget(m_manager);
 }
 

@@ -13,14 +13,16 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
-#include "ParamterWnd/HostCore.h"
 #include "ToolPage/EditorFocus.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/RowLabel.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {
+
+constexpr const char *Module = "ToolPageWidgetItem";
 
 constexpr int RowHeight = 40;
 constexpr int EditorHeight = 34;
@@ -229,7 +231,7 @@ void ToolPageWidgetItem::makeEditor(const RowEditor &kind, GenApi::INode *node, 
 
 void ToolPageWidgetItem::logLine(const QString &message)
 {
-    HostCore::VLogInfo("ToolPageWidgetItem", message.toStdString(), 0);
+    logToHost(Module, message.toStdString());
 }
 
 /// Logs what `read` throws, once per cause.
@@ -292,7 +294,7 @@ void ToolPageWidgetItem::showLiveValue()
         return;
     followAccess();
     std::string value;
-    if (HostCore::GetCameraNodeValue(deviceName.toStdString(), m_nodeName.toStdString(), value) != 0)
+    if (callHost<HostCore::GetCameraNodeValue>(Module, deviceName.toStdString(), m_nodeName.toStdString(), value) != 0)
         return;
     const QString text = QString::fromStdString(value);
     const QSignalBlocker blocker(m_editor);

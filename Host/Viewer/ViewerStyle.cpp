@@ -3,32 +3,11 @@
 
 #include <QApplication>
 #include <QFont>
-#include <QPalette>
 #include <QStyleFactory>
 
+#include "Resources/LightPalette.h"
+
 namespace {
-
-struct PaletteColour
-{
-    QPalette::ColorRole role;
-    QRgb normal;
-    QRgb disabled;
-};
-
-constexpr PaletteColour palette[] = {
-    {QPalette::Window, 0xfff0f0f0, 0xfff0f0f0},
-    {QPalette::WindowText, 0xff37383a, 0xff9a9b9d},
-    {QPalette::Base, 0xffffffff, 0xfff5f5f5},
-    {QPalette::AlternateBase, 0xfff7f7f7, 0xfff7f7f7},
-    {QPalette::Text, 0xff37383a, 0xff9a9b9d},
-    {QPalette::Button, 0xfff0f0f0, 0xfff0f0f0},
-    {QPalette::ButtonText, 0xff37383a, 0xffa8a9ab},
-    {QPalette::Highlight, 0xffbfe7d5, 0xffdedede},
-    {QPalette::HighlightedText, 0xff1f2021, 0xff6a6b6d},
-    {QPalette::ToolTipBase, 0xfffbfbfb, 0xfffbfbfb},
-    {QPalette::ToolTipText, 0xff37383a, 0xff37383a},
-    {QPalette::Link, 0xff22805a, 0xff22805a},
-};
 
 constexpr char styleSheet[] = "QToolBar { border: none; border-bottom: 1px solid #d8d8d8; padding: 3px; spacing: 2px; }"
                               "QMainWindow::separator { background: #e1e1e1; width: 4px; height: 4px; }"
@@ -62,12 +41,7 @@ void enableHighDpi()
 void applyViewerStyle(QApplication &application)
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QPalette colours = QApplication::palette();
-    for (const PaletteColour &colour : palette) {
-        colours.setColor(QPalette::All, colour.role, QColor::fromRgb(colour.normal));
-        colours.setColor(QPalette::Disabled, colour.role, QColor::fromRgb(colour.disabled));
-    }
-    QApplication::setPalette(colours);
+    QApplication::setPalette(LightPalette::palette());
     QFont font = QApplication::font();
     font.setFamilies({font.family(), QStringLiteral("Noto Sans CJK SC")});
     QApplication::setFont(font);

@@ -13,6 +13,7 @@
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
@@ -82,7 +83,8 @@ void Corrections::determine(const QObject *button) const
         return;
     const Kind kind = button == m_tiltButton ? Tilt : Height;
     QDoubleSpinBox *const field = kind == Tilt ? m_tilt : m_height;
-    HostCore::NotifyCorrection(m_context.deviceKey(), kind, static_cast<float>(field->value()), field);
+    callHost<HostCore::NotifyCorrection>("Corrections", m_context.deviceKey(), kind, static_cast<float>(field->value()),
+                                         field);
     Q_EMIT field->editingFinished();
 }
 

@@ -19,6 +19,8 @@ using HostValues::readSetting;
 using HostValues::writeNode;
 using HostValues::writeSetting;
 
+constexpr const char *Module = "ImageTab";
+
 constexpr int MeasureRangeRegion = 0;
 constexpr QSize SensorSize(2048, 1024); ///< what the region starts from, in pixels
 constexpr int GrayImageMode = 3;
@@ -46,7 +48,7 @@ ImageTab::ImageTab(PanelContext &context, QWidget *controlsParent)
     PageControls::setRange(m_contourSpacing, 0.0, 1.0, 0.01);
     showSettings();
     QObject::connect(m_samplingRate, qOverload<int>(&QComboBox::currentIndexChanged), m_samplingRate,
-                     [this](int index) { guarded("ImageTab", [&] { followSamplingRate(index); }); });
+                     [this](int index) { guarded(Module, [&] { followSamplingRate(index); }); });
 
     context.controls[RowId::MeasureRange] = m_measureRange;
     context.controls[RowId::GrayImage] = m_grayImage;
@@ -67,14 +69,15 @@ void ImageTab::showSettings() const
 void ImageTab::followMeasureRange() const
 {
     if (!m_measureRange->isOn()) {
-        HostCore::RomoveROI(m_context.deviceKey(), MeasureRangeRegion);
+        callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), MeasureRangeRegion);
         restoreHeight();
         return;
     }
     writeNode(m_context, "CenterImageY", QStringLiteral("Off"));
     int region = MeasureRangeRegion;
     bool accepted = false;
-    HostCore::DrawROI(m_context.deviceKey(), 0, 0, SensorSize.width(), SensorSize.height(), region, accepted, 0, 1);
+    callHost<HostCore::DrawROI>(Module, m_context.deviceKey(), 0, 0, SensorSize.width(), SensorSize.height(), region,
+                                accepted, 0, 1);
 }
 
 void ImageTab::restoreHeight() const
@@ -97,7 +100,7 @@ void ImageTab::readMeasureRange() const
 void ImageTab::followGrayImage() const
 {
     writeSetting(m_context, HostCore::CAM_INFO_GRAY_IMAGE, QString::number(m_grayImage->isOn() ? 1 : 0));
-    HostCore::SetCameraImageMode(m_context.deviceKey(), GrayImageMode, true);
+    callHost<HostCore::SetCameraImageMode>(Module, m_context.deviceKey(), GrayImageMode, true);
 }
 
 void ImageTab::followContourSpacing() const

@@ -6,11 +6,14 @@
 
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/PanelContext.h"
+#include "ToolPage/HostCall.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {
 
 using HostValues::writeNode;
+
+constexpr const char *Module = "ShieldMasks";
 
 constexpr unsigned long SelectorPause = 5; // ms
 constexpr int FirstRegion = 1; ///< the host's regions of the masks follow that of the measure range
@@ -48,9 +51,9 @@ void ShieldMasks::follow(const QObject *switchButton) const
             QThread::msleep(SelectorPause);
             writeNode(m_context, Enable, QStringLiteral("1"));
             bool accepted = false;
-            HostCore::DrawROI(m_context.deviceKey(), 0, 0, 0, 0, region, accepted, 1, 0);
+            callHost<HostCore::DrawROI>(Module, m_context.deviceKey(), 0, 0, 0, 0, region, accepted, 1, 0);
         } else {
-            HostCore::RomoveROI(m_context.deviceKey(), region);
+            callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), region);
             writeNode(m_context, Selector, selectorEntry(mask));
             writeNode(m_context, Enable, QStringLiteral("0"));
         }
@@ -61,7 +64,7 @@ void ShieldMasks::read() const
 {
     const std::string device = m_context.deviceKey();
     for (int mask = 0; mask < int(m_switches.size()); ++mask) {
-        if (HostCore::SetCameraNodeValue(device, Selector, selectorEntry(mask).toStdString()) != 0)
+        if (callHost<HostCore::SetCameraNodeValue>(Module, device, Selector, selectorEntry(mask).toStdString()) != 0)
             continue;
         const bool enabled = HostValues::readNode(m_context, Enable) == QLatin1String("True");
         if (enabled != m_switches[size_t(mask)]->isOn())

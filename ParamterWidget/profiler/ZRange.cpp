@@ -54,7 +54,7 @@ void ZRange::show() const
 void ZRange::determine() const
 {
     HostValues::writeSetting(m_context, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("1"));
-    HostCore::SetCameraImageMode(m_context.deviceKey(), ProfileMode, false);
+    callHost<HostCore::SetCameraImageMode>("ZRange", m_context.deviceKey(), ProfileMode, false);
     // The host may take its time, and the panel may go meanwhile. Its log cannot be reached from that thread.
     std::thread([device = m_context.deviceKey()] { errorOf([&] { HostCore::StartGrab(device); }); }).detach();
 }

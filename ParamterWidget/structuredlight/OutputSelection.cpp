@@ -11,6 +11,7 @@
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/TranslationTables.h"
 #include "ToolPage/CComboBox.h"
+#include "ToolPage/HostCall.h"
 
 namespace {
 
@@ -63,7 +64,8 @@ void OutputSelection::followOutput(int output, bool on) const
 
 void OutputSelection::followShowType() const
 {
-    HostCore::SetSLImageShowMode(m_context.deviceKey(), imgShowTypeMap.value(m_showTypes->currentText(), 0));
+    callHost<HostCore::SetSLImageShowMode>("OutputSelection", m_context.deviceKey(),
+                                           imgShowTypeMap.value(m_showTypes->currentText(), 0));
 }
 
 void OutputSelection::updateShowTypes() const

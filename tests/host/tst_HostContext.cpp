@@ -147,14 +147,14 @@ private Q_SLOTS:
     void openingTellsThePanel();
     void openingFails();
     void theNodeMapOutlivesThePanels();
-    void theNodeMapOutlivesEventsThatPanelsSkip();
+    void theNodeMapOutlivesEventsOnTheirWay();
     void closingDevicesCannotBeOpened();
     void lostDevicesAreClosedOnce();
     void cardsAreAnnouncedFirst();
     void acquisitionIsAnnounced();
     void framesOfOpenDevicesAreForwarded();
     void discoveryKeepsTheListUpToDate();
-    void searchResultsAreAnnounced();
+    void closedCamerasAreNamedOnce();
     void eventsWaitForNoSearch();
     void unregisteringEndsAWaitingCall();
     void theEndServesAWaitingCall();
@@ -196,7 +196,7 @@ void tst_HostContext::openingTellsThePanel()
     Panel panel;
     QVERIFY(context->open(text("cam")));
     QVERIFY(panel.events.isEmpty());
-    QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam+ other]"), text("focus 3 cam")}));
+    QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam+]"), text("focus 3 cam")}));
     QVERIFY(panel.announcingThread() != thread());
     QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("1"));
     QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE), std::string("1"));
@@ -243,8 +243,8 @@ void tst_HostContext::theNodeMapOutlivesThePanels()
     QCOMPARE(order, QStringList({text("event"), text("panel"), text("node map")}));
 }
 
-/// A panel that opens a card does not look at the cameras of that event.
-void tst_HostContext::theNodeMapOutlivesEventsThatPanelsSkip()
+/// A panel that opens a card does not look at the cameras of that event: the closed one must not be among them.
+void tst_HostContext::theNodeMapOutlivesEventsOnTheirWay()
 {
     TestDevice *device = addDevice("cam");
     addDevice("card", Device::Kind::Card);
@@ -253,14 +253,16 @@ void tst_HostContext::theNodeMapOutlivesEventsThatPanelsSkip()
     QVERIFY(context->open(text("cam")));
     gate.pass.release();
     QTRY_COMPARE(panel.events.size(), 2);
-    context->close(text("cam"));
     QVERIFY(context->open(text("card")));
+    context->close(text("cam"));
     gate.pass.release();
+    QTRY_COMPARE(panel.lists().last(), text("list 1 [card+] []"));
     QTRY_COMPARE(panel.events.size(), 4);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(device->isOpen());
     gate.pass.release();
     QTRY_VERIFY(!device->isOpen());
+    QCOMPARE(panel.lists().last(), text("list 1 [] [cam]"));
 }
 
 void tst_HostContext::closingDevicesCannotBeOpened()
@@ -300,7 +302,7 @@ void tst_HostContext::cardsAreAnnouncedFirst()
     context->setFocus(text("card 2"));
     Panel panel;
     QVERIFY(context->open(text("card 2")));
-    QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+ card 1] []"), text("focus 2 card 2")}));
+    QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+] []"), text("focus 2 card 2")}));
     QCOMPARE(HostCore::GetCardInfo("card 1", HostCore::CARD_INFO_STATE), std::string("4"));
     QVERIFY(HostCore::GetCardInfo("unknown", HostCore::CARD_INFO_STATE).empty());
     QVERIFY(HostCore::GetCameraInfo("card 2", HostCore::CAM_INFO_OPENED).empty());
@@ -366,12 +368,23 @@ void tst_HostContext::discoveryKeepsTheListUpToDate()
     QCOMPARE(ids(), QStringList({text("simulated")}));
 }
 
-void tst_HostContext::searchResultsAreAnnounced()
+/// The panel shows nothing for a moment for each closed camera that an event names.
+void tst_HostContext::closedCamerasAreNamedOnce()
 {
+    for (const char *id : {"never opened", "first", "second", "third"})
+        addDevice(id);
     const Panel panel;
-    searchResult = {foundCamera(text("cam"))};
+    for (const char *id : {"first", "second", "third"})
+        QVERIFY(context->open(text(id)));
+    QTRY_COMPARE(panel.lists().size(), 3);
+    context->close(text("second"));
+    QTRY_VERIFY(!context->device(text("second"))->isOpen());
+    searchResult = {foundCamera(text("found"))};
     context->refreshDevices();
-    QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam]"), text("focus 0 ")}));
+    QTRY_VERIFY(context->device(text("found")));
+    QVERIFY(context->startAcquisition(text("third")));
+    QTRY_COMPARE(panel.lists().mid(3),
+                 QStringList({text("list 1 [] [second first+ third+]"), text("list 1 [] [third+* first+]")}));
 }
 
 void tst_HostContext::eventsWaitForNoSearch()

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void deviceListIsConverted();
     void deviceListOnHostThreadWaitsForTheHandler();
     void unhandledDeviceListReturnsAfterFiveSeconds();
+    void bridgesThatGoReleaseTheHost();
     void languageIndex_data();
     void languageIndex();
     void textsSurvive();
@@ -106,6 +107,34 @@ void tst_HostEventBridges::unhandledDeviceListReturnsAfterFiveSeconds()
     timer.start();
     QVERIFY(raiseOnHostThread([&] { bridge.OnUpdate(1, {}, {}); }, 15000));
     QVERIFY(timer.elapsed() >= 5000);
+}
+
+/// The receiver may still handle the event: its flag outlives the bridge.
+void tst_HostEventBridges::bridgesThatGoReleaseTheHost()
+{
+    auto bridge = std::make_unique<DeviceListUpdate>();
+    std::atomic<bool> queued{false};
+    bool handled = false;
+    connect(bridge.get(), &DeviceListUpdate::updateCams, this,
+            [&](int, const QStringList &, const QStringList &, const QSharedPointer<bool> &flag) {
+                handled = isFinished(*flag);
+            });
+    connect(
+        bridge.get(), &DeviceListUpdate::updateCams, this, [&] { queued = true; }, Qt::DirectConnection);
+    std::thread host([&] { bridge->OnUpdate(1, {}, {"cam"}); });
+    while (!queued)
+        QThread::msleep(1);
+    QElapsedTimer timer;
+    timer.start();
+    bridge.reset();
+    host.join();
+    QVERIFY(timer.elapsed() < 2000);
+    QTRY_VERIFY(handled);
+
+    DeviceListUpdate released;
+    released.release();
+    timer.start();
+    QVERIFY(raiseOnHostThread([&] { released.OnUpdate(1, {}, {}); }));
 }
 
 void tst_HostEventBridges::languageIndex_data()

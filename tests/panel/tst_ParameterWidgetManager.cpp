@@ -11,21 +11,17 @@
 
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeModel.h"
-#include "PanelDescription.h"
-#include "ParamterWidget/ParamterWidget.h"
+#include "ManagerFixture.h"
 #include "ParamterWnd/ParameterWidgetManager.h"
-#include "ParamterWnd/ParamterWnd.h"
 #include "ToolPage/SelectedButton.h"
-#include "support/FakeHostCore.h"
-#include "support/FatalMessages.h"
 
-class tst_ParameterWidgetManager : public QObject
+class tst_ParameterWidgetManager : public ManagerFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { start(); }
+    void cleanup() { end(); }
 
     void listenersAreRegisteredInOrder();
     void focus_data();
@@ -38,93 +34,18 @@ private Q_SLOTS:
     void unlistedCamerasStay();
     void oneKeyForCardAndCamera();
     void areaScanFlag();
-    void pageSets();
     void acquisition_data();
     void acquisition();
     void newPanelsStayHidden();
-    void windowHidesWithBothTabs();
-    void newPanelsTakeTheTabsOver();
     void languageReachesAllPanels();
     void unknownKeysDoNothing();
     void defaultPanelTakesTheStoredLevel();
     void keyboardFocusOutlivesOtherPanels();
     void failingHostNeverKeepsTheHostWaiting();
     void deviceListFromAHostThread();
-
-private:
-    void setCamera(const std::string &key, bool ready);
-    void setCard(const std::string &key, bool open);
-    void sendDeviceList(const std::vector<std::string> &cards, const std::vector<std::string> &cameras, int source = 1);
-    void sendFocus(int type, const std::string &id);
-    QList<ParamterWidget *> panels() const { return m_window->findChildren<ParamterWidget *>(); }
-    ParamterWidget *panelOf(const QString &device, bool card = false) const;
-    /// The device of the visible panel ("" is the default panel), or a text that says why there is none.
-    QString shown() const;
-    FakeHostCore &m_host = FakeHostCore::instance();
-    std::unique_ptr<FatalMessages> m_messages;
-    std::unique_ptr<PanelCamera> m_camera;
-    std::unique_ptr<ParamterWnd> m_window;
+    void listedAgainMeanwhile_data();
+    void listedAgainMeanwhile();
 };
-
-void tst_ParameterWidgetManager::init()
-{
-    m_host.reset();
-    m_messages = std::make_unique<FatalMessages>();
-    m_camera = std::make_unique<PanelCamera>();
-    m_window = std::make_unique<ParamterWnd>();
-    m_window->show();
-}
-
-void tst_ParameterWidgetManager::cleanup()
-{
-    m_window.reset();
-    m_camera.reset();
-    m_messages.reset();
-}
-
-void tst_ParameterWidgetManager::setCamera(const std::string &key, bool ready)
-{
-    m_host.setCameraInfo(key, HostCore::CAM_INFO_OPENED, ready ? "1" : "0");
-    m_host.setCameraInfo(key, HostCore::CAM_INFO_READY, "1");
-    m_host.setNodeMap(HostCore::FOCUS_CAMERA, key, m_camera->map);
-}
-
-void tst_ParameterWidgetManager::setCard(const std::string &key, bool open)
-{
-    m_host.setCardInfo(key, HostCore::CARD_INFO_STATE, "4");
-    m_host.setCardInfo(key, HostCore::CARD_INFO_OPEN, open ? "1" : "0");
-    m_host.setNodeMap(HostCore::FOCUS_CARD, key, m_camera->map);
-}
-
-void tst_ParameterWidgetManager::sendDeviceList(const std::vector<std::string> &cards,
-                                                const std::vector<std::string> &cameras, int source)
-{
-    m_host.listeners.deviceList->OnUpdate(source, cards, cameras);
-}
-
-void tst_ParameterWidgetManager::sendFocus(int type, const std::string &id)
-{
-    m_host.listeners.focus->OnUpdate(static_cast<HostCore::FOCUS_TYPE>(type), id);
-}
-
-ParamterWidget *tst_ParameterWidgetManager::panelOf(const QString &device, bool card) const
-{
-    for (ParamterWidget *panel : panels()) {
-        if (panel->deviceName() == device && panel->isCard() == card)
-            return panel;
-    }
-    return nullptr;
-}
-
-QString tst_ParameterWidgetManager::shown() const
-{
-    QStringList visible;
-    for (ParamterWidget *panel : panels()) {
-        if (panel->isVisible())
-            visible << panel->deviceName();
-    }
-    return visible.size() == 1 ? visible.first() : QStringLiteral("%1 panels are visible").arg(visible.size());
-}
 
 void tst_ParameterWidgetManager::listenersAreRegisteredInOrder()
 {
@@ -250,6 +171,7 @@ void tst_ParameterWidgetManager::removingTheShownPanel()
     QCOMPARE(shown(), QStringLiteral("cam"));
     setCamera("cam", false);
     sendDeviceList({}, {"cam"});
+    QCOMPARE(shown(), QString()); // also before the removed panel is deleted
     QTRY_COMPARE(panels().size(), 1);
     QCOMPARE(shown(), QString());
 }
@@ -298,32 +220,6 @@ void tst_ParameterWidgetManager::areaScanFlag()
     }
 }
 
-/// Hosts name the type codes of cameras with other pages; they count for panels opened from then on, never for cards.
-void tst_ParameterWidgetManager::pageSets()
-{
-    const auto firstPageOf = [this](const std::string &key, const std::string &type) {
-        setCamera(key, true);
-        m_host.setCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE, type);
-        sendDeviceList({}, {key});
-        return panelOf(QString::fromStdString(key))->findChild<QTabWidget *>(QStringLiteral("tabWidget"))->tabText(0);
-    };
-    QCOMPARE(firstPageOf("before", "7"), QStringLiteral("Commom"));
-    m_window->setProperty("profilerTypeCodes", QStringList({QStringLiteral("1"), QStringLiteral("7")}));
-    m_window->setProperty("structuredLightTypeCodes", QStringList({QStringLiteral("1"), QStringLiteral("8")}));
-    for (const auto &[type, page] : {std::pair("7", "Trigger"), std::pair("1", "Trigger"), std::pair("8", "Shoot"),
-                                     std::pair("17", "Commom"), std::pair("5", "Commom")})
-        QCOMPARE(firstPageOf(type, type), QLatin1String(page));
-    QVERIFY(!panelOf(QStringLiteral("7"))->isAreaScan() && !panelOf(QStringLiteral("8"))->isAreaScan());
-    setCard("card", true);
-    m_host.setCameraInfo("card", HostCore::CAM_INFO_TYPE_CODE, "1");
-    sendDeviceList({"card"}, {});
-    QCOMPARE(panelOf(QStringLiteral("card"), true)->findChild<QTabWidget *>(QStringLiteral("tabWidget"))->count(), 3);
-    m_window->setProperty("profilerTypeCodes", QVariant());
-    for (const auto &[key, page] :
-         {std::pair("before", "Commom"), std::pair("after", "Commom"), std::pair("7", "Trigger")})
-        QCOMPARE(firstPageOf(key, "7"), QLatin1String(page));
-}
-
 void tst_ParameterWidgetManager::acquisition_data()
 {
     QTest::addColumn<QList<QByteArray>>("states");
@@ -353,34 +249,6 @@ void tst_ParameterWidgetManager::newPanelsStayHidden()
     sendDeviceList({}, {"cam"});
     m_window->show();
     QCOMPARE(shown(), QString());
-}
-
-void tst_ParameterWidgetManager::windowHidesWithBothTabs()
-{
-    m_window->setPanelWidgetVisiable(false);
-    QVERIFY(m_window->isVisible());
-    m_window->setAllDetailWidgetVisiable(false);
-    QVERIFY(m_window->isHidden());
-    m_window->setPanelWidgetVisiable(true);
-    QVERIFY(m_window->isVisible());
-    m_window->setPanelWidgetVisiable(false);
-    m_window->setAllDetailWidgetVisiable(true);
-    QVERIFY(m_window->isVisible());
-    m_window->setAllDetailWidgetVisiable(false);
-    QVERIFY(m_window->isHidden());
-}
-
-void tst_ParameterWidgetManager::newPanelsTakeTheTabsOver()
-{
-    m_window->setPanelWidgetVisiable(false);
-    setCamera("cam", true);
-    sendDeviceList({}, {"cam"});
-    const auto *tabs = panelOf(QStringLiteral("cam"))->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
-    QCOMPARE(tabs->count(), 1);
-    QCOMPARE(tabs->tabText(0), QStringLiteral("All Attribute"));
-    m_window->setPanelWidgetVisiable(true);
-    QCOMPARE(tabs->count(), 2);
-    QCOMPARE(tabs->tabText(0), QStringLiteral("Common Attribute"));
 }
 
 void tst_ParameterWidgetManager::languageReachesAllPanels()
@@ -488,6 +356,36 @@ void tst_ParameterWidgetManager::deviceListFromAHostThread()
     host.join();
     QVERIFY(inTime);
     QVERIFY(panelOf(QStringLiteral("cam")));
+}
+
+void tst_ParameterWidgetManager::listedAgainMeanwhile_data()
+{
+    QTest::addColumn<QString>("within");
+    QTest::addColumn<bool>("ready");
+    QTest::newRow("while the nodes are asked for") << QStringLiteral("GetAttrNodeMap(3, cam, 3)") << true;
+    QTest::newRow("while the type is asked for") << QStringLiteral("GetCameraInfo(cam, 6)") << true;
+    QTest::newRow("as closed") << QStringLiteral("GetAttrNodeMap(3, cam, 3)") << false;
+}
+
+/// A host may list a camera again before it returns from a call.
+void tst_ParameterWidgetManager::listedAgainMeanwhile()
+{
+    QFETCH(QString, within);
+    QFETCH(bool, ready);
+    setCamera("cam", true);
+    m_host.setCameraInfo("cam", HostCore::CAM_INFO_ACQUISITION, "1");
+    bool listed = false;
+    m_host.setCallHook([&](const QString &line) {
+        if (line != within || std::exchange(listed, true))
+            return;
+        setCamera("cam", ready);
+        sendDeviceList({}, {"cam"});
+    });
+    sendDeviceList({}, {"cam"});
+    QVERIFY(listed);
+    QTRY_COMPARE(panels().size(), ready ? 2 : 1);
+    sendFocus(3, "cam");
+    QCOMPARE(shown(), ready ? QStringLiteral("cam") : QString());
 }
 
 QTEST_MAIN(tst_ParameterWidgetManager)

@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <stdexcept>
+
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QtTest>
+
+#include "CuratedCamera.h"
+#include "FeatureTree/FeatureTreeView.h"
+#include "ParamterWidget/ParamterWidget.h"
+#include "ParamterWnd/ParamterWnd.h"
+#include "ToolPage/SwitchButton.h"
+#include "support/FakeHostCore.h"
+#include "support/FatalMessages.h"
+
+namespace {
+
+/// A camera of each page set and a card, in a window whose host throws out of one of its functions.
+class Panels
+{
+public:
+    explicit Panels(const QString &function);
+    ~Panels() { host.setCallHook({}); }
+
+    void open();
+    /// The panel of a camera, in front; null when there is none.
+    ParamterWidget *show(const QString &device);
+    /// Every control of every camera, every event and every timer.
+    void useAll();
+
+    FakeHostCore &host = FakeHostCore::instance();
+    FatalMessages messages;
+    CuratedCamera areaScan;
+    CuratedCamera profiler{profilerFeatures()};
+    CuratedCamera structuredLight{structuredLightFeatures()};
+    std::unique_ptr<ParamterWnd> window;
+
+private:
+    void useControls(QWidget *panel);
+    void raiseEvents(const std::string &device);
+};
+
+bool isRegistration(const QString &call)
+{
+    return call.startsWith(QLatin1String("Register")) || call.startsWith(QLatin1String("UnRegister"));
+}
+
+const std::vector<std::string> Cameras = {"areaScan", "profiler", "structuredLight"};
+
+Panels::Panels(const QString &function)
+{
+    messages.allow(QStringLiteral("^This plugin does not support"));
+    host.reset();
+    GenApi::INodeMap *const maps[] = {areaScan.map, profiler.map, structuredLight.map};
+    for (std::size_t camera = 0; camera < Cameras.size(); ++camera) {
+        for (int item : {HostCore::CAM_INFO_OPENED, HostCore::CAM_INFO_READY})
+            host.setCameraInfo(Cameras[camera], item, "1");
+        host.setCameraInfo(Cameras[camera], HostCore::CAM_INFO_TYPE_CODE, Cameras[camera]);
+        host.setNodeMap(HostCore::FOCUS_CAMERA, Cameras[camera], maps[camera]);
+    }
+    host.setNodeValue("areaScan", "Width", "1280");
+    host.setNodeValue("areaScan", "Height", "1024");
+    host.setNodeValue("structuredLight", "Left2DImage", "True");
+    host.setCardInfo("card", HostCore::CARD_INFO_STATE, "4");
+    host.setCardInfo("card", HostCore::CARD_INFO_OPEN, "1");
+    host.setNodeMap(HostCore::FOCUS_CARD, "card", areaScan.map);
+    host.setCallHook([start = function + QLatin1Char('(')](const QString &line) {
+        if (line.startsWith(start))
+            throw std::runtime_error("no host");
+    });
+    window = std::make_unique<ParamterWnd>();
+    window->setProperty("profilerTypeCodes", QStringList(QStringLiteral("profiler")));
+    window->setProperty("structuredLightTypeCodes", QStringList(QStringLiteral("structuredLight")));
+    window->show();
+}
+
+void Panels::open()
+{
+    if (!host.listeners.deviceList)
+        return;
+    host.listeners.deviceList->OnUpdate(1, {"card"}, {});
+    host.listeners.deviceList->OnUpdate(1, {"card"}, Cameras);
+}
+
+ParamterWidget *Panels::show(const QString &device)
+{
+    if (host.listeners.focus)
+        host.listeners.focus->OnUpdate(HostCore::FOCUS_CAMERA, device.toStdString());
+    for (ParamterWidget *panel : window->findChildren<ParamterWidget *>()) {
+        if (panel->deviceName() == device && !panel->isHidden())
+            return panel;
+    }
+    return nullptr;
+}
+
+void Panels::useControls(QWidget *panel)
+{
+    for (QTabWidget *tabs : panel->findChildren<QTabWidget *>()) {
+        for (int tab = 0; tab < tabs->count(); ++tab)
+            tabs->setCurrentIndex(tab);
+    }
+    for (QAbstractButton *button : panel->findChildren<QAbstractButton *>())
+        button->click();
+    for (SwitchButton *button : panel->findChildren<SwitchButton *>())
+        button->click(); // off again
+    for (QComboBox *list : panel->findChildren<QComboBox *>())
+        list->setCurrentIndex((list->currentIndex() + 1) % qMax(1, list->count()));
+    for (QAbstractSpinBox *spinBox : panel->findChildren<QAbstractSpinBox *>()) {
+        spinBox->stepUp();
+        Q_EMIT spinBox->editingFinished();
+    }
+}
+
+void Panels::useAll()
+{
+    for (const std::string &camera : Cameras) {
+        if (ParamterWidget *const panel = show(QString::fromStdString(camera))) {
+            useControls(panel);
+            raiseEvents(camera);
+            panel->onTriggerTimeout();
+            panel->onRealUpdateTimerTimeout();
+        }
+    }
+}
+
+void Panels::raiseEvents(const std::string &device)
+{
+    int region = 1;
+    bool status = true;
+    for (const char *acquisition : {"1", "0"}) {
+        host.setCameraInfo(device, HostCore::CAM_INFO_ACQUISITION, acquisition);
+        if (host.listeners.deviceList)
+            host.listeners.deviceList->OnUpdate(1, {}, {device});
+    }
+    if (host.listeners.roi)
+        host.listeners.roi->OnUpdate(device, 0, 0, 64, 64, 1, region, status, 0, 0);
+    if (host.listeners.import)
+        host.listeners.import->OnUpdate(device);
+    if (host.listeners.language)
+        host.listeners.language->OnUpdate("Chinese");
+}
+
+} // namespace
+
+/// No exception of the host leaves the panel, and it costs no more than the call that it came from.
+class tst_ThrowingHost : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothingLeavesThePanel_data();
+    void nothingLeavesThePanel();
+    void refusedWritesRollBack();
+
+private:
+    static void checkTree(const ParamterWidget *panel, const QString &function);
+};
+
+void tst_ThrowingHost::nothingLeavesThePanel_data()
+{
+    QTest::addColumn<QString>("function");
+    for (const char *kind : {"DeviceList", "Focus", "Lang", "ROI", "ImageMode", "Import"}) {
+        for (const char *action : {"Register", "UnRegister"}) {
+            const QByteArray function = QByteArray(action) + kind + "UpdateListener";
+            QTest::newRow(function.constData()) << QString::fromLatin1(function);
+        }
+    }
+    for (const char *function :
+         {"GetCameraInfo", "SetCameraInfo", "GetCardInfo", "GetParamterInfo", "SetParamterInfo", "GetAttrNodeMap",
+          "GetCameraNodeValue", "SetCameraNodeValue", "DrawROI", "RomoveROI", "SetROIPos", "StartGrab",
+          "SetCameraImageMode", "SetSLImageShowMode", "NotifyCorrection", "VLogInfo"})
+        QTest::newRow(function) << QString::fromLatin1(function);
+}
+
+void tst_ThrowingHost::nothingLeavesThePanel()
+{
+    QFETCH(QString, function);
+    try {
+        Panels panels(function);
+        panels.areaScan.port.writeFault = MemoryPort::Fault::Refused;
+        panels.open();
+        checkTree(panels.show(QStringLiteral("areaScan")), function);
+        if (!isRegistration(function))
+            panels.useAll();
+        panels.window.reset();
+        QVERIFY2(!panels.host.callsTo(function).isEmpty(), "the panel never called it");
+        const QStringList calls = panels.host.calls();
+        QCOMPARE(int(std::count_if(calls.begin(), calls.end(), isRegistration)), 12);
+    } catch (const std::exception &) {
+        QFAIL("the exception left the panel");
+    }
+}
+
+/// The tree is there and can be filtered.
+void tst_ThrowingHost::checkTree(const ParamterWidget *panel, const QString &function)
+{
+    const QStringList needed = {QStringLiteral("GetCameraInfo"), QStringLiteral("RegisterDeviceListUpdateListener"),
+                                QStringLiteral("RegisterFocusUpdateListener")};
+    QCOMPARE(panel == nullptr, needed.contains(function));
+    if (!panel)
+        return;
+    const auto *const view = panel->findChild<FeatureTreeView *>();
+    QCOMPARE(view->model() == nullptr, function == QStringLiteral("GetAttrNodeMap"));
+    if (!view->model())
+        return;
+    const auto isShown = [view](const char *feature) {
+        const QModelIndexList found = view->model()->match(view->model()->index(0, 0), Qt::DisplayRole,
+                                                           QLatin1String(feature), 1, Qt::MatchRecursive);
+        return !found.isEmpty() && !view->isRowHidden(found.first().row(), found.first().parent());
+    };
+    QVERIFY(isShown("ExposureTime"));
+    panel->findChild<QLineEdit *>(QStringLiteral("edit_search"))->setText(QStringLiteral("Width"));
+    QVERIFY(isShown("Width") && !isShown("ExposureTime"));
+}
+
+/// A refusal is reported and rolled back, also when the report is what fails.
+void tst_ThrowingHost::refusedWritesRollBack()
+{
+    Panels panels(QStringLiteral("VLogInfo"));
+    panels.open();
+    ParamterWidget *const panel = panels.show(QStringLiteral("areaScan"));
+    auto *const field = panel->findChild<QWidget *>(QStringLiteral("Width"))->findChild<QSpinBox *>();
+    const int before = field->value();
+    panels.areaScan.port.writeFault = MemoryPort::Fault::Refused;
+    panels.host.clearCalls();
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("640"));
+    QTest::keyClick(field, Qt::Key_Return);
+    QCOMPARE(panels.host.callsTo(QStringLiteral("VLogInfo")).size(), 1);
+    QCOMPARE(field->value(), before);
+}
+
+QTEST_MAIN(tst_ThrowingHost)
+#include "tst_ThrowingHost.moc"
