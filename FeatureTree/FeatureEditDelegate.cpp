@@ -52,6 +52,14 @@ void logGenICam(const GenICam::GenericException &error)
     logFault(error.GetDescription());
 }
 
+/// Whether the widget or one that it lies in is painting itself: a tree whose rows have changed lays itself out then.
+bool isBeingPainted(const QWidget *widget)
+{
+    while (widget && !widget->testAttribute(Qt::WA_WState_InPaintEvent))
+        widget = widget->parentWidget();
+    return widget;
+}
+
 /// What closes an editor whose mask is not filled up; Qt leaves those keys to a validator.
 QAbstractItemDelegate::EndEditHint closingHint(int key)
 {
@@ -190,7 +198,10 @@ void FeatureEditDelegate::updateEditorGeometry(QWidget *editor, const QStyleOpti
                                                const QModelIndex &) const
 {
     editor->setGeometry(viewItem.rect);
-    editor->repaint();
+    if (isBeingPainted(editor))
+        editor->update();
+    else
+        editor->repaint();
 }
 
 QString FeatureEditDelegate::displayText(const QVariant &value, const QLocale &locale) const
