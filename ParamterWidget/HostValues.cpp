@@ -37,6 +37,7 @@ QString HostValues::readNode(const PanelContext &context, const char *feature, c
 void HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
 {
     guarded(Module, [&] { HostCore::SetCameraNodeValue(context.deviceKey(), feature, value.toStdString()); });
+    context.written();
 }
 
 QString HostValues::readSetting(const PanelContext &context, HostCore::CAM_INFO item)

@@ -101,6 +101,7 @@ ParamterWidget::ParamterWidget(QWidget *parent)
 {
     m_unplacedControls->hide();
     m_ui->setupUi(this);
+    m_context.written = [tree = m_ui->widget_featrue] { tree->followDevice(); };
     m_context.toolBoxes = {m_ui->firstToolBox, m_ui->secondToolBox, m_ui->thirdToolBox, m_ui->fourthToolBox};
     m_attributeTab = std::make_unique<AttributeTab>(m_context, *m_ui, m_descriptionPane);
 
@@ -254,6 +255,8 @@ void ParamterWidget::buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INo
         for (ToolPageWidgetItem *row : PageBuilder(m_context, this, nodeMap).build(tab, toolBox)) {
             connect(row, &ToolPageWidgetItem::itemClicked, this, &ParamterWidget::onToolPageWidgetItemClicked);
             connect(row, &ToolPageWidgetItem::itemFocused, this, &ParamterWidget::onToolPageWidgetItemClicked);
+            connect(row, &ToolPageWidgetItem::valueChanged, this, [this] { m_context.written(); });
+            connect(row, &ToolPageWidgetItem::commandExecuted, this, [this] { m_context.written(); });
         }
     });
 }
@@ -319,6 +322,7 @@ void ParamterWidget::setParamterViewDisable()
 
 void ParamterWidget::updateWidget(bool)
 {
+    m_context.written();
     guarded(Module, [this] { m_context.refreshPages(); });
     if (followsProfiler())
         guarded(Module, [this] { m_profiler->show(); });
@@ -361,6 +365,7 @@ int ParamterWidget::getCameraNodeInfo(QString nodeName, int &value, int &min, in
 
 int ParamterWidget::setCameraNodeValue(QString nodeName, int value)
 {
+    m_context.written();
     return SetCameraIntNodeValue(m_context.deviceName, nodeName, value);
 }
 

@@ -20,6 +20,7 @@ UserSets::UserSets(PanelContext &context, QWidget *controlsParent)
 void UserSets::load() const
 {
     HostCore::SetCameraNodeValue(m_context.deviceKey(), "UserSetLoad", std::string());
+    m_context.written();
     m_context.refreshPages();
 }
 
