@@ -345,8 +345,10 @@ void tst_AttributeTab::followsThePages_data()
     row("an import", PageSet::AreaScan, [](CuratedPanel &panel) { panel.panel->updateWidget(true); });
     row("an image that is sent", PageSet::StructuredLight,
         [](CuratedPanel &panel) { panel.panel->on2DGrabOutputChanged(0, true); });
-    row("interlocked writes", PageSet::Profiler,
-        [](CuratedPanel &panel) { panel.panel->onFrameTriggerSourceChanged(); });
+    row("interlocked writes", PageSet::Profiler, [](CuratedPanel &panel) {
+        auto *const mode = panel.editor<QComboBox>("TriggerMode");
+        mode->setCurrentIndex(1 - mode->currentIndex());
+    });
 }
 
 /// What is switched on the curated pages shows in the tree as soon as it is seen.
@@ -367,11 +369,12 @@ void tst_AttributeTab::followsThePages()
         const QModelIndex root = tree->model()->index(0, 0);
         return tree->isRowHidden(tree->model()->rowCount(root) - 1, root);
     };
-    QCoreApplication::processEvents();
+    auto *const tabs = curated.panel->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
+    tabs->setCurrentIndex(1); // what opening has written is followed
+    tabs->setCurrentIndex(0);
     QVERIFY(!isHidden());
     curated.camera.port.poke(curated.camera.address("Switch"), 0);
     action(curated);
-    auto *const tabs = curated.panel->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
     tabs->setCurrentIndex(1);
     QVERIFY(tree->isVisible());
     QCOMPARE(isHidden(), follows);
