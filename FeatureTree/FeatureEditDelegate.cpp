@@ -12,6 +12,7 @@
 
 #include "FeatureTree/FeatureEditors.h"
 #include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/FloatText.h"
 #include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
@@ -123,12 +124,18 @@ void FeatureEditDelegate::paint(QPainter *painter, const QStyleOptionViewItem &v
                         true, grayText(itemAt(index)->data(index.column())), QPalette::Text);
 }
 
-/// A command's button is transparent, so the text of a cell is left out while its editor is open.
+/// A command's button is transparent, so the text of a cell is left out while its editor is open. Numbers have no group
+/// signs, as number fields take none. What stands in the cell is compared, since asking again would read the device.
 void FeatureEditDelegate::initStyleOption(QStyleOptionViewItem *viewItem, const QModelIndex &index) const
 {
+    viewItem->locale.setNumberOptions(viewItem->locale.numberOptions() | QLocale::OmitGroupSeparator);
     QStyledItemDelegate::initStyleOption(viewItem, index);
+    const TreeItem *item = itemAt(index);
+    const QVariant value = item ? item->storedData(index.column()) : QVariant();
     if (view && view->indexWidget(index))
         viewItem->text.clear();
+    else if (value.userType() == QMetaType::Double && viewItem->text == displayText(value, viewItem->locale))
+        viewItem->text = floatText(value.toDouble(), viewItem->locale);
 }
 
 bool FeatureEditDelegate::isEditable(const QModelIndex &index) const
