@@ -53,6 +53,17 @@ void logGenICam(const GenICam::GenericException &error)
     logFault(error.GetDescription());
 }
 
+/// Addresses are shown for editing and never written: one line for each edit tells so.
+void logDiscarded(QWidget *editor, EditorKind kind, const QString &name)
+{
+    auto *line = qobject_cast<QLineEdit *>(editor);
+    if (!line || !line->isModified() || (kind != EditorKind::MacMask && kind != EditorKind::Ipv4Mask))
+        return;
+    line->setModified(false);
+    const QString text = QStringLiteral("%1: addresses are not written, \"%2\" is discarded").arg(name, line->text());
+    logFault(text.toUtf8().constData());
+}
+
 /// Whether the widget or one that it lies in is painting itself: a tree whose rows have changed lays itself out then.
 bool isBeingPainted(const QWidget *widget)
 {
@@ -194,8 +205,13 @@ void FeatureEditDelegate::setEditorData(QWidget *editor, const QModelIndex &inde
 void FeatureEditDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
     QVariant value;
-    if (GenApi::INode *node = nodeAt(index))
-        guardNode([&] { value = FeatureEditors::value(editor, FeatureKinds::editorKind(node)); });
+    if (GenApi::INode *node = nodeAt(index)) {
+        guardNode([&] {
+            const EditorKind kind = FeatureKinds::editorKind(node);
+            value = FeatureEditors::value(editor, kind);
+            logDiscarded(editor, kind, FeatureKinds::nodeName(node));
+        });
+    }
     if (value == editor->property(loadedValue))
         value.clear();
     model->setData(index, value, Qt::EditRole);

@@ -171,12 +171,22 @@ void tst_FeatureEditDelegate::maskedEditors()
     QFETCH(QString, typed);
     QFETCH(int, address);
     QFETCH(quint64, written);
+    const QString hex = QStringLiteral("HHHHHHHHHHHHHHHH");
     auto *line = openAs<QLineEdit>(name);
     QVERIFY(line);
     QCOMPARE(line->inputMask(), mask);
     QCOMPARE(line->text(), text);
-    line->setText(typed);
     delegate->setModelData(line, model.get(), cell(name));
+    QCOMPARE(FakeHostCore::instance().calls(), QStringList());
+    line->selectAll();
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClicks(line, typed);
+    delegate->setModelData(line, model.get(), cell(name));
+    delegate->setModelData(line, model.get(), cell(name)); // once more when the editor closes
+    const QString discarded = QStringLiteral("VLogInfo(FeatureEditDelegate, %1: addresses are not written, \"%2\" is "
+                                             "discarded, 0)")
+                                  .arg(QString::fromUtf8(name), line->text());
+    QCOMPARE(FakeHostCore::instance().calls(), mask == hex ? QStringList() : QStringList(discarded));
     const int length = address == TestCamera::Mask || address == TestCamera::Address4 ? 4 : 8;
     QCOMPARE(quint64(camera->port.peek(address, length)), written);
 }
