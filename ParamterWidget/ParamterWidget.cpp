@@ -173,6 +173,8 @@ void ParamterWidget::connectControls()
     connect(m_ui->edit_search, &QLineEdit::textChanged, this, &ParamterWidget::on_filter_changed);
     connect(m_ui->cboboxLevel, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &ParamterWidget::on_filter_changed);
+    connect(m_ui->cboboxLevel, qOverload<int>(&QComboBox::activated), this,
+            [this] { guarded(Module, [this] { m_attributeTab->chooseLevel(); }); });
     connect(m_ui->toolButton, &QToolButton::clicked, this, &ParamterWidget::onCollapseButtonClicked);
     connect(m_ui->widget_featrue, &FeatureTreeView::SigSelectItem, this, &ParamterWidget::onSigSelectItemClick);
 
@@ -382,7 +384,10 @@ void ParamterWidget::on_filter_changed()
 
 void ParamterWidget::onSigSelectItemClick(QModelIndex index)
 {
-    guarded(Module, [&] { m_attributeTab->describe(index); });
+    guarded(Module, [&] {
+        if (m_attributeTab->describe(index))
+            m_context.selectedRow = nullptr;
+    });
 }
 
 void ParamterWidget::onTriggerSwitchButtonClicked()

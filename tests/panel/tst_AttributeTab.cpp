@@ -31,6 +31,8 @@ private Q_SLOTS:
     void levelTexts();
     void opensWithTheStoredLevel();
     void choosingALevel();
+    void languageKeepsTheLevel();
+    void languageKeepsTheDescription();
     void searchUnfoldsLevelDoesNot();
     void withoutNodeMapOnlyTheLevelIsStored();
     void cardsAskForTheirOwnNodeMap();
@@ -196,6 +198,52 @@ void tst_AttributeTab::choosingALevel()
     m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "0");
     m_panel->updateAttributeLevel();
     QCOMPARE(shownFeatures(), beginnerFeatures);
+}
+
+/// New texts select the first level without a choice: neither the tree nor the host follows it, unless it is chosen.
+void tst_AttributeTab::languageKeepsTheLevel()
+{
+    const auto stored = [this] { return m_host.paramterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL); };
+    open("2");
+    m_panel->retranslate(1);
+    QCOMPARE(m_level->currentIndex(), 0);
+    m_search->setText(QStringLiteral("s"));
+    QCOMPARE(stored(), std::string("2"));
+    QCOMPARE(m_level->currentIndex(), 2);
+    QVERIFY(shownFeatures().contains(QStringLiteral("Secret")));
+
+    m_panel->retranslate(0);
+    Q_EMIT m_level->activated(0);
+    QCOMPARE(stored(), std::string("0"));
+    QVERIFY(!shownFeatures().contains(QStringLiteral("Secret")));
+    m_search->clear();
+    QCOMPARE(stored(), std::string("0"));
+
+    m_panel->retranslate(1);
+    m_level->setCurrentIndex(1);
+    m_search->setText(QStringLiteral("gam"));
+    QCOMPARE(stored(), std::string("1"));
+}
+
+/// What was selected last is described, in the language of the panel where there is one.
+void tst_AttributeTab::languageKeepsTheDescription()
+{
+    m_messages.reset();
+    CuratedPanel curated;
+    auto *const tree = curated.panel->findChild<FeatureTreeView *>();
+    auto *const pane = curated.panel->findChild<QTextBrowser *>();
+    ToolPageWidgetItem *const row = curated.row("Gain Auto");
+    QVERIFY(row);
+    Q_EMIT row->itemClicked();
+    tree->setCurrentIndex(tree->model()->index(0, 0, tree->model()->index(0, 0)));
+    const QString feature = pane->toPlainText();
+    QVERIFY2(feature.startsWith(QStringLiteral("AcquisitionFrameRateEnable")), qPrintable(feature));
+    curated.panel->retranslate(1);
+    QCOMPARE(pane->toPlainText(), feature);
+    Q_EMIT row->itemClicked();
+    QCOMPARE(pane->toPlainText(), row->getDescription(1));
+    curated.panel->retranslate(0);
+    QCOMPARE(pane->toPlainText(), row->getDescription(0));
 }
 
 void tst_AttributeTab::searchUnfoldsLevelDoesNot()
