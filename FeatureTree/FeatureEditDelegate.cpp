@@ -12,6 +12,7 @@
 
 #include "FeatureTree/FeatureEditors.h"
 #include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/FloatText.h"
 #include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
@@ -50,6 +51,25 @@ void logFault(const char *message)
 void logGenICam(const GenICam::GenericException &error)
 {
     logFault(error.GetDescription());
+}
+
+/// Addresses are shown for editing and never written: one line for each edit tells so.
+void logDiscarded(QWidget *editor, EditorKind kind, const QString &name)
+{
+    auto *line = qobject_cast<QLineEdit *>(editor);
+    if (!line || !line->isModified() || (kind != EditorKind::MacMask && kind != EditorKind::Ipv4Mask))
+        return;
+    line->setModified(false);
+    const QString text = QStringLiteral("%1: addresses are not written, \"%2\" is discarded").arg(name, line->text());
+    logFault(text.toUtf8().constData());
+}
+
+/// Whether the widget or one that it lies in is painting itself: a tree whose rows have changed lays itself out then.
+bool isBeingPainted(const QWidget *widget)
+{
+    while (widget && !widget->testAttribute(Qt::WA_WState_InPaintEvent))
+        widget = widget->parentWidget();
+    return widget;
 }
 
 /// What closes an editor whose mask is not filled up; Qt leaves those keys to a validator.
@@ -115,12 +135,18 @@ void FeatureEditDelegate::paint(QPainter *painter, const QStyleOptionViewItem &v
                         true, grayText(itemAt(index)->data(index.column())), QPalette::Text);
 }
 
-/// A command's button is transparent, so the text of a cell is left out while its editor is open.
+/// A command's button is transparent, so the text of a cell is left out while its editor is open. Numbers have no group
+/// signs, as number fields take none. What stands in the cell is compared, since asking again would read the device.
 void FeatureEditDelegate::initStyleOption(QStyleOptionViewItem *viewItem, const QModelIndex &index) const
 {
+    viewItem->locale.setNumberOptions(viewItem->locale.numberOptions() | QLocale::OmitGroupSeparator);
     QStyledItemDelegate::initStyleOption(viewItem, index);
+    const TreeItem *item = itemAt(index);
+    const QVariant value = item ? item->storedData(index.column()) : QVariant();
     if (view && view->indexWidget(index))
         viewItem->text.clear();
+    else if (value.userType() == QMetaType::Double && viewItem->text == displayText(value, viewItem->locale))
+        viewItem->text = floatText(value.toDouble(), viewItem->locale);
 }
 
 bool FeatureEditDelegate::isEditable(const QModelIndex &index) const
@@ -179,8 +205,13 @@ void FeatureEditDelegate::setEditorData(QWidget *editor, const QModelIndex &inde
 void FeatureEditDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
     QVariant value;
-    if (GenApi::INode *node = nodeAt(index))
-        guardNode([&] { value = FeatureEditors::value(editor, FeatureKinds::editorKind(node)); });
+    if (GenApi::INode *node = nodeAt(index)) {
+        guardNode([&] {
+            const EditorKind kind = FeatureKinds::editorKind(node);
+            value = FeatureEditors::value(editor, kind);
+            logDiscarded(editor, kind, FeatureKinds::nodeName(node));
+        });
+    }
     if (value == editor->property(loadedValue))
         value.clear();
     model->setData(index, value, Qt::EditRole);
@@ -190,7 +221,10 @@ void FeatureEditDelegate::updateEditorGeometry(QWidget *editor, const QStyleOpti
                                                const QModelIndex &) const
 {
     editor->setGeometry(viewItem.rect);
-    editor->repaint();
+    if (isBeingPainted(editor))
+        editor->update();
+    else
+        editor->repaint();
 }
 
 QString FeatureEditDelegate::displayText(const QVariant &value, const QLocale &locale) const

@@ -56,7 +56,8 @@ void logGenICam(const GenICam::GenericException &error)
 } // namespace
 
 FeatureTreeView::FeatureTreeView(QWidget *parent)
-    : QTreeView(parent), refreshTimer(new QTimer(this)), delegate(new FeatureEditDelegate(this))
+    : QTreeView(parent), refreshTimer(new QTimer(this)), passTimer(new QTimer(this)),
+      delegate(new FeatureEditDelegate(this))
 {
     setSelectionBehavior(SelectRows);
     setItemDelegateForColumn(valueColumn, delegate);
@@ -65,8 +66,11 @@ FeatureTreeView::FeatureTreeView(QWidget *parent)
 
     connect(refreshTimer, &QTimer::timeout, this, [this] { viewport()->update(); });
     refreshTimer->start(refreshMs);
+    passTimer->setSingleShot(true);
+    connect(passTimer, &QTimer::timeout, this, &FeatureTreeView::updateDueVisibility);
     connect(delegate, &FeatureEditDelegate::CommandClicked, this, &FeatureTreeView::onCommandClicked);
     connect(this, &QTreeView::expanded, this, &FeatureTreeView::onExpanded);
+    connect(this, &QTreeView::collapsed, this, &FeatureTreeView::onCollapsed);
 
     header()->setSectionResizeMode(QHeaderView::Fixed);
     header()->setStretchLastSection(false);
@@ -92,8 +96,7 @@ void FeatureTreeView::SetFilter(const int &level, const QString &filter)
 {
     visibilityLevel = level;
     filterText = filter;
-    if (model())
-        updateViewItemVisiable(model()->index(0, 0));
+    updateAllVisibility();
 }
 
 void FeatureTreeView::filterExpanded(int depth, int level, const QString &filter)
@@ -104,6 +107,31 @@ void FeatureTreeView::filterExpanded(int depth, int level, const QString &filter
     SetFilter(level, filter);
 }
 
+void FeatureTreeView::updateAllVisibility()
+{
+    isPassDue = false;
+    if (model())
+        updateViewItemVisiable(model()->index(0, 0));
+}
+
+void FeatureTreeView::updateDueVisibility()
+{
+    if (isPassDue && isVisible())
+        updateAllVisibility();
+}
+
+void FeatureTreeView::followDevice()
+{
+    isPassDue = true;
+    passTimer->start();
+}
+
+void FeatureTreeView::showEvent(QShowEvent *event)
+{
+    updateDueVisibility();
+    QTreeView::showEvent(event);
+}
+
 void FeatureTreeView::updateViewItemVisiable(const QModelIndex &parent)
 {
     if (delegate->dataDisabled || !itemAt(parent))
@@ -111,6 +139,7 @@ void FeatureTreeView::updateViewItemVisiable(const QModelIndex &parent)
     VisibilityPass pass{visibilityLevel, filterText, {}};
     const QModelIndex row = parent.siblingAtColumn(nameColumn);
     hideRow(row.row(), row.parent(), hideRowsOf(row, pass));
+    leaveVanishedRow();
 }
 
 /// Shows and hides the rows under `parent`; true if all are hidden then, and so their parent is to be.
@@ -142,6 +171,57 @@ void FeatureTreeView::onExpanded(const QModelIndex &index)
         expansion = Expanded;
 }
 
+/// Folding is a click elsewhere, which ends an edit. The pass after the write waits: the signal's index is a part of
+/// the layout.
+void FeatureTreeView::onCollapsed()
+{
+    const QScopedValueRollback<bool> folding(isFolding, true);
+    QWidget *editor = openEditor();
+    if (editor && nearestShown(currentIndex()) != currentIndex())
+        commitData(editor);
+    leaveVanishedRow();
+}
+
+QWidget *FeatureTreeView::openEditor() const
+{
+    return indexWidget(currentIndex().siblingAtColumn(valueColumn));
+}
+
+/// What was being typed in a row that is gone is dropped, since it cannot be written any more. The keyboard, also while
+/// another window is in front, goes on in the nearest row.
+void FeatureTreeView::leaveVanishedRow()
+{
+    const QModelIndex row = nearestShown(currentIndex());
+    if (row == currentIndex())
+        return;
+    const QWidget *focus = window()->focusWidget();
+    const bool hasKeyboard = focus && (focus == this || isAncestorOf(focus));
+    if (QWidget *editor = openEditor())
+        closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+    if (hasKeyboard)
+        setCurrentIndex(row.siblingAtColumn(nameColumn));
+}
+
+/// The cell itself if its row is shown, else the folded category that it is in, or the nearest row beside it or beside
+/// the category that vanished with it.
+QModelIndex FeatureTreeView::nearestShown(const QModelIndex &cell) const
+{
+    if (!cell.isValid())
+        return cell;
+    const QModelIndex parent = cell.parent();
+    const QModelIndex shownParent = nearestShown(parent);
+    if (shownParent != parent || (parent.isValid() && !isExpanded(parent)))
+        return shownParent;
+    for (int distance = 0; distance < model()->rowCount(parent); ++distance) {
+        for (const int row : {cell.row() + distance, cell.row() - distance}) {
+            const QModelIndex nearby = cell.sibling(row, cell.column());
+            if (nearby.isValid() && !isRowHidden(row, parent))
+                return nearby;
+        }
+    }
+    return {};
+}
+
 void FeatureTreeView::expandAll()
 {
     expansion = Expanding;
@@ -161,7 +241,7 @@ void FeatureTreeView::updateAfterExpanding()
     const bool hasOpened = expansion == Expanded;
     expansion = Idle;
     if (hasOpened)
-        updateViewItemVisiable(model()->index(0, 0));
+        updateAllVisibility();
 }
 
 void FeatureTreeView::setViewDataDisable()
@@ -171,12 +251,12 @@ void FeatureTreeView::setViewDataDisable()
 
 void FeatureTreeView::onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &, const QVector<int> &)
 {
-    GenApi::INode *node = delegate->dataDisabled ? nullptr : nodeAt(topLeft);
-    bool isSelector = false;
-    if (node)
-        guardNode([&] { isSelector = node->GetPrincipalInterfaceType() == GenApi::intfIEnumeration; });
-    if (isSelector)
-        updateViewItemVisiable(currentIndex().parent());
+    if (!nodeAt(topLeft))
+        return;
+    if (isFolding)
+        followDevice();
+    else
+        updateAllVisibility();
 }
 
 void FeatureTreeView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
@@ -238,9 +318,15 @@ QModelIndex FeatureTreeView::moveCursor(CursorAction action, Qt::KeyboardModifie
     return index.siblingAtColumn(valueColumn);
 }
 
+void FeatureTreeView::focusInEvent(QFocusEvent *event)
+{
+    leaveVanishedRow();
+    QTreeView::focusInEvent(event);
+}
+
 void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
 {
-    const bool hadFocus = editor && editor->hasFocus();
+    const bool hadFocus = editor && editor == window()->focusWidget();
     QTreeView::closeEditor(editor, hint);
     if (hadFocus && state() != EditingState)
         setFocus(Qt::OtherFocusReason);
@@ -251,6 +337,7 @@ void FeatureTreeView::onCommandClicked()
     static bool commandBusy = false;
     if (commandBusy || delegate->dataDisabled)
         return;
+    const QPointer<FeatureTreeView> self(this);
     GenApi::INode *node = nodeAt(currentIndex());
     guardNode(
         [&] {
@@ -266,6 +353,8 @@ void FeatureTreeView::onCommandClicked()
             runCommand(name, node);
         },
         logGenICam, logFault);
+    if (self)
+        followDevice();
 }
 
 /// A reset goes through the host, which loses the device by it. The host and whoever hears of a command may close the

@@ -50,13 +50,19 @@ Q_SIGNALS:
     void triggerModeChanged();
 
 public Q_SLOTS:
+    /// Something was written or executed beside this view, which may switch features: one pass over all rows follows
+    /// for all such calls in one turn of the event loop, at the latest when the view is shown. What is written in the
+    /// view itself is followed at once.
+    void followDevice();
     void onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QVector<int> &roles);
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     int sizeHintForColumn(int column) const override;
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
@@ -64,13 +70,22 @@ private:
     bool hideRowsOf(const QModelIndex &parent, VisibilityPass &pass);
     void hideRow(int row, const QModelIndex &parent, bool hide);
     void onExpanded(const QModelIndex &index);
+    void onCollapsed();
+    QWidget *openEditor() const;
+    void leaveVanishedRow();
+    QModelIndex nearestShown(const QModelIndex &cell) const;
     void updateAfterExpanding();
+    void updateAllVisibility();
+    void updateDueVisibility();
     void onCommandClicked();
     void runCommand(const QString &name, GenApi::INode *node);
 
     QTimer *refreshTimer;
+    QTimer *passTimer; ///< to the end of the turn of the event loop in which a pass became due
     FeatureEditDelegate *delegate;
     int visibilityLevel = 0;
     QString filterText;
+    bool isPassDue = false;
+    bool isFolding = false;
     enum { Idle, Expanding, Expanded } expansion = Idle; ///< of many rows at once, and whether one has opened
 };

@@ -5,6 +5,7 @@
 
 #include "FeatureTree/FeatureEditDelegate.h"
 #include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/FloatText.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "FeatureTree/VisibilityPass.h"
@@ -35,10 +36,10 @@ QString shownText(const TreeModel &model, const QModelIndex &cell)
 {
     const QVariant shown = model.data(cell);
     const QVariant value = shown.isValid() ? shown : model.getItem(cell)->data(cell.column());
-    const bool isGrayNumber = !shown.isValid() && value.userType() == QMetaType::Double;
-    const QString text =
-        isGrayNumber ? QString::number(static_cast<double>(value.toFloat()), 'f', 3) : value.toString();
-    return text.simplified();
+    if (value.userType() != QMetaType::Double)
+        return value.toString().simplified();
+    return shown.isValid() ? floatText(value.toDouble())
+                           : QString::number(static_cast<double>(value.toFloat()), 'f', 3);
 }
 
 class Dump

@@ -58,10 +58,7 @@ void AttributeTab::build(GenApi::INodeMap *nodeMap)
 {
     if (m_context.disabled)
         return;
-    {
-        const QSignalBlocker blocker(m_form.cboboxLevel);
-        m_form.cboboxLevel->setCurrentIndex(storedLevel());
-    }
+    showStoredLevel();
     GenApi::NodeList_t nodes;
     nodeMap->GetNodes(nodes);
     const QStringList headers = {QCoreApplication::translate("ParamterWidget", "Feature"),
@@ -80,6 +77,9 @@ void AttributeTab::build(GenApi::INodeMap *nodeMap)
 
 void AttributeTab::filter(bool searching)
 {
+    if (searching && m_isLevelReset)
+        showStoredLevel();
+    m_isLevelReset = false;
     const std::string level = std::to_string(m_form.cboboxLevel->currentIndex());
     callHost<HostCore::SetParamterInfo>(Module, HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, level);
     if (!m_model || m_context.disabled || !m_context.nodeMap())
@@ -92,28 +92,50 @@ void AttributeTab::filter(bool searching)
     applyFilter();
 }
 
+void AttributeTab::chooseLevel()
+{
+    if (m_isLevelReset)
+        filter(false);
+}
+
 void AttributeTab::toggleFolding()
 {
     setFolded(!isFolded());
 }
 
-void AttributeTab::describe(const QModelIndex &index)
+bool AttributeTab::describe(const QModelIndex &index)
 {
     if (!m_model || m_context.disabled || index.model() != m_model.get())
-        return;
-    if (GenApi::INode *const node = m_model->getItem(index)->GetFeaturePtr())
+        return false;
+    GenApi::INode *const node = m_model->getItem(index)->GetFeaturePtr();
+    if (node)
         m_descriptionPane->setText(featureDescription(node));
+    return node;
 }
 
 void AttributeTab::selectStoredLevel()
 {
     m_form.cboboxLevel->setCurrentIndex(storedLevel());
+    m_isLevelReset = false;
     // New texts select the first level without a filter run, so the selector may stand there already.
     if (m_model && !m_context.disabled && m_shownLevel != m_form.cboboxLevel->currentIndex())
         applyFilter();
 }
 
+void AttributeTab::showStoredLevel()
+{
+    const QSignalBlocker blocker(m_form.cboboxLevel);
+    m_form.cboboxLevel->setCurrentIndex(storedLevel());
+    m_isLevelReset = false;
+}
+
 void AttributeTab::retranslate()
+{
+    m_isLevelReset = true;
+    showFoldingText();
+}
+
+void AttributeTab::showFoldingText()
 {
     m_form.toolButton->setText(isFolded() ? QCoreApplication::translate("ParamterWidget", "Expand")
                                           : QCoreApplication::translate("ParamterWidget", "Collapse"));
@@ -136,7 +158,7 @@ void AttributeTab::setFolded(bool folded)
     m_form.widget_featrue->expandToDepth(folded ? TopCategoryOpen : TwoLevelsOpen);
     m_form.toolButton->setIcon(QIcon(folded ? Icons::Fold : Icons::Unfold));
     m_form.toolButton->setProperty(CollapseProperty, folded);
-    retranslate();
+    showFoldingText();
 }
 
 void AttributeTab::applyFilter()

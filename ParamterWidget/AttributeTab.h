@@ -33,22 +33,27 @@ public:
     /// Shows the features of `nodeMap` (not null) in place of those shown before, with the stored level.
     /// Nothing happens once the tab is disabled.
     void build(GenApi::INodeMap *nodeMap);
-    /// Stores the chosen level and hides the rows that level and search text exclude. With `searching` the whole
-    /// tree is unfolded first. Does not touch the tree when the host has no node map for the device.
+    /// Stores the level of the selector and hides the rows that level and search text exclude. With `searching` the
+    /// whole tree is unfolded first. Does not touch the tree when the host has no node map for the device.
     void filter(bool searching);
+    /// Chooses the entry that the selector shows, if retranslate() and not a choice has selected it.
+    void chooseLevel();
     /// Unfolds two levels, or folds back to the top-level category.
     void toggleFolding();
-    /// Puts the description of the row's feature into the description pane; leaves the pane as it is for a row
-    /// without a node.
-    void describe(const QModelIndex &index);
+    /// Puts the description of the row's feature into the description pane; false, and the pane stays as it is, for a
+    /// row without a node.
+    bool describe(const QModelIndex &index);
     /// Selects the stored level. The tree is filtered by it unless it shows that level already.
     void selectStoredLevel();
-    /// Sets the texts that depend on the folding state again, after the form has set its own.
+    /// To be called after the form has set its texts, which selects the first level: sets the texts that depend on the
+    /// folding state again. A search then goes on with the stored level.
     void retranslate();
     /// From now on the tree shows the values read last and nothing here reads the device any more.
     void disable();
 
 private:
+    void showStoredLevel();
+    void showFoldingText();
     bool isFolded() const;
     void setFolded(bool folded);
     void applyFilter();
@@ -57,5 +62,6 @@ private:
     const Ui_ParamterWidget &m_form;
     QTextBrowser *m_descriptionPane;
     std::unique_ptr<TreeModel> m_model;
+    bool m_isLevelReset = true; ///< new texts have selected the first level, which nobody chose
     int m_shownLevel = 0; ///< of the last filter run
 };

@@ -33,6 +33,7 @@ QString HostValues::readNode(const PanelContext &context, const char *feature, c
 void HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
 {
     callHost<HostCore::SetCameraNodeValue>(Module, context.deviceKey(), feature, value.toStdString());
+    context.written();
 }
 
 QString HostValues::readSetting(const PanelContext &context, HostCore::CAM_INFO item)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -40,6 +41,9 @@ struct PanelContext
     std::map<RowId, PlacedRow> placedRows; ///< the rows among them that have an id
     QVector<ToolPageWidgetItem *> liveRows; ///< rows that follow the device while the first page is in view
     ToolPageWidgetItem *selectedRow = nullptr; ///< the row that is described
+
+    /// To be called after features were written or commands executed beside the feature tree, which follows then.
+    std::function<void()> written = [] {};
 
     mutable QSet<QString> logged; ///< by logOnce()
 

@@ -101,6 +101,7 @@ ParamterWidget::ParamterWidget(QWidget *parent)
 {
     m_unplacedControls->hide();
     m_ui->setupUi(this);
+    m_context.written = [tree = m_ui->widget_featrue] { tree->followDevice(); };
     m_context.toolBoxes = {m_ui->firstToolBox, m_ui->secondToolBox, m_ui->thirdToolBox, m_ui->fourthToolBox};
     m_attributeTab = std::make_unique<AttributeTab>(m_context, *m_ui, m_descriptionPane);
 
@@ -172,6 +173,8 @@ void ParamterWidget::connectControls()
     connect(m_ui->edit_search, &QLineEdit::textChanged, this, &ParamterWidget::on_filter_changed);
     connect(m_ui->cboboxLevel, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &ParamterWidget::on_filter_changed);
+    connect(m_ui->cboboxLevel, qOverload<int>(&QComboBox::activated), this,
+            [this] { guarded(Module, [this] { m_attributeTab->chooseLevel(); }); });
     connect(m_ui->toolButton, &QToolButton::clicked, this, &ParamterWidget::onCollapseButtonClicked);
     connect(m_ui->widget_featrue, &FeatureTreeView::SigSelectItem, this, &ParamterWidget::onSigSelectItemClick);
 
@@ -255,6 +258,8 @@ void ParamterWidget::buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INo
         for (ToolPageWidgetItem *row : PageBuilder(m_context, this, nodeMap).build(tab, toolBox)) {
             connect(row, &ToolPageWidgetItem::itemClicked, this, &ParamterWidget::onToolPageWidgetItemClicked);
             connect(row, &ToolPageWidgetItem::itemFocused, this, &ParamterWidget::onToolPageWidgetItemClicked);
+            connect(row, &ToolPageWidgetItem::valueChanged, this, [this] { m_context.written(); });
+            connect(row, &ToolPageWidgetItem::commandExecuted, this, [this] { m_context.written(); });
         }
     });
 }
@@ -320,6 +325,7 @@ void ParamterWidget::setParamterViewDisable()
 
 void ParamterWidget::updateWidget(bool)
 {
+    m_context.written();
     guarded(Module, [this] { m_context.refreshPages(); });
     if (followsProfiler())
         guarded(Module, [this] { m_profiler->show(); });
@@ -362,6 +368,7 @@ int ParamterWidget::getCameraNodeInfo(QString nodeName, int &value, int &min, in
 
 int ParamterWidget::setCameraNodeValue(QString nodeName, int value)
 {
+    m_context.written();
     return SetCameraIntNodeValue(m_context.deviceName, nodeName, value);
 }
 
@@ -378,7 +385,10 @@ void ParamterWidget::on_filter_changed()
 
 void ParamterWidget::onSigSelectItemClick(QModelIndex index)
 {
-    guarded(Module, [&] { m_attributeTab->describe(index); });
+    guarded(Module, [&] {
+        if (m_attributeTab->describe(index))
+            m_context.selectedRow = nullptr;
+    });
 }
 
 void ParamterWidget::onTriggerSwitchButtonClicked()

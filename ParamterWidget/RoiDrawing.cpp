@@ -250,6 +250,7 @@ void RoiDrawing::apply()
 void RoiDrawing::write(const char *feature, int value) const
 {
     const QString name = QString::fromLatin1(feature);
+    m_context.written();
     const int result = SetCameraIntNodeValue(m_context.deviceName, name, value);
     if (result == 0 || result == NoSuchFeature)
         return;
@@ -274,6 +275,7 @@ void RoiDrawing::restoreFullSize() const
         if (size > 0)
             callHost<HostCore::SetCameraNodeValue>(Module, device, feature, std::to_string(size));
     }
+    m_context.written();
     if (ToolPageWidget *const group = m_context.placed(RowId::RestoreImageSize).group)
         group->updateWidget();
 }

@@ -20,6 +20,7 @@ UserSets::UserSets(PanelContext &context, QWidget *controlsParent)
 void UserSets::load() const
 {
     callHost<HostCore::SetCameraNodeValue>("UserSets", m_context.deviceKey(), "UserSetLoad", std::string());
+    m_context.written();
     m_context.refreshPages();
 }
 

@@ -17,4 +17,5 @@ void writeSequence(const PanelContext &context, Table<NodeWrite> writes)
         if (write.pause > 0)
             QThread::msleep(static_cast<unsigned long>(write.pause));
     }
+    context.written();
 }

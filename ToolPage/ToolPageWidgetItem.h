@@ -76,6 +76,8 @@ public:
 Q_SIGNALS:
     /// The row wrote its feature (not for commands); the value is always invalid.
     void valueChanged(const QVariant &value);
+    /// The row executed its command.
+    void commandExecuted();
     /// The mouse was pressed on the row.
     void itemClicked();
     /// The editor got the keyboard focus.

@@ -139,5 +139,6 @@ void ToolPageWidgetItem::onEnumParamChanged(const QString &text)
 
 void ToolPageWidgetItem::onCommandParamChanged()
 {
-    attempt([this] { GenApi::CCommandPtr(m_node)->Execute(true); });
+    if (attempt([this] { GenApi::CCommandPtr(m_node)->Execute(true); }))
+        Q_EMIT commandExecuted();
 }

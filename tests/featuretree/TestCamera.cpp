@@ -13,7 +13,7 @@ const char *const elements = R"(
 <Category Name="Image"><pFeature>Width</pFeature><pFeature>Gain</pFeature><pFeature>Deeper</pFeature></Category>
 <Category Name="Deeper"><pFeature>Width</pFeature><pFeature>WidthMax</pFeature></Category>
 <Category Name="Kinds">
-  <pFeature>Power</pFeature><pFeature>Selector</pFeature><pFeature>Label</pFeature><pFeature>SinData</pFeature>
+  <pFeature>Power</pFeature><pFeature>Selector</pFeature><pFeature>GatedSelector</pFeature><pFeature>Label</pFeature><pFeature>SinData</pFeature>
   <pFeature>Start</pFeature><pFeature>TriggerSoftware</pFeature><pFeature>DeviceReset</pFeature><pFeature>Big</pFeature>
   <pFeature>AcquisitionLineRate</pFeature><pFeature>Anything</pFeature>
 </Category>
@@ -43,6 +43,11 @@ const char *const elements = R"(
   <EnumEntry Name="Zulu"><Value>0</Value></EnumEntry>
   <EnumEntry Name="Alpha"><Value>1</Value></EnumEntry>
   <EnumEntry Name="Gone"><pIsAvailable>Zero</pIsAvailable><Value>2</Value></EnumEntry>
+  <pValue>SelectorReg</pValue>
+</Enumeration>
+<Enumeration Name="GatedSelector"><pIsAvailable>SwitchReg</pIsAvailable>
+  <EnumEntry Name="Zulu"><Value>0</Value></EnumEntry>
+  <EnumEntry Name="Alpha"><Value>1</Value></EnumEntry>
   <pValue>SelectorReg</pValue>
 </Enumeration>
 <Enumeration Name="SelectorState"><ImposedAccessMode>RO</ImposedAccessMode>

@@ -46,6 +46,8 @@ private Q_SLOTS:
     void commandButton();
     void paintsReadOnlyGray_data();
     void paintsReadOnlyGray();
+    void numbersKeepTheirDigits_data();
+    void numbersKeepTheirDigits();
     void hoversBooleans();
     void failingNode();
     void disabledTouchesNoNode();
@@ -58,6 +60,7 @@ private:
     {
         return qobject_cast<Editor *>(open(name));
     }
+    QString shownText(const char *name, const QLocale &locale = QLocale::c()) const;
     QImage painted(const QModelIndex &index, const QString &overlay = {}) const;
 
     std::unique_ptr<TestCamera> camera;
@@ -168,12 +171,22 @@ void tst_FeatureEditDelegate::maskedEditors()
     QFETCH(QString, typed);
     QFETCH(int, address);
     QFETCH(quint64, written);
+    const QString hex = QStringLiteral("HHHHHHHHHHHHHHHH");
     auto *line = openAs<QLineEdit>(name);
     QVERIFY(line);
     QCOMPARE(line->inputMask(), mask);
     QCOMPARE(line->text(), text);
-    line->setText(typed);
     delegate->setModelData(line, model.get(), cell(name));
+    QCOMPARE(FakeHostCore::instance().calls(), QStringList());
+    line->selectAll();
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClicks(line, typed);
+    delegate->setModelData(line, model.get(), cell(name));
+    delegate->setModelData(line, model.get(), cell(name)); // once more when the editor closes
+    const QString discarded = QStringLiteral("VLogInfo(FeatureEditDelegate, %1: addresses are not written, \"%2\" is "
+                                             "discarded, 0)")
+                                  .arg(QString::fromUtf8(name), line->text());
+    QCOMPARE(FakeHostCore::instance().calls(), mask == hex ? QStringList() : QStringList(discarded));
     const int length = address == TestCamera::Mask || address == TestCamera::Address4 ? 4 : 8;
     QCOMPARE(quint64(camera->port.peek(address, length)), written);
 }
@@ -369,6 +382,19 @@ void tst_FeatureEditDelegate::commandButton()
     QCOMPARE(camera->port.writes, 0u);
 }
 
+/// The text of the cell as the delegate paints it.
+QString tst_FeatureEditDelegate::shownText(const char *name, const QLocale &locale) const
+{
+    struct Delegate : FeatureEditDelegate
+    {
+        using FeatureEditDelegate::initStyleOption;
+    };
+    QStyleOptionViewItem option;
+    option.locale = locale;
+    Delegate().initStyleOption(&option, cell(name));
+    return option.text;
+}
+
 /// The cell as the delegate paints it, or as a plain one with `overlay` in gray.
 QImage tst_FeatureEditDelegate::painted(const QModelIndex &index, const QString &overlay) const
 {
@@ -404,6 +430,38 @@ void tst_FeatureEditDelegate::paintsReadOnlyGray()
     QFETCH(QString, text);
     QCOMPARE(painted(cell(name)), painted(cell(name), text));
     QVERIFY(painted(cell("Width")) != painted(cell("Width"), QStringLiteral("48")));
+}
+
+void tst_FeatureEditDelegate::numbersKeepTheirDigits_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("text");
+    const auto row = [](double value, const char *text) { QTest::newRow(text) << value << QString::fromLatin1(text); };
+    row(0, "0");
+    row(-12.5, "-12.5");
+    row(1000000, "1000000");
+    row(123456.789, "123456.789");
+    row(0.1, "0.1");
+    row(1 / 3., "0.3333333333333333");
+    row(1e-4, "0.0001");
+    row(0.00001234, "1.234e-05");
+    row(1e15, "1000000000000000");
+    row(1.5e16, "1.5e+16");
+    row(123456792, "123456792");
+    row(static_cast<double>(33.1F), "33.1");
+    row(static_cast<double>(16777.123F), "16777.123");
+    row(static_cast<double>(0.1234567F), "0.1234567");
+}
+
+void tst_FeatureEditDelegate::numbersKeepTheirDigits()
+{
+    QFETCH(double, value);
+    QFETCH(QString, text);
+    camera->port.pokeDouble(TestCamera::Gain, value);
+    camera->map->InvalidateNodes();
+    QCOMPARE(shownText("Gain"), text);
+    QCOMPARE(shownText("Gain", QLocale(QLocale::German)), text.replace(QLatin1Char('.'), QLatin1Char(',')));
+    QCOMPARE(cell("Gain").data(), QVariant(value));
 }
 
 void tst_FeatureEditDelegate::hoversBooleans()

@@ -88,7 +88,7 @@ void tst_TreeModel::nestsUnderCategoriesOnly()
     QCOMPARE(outline(test.model),
              QStringLiteral("test-camera("
                             "Image(Width Gain Deeper(Width WidthMax)) "
-                            "Kinds(Power Selector Label SinData Start TriggerSoftware DeviceReset Big "
+                            "Kinds(Power Selector GatedSelector Label SinData Start TriggerSoftware DeviceReset Big "
                             "AcquisitionLineRate Anything) "
                             "Network(GevCurrentSubnetMask GevMACAddress Flags Address OtherMac) "
                             "Access(Switch Gated GatedToo GatedByBoolean Temperature PowerState SelectorState "

@@ -38,10 +38,11 @@ void tst_FeatureDump::printsOneRowALine()
     QVERIFY2(device.open(&error), qPrintable(error));
     device.port.poke(TestDevice::widthAddress, 64);
     device.port.poke(0x14, 640);
+    GenApi::CFloatPtr(device.nodeMap()->GetNode("Gain"))->SetValue(1000000);
     QCOMPARE(dump(device),
              QStringList({
                  QStringLiteral("Width\tInteger\tRW\tBeginner\t64\tnumber box"),
-                 QStringLiteral("Gain\tFloat\tRW\tBeginner\t1.5\tfloat box"),
+                 QStringLiteral("Gain\tFloat\tRW\tBeginner\t1000000\tfloat box"),
                  QStringLiteral("ReverseX\tBoolean\tRW\tBeginner\tFalse\tboolean"),
                  QStringLiteral("PixelFormat\tEnumeration\tRW\tBeginner\tMono8\tlist"),
                  QStringLiteral("DeviceUserID\tString\tRW\tBeginner\tleft\ttext"),

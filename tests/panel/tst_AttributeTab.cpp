@@ -2,15 +2,19 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
+#include <QTabWidget>
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QtTest>
 
+#include "CuratedPanel.h"
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeModel.h"
 #include "PanelDescription.h"
 #include "ParamterWidget/AttributeTab.h"
 #include "ParamterWidget/ParamterWidget.h"
+#include "ToolPage/SwitchButton.h"
 #include "support/FakeHostCore.h"
 #include "support/FatalMessages.h"
 
@@ -27,6 +31,8 @@ private Q_SLOTS:
     void levelTexts();
     void opensWithTheStoredLevel();
     void choosingALevel();
+    void languageKeepsTheLevel();
+    void languageKeepsTheDescription();
     void searchUnfoldsLevelDoesNot();
     void withoutNodeMapOnlyTheLevelIsStored();
     void cardsAskForTheirOwnNodeMap();
@@ -35,6 +41,8 @@ private Q_SLOTS:
     void buildingAgainFreesTheModel();
     void downLeadsFromTheSearchIntoTheTree();
     void editorOpenWhilePanelGoes();
+    void followsThePages_data();
+    void followsThePages();
 
 private:
     void open(const char *storedLevel = "0");
@@ -54,6 +62,10 @@ private:
     QToolButton *m_fold = nullptr;
     QTextBrowser *m_pane = nullptr;
 };
+
+using PanelAction = std::function<void(CuratedPanel &)>;
+Q_DECLARE_METATYPE(PanelAction)
+Q_DECLARE_METATYPE(PageSet)
 
 namespace {
 
@@ -188,6 +200,52 @@ void tst_AttributeTab::choosingALevel()
     QCOMPARE(shownFeatures(), beginnerFeatures);
 }
 
+/// New texts select the first level without a choice: neither the tree nor the host follows it, unless it is chosen.
+void tst_AttributeTab::languageKeepsTheLevel()
+{
+    const auto stored = [this] { return m_host.paramterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL); };
+    open("2");
+    m_panel->retranslate(1);
+    QCOMPARE(m_level->currentIndex(), 0);
+    m_search->setText(QStringLiteral("s"));
+    QCOMPARE(stored(), std::string("2"));
+    QCOMPARE(m_level->currentIndex(), 2);
+    QVERIFY(shownFeatures().contains(QStringLiteral("Secret")));
+
+    m_panel->retranslate(0);
+    Q_EMIT m_level->activated(0);
+    QCOMPARE(stored(), std::string("0"));
+    QVERIFY(!shownFeatures().contains(QStringLiteral("Secret")));
+    m_search->clear();
+    QCOMPARE(stored(), std::string("0"));
+
+    m_panel->retranslate(1);
+    m_level->setCurrentIndex(1);
+    m_search->setText(QStringLiteral("gam"));
+    QCOMPARE(stored(), std::string("1"));
+}
+
+/// What was selected last is described, in the language of the panel where there is one.
+void tst_AttributeTab::languageKeepsTheDescription()
+{
+    m_messages.reset();
+    CuratedPanel curated;
+    auto *const tree = curated.panel->findChild<FeatureTreeView *>();
+    auto *const pane = curated.panel->findChild<QTextBrowser *>();
+    ToolPageWidgetItem *const row = curated.row("Gain Auto");
+    QVERIFY(row);
+    Q_EMIT row->itemClicked();
+    tree->setCurrentIndex(tree->model()->index(0, 0, tree->model()->index(0, 0)));
+    const QString feature = pane->toPlainText();
+    QVERIFY2(feature.startsWith(QStringLiteral("AcquisitionFrameRateEnable")), qPrintable(feature));
+    curated.panel->retranslate(1);
+    QCOMPARE(pane->toPlainText(), feature);
+    Q_EMIT row->itemClicked();
+    QCOMPARE(pane->toPlainText(), row->getDescription(1));
+    curated.panel->retranslate(0);
+    QCOMPARE(pane->toPlainText(), row->getDescription(0));
+}
+
 void tst_AttributeTab::searchUnfoldsLevelDoesNot()
 {
     open();
@@ -312,6 +370,62 @@ void tst_AttributeTab::editorOpenWhilePanelGoes()
     m_camera.reset();
     m_panel->parameterTreeViewInit(gone);
     m_panel.reset();
+}
+
+void tst_AttributeTab::followsThePages_data()
+{
+    QTest::addColumn<PageSet>("pages");
+    QTest::addColumn<PanelAction>("action");
+    QTest::addColumn<bool>("follows");
+    const auto row = [](const char *name, PageSet pages, const PanelAction &action, bool follows = true) {
+        QTest::newRow(name) << pages << action << follows;
+    };
+    row(
+        "nothing", PageSet::AreaScan, [](CuratedPanel &) {}, false);
+    row("a row", PageSet::AreaScan, [](CuratedPanel &panel) { panel.editor<SwitchButton>("ReverseX")->click(); });
+    row("a command", PageSet::AreaScan, [](CuratedPanel &panel) { panel.editor<QPushButton>("UserSetSave")->click(); });
+    row("a user set", PageSet::AreaScan, [](CuratedPanel &panel) { panel.panel->onUserSetLoadButtonClicked(); });
+    row("the whole image", PageSet::AreaScan,
+        [](CuratedPanel &panel) { panel.panel->onResetImageSizeButtonClicked(); });
+    row("a drawn region", PageSet::AreaScan, [](CuratedPanel &panel) { panel.panel->onExecDrawButtonClicked(); });
+    row("a number by name", PageSet::AreaScan,
+        [](CuratedPanel &panel) { panel.panel->setCameraNodeValue(QStringLiteral("Width"), 640); });
+    row("an import", PageSet::AreaScan, [](CuratedPanel &panel) { panel.panel->updateWidget(true); });
+    row("an image that is sent", PageSet::StructuredLight,
+        [](CuratedPanel &panel) { panel.panel->on2DGrabOutputChanged(0, true); });
+    row("interlocked writes", PageSet::Profiler, [](CuratedPanel &panel) {
+        auto *const mode = panel.editor<QComboBox>("TriggerMode");
+        mode->setCurrentIndex(1 - mode->currentIndex());
+    });
+}
+
+/// What is switched on the curated pages shows in the tree as soon as it is seen.
+void tst_AttributeTab::followsThePages()
+{
+    QFETCH(PageSet, pages);
+    QFETCH(PanelAction, action);
+    QFETCH(bool, follows);
+    m_messages.reset();
+    CuratedFeatures features = pages == PageSet::Profiler ? profilerFeatures() : structuredLightFeatures();
+    features.push_back({"Integer", "Switch", ""});
+    features.push_back({"Integer", "Gated", "<pIsAvailable>SwitchReg</pIsAvailable>"});
+    CuratedPanel curated(features, pages,
+                         [](CuratedPanel &panel) { panel.camera.port.poke(panel.camera.address("Switch"), 1); });
+    curated.panel->show();
+    auto *const tree = curated.panel->findChild<FeatureTreeView *>();
+    const auto isHidden = [&] {
+        const QModelIndex root = tree->model()->index(0, 0);
+        return tree->isRowHidden(tree->model()->rowCount(root) - 1, root);
+    };
+    auto *const tabs = curated.panel->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
+    tabs->setCurrentIndex(1); // what opening has written is followed
+    tabs->setCurrentIndex(0);
+    QVERIFY(!isHidden());
+    curated.camera.port.poke(curated.camera.address("Switch"), 0);
+    action(curated);
+    tabs->setCurrentIndex(1);
+    QVERIFY(tree->isVisible());
+    QCOMPARE(isHidden(), follows);
 }
 
 QTEST_MAIN(tst_AttributeTab)
