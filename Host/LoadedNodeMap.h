@@ -22,5 +22,7 @@ private:
     {
         void operator()(GenApi::INodeMap *map) const;
     };
+
+    std::unique_ptr<GenApi::IPort> swapping; ///< between the nodes and the port, for a port with SwapEndianess
     std::unique_ptr<GenApi::INodeMap, Destroy> map;
 };

@@ -125,26 +125,37 @@ const std::vector<Node *> &dependentClosure(Node &node)
 
 namespace {
 
-// A variable like "X.Max" reads no value.
-bool isLimitVariable(const Link &link)
+bool isRead(const Link &link)
 {
-    const std::size_t dot = link.name.rfind('.');
-    return link.role == Tag::pVariable && dot != std::string_view::npos && link.name.substr(dot) != ".Value";
+    const LinkKind kind = kindOf(link.role);
+    return kind == LinkKind::Value || kind == LinkKind::Limit || kind == LinkKind::Gate;
 }
 
-// Tarjan's strongly connected components over the value links, with its own stack.
+// A variable like "X.Max" reads no value.
+bool isValueRead(const Link &link)
+{
+    const std::size_t dot = link.name.rfind('.');
+    const bool isProperty = dot != std::string_view::npos && link.name.substr(dot) != ".Value";
+    return kindOf(link.role) == LinkKind::Value && !(link.role == Tag::pVariable && isProperty);
+}
+
+// Tarjan's strongly connected components, with its own stack.
 class CycleSearch
 {
 public:
-    explicit CycleSearch(const std::vector<Node *> &nodes) : m_nodes(nodes), m_states(nodes.size()) { }
+    using Follows = bool (*)(const Link &);
 
-    std::vector<Node *> run()
+    CycleSearch(const std::vector<Node *> &nodes, Follows follows)
+        : m_nodes(nodes), m_follows(follows), m_states(nodes.size())
+    { }
+
+    std::vector<Cycle> run()
     {
         for (std::size_t i = 0; i < m_nodes.size(); ++i) {
             if (m_states[i].order == 0)
                 visit(i);
         }
-        return std::move(m_cyclic);
+        return std::move(m_cycles);
     }
 
 private:
@@ -153,6 +164,7 @@ private:
         std::size_t order = 0;
         std::size_t lowest = 0;
         bool isOnPath = false;
+        bool readsItself = false;
     };
     struct Frame
     {
@@ -162,7 +174,7 @@ private:
 
     void enter(std::size_t node)
     {
-        m_states[node] = {++m_visited, m_visited, true};
+        m_states[node] = {++m_visited, m_visited, true, false};
         m_path.push_back(node);
         m_frames.push_back({node, 0});
     }
@@ -182,11 +194,11 @@ private:
 
     void follow(std::size_t from, const Link &link)
     {
-        if (kindOf(link.role) != LinkKind::Value || isLimitVariable(link))
+        if (!m_follows(link))
             return;
         const std::size_t to = link.target->position;
         if (to == from)
-            m_cyclic.push_back(m_nodes[from]);
+            m_states[from].readsItself = true;
         else if (m_states[to].order == 0)
             enter(to);
         else if (m_states[to].isOnPath)
@@ -203,30 +215,64 @@ private:
         }
         if (m_states[node].lowest != m_states[node].order)
             return;
-        const bool isCycle = m_path.back() != node;
+        const bool isCycle = m_path.back() != node || m_states[node].readsItself;
+        if (isCycle)
+            m_cycles.emplace_back();
         std::size_t member = node;
         do {
             member = m_path.back();
             m_path.pop_back();
             m_states[member].isOnPath = false;
             if (isCycle)
-                m_cyclic.push_back(m_nodes[member]);
+                m_cycles.back().push_back(m_nodes[member]);
         } while (member != node);
     }
 
     const std::vector<Node *> &m_nodes;
+    const Follows m_follows;
     std::vector<State> m_states;
     std::vector<Frame> m_frames;
     std::vector<std::size_t> m_path;
-    std::vector<Node *> m_cyclic;
+    std::vector<Cycle> m_cycles;
     std::size_t m_visited = 0;
 };
 
 } // namespace
 
-std::vector<Node *> nodesInValueCycles(const std::vector<Node *> &nodes)
+std::vector<Cycle> readCycles(const std::vector<Node *> &nodes)
 {
-    return CycleSearch(nodes).run();
+    std::vector<Cycle> cycles = CycleSearch(nodes, isRead).run();
+    uint32_t number = 0;
+    for (const Cycle &cycle : cycles) {
+        ++number;
+        for (Node *node : cycle)
+            node->cycle = number;
+    }
+    return cycles;
+}
+
+std::vector<Cycle> valueCycles(const std::vector<Node *> &nodes)
+{
+    return CycleSearch(nodes, isValueRead).run();
+}
+
+std::string wayRound(const Cycle &cycle)
+{
+    constexpr std::size_t longest = 20; // names; a whole description may be one cycle
+    const Node *node = cycle.back();
+    const auto staysInside = [node](const Link &link) { return isRead(link) && link.target->cycle == node->cycle; };
+    const uint64_t mark = ++node->map().listMark;
+    std::vector<const Node *> way;
+    for (; node->listMark != mark;
+         node = std::find_if(node->links().begin(), node->links().end(), staysInside)->target) {
+        node->listMark = mark;
+        way.push_back(node);
+    }
+    way.erase(way.begin(), std::find(way.begin(), way.end(), node)); // what only leads to the cycle
+    std::string text;
+    for (std::size_t i = 0; i < std::min(way.size(), longest); ++i)
+        text += way[i]->name() + " -> ";
+    return text + (way.size() > longest ? "..." : node->name());
 }
 
 } // namespace NodeEngine

@@ -25,7 +25,15 @@ bool isReadingLink(Tag role);
 void connectGraph(const std::vector<Node *> &nodes);
 /// Everything that depends on the node, directly or not, the node itself only if it does so in a cycle.
 const std::vector<Node *> &dependentClosure(Node &node);
-/// The nodes, given in the order of their positions, whose values depend on themselves.
-std::vector<Node *> nodesInValueCycles(const std::vector<Node *> &nodes);
+
+/// Nodes that cannot be read without reading each other.
+using Cycle = std::vector<Node *>;
+/// Where values, limits or gates lead back to where they came from; numbers the nodes there (Node::cycle). Nodes are
+/// given in the order of their positions.
+std::vector<Cycle> readCycles(const std::vector<Node *> &nodes);
+/// The same for values alone: these cannot be read at all.
+std::vector<Cycle> valueCycles(const std::vector<Node *> &nodes);
+/// One way round a cycle of readCycles(), as names.
+std::string wayRound(const Cycle &cycle);
 
 } // namespace NodeEngine

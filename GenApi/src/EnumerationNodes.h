@@ -68,6 +68,7 @@ public:
 
 protected:
     bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
+    bool isOwnImplemented() const override { return modeOfEntries() != NI; }
     EAccessMode ownAccessMode() const override;
     EAccessMode ownBaseAccessMode() const override { return m_target ? m_target->baseAccessMode() : RW; }
 

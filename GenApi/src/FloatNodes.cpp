@@ -58,7 +58,9 @@ void FloatNode::writeNumber(double value, bool verify)
 
 double FloatNode::ownLimit(Limit limit) const
 {
-    if (const std::optional<double> own = m_limits.value(limit))
+    const std::optional<double> own = m_limits.value(limit);
+    const bool isUsable = limit != Limit::Inc || m_limits.isConstant(limit) || (own && *own > 0);
+    if (own && isUsable)
         return *own;
     const Node *target = m_source.currentTarget();
     return target ? inheritedLimit<double>(*target, m_source.copies(), limit) : FloatValue::ownLimit(limit);

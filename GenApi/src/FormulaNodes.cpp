@@ -116,6 +116,20 @@ std::optional<double> ConverterPart::mappedLimit(Limit limit) const
     return source ? mapped(*source) : std::nullopt;
 }
 
+std::optional<double> ConverterPart::mappedIncrement() const
+{
+    // A formula with a condition may be flat, or lead nowhere, at one end of the range.
+    const double step = m_target->floatLimit(Limit::Inc);
+    for (const double start : {0.0, m_target->floatLimit(Limit::Max) - step}) {
+        const std::optional<double> from = mapped(start);
+        const std::optional<double> to = mapped(start + step);
+        const double distance = from && to ? std::abs(*to - *from) : 0;
+        if (distance > 0 && std::isfinite(distance))
+            return distance;
+    }
+    return std::nullopt;
+}
+
 // --- IntConverter
 
 bool IntConverterNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
@@ -165,12 +179,8 @@ void ConverterNode::writeNumber(double value, bool verify)
 
 double ConverterNode::ownLimit(Limit limit) const
 {
-    if (limit == Limit::Inc)
-        return std::abs(m_part.fromTarget(m_part.target().floatLimit(Limit::Inc), false)
-                        - m_part.fromTarget(0.0, false));
-    constexpr double most = std::numeric_limits<double>::max();
-    const std::optional<double> mapped = m_part.mappedLimit(limit);
-    return mapped ? std::clamp(*mapped, -most, most) : FloatValue::ownLimit(limit);
+    const std::optional<double> mapped = limit == Limit::Inc ? m_part.mappedIncrement() : m_part.mappedLimit(limit);
+    return mapped.value_or(FloatValue::ownLimit(limit));
 }
 
 bool ConverterNode::hasIncrement() const

@@ -72,6 +72,8 @@ public:
     }
     /// The limit of the target as a value of the converter; nothing if the formula leads nowhere from there.
     std::optional<double> mappedLimit(Limit limit) const;
+    /// The distance of two neighbouring values, nothing if the formula makes none of it.
+    std::optional<double> mappedIncrement() const;
     /// The limit of the target that is the converter's, or nothing if the slope says that there is none.
     std::optional<Limit> limitOfTarget(Limit limit) const;
 

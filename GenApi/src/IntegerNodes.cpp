@@ -28,6 +28,13 @@ void IntegerNode::writeNumber(int64_t value, bool verify)
 
 int64_t IntegerNode::ownLimit(Limit limit) const
 {
+    // Formulas give steps between whole numbers; only the description itself may say 0.
+    const int64_t given = givenLimit(limit);
+    return limit != Limit::Inc || m_limits.isConstant(limit) ? given : std::max<int64_t>(given, 1);
+}
+
+int64_t IntegerNode::givenLimit(Limit limit) const
+{
     if (const std::optional<int64_t> own = m_limits.value(limit))
         return *own;
     const Node *target = m_source.currentTarget();

@@ -25,6 +25,8 @@ protected:
     int64_t ownLimit(Limit limit) const override;
 
 private:
+    int64_t givenLimit(Limit limit) const;
+
     ValueSource<int64_t> m_source;
     LimitSource<int64_t> m_limits;
 };

@@ -36,6 +36,7 @@ public:
         }
     }
 
+    bool isConstant(Limit limit) const { return at(limit).constant.has_value(); }
     bool has(Limit limit) const { return at(limit).constant || at(limit).target; }
 
     /// Nothing if the node gives none, or its node cannot be read now.

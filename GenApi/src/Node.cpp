@@ -161,10 +161,20 @@ void Node::GetParents(NodeList_t &list) const
 
 void Node::GetSelectedFeatures(FeatureList_t &features) const
 {
+    AutoLock lock(m_map.GetLock());
     features.clear();
-    for (const Link &link : m_links) {
-        if (link.role == Tag::pSelected && link.target->asValue())
-            features.push_back(link.target->asValue());
+    const uint64_t mark = ++m_map.listMark;
+    listMark = mark;
+    std::vector<const Node *> reached{this};
+    for (std::size_t i = 0; i < reached.size(); ++i) {
+        for (const Link &link : reached[i]->m_links) {
+            if (link.role != Tag::pSelected || link.target->listMark == mark)
+                continue;
+            link.target->listMark = mark;
+            reached.push_back(link.target);
+            if (link.target->asValue())
+                features.push_back(link.target->asValue());
+        }
     }
 }
 

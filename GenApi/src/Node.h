@@ -176,13 +176,15 @@ public:
     /// Mark of the change that this node was collected for last.
     uint64_t changeMark = 0;
     /// Mark of the list that this node was put into last.
-    uint64_t listMark = 0;
+    mutable uint64_t listMark = 0;
 
     static constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
     /// Index in the map's list of nodes.
     std::size_t position = nowhere;
 
     // The graph; filled by Dependencies.
+    /// Number of the cycle of nodes that read each other, 0 for a node in none.
+    uint32_t cycle = 0;
     std::vector<Node *> parents;
     std::vector<Node *> dependents;
     /// Everything that depends on this node, directly or not; made at the first write.
@@ -197,6 +199,11 @@ protected:
     /// Follows after the last child element.
     virtual void loaded(NodeBuilder &) { }
 
+    /// False if nothing is left of the node even with open gates.
+    virtual bool isOwnImplemented() const
+    {
+        return true;
+    }
     /// The mode as the kind of node has it, without gates, imposed mode and locks.
     virtual EAccessMode ownAccessMode() const
     {

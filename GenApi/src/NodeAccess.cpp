@@ -91,7 +91,7 @@ EAccessMode Node::computedAccessMode() const
         return RW; // modes that depend on each other do not restrict each other
     EAccessMode mode = modeOfGates();
     if (mode != RW)
-        return mode;
+        return isOwnImplemented() ? mode : NI;
     mode = combined(modeOfLinks(), ownAccessMode());
     if (m_broken) // only now found out
         return NA;
@@ -136,6 +136,9 @@ EAccessMode Node::modeOfLinks() const
 {
     EAccessMode mode = RW;
     for (const Link &link : m_links) {
+        // Limits that depend on each other do not restrict each other.
+        if (cycle != 0 && link.target->cycle == cycle && kindOf(link.role) == LinkKind::Limit)
+            continue;
         if (isNeeded(link.role))
             mode = combined(mode, leftBy(link.target->accessMode()));
         else if (link.role == Tag::pVariable && !IsAvailable(link.target->accessMode()))

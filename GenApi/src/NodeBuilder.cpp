@@ -55,6 +55,10 @@ Node *NodeBuilder::create(const NodeRecord &record)
 
 Node *NodeBuilder::addInner(const NodeRecord &record)
 {
+    // All entries of a structure share what stands inside of the structure.
+    Node *known = m_map.find(record.name);
+    if (known && known->element() == record.element)
+        return known;
     Node *node = create(record);
     if (node) {
         mention(*node);
@@ -157,10 +161,17 @@ void NodeBuilder::addPolled(Node &node)
 
 void NodeBuilder::breakCycles()
 {
-    for (Node *node : nodesInValueCycles(m_map.m_order)) {
-        if (!node->isBroken())
-            warn("the value of node '" + node->name() + "' depends on itself");
-        node->setBroken();
+    const std::vector<Cycle> cycles = readCycles(m_map.m_order);
+    for (const Cycle &cycle : cycles)
+        warn("nodes read each other: " + wayRound(cycle));
+    if (cycles.empty())
+        return;
+    for (const Cycle &cycle : valueCycles(m_map.m_order)) {
+        for (Node *node : cycle) {
+            if (!node->isBroken())
+                warn("the value of node '" + node->name() + "' depends on itself");
+            node->setBroken();
+        }
     }
 }
 

@@ -23,7 +23,7 @@ public:
     Node *link(Node &from, Tag role, pugi::xml_node element);
     Node *link(Node &from, Tag role, std::string_view name);
     void link(Node &from, Tag role, Node &target);
-    /// Makes a node that stands inside of another one.
+    /// The node that stands inside of another one; null if its name is another node's.
     Node *addInner(const NodeRecord &record);
     /// The entry of an enumeration.
     Node *addEntry(Node &enumeration, pugi::xml_node element);

@@ -5,6 +5,7 @@
 #include "ValueNode.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <type_traits>
 
@@ -93,7 +94,8 @@ protected:
         this->m_map.changed(*this);
     }
 
-    /// The limit that holds: the node's own, or the type's if limits depend on each other, within what was imposed.
+    /// The limit that holds: the node's own, or the type's if limits depend on each other or a formula makes no
+    /// finite number of it, within what was imposed.
     Number validLimit(Limit limit) const
     {
         const Evaluation::Step steps[] = {Evaluation::MinLimit, Evaluation::MaxLimit, Evaluation::IncLimit};
@@ -101,7 +103,9 @@ protected:
         Number value = typeLimit(limit);
         if (step.isEntered()) {
             try {
-                value = ownLimit(limit);
+                const Number own = ownLimit(limit);
+                if (std::is_integral_v<Number> || std::isfinite(own))
+                    value = own;
             } catch (const EndlessEvaluation &) {
                 // Limits that depend on each other: the type's holds.
             }

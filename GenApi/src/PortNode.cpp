@@ -13,9 +13,6 @@ bool PortNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
     case Tag::pChunkID:
         m_isChunkPort = true;
         return true;
-    case Tag::SwapEndianess:
-        m_swaps = textOf(child) == "Yes";
-        return true;
     default:
         return Node::take(tag, child, builder);
     }

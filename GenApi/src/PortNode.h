@@ -10,7 +10,7 @@ namespace NodeEngine {
 
 /// A Port of the description: what the host's IPort is connected to.
 ///
-/// Not connected it is NI, a port of chunk data NA.
+/// Not connected it is NI, a port of chunk data NA. Bytes pass as they are: SwapEndianess is for the host's IPort.
 class PortNode : public Node, public IPort
 {
 public:
@@ -26,7 +26,6 @@ public:
     void forget() override;
 
     void connect(IPort *port) { m_port = port; }
-    bool swapsEndianess() const { return m_swaps; }
     RegisterCache &cache() { return m_cache; }
 
 protected:
@@ -39,7 +38,6 @@ private:
     IPort *m_port = nullptr;
     RegisterCache m_cache;
     bool m_isChunkPort = false;
-    bool m_swaps = false;
 };
 
 } // namespace NodeEngine

@@ -45,6 +45,8 @@ void IntRegNode::loaded(NodeBuilder &builder)
 // Bits count from the least significant one, in big-endian registers from the most significant one.
 IntRegNode::Field IntRegNode::field(int64_t lengthOfRegister) const
 {
+    if (lengthOfRegister == 0)
+        throw RUNTIME_EXCEPTION("Node '%s' : the register of a number has no length.", name().c_str());
     const int64_t bits = 8 * std::min<int64_t>(lengthOfRegister, 8);
     if (m_lsb < 0 || m_msb < 0)
         return {0, static_cast<int>(bits)};
@@ -178,8 +180,9 @@ void StringRegNode::writeString(const std::string &value, bool)
 
 std::string RawRegisterNode::textValue(bool, bool fresh)
 {
-    std::string text = "0x";
-    for (const uint8_t byte : m_register.read(fresh)) {
+    const std::vector<uint8_t> &bytes = m_register.read(fresh);
+    std::string text = bytes.empty() ? "" : "0x";
+    for (const uint8_t byte : bytes) {
         constexpr char digits[] = "0123456789abcdef";
         text += digits[byte >> 4];
         text += digits[byte & 15];

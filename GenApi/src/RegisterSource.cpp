@@ -108,11 +108,6 @@ EAccessMode RegisterSource::baseAccessMode() const
     return combined(m_mode, m_port ? m_port->baseAccessMode() : NI);
 }
 
-bool RegisterSource::isBigEndian() const
-{
-    return m_isBigEndian != (m_port && m_port->swapsEndianess());
-}
-
 int64_t RegisterSource::address() const
 {
     int64_t address = m_address;
@@ -129,8 +124,8 @@ int64_t RegisterSource::address() const
 int64_t RegisterSource::length() const
 {
     const int64_t length = m_lengthNode ? m_lengthNode->integerValue(false) : m_length;
-    if (length <= 0)
-        throw RuntimeException("The register has no length.", __FILE__, __LINE__, "", m_owner.name().c_str(),
+    if (length < 0)
+        throw RuntimeException("The register has a negative length.", __FILE__, __LINE__, "", m_owner.name().c_str(),
                                "RuntimeException");
     return std::min(length, greatestRegister);
 }
@@ -152,7 +147,8 @@ CacheLine &RegisterSource::line()
 const std::vector<uint8_t> &RegisterSource::read(bool fresh)
 {
     CacheLine &current = line();
-    if (fresh || !current.isValid || m_owner.cachingMode() == NoCache)
+    const bool isDue = fresh || !current.isValid || m_owner.cachingMode() == NoCache;
+    if (isDue && current.length() > 0)
         readLine(current);
     return current.bytes;
 }
@@ -173,6 +169,8 @@ void RegisterSource::readLine(CacheLine &line)
 
 void RegisterSource::write(const std::vector<uint8_t> &bytes)
 {
+    if (bytes.empty())
+        return;
     CacheLine &current = line();
     m_port->Write(bytes.data(), current.address, static_cast<int64_t>(bytes.size()));
     current.isValid = m_owner.cachingMode() == WriteThrough;

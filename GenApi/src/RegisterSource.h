@@ -23,12 +23,13 @@ public:
     EAccessMode accessMode() const;
     EAccessMode baseAccessMode() const;
     ECachingMode cachingMode() const { return m_caching; }
-    bool isBigEndian() const;
+    bool isBigEndian() const { return m_isBigEndian; }
     /// The bits of the register that the node shows; all for what is no masked integer.
     void setMask(uint64_t mask) { m_mask = mask; }
 
     /// \throws GenICam::RuntimeException if the sum is no address, or what it is summed from cannot be read
     int64_t address() const;
+    /// In bytes; 0 for a register that is empty now, which is neither read nor written.
     int64_t length() const;
     /// The length as far as it is known without reading, else the greatest length of a number.
     int64_t constantLength() const { return m_lengthNode || m_length <= 0 ? 8 : m_length; }

@@ -98,6 +98,9 @@ private:
         return integerOfDescription(element.attribute("Index").value()).value_or(0);
     }
 
+    // Copies are written, never read.
+    static EAccessMode modeOfCopy(EAccessMode mode) { return IsWritable(mode) ? RW : mode; }
+
     EAccessMode modeOf(EAccessMode (Node::*mode)() const) const
     {
         if (m_index && !IsReadable(m_index->accessMode()))
@@ -105,7 +108,7 @@ private:
         const Node *target = current().target;
         EAccessMode result = target ? (target->*mode)() : RW;
         for (const Node *copy : m_copies)
-            result = combined(result, (copy->*mode)());
+            result = combined(result, modeOfCopy((copy->*mode)()));
         return result;
     }
 

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void followTheRules_data();
     void followTheRules();
     void enumerationsNeedAnEntry();
+    void limitsInARingDoNotRestrict();
     void portsDecideForTheirRegisters();
     void changeWithTheirSwitch();
     void switchesThatAreNotCachedAreReadEveryTime();
@@ -69,6 +70,9 @@ void tst_AccessModes::followTheRules_data()
     row("limit that is gone", gated("", "<Value>1</Value><pMax>Gone</pMax>"), NA);
     row("limit that never was", gated("", "<Value>1</Value><pMin>Never</pMin>"), NI);
     const std::string knife = "<IntSwissKnife Name=\"A\"><pVariable Name=\"X\">";
+    row("copy that is write-only", gated("", "<pValueCopy>Wo</pValueCopy>" + rw), RW);
+    row("copy that is read-only", gated("", "<pValueCopy>Ro</pValueCopy>" + rw), RO);
+    row("copy that is gone", gated("", "<pValueCopy>Gone</pValueCopy>" + rw), NA);
     row("formula", knife + "Rw</pVariable><Formula>X</Formula></IntSwissKnife>", RO);
     row("formula on what is gone", knife + "Gone</pVariable><Formula>X</Formula></IntSwissKnife>", NA);
     row("formula on what never was", knife + "Never</pVariable><Formula>X</Formula></IntSwissKnife>", NI);
@@ -102,13 +106,39 @@ void tst_AccessModes::enumerationsNeedAnEntry()
     const auto enumeration = [](const char *name, const std::string &entries) {
         return std::string("<Enumeration Name=\"") + name + "\">" + entries + "<pValue>Rw</pValue></Enumeration>";
     };
+    const std::string closed = "<pIsAvailable>Zero</pIsAvailable>";
     const Camera camera(helpers + enumeration("Some", entry("S", "") + never) + enumeration("None", gone + never)
-                        + enumeration("Never1", never));
+                        + enumeration("Never1", never) + enumeration("NeverNow", closed + never)
+                        + enumeration("NotNow", closed + gone)
+                        + "<Category Name=\"Empty\"><pFeature>NeverNow</pFeature></Category>");
+    QCOMPARE(camera.access("NeverNow"), NI);
+    QCOMPARE(camera.access("Empty"), NI);
+    QCOMPARE(camera.access("NotNow"), NA);
     QCOMPARE(camera.access("Some"), RW);
     QCOMPARE(camera.access("None"), NA);
     QCOMPARE(camera.access("Never1"), NI);
     camera.integer("Zero")->SetValue(1);
     QCOMPARE(camera.access("None"), RW);
+}
+
+void tst_AccessModes::limitsInARingDoNotRestrict()
+{
+    // What one has left depends on what the other one takes, as width and offset do.
+    const auto ringed = [](const char *name, const char *other, const std::string &gate) {
+        return std::string("<Integer Name=\"") + name + "\">" + gate + "<pValue>Rw</pValue><pMax>" + name
+            + "Max</pMax></Integer><IntSwissKnife Name=\"" + name + "Max\"><pVariable Name=\"O\">" + other
+            + "</pVariable><Formula>100 - O</Formula></IntSwissKnife>";
+    };
+    const Camera camera(helpers + ringed("Width", "Offset", "")
+                        + ringed("Offset", "Width", "<pIsAvailable>Zero</pIsAvailable>"));
+    QCOMPARE(camera.access("Width"), RW);
+    QCOMPARE(camera.access("Offset"), NA);
+    QCOMPARE(camera.integer("Width")->GetMax(), int64_t(0xFFFFFFFF));
+    camera.integer("Width")->SetValue(200);
+    camera.integer("Width")->SetValue(40);
+    camera.integer("Zero")->SetValue(1);
+    QCOMPARE(camera.access("Offset"), RW);
+    QCOMPARE(camera.integer("Width")->GetMax(), int64_t(60));
 }
 
 void tst_AccessModes::portsDecideForTheirRegisters()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The map as a whole: names, order, features, the graph, and descriptions that are wrong.
 #include "Camera.h"
+#include "support/LayerLog.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void featuresAreReachableFromRoot();
     void categoriesTakeTheirVisibilityFromTheirFeatures();
     void linksGiveParentsAndChildren();
+    void selectorsSelectWhatTheirSelectorsDo();
     void propertiesTellWhatTheDescriptionSays();
     void wrongDescriptionsAreRefusedWithAText_data();
     void wrongDescriptionsAreRefusedWithAText();
@@ -123,6 +125,24 @@ void tst_NodeMap::linksGiveParentsAndChildren()
     QCOMPARE(QByteArray(selected[0]->GetNode()->GetName()), QByteArray("S"));
 }
 
+void tst_NodeMap::selectorsSelectWhatTheirSelectorsDo()
+{
+    const auto selector = [](const char *name, const QByteArray &selected) {
+        std::string xml = std::string("<Integer Name=\"") + name + "\"><Value>0</Value>";
+        for (const char feature : selected)
+            xml += std::string("<pSelected>") + feature + "</pSelected>";
+        return xml + "</Integer>";
+    };
+    const Camera camera(selector("A", "BDA") + selector("B", "CDA") + selector("C", "") + selector("D", "E")
+                        + selector("E", ""));
+    FeatureList_t selected;
+    CSelectorPtr(camera.node("A"))->GetSelectedFeatures(selected);
+    QByteArray names;
+    for (IValue *feature : selected)
+        names += feature->GetNode()->GetName().c_str();
+    QCOMPARE(names, QByteArray("BDCE"));
+}
+
 void tst_NodeMap::propertiesTellWhatTheDescriptionSays()
 {
     const Camera camera("<Integer Name=\"A\" NameSpace=\"Standard\"><Streamable>Yes</Streamable>"
@@ -202,43 +222,50 @@ void tst_NodeMap::endlessLinksNeverRecurse_data()
 {
     QTest::addColumn<QByteArray>("nodes");
     QTest::addColumn<int>("access");
-    QTest::newRow("value of itself") << QByteArray("<Integer Name=\"A\"><pValue>A</pValue></Integer>") << int(NA);
-    QTest::newRow("values in a ring") << QByteArray(
-        "<Integer Name=\"A\"><pValue>B</pValue></Integer><Float Name=\"B\"><pValue>A</pValue></Float>")
-                                      << int(NA);
-    QTest::newRow("formula of itself") << QByteArray(
-        "<IntSwissKnife Name=\"A\"><pVariable Name=\"X\">A</pVariable><Formula>X+1</Formula>"
-        "</IntSwissKnife>") << int(NA);
-    QTest::newRow("on a ring, not in it") << QByteArray(
-        "<Integer Name=\"A\"><pValue>B</pValue></Integer><Integer Name=\"B\"><pValue>B</pValue></Integer>")
-                                          << int(NA);
-    QTest::newRow("limits in a ring") << QByteArray("<Integer Name=\"A\"><Value>5</Value><pMax>B</pMax></Integer>"
-                                                    "<Integer Name=\"B\"><Value>7</Value><pMin>A</pMin></Integer>")
-                                      << int(RW);
-    QTest::newRow("limit through a formula on the limit")
-        << QByteArray("<Integer Name=\"A\"><Value>5</Value><pMax>B</pMax></Integer>"
-                      "<IntSwissKnife Name=\"B\"><pVariable Name=\"X.Max\">A</pVariable><Formula>X.Max</Formula>"
-                      "</IntSwissKnife>")
-        << int(RW);
-    QTest::newRow("gates in a ring") << QByteArray(
+    QTest::addColumn<QByteArray>("warning");
+    const auto row = [](const char *title, const char *nodes, EAccessMode mode, const char *warning) {
+        QTest::newRow(title) << QByteArray(nodes) << int(mode) << QByteArray(warning);
+    };
+    row("value of itself", "<Integer Name=\"A\"><pValue>A</pValue></Integer>", NA, "A -> A");
+    row("values in a ring",
+        "<Integer Name=\"A\"><pValue>B</pValue></Integer><Float Name=\"B\"><pValue>A</pValue></Float>", NA,
+        "A -> B -> A");
+    row("formula of itself",
+        "<IntSwissKnife Name=\"A\"><pVariable Name=\"X\">A</pVariable><Formula>X+1</Formula></IntSwissKnife>", NA,
+        "A -> A");
+    row("on a ring, not in it",
+        "<Integer Name=\"A\"><pValue>B</pValue></Integer><Integer Name=\"B\"><pValue>B</pValue></Integer>", NA,
+        "B -> B");
+    row("limits in a ring",
+        "<Integer Name=\"A\"><Value>5</Value><pMax>B</pMax></Integer>"
+        "<Integer Name=\"B\"><Value>7</Value><pMin>A</pMin></Integer>",
+        RW, "A -> B -> A");
+    row("limit through a formula on the limit",
+        "<Integer Name=\"A\"><Value>5</Value><pMax>B</pMax></Integer>"
+        "<IntSwissKnife Name=\"B\"><pVariable Name=\"X.Max\">A</pVariable><Formula>X.Max</Formula></IntSwissKnife>",
+        RW, "A -> B -> A");
+    row("gates in a ring",
         "<Integer Name=\"A\"><pIsAvailable>B</pIsAvailable><Value>1</Value></Integer>"
-        "<Integer Name=\"B\"><pIsAvailable>A</pIsAvailable><Value>1</Value></Integer>")
-                                     << int(RW);
-    QTest::newRow("categories in a ring")
-        << QByteArray("<Category Name=\"Root\"><pFeature>A</pFeature></Category>"
-                      "<Category Name=\"A\"><pFeature>Root</pFeature><pFeature>X</pFeature></Category>"
-                      "<Integer Name=\"X\"><Value>1</Value></Integer>")
-        << int(RO);
-    QTest::newRow("selects itself") << QByteArray(
-        "<Integer Name=\"A\"><Value>1</Value><pSelected>A</pSelected></Integer>")
-                                    << int(RW);
+        "<Integer Name=\"B\"><pIsAvailable>A</pIsAvailable><Value>1</Value></Integer>",
+        RW, "A -> B -> A");
+    row("categories in a ring",
+        "<Category Name=\"Root\"><pFeature>A</pFeature></Category>"
+        "<Category Name=\"A\"><pFeature>Root</pFeature><pFeature>X</pFeature></Category>"
+        "<Integer Name=\"X\"><Value>1</Value></Integer>",
+        RO, "");
+    row("selects itself", "<Integer Name=\"A\"><Value>1</Value><pSelected>A</pSelected></Integer>", RW, "");
 }
 
 void tst_NodeMap::endlessLinksNeverRecurse()
 {
     QFETCH(QByteArray, nodes);
     QFETCH(int, access);
+    QFETCH(QByteArray, warning);
+    const LayerLog log;
     const Camera camera(nodes.toStdString() + integer("Good", "0"));
+    const std::string line = "GenApi: camera: nodes read each other: " + warning.toStdString() + "\n";
+    QCOMPARE(log.text().rfind(warning.isEmpty() ? "" : line, 0), std::size_t(0));
+    QCOMPARE(log.text().empty(), warning.isEmpty());
     QCOMPARE(int(camera.access("A")), access);
     CIntegerPtr a = camera.integer("A");
     if (access == RW) {

@@ -69,6 +69,20 @@ std::string zoo()
         + "<IntSwissKnife Name=\"Bounded\"><Formula>4</Formula><Min>1</Min><pMax>Ten</pMax></IntSwissKnife>"
         + "<SwissKnife Name=\"RealBounded\"><Formula>4</Formula><Min>-1.5</Min><pMax>Ten</pMax></SwissKnife>"
         + "<SwissKnife Name=\"Tiny\"><Formula>4</Formula><Min>1E-400</Min><Max>1E2</Max></SwissKnife>"
+        + "<Converter Name=\"Fine\"><FormulaTo>(FROM + 1304.2) * 65 - 43970</FormulaTo>"
+          "<FormulaFrom>(TO + 43970) / 65 - "
+          "1304.2</FormulaFrom><pValue>Plain</pValue><Slope>Varying</Slope></Converter>"
+        + "<Integer Name=\"OverFine\"><pValue>Fine</pValue></Integer>"
+        + "<Converter Name=\"Flat\"><FormulaTo>FROM * 10</FormulaTo><FormulaFrom>TO &lt; 4 ? 0.5 : TO / "
+          "10</FormulaFrom>"
+          "<pValue>Ten</pValue><IsLinear>Yes</IsLinear></Converter>"
+        + "<Integer Name=\"OverFlat\"><pValue>Flat</pValue></Integer>"
+        + "<SwissKnife Name=\"Endless\"><pVariable Name=\"X\">Zero</pVariable>"
+          "<Formula>X = 0 ? EXP(1000) : X</Formula></SwissKnife>"
+        + "<IntSwissKnife Name=\"NoStep\"><pVariable Name=\"X\">Zero</pVariable><Formula>X = 1 ? 4 : 0</Formula>"
+          "</IntSwissKnife>"
+        + "<Float Name=\"Open\"><Value>1</Value><Min>0</Min><pMax>Endless</pMax><pInc>NoStep</pInc></Float>"
+        + constant("IntOpen", "1", "<Min>0</Min><pMax>Endless</pMax><pInc>NoStep</pInc>")
         + intReg("Measured", "0x30", "<Sign>Signed</Sign><pLength>Two</pLength>") + constant("Two", "2");
 }
 
@@ -117,6 +131,9 @@ void tst_NodeValues::integerLimits_data()
     row("Behind", 10, 50, 5);
     row("Upper", 0, 0x7fffffff, 1);
     row("Bounded", 1, 10, 1);
+    row("OverFine", least, most, 1);
+    row("OverFlat", 1, 10, 1);
+    row("IntOpen", 0, most, 1);
     row("Measured", -32768, 32767, 1);
 }
 
@@ -149,6 +166,8 @@ void tst_NodeValues::floatLimits_data()
     row("RealBehind", 0, 65.535, 0);
     row("RealBounded", -1.5, 10, 0);
     row("Tiny", 0, 100, 0);
+    row("Flat", 0.5, 10, 0.1);
+    row("Open", 0, widest, 1);
 }
 
 void tst_NodeValues::floatLimits()

@@ -5,6 +5,7 @@
 #include <QtTest>
 
 #include "Host/AlignedPort.h"
+#include "Host/LoadedNodeMap.h"
 #include "Host/SparseMemoryPort.h"
 
 namespace {
@@ -60,6 +61,8 @@ class tst_RegisterPorts : public QObject
 private Q_SLOTS:
     void alignedAccesses_data();
     void alignedAccesses();
+    void swapsWordsForDescriptionsThatWantIt_data();
+    void swapsWordsForDescriptionsThatWantIt();
     void sparseMemoryRemembers_data();
     void sparseMemoryRemembers();
 };
@@ -103,6 +106,34 @@ void tst_RegisterPorts::alignedAccesses()
     QCOMPARE(trace, writing);
     expected.replace(address, length, text);
     QCOMPARE(read(memory, 0, expected.size()), expected);
+}
+
+void tst_RegisterPorts::swapsWordsForDescriptionsThatWantIt_data()
+{
+    QTest::addColumn<QByteArray>("swap");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("not said") << QByteArray() << QByteArray("abcdefgh");
+    QTest::newRow("no") << QByteArray("<SwapEndianess>No</SwapEndianess>") << QByteArray("abcdefgh");
+    QTest::newRow("yes") << QByteArray("<SwapEndianess>Yes</SwapEndianess>") << QByteArray("dcbahgfe");
+}
+
+void tst_RegisterPorts::swapsWordsForDescriptionsThatWantIt()
+{
+    QFETCH(QByteArray, swap);
+    QFETCH(QByteArray, bytes);
+    const QByteArray place = "<Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>";
+    SparseMemoryPort memory;
+    const LoadedNodeMap map("<RegisterDescription><StringReg Name=\"Text\"><Address>0</Address>" + place
+                                + "</StringReg><IntReg Name=\"Half\"><Address>2</Address>"
+                                + QByteArray(place).replace("8", "2")
+                                + "<Endianess>BigEndian</Endianess></IntReg><Port Name=\"Device\">" + swap
+                                + "</Port></RegisterDescription>",
+                            memory);
+    write(memory, 0, bytes);
+    GenApi::CStringPtr text(map.get()->GetNode("Text"));
+    QCOMPARE(QByteArray(text->GetValue()), QByteArray("abcdefgh"));
+    GenApi::CIntegerPtr(map.get()->GetNode("Half"))->SetValue('C' << 8 | 'D');
+    QCOMPARE(read(memory, 0, 8), bytes.replace('c', 'C').replace('d', 'D'));
 }
 
 void tst_RegisterPorts::sparseMemoryRemembers_data()
