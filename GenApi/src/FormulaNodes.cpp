@@ -118,6 +118,8 @@ std::optional<double> ConverterPart::mappedLimit(Limit limit) const
 
 std::optional<double> ConverterPart::mappedIncrement() const
 {
+    if (!isUsable())
+        return std::nullopt;
     // A formula with a condition may be flat, or lead nowhere, at one end of the range.
     const double step = m_target->floatLimit(Limit::Inc);
     for (const double start : {0.0, m_target->floatLimit(Limit::Max) - step}) {

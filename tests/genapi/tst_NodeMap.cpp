@@ -3,8 +3,9 @@
 #include "Camera.h"
 #include "support/LayerLog.h"
 
-#include <QElapsedTimer>
 #include <QTest>
+
+#include <ctime>
 
 using namespace GenApi;
 
@@ -315,12 +316,11 @@ void tst_NodeMap::wideChainsEndToo()
     }
     Camera camera(nodes);
     camera.port.poke(0, 1);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock(); // not the time of the day: other tests may keep the machine busy
     thrownBy([&] { camera.access("N59"); });
     thrownBy([&] { camera.value("N59")->ToString(); });
     QCOMPARE(camera.integer("N3")->GetValue(), int64_t(8));
-    QVERIFY(timer.elapsed() < 20000);
+    QVERIFY(std::clock() - start < 20 * CLOCKS_PER_SEC);
 }
 
 void tst_NodeMap::selectorsInLongChainsEnd()
@@ -333,12 +333,11 @@ void tst_NodeMap::selectorsInLongChainsEnd()
         nodes += "<Integer Name=\"" + name(i) + "\"><pValue>" + name(i - 1) + "</pValue><pSelected>"
             + name(i * 7 % length) + "</pSelected></Integer>";
     const Camera camera(nodes);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     QCOMPARE(camera.integer("C9")->GetValue(), int64_t(1));
     camera.integer("C0")->SetValue(2);
     QCOMPARE(camera.integer("C9")->GetValue(), int64_t(2));
-    QVERIFY(timer.elapsed() < 5000);
+    QVERIFY(std::clock() - start < 5 * CLOCKS_PER_SEC);
 }
 
 QTEST_GUILESS_MAIN(tst_NodeMap)
