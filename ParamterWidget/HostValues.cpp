@@ -34,9 +34,17 @@ QString HostValues::readNode(const PanelContext &context, const char *feature, c
     return text;
 }
 
-void HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
+std::optional<QString> HostValues::knownText(const PanelContext &context, const char *feature)
 {
-    guarded(Module, [&] { HostCore::SetCameraNodeValue(context.deviceKey(), feature, value.toStdString()); });
+    const QString text = readNode(context, feature);
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+bool HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
+{
+    int result = -1;
+    guarded(Module, [&] { result = HostCore::SetCameraNodeValue(context.deviceKey(), feature, value.toStdString()); });
+    return result == 0;
 }
 
 QString HostValues::readSetting(const PanelContext &context, HostCore::CAM_INFO item)

@@ -36,10 +36,14 @@ void PanelContext::refreshPages() const
         toolBox->updateWidget();
 }
 
-void PanelContext::logOnce(const char *module, const QString &message) const
+void PanelContext::log(const char *module, const QString &message) const
 {
-    if (logged.contains(message))
-        return;
     logged.insert(message);
     HostCore::VLogInfo(module, message.toStdString(), 0);
+}
+
+void PanelContext::logOnce(const char *module, const QString &message) const
+{
+    if (!logged.contains(message))
+        log(module, message);
 }
