@@ -14,6 +14,7 @@
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/ViewerWindow.h"
 #include "ParamterWnd/HostCore.h"
+#include "TestDevice.h"
 
 namespace {
 
@@ -48,6 +49,7 @@ private Q_SLOTS:
     void measureRangeIsLockedWhileAcquiring();
     void automaticRangeIsFoundOnce();
     void automaticRangeIsTakenBack();
+    void automaticRangeTakesOneCompleteFrame();
     void correctionsLevelTheBelt_data();
     void correctionsLevelTheBelt();
     void correctionsThatFailAreLogged();
@@ -226,6 +228,30 @@ void tst_ProfilerHost::automaticRangeIsTakenBack()
     QTRY_VERIFY(host->open(profiler));
     takeFrame();
     QCOMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
+}
+
+/// Parts of a frame leave the wish, a complete one ends it, even when the range stays as it was.
+void tst_ProfilerHost::automaticRangeTakesOneCompleteFrame()
+{
+    auto *const device = new TestDevice(QStringLiteral("cam"));
+    host->addDevice(std::unique_ptr<Device>(device));
+    QVERIFY(host->open(QStringLiteral("cam")));
+    ImportListener import;
+    HostCore::RegisterImportUpdateListener(&import);
+    HeightFrame frame;
+    frame.width = frame.height = frame.lines = 2;
+    frame.heights = {-2.0F, -1.0F, 1.0F, 2.0F};
+    for (size_t imports : {1, 2}) {
+        HostCore::SetCameraInfo("cam", HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+        for (bool complete : {false, true, true}) {
+            frame.complete = complete;
+            Q_EMIT device->heightReady(frame);
+            QCOMPARE(import.ranges.size(), complete ? imports : imports - 1);
+            QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_AUTOMATIC_Z_RANGE),
+                     std::string(complete ? "0" : "1"));
+        }
+    }
+    HostCore::UnRegisterImportUpdateListener(&import);
 }
 
 void tst_ProfilerHost::correctionsLevelTheBelt_data()
