@@ -23,6 +23,8 @@ constexpr int mostOpenings = 16; ///< devices that are reached at the same time
 const QString module = QStringLiteral("HostContext");
 const QString languageKey = QStringLiteral("language");
 
+const QString userSetLoad = QStringLiteral("UserSetLoad");
+
 /// What CARD_INFO_STATE reads for a card that can be used.
 const QString usableCard = QStringLiteral("4");
 
@@ -197,8 +199,10 @@ void HostContext::connectDevice(Device *device)
     });
     connect(device, &Device::acquiringChanged, this, [this, id] { acquiringChanged(id); });
     connect(device, &Device::restarted, this, [this, id] {
-        if (isReady(id))
-            eventListeners.raiseImport(id);
+        if (!isReady(id))
+            return;
+        numberedRegions->showDevice(id);
+        eventListeners.raiseImport(id);
     });
     connect(device, &Device::lost, this, [this, id](const QString &reason) { deviceLost(id, reason); });
 }
@@ -381,7 +385,11 @@ bool HostContext::readNode(const QString &id, const QString &node, QString *valu
 bool HostContext::writeNode(const QString &id, const QString &node, const QString &value)
 {
     const auto write = [&](GenApi::INodeMap &map) { writeNodeText(map, node, value); };
-    return accessNode(id, QStringLiteral("Writing %1 of %2 failed: %3").arg(node), write);
+    if (!accessNode(id, QStringLiteral("Writing %1 of %2 failed: %3").arg(node), write))
+        return false;
+    if (node == userSetLoad)
+        numberedRegions->showDevice(id);
+    return true;
 }
 
 bool HostContext::accessNode(const QString &id, const QString &failure,
@@ -396,15 +404,17 @@ bool HostContext::accessNode(const QString &id, const QString &failure,
     return false;
 }
 
-QSize HostContext::imageSize(const QString &id) const
+ImagePlace HostContext::imagePlace(const QString &id) const
 {
-    QSize size;
-    QString error;
-    const auto number = [map = device(id)->nodeMap()](const char *node) {
-        return readNodeText(*map, QLatin1String(node)).toInt();
+    const Device *known = isReady(id) ? device(id) : nullptr;
+    const auto number = [&](const char *node) {
+        QString text, error;
+        if (known)
+            guarded(&error, [&] { text = readNodeText(*known->nodeMap(), QLatin1String(node)); });
+        return text.toInt();
     };
-    guarded(&error, [&] { size = QSize(number("Width"), number("Height")); });
-    return size;
+    return {QRect(number("OffsetX"), number("OffsetY"), number("Width"), number("Height")),
+            QSize(number("WidthMax"), number("HeightMax"))};
 }
 
 int HostContext::drawRegion(const QString &id, const QPoint &corner, const QPoint &opposite)
@@ -412,7 +422,7 @@ int HostContext::drawRegion(const QString &id, const QPoint &corner, const QPoin
     QString reason = QStringLiteral("the device is not open");
     if (isReady(id)) {
         const QSize reach(std::max(corner.x(), opposite.x()), std::max(corner.y(), opposite.y()));
-        const QSize image = imageSize(id);
+        const QSize image = imagePlace(id).area.size();
         if (const int handle = imageRegions.draw(id, image.isEmpty() ? reach : image, corner, opposite))
             return handle;
         reason = QStringLiteral("it has no pixel of the image");

@@ -25,6 +25,13 @@
 #include "Host/ShowModes.h"
 #include "ParamterWnd/HostCore.h"
 
+/// Which part of its sensor a camera shows.
+struct ImagePlace
+{
+    QRect area; ///< in pixels of the images
+    QSize largest; ///< of the images; binning and the like, which make other pixels, change it
+};
+
 /// The host behind HostCore: devices, focus, language, settings, listeners and log.
 ///
 /// One at a time exists; HostCore forwards to it. It belongs to the GUI thread, and everything is called
@@ -114,6 +121,8 @@ public:
     bool writeNode(const QString &id, const QString &node, const QString &value);
     /// The handle of a new region between two corners on the device's images; 0 on failure, which is logged.
     int drawRegion(const QString &id, const QPoint &corner, const QPoint &opposite);
+    /// What the device does not tell is 0.
+    ImagePlace imagePlace(const QString &id) const;
     /// A region that the device does not have is logged.
     void placeRegion(const QString &id, int handle, const QPoint &corner, const QPoint &opposite);
     void removeRegion(const QString &id, int handle);
@@ -161,8 +170,6 @@ private:
     void finishClosing(const QString &id);
     /// `failure` has places %1 and %2 left for the id and the reason.
     bool accessNode(const QString &id, const QString &failure, const std::function<void(GenApi::INodeMap &)> &access);
-    /// Empty when the device does not tell.
-    QSize imageSize(const QString &id) const;
     void logUnknownRegion(const QString &id, int handle);
     void mergeFound(const std::vector<FoundDevice> &found);
     void deviceLost(const QString &id, const QString &reason);

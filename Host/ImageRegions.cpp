@@ -27,13 +27,14 @@ auto withHandle(int handle)
 
 } // namespace
 
-int ImageRegions::draw(const QString &device, const QSize &image, const QPoint &corner, const QPoint &opposite)
+int ImageRegions::draw(const QString &device, const QSize &image, const QPoint &corner, const QPoint &opposite,
+                       std::optional<int> number)
 {
     const QRect area = areaBetween(corner, opposite, image);
     if (area.isEmpty())
         return 0;
     const int handle = ++m_lastHandle;
-    m_regions.append({handle, device, image, area});
+    m_regions.append({handle, device, image, area, number});
     Q_EMIT listChanged(device);
     return handle;
 }

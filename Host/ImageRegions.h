@@ -8,6 +8,8 @@
 #include <QSize>
 #include <QString>
 
+#include <optional>
+
 /// A rectangle that a person draws on the images of a camera.
 struct ImageRegion
 {
@@ -15,6 +17,9 @@ struct ImageRegion
     QString device;
     QSize image; ///< of the camera's images, in pixels
     QRect area; ///< in pixels of the image; never empty, never beyond the image
+    /// What the panel of a laser profiler calls it: 0 is the measure range, others are masks. None: a region of
+    /// interest.
+    std::optional<int> number = {};
 };
 
 /// The regions of interest that panels let a person draw. GUI thread.
@@ -29,7 +34,8 @@ public:
     using QObject::QObject;
 
     /// The new region's handle; 0 when nothing of it lies on the image.
-    int draw(const QString &device, const QSize &image, const QPoint &corner, const QPoint &opposite);
+    int draw(const QString &device, const QSize &image, const QPoint &corner, const QPoint &opposite,
+             std::optional<int> number = {});
     /// Puts a region elsewhere, without a report to the panel. False when the device has no such region; corners
     /// without anything between them leave the region as it is.
     bool place(const QString &device, int handle, const QPoint &corner, const QPoint &opposite);

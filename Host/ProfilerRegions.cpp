@@ -44,7 +44,6 @@ ProfilerRegions::ProfilerRegions(HostContext &owner) : host(owner)
     pause.setSingleShot(true);
     pause.setInterval(applyInterval);
     connect(&pause, &QTimer::timeout, this, &ProfilerRegions::applyMoves);
-    connect(&host.regions(), &ImageRegions::listChanged, this, &ProfilerRegions::forgetRemoved);
     connect(&host.regions(), &ImageRegions::movedByUser, this,
             [this](const QString &, int handle) { noteMove(handle); });
 }
@@ -61,16 +60,13 @@ bool ProfilerRegions::draw(const QString &device, int number, const QPoint &corn
     QRect area = areaOnDevice(device, number);
     if (area.isEmpty())
         area = corner == opposite ? middleOf(image) : QRect(corner, opposite - QPoint(1, 1));
-    const int handle = host.regions().draw(device, image, area.topLeft(), area.bottomRight() + QPoint(1, 1));
-    if (handle != 0)
-        regions.push_back({device, number, handle});
-    return handle != 0;
+    return host.regions().draw(device, image, area.topLeft(), area.bottomRight() + QPoint(1, 1), number) != 0;
 }
 
 std::optional<int> ProfilerRegions::handleOf(const QString &device, int number) const
 {
-    for (const Region &one : regions) {
-        if (one.device == device && one.number == number)
+    for (const ImageRegion &one : host.regions().of(device)) {
+        if (one.number == number)
             return one.handle;
     }
     return {};
@@ -78,22 +74,15 @@ std::optional<int> ProfilerRegions::handleOf(const QString &device, int number) 
 
 std::optional<int> ProfilerRegions::numberOf(int handle) const
 {
-    for (const Region &one : regions) {
-        if (one.handle == handle)
-            return one.number;
-    }
-    return {};
+    return host.regions().region(handle).number;
 }
 
-void ProfilerRegions::forgetRemoved(const QString &device)
+void ProfilerRegions::showDevice(const QString &device)
 {
-    const QList<ImageRegion> left = host.regions().of(device);
-    const auto isGone = [&](const Region &one) {
-        return one.device == device && std::none_of(left.begin(), left.end(), [&](const ImageRegion &region) {
-                   return region.handle == one.handle;
-               });
-    };
-    regions.erase(std::remove_if(regions.begin(), regions.end(), isGone), regions.end());
+    for (const ImageRegion &one : host.regions().of(device)) {
+        if (one.number)
+            show(one);
+    }
 }
 
 void ProfilerRegions::noteMove(int handle)
@@ -108,26 +97,27 @@ void ProfilerRegions::noteMove(int handle)
 void ProfilerRegions::applyMoves()
 {
     const QSet<int> due = std::exchange(moved, {});
-    const std::vector<Region> current = regions; // whatever a write sets off may remove regions
-    for (const Region &one : current) {
-        if (!due.contains(one.handle))
-            continue;
-        for (const ImageRegion &region : host.regions().of(one.device)) {
-            if (region.handle == one.handle)
-                apply(one, region.area);
-        }
+    for (const int handle : due) { // whatever a write sets off may remove regions
+        const ImageRegion region = host.regions().region(handle);
+        if (region.number)
+            apply(region);
     }
 }
 
 /// The device rounds, and refuses while it acquires: the region shows what came of it. One refusal is enough: a drag
 /// would fill the log.
-void ProfilerRegions::apply(const Region &region, const QRect &area)
+void ProfilerRegions::apply(const ImageRegion &region)
 {
     if (region.number == measureRange)
-        applyMeasureRange(region.device, area);
+        applyMeasureRange(region.device, region.area);
     else
-        applyMask(region, area);
-    const QRect real = areaOnDevice(region.device, region.number);
+        applyMask(region);
+    show(region);
+}
+
+void ProfilerRegions::show(const ImageRegion &region)
+{
+    const QRect real = areaOnDevice(region.device, *region.number);
     if (!real.isEmpty())
         host.regions().place(region.device, region.handle, real.topLeft(), real.bottomRight() + QPoint(1, 1));
 }
@@ -142,10 +132,11 @@ void ProfilerRegions::applyMeasureRange(const QString &device, const QRect &area
         write(device, "OffsetY", area.y());
 }
 
-void ProfilerRegions::applyMask(const Region &region, const QRect &area)
+void ProfilerRegions::applyMask(const ImageRegion &region)
 {
-    if (!host.writeNode(region.device, maskSelector, selectorEntry(region.number)))
+    if (!host.writeNode(region.device, maskSelector, selectorEntry(*region.number)))
         return;
+    const QRect &area = region.area;
     const std::pair<const char *, int> values[] = {{"ImageMaskOffsetX", area.x()},
                                                    {"ImageMaskOffsetY", area.y()},
                                                    {"ImageMaskWidth", area.width()},

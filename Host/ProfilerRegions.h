@@ -6,7 +6,6 @@
 #include <QTimer>
 
 #include <optional>
-#include <vector>
 
 #include "Host/ImageRegions.h"
 
@@ -30,21 +29,16 @@ public:
     std::optional<int> handleOf(const QString &device, int number) const;
     /// The panel's number of a region; none when it is none of a profiler.
     std::optional<int> numberOf(int handle) const;
+    /// Puts the regions of a device where it has them, after it has got other settings.
+    void showDevice(const QString &device);
 
 private:
-    struct Region
-    {
-        QString device;
-        int number;
-        int handle;
-    };
-
-    void forgetRemoved(const QString &device);
     void noteMove(int handle);
     void applyMoves();
-    void apply(const Region &region, const QRect &area);
+    void apply(const ImageRegion &region);
+    void show(const ImageRegion &region);
     void applyMeasureRange(const QString &device, const QRect &area);
-    void applyMask(const Region &region, const QRect &area);
+    void applyMask(const ImageRegion &region);
     QSize sensorSize(const QString &device) const;
     /// What the device has; empty when it does not tell.
     QRect areaOnDevice(const QString &device, int number) const;
@@ -52,7 +46,6 @@ private:
     bool write(const QString &device, const char *node, int value);
 
     HostContext &host;
-    std::vector<Region> regions;
     QSet<int> moved; ///< handles of regions that the device does not follow yet
     QTimer pause; ///< a drag reports more moves than a device can follow
 };

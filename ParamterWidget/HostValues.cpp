@@ -30,10 +30,18 @@ QString HostValues::readNode(const PanelContext &context, const char *feature, c
     return isRead ? QString::fromStdString(value) : otherwise;
 }
 
-void HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
+std::optional<QString> HostValues::knownText(const PanelContext &context, const char *feature)
 {
-    callHost<HostCore::SetCameraNodeValue>(Module, context.deviceKey(), feature, value.toStdString());
+    const QString text = readNode(context, feature);
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+bool HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
+{
+    const int result =
+        callHost<HostCore::SetCameraNodeValue>(Module, context.deviceKey(), feature, value.toStdString());
     context.written();
+    return result == 0;
 }
 
 QString HostValues::readSetting(const PanelContext &context, HostCore::CAM_INFO item)

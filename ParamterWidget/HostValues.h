@@ -15,7 +15,10 @@ namespace HostValues {
 
 /// The device's text of a feature; `otherwise` when the host cannot read it.
 QString readNode(const PanelContext &context, const char *feature, const QString &otherwise = {});
-void writeNode(const PanelContext &context, const char *feature, const QString &value);
+/// The same, or nothing when the host cannot read it or gives an empty text: a control stays as it is then.
+std::optional<QString> knownText(const PanelContext &context, const char *feature);
+/// False when the host refuses, which it reports by itself, or throws.
+bool writeNode(const PanelContext &context, const char *feature, const QString &value);
 
 QString readSetting(const PanelContext &context, HostCore::CAM_INFO item);
 void writeSetting(const PanelContext &context, HostCore::CAM_INFO item, const QString &value);

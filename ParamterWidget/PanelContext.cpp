@@ -36,10 +36,14 @@ void PanelContext::refreshPages() const
         toolBox->updateWidget();
 }
 
-void PanelContext::logOnce(const char *module, const QString &message) const
+void PanelContext::log(const char *module, const QString &message) const
 {
-    if (logged.contains(message))
-        return;
     logged.insert(message);
     logToHost(module, message.toStdString());
+}
+
+void PanelContext::logOnce(const char *module, const QString &message) const
+{
+    if (!logged.contains(message))
+        log(module, message);
 }

@@ -45,7 +45,7 @@ struct PanelContext
     /// To be called after features were written or commands executed beside the feature tree, which follows then.
     std::function<void()> written = [] {};
 
-    mutable QSet<QString> logged; ///< by logOnce()
+    mutable QSet<QString> logged; ///< by log() and logOnce()
 
     /// The device name as the host wants it: UTF-8.
     std::string deviceKey() const { return deviceName.toStdString(); }
@@ -57,6 +57,8 @@ struct PanelContext
     void showRow(RowId id, bool visible) const;
     /// Reads the pages in the first three tool boxes again, except folded groups.
     void refreshPages() const;
-    /// Adds a line of `module` to the host's log, unless this panel has done so before.
+    /// Adds a line of `module` to the host's log.
+    void log(const char *module, const QString &message) const;
+    /// The same, unless this panel has done so before.
     void logOnce(const char *module, const QString &message) const;
 };

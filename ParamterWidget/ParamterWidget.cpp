@@ -24,6 +24,7 @@
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "ParamterWidget/RoiDrawing.h"
+#include "ParamterWidget/ShowWatcher.h"
 #include "ParamterWidget/SoftTrigger.h"
 #include "ParamterWidget/UserSets.h"
 #include "ParamterWidget/pages/AreaScanCatalogue.h"
@@ -250,6 +251,7 @@ void ParamterWidget::advancedSettingsInit(GenApi::INodeMap *nodeMap)
 {
     buildTab(AreaScanCatalogue::Advanced, m_ui->thirdToolBox, nodeMap);
     m_roiDrawing->pairRows();
+    whenShownAgain(m_ui->thirdToolBox, [this] { followImageSize(); });
 }
 
 void ParamterWidget::buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap)
@@ -323,13 +325,39 @@ void ParamterWidget::setParamterViewDisable()
         row->releaseNode();
 }
 
-void ParamterWidget::updateWidget(bool)
+void ParamterWidget::updateWidget(bool afterImport)
 {
     m_context.written();
     guarded(Module, [this] { m_context.refreshPages(); });
+    followDevice(afterImport);
+}
+
+void ParamterWidget::followDevice(bool wholly)
+{
+    followImageSize();
     if (followsProfiler())
-        guarded(Module, [this] { m_profiler->show(); });
+        guarded(Module, [&] { wholly ? m_profiler->showAll() : m_profiler->show(); });
     readOutputs();
+}
+
+void ParamterWidget::followImageSize()
+{
+    guarded(Module, [this] { m_roiDrawing->followCamera(); });
+}
+
+/// The pages of the panel have been shown before.
+void ParamterWidget::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    m_wasShown = true;
+}
+
+void ParamterWidget::whenShownAgain(QWidget *page, std::function<void()> follow)
+{
+    new ShowWatcher(page, [this, follow = std::move(follow)] {
+        if (m_wasShown)
+            follow();
+    });
 }
 
 void ParamterWidget::startAcquireOperation()
@@ -425,9 +453,7 @@ void ParamterWidget::onResetImageSizeButtonClicked()
 void ParamterWidget::onUserSetLoadButtonClicked()
 {
     guarded(Module, [this] { m_userSets->load(); });
-    if (followsProfiler())
-        guarded(Module, [this] { m_profiler->showAfterUserSet(); });
-    readOutputs();
+    followDevice(true);
 }
 
 void ParamterWidget::onCollapseButtonClicked()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QModelIndex>
@@ -83,7 +84,8 @@ public:
     void setAllDetailWidgetVisiable(bool visible);
     /// Stops all reading of the device, for good.
     void setParamterViewDisable();
-    /// Reads the curated pages again, except folded groups. The argument says nothing.
+    /// Reads the curated pages again, except folded groups. After an import all controls that belong to no feature
+    /// follow the device too, without a write; else those that may change with the acquisition.
     void updateWidget(bool afterImport);
     /// Locks and unlocks what must not change while the camera acquires.
     void startAcquireOperation();
@@ -141,6 +143,9 @@ public Q_SLOTS:
     void on2DGrabOutputChanged(int index, bool status);
     void on2DShowTypeChanged(int index);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void setUpFilterBar();
     void setUpDescriptionPane();
@@ -153,6 +158,10 @@ private:
     void connectProfiler();
     /// Whether the profiler's controls are to follow the device.
     bool followsProfiler() const;
+    void followProfilerPage(int page);
+    /// Calls `follow` each time that a page is shown again; not when the panel is shown for the first time, as it has
+    /// just been built then.
+    void whenShownAgain(QWidget *page, std::function<void()> follow);
     template <class Tool>
     void forward(Tool ProfilerPages::*tool, void (Tool::*follow)() const);
     template <class Tool>
@@ -161,6 +170,11 @@ private:
     void useOutputs(Use use);
     /// Lets the choice of 2D images follow the device.
     void readOutputs();
+    /// Lets the controls that belong to no feature follow the device, all of them or those that may change with the
+    /// acquisition.
+    void followDevice(bool wholly);
+    /// Lets drawing of a region end when the camera's image has become another one.
+    void followImageSize();
     void describeSelectedRow();
     bool isFirstPageInView() const;
 
@@ -177,4 +191,5 @@ private:
     std::unique_ptr<Ui_ParamterWidget> m_ui;
     std::unique_ptr<AttributeTab> m_attributeTab;
     PageSet m_pageSet = PageSet::AreaScan;
+    bool m_wasShown = false;
 };

@@ -10,6 +10,7 @@
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWidget/pages/ProfilerCatalogue.h"
 #include "ParamterWidget/profiler/ProfilerPages.h"
+#include "ToolPage/CToolBox.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {
@@ -64,6 +65,8 @@ void ParamterWidget::buildProfilerTab(const TabSpec &tab, CToolBox *toolBox, Gen
             return;
         m_profiler = std::make_unique<ProfilerPages>(m_context, m_unplacedControls);
         connectProfiler();
+        for (int page = 0; page < m_context.toolBoxes.size(); ++page)
+            whenShownAgain(m_context.toolBoxes.at(page), [this, page] { followProfilerPage(page); });
     });
     buildTab(tab, toolBox, nodeMap);
 }
@@ -107,6 +110,12 @@ void ParamterWidget::connectProfiler()
 bool ParamterWidget::followsProfiler() const
 {
     return m_profiler && !m_context.disabled && !m_context.areaScan && !m_context.deviceName.isEmpty();
+}
+
+void ParamterWidget::followProfilerPage(int page)
+{
+    if (followsProfiler())
+        guarded(Module, [&] { m_profiler->showPage(page); });
 }
 
 void ParamterWidget::init3DParameters()

@@ -8,6 +8,7 @@
 #include "ParamterWidget/pages/StructuredLightCatalogue.h"
 #include "ParamterWidget/structuredlight/OutputSelection.h"
 #include "ToolPage/CComboBox.h"
+#include "ToolPage/CToolBox.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ void ParamterWidget::SLCommonAttributeInit(GenApi::INodeMap *nodeMap)
                 &ParamterWidget::on2DGrabOutputChanged);
         connect(m_outputSelection->showTypes(), qOverload<int>(&QComboBox::currentIndexChanged), this,
                 &ParamterWidget::on2DShowTypeChanged);
+        whenShownAgain(m_ui->firstToolBox, [this] { readOutputs(); });
     });
     buildTab(StructuredLightCatalogue::Shoot, m_ui->firstToolBox, nodeMap);
 }

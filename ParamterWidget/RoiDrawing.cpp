@@ -2,6 +2,7 @@
 #include "ParamterWidget/RoiDrawing.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 #include <utility>
 
@@ -205,13 +206,20 @@ void RoiDrawing::followCoordinate(const QObject *spinBox)
     }
 }
 
+/// In the pixels of the host's image.
+QRect RoiDrawing::drawnRegion() const
+{
+    return {m_horizontal.offset->value() - m_horizontal.offset->minimum(),
+            m_vertical.offset->value() - m_vertical.offset->minimum(), m_horizontal.size->value(),
+            m_vertical.size->value()};
+}
+
 void RoiDrawing::moveHostRegion()
 {
     const QScopedValueRollback<bool> echo(m_hostMoveExpected, false);
-    const int left = m_horizontal.offset->value() - m_horizontal.offset->minimum();
-    const int top = m_vertical.offset->value() - m_vertical.offset->minimum();
-    callHost<HostCore::SetROIPos>(Module, m_context.deviceKey(), m_region, left, top, left + m_horizontal.size->value(),
-                                  top + m_vertical.size->value());
+    const QRect region = drawnRegion();
+    callHost<HostCore::SetROIPos>(Module, m_context.deviceKey(), m_region, region.x(), region.y(),
+                                  region.x() + region.width(), region.y() + region.height());
 }
 
 void RoiDrawing::followHost(int leftX, int leftY, int rightX, int rightY)
@@ -222,6 +230,10 @@ void RoiDrawing::followHost(int leftX, int leftY, int rightX, int rightY)
     const QSignalBlocker vertical(m_vertical.offset);
     followHost(m_vertical, leftY, rightY);
     followHost(m_horizontal, leftX, rightX);
+    const QPoint corner(std::min(leftX, rightX), std::min(leftY, rightY));
+    const QSize size(std::abs(rightX - leftX), std::abs(rightY - leftY));
+    if (drawnRegion() != QRect(corner, size)) // the image must not show what the camera cannot have
+        moveHostRegion();
 }
 
 void RoiDrawing::followHost(const Axis &axis, int from, int to)
@@ -231,6 +243,19 @@ void RoiDrawing::followHost(const Axis &axis, int from, int to)
     axis.size->setValue(end - begin); // limits the offset
     axis.offset->setValue(begin + axis.offset->minimum());
     axis.size->setMaximum(axis.edge - axis.offset->value());
+}
+
+bool RoiDrawing::isCurrent(const Axis &axis) const
+{
+    const NodeInfo offset = nodeInfo(m_context.deviceName, axis.offsetFeature);
+    const NodeInfo size = nodeInfo(m_context.deviceName, axis.sizeFeature);
+    return offset.value == axis.offset->minimum() && offset.value + size.value == axis.edge;
+}
+
+void RoiDrawing::followCamera()
+{
+    if (m_drawing && !m_context.disabled && !(isCurrent(m_horizontal) && isCurrent(m_vertical)))
+        m_selectButton->click();
 }
 
 void RoiDrawing::apply()

@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include <QRect>
 #include <QVector>
 
 class QObject;
@@ -43,10 +44,13 @@ public:
     /// A spin box was changed: limits its partner to the region's edge and moves the host's rectangle, unless the
     /// change came from there. Other senders are ignored.
     void followCoordinate(const QObject *spinBox);
-    /// The user moved the host's rectangle; the host hears nothing of it.
+    /// The user moved the host's rectangle; the host hears nothing of it, unless the camera cannot have that one.
     void followHost(int leftX, int leftY, int rightX, int rightY);
     /// Shows the rows of the drawn region in place of those of the camera's, or the other way round.
     void showDrawingRows(bool drawing) const;
+
+    /// Ends drawing, with nothing written, when the camera's region is not the one any more in which is being drawn.
+    void followCamera();
 
     /// Ends drawing and writes width, height, x and y offset, in this order. A value that the camera refuses is
     /// written again as the next smaller one that fits its increment; refusals are logged.
@@ -82,6 +86,9 @@ private:
     void enableButtons();
     bool requestRegion();
     void adoptCameraRegion(Axis &axis) const;
+    /// The camera still has the region that was adopted.
+    bool isCurrent(const Axis &axis) const;
+    QRect drawnRegion() const;
     void moveHostRegion();
     static void followHost(const Axis &axis, int from, int to);
     void write(const char *feature, int value) const;

@@ -23,5 +23,8 @@ struct NodeWrite
     }
 };
 
-/// Makes the writes one after the other, whatever becomes of each.
-void writeSequence(const PanelContext &context, Table<NodeWrite> writes);
+/// Makes the writes one after the other, whatever becomes of each. False when the device or the host refuses some;
+/// one log line names what is refused by entry. What the device lacks is passed over.
+bool writeSequence(const PanelContext &context, Table<NodeWrite> writes);
+/// The same for writes that only select what is read next; a panel tells of the same refusal once.
+bool selectToRead(const PanelContext &context, Table<NodeWrite> selection);

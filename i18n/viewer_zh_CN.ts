@@ -121,6 +121,17 @@
     </message>
 </context>
 <context>
+    <name>RegionEditor</name>
+    <message>
+        <source>Measure range: %1</source>
+        <translation>采集范围：%1</translation>
+    </message>
+    <message>
+        <source>Mask %1: %2</source>
+        <translation>屏蔽区域 %1：%2</translation>
+    </message>
+</context>
+<context>
     <name>ViewerCommands</name>
     <message>
         <source>&amp;Device</source>
@@ -266,10 +277,6 @@
 <context>
     <name>ViewerWindow</name>
     <message>
-        <source>Regions lie on the sensor image: stop the acquisition to see them.</source>
-        <translation>区域位于传感器图像上：请停止采集以查看。</translation>
-    </message>
-    <message>
         <source>No image of this size yet. Drag the region by its edges and corners.</source>
         <translation>尚无此尺寸的图像。请拖动区域的边和角进行调整。</translation>
     </message>
@@ -340,6 +347,10 @@
     <message>
         <source>Image</source>
         <translation>图像</translation>
+    </message>
+    <message>
+        <source>Sensor</source>
+        <translation>传感器</translation>
     </message>
     <message>
         <source>There is no device %1.</source>

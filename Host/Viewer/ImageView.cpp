@@ -52,10 +52,12 @@ void ImageView::showStill(const QImage &frame)
     setImage(frame, QSize());
 }
 
-void ImageView::showCanvas(const QSize &size, const QString &hint)
+void ImageView::showCanvas(const QSize &size, const QString &hint, const QImage &picture, const QRect &place)
 {
     m_arrivals.clear();
     m_hint = hint;
+    m_below = picture;
+    m_place = place;
     m_fitted = true; // there is nothing to look at closely
     setImage(QImage(), size);
 }
@@ -200,11 +202,21 @@ void ImageView::paintContent(QPainter &painter) const
         painter.drawText(rect().adjusted(24, 24, -24, -24), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
         return;
     }
-    if (isCanvas())
-        paintCanvas(painter, imageRect(), rect(), m_hint);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom() < 1);
+    if (isCanvas())
+        paintCanvas(painter);
     painter.drawImage(imageRect(), m_frame);
     m_regions->paint(painter, placement(), rect(), hasFocus());
+}
+
+void ImageView::paintCanvas(QPainter &painter) const
+{
+    paintPlate(painter, imageRect());
+    painter.save();
+    painter.setClipRect(imageRect());
+    painter.drawImage(placement().toView(m_place), m_below);
+    painter.restore();
+    paintHint(painter, m_hint, imageRect(), rect());
 }
 
 void ImageView::wheelEvent(QWheelEvent *event)

@@ -34,9 +34,11 @@ public:
     void replaceFrame(const QImage &frame) { setImage(frame, QSize()); }
     /// Forgets the frame; `hint` (a sentence for a person) stands in its place.
     void clear(const QString &hint);
-    /// Forgets the frame; an empty plate of an image's size stands in its place, with a hint on it.
-    void showCanvas(const QSize &size, const QString &hint);
+    /// Forgets the frame; a plate of an image's size stands in its place, with a hint on it. What it covers of
+    /// `picture` is seen, `place` says where the picture lies on the plate, in pixels of the image.
+    void showCanvas(const QSize &size, const QString &hint, const QImage &picture = {}, const QRect &place = {});
     bool isCanvas() const { return m_frame.isNull() && !m_canvas.isEmpty(); }
+    const QImage &canvasPicture() const { return m_below; }
     /// Of the frame or the canvas; empty without both.
     QSize imageSize() const { return m_frame.isNull() ? m_canvas : m_frame.size(); }
     /// Where the image lies in the view; it may reach beyond.
@@ -86,6 +88,7 @@ private:
     QPointF imageCentre() const { return QRectF(QPointF(), QSizeF(imageSize())).center(); }
     ImagePlacement placement() const { return {imageRect(), imageSize()}; }
     void paintContent(QPainter &painter) const;
+    void paintCanvas(QPainter &painter) const;
     void panTo(const QPointF &position);
     void showCursor();
     void setZoom(double zoom, const QPointF &anchor);
@@ -97,6 +100,8 @@ private:
     PixelReader m_pixelReader;
     QImage m_frame;
     QSize m_canvas; ///< the size of the image to come; empty unless the canvas is shown
+    QImage m_below; ///< what is seen on the canvas
+    QRect m_place; ///< of that, in pixels of the canvas
     QString m_hint;
     bool m_fitted = true;
     double m_zoom = 1;

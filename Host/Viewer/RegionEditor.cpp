@@ -11,6 +11,9 @@
 namespace {
 
 constexpr int wideStep = 10; // pixels
+constexpr int measureRange = 0; ///< number of a laser profiler's region; others are masks
+const QColor rangeColour(96, 190, 255);
+const QColor maskColour(255, 170, 60);
 
 /// The way of an arrow key; null for other keys.
 QPoint arrowStep(int key)
@@ -168,7 +171,19 @@ void RegionEditor::paint(QPainter &painter, const ImagePlacement &placement, con
     QList<ImageRegion> all = regions();
     std::stable_partition(all.begin(), all.end(), [this](const ImageRegion &one) { return one.handle != m_selected; });
     for (const ImageRegion &one : std::as_const(all)) {
-        const QString size = QStringLiteral("%1 \u00d7 %2").arg(one.area.width()).arg(one.area.height());
-        paintRegion(painter, {placement.toView(one.area), size, one.handle == m_selected, focused}, view);
+        const bool isMask = one.number.value_or(measureRange) != measureRange;
+        const QColor colour = !one.number ? QColor() : isMask ? maskColour : rangeColour;
+        paintRegion(painter,
+                    {placement.toView(one.area), labelOf(one), one.handle == m_selected, focused, colour, isMask},
+                    view);
     }
+}
+
+QString RegionEditor::labelOf(const ImageRegion &region)
+{
+    const QString size = QStringLiteral("%1 \u00d7 %2").arg(region.area.width()).arg(region.area.height());
+    if (!region.number)
+        return size;
+    return region.number == measureRange ? tr("Measure range: %1").arg(size)
+                                         : tr("Mask %1: %2").arg(*region.number).arg(size);
 }

@@ -42,6 +42,8 @@ public:
     bool selectNext(bool forward);
 
     void paint(QPainter &painter, const ImagePlacement &placement, const QRectF &view, bool focused) const;
+    /// What stands at a region: its size, and its name if it has one.
+    static QString labelOf(const ImageRegion &region);
 
 Q_SIGNALS:
     /// The regions look different now.

@@ -23,6 +23,7 @@ constexpr double gripRoom = 8; ///< between an edge and the label
 constexpr double labelMargin = 5;
 constexpr double hintMargin = 24;
 constexpr int gridCells = 8;
+constexpr int hatchAlpha = 110;
 
 QPen line(const QColor &colour, double width)
 {
@@ -63,23 +64,8 @@ void paintLabel(QPainter &painter, const PaintedRegion &region, const QRectF &vi
     painter.setPen(Qt::NoPen);
     painter.setBrush(darkColour);
     painter.drawRoundedRect(place, 3, 3);
-    painter.setPen(brightColour);
+    painter.setPen(region.colour.isValid() ? region.colour : brightColour);
     painter.drawText(place, Qt::AlignCenter, region.label);
-}
-
-/// At the bottom of the view, or of the plate if it reaches down there: off the edge that regions start with.
-void paintHint(QPainter &painter, const QString &hint, const QRectF &plate, const QRectF &view)
-{
-    const int flags = Qt::AlignHCenter | Qt::AlignBottom | Qt::TextWordWrap;
-    QRectF room = view.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
-    if (painter.boundingRect(room, flags, hint).top() < plate.bottom() + hintMargin)
-        room.moveBottom(std::min(room.bottom(), plate.bottom() - hintMargin));
-    const QRectF text = painter.boundingRect(room, flags, hint);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(darkColour);
-    painter.drawRoundedRect(text.adjusted(-labelMargin, -labelMargin, labelMargin, labelMargin), 3, 3);
-    painter.setPen(hintColour);
-    painter.drawText(room, flags, hint);
 }
 
 void paintGrips(QPainter &painter, const PaintedRegion &region, const QRectF &view)
@@ -90,6 +76,21 @@ void paintGrips(QPainter &painter, const PaintedRegion &region, const QRectF &vi
         painter.drawRect(grip);
 }
 
+QColor lineColour(const PaintedRegion &region)
+{
+    if (region.colour.isValid())
+        return region.colour;
+    return region.selected && region.focused ? focusColour : brightColour;
+}
+
+/// Thin enough to see what lies below.
+QBrush filling(const PaintedRegion &region)
+{
+    QColor colour = region.colour;
+    colour.setAlpha(hatchAlpha);
+    return region.hatched ? QBrush(colour, Qt::BDiagPattern) : QBrush(Qt::NoBrush);
+}
+
 } // namespace
 
 void paintRegion(QPainter &painter, const PaintedRegion &region, const QRectF &view)
@@ -98,10 +99,11 @@ void paintRegion(QPainter &painter, const PaintedRegion &region, const QRectF &v
         return;
     const QRectF outline = seenOutline(region.outline, view);
     painter.save();
-    painter.setBrush(Qt::NoBrush);
+    painter.setBrush(filling(region));
     painter.setPen(line(darkColour, 4));
     painter.drawRect(outline);
-    painter.setPen(line(region.selected && region.focused ? focusColour : brightColour, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(line(lineColour(region), 2));
     painter.drawRect(outline);
     paintLabel(painter, region, view);
     if (region.selected)
@@ -109,7 +111,7 @@ void paintRegion(QPainter &painter, const PaintedRegion &region, const QRectF &v
     painter.restore();
 }
 
-void paintCanvas(QPainter &painter, const QRectF &plate, const QRectF &view, const QString &hint)
+void paintPlate(QPainter &painter, const QRectF &plate)
 {
     painter.save();
     painter.fillRect(plate, plateColour);
@@ -121,6 +123,22 @@ void paintCanvas(QPainter &painter, const QRectF &plate, const QRectF &view, con
     }
     painter.setPen(line(borderColour, 1));
     painter.drawRect(plate.adjusted(0.5, 0.5, -0.5, -0.5));
-    paintHint(painter, hint, plate, view);
+    painter.restore();
+}
+
+/// At the bottom of the view, or of the plate if it reaches down there: off the edge that regions start with.
+void paintHint(QPainter &painter, const QString &hint, const QRectF &plate, const QRectF &view)
+{
+    painter.save();
+    const int flags = Qt::AlignHCenter | Qt::AlignBottom | Qt::TextWordWrap;
+    QRectF room = view.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
+    if (painter.boundingRect(room, flags, hint).top() < plate.bottom() + hintMargin)
+        room.moveBottom(std::min(room.bottom(), plate.bottom() - hintMargin));
+    const QRectF text = painter.boundingRect(room, flags, hint);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(darkColour);
+    painter.drawRoundedRect(text.adjusted(-labelMargin, -labelMargin, labelMargin, labelMargin), 3, 3);
+    painter.setPen(hintColour);
+    painter.drawText(room, flags, hint);
     painter.restore();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
 #include <QRectF>
 #include <QString>
 
@@ -13,9 +14,13 @@ struct PaintedRegion
     QString label;
     bool selected = false; ///< with grips
     bool focused = false; ///< the arrow keys move it
+    QColor colour = {}; ///< of its kind; bright, and marked while it is focused, if it is not valid
+    bool hatched = false; ///< what it covers is left out
 };
 
 /// Lines are dark and bright side by side, so that they show on every image. `view` is the visible part.
 void paintRegion(QPainter &painter, const PaintedRegion &region, const QRectF &view);
 /// The plate that stands for an image that has not been taken yet.
-void paintCanvas(QPainter &painter, const QRectF &plate, const QRectF &view, const QString &hint);
+void paintPlate(QPainter &painter, const QRectF &plate);
+/// What is said about a plate.
+void paintHint(QPainter &painter, const QString &hint, const QRectF &plate, const QRectF &view);

@@ -204,7 +204,7 @@ QRect areaOf(TourStage &stage, int number)
 /// Where a pixel of the sensor's image is seen.
 QPoint seenAt(TourStage &stage, const QPoint &pixel)
 {
-    const ImageView &image = stage.window().image();
+    const ImageView &image = stage.window().regionView();
     const QRectF shown = image.imageRect();
     return (shown.topLeft() + QPointF(pixel) * (shown.width() / image.imageSize().width())).toPoint();
 }
@@ -212,7 +212,7 @@ QPoint seenAt(TourStage &stage, const QPoint &pixel)
 /// Drags a corner or the middle of something on the image, from one pixel of the image to another.
 void dragOnImage(TourStage &stage, const QPoint &from, const QPoint &to)
 {
-    TourHand::drag(&stage.window().image(), seenAt(stage, from), seenAt(stage, to));
+    TourHand::drag(&stage.window().regionView(), seenAt(stage, from), seenAt(stage, to));
 }
 
 /// The range reaches from the upper end of the sensor to its middle, which is the height 0.
@@ -222,7 +222,7 @@ bool drawRange(TourStage &stage)
     if (!stage.press(say("GrabRangeCompression")))
         return false;
     TourHand::pause(200);
-    if (!stage.expect(stage.window().image().isCanvas() && areaOf(stage, 0).height() == 1024,
+    if (!stage.expect(stage.window().regionView().isCanvas() && areaOf(stage, 0).height() == 1024,
                       say("no region of the sensor's size is shown")))
         return false;
     dragOnImage(stage, {1024, 1023}, {1024, 512});

@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSettings>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -24,6 +25,7 @@
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/LogModel.h"
 #include "Host/Viewer/LogView.h"
+#include "Host/Viewer/SensorPictures.h"
 #include "Host/Viewer/ViewerCommands.h"
 #include "ParamterWnd/ParamterWnd.h"
 
@@ -34,6 +36,8 @@ constexpr int panelMinimumHeight = 420;
 constexpr int panelWidth = 500;
 constexpr int deviceListWidth = 270;
 constexpr int logHeight = 150;
+constexpr int imageShare = 600; ///< of the height, beside that of the sensor's view
+constexpr int sensorShare = 400;
 /// Cameras of these types get the pages of laser profilers.
 constexpr const char *profilerTypeCodes = "profilerTypeCodes";
 const QStringList profilerTypes{QStringLiteral("5")};
@@ -46,16 +50,14 @@ const QString layoutKey = QStringLiteral("Viewer/layout");
 } // namespace
 
 ViewerWindow::ViewerWindow(HostContext &context)
-    : m_context(context), m_devices(new DeviceTree(context)), m_image(new ImageView),
-      m_heights(new HeightDisplay(context, this)), m_status(new FrameStatus(*m_image)), m_log(new LogView),
-      m_panel(new ParamterWnd)
+    : m_context(context), m_devices(new DeviceTree(context)), m_image(new ImageView), m_sensor(new ImageView),
+      m_heights(new HeightDisplay(context, this)), m_pictures(new SensorPictures(context, *m_heights, this)),
+      m_status(new FrameStatus(*m_image)), m_log(new LogView), m_panel(new ParamterWnd)
 {
     setObjectName(QStringLiteral("ViewerWindow"));
     setWindowIcon(glyphIcon(Glyph::Camera));
-    setCentralWidget(m_image);
-    m_image->setPixelReader([this](const QPoint &pixel) {
-        return showsHeights(currentId()) ? m_heights->textAt(currentId(), pixel) : QString();
-    });
+    buildViews();
+    m_image->setPixelReader([this](const QPoint &pixel) { return m_heights->textAt(currentId(), pixel); });
     m_panel->setProperty(profilerTypeCodes, profilerTypes);
     m_panel->setProperty(structuredLightTypeCodes, structuredLightTypes);
     statusBar()->addPermanentWidget(m_status);
@@ -73,6 +75,18 @@ ViewerWindow::~ViewerWindow()
 {
     disconnect(&m_context, nullptr, this, nullptr);
     delete m_panel;
+}
+
+void ViewerWindow::buildViews()
+{
+    auto *const views = new QSplitter(Qt::Vertical);
+    views->setChildrenCollapsible(false);
+    views->addWidget(m_image);
+    views->addWidget(m_sensor);
+    views->setSizes({imageShare, sensorShare});
+    m_sensor->setObjectName(QStringLiteral("sensorView"));
+    m_sensor->hide();
+    setCentralWidget(views);
 }
 
 QDockWidget *ViewerWindow::addDock(const QString &name, Qt::DockWidgetArea area, QWidget *content)
@@ -284,49 +298,57 @@ void ViewerWindow::showFormat()
                                                       : m_heights->pixelFormat(currentId(), m_cameraFormat));
 }
 
-bool ViewerWindow::showsHeights(const QString &id) const
+ImageView &ViewerWindow::regionView() const
 {
-    return m_heights->shows(id) && !m_regionsFirst.contains(id);
+    return m_heights->shows(currentId()) ? *m_sensor : *m_image;
 }
 
 QSize ViewerWindow::canvasSize() const
 {
-    const QString id = currentId();
-    const QList<ImageRegion> regions = m_context.regions().of(id);
-    if (regions.isEmpty() || showsHeights(id))
+    const QList<ImageRegion> regions = m_context.regions().of(currentId());
+    if (regions.isEmpty())
         return {};
     const QSize drawnOn = regions.last().image;
-    const bool covers = !m_heights->shows(id) && drawnOn == m_frames.value(id).size();
-    return covers ? QSize() : drawnOn;
+    const bool isCovered =
+        !m_heights->shows(currentId()) && m_pictures->placeOn(currentId(), drawnOn) == QRect(QPoint(), drawnOn);
+    return isCovered ? QSize() : drawnOn;
+}
+
+void ViewerWindow::showCanvas(ImageView &view)
+{
+    const QSize canvas = canvasSize();
+    view.showCanvas(canvas, tr("No image of this size yet. Drag the region by its edges and corners."),
+                    m_pictures->of(currentId()), m_pictures->placeOn(currentId(), canvas));
+}
+
+/// Height maps have a view of the sensor below them while there are regions.
+void ViewerWindow::showSensor()
+{
+    m_showsHeights = m_heights->shows(currentId());
+    const bool below = m_showsHeights && !canvasSize().isEmpty();
+    m_image->regions().follow(m_context.regions(), m_showsHeights ? QString() : currentId());
+    m_sensor->regions().follow(m_context.regions(), m_showsHeights ? currentId() : QString());
+    if (below)
+        showCanvas(*m_sensor);
+    m_sensor->setVisible(below);
 }
 
 void ViewerWindow::showPicture()
 {
     const QString id = currentId();
-    const QImage frame = m_heights->picture(id, m_frames.value(id));
-    const QSize canvas = canvasSize();
-    m_image->regions().follow(m_context.regions(), showsHeights(id) ? QString() : id);
-    if (!canvas.isEmpty())
-        m_image->showCanvas(canvas, tr("No image of this size yet. Drag the region by its edges and corners."));
-    else if (frame.isNull())
-        m_image->clear(imageHint());
+    showSensor();
+    if (&regionView() == m_image && !canvasSize().isEmpty())
+        showCanvas(*m_image);
+    else if (m_frames.contains(id))
+        m_image->showStill(m_heights->picture(id, m_frames.value(id)));
     else
-        m_image->showStill(frame);
+        m_image->clear(imageHint());
 }
 
 void ViewerWindow::followRegions(const QString &id)
 {
-    const QList<ImageRegion> regions = m_context.regions().of(id);
-    const int newest = regions.isEmpty() ? 0 : regions.last().handle;
-    const bool isNew = newest > std::exchange(m_newestRegion[id], newest);
-    const bool isHidden = isNew && m_heights->shows(id);
-    if (regions.isEmpty())
-        m_regionsFirst.remove(id);
-    else if (isHidden && m_devices->state(id) == DeviceTree::State::Acquiring)
-        m_context.log(objectName(), tr("Regions lie on the sensor image: stop the acquisition to see them."));
-    else if (isHidden)
-        m_regionsFirst.insert(id);
-    const QSize shown = m_image->isCanvas() ? m_image->imageSize() : QSize();
+    const ImageView &view = regionView();
+    const QSize shown = view.isCanvas() && view.isVisibleTo(this) ? view.imageSize() : QSize();
     if (id != currentId() || shown == canvasSize())
         return;
     showPicture();
@@ -335,7 +357,7 @@ void ViewerWindow::followRegions(const QString &id)
 
 void ViewerWindow::followHeights(const QString &id)
 {
-    if (id != currentId() || !showsHeights(id) || !m_frames.contains(id))
+    if (id != currentId() || !m_heights->shows(id) || !m_frames.contains(id))
         return;
     m_image->replaceFrame(m_heights->picture(id, m_frames.value(id)));
     showFormat();
@@ -357,10 +379,10 @@ void ViewerWindow::showFrame(const QString &id, const QImage &frame)
         return;
     const bool first = !m_frames.contains(id);
     m_frames.insert(id, frame);
-    m_regionsFirst.remove(id);
     if (id != currentId())
         return;
-    m_image->regions().follow(m_context.regions(), showsHeights(id) ? QString() : id);
+    if (m_heights->shows(id) != m_showsHeights)
+        showSensor();
     if (state == DeviceTree::State::Acquiring)
         m_image->showFrame(m_heights->picture(id, frame));
     else // the last one of an acquisition, which ended before it was here
@@ -424,8 +446,12 @@ void ViewerWindow::retranslate()
     m_logDock->setWindowTitle(tr("Log"));
     findChild<QToolBar *>(QStringLiteral("toolBar"))->setWindowTitle(tr("Tool Bar"));
     m_image->setAccessibleName(tr("Image"));
+    m_sensor->setAccessibleName(tr("Sensor"));
     if (m_image->frame().isNull())
         showPicture();
+    else
+        showSensor();
+    m_image->update(); // names of regions
 }
 
 void ViewerWindow::changeEvent(QEvent *event)

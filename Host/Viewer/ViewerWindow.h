@@ -4,7 +4,6 @@
 #include <QHash>
 #include <QImage>
 #include <QMainWindow>
-#include <QSet>
 
 #include "Host/Viewer/Translators.h"
 
@@ -17,6 +16,7 @@ class ImageView;
 class LogView;
 class ParamterWnd;
 class QDockWidget;
+class SensorPictures;
 class ViewerCommands;
 enum class Command;
 
@@ -40,6 +40,8 @@ public:
     HostContext &host() { return m_context; }
     DeviceTree &devices() { return *m_devices; }
     ImageView &image() { return *m_image; }
+    /// On which the regions of the current device lie: under a height map it is another one than that of the images.
+    ImageView &regionView() const;
     FrameStatus &frameStatus() { return *m_status; }
     LogView &log() { return *m_log; }
     ParamterWnd &panel() { return *m_panel; }
@@ -51,6 +53,7 @@ protected:
 
 private:
     QDockWidget *addDock(const QString &name, Qt::DockWidgetArea area, QWidget *content);
+    void buildViews();
     void buildDocks();
     void buildCommands();
     void connectHost();
@@ -63,10 +66,11 @@ private:
     void showDeviceMenu(const QPoint &position);
     void showAbout();
     void followFocus();
-    /// The size of the image that a region of the current device is drawn on; empty when its picture has that size.
+    /// The size of the image that a region of the current device is drawn on; empty when its picture is just that.
     QSize canvasSize() const;
-    /// The picture of a device is a height map or belongs to one; regions lie elsewhere then.
-    bool showsHeights(const QString &id) const;
+    void showSensor();
+    /// Shows the image on which regions lie, with what the last picture of the sensor covers of it.
+    void showCanvas(ImageView &view);
     void showPicture();
     void followRegions(const QString &id);
     void followHeights(const QString &id);
@@ -85,7 +89,9 @@ private:
     Translators m_translators;
     DeviceTree *m_devices;
     ImageView *m_image;
+    ImageView *m_sensor;
     HeightDisplay *m_heights;
+    SensorPictures *m_pictures;
     FrameStatus *m_status;
     QString m_cameraFormat; ///< the PixelFormat of the current camera while it acquires, else empty
     LogView *m_log;
@@ -95,7 +101,6 @@ private:
     QDockWidget *m_panelDock = nullptr;
     QDockWidget *m_logDock = nullptr;
     QHash<QString, QImage> m_frames; ///< last frame of each open camera
-    QSet<QString> m_regionsFirst; ///< devices whose regions cover their height maps until the next one comes
-    QHash<QString, int> m_newestRegion; ///< its handle, of each device
+    bool m_showsHeights = false; ///< of the current device; its regions lie on the view of the sensor
     QString m_pendingId; ///< to be opened once it is known
 };

@@ -78,18 +78,15 @@ private:
     double encoderZero = 0.0; ///< mm
 };
 
-/// Keeps the measure range on the sensor.
+/// Keeps the measure range in the middle of the sensor, when it is to be there.
 class MeasureRange : public Behaviour
 {
 public:
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
-        if (!write.is("Height") && !write.is("CenterImageY"))
-            return;
         RegisterMemory &memory = firmware.memory();
-        const qint64 room = memory.integer("SensorHeight") - memory.integer("Height");
-        const bool centred = memory.integer("CenterImageY") == 1;
-        memory.setInteger("OffsetY", centred ? room / 2 : std::min(room, memory.integer("OffsetY")));
+        if ((write.is("Height") || write.is("CenterImageY")) && memory.integer("CenterImageY") == 1)
+            memory.setInteger("OffsetY", (memory.integer("SensorHeight") - memory.integer("Height")) / 2);
     }
 };
 

@@ -14,6 +14,11 @@ const char *const Mode = "LaserAdjustMode";
 const QLatin1String Manual("Manual");
 const QLatin1String Automatic("Auto");
 
+int entryOf(const QString &mode)
+{
+    return mode == Manual ? 0 : 1;
+}
+
 } // namespace
 
 ContourTab::ContourTab(PanelContext &context, QWidget *controlsParent)
@@ -24,18 +29,21 @@ ContourTab::ContourTab(PanelContext &context, QWidget *controlsParent)
 
 void ContourTab::followLaserAdjustMode() const
 {
-    HostValues::writeNode(m_context, Mode, mode());
-    showRows();
+    if (HostValues::writeNode(m_context, Mode, mode()))
+        showRows();
+    else
+        showLaserAdjustMode();
 }
 
 void ContourTab::readLaserAdjustMode()
 {
-    PageControls::choose(m_laserAdjustMode, entryOfDevice());
+    PageControls::choose(m_laserAdjustMode, entryOf(HostValues::readNode(m_context, Mode)));
 }
 
 void ContourTab::showLaserAdjustMode() const
 {
-    PageControls::show(m_laserAdjustMode, entryOfDevice());
+    if (const auto mode = HostValues::knownText(m_context, Mode))
+        PageControls::show(m_laserAdjustMode, entryOf(*mode));
     showRows();
 }
 
@@ -43,11 +51,6 @@ QString ContourTab::mode() const
 {
     const QString shown = m_laserAdjustMode->currentText();
     return zhTransEnMap.value(shown, shown);
-}
-
-int ContourTab::entryOfDevice() const
-{
-    return HostValues::readNode(m_context, Mode) == Manual ? 0 : 1;
 }
 
 void ContourTab::showRows() const

@@ -14,16 +14,15 @@ public:
     ContourTab(PanelContext &context, QWidget *controlsParent);
 
     QComboBox *laserAdjustMode() const { return m_laserAdjustMode; }
-    /// Writes the mode and shows the rows that belong to it.
+    /// Writes the mode and shows the rows that belong to it. A refused one goes back to that of the device.
     void followLaserAdjustMode() const;
     /// Sets the list from the device and follows it as if the user had chosen the entry.
     void readLaserAdjustMode();
-    /// Shows what the device has and the rows that belong to it, writing nothing.
+    /// Shows what the device has and the rows that belong to it, writing nothing. A mode that cannot be read stays.
     void showLaserAdjustMode() const;
 
 private:
     QString mode() const; ///< the device's name of the entry that is shown
-    int entryOfDevice() const;
     void showRows() const;
 
     const PanelContext &m_context;

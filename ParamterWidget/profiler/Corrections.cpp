@@ -57,16 +57,20 @@ void Corrections::follow(const QObject *field) const
 void Corrections::writeTilt() const
 {
     const double angle = m_tilt->value() * RadiansPerDegree;
-    writeNode(m_context, "SinData", text(std::sin(angle)));
+    bool done = writeNode(m_context, "SinData", text(std::sin(angle)));
     QThread::msleep(SinePause);
-    writeNode(m_context, "CosData", text(std::cos(angle)));
+    done &= writeNode(m_context, "CosData", text(std::cos(angle)));
     leave(m_tilt, RowId::TiltCorrection);
+    if (!done)
+        showTilt();
 }
 
 void Corrections::writeHeight() const
 {
-    writeNode(m_context, "ZCoorScale", text(m_height->value()));
+    const bool done = writeNode(m_context, "ZCoorScale", text(m_height->value()));
     leave(m_height, RowId::HeightCorrection);
+    if (!done)
+        showHeight();
 }
 
 void Corrections::leave(QDoubleSpinBox *field, RowId id) const
@@ -88,20 +92,30 @@ void Corrections::determine(const QObject *button) const
     Q_EMIT field->editingFinished();
 }
 
-void Corrections::read() const
+void Corrections::show() const
+{
+    showTilt();
+    showHeight();
+}
+
+void Corrections::showTilt() const
 {
     const auto sine = HostValues::readNumber(m_context, "SinData");
     if (sine && std::abs(*sine) > 1.0) {
         HostValues::reportUnusable(m_context, QStringLiteral("SinData"), text(*sine));
     } else if (sine) {
         PageControls::setRange(m_tilt, -LargestTilt, LargestTilt, Step);
-        m_tilt->setValue(std::asin(*sine) / RadiansPerDegree);
+        PageControls::show(m_tilt, std::asin(*sine) / RadiansPerDegree);
     }
+}
+
+void Corrections::showHeight() const
+{
     float value = 0, minimum = 0, maximum = 0, increment = 0;
     if (GetCamerFloatNodeValue(m_context.deviceName, QStringLiteral("ZCoorScale"), value, minimum, maximum, increment)
         == 0) {
         PageControls::setRange(m_height, static_cast<double>(minimum), static_cast<double>(maximum), Step);
-        m_height->setValue(static_cast<double>(value));
+        PageControls::show(m_height, static_cast<double>(value));
     }
 }
 

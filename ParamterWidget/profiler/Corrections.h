@@ -23,19 +23,21 @@ public:
     QPushButton *tiltButton() const { return m_tiltButton; }
     QPushButton *heightButton() const { return m_heightButton; }
 
-    /// Writes an edited field to the device. Other objects are ignored.
+    /// Writes an edited field to the device; what it refuses, the field gives back. Other objects are ignored.
     void follow(const QObject *field) const;
     /// Lets the host determine the value of a button's field, which it may set, and writes it. Other objects are
     /// ignored.
     void determine(const QObject *button) const;
-    /// Sets the fields from the device; one that cannot be read keeps its field as it is.
-    void read() const;
+    /// Shows what the device has, writing nothing. What cannot be read, or is being typed, stays as it is.
+    void show() const;
     /// Sets the texts in the application's language.
     void retranslate() const;
 
 private:
     void writeTilt() const;
     void writeHeight() const;
+    void showTilt() const;
+    void showHeight() const;
     /// Takes the focus from a field; its row keeps the place, so that Tab goes on from there.
     void leave(QDoubleSpinBox *field, RowId id) const;
 

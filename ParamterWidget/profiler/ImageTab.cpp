@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/profiler/ImageTab.h"
 
+#include <algorithm>
+
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QSignalBlocker>
@@ -20,7 +22,6 @@ using HostValues::writeNode;
 using HostValues::writeSetting;
 
 constexpr const char *Module = "ImageTab";
-
 constexpr int MeasureRangeRegion = 0;
 constexpr QSize SensorSize(2048, 1024); ///< what the region starts from, in pixels
 constexpr int GrayImageMode = 3;
@@ -68,25 +69,69 @@ void ImageTab::showSettings() const
 
 void ImageTab::followMeasureRange() const
 {
-    if (!m_measureRange->isOn()) {
+    const bool on = m_measureRange->isOn();
+    if (isRangeLocked() && isRangeLimited().value_or(on) != on) {
+        m_measureRange->setSwitch(!on);
+        m_context.log(Module, QStringLiteral("The measure range cannot be switched, the device locks its Height"));
+    } else if (on) {
+        writeNode(m_context, "CenterImageY", QStringLiteral("Off"));
+        drawMeasureRange();
+    } else {
         callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), MeasureRangeRegion);
-        restoreHeight();
-        return;
+        if (!restoreHeight() && isRangeLimited().value_or(false)) {
+            m_measureRange->setSwitch(true);
+            drawMeasureRange();
+        }
     }
-    writeNode(m_context, "CenterImageY", QStringLiteral("Off"));
+}
+
+void ImageTab::drawMeasureRange() const
+{
     int region = MeasureRangeRegion;
     bool accepted = false;
     callHost<HostCore::DrawROI>(Module, m_context.deviceKey(), 0, 0, SensorSize.width(), SensorSize.height(), region,
                                 accepted, 0, 1);
 }
 
-void ImageTab::restoreHeight() const
+/// The maximum may grow when the offset has gone. False when the device refuses.
+bool ImageTab::restoreHeight() const
+{
+    const int before = largestHeight();
+    bool done = writeNode(m_context, "OffsetY", QStringLiteral("0"));
+    const int maximum = std::max(before, largestHeight());
+    if (maximum > 0)
+        done &= writeNode(m_context, "Height", QString::number(maximum));
+    return done;
+}
+
+/// 0 when the device does not tell.
+int ImageTab::largestHeight() const
 {
     int value = 0, minimum = 0, maximum = 0, increment = 0;
     GetCameraIntNodeInfo(m_context.deviceName, QStringLiteral("Height"), value, minimum, maximum, increment);
-    writeNode(m_context, "OffsetY", QStringLiteral("0"));
-    if (maximum > 0)
-        writeNode(m_context, "Height", QString::number(maximum));
+    return maximum;
+}
+
+bool ImageTab::isRangeLocked() const
+{
+    GenApi::INodeMap *const nodeMap = m_context.nodeMap();
+    GenApi::INode *const height = nodeMap ? nodeMap->GetNode("Height") : nullptr;
+    return height && height->GetAccessMode() == GenApi::RO;
+}
+
+std::optional<bool> ImageTab::isRangeLimited() const
+{
+    const auto height = readNumber(m_context, "Height");
+    const auto maximum = readNumber(m_context, "HeightMax");
+    return height && maximum ? std::optional(*height != *maximum) : std::nullopt;
+}
+
+void ImageTab::showMeasureRange() const
+{
+    const bool on = isRangeLimited().value_or(m_measureRange->isOn());
+    if (m_measureRange->isOn() && !on)
+        callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), MeasureRangeRegion);
+    m_measureRange->setSwitch(on);
 }
 
 void ImageTab::readMeasureRange() const

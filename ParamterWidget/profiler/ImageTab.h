@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
 class QComboBox;
 class QDoubleSpinBox;
 class QWidget;
@@ -20,10 +22,13 @@ public:
     /// Distance of the rows of the 3D view in mm, 0 to 1.
     QDoubleSpinBox *contourSpacing() const { return m_contourSpacing; }
 
-    /// Lets the user draw the measure range, or removes it and restores the full sensor height.
+    /// Lets the user draw the measure range, or removes it and restores the full sensor height. The switch goes back
+    /// when the device does not allow it.
     void followMeasureRange() const;
     /// Switches on a measure range that the device has, and off one that it has not.
     void readMeasureRange() const;
+    /// Shows whether the device has a measure range, without drawing; one that it has not leaves the image.
+    void showMeasureRange() const;
     void followGrayImage() const;
     void followContourSpacing() const;
     /// Sets the spacing from the host's settings, which get the default one if they have none.
@@ -33,7 +38,13 @@ public:
 
 private:
     void followSamplingRate(int index) const;
-    void restoreHeight() const;
+    void drawMeasureRange() const;
+    bool restoreHeight() const;
+    int largestHeight() const;
+    /// The device keeps its range as it is, while it acquires for one.
+    bool isRangeLocked() const;
+    /// The device has a range that is less than the sensor; nothing when it does not tell.
+    std::optional<bool> isRangeLimited() const;
 
     const PanelContext &m_context;
     SwitchButton *m_measureRange;

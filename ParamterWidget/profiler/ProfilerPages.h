@@ -22,18 +22,17 @@ struct ProfilerPages
     void readDevice()
     {
         trigger.readModes();
-        trigger.showDataSource();
+        trigger.readDataSource();
         trigger.readBatchMode();
         contour.readLaserAdjustMode();
-        corrections.read();
+        corrections.show();
     }
     void readSettings() const
     {
         image.readContourSpacing();
         zRange.show();
     }
-    /// Shows what the device and the settings have become, without the modes of the trigger tab and the corrections.
-    /// Writes nothing.
+    /// Shows what may have changed with the acquisition. Writes nothing.
     void show() const
     {
         trigger.showDataSource();
@@ -42,11 +41,34 @@ struct ProfilerPages
         image.showSettings();
         zRange.show();
     }
-    /// The same with the modes, so the line trigger is left selected.
-    void showAfterUserSet() const
+    /// Shows what the device and the settings have become, on one page, counted from 0, or on all. Writes nothing but
+    /// what selects the triggers and masks to ask for; the line trigger is left selected.
+    void showPage(int page) const
     {
-        trigger.showModes();
-        show();
+        switch (page) {
+        case 0:
+            trigger.showModes();
+            trigger.showDataSource();
+            trigger.showBatchMode();
+            break;
+        case 1:
+            image.showSettings();
+            image.showMeasureRange();
+            masks.show();
+            zRange.show();
+            break;
+        case 2:
+            contour.showLaserAdjustMode();
+            break;
+        case 3:
+            corrections.show();
+            break;
+        }
+    }
+    void showAll() const
+    {
+        for (int page : {0, 1, 2, 3})
+            showPage(page);
     }
     void retranslate() const
     {

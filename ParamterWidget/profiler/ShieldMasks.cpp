@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/profiler/ShieldMasks.h"
 
+#include <algorithm>
+
 #include <QThread>
 #include <QVariant>
 
@@ -41,23 +43,51 @@ ShieldMasks::ShieldMasks(PanelContext &context, QWidget *controlsParent) : m_con
 
 void ShieldMasks::follow(const QObject *switchButton) const
 {
+    const auto found = std::find(m_switches.begin(), m_switches.end(), switchButton);
+    if (found == m_switches.end())
+        return;
+    const int mask = int(found - m_switches.begin());
+    const bool on = (*found)->isOn();
+    if (!on)
+        callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), FirstRegion + mask);
+    const bool enabled = enable(mask, on);
+    (*found)->setSwitch(enabled);
+    int region = FirstRegion + mask;
+    bool accepted = false;
+    if (enabled)
+        callHost<HostCore::DrawROI>(Module, m_context.deviceKey(), 0, 0, 0, 0, region, accepted, 1, 0);
+}
+
+/// What became of it; as wished when the device refuses and does not tell either.
+bool ShieldMasks::enable(int mask, bool on) const
+{
+    const bool selected = writeNode(m_context, Selector, selectorEntry(mask));
+    if (on)
+        QThread::msleep(SelectorPause);
+    const bool done = writeNode(m_context, Enable, on ? QStringLiteral("1") : QStringLiteral("0"));
+    return selected && !done ? isEnabled().value_or(on) : on;
+}
+
+std::optional<bool> ShieldMasks::isEnabled() const
+{
+    const auto enabled = HostValues::knownText(m_context, Enable);
+    return enabled ? std::optional(*enabled == QLatin1String("True")) : std::nullopt;
+}
+
+void ShieldMasks::show() const
+{
+    const auto selected = HostValues::knownText(m_context, Selector);
     for (int mask = 0; mask < int(m_switches.size()); ++mask) {
-        const SwitchButton *const button = m_switches[size_t(mask)];
-        if (button != switchButton)
-            continue;
-        int region = FirstRegion + mask;
-        if (button->isOn()) {
-            writeNode(m_context, Selector, selectorEntry(mask));
-            QThread::msleep(SelectorPause);
-            writeNode(m_context, Enable, QStringLiteral("1"));
-            bool accepted = false;
-            callHost<HostCore::DrawROI>(Module, m_context.deviceKey(), 0, 0, 0, 0, region, accepted, 1, 0);
-        } else {
-            callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), region);
-            writeNode(m_context, Selector, selectorEntry(mask));
-            writeNode(m_context, Enable, QStringLiteral("0"));
-        }
+        if (!writeNode(m_context, Selector, selectorEntry(mask)))
+            return;
+        SwitchButton *const button = m_switches[size_t(mask)];
+        const bool enabled = isEnabled().value_or(button->isOn());
+        if (button->isOn() && !enabled)
+            callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), FirstRegion + mask);
+        button->setSwitch(enabled);
     }
+    if (selected)
+        writeNode(m_context, Selector, *selected);
 }
 
 void ShieldMasks::read() const
@@ -66,7 +96,7 @@ void ShieldMasks::read() const
     for (int mask = 0; mask < int(m_switches.size()); ++mask) {
         if (callHost<HostCore::SetCameraNodeValue>(Module, device, Selector, selectorEntry(mask).toStdString()) != 0)
             continue;
-        const bool enabled = HostValues::readNode(m_context, Enable) == QLatin1String("True");
+        const bool enabled = isEnabled().value_or(false);
         if (enabled != m_switches[size_t(mask)]->isOn())
             m_switches[size_t(mask)]->click();
     }

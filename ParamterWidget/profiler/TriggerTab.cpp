@@ -18,6 +18,7 @@
 
 namespace {
 
+using HostValues::knownText;
 using HostValues::readNode;
 using HostValues::writeNode;
 
@@ -90,24 +91,27 @@ TriggerTab::TriggerTab(PanelContext &context, QWidget *controlsParent)
 
 void TriggerTab::followFrameTriggerMode() const
 {
+    bool done = false;
     if (m_frameTriggerMode->currentIndex() == External) {
-        writeSequence(m_context, ExternalTrigger);
-        showFrameTriggerSource(usableFrameTriggerSource());
+        done = writeSequence(m_context, ExternalTrigger);
+        done &= useFrameTriggerSource();
     } else {
-        writeSequence(m_context, ContinuousTrigger);
+        done = writeSequence(m_context, ContinuousTrigger);
     }
     showFrameTriggerRows();
-    writeSequence(m_context, SelectLineTrigger);
+    done &= writeSequence(m_context, SelectLineTrigger);
+    if (!done)
+        showModes();
 }
 
 /// The internal timer is no source of an external trigger.
-QString TriggerTab::usableFrameTriggerSource() const
+bool TriggerTab::useFrameTriggerSource() const
 {
     const QString source = readNode(m_context, Source, DefaultSource);
-    if (source != QLatin1String("Timer"))
-        return source;
-    writeNode(m_context, Source, DefaultSource);
-    return DefaultSource;
+    const bool isUsable = source != QLatin1String("Timer");
+    const bool done = isUsable || writeNode(m_context, Source, DefaultSource);
+    showFrameTriggerSource(isUsable ? source : QString(DefaultSource));
+    return done;
 }
 
 void TriggerTab::showFrameTriggerSource(const QString &source) const
@@ -126,11 +130,13 @@ void TriggerTab::showFrameTriggerRows() const
 void TriggerTab::followFrameTriggerSource() const
 {
     const QString source = m_frameTriggerSource->currentText();
-    writeSequence(m_context, SelectFrameTrigger);
-    writeNode(m_context, Source, source);
+    bool done = writeSequence(m_context, SelectFrameTrigger);
+    done &= writeNode(m_context, Source, source);
     QThread::msleep(Pause);
-    writeSequence(m_context, LineTriggerSource);
+    done &= writeSequence(m_context, LineTriggerSource);
     enableSoftwareTrigger(source);
+    if (!done)
+        showModes();
 }
 
 void TriggerTab::enableSoftwareTrigger(const QString &source) const
@@ -141,10 +147,13 @@ void TriggerTab::enableSoftwareTrigger(const QString &source) const
 void TriggerTab::followLineScanMode() const
 {
     const bool continuous = showLineScanRows();
-    writeSequence(m_context, continuous ? Table<NodeWrite>(ContinuousScan) : Table<NodeWrite>(EncoderScan));
+    const bool done =
+        writeSequence(m_context, continuous ? Table<NodeWrite>(ContinuousScan) : Table<NodeWrite>(EncoderScan));
     ToolPageWidgetItem *const lineRate = m_context.placed(RowId::AcquisitionLineRate).row;
     if (continuous && lineRate)
         lineRate->updateWidget(false);
+    if (!done)
+        showModes();
 }
 
 bool TriggerTab::showLineScanRows() const
@@ -159,13 +168,16 @@ bool TriggerTab::showLineScanRows() const
 void TriggerTab::followBatchMode() const
 {
     const int mode = m_batchMode->currentIndex();
-    if (mode >= 0 && mode < int(std::size(BatchLines)))
-        writeNode(m_context, "BatchNumber", QString::number(BatchLines[mode]));
+    if (mode < 0 || mode >= int(std::size(BatchLines)))
+        return;
+    if (!writeNode(m_context, "BatchNumber", QString::number(BatchLines[mode])))
+        showBatchMode();
 }
 
 void TriggerTab::followDataSource(int index) const
 {
-    writeNode(m_context, "DepthDataType", index == 0 ? DepthOnly : DepthAndIntensity);
+    if (!writeNode(m_context, "DepthDataType", index == 0 ? DepthOnly : DepthAndIntensity))
+        showDataSource();
 }
 
 void TriggerTab::trigger() const
@@ -178,47 +190,61 @@ void TriggerTab::trigger() const
 
 void TriggerTab::readModes()
 {
-    writeSequence(m_context, SelectFrameTrigger);
-    PageControls::choose(m_frameTriggerMode, isTriggerOff() ? Continuous : External);
-    writeSequence(m_context, SelectLineTriggerToRead);
-    PageControls::choose(m_lineScanMode, isTriggerOff() ? ByTime : ByEncoder);
+    selectToRead(m_context, SelectFrameTrigger);
+    PageControls::choose(m_frameTriggerMode, isTriggerOff().value_or(false) ? Continuous : External);
+    selectToRead(m_context, SelectLineTriggerToRead);
+    PageControls::choose(m_lineScanMode, isTriggerOff().value_or(false) ? ByTime : ByEncoder);
 }
 
 void TriggerTab::showModes() const
 {
-    writeSequence(m_context, SelectFrameTrigger);
-    PageControls::show(m_frameTriggerMode, isTriggerOff() ? Continuous : External);
-    showFrameTriggerSource(readNode(m_context, Source, DefaultSource));
-    showFrameTriggerRows();
-    writeSequence(m_context, SelectLineTriggerToRead);
-    PageControls::show(m_lineScanMode, isTriggerOff() ? ByTime : ByEncoder);
-    showLineScanRows();
+    if (selectToRead(m_context, SelectFrameTrigger)) {
+        showMode(m_frameTriggerMode, Continuous, External);
+        if (const auto source = knownText(m_context, Source))
+            showFrameTriggerSource(*source);
+        showFrameTriggerRows();
+    }
+    if (selectToRead(m_context, SelectLineTriggerToRead)) {
+        showMode(m_lineScanMode, ByTime, ByEncoder);
+        showLineScanRows();
+    }
 }
 
-/// Of the trigger that is selected; one that cannot be read counts as on.
-bool TriggerTab::isTriggerOff() const
+void TriggerTab::showMode(QComboBox *list, int entryOfOff, int entryOfOn) const
 {
-    return readNode(m_context, "TriggerMode") == QLatin1String("Off");
+    if (const auto isOff = isTriggerOff())
+        PageControls::show(list, *isOff ? entryOfOff : entryOfOn);
 }
 
-void TriggerTab::showDataSource() const
+std::optional<bool> TriggerTab::isTriggerOff() const
+{
+    const auto mode = knownText(m_context, "TriggerMode");
+    return mode ? std::optional(*mode == QLatin1String("Off")) : std::nullopt;
+}
+
+void TriggerTab::readDataSource() const
 {
     PageControls::show(m_dataSource, readNode(m_context, "DepthDataType", DepthOnly) == DepthOnly ? 0 : 1);
 }
 
+void TriggerTab::showDataSource() const
+{
+    if (const auto type = knownText(m_context, "DepthDataType"))
+        PageControls::show(m_dataSource, *type == DepthOnly ? 0 : 1);
+}
+
 void TriggerTab::readBatchMode()
 {
-    m_batchMode->setCurrentIndex(batchModeOfDevice());
+    m_batchMode->setCurrentIndex(batchMode(HostValues::readNumber(m_context, "BatchNumber", QStringLiteral("100"))));
 }
 
 void TriggerTab::showBatchMode() const
 {
-    PageControls::show(m_batchMode, batchModeOfDevice());
+    PageControls::show(m_batchMode, batchMode(HostValues::readNumber(m_context, "BatchNumber")));
 }
 
-int TriggerTab::batchModeOfDevice() const
+int TriggerTab::batchMode(const std::optional<double> &lines) const
 {
-    const auto lines = HostValues::readNumber(m_context, "BatchNumber", QStringLiteral("100"));
     if (!lines || *lines < 1)
         return m_batchMode->currentIndex();
     const int *const end = std::prev(std::end(BatchLines));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
 class QComboBox;
 class QPushButton;
 class QString;
@@ -24,7 +26,8 @@ public:
     QComboBox *lineScanMode() const { return m_lineScanMode; }
     QComboBox *batchMode() const { return m_batchMode; }
 
-    /// Write what the control says, and show the rows that belong to it.
+    /// Write what the control says, and show the rows that belong to it. After a refused write the control shows what
+    /// the device has; it stays as it is if that cannot be read.
     void followFrameTriggerMode() const;
     void followFrameTriggerSource() const;
     void followLineScanMode() const;
@@ -34,18 +37,23 @@ public:
 
     /// Sets the controls from the device. The two modes are followed as if the user had chosen them.
     void readModes();
+    void readDataSource() const;
     /// A number of the device between the classes moves to the class above it, on the device too.
     void readBatchMode();
-    /// Show what the device has and the rows that belong to it, writing nothing. The modes, with the frame trigger's
-    /// source, need both triggers selected.
+    /// Show what the device has and the rows that belong to it, writing nothing; what cannot be read stays. The modes,
+    /// with the frame trigger's source, need both triggers selected.
     void showModes() const;
     void showDataSource() const;
     void showBatchMode() const;
 
 private:
-    bool isTriggerOff() const;
-    int batchModeOfDevice() const;
-    QString usableFrameTriggerSource() const;
+    /// Of the trigger that is selected.
+    std::optional<bool> isTriggerOff() const;
+    void showMode(QComboBox *list, int entryOfOff, int entryOfOn) const;
+    /// The entry for a number of lines; the one that is shown when there is none.
+    int batchMode(const std::optional<double> &lines) const;
+    /// Shows the source that the device has, which gets another one if its own cannot be used; false if it refuses.
+    bool useFrameTriggerSource() const;
     /// An entry that is not offered shows as none.
     void showFrameTriggerSource(const QString &source) const;
     void showFrameTriggerRows() const;

@@ -26,29 +26,34 @@ constexpr int ProfileMode = 1; ///< image mode of the host
 } // namespace
 
 ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
-    : m_context(context), m_auto(PageControls::button("Auto", controlsParent)),
-      m_maximum(PageControls::numberField(controlsParent, Decimals)),
-      m_minimum(PageControls::numberField(controlsParent, Decimals))
+    : m_context(context),
+      m_auto(PageControls::button("Auto", controlsParent)), m_maximum{PageControls::numberField(controlsParent,
+                                                                                                Decimals),
+                                                                      HostCore::CAM_INFO_Z_MAXIMUM, Highest},
+      m_minimum{PageControls::numberField(controlsParent, Decimals), HostCore::CAM_INFO_Z_MINIMUM, Lowest}
 {
     m_auto->setFixedHeight(ButtonHeight);
     const double upper = readNumber(context, "ZUpSizeInfo").value_or(Highest);
     const double lower = readNumber(context, "ZDownSizeInfo").value_or(Lowest);
-    for (QDoubleSpinBox *bound : {m_maximum, m_minimum})
-        PageControls::setRange(bound, lower, upper, Step);
-    m_maximum->setValue(Highest);
-    m_minimum->setValue(Lowest);
+    for (const Bound *bound : {&m_maximum, &m_minimum}) {
+        PageControls::setRange(bound->field, lower, upper, Step);
+        bound->field->setValue(bound->usual);
+    }
     show();
     context.controls[RowId::ZRange] = PageControls::row({m_auto}, controlsParent);
-    context.controls[RowId::ZMaximum] = m_maximum;
-    context.controls[RowId::ZMinimum] = m_minimum;
+    context.controls[RowId::ZMaximum] = m_maximum.field;
+    context.controls[RowId::ZMinimum] = m_minimum.field;
 }
 
 void ZRange::show() const
 {
-    if (const auto maximum = readNumber(m_context, HostCore::CAM_INFO_Z_MAXIMUM, QString::number(Highest)))
-        PageControls::show(m_maximum, *maximum);
-    if (const auto minimum = readNumber(m_context, HostCore::CAM_INFO_Z_MINIMUM, QString::number(Lowest)))
-        PageControls::show(m_minimum, *minimum);
+    for (const Bound *bound : {&m_maximum, &m_minimum}) {
+        const auto stored = readNumber(m_context, bound->item, QString::number(bound->usual));
+        if (!stored)
+            continue;
+        bound->taken = *stored;
+        PageControls::show(bound->field, *stored);
+    }
 }
 
 void ZRange::determine() const
@@ -59,17 +64,18 @@ void ZRange::determine() const
     std::thread([device = m_context.deviceKey()] { errorOf([&] { HostCore::StartGrab(device); }); }).detach();
 }
 
-void ZRange::follow(const QObject *bound) const
+void ZRange::follow(const QObject *edited) const
 {
-    const bool inverted = m_maximum->value() < m_minimum->value();
-    for (const auto &[field, item] :
-         {std::pair(m_maximum, HostCore::CAM_INFO_Z_MAXIMUM), std::pair(m_minimum, HostCore::CAM_INFO_Z_MINIMUM)}) {
-        if (field != bound)
+    const bool inverted = m_maximum.field->value() < m_minimum.field->value();
+    for (const Bound *bound : {&m_maximum, &m_minimum}) {
+        if (bound->field != edited)
             continue;
-        if (!inverted)
-            HostValues::writeSetting(m_context, item, HostValues::text(field->value()));
-        else if (const auto stored = readNumber(m_context, item))
-            field->setValue(*stored);
+        if (inverted) {
+            bound->field->setValue(readNumber(m_context, bound->item).value_or(bound->taken));
+        } else {
+            bound->taken = bound->field->value();
+            HostValues::writeSetting(m_context, bound->item, HostValues::text(bound->taken));
+        }
     }
 }
 

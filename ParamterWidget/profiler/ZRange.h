@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ParamterWnd/HostCore.h"
+
 class QDoubleSpinBox;
 class QObject;
 class QPushButton;
@@ -17,12 +19,13 @@ public:
     ZRange(PanelContext &context, QWidget *controlsParent);
 
     QPushButton *autoButton() const { return m_auto; }
-    QDoubleSpinBox *maximum() const { return m_maximum; }
-    QDoubleSpinBox *minimum() const { return m_minimum; }
+    QDoubleSpinBox *maximum() const { return m_maximum.field; }
+    QDoubleSpinBox *minimum() const { return m_minimum.field; }
 
     /// Asks the host for a range and starts an acquisition from a thread of its own, which nobody waits for.
     void determine() const;
-    /// Stores an edited bound, or restores it if the range would be inverted. Other objects are ignored.
+    /// Stores an edited bound, or restores it if the range would be inverted: to what the host has stored, or to the
+    /// last one that was taken. Other objects are ignored.
     void follow(const QObject *bound) const;
     /// Shows the host's settings. A bound that is no number, or that is being typed, stays as it is.
     void show() const;
@@ -30,8 +33,16 @@ public:
     void retranslate() const;
 
 private:
+    struct Bound
+    {
+        QDoubleSpinBox *field;
+        HostCore::CAM_INFO item;
+        double usual;
+        mutable double taken = usual; ///< the last value that was shown or stored
+    };
+
     const PanelContext &m_context;
     QPushButton *m_auto;
-    QDoubleSpinBox *m_maximum;
-    QDoubleSpinBox *m_minimum;
+    Bound m_maximum;
+    Bound m_minimum;
 };

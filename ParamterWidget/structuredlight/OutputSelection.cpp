@@ -34,9 +34,9 @@ const QLatin1String On("True");
 const QLatin1String Off("False");
 const QLatin1String ShowNone("-");
 
-bool isOn(const PanelContext &context, const Output &output, bool otherwise = false)
+bool isOn(const PanelContext &context, const Output &output)
 {
-    return HostValues::readNode(context, output.feature, otherwise ? On : Off) == On;
+    return HostValues::readNode(context, output.feature, Off) == On;
 }
 
 } // namespace
@@ -56,8 +56,13 @@ OutputSelection::OutputSelection(PanelContext &context, QWidget *controlsParent)
 
 void OutputSelection::followOutput(int output, bool on) const
 {
-    if (output >= 0 && output < OutputCount)
-        HostValues::writeNode(m_context, Outputs[output].feature, on ? QStringLiteral("1") : QStringLiteral("0"));
+    const bool isKnown = output >= 0 && output < OutputCount;
+    const QString text = on ? QStringLiteral("1") : QStringLiteral("0");
+    const bool refused = isKnown && !HostValues::writeNode(m_context, Outputs[output].feature, text);
+    if (m_context.disabled)
+        return;
+    if (refused)
+        show(output, on);
     if (!m_context.disabled)
         updateShowTypes();
 }
@@ -85,6 +90,12 @@ void OutputSelection::updateShowTypes() const
         followShowType();
 }
 
+void OutputSelection::show(int output, bool otherwise) const
+{
+    const QString text = HostValues::knownText(m_context, Outputs[output].feature).value_or(otherwise ? On : Off);
+    m_outputs->setItemChecked(output + FirstRow, text == On);
+}
+
 QStringList OutputSelection::offered() const
 {
     QStringList names;
@@ -102,10 +113,9 @@ void OutputSelection::read() const
         return;
     const QStringList former = m_outputs->getCheckedItemsName();
     for (int index = 0; index < OutputCount && !m_context.disabled; ++index) {
-        const Output &output = Outputs[index];
-        const bool on = former.contains(QLatin1String(output.name));
-        if (GenApi::IsReadable(nodeMap->GetNode(output.feature)))
-            m_outputs->setItemChecked(index + FirstRow, isOn(m_context, output, on));
+        const bool on = former.contains(QLatin1String(Outputs[index].name));
+        if (GenApi::IsReadable(nodeMap->GetNode(Outputs[index].feature)))
+            show(index, on);
     }
     if (!m_context.disabled)
         updateShowTypes();

@@ -20,7 +20,8 @@ public:
     CComboBox *outputs() const { return m_outputs; }
     QComboBox *showTypes() const { return m_showTypes; }
 
-    /// Switches an output of the device, by its place in the list. A refused one stays as the user set it.
+    /// Switches an output of the device, by its place in the list. A refused one shows what the device has, or stays as
+    /// the user set it if that cannot be read.
     void followOutput(int output, bool on) const;
     /// Tells the host which image to show; none is 0.
     void followShowType() const;
@@ -30,6 +31,8 @@ public:
     void read() const;
 
 private:
+    /// Ticks an output as the device has it.
+    void show(int output, bool otherwise) const;
     /// The outputs that can be chosen.
     QStringList offered() const;
 

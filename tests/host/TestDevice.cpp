@@ -26,6 +26,7 @@ constexpr char description[] = R"(<?xml version="1.0" encoding="utf-8"?>
   <Enumeration Name="PixelFormat">
     <EnumEntry Name="Mono8"><Value>8</Value></EnumEntry>
     <EnumEntry Name="Mono16"><Value>16</Value></EnumEntry>
+    <EnumEntry Name="Numbered"><Value>32</Value><Symbolic>8</Symbolic></EnumEntry>
     <Value>8</Value>
   </Enumeration>
   <String Name="DeviceUserID"><Value>left</Value></String>

@@ -125,6 +125,7 @@ void tst_HostCore::nodesAreWrittenAsText_data()
     row("boolean 0", "ReverseX", "0", "False");
     row("enumeration", "PixelFormat", "Mono16", "Mono16");
     row("enumeration by number", "PixelFormat", "16", "Mono16");
+    row("a number that is an entry's name", "PixelFormat", "8", "8"); // and the value of another one
     row("string", "DeviceUserID", "links ü", "links ü");
     row("empty string", "DeviceUserID", "", "");
 }

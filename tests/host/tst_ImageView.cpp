@@ -10,6 +10,7 @@
 #include "Host/SimulatedDevices.h"
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/ViewerWindow.h"
+#include "support/BracketTranslator.h"
 
 namespace {
 
@@ -49,6 +50,7 @@ private Q_SLOTS:
     void doubleClickZoomsBesideRegions();
     void linesShowOnEveryImage_data();
     void linesShowOnEveryImage();
+    void regionsAreToldApart();
     void canvasStandsForAMissingPicture();
 
 private:
@@ -321,6 +323,26 @@ void tst_ImageView::linesShowOnEveryImage()
     }
 }
 
+/// Each kind of region has a name, which is translated, and a colour.
+void tst_ImageView::regionsAreToldApart()
+{
+    BracketTranslator translator("RegionEditor");
+    QCoreApplication::installTranslator(&translator);
+    QStringList labels;
+    QSet<QRgb> colours;
+    for (const std::optional<int> number : {std::optional<int>(), std::optional(0), std::optional(2)}) {
+        const int handle = regions->draw(camera, imageSize, {200, 200}, {260, 240}, number);
+        labels << RegionEditor::labelOf(regions->region(handle));
+        const QImage painted = view->grab().toImage();
+        const QPointF edge = QPointF(onView({200, 210})) * painted.devicePixelRatio();
+        colours.insert(painted.pixel(edge.toPoint()));
+        regions->remove(camera, handle);
+    }
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(labels, QString::fromUtf8("60 × 40|[Measure range: 60 × 40]|[Mask 2: 60 × 40]").split(QLatin1Char('|')));
+    QCOMPARE(colours.size(), 3);
+}
+
 void tst_ImageView::canvasStandsForAMissingPicture()
 {
     HostContext context({folder.filePath(QStringLiteral("viewer.ini")), {}});
@@ -345,6 +367,7 @@ void tst_ImageView::canvasStandsForAMissingPicture()
     QVERIFY(context.startAcquisition(id));
     QTRY_VERIFY(!window.image().isCanvas());
     context.stopAcquisition(id);
+    QCoreApplication::processEvents(); // a frame that was on its way
     QVERIFY(!window.image().isCanvas());
     context.removeRegion(id, handle);
     QCOMPARE(window.image().frame().size(), whole);
@@ -356,7 +379,23 @@ void tst_ImageView::canvasStandsForAMissingPicture()
     context.removeRegion(id, handle);
     QCOMPARE(window.image().frame().size(), whole);
 
+    // What the last picture shows stays where it is on the sensor.
+    QVERIFY(context.writeNode(id, QStringLiteral("OffsetX"), QStringLiteral("400")));
     QVERIFY(context.drawRegion(id, {10, 10}, {20, 20}));
+    const QImage picture = window.image().canvasPicture();
+    QCOMPARE(picture.size(), whole);
+    const QImage seen = window.image().grab().toImage();
+    const QRectF canvas = window.image().imageRect();
+    int unlike = 0; // of the pixels in one row, as they are seen and as they were taken
+    for (int x = 10; x < 310; x += 20) {
+        const QPointF at = (canvas.topLeft() + QPointF(x, 700) * canvas.width() / 320) * seen.devicePixelRatio();
+        unlike += std::abs(qGray(seen.pixel(at.toPoint())) - qGray(picture.pixel(400 + x, 700))) > 24;
+    }
+    QVERIFY2(unlike < 3, qPrintable(QString::number(unlike)));
+
+    QVERIFY(context.writeNode(id, QStringLiteral("BinningHorizontal"), QStringLiteral("2")));
+    QVERIFY(context.drawRegion(id, {10, 10}, {20, 20}));
+    QVERIFY(window.image().isCanvas());
     context.close(id);
     QTRY_VERIFY(window.image().imageSize().isEmpty());
     QCOMPARE(window.image().regions().selected(), 0);

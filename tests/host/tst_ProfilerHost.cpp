@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QDoubleSpinBox>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -14,6 +15,7 @@
 #include "Host/Viewer/ImageView.h"
 #include "Host/Viewer/ViewerWindow.h"
 #include "ParamterWnd/HostCore.h"
+#include "TestDevice.h"
 
 namespace {
 
@@ -48,11 +50,15 @@ private Q_SLOTS:
     void measureRangeIsLockedWhileAcquiring();
     void automaticRangeIsFoundOnce();
     void automaticRangeIsTakenBack();
+    void automaticRangeTakesOneCompleteFrame();
     void correctionsLevelTheBelt_data();
     void correctionsLevelTheBelt();
     void correctionsThatFailAreLogged();
     void pictureFollowsTheSettings();
-    void viewerPutsRegionsBesideHeights();
+    void regionsLieBelowHeights();
+    void regionsFollowTheDevice_data();
+    void regionsFollowTheDevice();
+    void panelRestoresTheFullHeight();
     void panelShowsTheFoundRange();
 
 private:
@@ -65,6 +71,11 @@ private:
     }
     QRect maskOnDevice(int number);
     QRect region(int number);
+    /// The node map knows it, too.
+    bool hasStopped() const
+    {
+        return host->nodeMap(HostCore::FOCUS_CAMERA, profiler)->GetNode("Height")->GetAccessMode() == GenApi::RW;
+    }
     /// Waits for a frame, after which the device stops.
     void takeFrame();
 
@@ -113,7 +124,7 @@ void tst_ProfilerHost::takeFrame()
     connect(host.get(), &HostContext::heightReady, &receiver,
             [&](const QString &, const HeightFrame &frame) { complete |= frame.complete; });
     QVERIFY(host->startAcquisition(profiler));
-    QTRY_VERIFY(complete && !host->device(profiler)->isAcquiring());
+    QTRY_VERIFY(complete && hasStopped());
 }
 
 void tst_ProfilerHost::regionsKeepThePanelsNumbers()
@@ -228,6 +239,30 @@ void tst_ProfilerHost::automaticRangeIsTakenBack()
     QCOMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
 }
 
+/// Parts of a frame leave the wish, a complete one ends it, even when the range stays as it was.
+void tst_ProfilerHost::automaticRangeTakesOneCompleteFrame()
+{
+    auto *const device = new TestDevice(QStringLiteral("cam"));
+    host->addDevice(std::unique_ptr<Device>(device));
+    QVERIFY(host->open(QStringLiteral("cam")));
+    ImportListener import;
+    HostCore::RegisterImportUpdateListener(&import);
+    HeightFrame frame;
+    frame.width = frame.height = frame.lines = 2;
+    frame.heights = {-2.0F, -1.0F, 1.0F, 2.0F};
+    for (size_t imports : {1, 2}) {
+        HostCore::SetCameraInfo("cam", HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+        for (bool complete : {false, true, true}) {
+            frame.complete = complete;
+            Q_EMIT device->heightReady(frame);
+            QCOMPARE(import.ranges.size(), complete ? imports : imports - 1);
+            QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_AUTOMATIC_Z_RANGE),
+                     std::string(complete ? "0" : "1"));
+        }
+    }
+    HostCore::UnRegisterImportUpdateListener(&import);
+}
+
 void tst_ProfilerHost::correctionsLevelTheBelt_data()
 {
     QTest::addColumn<QByteArrayList>("settings"); // feature, value, feature, value...
@@ -318,28 +353,69 @@ void tst_ProfilerHost::pictureFollowsTheSettings()
     QCOMPARE(display.picture(profiler, gray), gray);
 }
 
-/// They lie on the sensor image, which has nothing to do with the height map.
-void tst_ProfilerHost::viewerPutsRegionsBesideHeights()
+/// They lie on a picture of the sensor, which is below the height map and has nothing to do with it.
+void tst_ProfilerHost::regionsLieBelowHeights()
 {
     ViewerWindow window(*host);
     window.openWhenKnown(profiler);
-    const ImageView &view = window.image();
+    window.show();
+    set("ImageOutputMode", "SensorImage");
+    QVERIFY(host->startAcquisition(profiler));
+    QTRY_VERIFY(!window.image().frame().isNull() && hasStopped());
+    const QImage sensor = window.image().frame();
+    set("ImageOutputMode", "HeightMap");
     takeFrame();
+    ImageView &view = window.image();
     QTRY_COMPARE(view.frame().format(), QImage::Format_RGB32);
     const QRgb before = view.frame().pixel(1000, 10);
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "-5.5");
     QVERIFY(view.frame().pixel(1000, 10) != before);
+
+    ImageView &below = window.regionView();
+    QVERIFY(&below != &view && !below.isVisible());
     bool accepted = false;
     for (int name : {1, 2})
         HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, 1, 0);
-    QVERIFY(view.isCanvas());
-    QCOMPARE(view.imageSize(), QSize(2048, 1024));
-    QVERIFY(window.image().regions().selected() != 0);
-    takeFrame();
-    QTRY_VERIFY(!view.isCanvas());
-    QCOMPARE(window.image().regions().selected(), 0);
-    HostCore::RomoveROI(key, 2);
-    QCOMPARE(view.frame().format(), QImage::Format_RGB32); // only new regions cover it
+    QVERIFY(below.isVisible() && below.isCanvas());
+    QCOMPARE(below.imageSize(), sensor.size());
+    QCOMPARE(below.canvasPicture(), sensor);
+    set("AcquisitionMode", "Continuous");
+    QVERIFY(host->startAcquisition(profiler));
+    QTRY_VERIFY(view.framesPerSecond() > 0);
+    QVERIFY(&below == &window.regionView() && below.isVisible());
+    const QRect mask = maskOnDevice(2);
+    const QPointF middle = QRectF(region(2)).center() * below.imageRect().width() / below.imageSize().width();
+    const QPoint from = below.mapTo(&window, (below.imageRect().topLeft() + middle).toPoint());
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, from);
+    QTest::mouseMove(window.windowHandle(), from + QPoint(20, 10));
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, from + QPoint(20, 10));
+    QTRY_VERIFY(maskOnDevice(2).x() > mask.x() && maskOnDevice(2).y() > mask.y());
+    QCOMPARE(view.regions().selected(), 0);
+    for (int name : {1, 2})
+        HostCore::RomoveROI(key, name);
+    QVERIFY(!below.isVisible());
+}
+
+/// Other settings of the device put its regions elsewhere.
+void tst_ProfilerHost::regionsFollowTheDevice_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::newRow("user set") << QByteArray("UserSetLoad");
+    QTest::newRow("reset") << QByteArray("DeviceReset");
+}
+
+void tst_ProfilerHost::regionsFollowTheDevice()
+{
+    QFETCH(QByteArray, command);
+    const QRect usual = maskOnDevice(1);
+    set("ImageMaskOffsetX", "77");
+    int name = 1;
+    bool accepted = false;
+    HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, 1, 0);
+    QCOMPARE(region(1), usual.translated(77 - usual.x(), 0));
+    set("UserSetSelector", "Default");
+    set(command.constData(), "");
+    QTRY_COMPARE(region(1), usual);
 }
 
 void tst_ProfilerHost::panelShowsTheFoundRange()
@@ -357,6 +433,34 @@ void tst_ProfilerHost::panelShowsTheFoundRange()
     HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
     QTRY_VERIFY(shown() != 9.0);
     QVERIFY(std::abs(shown() - std::stod(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM))) <= 0.005001);
+}
+
+/// Not while the device acquires: the switch goes back.
+void tst_ProfilerHost::panelRestoresTheFullHeight()
+{
+    set("AcquisitionMode", "Continuous");
+    set("Height", "300");
+    set("OffsetY", "600");
+    host->close(profiler);
+    ViewerWindow window(*host);
+    QTRY_VERIFY(host->open(profiler));
+    const auto measureRange = [&] {
+        const auto *const row = window.findChild<QWidget *>(QStringLiteral("GrabRangeCompression"));
+        return row ? row->findChild<QPushButton *>() : nullptr;
+    };
+    QTRY_VERIFY(measureRange() && measureRange()->isChecked());
+    QCOMPARE(region(0), QRect(0, 600, 2048, 300));
+    QVERIFY(host->startAcquisition(profiler));
+    QSignalSpy log(host.get(), &HostContext::logLine);
+    measureRange()->click();
+    QVERIFY(measureRange()->isChecked() && !region(0).isEmpty());
+    QCOMPARE(log.size(), 1);
+    host->stopAcquisition(profiler);
+    measureRange()->click();
+    QVERIFY(!measureRange()->isChecked() && region(0).isEmpty());
+    QCOMPARE(read("OffsetY"), 0.0);
+    QCOMPARE(read("Height"), 1024.0);
+    QCOMPARE(log.size(), 1);
 }
 
 QTEST_MAIN(tst_ProfilerHost)

@@ -26,6 +26,8 @@ private Q_SLOTS:
     void framesComeAtTheRate();
     void numberedAcquisitionsEndByThemselves_data();
     void numberedAcquisitionsEndByThemselves();
+    void countersCountFrames();
+    void triggerKindsKeepTheirModesApart();
     void oneTriggerMakesOneFrame();
     void triggersWaitForTheirDelay();
     void linesTriggerUnlessDebounced();
@@ -133,12 +135,52 @@ void tst_SimulatedAcquisition::numberedAcquisitionsEndByThemselves()
     QSignalSpy frames(device.operator->(), &Device::frameReady);
     QSignalSpy changed(device.operator->(), &Device::acquiringChanged);
     QString error;
+    for (int acquisition : {1, 2}) { // each counts from 0
+        QVERIFY(device->startAcquisition(&error));
+        QTRY_COMPARE(changed.count(), 2 * acquisition);
+        QTRY_COMPARE(frames.count(), count * acquisition);
+        QVERIFY(!device->isAcquiring());
+        QCOMPARE(device.access("Width"), GenApi::RW);
+        QCOMPARE(device.integer("AcquiredFrameCount")->GetValue(false, true), int64_t(count));
+    }
+}
+
+void tst_SimulatedAcquisition::countersCountFrames()
+{
+    const OpenDevice device("SIM-AREA-02");
+    device.setAll("AcquisitionMode=SingleFrame CounterSelector=Counter1 CounterEventSource=FrameStart");
+    QString error;
     QVERIFY(device->startAcquisition(&error));
-    QTRY_COMPARE(changed.count(), 2);
-    QTRY_COMPARE(frames.count(), count);
-    QVERIFY(!device->isAcquiring());
-    QCOMPARE(device.access("Width"), GenApi::RW);
-    QCOMPARE(device.integer("AcquiredFrameCount")->GetValue(false, true), int64_t(count));
+    QTRY_VERIFY(!device->isAcquiring());
+    const auto counted = [&](const char *value) { return device.integer(value)->GetValue(false, true); };
+    QCOMPARE(counted("CounterValue"), int64_t(1));
+    device.command("CounterReset")->Execute();
+    QCOMPARE(counted("CounterValue"), int64_t(0));
+    QCOMPARE(counted("CounterValueAtReset"), int64_t(1));
+    device.set("CounterSelector", "Counter0");
+    QCOMPARE(counted("CounterValueAtReset"), int64_t(0));
+}
+
+/// A trigger that is taken for one of another kind is missed, as three images wait after a burst.
+void tst_SimulatedAcquisition::triggerKindsKeepTheirModesApart()
+{
+    const OpenDevice device("SIM-AREA-02");
+    device.setAll("AcquisitionBurstFrameCount=3 TriggerSelector=FrameStart TriggerMode=On TriggerSource=Software"
+                  " TriggerSelector=FrameBurstStart TriggerSource=Line1");
+    QCOMPARE(device.text("TriggerMode"), QStringLiteral("Off"));
+    QSignalSpy frames(device.operator->(), &Device::frameReady);
+    QString error;
+    for (const char *burst : {"TriggerMode=Off TriggerSource=Software", "TriggerMode=On TriggerSource=Line1"}) {
+        device.setAll(QByteArray("TriggerSelector=FrameBurstStart ") + burst);
+        frames.clear();
+        QVERIFY(device->startAcquisition(&error));
+        device.command("TriggerSoftware")->Execute();
+        device.set("TriggerSelector", "FrameStart");
+        device.command("TriggerSoftware")->Execute();
+        QTRY_VERIFY(frames.count() > 0);
+        QCOMPARE(device.integer("MissedTriggerCount")->GetValue(false, true), int64_t(0));
+        device->stopAcquisition();
+    }
 }
 
 void tst_SimulatedAcquisition::oneTriggerMakesOneFrame()

@@ -113,18 +113,19 @@ void tst_SimulatedProfiler::triggersShareModeAndSource()
 void tst_SimulatedProfiler::measureRangeStaysOnTheSensor()
 {
     const OpenDevice device(profiler);
-    device.setAll("Height=300 OffsetY=700");
+    device.setAll("Height=300 OffsetY=600");
     QVERIFY(!device.refusal("OffsetY", "725").isEmpty());
+    QVERIFY(!device.refusal("Height", "425").isEmpty());
     device.set("Height", "424");
     QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(600));
     device.set("CenterImageY", "On");
     QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(300));
     QCOMPARE(device.access("OffsetY"), GenApi::RO);
-    device.set("CenterImageY", "Off");
-    const int64_t largest = device.integer("Height")->GetMax(); // whoever restores the full height asks before
-    device.set("OffsetY", "0");
-    device.integer("Height")->SetValue(largest);
-    QCOMPARE(device.integer("Height")->GetValue(), device.integer("HeightMax")->GetValue());
+    QCOMPARE(device.integer("Height")->GetMax(), int64_t(1024));
+    device.set("Height", "524");
+    QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(250));
+    device.setAll("CenterImageY=Off OffsetY=0");
+    QCOMPARE(device.integer("Height")->GetMax(), device.integer("HeightMax")->GetValue());
 }
 
 void tst_SimulatedProfiler::linesFollowTimeOrEncoder()

@@ -9,6 +9,9 @@
 
 #include "CuratedPanel.h"
 
+using Action = std::function<void()>;
+Q_DECLARE_METATYPE(Action)
+
 /// Tests of a laser profiler's panel, with one log of what it does to the device and to the host.
 ///
 /// Log lines: calls to the host, but for its log, without the device ("Set" and "Get" by feature name, "Store" and

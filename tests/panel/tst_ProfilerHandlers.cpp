@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <QRegularExpression>
 #include <QSemaphore>
 #include <QtTest>
 
@@ -6,9 +7,6 @@
 #include <stdexcept>
 
 #include "ProfilerFixture.h"
-
-using Action = std::function<void()>;
-Q_DECLARE_METATYPE(Action)
 
 class tst_ProfilerHandlers : public ProfilerFixture
 {
@@ -21,6 +19,12 @@ private Q_SLOTS:
     void handlers();
     void externalTrigger();
     void invertedZRange();
+    void refusedWrites_data();
+    void refusedWrites();
+    void refusedSwitchesKeepTheirRegions();
+    void fullHeightBelowTheOffset();
+    void lockedMeasureRange_data();
+    void lockedMeasureRange();
     void leavingAFieldUnchanged();
     void hostCorrects();
     void automaticZRange_data();
@@ -136,21 +140,161 @@ void tst_ProfilerHandlers::externalTrigger()
 
 void tst_ProfilerHandlers::invertedZRange()
 {
-    open();
-    for (const auto &[stored, restored] : {std::pair("6.5", 6.5), std::pair("", 6.5), std::pair("high", 6.5)}) {
-        m_panel->host.setCameraInfo("cam", HostCore::CAM_INFO_Z_MAXIMUM, stored);
-        editor<QDoubleSpinBox>("ZDownSizeInfo")->setValue(7);
-        type("ZUpSizeInfo", *stored ? "5" : "6.5");
-        press("ZUpSizeInfo", Qt::Key_Enter);
-        QCOMPARE(taken(), QStringLiteral("Recall(55)"));
-        QCOMPARE(value("ZUpSizeInfo"), qstrcmp(stored, "high") == 0 ? 5.0 : restored);
+    struct Case
+    {
+        const char *row, *other, *otherBound;
+        int item;
+        const char *stored, *typed;
+        double restored; ///< what the host has stored, else the last value that was taken
+    };
+    const char *const upper = "ZUpSizeInfo", *const lower = "ZDownSizeInfo";
+    for (const Case &bound : {Case{upper, lower, "-5", HostCore::CAM_INFO_Z_MAXIMUM, "6.5", "-6", 6.5},
+                              Case{upper, lower, "-5", HostCore::CAM_INFO_Z_MAXIMUM, "", "-6", 9.0},
+                              Case{upper, lower, "-5", HostCore::CAM_INFO_Z_MAXIMUM, "high", "-6", 9.0},
+                              Case{lower, upper, "5", HostCore::CAM_INFO_Z_MINIMUM, "-6.5", "6", -6.5},
+                              Case{lower, upper, "5", HostCore::CAM_INFO_Z_MINIMUM, "", "6", -9.0}}) {
+        open();
+        type(bound.other, bound.otherBound);
+        press(bound.other, Qt::Key_Enter);
+        m_panel->host.setCameraInfo("cam", bound.item, bound.stored);
+        type(bound.row, bound.typed);
+        press(bound.row, Qt::Key_Enter);
+        press(bound.row, Qt::Key_Tab); // the edit has ended
+        QCOMPARE(taken(), QStringLiteral("Recall(%1)").arg(bound.item));
+        QCOMPARE(value(bound.row), bound.restored);
     }
-    m_panel->host.setCameraInfo("cam", HostCore::CAM_INFO_Z_MINIMUM, "-2");
-    type("ZDownSizeInfo", "8");
-    press("ZDownSizeInfo", Qt::Key_Enter);
-    press("ZDownSizeInfo", Qt::Key_Tab); // the edit has ended
-    QCOMPARE(taken(), QStringLiteral("Recall(56)"));
-    QCOMPARE(value("ZDownSizeInfo"), -2.0);
+}
+
+/// A control shows what the device has after a write that it refused. What it does not tell stays as the user chose.
+void tst_ProfilerHandlers::refusedWrites_data()
+{
+    QTest::addColumn<QString>("known");
+    QTest::addColumn<QString>("refused"); // by name, and by the register where a log line is expected
+    QTest::addColumn<Action>("act");
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QString>("wished");
+    QTest::addColumn<QString>("back");
+    QTest::addColumn<QString>("log"); // lines of the panel; what is refused by name the host reports
+    const auto row = [](const char *name, const char *known, const char *refused, const Action &act, const char *wished,
+                        const char *back, const char *log = "") {
+        const QString control = QString::fromLatin1(wished).section(QLatin1Char('='), 0, 0);
+        QTest::newRow(name) << QString::fromLatin1(known) << QString::fromLatin1(refused) << act << control
+                            << QString::fromLatin1(wished) << control + QLatin1Char('=') + QLatin1String(back)
+                            << QString::fromLatin1(log);
+    };
+    const auto list = [this](const char *label, int entry) -> Action { return [=] { choose(label, entry); }; };
+    const auto button = [this](const char *label) -> Action { return [=] { click(label); }; };
+    const auto field = [this](const char *label, const char *text) -> Action {
+        return [=] { type(label, text), press(label, Qt::Key_Enter); };
+    };
+    const char *const triggers = "TriggerMode@1=Off|TriggerMode@2=Off";
+    row("frame trigger", triggers, "TriggerMode", list("FrameTriggerMode", 0), "FrameTriggerMode=ExternalTrigger",
+        "ContinuousTrigger", "The device refuses TriggerMode 1");
+    row("line scan", triggers, "TriggerMode", list("TriggerMode", 1), "TriggerMode=Encoder", "Continuous",
+        "The device refuses TriggerMode 1");
+    row("frame source", "TriggerSource=Line1", "TriggerSource", list("TriggerSource", 2), "TriggerSource=Software",
+        "Line1");
+    row("data source", "DepthDataType=Uint16_t", "DepthDataType", list("AcqDataSource", 1), "AcqDataSource=3D + 2D",
+        "3D");
+    row("batches", "BatchNumber=100", "BatchNumber", list("BatchTransmitMode", 2), "BatchTransmitMode=Full", "Normal");
+    row("laser", "LaserAdjustMode=Auto", "LaserAdjustMode", list("LaserAdjustMode", 0), "LaserAdjustMode=Manual",
+        "Auto");
+    row("mask", "ImageMask@ImageMasker1=False", "ImageMask", button("  Mask2"), "  Mask2=on", "off");
+    row("no mask", "ImageMask@ImageMasker1=True", "ImageMask", button("  Mask2"), "  Mask2=off", "on");
+    row("no measure range", "Height=300|HeightMax=1024", "OffsetY|Height", button("GrabRangeCompression"),
+        "GrabRangeCompression=off", "on");
+    row("tilt", "SinData=0.5", "SinData|CosData", field("TiltCorrection", "10"), "TiltCorrection=10", "30");
+    row("height", "", "ZCoorScale", field("HighCorrection", "1.5"), "HighCorrection=1.5", "1.25");
+}
+
+void tst_ProfilerHandlers::refusedWrites()
+{
+    QFETCH(QString, known);
+    QFETCH(QString, refused);
+    QFETCH(Action, act);
+    QFETCH(QString, wished);
+    QFETCH(QString, back);
+    QFETCH(QString, log);
+    for (bool isReadable : {true, false}) {
+        const QStringList values = words(known.toLatin1(), '|');
+        open(values);
+        for (const QString &feature : words(refused.toLatin1(), '|')) {
+            m_panel->host.setWriteResult("cam", feature.toStdString(), -1);
+            MemoryPort &port = m_panel->camera.port;
+            port.writeFault = log.isEmpty() ? MemoryPort::Fault::None : MemoryPort::Fault::Refused;
+            port.faultFrom = m_panel->camera.address(feature.toStdString());
+            port.faultTo = port.faultFrom + 4;
+        }
+        for (const QString &value : values) {
+            const QString feature = value.section(QRegularExpression(QStringLiteral("[@=]")), 0, 0);
+            m_panel->host.setReadResult("cam", feature.toStdString(), isReadable ? 0 : -1);
+        }
+        m_panel->host.clearCalls();
+        act();
+        if (!known.isEmpty() || isReadable)
+            QCOMPARE(asShown({back}), QStringList(isReadable ? back : wished));
+        const QStringList lines = m_panel->host.callsTo(QStringLiteral("VLogInfo"));
+        QCOMPARE(lines,
+                 log.isEmpty() ? QStringList()
+                               : QStringList(QStringLiteral("VLogInfo(WriteSequence, %1, 0)").arg(log)));
+    }
+}
+
+/// A region that was removed for a switch that could not go off is there again.
+void tst_ProfilerHandlers::refusedSwitchesKeepTheirRegions()
+{
+    open(words("Height=300 HeightMax=1024 ImageMask@ImageMasker0=True"));
+    for (const char *feature : {"Height", "OffsetY", "ImageMask"})
+        m_panel->host.setWriteResult("cam", feature, -1);
+    m_log.clear();
+    click("GrabRangeCompression");
+    click("  Mask1");
+    QCOMPARE(taken(),
+             QStringLiteral("RomoveROI(0) Set(OffsetY,0) Set(Height,2048) Get(Height) Get(HeightMax)"
+                            " DrawROI(0,0,2048,1024,0,false,0,1) RomoveROI(1)"
+                            " Set(ImageMaskerSelector,ImageMasker0) Set(ImageMask,0) Get(ImageMask)"
+                            " DrawROI(0,0,0,0,1,false,1,0)"));
+}
+
+/// The maximum of Height is what the sensor has below the offset.
+void tst_ProfilerHandlers::fullHeightBelowTheOffset()
+{
+    open(words("Height=300 HeightMax=2048"));
+    m_panel->camera.port.poke(m_panel->camera.address("OffsetY"), 1000);
+    m_panel->camera.map->InvalidateNodes();
+    m_panel->host.setCallHook([this](const QString &call) {
+        log(call);
+        if (call == QLatin1String("SetCameraNodeValue(cam, OffsetY, 0)"))
+            GenApi::CIntegerPtr(m_panel->camera.node("OffsetY"))->SetValue(0);
+    });
+    m_log.clear();
+    click("GrabRangeCompression");
+    QCOMPARE(m_log.filter(QStringLiteral("Set(")), words("Set(OffsetY,0) Set(Height,2048)"));
+}
+
+void tst_ProfilerHandlers::lockedMeasureRange_data()
+{
+    QTest::addColumn<QString>("height");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("on") << QStringLiteral("Height=300") << QStringLiteral("GrabRangeCompression=on");
+    QTest::newRow("off") << QStringLiteral("Height=2048") << QStringLiteral("GrabRangeCompression=off");
+}
+
+/// The device acquires.
+void tst_ProfilerHandlers::lockedMeasureRange()
+{
+    QFETCH(QString, height);
+    QFETCH(QString, shown);
+    open({height, QStringLiteral("HeightMax=2048")},
+         {{"Integer", "Height", "<pIsLocked>LaserSwitchReg</pIsLocked><Min>16</Min><pMax>HeightLimit</pMax>"}});
+    QCOMPARE(asShown({shown}), QStringList(shown));
+    m_panel->camera.port.poke(m_panel->camera.address("LaserSwitch"), 1);
+    m_panel->camera.map->InvalidateNodes();
+    m_log.clear();
+    click("GrabRangeCompression");
+    QCOMPARE(taken(), QStringLiteral("Get(Height) Get(HeightMax)"));
+    QCOMPARE(asShown({shown}), QStringList(shown));
+    QCOMPARE(m_panel->host.callsTo(QStringLiteral("VLogInfo")).size(), 1);
 }
 
 void tst_ProfilerHandlers::leavingAFieldUnchanged()

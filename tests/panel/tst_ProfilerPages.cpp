@@ -35,7 +35,9 @@ private Q_SLOTS:
     void missingFeatures();
     void rowsFollowTheModes();
     void languages();
+    void controlsFollowTheDevice_data();
     void controlsFollowTheDevice();
+    void controlsFollowTheAcquisition();
     void fieldsInUse();
     void releasedPanel();
     void deletedPanel();
@@ -167,8 +169,11 @@ void tst_ProfilerPages::missingFeatures()
 
     open({}, {{"Enumeration", "TriggerSelector", "<EnumEntry Name=\"Line\"><Value>2</Value></EnumEntry>"}});
     m_log.clear();
+    m_panel->host.clearCalls();
     choose("FrameTriggerMode", 1); // a step that fails does not keep the others from being made
-    QCOMPARE(taken(), QStringLiteral("TriggerMode=0 TriggerSelector=2"));
+    QCOMPARE(taken(), QStringLiteral("TriggerMode=0 TriggerSelector=2 TriggerSelector=2 Get(TriggerMode)"));
+    choose("FrameTriggerMode", 0);
+    QCOMPARE(m_panel->host.callsTo(QStringLiteral("VLogInfo")).size(), 2); // one for each choice
 
     m_panel.reset();
     const CuratedPanel closed({}, PageSet::Profiler, [](CuratedPanel &panel) {
@@ -233,42 +238,77 @@ void tst_ProfilerPages::languages()
             "X方向偏移(mm) Z方向偏移(mm) 倾斜矫正 高度矫正 参数选择 参数加载 参数保存 默认方案选择 激光 自动激光控制"));
 }
 
-/// What an import, an acquisition or a user set has changed is shown and not written back.
+/// What has changed is shown, and not written back: switches that the device has off take their regions along, others
+/// do not begin to draw.
+void tst_ProfilerPages::controlsFollowTheDevice_data()
+{
+    QTest::addColumn<Action>("cause");
+    QTest::addColumn<QString>("first"); // in the log
+    const Action imports = [this] { m_panel->panel->updateWidget(true); };
+    const Action loads = [this] { click("UserSetLoad"); };
+    const Action shows = [this] {
+        for (int tab : {0, 1, 2, 3})
+            m_panel->innerTabs()->setCurrentIndex(tab);
+    };
+    QTest::newRow("import or reset") << imports << "";
+    QTest::newRow("user set") << loads << "Set(UserSetLoad,) ";
+    QTest::newRow("pages are shown again") << shows << "";
+}
+
 void tst_ProfilerPages::controlsFollowTheDevice()
 {
-    open(words("TriggerMode@1=Off TriggerMode@2=On"));
+    QFETCH(Action, cause);
+    QFETCH(QString, first);
+    open(words("TriggerMode@1=Off TriggerMode@2=On Height=300 HeightMax=1024 ImageMask@ImageMasker0=True SinData=0"));
+    m_panel->panel->show();
+    m_panel->innerTabs()->setCurrentIndex(3);
     know(words("TriggerMode@1=On TriggerMode@2=Off TriggerSource=Software DepthDataType=Uint32_t BatchNumber=250"
-               " LaserAdjustMode=Manual 51=8 52=0.5 53=1 55=5.5 56=-4"));
-    const QString reread = QStringLiteral("Get(DepthDataType) Get(BatchNumber) Get(LaserAdjustMode)"
-                                          " Recall(53) Recall(52) Recall(51) Recall(55) Recall(56)");
-    const QStringList shown = words("AcqDataSource=3D + 2D|BatchTransmitMode=Fast|LaserAdjustMode=Manual"
-                                    "|Sampling Rate=8|ContourSpacer=0.5|IntensityEnable=on|ZUpSizeInfo=5.5"
-                                    "|ZDownSizeInfo=-4",
-                                    '|');
-    m_log.clear();
-    m_panel->panel->updateWidget(true);
-    QCOMPARE(taken(), reread);
-    QCOMPARE(asShown(shown), shown);
-    QVERIFY(!m_panel->row("Lasersetting")->isHidden() && m_panel->row("LowerBound")->isHidden());
-    QCOMPARE(this->shown("FrameTriggerMode"), QStringLiteral("ContinuousTrigger"));
-
-    know(words("55=6"));
+               " LaserAdjustMode=Manual 51=8 52=0.5 53=1 55=5.5 56=-4 Height=1024 ImageMask@ImageMasker0=False"
+               " ImageMask@ImageMasker2=True ImageMaskerSelector=ImageMasker1 SinData=0.5"));
+    m_panel->camera.port.pokeDouble(m_panel->camera.address("ZCoorScale"), 1.5);
     for (const char *feature : {"ReverseX", "Threshold", "LaserSwitch"})
         m_panel->camera.port.poke(m_panel->camera.address(feature), 1);
     m_panel->camera.map->InvalidateNodes();
     m_log.clear();
-    click("UserSetLoad");
+    cause();
     QCOMPARE(taken(),
-             QStringLiteral("Set(UserSetLoad,) TriggerSelector=1 Get(TriggerMode) Get(TriggerSource)"
-                            " TriggerSelector=2 Get(TriggerMode) ")
-                 + reread);
-    const QStringList modes =
-        words("FrameTriggerMode=ExternalTrigger TriggerSource=Software TriggerMode=Continuous ZUpSizeInfo=6"
-              " ReverseX=on LaserSwitch=off"); // the fourth tool box stays
-    QCOMPARE(asShown(modes), modes);
-    QCOMPARE(editor<QSpinBox>("Threshold")->value(), 1);
-    QVERIFY(editor<QPushButton>("TriggerSoftware")->isEnabled());
+             first
+                 + QStringLiteral("TriggerSelector=1 Get(TriggerMode) Get(TriggerSource) TriggerSelector=2"
+                                  " Get(TriggerMode) Get(DepthDataType) Get(BatchNumber) Recall(53) Recall(52)"
+                                  " Recall(51) Get(Height) Get(HeightMax) RomoveROI(0) Get(ImageMaskerSelector)"
+                                  " Set(ImageMaskerSelector,ImageMasker0) Get(ImageMask) RomoveROI(1)"
+                                  " Set(ImageMaskerSelector,ImageMasker1) Get(ImageMask)"
+                                  " Set(ImageMaskerSelector,ImageMasker2) Get(ImageMask)"
+                                  " Set(ImageMaskerSelector,ImageMasker1) Recall(55) Recall(56) Get(LaserAdjustMode)"
+                                  " Get(SinData)"));
+    const QStringList shown =
+        words("FrameTriggerMode=ExternalTrigger|TriggerSource=Software|TriggerMode=Continuous|AcqDataSource=3D + 2D"
+              "|BatchTransmitMode=Fast|LaserAdjustMode=Manual|Sampling Rate=8|ContourSpacer=0.5|IntensityEnable=on"
+              "|ZUpSizeInfo=5.5|ZDownSizeInfo=-4|GrabRangeCompression=off|  Mask1=off|  Mask2=off|  Mask3=on"
+              "|TiltCorrection=30|HighCorrection=1.5|ReverseX=on",
+              '|');
+    QCOMPARE(asShown(shown), shown);
+    QVERIFY(!m_panel->row("Lasersetting")->isHidden() && m_panel->row("LowerBound")->isHidden());
     QVERIFY(!m_panel->row("TriggerSource")->isHidden() && m_panel->row("EncoderMode")->isHidden());
+    QVERIFY(editor<QPushButton>("TriggerSoftware")->isEnabled());
+    QCOMPARE(m_panel->host.callsTo(QStringLiteral("VLogInfo")), QStringList());
+}
+
+/// The acquisition has started or stopped: nothing is selected for being read, and drawing goes on.
+void tst_ProfilerPages::controlsFollowTheAcquisition()
+{
+    open(words("Height=300 HeightMax=1024"));
+    know(words("Height=1024 BatchNumber=250 55=5.5"));
+    m_log.clear();
+    m_panel->panel->updateWidget(false);
+    QCOMPARE(taken(),
+             QStringLiteral("Get(DepthDataType) Get(BatchNumber) Get(LaserAdjustMode) Recall(53) Recall(52) Recall(51)"
+                            " Recall(55) Recall(56)"));
+    const QStringList shown = words("BatchTransmitMode=Fast ZUpSizeInfo=5.5 GrabRangeCompression=on");
+    QCOMPARE(asShown(shown), shown);
+    know(words("LaserSwitch=1"));
+    click("UserSetLoad");
+    QCOMPARE(this->shown("LaserSwitch"), QStringLiteral("off")); // the rows of the fourth tool box stay
 }
 
 void tst_ProfilerPages::fieldsInUse()

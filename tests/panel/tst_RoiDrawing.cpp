@@ -44,10 +44,13 @@ private Q_SLOTS:
     void panelsOwnMoveIsNotEchoed();
     void appliesInOrder();
     void appliesWhatTheCameraTakes();
+    void incrementFromTheMinimum();
     void incrementOfZero();
     void restoresInOrder();
     void restoreSkipsUnknownMaxima();
     void acquisitionEndsDrawing();
+    void otherImageEndsDrawing_data();
+    void otherImageEndsDrawing();
     void eventsWithinHostCalls_data();
     void eventsWithinHostCalls();
     void rowsStayHiddenWhileDrawing();
@@ -172,13 +175,19 @@ void tst_RoiDrawing::hostMoves_data()
 {
     QTest::addColumn<QList<int>>("corners");
     QTest::addColumn<QList<int>>("shown");
-    QTest::newRow("inside") << QList<int>{100, 50, 740, 530} << QList<int>{640, 480, 100, 50};
-    QTest::newRow("swapped corners") << QList<int>{740, 530, 100, 50} << QList<int>{640, 480, 100, 50};
-    QTest::newRow("any pixel") << QList<int>{1, 3, 644, 484} << QList<int>{643, 481, 1, 3};
-    QTest::newRow("everything") << QList<int>{0, 0, 1280, 1024} << QList<int>{1280, 1024, 0, 0};
-    QTest::newRow("at the far corner") << QList<int>{1180, 924, 1280, 1024} << QList<int>{100, 100, 1180, 924};
-    QTest::newRow("smaller than the camera can") << QList<int>{8, 8, 9, 9} << QList<int>{16, 16, 8, 8};
-    QTest::newRow("beyond the image") << QList<int>{-50, -50, 9999, 9999} << QList<int>{1280, 1024, 0, 0};
+    QTest::addColumn<QString>("corrected"); // what the host gets in place of what the camera cannot have
+    const auto row = [](const char *name, const QList<int> &corners, const QList<int> &shown,
+                        const char *corrected = "") {
+        QTest::newRow(name) << corners << shown << QString::fromLatin1(corrected);
+    };
+    row("inside", {100, 50, 740, 530}, {640, 480, 100, 50});
+    row("swapped corners", {740, 530, 100, 50}, {640, 480, 100, 50});
+    row("any pixel", {1, 3, 644, 484}, {643, 481, 1, 3});
+    row("everything", {0, 0, 1280, 1024}, {1280, 1024, 0, 0});
+    row("at the far corner", {1180, 924, 1280, 1024}, {100, 100, 1180, 924});
+    row("smaller than the camera can", {8, 8, 9, 9}, {16, 16, 8, 8}, "SetROIPos(cam, 7, 8, 8, 24, 24)");
+    row("smaller, at the edge", {1275, 8, 1280, 100}, {16, 92, 1264, 8}, "SetROIPos(cam, 7, 1264, 8, 1280, 100)");
+    row("beyond the image", {-50, -50, 9999, 9999}, {1280, 1024, 0, 0}, "SetROIPos(cam, 7, 0, 0, 1280, 1024)");
 }
 
 void tst_RoiDrawing::hostMoves()
@@ -192,7 +201,7 @@ void tst_RoiDrawing::hostMoves()
     m_panel->panel->setDrawRoiPos(corners[0], corners[1], corners[2], corners[3]);
     QTEST(region(), "shown");
     QCOMPARE(drawn("Width")->maximum(), 1280 - drawn("OffsetX")->value());
-    QCOMPARE(hostCalls("SetROIPos"), QStringList());
+    QTEST(hostCalls("SetROIPos").join(QLatin1Char(' ')), "corrected");
 }
 
 void tst_RoiDrawing::typedNumbers()
@@ -264,6 +273,16 @@ void tst_RoiDrawing::appliesWhatTheCameraTakes()
                           QStringLiteral("VLogInfo(RoiDrawing, The camera refuses OffsetY 50, 0)")}));
 }
 
+/// Sizes step from the minimum on.
+void tst_RoiDrawing::incrementFromTheMinimum()
+{
+    open({{"Integer", "Width", "<Min>18</Min><pMax>WidthLimit</pMax><Inc>4</Inc>"}});
+    draw();
+    m_panel->panel->setDrawRoiPos(0, 0, 645, 480);
+    m_panel->editor<QPushButton>("ROIEffective")->click();
+    QCOMPARE(m_panel->editor<QSpinBox>("Width")->value(), 642);
+}
+
 void tst_RoiDrawing::incrementOfZero()
 {
     open({{"Integer", "Width", "<Min>16</Min><Max>2448</Max><Inc>0</Inc>"}});
@@ -325,6 +344,40 @@ void tst_RoiDrawing::acquisitionEndsDrawing()
     m_panel->panel->stopAcquireOperation(); // comes with every event of a device list
     QVERIFY(isDrawing());
     QVERIFY(!m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
+}
+
+/// The image becomes another one under the region: nothing of it may reach the camera.
+void tst_RoiDrawing::otherImageEndsDrawing_data()
+{
+    QTest::addColumn<Event>("cause");
+    QTest::newRow("import or reset") << Event([](ParamterWidget &panel) { panel.updateWidget(true); });
+    QTest::newRow("user set") << Event([](ParamterWidget &panel) { panel.onUserSetLoadButtonClicked(); });
+    QTest::newRow("edit in the attribute tab") << Event([](ParamterWidget &panel) {
+        auto *const tabs = panel.findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
+        tabs->setCurrentIndex(1);
+        tabs->setCurrentIndex(0);
+    });
+}
+
+void tst_RoiDrawing::otherImageEndsDrawing()
+{
+    QFETCH(Event, cause);
+    m_panel->panel->show();
+    m_panel->innerTabs()->setCurrentIndex(2);
+    for (const char *feature : {"Width", "OffsetY"}) {
+        draw();
+        m_panel->panel->setDrawRoiPos(100, 50, 740, 530);
+        m_panel->host.clearCalls();
+        m_panel->camera.port.poke(m_panel->camera.address(feature), 600);
+        m_panel->camera.map->InvalidateNodes();
+        m_panel->camera.port.resetCounters();
+        cause(*m_panel->panel);
+        QVERIFY(!isDrawing());
+        QCOMPARE(hostCalls("RomoveROI"), QStringList(QStringLiteral("RomoveROI(cam, 7)")));
+        QCOMPARE(sizeRows(), cameraRows);
+        QCOMPARE(m_panel->editor<QSpinBox>(feature)->value(), 600);
+        QCOMPARE(m_panel->camera.written(), Names());
+    }
 }
 
 /// The host may start acquisition, close the device or fail before it returns.

@@ -296,20 +296,23 @@ void tst_StructuredLightPages::choosing()
     QCOMPARE(offered(), QStringLiteral("[-]|Left Streak|2.5D Left Shot"));
 }
 
-/// The tick stays as the user set it until the panel reads the device again.
+/// A refused tick goes back to what the device has, or stays if that cannot be read.
 void tst_StructuredLightPages::refusedWrites()
 {
-    open();
-    m_panel->host.setWriteResult("cam", "Right2DImage", -1);
+    open(QStringLiteral("Left2.5DFront"));
+    showTypes()->setCurrentText(QStringLiteral("2.5D Left Shot"));
+    for (const char *feature : {"Right2DImage", "Left2DSrcImage", "Left2.5DFront"})
+        m_panel->host.setWriteResult("cam", feature, -1);
+    m_panel->host.setReadResult("cam", "Left2DSrcImage", -1);
     taken();
-    toggle(0);
-    toggle(1);
-    QCOMPARE(taken(), QStringLiteral("Set(Left2DImage, 1) Set(Right2DImage, 1)"));
-    QCOMPARE(outputs()->displayText(), QStringLiteral("2D Left、2D Right"));
-    QCOMPARE(offered(), QStringLiteral("[-]|2D Left|2D Right"));
-    m_panel->panel->updateWidget(false);
-    QCOMPARE(outputs()->displayText(), QStringLiteral("2D Left"));
-    QCOMPARE(offered(), QStringLiteral("[-]|2D Left"));
+    for (int output : {0, 1, 2, 4})
+        toggle(output);
+    QCOMPARE(taken(),
+             QStringLiteral("Set(Left2DImage, 1) Set(Right2DImage, 1) Get(Right2DImage) Set(Left2DSrcImage, 1)"
+                            " Get(Left2DSrcImage) Set(Left2.5DFront, 0) Get(Left2.5DFront)"));
+    QCOMPARE(offered(), QStringLiteral("-|2D Left|Left Streak|[2.5D Left Shot]"));
+    QCOMPARE(outputs()->displayText(), QStringLiteral("2D Left、Left Streak、2.5D Left Shot"));
+    QCOMPARE(m_panel->host.callsTo({QStringLiteral("VLogInfo")}), QStringList()); // the host reports the refusals
 }
 
 /// An exception costs the value that was asked for.
@@ -331,8 +334,8 @@ void tst_StructuredLightPages::throwingHost()
     taken();
     at("SetCameraNodeValue(cam, Left2.5DFront, 0)", fail);
     toggle(4);
-    QCOMPARE(taken(), QStringLiteral("Set(Left2.5DFront, 0) SetSLImageShowMode(0)"));
-    QCOMPARE(offered(), QStringLiteral("[-]|2D Left|2.5D Right Reflex"));
+    QCOMPARE(taken(), QStringLiteral("Set(Left2.5DFront, 0) Get(Left2.5DFront)"));
+    QCOMPARE(offered(), QStringLiteral("-|2D Left|[2.5D Left Shot]|2.5D Right Reflex"));
 }
 
 /// The host may take the device away while it is called.
@@ -382,7 +385,13 @@ void tst_StructuredLightPages::followsTheDevice()
     QFETCH(QString, shown);
     QFETCH(QString, sent);
     const std::function<void()> causes[] = {[this] { m_panel->panel->updateWidget(true); },
-                                            [this] { m_panel->editor<QPushButton>("UserSetLoad")->click(); }};
+                                            [this] { m_panel->editor<QPushButton>("UserSetLoad")->click(); },
+                                            [this] { // in the attribute tab
+                                                auto *const tabs = m_panel->panel->findChild<QTabWidget *>(
+                                                    QStringLiteral("tabMainWidget"));
+                                                tabs->setCurrentIndex(1);
+                                                tabs->setCurrentIndex(0);
+                                            }};
     for (const auto &cause : causes) {
         open(QStringLiteral("Left2DImage Left2.5DFront"));
         showTypes()->setCurrentText(QStringLiteral("2.5D Left Shot"));
