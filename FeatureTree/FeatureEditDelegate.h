@@ -13,7 +13,8 @@ class TreeItem;
 /// for values that cannot be written, a button for commands. No exception of a node leaves it.
 ///
 /// An editor whose content the user did not change writes nothing, so walking over rows neither rounds nor rewrites
-/// values. Choosing an entry of a list writes it at once. The mouse wheel scrolls the tree, never a value.
+/// values. Numbers are shown with all digits and without group signs. Choosing an entry of a list writes it at once.
+/// The mouse wheel scrolls the tree, never a value.
 class FeatureEditDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

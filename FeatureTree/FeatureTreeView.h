@@ -15,7 +15,8 @@ struct VisibilityPass;
 ///
 /// Its focus policy is Qt::NoFocus, but editors take the focus, and when Enter or Escape closes one, the view has it:
 /// arrow keys then walk the rows, F2 opens the editor of the current row, Tab and Backtab in an editor go on to the
-/// next and previous value that can be edited.
+/// next and previous value that can be edited. Where the current row is folded away or hidden, the keyboard goes on in
+/// the nearest one; folding writes what was being typed, a row that is hidden drops it.
 class FeatureTreeView : public QTreeView
 {
     Q_OBJECT
