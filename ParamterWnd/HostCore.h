@@ -12,7 +12,8 @@
 /// All texts are UTF-8. A device key is the host's identifier of a camera or card: the text of its
 /// device-list and focus events. The panel calls everything on the GUI thread, except StartGrab(),
 /// which it may call from a worker thread. No function may run an event loop. Where an `int` is
-/// returned, 0 is success and any other value a failure that the panel does not look at further.
+/// returned, 0 is success and any other value a failure that the panel does not look at further. An
+/// exception counts as a failure.
 namespace HostCore {
 
 /// The kind of object that has the host's focus; also selects whose node map is wanted.
@@ -53,7 +54,7 @@ enum PARAMETER_INFO : int {
 // deletes them. It may call OnUpdate() from any thread unless stated otherwise.
 
 /// The list of cards and cameras changed. The call returns when the panel has followed the change
-/// (after 5 s at the latest), so a host must not hold a lock that the GUI thread may want.
+/// (after 5 s at the latest) or goes, so a host must not hold a lock that the GUI thread may want.
 struct IDeviceListUpdate
 {
     virtual void OnUpdate(int source, std::vector<std::string> cardList, std::vector<std::string> camList) = 0;

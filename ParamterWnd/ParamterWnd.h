@@ -18,6 +18,8 @@ struct WindowForm;
 /// of laser profilers or of structured-light cameras instead; a code in both lists counts in the first. They count for
 /// panels that are opened after they were set.
 ///
+/// It has light colours of its own, whatever the palette of the application.
+///
 /// GUI thread only. No exception leaves its functions.
 class PARAMTERWND_EXPORT ParamterWnd : public QWidget
 {

@@ -29,14 +29,17 @@ inline constexpr Colour Colours[] = {
 /// Every role is set: a widget with this palette takes no colour from its parent or from the application.
 inline QPalette palette()
 {
-    QPalette colours;
-    for (int role = 0; role < QPalette::NColorRoles; ++role)
-        colours.setBrush(QPalette::All, QPalette::ColorRole(role), QBrush());
-    for (const Colour &colour : Colours) {
-        colours.setColor(QPalette::All, colour.role, QColor::fromRgba(colour.normal));
-        colours.setColor(QPalette::Disabled, colour.role, QColor::fromRgba(colour.disabled));
-    }
-    return colours;
+    static const QPalette light = [] {
+        QPalette colours;
+        for (int role = 0; role < QPalette::NColorRoles; ++role)
+            colours.setBrush(QPalette::All, QPalette::ColorRole(role), QBrush());
+        for (const Colour &colour : Colours) {
+            colours.setColor(QPalette::All, colour.role, QColor::fromRgba(colour.normal));
+            colours.setColor(QPalette::Disabled, colour.role, QColor::fromRgba(colour.disabled));
+        }
+        return colours;
+    }();
+    return light;
 }
 
 } // namespace LightPalette
