@@ -14,28 +14,36 @@ constexpr const char *Module = "WriteSequence";
 
 using Report = void (PanelContext::*)(const char *module, const QString &message) const;
 
-/// The answers of SetCameraEnumNodeValue() when there is nothing that could refuse: no device, no such feature.
-constexpr int Absent[] = {-1, -4};
+/// The answers of the functions of NodeAccess.h when there is nothing that could refuse: no device, no such feature.
+constexpr int NoDevice = -1;
+constexpr int NoFeature = -4;
 
-bool isRefusal(int result)
+/// What the device refuses, as a person reads it; empty when it is written. Refusals by name the host reports.
+QString refusal(const PanelContext &context, const NodeWrite &write)
 {
-    return result != 0 && result != Absent[0] && result != Absent[1];
+    const QString feature = QString::fromLatin1(write.feature);
+    const bool isCommand = write.entry == NodeWrite::Command;
+    const int result = isCommand ? ExecCameraCommandNode(context.deviceName, feature)
+                                 : SetCameraEnumNodeValue(context.deviceName, feature, write.entry);
+    if (result == 0 || result == NoDevice || result == NoFeature)
+        return {};
+    return isCommand ? feature : QStringLiteral("%1 %2").arg(feature).arg(write.entry);
 }
 
-bool write(const PanelContext &context, Table<NodeWrite> writes, Report report)
+bool writeAll(const PanelContext &context, Table<NodeWrite> writes, Report report)
 {
     bool done = true;
     QStringList refused;
     for (const NodeWrite &write : writes) {
-        const QString feature = QString::fromLatin1(write.feature);
         if (write.text)
             done &= HostValues::writeNode(context, write.feature, QString::fromLatin1(write.text));
-        else if (isRefusal(SetCameraEnumNodeValue(context.deviceName, feature, write.entry)))
-            refused << QStringLiteral("%1 %2").arg(feature).arg(write.entry);
+        else
+            refused << refusal(context, write);
         if (write.pause > 0)
             QThread::msleep(static_cast<unsigned long>(write.pause));
     }
     context.written();
+    refused.removeAll(QString());
     if (!refused.isEmpty())
         (context.*report)(Module, QStringLiteral("The device refuses %1").arg(refused.join(QStringLiteral(", "))));
     return done && refused.isEmpty();
@@ -45,10 +53,10 @@ bool write(const PanelContext &context, Table<NodeWrite> writes, Report report)
 
 bool writeSequence(const PanelContext &context, Table<NodeWrite> writes)
 {
-    return write(context, writes, &PanelContext::log);
+    return writeAll(context, writes, &PanelContext::log);
 }
 
 bool selectToRead(const PanelContext &context, Table<NodeWrite> selection)
 {
-    return write(context, selection, &PanelContext::logOnce);
+    return writeAll(context, selection, &PanelContext::logOnce);
 }

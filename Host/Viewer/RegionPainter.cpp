@@ -129,6 +129,8 @@ void paintPlate(QPainter &painter, const QRectF &plate)
 /// At the bottom of the view, or of the plate if it reaches down there: off the edge that regions start with.
 void paintHint(QPainter &painter, const QString &hint, const QRectF &plate, const QRectF &view)
 {
+    if (hint.isEmpty())
+        return;
     painter.save();
     const int flags = Qt::AlignHCenter | Qt::AlignBottom | Qt::TextWordWrap;
     QRectF room = view.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);

@@ -22,5 +22,5 @@ struct PaintedRegion
 void paintRegion(QPainter &painter, const PaintedRegion &region, const QRectF &view);
 /// The plate that stands for an image that has not been taken yet.
 void paintPlate(QPainter &painter, const QRectF &plate);
-/// What is said about a plate.
+/// What is said about a plate, if anything.
 void paintHint(QPainter &painter, const QString &hint, const QRectF &plate, const QRectF &view);

@@ -317,8 +317,10 @@ QSize ViewerWindow::canvasSize() const
 void ViewerWindow::showCanvas(ImageView &view)
 {
     const QSize canvas = canvasSize();
-    view.showCanvas(canvas, tr("No image of this size yet. Drag the region by its edges and corners."),
-                    m_pictures->of(currentId()), m_pictures->placeOn(currentId(), canvas));
+    const QRect place = m_pictures->placeOn(currentId(), canvas);
+    const QString hint = tr("No image of this size yet. Drag the region by its edges and corners.");
+    view.showCanvas(canvas, place.contains(QRect(QPoint(), canvas)) ? QString() : hint, m_pictures->of(currentId()),
+                    place);
 }
 
 /// Height maps have a view of the sensor below them while there are regions.

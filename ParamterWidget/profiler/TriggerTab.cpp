@@ -10,7 +10,6 @@
 
 #include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/HostValues.h"
-#include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/WriteSequence.h"
@@ -51,6 +50,10 @@ constexpr NodeWrite ContinuousScan[] = {
 constexpr NodeWrite EncoderScan[] = {
     NodeWrite::ofEntry("TriggerSelector", LineTrigger, Pause), NodeWrite::ofEntry("TriggerMode", On),
     NodeWrite::ofEntry("TriggerSource", EncoderSource, Pause), NodeWrite::ofEntry("AcquisitionLineRateEnable", Off)};
+
+constexpr NodeWrite SoftwareTrigger[] = {NodeWrite::ofEntry("TriggerSelector", FrameTrigger, Pause),
+                                         NodeWrite::ofCommand("TriggerSoftware", Pause),
+                                         NodeWrite::ofEntry("TriggerSelector", LineTrigger)};
 
 constexpr int External = 0; ///< places in the list of frame trigger modes
 constexpr int Continuous = 1;
@@ -182,10 +185,7 @@ void TriggerTab::followDataSource(int index) const
 
 void TriggerTab::trigger() const
 {
-    writeSequence(m_context, SelectFrameTrigger);
-    ExecCameraCommandNode(m_context.deviceName, QStringLiteral("TriggerSoftware"));
-    QThread::msleep(Pause);
-    writeSequence(m_context, SelectLineTrigger);
+    writeSequence(m_context, SoftwareTrigger);
 }
 
 void TriggerTab::readModes()

@@ -194,6 +194,8 @@ void tst_ProfilerHandlers::refusedWrites_data()
         "The device refuses TriggerMode 1");
     row("frame source", "TriggerSource=Line1", "TriggerSource", list("TriggerSource", 2), "TriggerSource=Software",
         "Line1");
+    row("soft trigger", "TriggerSource=Software", "TriggerSoftware", button("TriggerSoftware"),
+        "TriggerSource=Software", "Software", "The device refuses TriggerSoftware");
     row("data source", "DepthDataType=Uint16_t", "DepthDataType", list("AcqDataSource", 1), "AcqDataSource=3D + 2D",
         "3D");
     row("batches", "BatchNumber=100", "BatchNumber", list("BatchTransmitMode", 2), "BatchTransmitMode=Full", "Normal");
