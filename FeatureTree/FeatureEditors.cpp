@@ -33,16 +33,8 @@ QWidget *makeLine(QLatin1String mask, QWidget *parent)
 
 QWidget *makeFloatBox(int decimals, QWidget *parent)
 {
-    auto *box = new QDoubleSpinBox(parent);
+    auto *box = new RealField(parent);
     box->setDecimals(decimals);
-    box->setContextMenuPolicy(Qt::NoContextMenu);
-    return box;
-}
-
-QWidget *makeIntegerBox(QWidget *parent)
-{
-    auto *box = new IntegerSpinBox(parent);
-    box->setContextMenuPolicy(Qt::NoContextMenu);
     return box;
 }
 
@@ -91,19 +83,24 @@ void fillInteger(IntegerSpinBox *box, GenApi::INode *node)
 {
     const GenApi::CIntegerPtr integer(node);
     const qint64 minimum = integer->GetMin();
-    box->setExactRange(minimum, integer->GetMax());
-    box->setExactStep(integer->GetIncMode() == GenApi::noIncrement ? 1 : integer->GetInc());
-    box->setExactValue(integer->GetValue());
+    const qint64 maximum = integer->GetMax();
+    const qint64 increment = integer->GetIncMode() == GenApi::noIncrement ? 0 : integer->GetInc();
+    box->setSteps(increment != 0 ? static_cast<double>(increment) : 1.0, increment);
+    const qint64 value = integer->GetValue();
+    box->refresh(minimum, maximum, value, static_cast<double>(value));
 }
 
-void fillFloat(QDoubleSpinBox *box, GenApi::INode *node)
+void fillFloat(RealField *box, GenApi::INode *node)
 {
     constexpr double largest = std::numeric_limits<double>::max();
     const GenApi::CFloatPtr number(node);
-    const double minimum = number->GetMin();
-    box->setRange(finite(minimum, -largest), finite(number->GetMax(), largest));
-    box->setSingleStep(number->HasInc() ? number->GetInc() : defaultFloatStep);
-    box->setValue(number->GetValue());
+    const double minimum = finite(number->GetMin(), -largest);
+    const double maximum = finite(number->GetMax(), largest);
+    const double increment = number->HasInc() ? number->GetInc() : 0.0;
+    const bool isFixed = number->GetIncMode() == GenApi::fixedIncrement;
+    box->setSteps(number->HasInc() ? increment : defaultFloatStep, isFixed ? increment : 0.0);
+    const double value = number->GetValue();
+    box->refresh(minimum, maximum, value, finite(value, 0.0));
 }
 
 QStringList entryTexts(const GenApi::CEnumerationPtr &enumeration)
@@ -129,12 +126,12 @@ void fillEntries(QComboBox *list, GenApi::INode *node)
             list->findText(QString::fromUtf8(entry->GetSymbolic().c_str()), Qt::MatchExactly | Qt::MatchCaseSensitive));
 }
 
-/// Typed text that is not finished yet counts as far as it makes a valid number.
-QVariant boxValue(QDoubleSpinBox *box)
+/// Nothing for text that is no number inside the limits.
+template <class Field>
+QVariant boxValue(const Field *box)
 {
-    box->interpretText();
-    const auto *integers = qobject_cast<IntegerSpinBox *>(box);
-    return integers ? QVariant(integers->exactValue()) : QVariant(box->value());
+    const auto entered = box ? box->entered() : std::nullopt;
+    return entered ? QVariant(*entered) : QVariant();
 }
 
 /// All 64 bits, so that the highest one survives as the sign.
@@ -157,7 +154,7 @@ QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
     case EditorKind::HexMask:
         return makeLine(hexMask, parent);
     case EditorKind::IntegerBox:
-        return makeIntegerBox(parent);
+        return new IntegerSpinBox(parent);
     case EditorKind::BooleanList:
         return makeBooleanList(parent);
     case EditorKind::CommandButton:
@@ -179,12 +176,12 @@ void fill(QWidget *editor, EditorKind kind, GenApi::INode *node)
     const QSignalBlocker blocker(editor);
     auto *line = qobject_cast<QLineEdit *>(editor);
     auto *list = qobject_cast<QComboBox *>(editor);
-    if (auto *integers = qobject_cast<IntegerSpinBox *>(editor)) {
-        if (kind == EditorKind::IntegerBox)
-            fillInteger(integers, node);
-    } else if (auto *box = qobject_cast<QDoubleSpinBox *>(editor)) {
-        if (kind == EditorKind::FloatBox)
-            fillFloat(box, node);
+    auto *integers = qobject_cast<IntegerSpinBox *>(editor);
+    auto *reals = dynamic_cast<RealField *>(editor);
+    if (integers && kind == EditorKind::IntegerBox) {
+        fillInteger(integers, node);
+    } else if (reals && kind == EditorKind::FloatBox) {
+        fillFloat(reals, node);
     } else if (line && (kind == EditorKind::MacMask || kind == EditorKind::Ipv4Mask)) {
         fillAddress(line, kind, node);
     } else if (line && kind == EditorKind::HexMask) {
@@ -202,13 +199,13 @@ QVariant value(QWidget *editor, EditorKind kind)
 {
     auto *line = qobject_cast<QLineEdit *>(editor);
     auto *list = qobject_cast<QComboBox *>(editor);
-    auto *box = qobject_cast<QDoubleSpinBox *>(editor);
     switch (kind) {
     case EditorKind::HexMask:
         return line ? hexValue(line->text()) : QVariant();
     case EditorKind::IntegerBox:
+        return boxValue(qobject_cast<IntegerSpinBox *>(editor));
     case EditorKind::FloatBox:
-        return box ? boxValue(box) : QVariant();
+        return boxValue(dynamic_cast<RealField *>(editor));
     case EditorKind::BooleanList:
         return list ? QVariant(list->currentIndex() != 0) : QVariant();
     case EditorKind::EntryList:
