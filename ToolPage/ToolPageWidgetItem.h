@@ -119,9 +119,10 @@ private:
     static void logLine(const QString &message);
     bool guardRead(const std::function<void()> &read);
     bool attempt(const std::function<void()> &write, const std::function<void()> &rollBack = nullptr);
-    template <class SpinBox, class Value>
-    void commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value),
-                Value (*toPreValue)(const QVariant &preValue));
+    void logRefusal(const QString &reason) const;
+    template <class Field, class Number>
+    void commit(Field *field, Number (*write)(GenApi::INode *node, Number number));
+    void dropInput();
 
     QColor m_hoverColor{216, 216, 216};
     QColor m_pressedColor{191, 231, 213};
