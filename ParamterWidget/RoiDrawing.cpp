@@ -13,6 +13,7 @@
 #include <QSpinBox>
 
 #include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWnd/HostCore.h"
 #include "ToolPage/SelectedButton.h"
@@ -63,6 +64,7 @@ void setUp(QSpinBox *spinBox, int minimum, int maximum, const NodeInfo &info)
     spinBox->setRange(minimum, maximum);
     spinBox->setSingleStep(qMax(1, info.increment));
     spinBox->setValue(info.value);
+    PageControls::settle(spinBox);
 }
 
 void log(const QString &message)
@@ -76,9 +78,10 @@ RoiDrawing::RoiDrawing(PanelContext &context, QWidget *controlsParent)
     : m_context(context), m_selectButton(new SelectedButton(controlsParent)),
       m_drawButton(new QPushButton(controlsParent)),
       m_resetImageSizeButton(new QPushButton(controlsParent)), m_horizontal{"Width", "OffsetX",
-                                                                            new QSpinBox(controlsParent),
-                                                                            new QSpinBox(controlsParent)},
-      m_vertical{"Height", "OffsetY", new QSpinBox(controlsParent), new QSpinBox(controlsParent)}
+                                                                            PageControls::integerField(controlsParent),
+                                                                            PageControls::integerField(controlsParent)},
+      m_vertical{"Height", "OffsetY", PageControls::integerField(controlsParent),
+                 PageControls::integerField(controlsParent)}
 {
     for (QPushButton *button : {static_cast<QPushButton *>(m_selectButton), m_drawButton, m_resetImageSizeButton}) {
         button->setText(QCoreApplication::translate("ParamterWidget", "Execute"));

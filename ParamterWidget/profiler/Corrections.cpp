@@ -6,13 +6,13 @@
 #include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QThread>
 
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
+#include "ToolPage/NumberInput.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
@@ -55,7 +55,7 @@ void Corrections::follow(const QObject *field) const
 
 void Corrections::writeTilt() const
 {
-    const double angle = m_tilt->value() * RadiansPerDegree;
+    const double angle = PageControls::value(m_tilt) * RadiansPerDegree;
     writeNode(m_context, "SinData", text(std::sin(angle)));
     QThread::msleep(SinePause);
     writeNode(m_context, "CosData", text(std::cos(angle)));
@@ -64,15 +64,15 @@ void Corrections::writeTilt() const
 
 void Corrections::writeHeight() const
 {
-    writeNode(m_context, "ZCoorScale", text(m_height->value()));
+    writeNode(m_context, "ZCoorScale", text(PageControls::value(m_height)));
     leave(m_height, RowId::HeightCorrection);
 }
 
 void Corrections::leave(QDoubleSpinBox *field, RowId id) const
 {
     ToolPageWidgetItem *const row = m_context.placed(id).row;
-    const QSignalBlocker blocker(field); // a field that loses the focus ends its editing, for the second time here
-    if (row && field->hasFocus())
+    PageControls::settle(field);
+    if (row && field->hasFocus() && !NumberInput::of(field)->keepsFocus())
         row->setFocus(Qt::OtherFocusReason);
 }
 
@@ -93,13 +93,13 @@ void Corrections::read() const
         HostValues::reportUnusable(m_context, QStringLiteral("SinData"), text(*sine));
     } else if (sine) {
         PageControls::setRange(m_tilt, -LargestTilt, LargestTilt, Step);
-        m_tilt->setValue(std::asin(*sine) / RadiansPerDegree);
+        PageControls::show(m_tilt, std::asin(*sine) / RadiansPerDegree);
     }
     float value = 0, minimum = 0, maximum = 0, increment = 0;
     if (GetCamerFloatNodeValue(m_context.deviceName, QStringLiteral("ZCoorScale"), value, minimum, maximum, increment)
         == 0) {
         PageControls::setRange(m_height, static_cast<double>(minimum), static_cast<double>(maximum), Step);
-        m_height->setValue(static_cast<double>(value));
+        PageControls::show(m_height, static_cast<double>(value));
     }
 }
 

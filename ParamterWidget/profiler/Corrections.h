@@ -36,7 +36,8 @@ public:
 private:
     void writeTilt() const;
     void writeHeight() const;
-    /// Takes the focus from a field; its row keeps the place, so that Tab goes on from there.
+    /// Takes the focus from a field, unless it is being stepped; its row keeps the place, so that Tab goes on from
+    /// there.
     void leave(QDoubleSpinBox *field, RowId id) const;
 
     const PanelContext &m_context;

@@ -35,8 +35,8 @@ ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
     const double lower = readNumber(context, "ZDownSizeInfo").value_or(Lowest);
     for (QDoubleSpinBox *bound : {m_maximum, m_minimum})
         PageControls::setRange(bound, lower, upper, Step);
-    m_maximum->setValue(Highest);
-    m_minimum->setValue(Lowest);
+    PageControls::put(m_maximum, Highest);
+    PageControls::put(m_minimum, Lowest);
     show();
     context.controls[RowId::ZRange] = PageControls::row({m_auto}, controlsParent);
     context.controls[RowId::ZMaximum] = m_maximum;
@@ -61,15 +61,16 @@ void ZRange::determine() const
 
 void ZRange::follow(const QObject *bound) const
 {
-    const bool inverted = m_maximum->value() < m_minimum->value();
+    const bool inverted = PageControls::value(m_maximum) < PageControls::value(m_minimum);
     for (const auto &[field, item] :
          {std::pair(m_maximum, HostCore::CAM_INFO_Z_MAXIMUM), std::pair(m_minimum, HostCore::CAM_INFO_Z_MINIMUM)}) {
         if (field != bound)
             continue;
         if (!inverted)
-            HostValues::writeSetting(m_context, item, HostValues::text(field->value()));
+            HostValues::writeSetting(m_context, item, HostValues::text(PageControls::value(field)));
         else if (const auto stored = readNumber(m_context, item))
-            field->setValue(*stored);
+            PageControls::put(field, *stored);
+        PageControls::settle(field);
     }
 }
 
