@@ -201,6 +201,8 @@ void RoiDrawing::followCoordinate(const QObject *spinBox)
             axis.size->setMaximum(axis.edge - axis.offset->value());
         else
             continue;
+        PageControls::settle(axis.size);
+        PageControls::settle(axis.offset);
         if (!m_horizontal.offset->signalsBlocked()) // not while the host's move is followed
             moveHostRegion();
     }
@@ -232,6 +234,8 @@ void RoiDrawing::followHost(const Axis &axis, int from, int to)
     axis.size->setValue(end - begin); // limits the offset
     axis.offset->setValue(begin + axis.offset->minimum());
     axis.size->setMaximum(axis.edge - axis.offset->value());
+    PageControls::settle(axis.size);
+    PageControls::settle(axis.offset);
 }
 
 void RoiDrawing::apply()

@@ -45,10 +45,13 @@ public:
     void setLimits(Number minimum, Number maximum)
     {
         const QSignalBlocker blocker(this);
+        const bool wasUntouched = !hasInput();
         maximum = std::max(minimum, maximum);
         undisturbed(isTyped(), [&] { Base::setRange(static_cast<Shown>(minimum), static_cast<Shown>(maximum)); });
         m_minimum = {minimum, Base::minimum()};
         m_maximum = {maximum, Base::maximum()};
+        if (wasUntouched)
+            settle();
     }
     /// Steps go along minimum + n * increment, or by the single step if the increment is 0. Text that is being typed is
     /// left alone.
@@ -63,7 +66,6 @@ public:
     /// The same, for a number that the box cannot hold.
     void load(Number number, Shown shown)
     {
-        const QSignalBlocker blocker(this);
         hold(number, shown);
         settle();
     }
@@ -116,12 +118,12 @@ public:
         const Number to = NumberSteps<Number>{lowest(), highest(), step, onGrid}.from(from, steps);
         if (to == before && !isTyped())
             return;
-        if (onGrid || std::is_integral_v<Number>)
-            hold(to, static_cast<Shown>(to));
-        else
-            Base::setValue(static_cast<Shown>(to)); // with the digits that the box shows
+        hold(to, static_cast<Shown>(to));
+        if (!onGrid && std::is_floating_point_v<Number>)
+            m_held.number = static_cast<Number>(m_held.shown); // with the digits that the box shows
         line()->setModified(false);
         noteStep();
+        tellChange(before);
         Base::selectAll();
     }
 
@@ -189,10 +191,8 @@ private:
             return false;
         const Number before = number();
         const Number now = std::clamp(*typed, lowest(), highest());
-        const Shown shown = Base::value();
         hold(now, static_cast<Shown>(now));
-        if (now != before && Base::value() == shown)
-            Q_EMIT Base::valueChanged(shown);
+        tellChange(before);
         return true;
     }
     bool showsLoaded() const override { return Base::value() == m_loaded.shown; }
@@ -202,9 +202,17 @@ private:
     bool isInside(Number value) const { return value >= lowest() && value <= highest(); }
     void hold(Number number, Shown shown)
     {
+        const QSignalBlocker blocker(this);
         m_held = {number, shown};
         Base::setValue(shown);
         m_held.shown = Base::value();
+    }
+    void tellChange(Number before)
+    {
+        if (number() == before)
+            return;
+        Q_EMIT Base::textChanged(Base::text());
+        Q_EMIT Base::valueChanged(Base::value());
     }
 
     Held m_minimum{converted(Base::minimum()), Base::minimum()};

@@ -40,6 +40,14 @@ bool NumberInput::isTyped() const
     return m_line->isModified() || m_line->text() != shownText();
 }
 
+void NumberInput::drop()
+{
+    if (m_beyond == Beyond::Nearest && !isTyped())
+        settle();
+    else if (hasInput())
+        giveBack();
+}
+
 void NumberInput::noteStep()
 {
     m_isStepped = true;
@@ -78,7 +86,7 @@ bool NumberInput::follow(QEvent *event)
     case QEvent::EnabledChange:
         handled = handle(event);
         if (m_box->testAttribute(Qt::WA_ForceDisabled)) // not when all of the panel or the window is, for a while
-            giveBack();
+            drop();
         return handled;
     case QEvent::KeyPress:
         return followKey(*static_cast<QKeyEvent *>(event)) || handle(event);

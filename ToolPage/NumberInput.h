@@ -40,6 +40,9 @@ public:
     bool keepsFocus() const { return m_ending == Ending::Arrow || m_ending == Ending::Tab; }
     /// Shows what was loaded and forgets the input, without a signal.
     virtual void giveBack() = 0;
+    /// The same for a field that can no longer be edited. One that takes the nearest limit keeps a value that it holds
+    /// already and drops the typed text alone.
+    void drop();
     /// What the field holds counts as loaded from now on.
     virtual void settle() = 0;
     /// Why the text cannot be taken; empty if it can.

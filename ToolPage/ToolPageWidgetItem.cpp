@@ -27,10 +27,12 @@ constexpr int EditorHeight = 34;
 constexpr int EditorMinimumWidth = 150;
 constexpr QMargins RowMargins(30, 3, 10, 3);
 
-/// The number fields of an editor: the editor itself, or parts of a container.
+/// The number fields of an editor, if there is one: the editor itself, or parts of a container.
 QVector<NumberInput *> inputsOf(QWidget *editor)
 {
     QVector<NumberInput *> inputs;
+    if (!editor)
+        return inputs;
     const auto add = [&inputs](QWidget *field) {
         if (NumberInput *input = NumberInput::of(field))
             inputs.append(input);
@@ -279,10 +281,8 @@ void ToolPageWidgetItem::showRow(bool visible)
 /// What can no longer be edited shows what it had.
 void ToolPageWidgetItem::dropInput()
 {
-    for (NumberInput *input : m_editor ? inputsOf(m_editor) : QVector<NumberInput *>()) {
-        if (input->hasInput())
-            input->giveBack();
-    }
+    for (NumberInput *input : inputsOf(m_editor))
+        input->drop();
 }
 
 void ToolPageWidgetItem::showLiveValue()
