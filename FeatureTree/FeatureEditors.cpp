@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -23,6 +24,8 @@ constexpr QLatin1String macMask("HH:HH:HH:HH:HH:HH;_");
 constexpr QLatin1String ipv4Mask("000.000.000.000;_");
 constexpr QLatin1String hexMask("HHHHHHHHHHHHHHHH");
 constexpr double defaultFloatStep = 0.1;
+/// Property of lines and lists: the text that they were filled with; none after a choice.
+constexpr char filledText[] = "filledText";
 
 QWidget *makeLine(QLatin1String mask, QWidget *parent)
 {
@@ -134,6 +137,38 @@ QVariant boxValue(const Field *box)
     return entered ? QVariant(*entered) : QVariant();
 }
 
+/// Of a line or a list.
+QString shownText(const QWidget *editor)
+{
+    const auto *line = qobject_cast<const QLineEdit *>(editor);
+    const auto *list = qobject_cast<const QComboBox *>(editor);
+    return line ? line->text() : list ? list->currentText() : QString();
+}
+
+bool isOpenList(const QWidget *editor)
+{
+    const auto *list = qobject_cast<const QComboBox *>(editor);
+    return list && list->view()->isVisible();
+}
+
+/// What lines and lists show.
+void fillText(QWidget *editor, EditorKind kind, GenApi::INode *node)
+{
+    auto *line = qobject_cast<QLineEdit *>(editor);
+    auto *list = qobject_cast<QComboBox *>(editor);
+    if (line && (kind == EditorKind::MacMask || kind == EditorKind::Ipv4Mask))
+        fillAddress(line, kind, node);
+    else if (line && kind == EditorKind::HexMask)
+        fillHex(line, node);
+    else if (line && kind == EditorKind::Text)
+        line->setText(QString::fromUtf8(GenApi::CStringPtr(node)->GetValue().c_str()));
+    else if (list && kind == EditorKind::BooleanList)
+        list->setCurrentIndex(GenApi::CBooleanPtr(node)->GetValue() ? 1 : 0);
+    else if (list && kind == EditorKind::EntryList)
+        fillEntries(list, node);
+    forgetInput(editor);
+}
+
 /// All 64 bits, so that the highest one survives as the sign.
 QVariant hexValue(const QString &digits)
 {
@@ -142,9 +177,7 @@ QVariant hexValue(const QString &digits)
     return isNumber ? QVariant(value) : QVariant();
 }
 
-} // namespace
-
-QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
+QWidget *makeEditor(EditorKind kind, const QString &name, QWidget *parent)
 {
     switch (kind) {
     case EditorKind::MacMask:
@@ -171,28 +204,56 @@ QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
     return nullptr;
 }
 
+} // namespace
+
+QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
+{
+    QWidget *editor = makeEditor(kind, name, parent);
+    if (editor)
+        forgetInput(editor);
+    return editor;
+}
+
 void fill(QWidget *editor, EditorKind kind, GenApi::INode *node)
 {
     const QSignalBlocker blocker(editor);
-    auto *line = qobject_cast<QLineEdit *>(editor);
-    auto *list = qobject_cast<QComboBox *>(editor);
     auto *integers = qobject_cast<IntegerSpinBox *>(editor);
     auto *reals = dynamic_cast<RealField *>(editor);
-    if (integers && kind == EditorKind::IntegerBox) {
+    if (integers && kind == EditorKind::IntegerBox)
         fillInteger(integers, node);
-    } else if (reals && kind == EditorKind::FloatBox) {
+    else if (reals && kind == EditorKind::FloatBox)
         fillFloat(reals, node);
-    } else if (line && (kind == EditorKind::MacMask || kind == EditorKind::Ipv4Mask)) {
-        fillAddress(line, kind, node);
-    } else if (line && kind == EditorKind::HexMask) {
-        fillHex(line, node);
-    } else if (line && kind == EditorKind::Text) {
-        line->setText(QString::fromUtf8(GenApi::CStringPtr(node)->GetValue().c_str()));
-    } else if (list && kind == EditorKind::BooleanList) {
-        list->setCurrentIndex(GenApi::CBooleanPtr(node)->GetValue() ? 1 : 0);
-    } else if (list && kind == EditorKind::EntryList) {
-        fillEntries(list, node);
-    }
+    else if (!hasInput(editor) && !isOpenList(editor))
+        fillText(editor, kind, node);
+}
+
+bool hasInput(QWidget *editor)
+{
+    if (const NumberInput *input = NumberInput::of(editor))
+        return input->hasInput();
+    const auto *line = qobject_cast<const QLineEdit *>(editor);
+    const QVariant filled = editor->property(filledText);
+    return (line && line->isModified()) || !filled.isValid() || filled.toString() != shownText(editor);
+}
+
+void noteChoice(QWidget *list)
+{
+    list->setProperty(filledText, QVariant());
+}
+
+void forgetInput(QWidget *editor)
+{
+    if (NumberInput *input = NumberInput::of(editor))
+        return input->giveBack();
+    if (auto *line = qobject_cast<QLineEdit *>(editor))
+        line->setModified(false);
+    editor->setProperty(filledText, shownText(editor));
+}
+
+QString refusal(QWidget *editor)
+{
+    const NumberInput *input = NumberInput::of(editor);
+    return input ? input->refusal() : QString();
 }
 
 QVariant value(QWidget *editor, EditorKind kind)

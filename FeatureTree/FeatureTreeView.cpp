@@ -61,7 +61,10 @@ FeatureTreeView::FeatureTreeView(QWidget *parent)
     setItemDelegateForColumn(nameColumn, nullptr);
     setUniformRowHeights(true);
 
-    connect(refreshTimer, &QTimer::timeout, this, [this] { viewport()->update(); });
+    connect(refreshTimer, &QTimer::timeout, this, [this] {
+        viewport()->update();
+        dropUneditable();
+    });
     refreshTimer->start(refreshMs);
     connect(delegate, &FeatureEditDelegate::CommandClicked, this, &FeatureTreeView::onCommandClicked);
     connect(this, &QTreeView::expanded, this, &FeatureTreeView::onExpanded);
@@ -165,6 +168,7 @@ void FeatureTreeView::updateAfterExpanding()
 void FeatureTreeView::setViewDataDisable()
 {
     delegate->dataDisabled = true;
+    delegate->dropEditor();
 }
 
 void FeatureTreeView::onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &, const QVector<int> &)
@@ -236,12 +240,39 @@ QModelIndex FeatureTreeView::moveCursor(CursorAction action, Qt::KeyboardModifie
     return index.siblingAtColumn(valueColumn);
 }
 
+/// The model's current index may move while somebody types.
+void FeatureTreeView::commitData(QWidget *editor)
+{
+    if (delegate->mayEnd(editor))
+        QTreeView::commitData(editor);
+}
+
 void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
 {
+    if (!delegate->mayEnd(editor))
+        return;
     const bool hadFocus = editor && editor->hasFocus();
     QTreeView::closeEditor(editor, hint);
     if (hadFocus && state() != EditingState)
         setFocus(Qt::OtherFocusReason);
+}
+
+/// The open editor is where the keyboard was.
+void FeatureTreeView::focusInEvent(QFocusEvent *event)
+{
+    QTreeView::focusInEvent(event);
+    if (state() == EditingState && delegate->editor())
+        delegate->editor()->setFocus();
+}
+
+/// The device locks features, and rows come and go.
+void FeatureTreeView::dropUneditable()
+{
+    const QModelIndex index = delegate->editedIndex();
+    if (state() != EditingState || !isVisible() || !delegate->editor())
+        return;
+    if (!delegate->isEditable(index) || isRowHidden(index.row(), index.parent()))
+        delegate->dropEditor();
 }
 
 void FeatureTreeView::onCommandClicked()

@@ -58,13 +58,16 @@ protected:
     int sizeHintForColumn(int column) const override;
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void commitData(QWidget *editor) override;
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
     bool hideRowsOf(const QModelIndex &parent, VisibilityPass &pass);
     void hideRow(int row, const QModelIndex &parent, bool hide);
     void onExpanded(const QModelIndex &index);
     void updateAfterExpanding();
+    void dropUneditable();
     void onCommandClicked();
     void runCommand(const QString &name, GenApi::INode *node);
 
