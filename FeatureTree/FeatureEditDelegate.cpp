@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QStyle>
 #include <QTreeView>
 
@@ -18,14 +19,14 @@
 #include "FeatureTree/TreeModel.h"
 #include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
+#include "ToolPage/NumberInput.h"
+#include "ToolPage/PressElsewhere.h"
 
 using FeatureKinds::EditorKind;
 
 namespace {
 
 constexpr int valueColumn = 1;
-/// Property of an editor: the value that it was filled with.
-constexpr char loadedValue[] = "loadedValue";
 
 /// The editor's kind if the node's value can be edited now, else None. Throws what the node throws.
 EditorKind usableEditor(GenApi::INode *node)
@@ -46,6 +47,13 @@ QString grayText(const QVariant &value)
 void logFault(const char *message)
 {
     logToHost("FeatureEditDelegate", message);
+}
+
+void logRefusal(GenApi::INode *node, const QString &reason)
+{
+    if (!reason.isEmpty())
+        logFault(qUtf8Printable(
+            QStringLiteral("Set %1 value failed, message = %2").arg(FeatureKinds::nodeName(node), reason)));
 }
 
 void logGenICam(const GenICam::GenericException &error)
@@ -72,7 +80,7 @@ bool isBeingPainted(const QWidget *widget)
     return widget;
 }
 
-/// What closes an editor whose mask is not filled up; Qt leaves those keys to a validator.
+/// What closes an editor by that key.
 QAbstractItemDelegate::EndEditHint closingHint(int key)
 {
     switch (key) {
@@ -171,19 +179,62 @@ QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionVi
     };
     if (!guardNode(make, logGenICam, logFault) || !editor)
         return nullptr;
-    editor->setProperty(loadedValue, FeatureEditors::value(editor, kind));
-    auto *self = const_cast<FeatureEditDelegate *>(this);
-    if (auto *button = qobject_cast<QPushButton *>(editor))
-        connect(button, &QPushButton::clicked, this, &FeatureEditDelegate::CommandClicked);
-    if (auto *list = qobject_cast<QComboBox *>(editor))
-        connect(list, QOverload<int>::of(&QComboBox::activated), self, [self, list] { self->commitChoice(list); });
+    const_cast<FeatureEditDelegate *>(this)->watch(editor, index);
     return editor;
 }
 
-void FeatureEditDelegate::commitChoice(QWidget *list)
+/// Learns of all that ends the edit but the keys.
+void FeatureEditDelegate::watch(QWidget *editor, const QModelIndex &index)
 {
-    list->setProperty(loadedValue, QVariant());
-    Q_EMIT commitData(list);
+    openEditor = editor;
+    openIndex = index;
+    if (auto *button = qobject_cast<QPushButton *>(editor))
+        connect(button, &QPushButton::clicked, this, &FeatureEditDelegate::CommandClicked);
+    if (auto *list = qobject_cast<QComboBox *>(editor)) {
+        connect(list, QOverload<int>::of(&QComboBox::activated), this, [this, list] {
+            FeatureEditors::noteChoice(list);
+            commit(list);
+        });
+    }
+    if (auto *box = qobject_cast<QAbstractSpinBox *>(editor)) // by its arrows
+        connect(box, &QAbstractSpinBox::editingFinished, this, [this, box] { commit(box); });
+    auto *press = new PressElsewhere(
+        editor, [this, editor] { end(editor, NoHint); }, editor);
+    press->start();
+}
+
+void FeatureEditDelegate::commit(QWidget *editor)
+{
+    const QScopedValueRollback<bool> ending(isEnding, true);
+    Q_EMIT commitData(editor);
+}
+
+void FeatureEditDelegate::end(QWidget *editor, EndEditHint hint)
+{
+    const QPointer<QWidget> open(editor);
+    const QScopedValueRollback<bool> ending(isEnding, true);
+    Q_EMIT commitData(editor);
+    if (open)
+        Q_EMIT closeEditor(editor, hint);
+}
+
+bool FeatureEditDelegate::mayEnd(QWidget *editor) const
+{
+    return isEnding || !editor || !FeatureEditors::hasInput(editor);
+}
+
+void FeatureEditDelegate::finishEditor()
+{
+    if (openEditor)
+        end(openEditor, NoHint);
+}
+
+void FeatureEditDelegate::dropEditor()
+{
+    if (!openEditor)
+        return;
+    FeatureEditors::forgetInput(openEditor);
+    Q_EMIT closeEditor(openEditor, RevertModelCache);
 }
 
 void FeatureEditDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
@@ -191,29 +242,25 @@ void FeatureEditDelegate::setEditorData(QWidget *editor, const QModelIndex &inde
     GenApi::INode *node = nodeAt(index);
     if (!node)
         return;
-    EditorKind kind = EditorKind::None;
     guardNode([&] {
-        if (!FeatureKinds::isWritable(node))
-            return;
-        kind = FeatureKinds::editorKind(node);
-        FeatureEditors::fill(editor, kind, node);
+        if (FeatureKinds::isWritable(node))
+            FeatureEditors::fill(editor, FeatureKinds::editorKind(node), node);
     });
-    if (kind != EditorKind::None)
-        editor->setProperty(loadedValue, FeatureEditors::value(editor, kind));
 }
 
 void FeatureEditDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
     QVariant value;
-    if (GenApi::INode *node = nodeAt(index)) {
+    GenApi::INode *node = nodeAt(index);
+    if (node && FeatureEditors::hasInput(editor)) {
         guardNode([&] {
             const EditorKind kind = FeatureKinds::editorKind(node);
             value = FeatureEditors::value(editor, kind);
             logDiscarded(editor, kind, FeatureKinds::nodeName(node));
+            logRefusal(node, FeatureEditors::refusal(editor));
         });
+        FeatureEditors::forgetInput(editor); // the model shows it what the device has made of it
     }
-    if (value == editor->property(loadedValue))
-        value.clear();
     model->setData(index, value, Qt::EditRole);
 }
 
@@ -247,19 +294,29 @@ bool FeatureEditDelegate::cellEntered(const QModelIndex &index)
     return isHovering;
 }
 
-bool FeatureEditDelegate::eventFilter(QObject *editor, QEvent *event)
+bool FeatureEditDelegate::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Wheel) {
+    switch (event->type()) {
+    case QEvent::Wheel:
         event->ignore();
         return true;
+    case QEvent::FocusOut: // by whatever took the focus: the editor stays open
+        return false;
+    case QEvent::KeyPress:
+        return followKey(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
+    default:
+        return QStyledItemDelegate::eventFilter(watched, event);
     }
-    auto *line = qobject_cast<QLineEdit *>(editor);
-    if (event->type() != QEvent::KeyPress || !line || line->hasAcceptableInput())
-        return QStyledItemDelegate::eventFilter(editor, event);
-    const EndEditHint hint = closingHint(static_cast<QKeyEvent *>(event)->key());
-    if (hint == NoHint)
-        return QStyledItemDelegate::eventFilter(editor, event);
-    Q_EMIT commitData(line);
-    Q_EMIT closeEditor(line, hint);
-    return true;
+}
+
+bool FeatureEditDelegate::followKey(QWidget *editor, QKeyEvent &event)
+{
+    const EndEditHint hint = closingHint(event.key());
+    const bool isTyped = qobject_cast<QLineEdit *>(editor) || NumberInput::of(editor);
+    if (isTyped && hint != NoHint) {
+        end(editor, hint);
+        return true;
+    }
+    const QScopedValueRollback<bool> ending(isEnding, true); // Escape
+    return QStyledItemDelegate::eventFilter(editor, &event);
 }

@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QModelIndex>
+#include <QPersistentModelIndex>
+#include <QPointer>
 #include <QStyledItemDelegate>
 
 #include <GenApi/GenApi.h>
 
+class QKeyEvent;
 class QTreeView;
 class TreeItem;
 
 /// Edits and paints the value column of the feature tree: an editor by the feature's type and representation, gray text
 /// for values that cannot be written, a button for commands. No exception of a node leaves it.
 ///
-/// An editor whose content the user did not change writes nothing, so walking over rows neither rounds nor rewrites
-/// values. Numbers are shown with all digits and without group signs. Choosing an entry of a list writes it at once.
-/// The mouse wheel scrolls the tree, never a value.
+/// An edit ends by Enter, Tab, the release of an arrow of a number field, the choice of an entry, or a press elsewhere
+/// in the panel; nothing else commits or closes an editor with input. What was typed is written even if it is what the
+/// editor opened with; an editor that was not touched writes nothing, so walking over rows neither rounds nor rewrites
+/// values. Numbers are shown with all digits and without group signs. The mouse wheel scrolls the tree, never a value.
 class FeatureEditDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -34,6 +37,15 @@ public:
     /// Whether createEditor() makes an editor for the cell.
     bool isEditable(const QModelIndex &index) const;
 
+    /// The editor that was opened last, and its cell; null once it has gone.
+    QWidget *editor() const { return openEditor; }
+    QModelIndex editedIndex() const { return openIndex; }
+    /// False for an editor with input, unless its edit is being ended.
+    bool mayEnd(QWidget *editor) const;
+    /// Closes the open editor, if there is one, and writes its input or drops it.
+    void finishEditor();
+    void dropEditor();
+
     /// Set when the device is closed: from then on cells are painted as stored and no editor touches a node.
     bool dataDisabled = false;
 
@@ -49,15 +61,21 @@ public Q_SLOTS:
 
 protected:
     void initStyleOption(QStyleOptionViewItem *viewItem, const QModelIndex &index) const override;
-    bool eventFilter(QObject *editor, QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     TreeItem *itemAt(const QModelIndex &index) const;
     GenApi::INode *nodeAt(const QModelIndex &index) const;
     bool isShownGray(TreeItem *item) const;
-    void commitChoice(QWidget *list);
+    void watch(QWidget *editor, const QModelIndex &index);
+    void commit(QWidget *editor);
+    void end(QWidget *editor, EndEditHint hint);
+    bool followKey(QWidget *editor, QKeyEvent &event);
 
     QTreeView *view; ///< the parent, if it is one
     bool isHovering = false;
     QModelIndex hoverIndex;
+    QPointer<QWidget> openEditor;
+    QPersistentModelIndex openIndex;
+    bool isEnding = false; ///< by one of the ways that a person has
 };

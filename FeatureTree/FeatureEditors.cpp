@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -23,6 +24,8 @@ constexpr QLatin1String macMask("HH:HH:HH:HH:HH:HH;_");
 constexpr QLatin1String ipv4Mask("000.000.000.000;_");
 constexpr QLatin1String hexMask("HHHHHHHHHHHHHHHH");
 constexpr double defaultFloatStep = 0.1;
+/// Property of lines and lists: the text that they were filled with; none after a choice.
+constexpr char filledText[] = "filledText";
 
 QWidget *makeLine(QLatin1String mask, QWidget *parent)
 {
@@ -33,16 +36,8 @@ QWidget *makeLine(QLatin1String mask, QWidget *parent)
 
 QWidget *makeFloatBox(int decimals, QWidget *parent)
 {
-    auto *box = new QDoubleSpinBox(parent);
+    auto *box = new RealField(parent);
     box->setDecimals(decimals);
-    box->setContextMenuPolicy(Qt::NoContextMenu);
-    return box;
-}
-
-QWidget *makeIntegerBox(QWidget *parent)
-{
-    auto *box = new IntegerSpinBox(parent);
-    box->setContextMenuPolicy(Qt::NoContextMenu);
     return box;
 }
 
@@ -91,19 +86,24 @@ void fillInteger(IntegerSpinBox *box, GenApi::INode *node)
 {
     const GenApi::CIntegerPtr integer(node);
     const qint64 minimum = integer->GetMin();
-    box->setExactRange(minimum, integer->GetMax());
-    box->setExactStep(integer->GetIncMode() == GenApi::noIncrement ? 1 : integer->GetInc());
-    box->setExactValue(integer->GetValue());
+    const qint64 maximum = integer->GetMax();
+    const qint64 increment = integer->GetIncMode() == GenApi::noIncrement ? 0 : integer->GetInc();
+    box->setSteps(increment != 0 ? static_cast<double>(increment) : 1.0, increment);
+    const qint64 value = integer->GetValue();
+    box->refresh(minimum, maximum, value, static_cast<double>(value));
 }
 
-void fillFloat(QDoubleSpinBox *box, GenApi::INode *node)
+void fillFloat(RealField *box, GenApi::INode *node)
 {
     constexpr double largest = std::numeric_limits<double>::max();
     const GenApi::CFloatPtr number(node);
-    const double minimum = number->GetMin();
-    box->setRange(finite(minimum, -largest), finite(number->GetMax(), largest));
-    box->setSingleStep(number->HasInc() ? number->GetInc() : defaultFloatStep);
-    box->setValue(number->GetValue());
+    const double minimum = finite(number->GetMin(), -largest);
+    const double maximum = finite(number->GetMax(), largest);
+    const double increment = number->HasInc() ? number->GetInc() : 0.0;
+    const bool isFixed = number->GetIncMode() == GenApi::fixedIncrement;
+    box->setSteps(number->HasInc() ? increment : defaultFloatStep, isFixed ? increment : 0.0);
+    const double value = number->GetValue();
+    box->refresh(minimum, maximum, value, finite(value, 0.0));
 }
 
 QStringList entryTexts(const GenApi::CEnumerationPtr &enumeration)
@@ -129,12 +129,44 @@ void fillEntries(QComboBox *list, GenApi::INode *node)
             list->findText(QString::fromUtf8(entry->GetSymbolic().c_str()), Qt::MatchExactly | Qt::MatchCaseSensitive));
 }
 
-/// Typed text that is not finished yet counts as far as it makes a valid number.
-QVariant boxValue(QDoubleSpinBox *box)
+/// Nothing for text that is no number inside the limits.
+template <class Field>
+QVariant boxValue(const Field *box)
 {
-    box->interpretText();
-    const auto *integers = qobject_cast<IntegerSpinBox *>(box);
-    return integers ? QVariant(integers->exactValue()) : QVariant(box->value());
+    const auto entered = box ? box->entered() : std::nullopt;
+    return entered ? QVariant(*entered) : QVariant();
+}
+
+/// Of a line or a list.
+QString shownText(const QWidget *editor)
+{
+    const auto *line = qobject_cast<const QLineEdit *>(editor);
+    const auto *list = qobject_cast<const QComboBox *>(editor);
+    return line ? line->text() : list ? list->currentText() : QString();
+}
+
+bool isOpenList(const QWidget *editor)
+{
+    const auto *list = qobject_cast<const QComboBox *>(editor);
+    return list && list->view()->isVisible();
+}
+
+/// What lines and lists show.
+void fillText(QWidget *editor, EditorKind kind, GenApi::INode *node)
+{
+    auto *line = qobject_cast<QLineEdit *>(editor);
+    auto *list = qobject_cast<QComboBox *>(editor);
+    if (line && (kind == EditorKind::MacMask || kind == EditorKind::Ipv4Mask))
+        fillAddress(line, kind, node);
+    else if (line && kind == EditorKind::HexMask)
+        fillHex(line, node);
+    else if (line && kind == EditorKind::Text)
+        line->setText(QString::fromUtf8(GenApi::CStringPtr(node)->GetValue().c_str()));
+    else if (list && kind == EditorKind::BooleanList)
+        list->setCurrentIndex(GenApi::CBooleanPtr(node)->GetValue() ? 1 : 0);
+    else if (list && kind == EditorKind::EntryList)
+        fillEntries(list, node);
+    forgetInput(editor);
 }
 
 /// All 64 bits, so that the highest one survives as the sign.
@@ -145,9 +177,7 @@ QVariant hexValue(const QString &digits)
     return isNumber ? QVariant(value) : QVariant();
 }
 
-} // namespace
-
-QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
+QWidget *makeEditor(EditorKind kind, const QString &name, QWidget *parent)
 {
     switch (kind) {
     case EditorKind::MacMask:
@@ -157,7 +187,7 @@ QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
     case EditorKind::HexMask:
         return makeLine(hexMask, parent);
     case EditorKind::IntegerBox:
-        return makeIntegerBox(parent);
+        return new IntegerSpinBox(parent);
     case EditorKind::BooleanList:
         return makeBooleanList(parent);
     case EditorKind::CommandButton:
@@ -174,41 +204,69 @@ QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
     return nullptr;
 }
 
+} // namespace
+
+QWidget *make(EditorKind kind, const QString &name, QWidget *parent)
+{
+    QWidget *editor = makeEditor(kind, name, parent);
+    if (editor)
+        forgetInput(editor);
+    return editor;
+}
+
 void fill(QWidget *editor, EditorKind kind, GenApi::INode *node)
 {
     const QSignalBlocker blocker(editor);
-    auto *line = qobject_cast<QLineEdit *>(editor);
-    auto *list = qobject_cast<QComboBox *>(editor);
-    if (auto *integers = qobject_cast<IntegerSpinBox *>(editor)) {
-        if (kind == EditorKind::IntegerBox)
-            fillInteger(integers, node);
-    } else if (auto *box = qobject_cast<QDoubleSpinBox *>(editor)) {
-        if (kind == EditorKind::FloatBox)
-            fillFloat(box, node);
-    } else if (line && (kind == EditorKind::MacMask || kind == EditorKind::Ipv4Mask)) {
-        fillAddress(line, kind, node);
-    } else if (line && kind == EditorKind::HexMask) {
-        fillHex(line, node);
-    } else if (line && kind == EditorKind::Text) {
-        line->setText(QString::fromUtf8(GenApi::CStringPtr(node)->GetValue().c_str()));
-    } else if (list && kind == EditorKind::BooleanList) {
-        list->setCurrentIndex(GenApi::CBooleanPtr(node)->GetValue() ? 1 : 0);
-    } else if (list && kind == EditorKind::EntryList) {
-        fillEntries(list, node);
-    }
+    auto *integers = qobject_cast<IntegerSpinBox *>(editor);
+    auto *reals = dynamic_cast<RealField *>(editor);
+    if (integers && kind == EditorKind::IntegerBox)
+        fillInteger(integers, node);
+    else if (reals && kind == EditorKind::FloatBox)
+        fillFloat(reals, node);
+    else if (!hasInput(editor) && !isOpenList(editor))
+        fillText(editor, kind, node);
+}
+
+bool hasInput(QWidget *editor)
+{
+    if (const NumberInput *input = NumberInput::of(editor))
+        return input->hasInput();
+    const auto *line = qobject_cast<const QLineEdit *>(editor);
+    const QVariant filled = editor->property(filledText);
+    return (line && line->isModified()) || !filled.isValid() || filled.toString() != shownText(editor);
+}
+
+void noteChoice(QWidget *list)
+{
+    list->setProperty(filledText, QVariant());
+}
+
+void forgetInput(QWidget *editor)
+{
+    if (NumberInput *input = NumberInput::of(editor))
+        return input->giveBack();
+    if (auto *line = qobject_cast<QLineEdit *>(editor))
+        line->setModified(false);
+    editor->setProperty(filledText, shownText(editor));
+}
+
+QString refusal(QWidget *editor)
+{
+    const NumberInput *input = NumberInput::of(editor);
+    return input ? input->refusal() : QString();
 }
 
 QVariant value(QWidget *editor, EditorKind kind)
 {
     auto *line = qobject_cast<QLineEdit *>(editor);
     auto *list = qobject_cast<QComboBox *>(editor);
-    auto *box = qobject_cast<QDoubleSpinBox *>(editor);
     switch (kind) {
     case EditorKind::HexMask:
         return line ? hexValue(line->text()) : QVariant();
     case EditorKind::IntegerBox:
+        return boxValue(qobject_cast<IntegerSpinBox *>(editor));
     case EditorKind::FloatBox:
-        return box ? boxValue(box) : QVariant();
+        return boxValue(dynamic_cast<RealField *>(editor));
     case EditorKind::BooleanList:
         return list ? QVariant(list->currentIndex() != 0) : QVariant();
     case EditorKind::EntryList:

@@ -64,7 +64,10 @@ FeatureTreeView::FeatureTreeView(QWidget *parent)
     setItemDelegateForColumn(nameColumn, nullptr);
     setUniformRowHeights(true);
 
-    connect(refreshTimer, &QTimer::timeout, this, [this] { viewport()->update(); });
+    connect(refreshTimer, &QTimer::timeout, this, [this] {
+        viewport()->update();
+        dropUneditable();
+    });
     refreshTimer->start(refreshMs);
     passTimer->setSingleShot(true);
     connect(passTimer, &QTimer::timeout, this, &FeatureTreeView::updateDueVisibility);
@@ -176,30 +179,26 @@ void FeatureTreeView::onExpanded(const QModelIndex &index)
 void FeatureTreeView::onCollapsed()
 {
     const QScopedValueRollback<bool> folding(isFolding, true);
-    QWidget *editor = openEditor();
-    if (editor && nearestShown(currentIndex()) != currentIndex())
-        commitData(editor);
+    if (hasVanished(delegate->editedIndex()))
+        delegate->finishEditor();
     leaveVanishedRow();
 }
 
-QWidget *FeatureTreeView::openEditor() const
+bool FeatureTreeView::hasVanished(const QModelIndex &cell) const
 {
-    return indexWidget(currentIndex().siblingAtColumn(valueColumn));
+    return nearestShown(cell) != cell;
 }
 
 /// What was being typed in a row that is gone is dropped, since it cannot be written any more. The keyboard, also while
 /// another window is in front, goes on in the nearest row.
 void FeatureTreeView::leaveVanishedRow()
 {
-    const QModelIndex row = nearestShown(currentIndex());
-    if (row == currentIndex())
-        return;
     const QWidget *focus = window()->focusWidget();
     const bool hasKeyboard = focus && (focus == this || isAncestorOf(focus));
-    if (QWidget *editor = openEditor())
-        closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
-    if (hasKeyboard)
-        setCurrentIndex(row.siblingAtColumn(nameColumn));
+    if (hasVanished(delegate->editedIndex()))
+        delegate->dropEditor();
+    if (hasKeyboard && hasVanished(currentIndex()))
+        setCurrentIndex(nearestShown(currentIndex()).siblingAtColumn(nameColumn));
 }
 
 /// The cell itself if its row is shown, else the folded category that it is in, or the nearest row beside it or beside
@@ -247,6 +246,7 @@ void FeatureTreeView::updateAfterExpanding()
 void FeatureTreeView::setViewDataDisable()
 {
     delegate->dataDisabled = true;
+    delegate->dropEditor();
 }
 
 void FeatureTreeView::onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &, const QVector<int> &)
@@ -318,18 +318,40 @@ QModelIndex FeatureTreeView::moveCursor(CursorAction action, Qt::KeyboardModifie
     return index.siblingAtColumn(valueColumn);
 }
 
+/// The open editor is where the keyboard was.
 void FeatureTreeView::focusInEvent(QFocusEvent *event)
 {
     leaveVanishedRow();
     QTreeView::focusInEvent(event);
+    if (state() == EditingState && delegate->editor())
+        delegate->editor()->setFocus();
+}
+
+/// The model's current index may move while somebody types.
+void FeatureTreeView::commitData(QWidget *editor)
+{
+    if (delegate->mayEnd(editor))
+        QTreeView::commitData(editor);
 }
 
 void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
 {
+    if (!delegate->mayEnd(editor))
+        return;
     const bool hadFocus = editor && editor == window()->focusWidget();
     QTreeView::closeEditor(editor, hint);
     if (hadFocus && state() != EditingState)
         setFocus(Qt::OtherFocusReason);
+}
+
+/// The device locks features.
+void FeatureTreeView::dropUneditable()
+{
+    const QModelIndex index = delegate->editedIndex();
+    if (state() != EditingState || !isVisible() || !delegate->editor())
+        return;
+    if (!delegate->isEditable(index))
+        delegate->dropEditor();
 }
 
 void FeatureTreeView::onCommandClicked()

@@ -63,21 +63,23 @@ protected:
     void changeEvent(QEvent *event) override;
     int sizeHintForColumn(int column) const override;
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void commitData(QWidget *editor) override;
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
     bool hideRowsOf(const QModelIndex &parent, VisibilityPass &pass);
     void hideRow(int row, const QModelIndex &parent, bool hide);
     void onExpanded(const QModelIndex &index);
     void onCollapsed();
-    QWidget *openEditor() const;
+    bool hasVanished(const QModelIndex &cell) const;
     void leaveVanishedRow();
     QModelIndex nearestShown(const QModelIndex &cell) const;
     void updateAfterExpanding();
     void updateAllVisibility();
     void updateDueVisibility();
+    void dropUneditable();
     void onCommandClicked();
     void runCommand(const QString &name, GenApi::INode *node);
 

@@ -2,55 +2,24 @@
 #include "ParamterWidget/PageControls.h"
 
 #include <algorithm>
-#include <optional>
 
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QDoubleSpinBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
-#include "ToolPage/EditorFocus.h"
+#include "ToolPage/NumberField.h"
 #include "ToolPage/StyleSheets.h"
 
 namespace {
 
-double settledValue(const QDoubleSpinBox *field)
+/// The fields here are all made by numberField().
+RealField *real(QDoubleSpinBox *field)
 {
-    return field->property(EditorFocus::SettledValue).toDouble();
+    return static_cast<RealField *>(field);
 }
-
-bool isBeingTyped(const QDoubleSpinBox *field)
-{
-    return field->hasFocus() && field->text() != field->textFromValue(settledValue(field));
-}
-
-/// Leaving a field whose value is the settled one finishes no editing: walking over the page must not store values
-/// again, rounded to the field's decimals.
-class NumberField : public QDoubleSpinBox
-{
-public:
-    using QDoubleSpinBox::QDoubleSpinBox;
-
-protected:
-    void keyPressEvent(QKeyEvent *event) override
-    {
-        QDoubleSpinBox::keyPressEvent(event);
-        if (event->key() == Qt::Key_Enter || event->key() == Qt::Key_Return)
-            setProperty(EditorFocus::SettledValue, value());
-    }
-    void focusOutEvent(QFocusEvent *event) override
-    {
-        interpretText();
-        std::optional<QSignalBlocker> blocker;
-        if (value() == settledValue(this))
-            blocker.emplace(this);
-        QDoubleSpinBox::focusOutEvent(event);
-    }
-};
 
 } // namespace
 
@@ -65,15 +34,23 @@ QComboBox *PageControls::list(const QStringList &entries, QWidget *parent)
 
 QDoubleSpinBox *PageControls::numberField(QWidget *parent, int decimals)
 {
-    auto *const field = new NumberField(parent);
+    auto *const field = new RealField(parent, NumberInput::Beyond::Nearest);
     field->setDecimals(decimals);
+    return field;
+}
+
+QSpinBox *PageControls::integerField(QWidget *parent, int minimum, int maximum, int value)
+{
+    auto *const field = new IntegerField(parent, NumberInput::Beyond::Nearest);
+    field->setLimits(minimum, maximum);
+    field->load(value);
     return field;
 }
 
 void PageControls::setRange(QDoubleSpinBox *field, double minimum, double maximum, double step)
 {
-    field->setRange(std::min(minimum, maximum), std::max(minimum, maximum));
-    field->setSingleStep(step);
+    real(field)->setLimits(std::min(minimum, maximum), std::max(minimum, maximum));
+    real(field)->setSteps(step);
 }
 
 QPushButton *PageControls::button(const char *text, QWidget *parent)
@@ -99,13 +76,30 @@ void PageControls::show(QComboBox *list, int entry)
     list->setCurrentIndex(entry);
 }
 
+double PageControls::value(QDoubleSpinBox *field)
+{
+    return real(field)->number();
+}
+
 void PageControls::show(QDoubleSpinBox *field, double value)
 {
-    if (isBeingTyped(field))
-        return;
-    const QSignalBlocker blocker(field);
-    field->setValue(value);
-    field->setProperty(EditorFocus::SettledValue, field->value());
+    if (!real(field)->hasInput())
+        put(field, value);
+}
+
+void PageControls::put(QDoubleSpinBox *field, double value)
+{
+    real(field)->load(std::clamp(value, real(field)->lowest(), real(field)->highest()));
+}
+
+void PageControls::giveBack(QAbstractSpinBox *field)
+{
+    NumberInput::of(field)->giveBack();
+}
+
+void PageControls::settle(QAbstractSpinBox *field)
+{
+    NumberInput::of(field)->settle();
 }
 
 void PageControls::choose(QComboBox *list, int entry)

@@ -11,6 +11,7 @@
 #include <GenApi/GenApi.h>
 
 #include "ParamterWidget/PanelContext.h"
+#include "ToolPage/PressElsewhere.h"
 
 class AttributeTab;
 class OutputSelection;
@@ -29,7 +30,7 @@ enum class PageSet { AreaScan, Profiler, StructuredLight };
 /// The owner sets the device kind, calls initUI() once and then passes the host's events on. Nodes are borrowed
 /// from the host: setParamterViewDisable() must be called before the device's node map goes.
 /// GUI thread only. No exception leaves its functions or slots; failures are logged through HostCore::VLogInfo.
-class ParamterWidget : public QWidget
+class ParamterWidget : public QWidget, public EditScope
 {
     Q_OBJECT
 

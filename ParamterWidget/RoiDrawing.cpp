@@ -14,6 +14,7 @@
 #include <QSpinBox>
 
 #include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ToolPage/HostCall.h"
 #include "ToolPage/SelectedButton.h"
@@ -66,6 +67,7 @@ void setUp(QSpinBox *spinBox, int minimum, int maximum, const NodeInfo &info)
     spinBox->setRange(minimum, maximum);
     spinBox->setSingleStep(qMax(1, info.increment));
     spinBox->setValue(info.value);
+    PageControls::settle(spinBox);
 }
 
 void log(const QString &message)
@@ -79,9 +81,10 @@ RoiDrawing::RoiDrawing(PanelContext &context, QWidget *controlsParent)
     : m_context(context), m_selectButton(new SelectedButton(controlsParent)),
       m_drawButton(new QPushButton(controlsParent)),
       m_resetImageSizeButton(new QPushButton(controlsParent)), m_horizontal{"Width", "OffsetX",
-                                                                            new QSpinBox(controlsParent),
-                                                                            new QSpinBox(controlsParent)},
-      m_vertical{"Height", "OffsetY", new QSpinBox(controlsParent), new QSpinBox(controlsParent)}
+                                                                            PageControls::integerField(controlsParent),
+                                                                            PageControls::integerField(controlsParent)},
+      m_vertical{"Height", "OffsetY", PageControls::integerField(controlsParent),
+                 PageControls::integerField(controlsParent)}
 {
     for (QPushButton *button : {static_cast<QPushButton *>(m_selectButton), m_drawButton, m_resetImageSizeButton}) {
         button->setText(QCoreApplication::translate("ParamterWidget", "Execute"));
@@ -201,6 +204,8 @@ void RoiDrawing::followCoordinate(const QObject *spinBox)
             axis.size->setMaximum(axis.edge - axis.offset->value());
         else
             continue;
+        PageControls::settle(axis.size);
+        PageControls::settle(axis.offset);
         if (!m_horizontal.offset->signalsBlocked()) // not while the host's move is followed
             moveHostRegion();
     }
@@ -243,6 +248,8 @@ void RoiDrawing::followHost(const Axis &axis, int from, int to)
     axis.size->setValue(end - begin); // limits the offset
     axis.offset->setValue(begin + axis.offset->minimum());
     axis.size->setMaximum(axis.edge - axis.offset->value());
+    PageControls::settle(axis.size);
+    PageControls::settle(axis.offset);
 }
 
 bool RoiDrawing::isCurrent(const Axis &axis) const

@@ -3,6 +3,7 @@
 
 #include <QSpinBox>
 
+#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ToolPage/HostCall.h"
 #include "ToolPage/SwitchButton.h"
@@ -16,12 +17,11 @@ constexpr int FirstIntervalMs = 1000;
 } // namespace
 
 SoftTrigger::SoftTrigger(PanelContext &context, QWidget *controlsParent)
-    : m_context(context), m_timer(controlsParent), m_interval(new QSpinBox(controlsParent)),
+    : m_context(context), m_timer(controlsParent),
+      m_interval(PageControls::integerField(controlsParent, ShortestIntervalMs, LongestIntervalMs, FirstIntervalMs)),
       m_switch(new SwitchButton(controlsParent))
 {
     m_timer.setTimerType(Qt::PreciseTimer);
-    m_interval->setRange(ShortestIntervalMs, LongestIntervalMs);
-    m_interval->setValue(FirstIntervalMs);
     context.controls[RowId::SoftTriggerInterval] = m_interval;
     context.controls[RowId::SoftTriggerSwitch] = m_switch;
 }

@@ -1,21 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/EditorFocus.h"
 
-#include <QAbstractSpinBox>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollArea>
-#include <QVariant>
 
 #include "ToolPage/CComboBox.h"
-#include "ToolPage/RowEditors.h"
+#include "ToolPage/NumberInput.h"
 #include "ToolPage/StyleSheets.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {
 
-constexpr char Value[] = "value"; ///< property of spin boxes
 constexpr int FrameWidth = 2; // pixels, of the three between an editor and the row's edge
 constexpr qreal FrameRadius = 3; // pixels
 
@@ -89,7 +86,8 @@ void EditorFocus::arrange()
 
 void EditorFocus::leave(QWidget *editor)
 {
-    if (editor->hasFocus())
+    const NumberInput *const input = NumberInput::of(editor);
+    if (editor->hasFocus() && !(input && input->keepsFocus()))
         m_row->setFocus(Qt::OtherFocusReason);
 }
 
@@ -121,14 +119,14 @@ bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::FocusIn:
-        enter(static_cast<QWidget *>(watched), *static_cast<QFocusEvent *>(event));
+        enter(*static_cast<QFocusEvent *>(event));
         return false;
     case QEvent::FocusOut:
         m_row->update();
         return false;
     case QEvent::ShortcutOverride: // Escape may be a shortcut of the window
     case QEvent::KeyPress:
-        return takeKey(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
+        return cancelEdit(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
     case QEvent::Wheel: // scrolling over the page changes no value
         if (qobject_cast<CComboBox *>(watched)) // takes the wheel and does nothing
             return false;
@@ -139,14 +137,8 @@ bool EditorFocus::eventFilter(QObject *watched, QEvent *event)
     }
 }
 
-void EditorFocus::settle(QWidget *editor)
+void EditorFocus::enter(const QFocusEvent &event)
 {
-    editor->setProperty(SettledValue, editor->property(Value));
-}
-
-void EditorFocus::enter(QWidget *stop, const QFocusEvent &event)
-{
-    settle(stop);
     m_row->update();
     if (isByKeyboard(event)) {
         if (QScrollArea *area = scrollAreaOf(m_row))
@@ -156,35 +148,15 @@ void EditorFocus::enter(QWidget *stop, const QFocusEvent &event)
         Q_EMIT gained();
 }
 
-bool EditorFocus::takeKey(QWidget *editor, QKeyEvent &event)
-{
-    if (event.key() == Qt::Key_Escape)
-        return cancelEdit(editor, event);
-    const bool isEnter = event.key() == Qt::Key_Enter || event.key() == Qt::Key_Return;
-    auto *const spinBox = qobject_cast<QAbstractSpinBox *>(editor);
-    if (spinBox && isEnter && event.type() == QEvent::KeyPress) {
-        spinBox->interpretText();
-        settle(spinBox);
-    }
-    return false;
-}
-
 bool EditorFocus::cancelEdit(QWidget *editor, QKeyEvent &event)
 {
-    const bool isFeature = RowEditors::tracksInput(editor);
-    const bool hasChanged = isFeature
-        ? RowEditors::hasInput(editor)
-        : qobject_cast<QAbstractSpinBox *>(editor) && editor->property(Value) != editor->property(SettledValue);
-    if (!hasChanged)
+    NumberInput *const input = NumberInput::of(editor);
+    if (event.key() != Qt::Key_Escape || !input || !input->hasInput())
         return false;
     event.accept();
-    if (event.type() != QEvent::KeyPress)
-        return true;
-    if (isFeature) {
-        RowEditors::forgetInput(editor);
+    if (event.type() == QEvent::KeyPress) {
+        input->giveBack();
         Q_EMIT editCancelled();
-    } else {
-        editor->setProperty(Value, editor->property(SettledValue));
     }
     return true;
 }

@@ -17,17 +17,14 @@ class EditorFocus : public QObject
     Q_OBJECT
 
 public:
-    /// Property of a spin box: the value that it was entered with, or that Enter finished, or that a refresh has shown
-    /// since. Escape gives it back.
-    static constexpr char SettledValue[] = "settledValue";
-
     /// `row`, the parent, is repainted when the focus comes or goes.
     explicit EditorFocus(QWidget *row);
 
     /// Takes an editor that the row has laid out: it follows the row's predecessor in the tab order, and the row
     /// itself, which Tab passes over, follows the editor.
     void watch(QWidget *editor);
-    /// Ends the editor's turn; the row keeps the place, so that Tab goes on from there.
+    /// Ends the editor's turn; the row keeps the place, so that Tab goes on from there. An editor that is being stepped
+    /// keeps the focus.
     void leave(QWidget *editor);
     /// The same for an editor that was disabled under the user's hands; false if none was.
     bool leaveDisabled();
@@ -37,8 +34,7 @@ public:
 Q_SIGNALS:
     /// A widget of the editor got the focus, by whatever means.
     void gained();
-    /// Escape was pressed in a feature's spin box with input, which now counts as untouched. Other spin boxes get back
-    /// their settled value.
+    /// Escape was pressed in a number field with input, which shows what it was loaded with again.
     void editCancelled();
 
 protected:
@@ -46,9 +42,7 @@ protected:
 
 private:
     void arrange();
-    static void settle(QWidget *editor);
-    void enter(QWidget *stop, const QFocusEvent &event);
-    bool takeKey(QWidget *editor, QKeyEvent &event);
+    void enter(const QFocusEvent &event);
     bool cancelEdit(QWidget *editor, QKeyEvent &event);
 
     QWidget *m_row;

@@ -1,26 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/RowEditors.h"
 
-#include <algorithm>
 #include <cfloat>
 #include <memory>
 
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QSignalBlocker>
-#include <QSpinBox>
 #include <QStyledItemDelegate>
 
 #include "ToolPage/NodeNumbers.h"
+#include "ToolPage/NumberField.h"
 #include "ToolPage/StyleSheets.h"
 #include "ToolPage/SwitchButton.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
 
-constexpr char Edited[] = "edited"; ///< dynamic property of spin boxes: the value was changed by hand
 constexpr int DefaultIntegerStep = 1;
 constexpr double DefaultStep = 0.01;
 constexpr int Decimals = 4;
@@ -31,57 +27,38 @@ bool casts(GenApi::INode *node)
     return Pointer(node).IsValid();
 }
 
-template <class SpinBox>
-void trackEdits(SpinBox *spinBox)
-{
-    spinBox->setContextMenuPolicy(Qt::NoContextMenu);
-    spinBox->setProperty(Edited, false);
-    QObject::connect(spinBox, &SpinBox::textChanged, spinBox, [spinBox] { spinBox->setProperty(Edited, true); });
-}
-
-/// The limits of the feature, widened for a value outside of them: the spin box shows what the device has.
-template <class SpinBox, class Value>
-void setRange(SpinBox *spinBox, Value minimum, Value maximum, Value value)
-{
-    spinBox->setRange(std::min(minimum, value), std::max(maximum, value));
-}
-
 // Integers
 
-void showInteger(QSpinBox *spinBox, GenApi::IInteger &integer, int64_t value)
+void showInteger(IntegerField *field, GenApi::IInteger &integer, int64_t value)
 {
     const int minimum = NodeNumbers::low32(integer.GetMin());
     const int maximum = NodeNumbers::spinBoxMaximum(integer.GetMax(), minimum);
     const int step = NodeNumbers::low32(integer.GetInc());
-    const int shown = NodeNumbers::low32(value);
-    const QSignalBlocker blocker(spinBox);
-    setRange(spinBox, minimum, maximum, shown);
-    spinBox->setSingleStep(step > 0 ? step : DefaultIntegerStep);
-    spinBox->setValue(shown);
+    const bool isFixed = integer.GetIncMode() == GenApi::fixedIncrement;
+    field->setSteps(step > 0 ? step : DefaultIntegerStep, isFixed ? step : 0);
+    field->refresh(minimum, maximum, value, NodeNumbers::low32(value));
 }
 
 QWidget *makeInteger(GenApi::INode *node, QWidget *parent, bool verify)
 {
     const GenApi::CIntegerPtr integer(node);
-    auto spinBox = std::make_unique<QSpinBox>(parent);
-    showInteger(spinBox.get(), *integer, integer->GetValue(verify, true));
-    spinBox->setAccessibleDescription(QString::fromUtf8(integer->GetUnit().c_str()));
-    spinBox->setProperty(RowEditors::PreValue, spinBox->value());
-    trackEdits(spinBox.get());
-    return spinBox.release();
+    auto field = std::make_unique<IntegerField>(parent);
+    showInteger(field.get(), *integer, integer->GetValue(verify, true));
+    field->setAccessibleDescription(QString::fromUtf8(integer->GetUnit().c_str()));
+    field->setProperty(RowEditors::PreValue, field->value());
+    return field.release();
 }
 
 void refreshInteger(GenApi::INode *node, QWidget *editor)
 {
     const GenApi::CIntegerPtr integer(node);
-    if (auto *spinBox = qobject_cast<QSpinBox *>(editor))
-        showInteger(spinBox, *integer, integer->GetValue(false, false));
+    if (auto *field = dynamic_cast<IntegerField *>(editor))
+        showInteger(field, *integer, integer->GetValue(false, false));
 }
 
 void putBackInteger(QWidget *editor)
 {
-    const QSignalBlocker blocker(editor);
-    static_cast<QSpinBox *>(editor)->setValue(editor->property(RowEditors::PreValue).toInt());
+    static_cast<IntegerField *>(editor)->load(editor->property(RowEditors::PreValue).toInt());
 }
 
 void connectInteger(QWidget *editor, ToolPageWidgetItem *row)
@@ -92,51 +69,46 @@ void connectInteger(QWidget *editor, ToolPageWidgetItem *row)
 
 // Floats
 
-double increment(GenApi::IFloat &number)
+/// 0 for one that is not fixed.
+double fixedIncrement(GenApi::IFloat &number)
 {
-    const bool isFixed = number.HasInc() && number.GetIncMode() == GenApi::fixedIncrement;
-    const double step = isFixed ? NodeNumbers::singlePrecision(number.GetInc()) : 0.0;
-    return step > 0.0 ? step : NodeNumbers::singlePrecision(DefaultStep);
+    return number.HasInc() && number.GetIncMode() == GenApi::fixedIncrement ? number.GetInc() : 0.0;
 }
 
 QWidget *makeFloat(GenApi::INode *node, QWidget *parent, bool verify)
 {
     using NodeNumbers::singlePrecision;
     const GenApi::CFloatPtr number(node);
-    auto spinBox = std::make_unique<QDoubleSpinBox>(parent);
-    spinBox->setDecimals(Decimals);
-    const double value = singlePrecision(number->GetValue(verify, true));
-    setRange(spinBox.get(), singlePrecision(number->GetMin(), -FLT_MAX), singlePrecision(number->GetMax(), FLT_MAX),
-             value);
-    spinBox->setSingleStep(increment(*number));
-    spinBox->setValue(value);
-    spinBox->setProperty(RowEditors::PreValue, static_cast<float>(spinBox->value()));
-    spinBox->setAccessibleDescription(QString::fromUtf8(number->GetUnit().c_str()));
-    trackEdits(spinBox.get());
-    return spinBox.release();
+    auto field = std::make_unique<RealField>(parent);
+    field->setDecimals(Decimals);
+    const double value = number->GetValue(verify, true);
+    field->refresh(singlePrecision(number->GetMin(), -FLT_MAX), singlePrecision(number->GetMax(), FLT_MAX), value,
+                   singlePrecision(value));
+    const double increment = fixedIncrement(*number);
+    field->setSteps(singlePrecision(increment > 0.0 ? increment : DefaultStep), increment);
+    field->setProperty(RowEditors::PreValue, static_cast<float>(field->value()));
+    field->setAccessibleDescription(QString::fromUtf8(number->GetUnit().c_str()));
+    return field.release();
 }
 
 void refreshFloat(GenApi::INode *node, QWidget *editor)
 {
     using NodeNumbers::finite;
-    auto *spinBox = qobject_cast<QDoubleSpinBox *>(editor);
-    if (!spinBox)
+    auto *field = dynamic_cast<RealField *>(editor);
+    if (!field)
         return;
     const GenApi::CFloatPtr number(node);
     const double minimum = finite(number->GetMin(), -DBL_MAX);
     const double maximum = finite(number->GetMax(), DBL_MAX);
-    const double value = finite(number->GetValue(false, false));
-    const QSignalBlocker blocker(spinBox);
-    setRange(spinBox, minimum, maximum, value);
-    spinBox->setSingleStep(DefaultStep);
-    spinBox->setValue(value);
+    const double value = number->GetValue(false, false);
+    field->setSteps(DefaultStep, fixedIncrement(*number));
+    field->refresh(minimum, maximum, value, finite(value));
 }
 
 void putBackFloat(QWidget *editor)
 {
-    const QSignalBlocker blocker(editor);
     const float value = editor->property(RowEditors::PreValue).toFloat();
-    static_cast<QDoubleSpinBox *>(editor)->setValue(static_cast<double>(value));
+    static_cast<RealField *>(editor)->load(static_cast<double>(value));
 }
 
 void connectFloat(QWidget *editor, ToolPageWidgetItem *row)
@@ -281,29 +253,6 @@ const RowEditor *RowEditors::find(GenApi::EInterfaceType type)
             return &editor;
     }
     return nullptr;
-}
-
-bool RowEditors::tracksInput(const QWidget *editor)
-{
-    return editor->property(Edited).isValid();
-}
-
-bool RowEditors::hasEnteredValue(const QWidget *editor)
-{
-    return editor->property(Edited).toBool();
-}
-
-bool RowEditors::hasInput(const QWidget *editor)
-{
-    return hasEnteredValue(editor) || (tracksInput(editor) && editor->findChild<QLineEdit *>()->isModified());
-}
-
-void RowEditors::forgetInput(QWidget *editor)
-{
-    if (!tracksInput(editor))
-        return;
-    editor->setProperty(Edited, false);
-    editor->findChild<QLineEdit *>()->setModified(false);
 }
 
 QWidget *RowEditors::switchContainer(SwitchButton *button, QWidget *parent)

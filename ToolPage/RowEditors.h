@@ -19,7 +19,7 @@ struct RowEditor
     /// A new editor, a child of `parent`, that shows the feature. Without `verify` a number may break its limits.
     QWidget *(*make)(GenApi::INode *node, QWidget *parent, bool verify);
     /// Lets an editor of this kind show the feature; the editor emits nothing, and keeps what it shows when
-    /// the node throws. Other widgets stay as they are.
+    /// the node throws. A number field with input takes over the limits alone; other widgets stay as they are.
     void (*refresh)(GenApi::INode *node, QWidget *editor);
     /// Lets an editor of this kind show the value before a refused write; it emits nothing.
     void (*putBack)(QWidget *editor);
@@ -32,15 +32,6 @@ namespace RowEditors {
 /// Dynamic property of editors: the value to fall back to when a write is refused. Spin boxes: the value written last,
 /// or the first one; others: what the feature was last seen to have.
 inline constexpr char PreValue[] = "preValue";
-
-/// True for the spin box of a feature, which remembers whether it was changed by hand.
-bool tracksInput(const QWidget *editor);
-/// Whether the value of a spin box made here was changed by hand since the last write; false for other widgets.
-bool hasEnteredValue(const QWidget *editor);
-/// The same, or its text is on the way to a value.
-bool hasInput(const QWidget *editor);
-/// From now on the spin box counts as untouched.
-void forgetInput(QWidget *editor);
 
 /// The editor for features of a type; null when features of that type have none.
 const RowEditor *find(GenApi::EInterfaceType type);

@@ -7,7 +7,6 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QCursor>
-#include <QDoubleSpinBox>
 #include <QHBoxLayout>
 #include <QPaintEvent>
 #include <QPainter>
@@ -16,6 +15,7 @@
 #include "ToolPage/EditorFocus.h"
 #include "ToolPage/HostCall.h"
 #include "ToolPage/NodeGuard.h"
+#include "ToolPage/NumberField.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/RowLabel.h"
 #include "ToolPage/SwitchButton.h"
@@ -29,9 +29,20 @@ constexpr int EditorHeight = 34;
 constexpr int EditorMinimumWidth = 150;
 constexpr QMargins RowMargins(30, 3, 10, 3);
 
-bool isBeingTyped(const QWidget *editor)
+/// The number fields of an editor, if there is one: the editor itself, or parts of a container.
+QVector<NumberInput *> inputsOf(QWidget *editor)
 {
-    return editor->hasFocus() && RowEditors::hasInput(editor);
+    QVector<NumberInput *> inputs;
+    if (!editor)
+        return inputs;
+    const auto add = [&inputs](QWidget *field) {
+        if (NumberInput *input = NumberInput::of(field))
+            inputs.append(input);
+    };
+    add(editor);
+    for (QAbstractSpinBox *part : editor->findChildren<QAbstractSpinBox *>())
+        add(part);
+    return inputs;
 }
 
 bool isSwitchContainer(const QWidget *editor)
@@ -136,6 +147,8 @@ void ToolPageWidgetItem::adoptEditor(QWidget *editor)
     m_editor = editor;
     if (!editor)
         return;
+    for (NumberInput *input : inputsOf(editor))
+        input->onRefused = [this](const QString &reason) { logRefusal(reason); };
     if (!isSwitchContainer(editor)) {
         editor->setFixedHeight(EditorHeight);
         editor->setMinimumWidth(EditorMinimumWidth);
@@ -206,8 +219,10 @@ QWidget *ToolPageWidgetItem::syncEditor(GenApi::EInterfaceType type, GenApi::INo
         const bool isNew = !m_editor;
         if (isNew)
             makeEditor(kind, node, verify);
-        m_editor->setEnabled(editable); // ends an edit that may not go on
-        if (!isNew && !isBeingTyped(m_editor))
+        m_editor->setEnabled(editable);
+        if (!editable)
+            dropInput();
+        if (!isNew)
             kind.refresh(node, m_editor);
         available = true;
         m_readFault.clear();
@@ -281,31 +296,38 @@ void ToolPageWidgetItem::followAccess()
 
 void ToolPageWidgetItem::showRow(bool visible)
 {
-    if (m_editor && !visible)
-        RowEditors::forgetInput(m_editor);
+    if (!visible)
+        dropInput();
     setVisible(visible);
+}
+
+/// What can no longer be edited shows what it had.
+void ToolPageWidgetItem::dropInput()
+{
+    for (NumberInput *input : inputsOf(m_editor))
+        input->drop();
 }
 
 void ToolPageWidgetItem::showLiveValue()
 {
-    auto *spinBox = qobject_cast<QDoubleSpinBox *>(m_editor);
+    auto *field = dynamic_cast<RealField *>(m_editor);
     auto *comboBox = qobject_cast<QComboBox *>(m_editor);
-    if (m_released || (!spinBox && !comboBox) || isInUse(m_editor))
+    if (m_released || (!field && !comboBox) || isInUse(m_editor) || (field && field->hasInput()))
         return;
     followAccess();
     std::string value;
     if (callHost<HostCore::GetCameraNodeValue>(Module, deviceName.toStdString(), m_nodeName.toStdString(), value) != 0)
         return;
     const QString text = QString::fromStdString(value);
-    const QSignalBlocker blocker(m_editor);
     if (comboBox) {
+        const QSignalBlocker blocker(m_editor);
         comboBox->setCurrentText(text);
         return;
     }
     bool isNumber = false;
     const float number = text.toFloat(&isNumber);
     if (isNumber && std::isfinite(number))
-        spinBox->setValue(static_cast<double>(number));
+        field->load(text.toDouble(), static_cast<double>(number));
 }
 
 void ToolPageWidgetItem::setWidgetItemEnable(bool enable)
@@ -314,6 +336,8 @@ void ToolPageWidgetItem::setWidgetItemEnable(bool enable)
         return;
     m_enabled = enable && !m_released;
     m_editor->setEnabled(m_enabled);
+    if (!m_enabled)
+        dropInput();
 }
 
 void ToolPageWidgetItem::setWidgetItemVisible(bool visible)

@@ -124,8 +124,10 @@ private:
     bool guardRead(const std::function<void()> &read);
     bool attempt(const std::function<void()> &write);
     void rollBack();
-    template <class SpinBox, class Value>
-    void commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value));
+    void logRefusal(const QString &reason) const;
+    template <class Field, class Number>
+    void commit(Field *field, Number (*write)(GenApi::INode *node, Number number));
+    void dropInput();
 
     QColor m_hoverColor{216, 216, 216};
     QColor m_pressedColor{191, 231, 213};

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 // What the user enters in a row goes to its feature.
 #include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QSignalBlocker>
-#include <QSpinBox>
 #include <QThread>
 
 #include "ParamterWidget/TranslationTables.h"
 #include "ToolPage/EditorFocus.h"
 #include "ToolPage/NodeGuard.h"
 #include "ToolPage/NodeNumbers.h"
+#include "ToolPage/NumberField.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/SwitchButton.h"
 #include "ToolPage/ToolPageWidgetItem.h"
@@ -25,12 +23,15 @@ QString symbolicOf(const QString &text)
     return symbolic.isEmpty() ? text : symbolic;
 }
 
-/// False for a spin box that the user leaves untouched, or that is disabled under the user's hands.
-bool takeUserInput(QWidget *spinBox)
+/// What a field shows of a device's value.
+int shownBy(const IntegerField *, int64_t value)
 {
-    const bool isEntered = RowEditors::hasEnteredValue(spinBox);
-    RowEditors::forgetInput(spinBox);
-    return spinBox->isEnabled() && (isEntered || spinBox->hasFocus());
+    return NodeNumbers::low32(value);
+}
+
+double shownBy(const RealField *, double value)
+{
+    return NodeNumbers::finite(value);
 }
 
 } // namespace
@@ -39,10 +40,9 @@ void ToolPageWidgetItem::setCurrentValue()
 {
     attempt([this] {
         const GenApi::CFloatPtr number(m_node);
-        const auto *spinBox = qobject_cast<QDoubleSpinBox *>(m_editor);
-        if (spinBox && m_node && m_node->GetPrincipalInterfaceType() == GenApi::intfIFloat
-            && GenApi::IsReadable(m_node))
-            number->SetValue(spinBox->value(), true);
+        const auto *field = dynamic_cast<RealField *>(m_editor);
+        if (field && m_node && m_node->GetPrincipalInterfaceType() == GenApi::intfIFloat && GenApi::IsReadable(m_node))
+            number->SetValue(field->entered().value_or(field->number()), true);
     });
 }
 
@@ -51,8 +51,7 @@ bool ToolPageWidgetItem::attempt(const std::function<void()> &write)
     if (m_released)
         return false;
     const auto refused = [&](const GenICam::GenericException &error) {
-        logLine(QStringLiteral("Set %1 value failed, message = %2")
-                    .arg(m_nodeName, QString::fromUtf8(error.GetDescription())));
+        logRefusal(QString::fromUtf8(error.GetDescription()));
         rollBack();
     };
     return guardNode(write, refused, [](const char *error) { logLine(QString::fromUtf8(error)); });
@@ -72,37 +71,59 @@ void ToolPageWidgetItem::rollBack()
     });
 }
 
-/// Writes a spin box's value with `write`, which returns the device's value after the write.
-template <class SpinBox, class Value>
-void ToolPageWidgetItem::commit(SpinBox *spinBox, Value (*write)(GenApi::INode *node, Value value))
+void ToolPageWidgetItem::logRefusal(const QString &reason) const
 {
-    if (!spinBox || !takeUserInput(spinBox))
+    const QString name = m_nodeName.isEmpty() ? m_names.value(0).trimmed() : m_nodeName;
+    logLine(QStringLiteral("Set %1 value failed, message = %2").arg(name, reason));
+}
+
+/// Writes what was entered in a field with `write`, which returns the device's value after the write.
+template <class Field, class Number>
+void ToolPageWidgetItem::commit(Field *field, Number (*write)(GenApi::INode *node, Number number))
+{
+    if (!field || !field->isEnabled() || !(field->isWanted() || field->hasFocus()))
         return;
-    const Value value = spinBox->value();
-    QSignalBlocker blocker(spinBox); // losing the focus finishes editing once more
-    if (!attempt([&] { spinBox->setValue(write(m_node, value)); }))
+    if (!field->hasInput() && !field->holdsLoaded()) {
+        logLine(QStringLiteral("Nothing is written to %1: its value is beyond this field; the tab \"All Attribute\" "
+                               "edits it exactly")
+                    .arg(m_nodeName));
         return;
-    m_focus->leave(spinBox);
-    spinBox->setProperty(RowEditors::PreValue, value);
-    blocker.unblock();
+    }
+    const auto entered = field->entered();
+    if (!entered) {
+        logRefusal(field->refusal());
+        rollBack();
+        return;
+    }
+    const auto exchange = [&] {
+        const Number taken = write(m_node, *entered);
+        field->load(taken, shownBy(field, taken));
+    };
+    if (!attempt(exchange)) {
+        if (field->hasInput())
+            field->load(*entered);
+        return;
+    }
+    m_focus->leave(field);
+    field->setProperty(RowEditors::PreValue, static_cast<typename Field::Shown>(*entered));
     Q_EMIT valueChanged(QVariant());
 }
 
 void ToolPageWidgetItem::onIntParamChanged()
 {
-    commit<QSpinBox, int>(qobject_cast<QSpinBox *>(sender()), [](GenApi::INode *node, int value) {
+    commit<IntegerField, qint64>(dynamic_cast<IntegerField *>(sender()), [](GenApi::INode *node, qint64 number) {
         const GenApi::CIntegerPtr integer(node);
-        integer->SetValue(value, true);
-        return NodeNumbers::low32(integer->GetValue(true, true));
+        integer->SetValue(number, true);
+        return static_cast<qint64>(integer->GetValue(true, true));
     });
 }
 
 void ToolPageWidgetItem::onFloatParamChanged()
 {
-    commit<QDoubleSpinBox, double>(qobject_cast<QDoubleSpinBox *>(sender()), [](GenApi::INode *node, double value) {
-        const GenApi::CFloatPtr number(node);
-        number->SetValue(value, true);
-        return NodeNumbers::finite(number->GetValue(true, true));
+    commit<RealField, double>(dynamic_cast<RealField *>(sender()), [](GenApi::INode *node, double number) {
+        const GenApi::CFloatPtr real(node);
+        real->SetValue(number, true);
+        return real->GetValue(true, true);
     });
 }
 

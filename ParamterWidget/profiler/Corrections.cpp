@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QThread>
 
 #include "ParamterWidget/HostValues.h"
@@ -14,6 +13,7 @@
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ToolPage/HostCall.h"
+#include "ToolPage/NumberInput.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {
@@ -56,7 +56,7 @@ void Corrections::follow(const QObject *field) const
 
 void Corrections::writeTilt() const
 {
-    const double angle = m_tilt->value() * RadiansPerDegree;
+    const double angle = PageControls::value(m_tilt) * RadiansPerDegree;
     bool done = writeNode(m_context, "SinData", text(std::sin(angle)));
     QThread::msleep(SinePause);
     done &= writeNode(m_context, "CosData", text(std::cos(angle)));
@@ -67,7 +67,7 @@ void Corrections::writeTilt() const
 
 void Corrections::writeHeight() const
 {
-    const bool done = writeNode(m_context, "ZCoorScale", text(m_height->value()));
+    const bool done = writeNode(m_context, "ZCoorScale", text(PageControls::value(m_height)));
     leave(m_height, RowId::HeightCorrection);
     if (!done)
         showHeight();
@@ -76,8 +76,8 @@ void Corrections::writeHeight() const
 void Corrections::leave(QDoubleSpinBox *field, RowId id) const
 {
     ToolPageWidgetItem *const row = m_context.placed(id).row;
-    const QSignalBlocker blocker(field); // a field that loses the focus ends its editing, for the second time here
-    if (row && field->hasFocus())
+    PageControls::settle(field);
+    if (row && field->hasFocus() && !NumberInput::of(field)->keepsFocus())
         row->setFocus(Qt::OtherFocusReason);
 }
 

@@ -38,7 +38,8 @@ private:
     void writeHeight() const;
     void showTilt() const;
     void showHeight() const;
-    /// Takes the focus from a field; its row keeps the place, so that Tab goes on from there.
+    /// Takes the focus from a field, unless it is being stepped; its row keeps the place, so that Tab goes on from
+    /// there.
     void leave(QDoubleSpinBox *field, RowId id) const;
 
     const PanelContext &m_context;

@@ -150,7 +150,9 @@ void ImageTab::followGrayImage() const
 
 void ImageTab::followContourSpacing() const
 {
-    writeSetting(m_context, HostCore::CAM_INFO_CONTOUR_SPACING, HostValues::text(m_contourSpacing->value()));
+    writeSetting(m_context, HostCore::CAM_INFO_CONTOUR_SPACING,
+                 HostValues::text(PageControls::value(m_contourSpacing)));
+    PageControls::settle(m_contourSpacing);
 }
 
 void ImageTab::readContourSpacing() const

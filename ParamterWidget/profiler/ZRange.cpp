@@ -37,7 +37,7 @@ ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
     const double lower = readNumber(context, "ZDownSizeInfo").value_or(Lowest);
     for (const Bound *bound : {&m_maximum, &m_minimum}) {
         PageControls::setRange(bound->field, lower, upper, Step);
-        bound->field->setValue(bound->usual);
+        PageControls::put(bound->field, bound->usual);
     }
     show();
     context.controls[RowId::ZRange] = PageControls::row({m_auto}, controlsParent);
@@ -48,11 +48,8 @@ ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
 void ZRange::show() const
 {
     for (const Bound *bound : {&m_maximum, &m_minimum}) {
-        const auto stored = readNumber(m_context, bound->item, QString::number(bound->usual));
-        if (!stored)
-            continue;
-        bound->taken = *stored;
-        PageControls::show(bound->field, *stored);
+        if (const auto stored = readNumber(m_context, bound->item, QString::number(bound->usual)))
+            PageControls::show(bound->field, *stored);
     }
 }
 
@@ -66,16 +63,17 @@ void ZRange::determine() const
 
 void ZRange::follow(const QObject *edited) const
 {
-    const bool inverted = m_maximum.field->value() < m_minimum.field->value();
+    const bool inverted = PageControls::value(m_maximum.field) < PageControls::value(m_minimum.field);
     for (const Bound *bound : {&m_maximum, &m_minimum}) {
         if (bound->field != edited)
             continue;
-        if (inverted) {
-            bound->field->setValue(readNumber(m_context, bound->item).value_or(bound->taken));
-        } else {
-            bound->taken = bound->field->value();
-            HostValues::writeSetting(m_context, bound->item, HostValues::text(bound->taken));
-        }
+        if (!inverted)
+            HostValues::writeSetting(m_context, bound->item, HostValues::text(PageControls::value(bound->field)));
+        else if (const auto stored = readNumber(m_context, bound->item))
+            PageControls::put(bound->field, *stored);
+        else
+            PageControls::giveBack(bound->field);
+        PageControls::settle(bound->field);
     }
 }
 

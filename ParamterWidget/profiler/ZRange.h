@@ -38,7 +38,6 @@ private:
         QDoubleSpinBox *field;
         HostCore::CAM_INFO item;
         double usual;
-        mutable double taken = usual; ///< the last value that was shown or stored
     };
 
     const PanelContext &m_context;

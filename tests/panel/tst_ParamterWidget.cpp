@@ -294,6 +294,7 @@ void tst_ParamterWidget::softTrigger()
     const auto triggers = [this] { return m_host.callsTo(QStringLiteral("SetCameraNodeValue")); };
     toggle->click();
     QVERIFY(!interval->isEnabled());
+    QCOMPARE(interval->value(), 1);
     QTRY_VERIFY(triggers().size() >= 3);
     QCOMPARE(triggers().first(), QStringLiteral("SetCameraNodeValue(cam, TriggerSoftware, )"));
     toggle->click();

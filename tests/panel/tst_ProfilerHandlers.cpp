@@ -17,6 +17,7 @@ private Q_SLOTS:
 
     void handlers_data();
     void handlers();
+    void unfinishedEdits();
     void externalTrigger();
     void invertedZRange();
     void refusedWrites_data();
@@ -90,6 +91,11 @@ void tst_ProfilerHandlers::handlers_data()
     typed("tilt", "TiltCorrection", "30", "Set(SinData,0.500000) Set(CosData,0.866025)", 10);
     typed("no tilt", "TiltCorrection", "0", "Set(SinData,0.000000) Set(CosData,1.000000)", 10);
     typed("height", "HighCorrection", "1.5", "Set(ZCoorScale,1.500000)");
+    typed("typed spacing, with more digits than are shown", "ContourSpacer", "0,123456", "Store(52,0.123456)");
+    typed("the same to the eye", "ContourSpacer", "0.00201", "Store(52,0.002010)");
+    typed("spacing beyond its limit", "ContourSpacer", "1200", "Store(52,1.000000)");
+    typed("Z beyond its limit", "ZUpSizeInfo", "70", "Store(55,9.000000)");
+    typed("no number", "ZUpSizeInfo", "1,234.5", "");
 }
 
 void tst_ProfilerHandlers::handlers()
@@ -106,6 +112,30 @@ void tst_ProfilerHandlers::handlers()
     act();
     QVERIFY(timer.elapsed() >= pauses);
     QTEST(taken(), "log");
+    if (taken().isEmpty())
+        QCOMPARE(m_panel->host.callsTo(QStringLiteral("VLogInfo")),
+                 words("VLogInfo(ToolPageWidgetItem, Set ZUpSizeInfo value failed, message = \"1,234.5\" is no number "
+                       "from -9 to 9, 0)",
+                       '|'));
+}
+
+/// Arrows and ends of edits that are not finished by Enter.
+void tst_ProfilerHandlers::unfinishedEdits()
+{
+    open(words("SinData=0"));
+    type("ZUpSizeInfo", "5");
+    m_panel->panel->setFocus();
+    m_panel->panel->hide();
+    m_panel->panel->show();
+    QApplication::setActiveWindow(m_panel->panel.get());
+    QCOMPARE(taken(), QString());
+    QCOMPARE(editor<QDoubleSpinBox>("ZUpSizeInfo")->text(), QStringLiteral("5"));
+    QTest::mouseClick(m_panel->row("ZUpSizeInfo"), Qt::LeftButton, {}, {2, 2});
+    QCOMPARE(taken(), QStringLiteral("Store(55,5.000000)"));
+    enter("TiltCorrection");
+    press("TiltCorrection", Qt::Key_Up);
+    QCOMPARE(taken(), QStringLiteral("Set(SinData,0.000017) Set(CosData,1.000000)"));
+    QVERIFY(editor<QDoubleSpinBox>("TiltCorrection")->hasFocus());
 }
 
 void tst_ProfilerHandlers::externalTrigger()

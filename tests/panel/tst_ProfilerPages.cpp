@@ -317,7 +317,7 @@ void tst_ProfilerPages::fieldsInUse()
     type("ZUpSizeInfo", "5");
     know(words("55=7"));
     m_panel->panel->updateWidget(true);
-    QCOMPARE(value("ZUpSizeInfo"), 5.0);
+    QCOMPARE(editor<QDoubleSpinBox>("ZUpSizeInfo")->text(), QStringLiteral("5"));
     press("ZUpSizeInfo", Qt::Key_Escape);
     QCOMPARE(value("ZUpSizeInfo"), 9.0);
     m_panel->panel->updateWidget(true);

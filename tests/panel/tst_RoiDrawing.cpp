@@ -219,6 +219,13 @@ void tst_RoiDrawing::typedNumbers()
                           QStringLiteral("SetROIPos(cam, 7, 400, 0, 1100, 1024)"),
                           QStringLiteral("SetROIPos(cam, 7, 400, 0, 1100, 24)"),
                           QStringLiteral("SetROIPos(cam, 7, 400, 1000, 1100, 1024)")}));
+    m_panel->host.clearCalls();
+    drawn("Width")->selectAll();
+    QTest::keyClicks(drawn("Width"), QStringLiteral("1000"));
+    QCOMPARE(hostCalls("SetROIPos"), QStringList()); // of half a number
+    QTest::keyClick(drawn("Width"), Qt::Key_Enter);
+    QCOMPARE(drawn("Width")->value(), 880);
+    QCOMPARE(hostCalls("SetROIPos"), QStringList(QStringLiteral("SetROIPos(cam, 7, 400, 1000, 1280, 1024)")));
 }
 
 void tst_RoiDrawing::panelsOwnMoveIsNotEchoed()

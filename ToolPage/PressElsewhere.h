@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+
+#include <QObject>
+
+class QWidget;
+
+/// A widget that derives from this, too, is the panel that the editors in it belong to.
+struct EditScope
+{
+    virtual ~EditScope() = default;
+};
+
+/// Tells when the mouse is pressed elsewhere in the panel of an editor, on whatever is there, before the press takes
+/// effect. Without an EditScope around it the editor belongs to its window. A press that what follows has hidden or
+/// disabled the target of goes nowhere.
+class PressElsewhere : public QObject
+{
+public:
+    /// `editor` must live as long as this object.
+    PressElsewhere(QWidget *editor, std::function<void()> follow, QObject *parent = nullptr);
+
+    void start();
+    void stop();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool isElsewhere(const QWidget *pressed) const;
+
+    QWidget *m_editor;
+    std::function<void()> m_follow;
+};
