@@ -72,7 +72,7 @@ void ImageTab::followMeasureRange() const
     const bool on = m_measureRange->isOn();
     if (isRangeLocked() && isRangeLimited().value_or(on) != on) {
         m_measureRange->setSwitch(!on);
-        m_context.log(Module, QStringLiteral("The measure range cannot be switched, the device locks its Height"));
+        m_context.log(Module, QStringLiteral("The measure range cannot be switched while the device acquires"));
     } else if (on) {
         writeNode(m_context, "CenterImageY", QStringLiteral("Off"));
         drawMeasureRange();
@@ -116,7 +116,8 @@ bool ImageTab::isRangeLocked() const
 {
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     GenApi::INode *const height = nodeMap ? nodeMap->GetNode("Height") : nullptr;
-    return height && height->GetAccessMode() == GenApi::RO;
+    return height && height->GetAccessMode() == GenApi::RO
+        && readSetting(m_context, HostCore::CAM_INFO_ACQUISITION) == QLatin1String("1");
 }
 
 std::optional<bool> ImageTab::isRangeLimited() const

@@ -41,7 +41,7 @@ private:
     void drawMeasureRange() const;
     bool restoreHeight() const;
     int largestHeight() const;
-    /// The device keeps its range as it is, while it acquires for one.
+    /// The device acquires and keeps its range as it is meanwhile.
     bool isRangeLocked() const;
     /// The device has a range that is less than the sensor; nothing when it does not tell.
     std::optional<bool> isRangeLimited() const;

@@ -322,9 +322,10 @@ void tst_ProfilerHandlers::lockedMeasureRange()
     QCOMPARE(asShown({shown}), QStringList(shown));
     m_panel->camera.port.poke(m_panel->camera.address("LaserSwitch"), 1);
     m_panel->camera.map->InvalidateNodes();
+    m_panel->host.setCameraInfo("cam", HostCore::CAM_INFO_ACQUISITION, "1");
     m_log.clear();
     click("GrabRangeCompression");
-    QCOMPARE(taken(), QStringLiteral("Get(Height) Get(HeightMax)"));
+    QCOMPARE(taken(), QStringLiteral("Recall(10) Get(Height) Get(HeightMax)"));
     QCOMPARE(asShown({shown}), QStringList(shown));
     QCOMPARE(m_panel->host.callsTo(QStringLiteral("VLogInfo")).size(), 1);
 }
