@@ -19,6 +19,7 @@
 
 #include "FeatureTree/FeatureTreeView.h"
 #include "ParamterWidget/AttributeTab.h"
+#include "ParamterWidget/FocusReturn.h"
 #include "ParamterWidget/FormStyleSheets.h"
 #include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/NodeAccess.h"
@@ -113,6 +114,7 @@ ParamterWidget::ParamterWidget(QWidget *parent)
     setUpDescriptionPane();
     setUpTabs();
     connectControls();
+    new FocusReturn(this);
     m_liveRefreshTimer.start(LiveRefreshPeriod);
 }
 
