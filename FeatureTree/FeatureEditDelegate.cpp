@@ -223,12 +223,6 @@ bool FeatureEditDelegate::mayEnd(QWidget *editor) const
     return isEnding || !editor || !FeatureEditors::hasInput(editor);
 }
 
-void FeatureEditDelegate::finishEditor()
-{
-    if (openEditor)
-        end(openEditor, NoHint);
-}
-
 void FeatureEditDelegate::dropEditor()
 {
     if (!openEditor)

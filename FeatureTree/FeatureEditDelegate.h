@@ -42,8 +42,7 @@ public:
     QModelIndex editedIndex() const { return openIndex; }
     /// False for an editor with input, unless its edit is being ended.
     bool mayEnd(QWidget *editor) const;
-    /// Closes the open editor, if there is one, and writes its input or drops it.
-    void finishEditor();
+    /// Closes the open editor, if there is one, and drops its input.
     void dropEditor();
 
     /// Set when the device is closed: from then on cells are painted as stored and no editor touches a node.

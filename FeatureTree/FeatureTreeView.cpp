@@ -73,7 +73,7 @@ FeatureTreeView::FeatureTreeView(QWidget *parent)
     connect(passTimer, &QTimer::timeout, this, &FeatureTreeView::updateDueVisibility);
     connect(delegate, &FeatureEditDelegate::CommandClicked, this, &FeatureTreeView::onCommandClicked);
     connect(this, &QTreeView::expanded, this, &FeatureTreeView::onExpanded);
-    connect(this, &QTreeView::collapsed, this, &FeatureTreeView::onCollapsed);
+    connect(this, &QTreeView::collapsed, this, &FeatureTreeView::leaveVanishedRow);
 
     header()->setSectionResizeMode(QHeaderView::Fixed);
     header()->setStretchLastSection(false);
@@ -174,31 +174,26 @@ void FeatureTreeView::onExpanded(const QModelIndex &index)
         expansion = Expanded;
 }
 
-/// Folding is a click elsewhere, which ends an edit. The pass after the write waits: the signal's index is a part of
-/// the layout.
-void FeatureTreeView::onCollapsed()
+/// By the filter or by the device, not by folding.
+bool FeatureTreeView::isHiddenInTree(const QModelIndex &cell) const
 {
-    const QScopedValueRollback<bool> folding(isFolding, true);
-    if (hasVanished(delegate->editedIndex()))
-        delegate->finishEditor();
-    leaveVanishedRow();
+    return cell.isValid() && (isRowHidden(cell.row(), cell.parent()) || isHiddenInTree(cell.parent()));
 }
 
-bool FeatureTreeView::hasVanished(const QModelIndex &cell) const
-{
-    return nearestShown(cell) != cell;
-}
-
-/// What was being typed in a row that is gone is dropped, since it cannot be written any more. The keyboard, also while
-/// another window is in front, goes on in the nearest row.
+/// What was being typed in a row that is hidden is dropped, since it cannot be written any more; in a folded category
+/// it waits. The keyboard, also while another window is in front, goes on in the nearest row.
 void FeatureTreeView::leaveVanishedRow()
 {
     const QWidget *focus = window()->focusWidget();
     const bool hasKeyboard = focus && (focus == this || isAncestorOf(focus));
-    if (hasVanished(delegate->editedIndex()))
+    const QModelIndex edited = delegate->editedIndex();
+    if (isHiddenInTree(edited) || (nearestShown(edited) != edited && delegate->mayEnd(delegate->editor())))
         delegate->dropEditor();
-    if (hasKeyboard && hasVanished(currentIndex()))
-        setCurrentIndex(nearestShown(currentIndex()).siblingAtColumn(nameColumn));
+    const QModelIndex row = nearestShown(currentIndex());
+    if (!hasKeyboard || row == currentIndex())
+        return;
+    setCurrentIndex(row.siblingAtColumn(nameColumn));
+    setFocus(Qt::OtherFocusReason);
 }
 
 /// The cell itself if its row is shown, else the folded category that it is in, or the nearest row beside it or beside
@@ -251,11 +246,7 @@ void FeatureTreeView::setViewDataDisable()
 
 void FeatureTreeView::onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &, const QVector<int> &)
 {
-    if (!nodeAt(topLeft))
-        return;
-    if (isFolding)
-        followDevice();
-    else
+    if (nodeAt(topLeft))
         updateAllVisibility();
 }
 
@@ -323,7 +314,8 @@ void FeatureTreeView::focusInEvent(QFocusEvent *event)
 {
     leaveVanishedRow();
     QTreeView::focusInEvent(event);
-    if (state() == EditingState && delegate->editor())
+    const QModelIndex edited = delegate->editedIndex();
+    if (state() == EditingState && delegate->editor() && nearestShown(edited) == edited)
         delegate->editor()->setFocus();
 }
 

@@ -72,8 +72,7 @@ private:
     bool hideRowsOf(const QModelIndex &parent, VisibilityPass &pass);
     void hideRow(int row, const QModelIndex &parent, bool hide);
     void onExpanded(const QModelIndex &index);
-    void onCollapsed();
-    bool hasVanished(const QModelIndex &cell) const;
+    bool isHiddenInTree(const QModelIndex &cell) const;
     void leaveVanishedRow();
     QModelIndex nearestShown(const QModelIndex &cell) const;
     void updateAfterExpanding();
@@ -89,6 +88,5 @@ private:
     int visibilityLevel = 0;
     QString filterText;
     bool isPassDue = false;
-    bool isFolding = false;
     enum { Idle, Expanding, Expanded } expansion = Idle; ///< of many rows at once, and whether one has opened
 };

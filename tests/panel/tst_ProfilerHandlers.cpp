@@ -128,7 +128,9 @@ void tst_ProfilerHandlers::unfinishedEdits()
     m_panel->panel->hide();
     m_panel->panel->show();
     QApplication::setActiveWindow(m_panel->panel.get());
-    QCOMPARE(taken(), QString());
+    const QString followed = taken(); // a page that is shown again
+    QVERIFY2(!followed.contains(QLatin1String("Store")), qPrintable(followed));
+    m_log.clear();
     QCOMPARE(editor<QDoubleSpinBox>("ZUpSizeInfo")->text(), QStringLiteral("5"));
     QTest::mouseClick(m_panel->row("ZUpSizeInfo"), Qt::LeftButton, {}, {2, 2});
     QCOMPARE(taken(), QStringLiteral("Store(55,5.000000)"));
