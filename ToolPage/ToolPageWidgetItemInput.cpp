@@ -34,14 +34,26 @@ double shownBy(const RealField *, double value)
     return NodeNumbers::finite(value);
 }
 
-void loadPreValue(IntegerField *field)
+/// What was loaded stands for a value that it shows, with all its digits.
+template <class Field>
+void loadPreValue(Field *field, typename Field::Shown preValue)
 {
-    field->load(field->property(RowEditors::PreValue).toInt());
+    field->giveBack();
+    const bool isShown = std::is_integral_v<typename Field::Shown>
+        ? field->value() == preValue
+        : static_cast<float>(field->value()) == static_cast<float>(preValue);
+    if (!isShown)
+        field->load(preValue);
 }
 
-void loadPreValue(RealField *field)
+int preValueOf(const IntegerField *field)
 {
-    field->load(static_cast<double>(field->property(RowEditors::PreValue).toFloat()));
+    return field->property(RowEditors::PreValue).toInt();
+}
+
+double preValueOf(const RealField *field)
+{
+    return static_cast<double>(field->property(RowEditors::PreValue).toFloat());
 }
 
 } // namespace
@@ -89,14 +101,14 @@ void ToolPageWidgetItem::commit(Field *field, Number (*write)(GenApi::INode *nod
     const auto entered = field->entered();
     if (!entered) {
         logRefusal(field->refusal());
-        loadPreValue(field);
+        field->giveBack();
         return;
     }
     const auto exchange = [&] {
         const Number taken = write(m_node, *entered);
         field->load(taken, shownBy(field, taken));
     };
-    if (!attempt(exchange, [field] { loadPreValue(field); })) {
+    if (!attempt(exchange, [field] { loadPreValue(field, preValueOf(field)); })) {
         if (field->hasInput())
             field->load(*entered);
         return;
