@@ -99,7 +99,7 @@ bool NumberInput::follow(QEvent *event)
 }
 
 /// True if the box is done with the key.
-bool NumberInput::followKey(const QKeyEvent &event)
+bool NumberInput::followKey(QKeyEvent &event)
 {
     const QPointer<QAbstractSpinBox> box(m_box);
     switch (event.key()) {
@@ -108,7 +108,7 @@ bool NumberInput::followKey(const QKeyEvent &event)
         finish(Ending::Enter);
         if (box)
             m_box->selectAll();
-        const_cast<QKeyEvent &>(event).ignore(); // a dialog may have a default button
+        event.ignore(); // a dialog may have a default button
         return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
@@ -133,7 +133,8 @@ bool NumberInput::endsStep(const QEvent &event) const
 
 void NumberInput::finish(Ending ending)
 {
-    if (m_ending != Ending::None || (ending != Ending::Enter && !hasInput()))
+    const bool isOver = ending != Ending::Enter && !hasInput();
+    if (isOver || m_ending != Ending::None || !m_box->isEnabled())
         return;
     const QPointer<QAbstractSpinBox> box(m_box);
     m_ending = ending;

@@ -84,7 +84,7 @@ protected:
 private:
     enum class Ending { None, Enter, Tab, Arrow, Press };
 
-    bool followKey(const QKeyEvent &event);
+    bool followKey(QKeyEvent &event);
     bool endsStep(const QEvent &event) const;
     void finish(Ending ending);
     void refuse();

@@ -56,9 +56,14 @@ void refreshInteger(GenApi::INode *node, QWidget *editor)
         showInteger(field, *integer, integer->GetValue(false, false));
 }
 
+/// What was loaded stands for a value that it shows, with all its digits.
 void putBackInteger(QWidget *editor)
 {
-    static_cast<IntegerField *>(editor)->load(editor->property(RowEditors::PreValue).toInt());
+    auto *field = static_cast<IntegerField *>(editor);
+    const int preValue = field->property(RowEditors::PreValue).toInt();
+    field->giveBack();
+    if (field->value() != preValue)
+        field->load(preValue);
 }
 
 void connectInteger(QWidget *editor, ToolPageWidgetItem *row)
@@ -107,8 +112,11 @@ void refreshFloat(GenApi::INode *node, QWidget *editor)
 
 void putBackFloat(QWidget *editor)
 {
-    const float value = editor->property(RowEditors::PreValue).toFloat();
-    static_cast<RealField *>(editor)->load(static_cast<double>(value));
+    auto *field = static_cast<RealField *>(editor);
+    const float preValue = field->property(RowEditors::PreValue).toFloat();
+    field->giveBack();
+    if (static_cast<float>(field->value()) != preValue)
+        field->load(static_cast<double>(preValue));
 }
 
 void connectFloat(QWidget *editor, ToolPageWidgetItem *row)

@@ -16,9 +16,10 @@ struct RowEditor;
 
 /// A row of a curated page, 40 pixels high: a label on the left and an editor on the right. Bound to a
 /// feature it makes its own editor, keeps it in step with the feature, writes what the user enters, and
-/// logs and rolls back when the device refuses it. Leaving a spin box that nobody changed writes nothing;
-/// no refresh disturbs one whose value is being typed, and Escape gives it back the device's value.
-/// An edit that is cut off because the row is disabled or hidden writes nothing.
+/// logs and rolls back when the device refuses it, or when what was typed is no number inside the limits. When an
+/// edit ends, NumberInput says; Enter writes the value of an untouched field, too, unless the field cannot hold it.
+/// No refresh disturbs a field with input, and Escape gives it back the device's value. An edit that is cut off
+/// because the row is disabled or hidden writes nothing.
 ///
 /// Labels and descriptions are pairs [English, Chinese]; a language index of 0 means English, any other Chinese.
 class ToolPageWidgetItem : public QWidget

@@ -244,7 +244,14 @@ void tst_RowEdits::untouchedBeyond32Bits()
     QCOMPARE(log(),
              QStringList(QStringLiteral("VLogInfo(ToolPageWidgetItem, Nothing is written to Big: its value is beyond "
                                         "this field; the tab \"All Attribute\" edits it exactly, 0)")));
-    spinBox->setFocus();
+    for (const bool isRefusedByDevice : {false, true}) {
+        m_camera->port.writeFault = isRefusedByDevice ? MemoryPort::Fault::Refused : MemoryPort::Fault::None;
+        spinBox->setFocus();
+        type(spinBox, isRefusedByDevice ? QStringLiteral("700") : QStringLiteral("9999999999"));
+        m_camera->port.writeFault = MemoryPort::Fault::None;
+        QTest::keyClick(spinBox, Qt::Key_Enter);
+        QCOMPARE(m_camera->port.peek(TestCamera::Big, 8), value);
+    }
     type(spinBox, QStringLiteral("700"));
     QCOMPARE(m_camera->port.peek(TestCamera::Big, 8), quint64(700));
 }
