@@ -368,6 +368,7 @@ void tst_SimulatedStructuredLight::acquisitionsEndAndLock()
     const Shots single(device);
     QTRY_VERIFY(!device->isAcquiring());
     QTRY_COMPARE(single.count(), 1);
+    QTRY_COMPARE(device.access("AcquisitionMode"), GenApi::RW); // the host has heard of the end
     device.setAll("AcquisitionMode=Continuous SensorExposure=1000.0");
     const Shots running(device);
     QTRY_VERIFY(running.count() >= 3);
