@@ -237,6 +237,15 @@ bool captureInRange(TourStage &stage)
     return stage.expect(TourHeights::firstRange(stage).lowest > -0.5, say("heights beyond the range are captured"));
 }
 
+bool lockRange(TourStage &stage)
+{
+    const auto *button = stage.control<QPushButton>(say("GrabRangeCompression"));
+    const bool before = button->isChecked();
+    return stage.press(say("GrabRangeCompression"))
+        && stage.expect(button->isChecked() == before, say("the switch says what the device did not do"))
+        && stage.expect(stage.isLogged(say("The measure range cannot be switched")), say("nobody tells why"));
+}
+
 constexpr Deed endRange[] = {
     {Deed::Press, "GrabRangeCompression"},
     {Deed::Becomes, "Height", "1024"},
@@ -281,6 +290,19 @@ bool captureBesideMasks(TourStage &stage)
     stage.order(Command::StopAcquisition);
     return editInTree(stage, "ImageOutputMode", "HeightMap") && stage.openPage(ImagePage)
         && stage.expect(TourHeights::firstRange(stage).highest < aboveParts, say("the stray light is captured"));
+}
+
+/// On the view of the sensor below the map.
+bool moveMaskBelowMap(TourStage &stage)
+{
+    const QRect before = areaOf(stage, 2);
+    if (!stage.expect(&stage.window().regionView() != &stage.window().image()
+                          && stage.window().regionView().isVisible(),
+                      say("the regions are not shown")))
+        return false;
+    dragOnImage(stage, before.center(), before.center() - QPoint(200, 0));
+    return stage.expect(TourHand::waitUntil([&] { return areaOf(stage, 2).x() < before.x() - 100; }),
+                        say("the mask does not move"));
 }
 
 bool endMasks(TourStage &stage)
@@ -371,13 +393,16 @@ bool correctMounting(TourStage &stage)
 constexpr Deed useSet[] = {
     {Deed::Choose, "UserSetSelector", "UserSet1"},
     {Deed::Press, "UserSetSave"},
+    openPage(ImagePage),
+    {Deed::Press, "  Mask1"},
+    {Deed::Becomes, "ImageMask", "True"},
     openPage(ContourPage),
     {Deed::Enter, "Threshold", "77"},
     {Deed::Becomes, "Threshold", "77"},
     openPage(OthersPage),
     {Deed::Press, "UserSetLoad"},
     {Deed::Becomes, "Threshold", "40"},
-    openPage(ContourPage),
+    openPage(ImagePage),
 };
 
 constexpr Deed endOfOthers[] = {
@@ -388,6 +413,9 @@ constexpr Deed endOfOthers[] = {
 bool useUserSet(TourStage &stage)
 {
     return perform<useSet>(stage)
+        && stage.expect(!stage.control<QPushButton>(say("  Mask1"))->isChecked(), say("the mask's switch stays on"))
+        && stage.expect(stage.host().regions().of(stage.profiler()->id()).isEmpty(), say("the mask's region stays"))
+        && stage.openPage(ContourPage)
         && stage.expect(stage.control<QSpinBox>(say("Threshold"))->value() == 40,
                         say("the row does not show the loaded value"))
         && perform<endOfOthers>(stage);
@@ -441,8 +469,10 @@ const std::vector<TourStep> &tourProfilerSteps()
         {"profiler-heights-found", findHeights},
         {"profiler-range-drawn", drawRange},
         {"profiler-range", captureInRange},
+        {"profiler-range-locked", lockRange},
         {"profiler-masks-drawn", drawMasks},
         {"profiler-masks", captureBesideMasks},
+        {"profiler-mask-moved", moveMaskBelowMap},
         {"profiler-masks-ended", endMasks},
         {"profiler-laser", adjustBrightness},
         {"profiler-tilted", tiltProfiler},

@@ -18,6 +18,7 @@
 #include "Host/Viewer/DeviceTree.h"
 #include "Host/Viewer/FrameStatus.h"
 #include "Host/Viewer/ImageView.h"
+#include "Host/Viewer/TourEditSteps.h"
 #include "Host/Viewer/TourHand.h"
 #include "Host/Viewer/TourPageSteps.h"
 #include "Host/Viewer/TourProfilerSteps.h"
@@ -31,6 +32,7 @@ namespace {
 using State = DeviceTree::State;
 
 constexpr int attributeTab = 1;
+constexpr int guru = 2;
 
 bool showStart(TourStage &stage)
 {
@@ -85,6 +87,21 @@ bool raiseLevel(TourStage &stage)
     return stage.expect(chosen && stage.shownRows() > beginner, say("the level Guru does not show more"))
         && stage.expect(stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2"),
                         say("the level is not stored"));
+}
+
+/// What a switch shows comes at once, wherever it is.
+bool switchFeatures(TourStage &stage)
+{
+    const bool before = stage.isShown(say("ChunkEnable"));
+    return stage.edit(say("ChunkModeActive"), say("True"))
+        && stage.expect(!before && stage.isShown(say("ChunkEnable")), say("the switched feature is not shown"));
+}
+
+bool discardAddress(TourStage &stage)
+{
+    return stage.edit(say("GevPersistentIPAddress"), say("192168000007"))
+        && stage.expect(stage.isLogged(say("GevPersistentIPAddress: addresses are not written")),
+                        say("nobody tells that the address is not written"));
 }
 
 struct Edit
@@ -202,7 +219,17 @@ bool changeLanguage(TourStage &stage)
     stage.changeLanguage();
     return stage.expect(stage.foldButton()->text() != button, say("the panel does not change its language"))
         && stage.expect(stage.window().windowTitle() != title, say("the window does not change its language"))
-        && stage.expect(stage.levelBox()->currentIndex() == 2, say("the level is forgotten"));
+        && stage.expect(stage.levelBox()->currentIndex() == guru, say("the level is forgotten"));
+}
+
+bool searchInOtherLanguage(TourStage &stage)
+{
+    TourHand::click(stage.searchField());
+    TourHand::type(stage.searchField(), say("chunk"));
+    const bool isKept = stage.levelBox()->currentIndex() == guru
+        && stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2");
+    TourHand::retype(stage.searchField(), QString());
+    return stage.expect(isKept, say("a search changes the level"));
 }
 
 bool closeCamera(TourStage &stage)
@@ -235,6 +262,8 @@ std::vector<TourStep> tourSteps()
     std::vector<TourStep> steps = {{"start", showStart}, {"camera-open", openCamera}};
     const std::vector<TourStep> &pages = tourPageSteps();
     steps.insert(steps.end(), pages.begin(), pages.end());
+    const std::vector<TourStep> &edits = tourEditSteps();
+    steps.insert(steps.end(), edits.begin(), edits.end());
     const std::vector<TourStep> &profiler = tourProfilerSteps();
     steps.insert(steps.end(), profiler.begin(), profiler.end());
     const std::vector<TourStep> features = {
@@ -243,6 +272,8 @@ std::vector<TourStep> tourSteps()
         {"feature-selected", selectFeature},
         {"search", searchFeature},
         {"level-guru", raiseLevel},
+        {"features-switched", switchFeatures},
+        {"address-discarded", discardAddress},
         {"edit-integer", editInteger},
         {"edit-float", editFloat},
         {"edit-enumeration", editEnumeration},
@@ -255,6 +286,7 @@ std::vector<TourStep> tourSteps()
         {"zoom", zoomImage},
         {"card-focused", changeFocus},
         {"other-language", changeLanguage},
+        {"other-language-search", searchInOtherLanguage},
         {"camera-closed", closeCamera},
         {"description-file", openDescription},
     };
