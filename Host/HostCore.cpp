@@ -168,7 +168,11 @@ int DrawROI(std::string deviceKey, int leftX, int leftY, int rightX, int rightY,
 
 void RomoveROI(std::string deviceKey, int roiId)
 {
-    withContext([&](HostContext &host) { host.removeRegion(text(deviceKey), handleOf(host, deviceKey, roiId)); });
+    withContext([&](HostContext &host) {
+        const int handle = handleOf(host, deviceKey, roiId);
+        if (!ProfilerRegions::isNumber(handle)) // else there is none of that number
+            host.removeRegion(text(deviceKey), handle);
+    });
 }
 
 void SetROIPos(std::string deviceKey, int roiId, int leftX, int leftY, int rightX, int rightY)

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <QScopeGuard>
+
 #include "Host/GenICamGuard.h"
 #include "Host/HostContext.h"
 
@@ -48,12 +50,17 @@ ProfilerRegions::ProfilerRegions(HostContext &owner) : host(owner)
             [this](const QString &, int handle) { noteMove(handle); });
 }
 
+bool ProfilerRegions::isNumber(int roiId)
+{
+    return roiId >= measureRange && roiId <= mostMasks;
+}
+
 bool ProfilerRegions::draw(const QString &device, int number, const QPoint &corner, const QPoint &opposite)
 {
     if (handleOf(device, number))
         return true;
     const QSize image = host.isReady(device) ? sensorSize(device) : QSize();
-    if (number < measureRange || number > mostMasks || image.isEmpty()) {
+    if (!isNumber(number) || image.isEmpty()) {
         host.log(module, QStringLiteral("Region %1 cannot be drawn on %2").arg(number).arg(device));
         return false;
     }
@@ -156,8 +163,14 @@ QRect ProfilerRegions::areaOnDevice(const QString &device, int number) const
 {
     if (number == measureRange)
         return {0, integer(device, "OffsetY"), integer(device, "SensorWidth"), integer(device, "Height")};
+    QString selected;
+    host.readNode(device, maskSelector, &selected);
     if (!host.writeNode(device, maskSelector, selectorEntry(number)))
         return {};
+    const auto selectAgain = qScopeGuard([&] {
+        if (!selected.isEmpty() && selected != selectorEntry(number))
+            host.writeNode(device, maskSelector, selected);
+    });
     return {integer(device, "ImageMaskOffsetX"), integer(device, "ImageMaskOffsetY"), integer(device, "ImageMaskWidth"),
             integer(device, "ImageMaskHeight")};
 }

@@ -22,6 +22,8 @@ public:
     /// `host` and its regions must outlive this.
     explicit ProfilerRegions(HostContext &host);
 
+    /// Panels give it to a region, which may not be drawn: a switch that follows the device draws none.
+    static bool isNumber(int roiId);
     /// The corners count where the device does not tell its own; equal ones leave the choice to this. A region that is
     /// there already stays. False on failure, which is logged.
     bool draw(const QString &device, int number, const QPoint &corner, const QPoint &opposite);
@@ -40,7 +42,7 @@ private:
     void applyMeasureRange(const QString &device, const QRect &area);
     void applyMask(const ImageRegion &region);
     QSize sensorSize(const QString &device) const;
-    /// What the device has; empty when it does not tell.
+    /// What the device has; empty when it does not tell. To ask for a mask it is selected, then the one before again.
     QRect areaOnDevice(const QString &device, int number) const;
     int integer(const QString &device, const char *node) const;
     bool write(const QString &device, const char *node, int value);

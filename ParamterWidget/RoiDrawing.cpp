@@ -44,10 +44,10 @@ struct NodeInfo
     int increment = 1;
 };
 
-/// Zeros when the feature cannot be read.
-NodeInfo nodeInfo(const QString &device, const char *feature)
+/// Zeros, and that value, when the feature cannot be read.
+NodeInfo nodeInfo(const QString &device, const char *feature, int value = 0)
 {
-    NodeInfo info;
+    NodeInfo info{value};
     GetCameraIntNodeInfo(device, QString::fromLatin1(feature), info.value, info.minimum, info.maximum, info.increment);
     return info;
 }
@@ -254,9 +254,10 @@ void RoiDrawing::followHost(const Axis &axis, int from, int to)
 
 bool RoiDrawing::isCurrent(const Axis &axis) const
 {
-    const NodeInfo offset = nodeInfo(m_context.deviceName, axis.offsetFeature);
-    const NodeInfo size = nodeInfo(m_context.deviceName, axis.sizeFeature);
-    return offset.value == axis.offset->minimum() && offset.value + size.value == axis.edge;
+    const int offset = axis.offset->minimum();
+    const int size = axis.edge - offset;
+    return nodeInfo(m_context.deviceName, axis.offsetFeature, offset).value == offset
+        && nodeInfo(m_context.deviceName, axis.sizeFeature, size).value == size;
 }
 
 void RoiDrawing::followCamera()

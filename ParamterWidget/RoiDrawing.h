@@ -86,7 +86,7 @@ private:
     void enableButtons();
     bool requestRegion();
     void adoptCameraRegion(Axis &axis) const;
-    /// The camera still has the region that was adopted.
+    /// The camera still has the region that was adopted, as far as it tells.
     bool isCurrent(const Axis &axis) const;
     QRect drawnRegion() const;
     void moveHostRegion();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "Host/Viewer/RegionPainter.h"
 
@@ -170,13 +171,14 @@ void RegionEditor::paint(QPainter &painter, const ImagePlacement &placement, con
 {
     QList<ImageRegion> all = regions();
     std::stable_partition(all.begin(), all.end(), [this](const ImageRegion &one) { return one.handle != m_selected; });
+    std::vector<PaintedRegion> painted;
     for (const ImageRegion &one : std::as_const(all)) {
         const bool isMask = one.number.value_or(measureRange) != measureRange;
         const QColor colour = !one.number ? QColor() : isMask ? maskColour : rangeColour;
-        paintRegion(painter,
-                    {placement.toView(one.area), labelOf(one), one.handle == m_selected, focused, colour, isMask},
-                    view);
+        painted.push_back(
+            {placement.toView(one.area), labelOf(one), one.handle == m_selected, focused, colour, isMask});
     }
+    paintRegions(painter, std::move(painted), view);
 }
 
 QString RegionEditor::labelOf(const ImageRegion &region)

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double edgeReach = 7; ///< view pixels to both sides of an edge
 constexpr double gripSize = 9; ///< view pixels
+constexpr double labelRoom = 10; ///< between an edge, which may have a grip, and a label
 
 enum class Side { Beside, Low, Inside, High };
 
@@ -100,6 +101,30 @@ std::vector<QRectF> regionGrips(const QRectF &region, const QRectF &view)
         }
     }
     return grips;
+}
+
+/// Above the region, inside, below, beside, and else further down.
+QRectF labelPlace(const QSizeF &size, const QRectF &region, const QRectF &view, const std::vector<QRectF> &taken)
+{
+    const QPointF inside(std::max(region.left(), view.left()) + labelRoom,
+                         std::max(region.top(), view.top()) + labelRoom);
+    const auto isTaken = [&](const QRectF &place) {
+        return std::any_of(taken.begin(), taken.end(), [&](const QRectF &other) { return other.intersects(place); });
+    };
+    const auto placeAt = [&](const QPointF &corner) {
+        const double x = std::clamp(corner.x(), view.left(), std::max(view.left(), view.right() - size.width()));
+        return QRectF(QPointF(x, corner.y()), size);
+    };
+    for (const QPointF &corner :
+         {QPointF(region.left(), region.top() - labelRoom - size.height()), inside,
+          QPointF(region.left(), region.bottom() + labelRoom), QPointF(region.right() + labelRoom, region.top())}) {
+        if (view.contains(placeAt(corner)) && !isTaken(placeAt(corner)))
+            return placeAt(corner);
+    }
+    QRectF place = placeAt(inside);
+    while (isTaken(place) && place.bottom() < view.bottom())
+        place.translate(0, 1);
+    return isTaken(place) ? placeAt(inside) : place;
 }
 
 QRect draggedRegion(const QRect &area, RegionEdges part, const QPoint &by, const QSize &image)

@@ -36,6 +36,9 @@ RegionEdges regionPartAt(const QRectF &region, const QPointF &position);
 Qt::CursorShape regionCursor(RegionEdges part);
 /// The square grips of the four corners and edges, pushed into `view` where they stand out of it.
 std::vector<QRectF> regionGrips(const QRectF &region, const QRectF &view);
+/// Where a label of that size stands: at its region, within the view and clear of what is there already. Of its region
+/// alone where there is no such place.
+QRectF labelPlace(const QSizeF &size, const QRectF &region, const QRectF &view, const std::vector<QRectF> &taken);
 
 /// The area after its part moved by whole pixels: within the image and at least one pixel wide and high.
 QRect draggedRegion(const QRect &area, RegionEdges part, const QPoint &by, const QSize &image);

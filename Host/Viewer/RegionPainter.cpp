@@ -19,7 +19,6 @@ const QColor gridColour(54, 57, 60);
 const QColor borderColour(120, 123, 126);
 const QColor hintColour(196, 198, 200);
 constexpr double lineRoom = 2; ///< half of the widest line
-constexpr double gripRoom = 8; ///< between an edge and the label
 constexpr double labelMargin = 5;
 constexpr double hintMargin = 24;
 constexpr int gridCells = 8;
@@ -45,22 +44,13 @@ QRectF seenOutline(const QRectF &outline, const QRectF &view)
     return {topLeft, bottomRight};
 }
 
-/// Above the region, or inside where there is no room above.
-QRectF labelPlace(const QSizeF &size, const QRectF &outline, const QRectF &view)
-{
-    QRectF place(QPointF(outline.left(), outline.top() - gripRoom - size.height()), size);
-    if (place.top() < view.top())
-        place.moveTopLeft(
-            {std::max(outline.left(), view.left()) + gripRoom, std::max(outline.top(), view.top()) + gripRoom});
-    place.moveLeft(std::clamp(place.left(), view.left(), std::max(view.left(), view.right() - size.width())));
-    return place;
-}
-
-void paintLabel(QPainter &painter, const PaintedRegion &region, const QRectF &view)
+/// What is `taken` grows by it.
+void paintLabel(QPainter &painter, const PaintedRegion &region, const QRectF &view, std::vector<QRectF> &taken)
 {
     const QFontMetricsF metrics(painter.font());
     const QSizeF size(metrics.horizontalAdvance(region.label) + 2 * labelMargin, metrics.height() + labelMargin);
-    const QRectF place = labelPlace(size, region.outline, view);
+    const QRectF place = labelPlace(size, region.outline, view, taken);
+    taken.push_back(place);
     painter.setPen(Qt::NoPen);
     painter.setBrush(darkColour);
     painter.drawRoundedRect(place, 3, 3);
@@ -91,23 +81,37 @@ QBrush filling(const PaintedRegion &region)
     return region.hatched ? QBrush(colour, Qt::BDiagPattern) : QBrush(Qt::NoBrush);
 }
 
-} // namespace
-
-void paintRegion(QPainter &painter, const PaintedRegion &region, const QRectF &view)
+void paintOutline(QPainter &painter, const PaintedRegion &region, const QRectF &view)
 {
-    if (!region.outline.intersects(view))
-        return;
     const QRectF outline = seenOutline(region.outline, view);
-    painter.save();
     painter.setBrush(filling(region));
     painter.setPen(line(darkColour, 4));
     painter.drawRect(outline);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(line(lineColour(region), 2));
     painter.drawRect(outline);
-    paintLabel(painter, region, view);
-    if (region.selected)
-        paintGrips(painter, region, view);
+}
+
+} // namespace
+
+/// Labels stand above all lines and beside all grips.
+void paintRegions(QPainter &painter, std::vector<PaintedRegion> regions, const QRectF &view)
+{
+    const auto isSeen = [&](const PaintedRegion &region) { return region.outline.intersects(view); };
+    regions.erase(std::stable_partition(regions.begin(), regions.end(), isSeen), regions.end());
+    std::vector<QRectF> taken;
+    painter.save();
+    for (const PaintedRegion &region : regions) {
+        paintOutline(painter, region, view);
+        if (region.selected)
+            taken = regionGrips(region.outline, view);
+    }
+    for (const PaintedRegion &region : regions)
+        paintLabel(painter, region, view, taken);
+    for (const PaintedRegion &region : regions) {
+        if (region.selected)
+            paintGrips(painter, region, view);
+    }
     painter.restore();
 }
 

@@ -5,6 +5,8 @@
 #include <QRectF>
 #include <QString>
 
+#include <vector>
+
 class QPainter;
 
 /// A region as it is painted, in view coordinates.
@@ -18,8 +20,9 @@ struct PaintedRegion
     bool hatched = false; ///< what it covers is left out
 };
 
-/// Lines are dark and bright side by side, so that they show on every image. `view` is the visible part.
-void paintRegion(QPainter &painter, const PaintedRegion &region, const QRectF &view);
+/// Later ones lie on top; one is selected, or none. Lines are dark and bright side by side, so that they show on every
+/// image. `view` is the visible part.
+void paintRegions(QPainter &painter, std::vector<PaintedRegion> regions, const QRectF &view);
 /// The plate that stands for an image that has not been taken yet.
 void paintPlate(QPainter &painter, const QRectF &plate);
 /// What is said about a plate, if anything.

@@ -77,16 +77,15 @@ std::optional<bool> ShieldMasks::isEnabled() const
 void ShieldMasks::show() const
 {
     const auto selected = HostValues::knownText(m_context, Selector);
-    for (int mask = 0; mask < int(m_switches.size()); ++mask) {
-        if (!writeNode(m_context, Selector, selectorEntry(mask)))
-            return;
+    int mask = 0;
+    for (; mask < int(m_switches.size()) && writeNode(m_context, Selector, selectorEntry(mask)); ++mask) {
         SwitchButton *const button = m_switches[size_t(mask)];
         const bool enabled = isEnabled().value_or(button->isOn());
         if (button->isOn() && !enabled)
             callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), FirstRegion + mask);
         button->setSwitch(enabled);
     }
-    if (selected)
+    if (selected && mask > 0)
         writeNode(m_context, Selector, *selected);
 }
 

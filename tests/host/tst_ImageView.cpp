@@ -51,6 +51,8 @@ private Q_SLOTS:
     void linesShowOnEveryImage_data();
     void linesShowOnEveryImage();
     void regionsAreToldApart();
+    void namesAreLegible_data();
+    void namesAreLegible();
     void canvasStandsForAMissingPicture();
 
 private:
@@ -341,6 +343,31 @@ void tst_ImageView::regionsAreToldApart()
     QCoreApplication::removeTranslator(&translator);
     QCOMPARE(labels, QString::fromUtf8("60 × 40|[Measure range: 60 × 40]|[Mask 2: 60 × 40]").split(QLatin1Char('|')));
     QCOMPARE(colours.size(), 3);
+}
+
+void tst_ImageView::namesAreLegible_data()
+{
+    QTest::addColumn<QRectF>("region");
+    QTest::newRow("free") << QRectF(200, 150, 200, 90);
+    QTest::newRow("small, in the corner") << QRectF(0, 0, 30, 30);
+    QTest::newRow("all of the view") << QRectF(0, 0, 600, 300);
+    QTest::newRow("beyond the view") << QRectF(-50, -50, 800, 400);
+    QTest::newRow("at the right end, to the bottom") << QRectF(570, 10, 30, 290);
+}
+
+/// Of four regions at the same place; none hides a grip.
+void tst_ImageView::namesAreLegible()
+{
+    QFETCH(QRectF, region);
+    const QRectF seen(0, 0, 600, 300);
+    std::vector<QRectF> taken = regionGrips(region, seen);
+    for (int label = 0; label < 4; ++label) {
+        const QRectF place = labelPlace({150, 24}, region, seen, taken);
+        QVERIFY(seen.contains(place));
+        for (const QRectF &other : taken)
+            QVERIFY(!other.intersects(place));
+        taken.push_back(place);
+    }
 }
 
 void tst_ImageView::canvasStandsForAMissingPicture()

@@ -407,15 +407,22 @@ void tst_ProfilerHost::regionsFollowTheDevice_data()
 void tst_ProfilerHost::regionsFollowTheDevice()
 {
     QFETCH(QByteArray, command);
-    const QRect usual = maskOnDevice(1);
+    const QRect usual = maskOnDevice(2);
     set("ImageMaskOffsetX", "77");
-    int name = 1;
+    int name = 2;
     bool accepted = false;
     HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, 1, 0);
-    QCOMPARE(region(1), usual.translated(77 - usual.x(), 0));
+    QCOMPARE(region(2), usual.translated(77 - usual.x(), 0));
+    set("ImageMaskerSelector", "ImageMasker2");
     set("UserSetSelector", "Default");
+    QSignalSpy log(host.get(), &HostContext::logLine);
     set(command.constData(), "");
-    QTRY_COMPARE(region(1), usual);
+    QTRY_COMPARE(region(2), usual);
+    QString selected;
+    host->readNode(profiler, QStringLiteral("ImageMaskerSelector"), &selected);
+    QVERIFY2(selected != QStringLiteral("ImageMasker1"), "which was selected only to be asked");
+    HostCore::RomoveROI(key, 3); // a switch that has followed the device has no region
+    QCOMPARE(log.size(), 0);
 }
 
 void tst_ProfilerHost::panelShowsTheFoundRange()

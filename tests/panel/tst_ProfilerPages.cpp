@@ -38,6 +38,7 @@ private Q_SLOTS:
     void controlsFollowTheDevice_data();
     void controlsFollowTheDevice();
     void controlsFollowTheAcquisition();
+    void deviceWithFewerMasks();
     void fieldsInUse();
     void releasedPanel();
     void deletedPanel();
@@ -309,6 +310,19 @@ void tst_ProfilerPages::controlsFollowTheAcquisition()
     know(words("LaserSwitch=1"));
     click("UserSetLoad");
     QCOMPARE(this->shown("LaserSwitch"), QStringLiteral("off")); // the rows of the fourth tool box stay
+}
+
+/// The user's choice of a mask stays, also when not all of them can be asked for.
+void tst_ProfilerPages::deviceWithFewerMasks()
+{
+    open();
+    know(words("ImageMaskerSelector=ImageMasker0"));
+    m_panel->host.setCallHook([this](const QString &call) {
+        const bool isLacking = call.endsWith(QLatin1String("ImageMasker2)"));
+        m_panel->host.setWriteResult("cam", "ImageMaskerSelector", isLacking ? -1 : 0);
+    });
+    m_panel->panel->updateWidget(true);
+    QCOMPARE(m_panel->host.nodeValue("cam", "ImageMaskerSelector"), std::string("ImageMasker0"));
 }
 
 void tst_ProfilerPages::fieldsInUse()

@@ -371,6 +371,13 @@ void tst_RoiDrawing::otherImageEndsDrawing()
     QFETCH(Event, cause);
     m_panel->panel->show();
     m_panel->innerTabs()->setCurrentIndex(2);
+    draw();
+    m_panel->camera.port.readFault = MemoryPort::Fault::Timeout;
+    m_panel->camera.map->InvalidateNodes();
+    cause(*m_panel->panel);
+    QVERIFY2(isDrawing(), "an image that is not known is no other one");
+    m_panel->camera.port.readFault = MemoryPort::Fault::None;
+    draw();
     for (const char *feature : {"Width", "OffsetY"}) {
         draw();
         m_panel->panel->setDrawRoiPos(100, 50, 740, 530);
