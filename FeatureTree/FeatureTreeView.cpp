@@ -29,6 +29,7 @@ constexpr const char *Module = "FeatureTreeView";
 constexpr int nameColumn = 0;
 constexpr int valueColumn = 1;
 constexpr int refreshMs = 1000;
+constexpr int calmMs = 250;
 constexpr unsigned long commandPauseMs = 100;
 
 TreeItem *itemAt(const QModelIndex &index)
@@ -70,7 +71,7 @@ FeatureTreeView::FeatureTreeView(QWidget *parent)
     });
     refreshTimer->start(refreshMs);
     passTimer->setSingleShot(true);
-    connect(passTimer, &QTimer::timeout, this, &FeatureTreeView::updateDueVisibility);
+    connect(passTimer, &QTimer::timeout, this, &FeatureTreeView::updateAllVisibility);
     connect(delegate, &FeatureEditDelegate::CommandClicked, this, &FeatureTreeView::onCommandClicked);
     connect(this, &QTreeView::expanded, this, &FeatureTreeView::onExpanded);
     connect(this, &QTreeView::collapsed, this, &FeatureTreeView::leaveVanishedRow);
@@ -112,26 +113,20 @@ void FeatureTreeView::filterExpanded(int depth, int level, const QString &filter
 
 void FeatureTreeView::updateAllVisibility()
 {
-    isPassDue = false;
+    passTimer->stop();
     if (model())
         updateViewItemVisiable(model()->index(0, 0));
 }
 
-void FeatureTreeView::updateDueVisibility()
-{
-    if (isPassDue && isVisible())
-        updateAllVisibility();
-}
-
 void FeatureTreeView::followDevice()
 {
-    isPassDue = true;
-    passTimer->start();
+    passTimer->start(isVisible() ? 0 : calmMs);
 }
 
 void FeatureTreeView::showEvent(QShowEvent *event)
 {
-    updateDueVisibility();
+    if (passTimer->isActive())
+        updateAllVisibility();
     QTreeView::showEvent(event);
 }
 

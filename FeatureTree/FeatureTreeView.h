@@ -52,8 +52,9 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     /// Something was written or executed beside this view, which may switch features: one pass over all rows follows
-    /// for all such calls in one turn of the event loop, at the latest when the view is shown. What is written in the
-    /// view itself is followed at once.
+    /// for all such calls in one turn of the event loop. Behind other pages it waits until nothing more is written for
+    /// a moment, so that it slows down nobody who works there, or until the view is shown. What is written in the view
+    /// itself is followed at once.
     void followDevice();
     void onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QVector<int> &roles);
 
@@ -77,16 +78,14 @@ private:
     QModelIndex nearestShown(const QModelIndex &cell) const;
     void updateAfterExpanding();
     void updateAllVisibility();
-    void updateDueVisibility();
     void dropUneditable();
     void onCommandClicked();
     void runCommand(const QString &name, GenApi::INode *node);
 
     QTimer *refreshTimer;
-    QTimer *passTimer; ///< to the end of the turn of the event loop in which a pass became due
+    QTimer *passTimer; ///< runs while a pass is due
     FeatureEditDelegate *delegate;
     int visibilityLevel = 0;
     QString filterText;
-    bool isPassDue = false;
     enum { Idle, Expanding, Expanded } expansion = Idle; ///< of many rows at once, and whether one has opened
 };

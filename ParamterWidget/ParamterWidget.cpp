@@ -398,8 +398,9 @@ int ParamterWidget::getCameraNodeInfo(QString nodeName, int &value, int &min, in
 
 int ParamterWidget::setCameraNodeValue(QString nodeName, int value)
 {
+    const int result = SetCameraIntNodeValue(m_context.deviceName, nodeName, value);
     m_context.written();
-    return SetCameraIntNodeValue(m_context.deviceName, nodeName, value);
+    return result;
 }
 
 GenApi::INode *ParamterWidget::getValidNodeFromName(QString name, GenApi::INodeMap *nodeMap)

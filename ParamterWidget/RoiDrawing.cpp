@@ -276,6 +276,7 @@ void RoiDrawing::apply()
     write(m_vertical.sizeFeature, m_vertical.size->value());
     write(m_horizontal.offsetFeature, m_horizontal.offset->value());
     write(m_vertical.offsetFeature, m_vertical.offset->value());
+    m_context.written();
     for (const RowPair &rows : m_rowPairs)
         rows.camera->updateWidget(false);
 }
@@ -283,7 +284,6 @@ void RoiDrawing::apply()
 void RoiDrawing::write(const char *feature, int value) const
 {
     const QString name = QString::fromLatin1(feature);
-    m_context.written();
     const int result = SetCameraIntNodeValue(m_context.deviceName, name, value);
     if (result == 0 || result == NoSuchFeature)
         return;
