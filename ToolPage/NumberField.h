@@ -120,7 +120,7 @@ public:
             return;
         hold(to, static_cast<Shown>(to));
         if (!onGrid && std::is_floating_point_v<Number>)
-            m_held.number = static_cast<Number>(m_held.shown); // with the digits that the box shows
+            m_held.number = std::clamp(converted(m_held.shown), lowest(), highest()); // with the digits that are shown
         line()->setModified(false);
         noteStep();
         tellChange(before);

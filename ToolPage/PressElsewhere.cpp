@@ -4,7 +4,7 @@
 #include <utility>
 
 #include <QCoreApplication>
-#include <QEvent>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QWidget>
 
@@ -38,16 +38,21 @@ bool PressElsewhere::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isPress = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
     const QPointer<QWidget> pressed = isPress ? qobject_cast<QWidget *>(watched) : nullptr;
-    if (!pressed || !m_editor->isVisible() || !isElsewhere(pressed))
+    if (!pressed || !m_editor->isVisible() || !m_editor->isEnabled()
+        || !isElsewhere(pressed, static_cast<QMouseEvent *>(event)->pos()))
         return false;
     const bool wasUsable = pressed->isEnabled();
     m_follow();
     return !pressed || !pressed->isVisible() || (wasUsable && !pressed->isEnabled());
 }
 
-bool PressElsewhere::isElsewhere(const QWidget *pressed) const
+/// A press that the editor has no use for goes on to what the editor lies in: it is none elsewhere.
+bool PressElsewhere::isElsewhere(const QWidget *pressed, const QPoint &position) const
 {
     const QWidget *const panel = panelOf(m_editor);
-    return (panel == pressed || panel->isAncestorOf(pressed)) && pressed != m_editor
-        && !m_editor->isAncestorOf(pressed);
+    if (panel != pressed && !panel->isAncestorOf(pressed))
+        return false;
+    if (pressed->isAncestorOf(m_editor))
+        return !m_editor->rect().contains(m_editor->mapFrom(pressed, position));
+    return pressed != m_editor && !m_editor->isAncestorOf(pressed);
 }

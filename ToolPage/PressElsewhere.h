@@ -13,9 +13,9 @@ struct EditScope
     virtual ~EditScope() = default;
 };
 
-/// Tells when the mouse is pressed elsewhere in the panel of an editor, on whatever is there, before the press takes
-/// effect. Without an EditScope around it the editor belongs to its window. A press that what follows has hidden or
-/// disabled the target of goes nowhere.
+/// Tells when the mouse is pressed elsewhere in the panel of an enabled editor, on whatever is there, before the press
+/// takes effect. Without an EditScope around it the editor belongs to its window. A press that what follows has hidden
+/// or disabled the target of goes nowhere.
 class PressElsewhere : public QObject
 {
 public:
@@ -29,7 +29,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool isElsewhere(const QWidget *pressed) const;
+    bool isElsewhere(const QWidget *pressed, const QPoint &position) const;
 
     QWidget *m_editor;
     std::function<void()> m_follow;

@@ -280,17 +280,20 @@ void ToolPageWidgetItem::hideUnlessAvailable()
         showRow(m_available && m_showable);
 }
 
-/// What the device lets the user do with the feature may change by itself, as its value does.
-void ToolPageWidgetItem::followAccess()
+/// What the device lets the user do with the feature may change by itself, as its value does. What could not be read
+/// stays disabled until it can.
+void ToolPageWidgetItem::followAccess(bool isRead)
 {
     if (!m_node)
         return;
     bool editable = false;
-    guardRead([&] {
+    const bool isKnown = guardRead([&] {
         m_available = GenApi::IsReadable(m_node);
         editable = m_enabled && GenApi::IsWritable(m_node);
     });
-    m_editor->setEnabled(editable);
+    if (isKnown && isRead)
+        m_readFault.clear();
+    m_editor->setEnabled(editable && m_readFault.isEmpty());
     hideUnlessAvailable();
 }
 
@@ -314,9 +317,11 @@ void ToolPageWidgetItem::showLiveValue()
     auto *comboBox = qobject_cast<QComboBox *>(m_editor);
     if (m_released || (!field && !comboBox) || isInUse(m_editor) || (field && field->hasInput()))
         return;
-    followAccess();
     std::string value;
-    if (callHost<HostCore::GetCameraNodeValue>(Module, deviceName.toStdString(), m_nodeName.toStdString(), value) != 0)
+    const bool isRead =
+        callHost<HostCore::GetCameraNodeValue>(Module, deviceName.toStdString(), m_nodeName.toStdString(), value) == 0;
+    followAccess(isRead);
+    if (!isRead)
         return;
     const QString text = QString::fromStdString(value);
     if (comboBox) {

@@ -115,7 +115,7 @@ private:
     void nameEditor();
     void showRow(bool visible);
     void hideUnlessAvailable();
-    void followAccess();
+    void followAccess(bool isRead);
     int labelWidth() const;
     QWidget *syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available);
     void makeEditor(const RowEditor &kind, GenApi::INode *node, bool verify);

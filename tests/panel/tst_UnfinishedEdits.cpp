@@ -60,6 +60,8 @@ public:
     void lock()
     {
         m_window->setEnabled(false);
+        QMouseEvent press(QEvent::MouseButtonPress, {4, 4}, Qt::LeftButton, Qt::LeftButton, {});
+        QApplication::sendEvent(at("splitter"), &press);
         m_window->setEnabled(true);
     }
 

@@ -90,6 +90,11 @@ const Leaving leavings[] = {
     {"press on the panel", [](Window &window) { window.press(&window.panel); }, true},
     {"press beside the panel", [](Window &window) { window.press(&window.beside); }, false},
     {"press in the field", [](Window &window) { window.press(window.field->findChild<QLineEdit *>()); }, false},
+    {"press on its frame",
+     [](Window &window) {
+         QTest::mouseClick(window.field, Qt::LeftButton, {}, {0, 0});
+     },
+     false},
     {"focus taken", [](Window &window) { window.line.setFocus(); }, false},
     {"focus given up", [](Window &window) { window.field->clearFocus(); }, false},
     {"another window",
@@ -422,6 +427,7 @@ void tst_NumberField::steps_data()
     row("finer than the digits", 0, 1, 0.00003, 0.00006, 1, 0.00009);
     row("no limits", -DBL_MAX, DBL_MAX, 0.5, 2.6, 1, 3.0);
     row("no increment", 0, 60, 0, 2.5, 1, 2.51);
+    row("to a limit with more digits than shown", 0, 66.66666667, 0, 66.66, 10, 66.66666667);
 }
 
 void tst_NumberField::steps()

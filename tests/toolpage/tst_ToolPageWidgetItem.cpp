@@ -69,6 +69,7 @@ private Q_SLOTS:
     void framesTheFocusedEditor();
     void readFaultIsLoggedOnce();
     void liveRowsFollowTheAccessMode();
+    void liveRowsStayDisabledWhileUnreadable();
     void faultyNodes_data();
     void faultyNodes();
     void liveRefresh_data();
@@ -321,6 +322,23 @@ void tst_ToolPageWidgetItem::liveRowsFollowTheAccessMode()
     row->setWidgetItemEnable(false);
     row->updateWidget(true);
     QVERIFY(!spinBox->isEnabled());
+}
+
+/// Until the host can read it.
+void tst_ToolPageWidgetItem::liveRowsStayDisabledWhileUnreadable()
+{
+    TestCamera camera;
+    const auto row = rowOf(camera, "Gain");
+    camera.port.readFault = MemoryPort::Fault::Timeout;
+    camera.map->InvalidateNodes();
+    row->updateWidget(false);
+    for (const bool isKnown : {false, true}) {
+        if (isKnown)
+            FakeHostCore::instance().setNodeValue("cam", "Gain", "12.5");
+        row->updateWidget(true);
+        QCOMPARE(row->findChild<QDoubleSpinBox *>()->isEnabled(), isKnown);
+    }
+    QCOMPARE(shownBy(*row), QVariant(12.5));
 }
 
 void tst_ToolPageWidgetItem::faultyNodes_data()
