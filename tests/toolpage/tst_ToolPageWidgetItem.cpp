@@ -37,16 +37,8 @@ QVariant shownBy(const ToolPageWidgetItem &row)
     return QVariant();
 }
 
-QColor colorOf(ToolPageWidgetItem &row)
-{
-    return row.grab().toImage().pixelColor(1, 1);
-}
-
 const QStringList names{QStringLiteral("Label"), QStringLiteral("标签")};
 const QStringList descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
-const QColor normalColor(240, 240, 240);
-const QColor hoverColor(216, 216, 216);
-const QColor pressedColor(191, 231, 213);
 
 } // namespace
 
@@ -66,7 +58,6 @@ private Q_SLOTS:
     void enabling();
     void refreshesWhenShown();
     void pagesHideRows();
-    void framesTheFocusedEditor();
     void readFaultIsLoggedOnce();
     void liveRowsFollowTheAccessMode();
     void liveRowsStayDisabledWhileUnreadable();
@@ -76,10 +67,6 @@ private Q_SLOTS:
     void liveRefresh();
     void liveRefreshSparesTheFocusedEditor();
     void texts();
-    void geometry_data();
-    void geometry();
-    void colors();
-    void customSwitch();
 
 private:
     std::unique_ptr<ToolPageWidgetItem> rowOf(TestCamera &camera, const char *nodeName);
@@ -248,32 +235,6 @@ void tst_ToolPageWidgetItem::pagesHideRows()
     QCOMPARE(hidden(true, false), (QVector<bool>{true, true, true}));
     QCOMPARE(hidden(true, true), (QVector<bool>{false, true, false}));
     QCOMPARE(hidden(false, true), (QVector<bool>{true, true, false}));
-}
-
-void tst_ToolPageWidgetItem::framesTheFocusedEditor()
-{
-    TestCamera camera;
-    ToolPageWidgetItem custom(&m_page);
-    custom.setItemInfo(names, descriptions, new SelectedButton);
-    const auto width = rowOf(camera, "Width");
-    const auto power = rowOf(camera, "Power");
-    const auto selector = rowOf(camera, "Selector");
-    const auto start = rowOf(camera, "Start");
-    m_page.show();
-    QApplication::setActiveWindow(&m_page);
-    QVERIFY(QTest::qWaitForWindowActive(&m_page));
-    QTest::keyClick(&m_page, Qt::Key_Tab); // a switch shows its focus once the keyboard is in use
-    for (ToolPageWidgetItem *row : {&custom, width.get(), power.get(), selector.get(), start.get()}) {
-        row->resize(300, 40);
-        auto *switchButton = row->findChild<SwitchButton *>();
-        QWidget *editor = switchButton ? switchButton : row->layout()->itemAt(1)->widget();
-        const QPoint edge = editor->mapTo(row, QPoint(switchButton ? 0 : -1, editor->height() / 2));
-        editor->setFocus(Qt::TabFocusReason);
-        const int framed = row->grab().toImage().pixelColor(edge).lightness();
-        editor->clearFocus();
-        const int plain = row->grab().toImage().pixelColor(edge).lightness();
-        QVERIFY2(framed < plain - 50, editor->metaObject()->className());
-    }
 }
 
 /// A row that cannot be read for once stays, with the value seen last.
@@ -451,81 +412,6 @@ void tst_ToolPageWidgetItem::texts()
     oneName.setItemInfo({QStringLiteral("only")}, {}, static_cast<QWidget *>(nullptr));
     oneName.setLanguage(1);
     QCOMPARE(oneName.findChild<QLabel *>()->text(), QString());
-}
-
-void tst_ToolPageWidgetItem::geometry_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("labelWidth");
-    QTest::addColumn<QSize>("minimumEditor");
-    QTest::newRow("spin box") << QByteArray("Width") << 601 << 280 << QSize(150, 34);
-    QTest::newRow("combo box") << QByteArray("Selector") << 400 << 180 << QSize(150, 34);
-    QTest::newRow("switch") << QByteArray("Power") << 320 << 140 << QSize(44, 20);
-    QTest::newRow("narrow row") << QByteArray("Width") << 320 << -1 << QSize(150, 34);
-}
-
-void tst_ToolPageWidgetItem::geometry()
-{
-    TestCamera camera;
-    QFETCH(QByteArray, node);
-    QFETCH(int, width);
-    QFETCH(int, labelWidth);
-    QFETCH(QSize, minimumEditor);
-    const auto row = rowOf(camera, node);
-    row->resize(width, 40);
-    row->setParent(nullptr);
-    row->show();
-    QVERIFY(QTest::qWaitForWindowExposed(row.get()));
-    QCOMPARE(row->size(), QSize(width, 40));
-    const auto *label = row->findChild<QLabel *>();
-    if (labelWidth >= 0)
-        QCOMPARE(label->width(), labelWidth);
-    QCOMPARE(label->x(), 30);
-    const auto *button = row->findChild<SwitchButton *>();
-    const QWidget *editor = button ? button : row->layout()->itemAt(row->layout()->count() - 1)->widget();
-    const QRect place(editor->mapTo(row.get(), QPoint(0, 0)), editor->size());
-    QCOMPARE(place.right(), width - 10 - 1);
-    QVERIFY(place.left() > label->geometry().right());
-    QCOMPARE(place.height(), minimumEditor.height());
-    QVERIFY(place.width() >= minimumEditor.width());
-}
-
-void tst_ToolPageWidgetItem::colors()
-{
-    ToolPageWidgetItem row;
-    row.setItemInfo(names, descriptions, static_cast<QWidget *>(nullptr));
-    QCOMPARE(colorOf(row), normalColor);
-    QSignalSpy clicked(&row, &ToolPageWidgetItem::itemClicked);
-    QTest::mousePress(&row, Qt::LeftButton);
-    QCOMPARE(clicked.count(), 1);
-    QCOMPARE(colorOf(row), pressedColor);
-    QTest::mouseRelease(&row, Qt::LeftButton);
-    QCOMPARE(clicked.count(), 1);
-    QEvent leave(QEvent::Leave);
-    QCoreApplication::sendEvent(&row, &leave);
-    QCOMPARE(colorOf(row), normalColor);
-    QEnterEvent enter({}, {}, {});
-    QCoreApplication::sendEvent(&row, &enter);
-    QCOMPARE(colorOf(row), hoverColor);
-    row.setCurrentColor(Qt::red);
-    QCOMPARE(colorOf(row), QColor(Qt::red));
-}
-
-void tst_ToolPageWidgetItem::customSwitch()
-{
-    ToolPageWidgetItem row;
-    auto *button = new SwitchButton;
-    row.setItemInfo(names, descriptions, button);
-    row.resize(300, 40);
-    row.show();
-    QCOMPARE(button->size(), QSize(44, 20));
-    QCOMPARE(button->mapTo(&row, QPoint(0, 0)).x(), 300 - 10 - 44);
-    row.setWidgetItemEnable(false);
-    QVERIFY(!button->isEnabled());
-    button->setEnabled(true);
-    row.setLanguage(0);
-    QCOMPARE(button->text(), QString());
 }
 
 QTEST_MAIN(tst_ToolPageWidgetItem)
