@@ -251,7 +251,7 @@ void FeatureEditDelegate::setModelData(QWidget *editor, QAbstractItemModel *mode
             const EditorKind kind = FeatureKinds::editorKind(node);
             value = FeatureEditors::value(editor, kind);
             logDiscarded(editor, kind, FeatureKinds::nodeName(node));
-            logRefusal(node, FeatureEditors::refusal(editor));
+            logRefusal(node, FeatureEditors::refusal(editor, kind));
         });
         FeatureEditors::forgetInput(editor); // the model shows it what the device has made of it
     }

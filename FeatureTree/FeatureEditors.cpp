@@ -250,10 +250,12 @@ void forgetInput(QWidget *editor)
     editor->setProperty(filledText, shownText(editor));
 }
 
-QString refusal(QWidget *editor)
+QString refusal(QWidget *editor, EditorKind kind)
 {
-    const NumberInput *input = NumberInput::of(editor);
-    return input ? input->refusal() : QString();
+    if (const NumberInput *input = NumberInput::of(editor))
+        return input->refusal();
+    const bool isTaken = kind != EditorKind::HexMask || value(editor, kind).isValid();
+    return isTaken ? QString() : QStringLiteral("\"%1\" is no hexadecimal number").arg(shownText(editor));
 }
 
 QVariant value(QWidget *editor, EditorKind kind)

@@ -25,8 +25,8 @@ bool hasInput(QWidget *editor);
 void noteChoice(QWidget *list);
 /// From now on the editor counts as untouched. Number fields show again what they were filled with.
 void forgetInput(QWidget *editor);
-/// Why the text of a number field cannot be taken; empty for other editors, and if it can.
-QString refusal(QWidget *editor);
+/// Why the text of a number cannot be taken; empty for other editors, and if it can.
+QString refusal(QWidget *editor, FeatureKinds::EditorKind kind);
 
 /// What the editor holds, as the value to be written; invalid if it holds none (address fields and buttons never
 /// do), or if the widget does not fit the kind.

@@ -158,8 +158,6 @@ void tst_FeatureEditDelegate::maskedEditors_data()
                          << "1F" << int(TestCamera::Flags) << quint64(0x1f);
     QTest::newRow("64 bits") << QByteArray("Flags") << hex << "ff"
                              << "FFFFFFFFFFFFFFFE" << int(TestCamera::Flags) << quint64(0xfffffffffffffffe);
-    QTest::newRow("no digits") << QByteArray("Flags") << hex << "ff"
-                               << "" << int(TestCamera::Flags) << quint64(255);
 }
 
 void tst_FeatureEditDelegate::maskedEditors()

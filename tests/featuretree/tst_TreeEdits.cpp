@@ -308,30 +308,34 @@ void tst_TreeEdits::refusedTexts_data()
 {
     QTest::addColumn<QByteArray>("feature");
     QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("kind");
-    QTest::newRow("integer beyond") << QByteArray("Width") << QStringLiteral("1200") << QStringLiteral("integer");
-    QTest::newRow("fraction") << QByteArray("Width") << QStringLiteral("33.1") << QStringLiteral("integer");
-    QTest::newRow("groups") << QByteArray("Width") << QStringLiteral("1,234") << QStringLiteral("integer");
-    QTest::newRow("real beyond") << QByteArray("Gain") << QStringLiteral("700") << QStringLiteral("number");
-    QTest::newRow("real with groups") << QByteArray("Gain") << QStringLiteral("1,2.5") << QStringLiteral("number");
+    QTest::addColumn<QString>("wanted");
+    const QString integer = QStringLiteral("integer from 0 to 100");
+    const QString number = QStringLiteral("number from 0 to 100");
+    QTest::newRow("integer beyond") << QByteArray("Width") << QStringLiteral("1200") << integer;
+    QTest::newRow("fraction") << QByteArray("Width") << QStringLiteral("33.1") << integer;
+    QTest::newRow("groups") << QByteArray("Width") << QStringLiteral("1,234") << integer;
+    QTest::newRow("real beyond") << QByteArray("Gain") << QStringLiteral("700") << number;
+    QTest::newRow("real with groups") << QByteArray("Gain") << QStringLiteral("1,2.5") << number;
+    QTest::newRow("no digits") << QByteArray("Flags") << QString() << QStringLiteral("hexadecimal number");
 }
 
 void tst_TreeEdits::refusedTexts()
 {
     QFETCH(QByteArray, feature);
     QFETCH(QString, typed);
-    QFETCH(QString, kind);
+    QFETCH(QString, wanted);
     const QVariant before = cell(feature).data();
     QVERIFY(open(feature));
+    QTest::keyClick(m_editor, Qt::Key_Delete);
     QTest::keyClicks(m_editor, typed);
     QTest::keyClick(m_editor, Qt::Key_Return);
     QTRY_VERIFY(!m_editor);
     QCOMPARE(m_camera->port.writes, 0u);
     QCOMPARE(cell(feature).data(), before);
-    QCOMPARE(log(),
-             QStringList(QStringLiteral("VLogInfo(FeatureEditDelegate, Set %1 value failed, message = \"%2\" is no %3 "
-                                        "from 0 to 100, 0)")
-                             .arg(QLatin1String(feature), typed, kind)));
+    QCOMPARE(
+        log(),
+        QStringList(QStringLiteral("VLogInfo(FeatureEditDelegate, Set %1 value failed, message = \"%2\" is no %3, 0)")
+                        .arg(QLatin1String(feature), typed, wanted)));
 }
 
 /// Each release writes, and the editor stays.
