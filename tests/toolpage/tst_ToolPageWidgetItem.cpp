@@ -59,13 +59,8 @@ private Q_SLOTS:
     void refreshesWhenShown();
     void pagesHideRows();
     void readFaultIsLoggedOnce();
-    void liveRowsFollowTheAccessMode();
-    void liveRowsStayDisabledWhileUnreadable();
     void faultyNodes_data();
     void faultyNodes();
-    void liveRefresh_data();
-    void liveRefresh();
-    void liveRefreshSparesTheFocusedEditor();
     void texts();
 
 private:
@@ -261,47 +256,6 @@ void tst_ToolPageWidgetItem::readFaultIsLoggedOnce()
     QCOMPARE(shownBy(*row), QVariant(6));
 }
 
-void tst_ToolPageWidgetItem::liveRowsFollowTheAccessMode()
-{
-    TestCamera camera(TestCamera::description(
-        "<Category Name=\"Root\"><pFeature>Time</pFeature></Category><Integer Name=\"Auto\"><Value>1</Value></Integer>"
-        "<Integer Name=\"There\"><Value>1</Value></Integer><Float Name=\"Time\"><pIsAvailable>There</pIsAvailable>"
-        "<pIsLocked>Auto</pIsLocked><Value>20</Value></Float>"));
-    const auto row = rowOf(camera, "Time");
-    const auto *spinBox = row->findChild<QDoubleSpinBox *>();
-    const auto liveAfter = [&](const char *feature, int value) {
-        GenApi::CIntegerPtr(camera.node(feature))->SetValue(value);
-        row->updateWidget(true);
-    };
-    QVERIFY(!spinBox->isEnabled());
-    liveAfter("Auto", 0);
-    QVERIFY(spinBox->isEnabled());
-    liveAfter("There", 0);
-    QVERIFY(row->isHidden());
-    liveAfter("There", 1);
-    QVERIFY(!row->isHidden() && spinBox->isEnabled());
-    row->setWidgetItemEnable(false);
-    row->updateWidget(true);
-    QVERIFY(!spinBox->isEnabled());
-}
-
-/// Until the host can read it.
-void tst_ToolPageWidgetItem::liveRowsStayDisabledWhileUnreadable()
-{
-    TestCamera camera;
-    const auto row = rowOf(camera, "Gain");
-    camera.port.readFault = MemoryPort::Fault::Timeout;
-    camera.map->InvalidateNodes();
-    row->updateWidget(false);
-    for (const bool isKnown : {false, true}) {
-        if (isKnown)
-            FakeHostCore::instance().setNodeValue("cam", "Gain", "12.5");
-        row->updateWidget(true);
-        QCOMPARE(row->findChild<QDoubleSpinBox *>()->isEnabled(), isKnown);
-    }
-    QCOMPARE(shownBy(*row), QVariant(12.5));
-}
-
 void tst_ToolPageWidgetItem::faultyNodes_data()
 {
     QTest::addColumn<bool>("isGenICam");
@@ -334,61 +288,6 @@ void tst_ToolPageWidgetItem::faultyNodes()
     QVERIFY(!row.getParameterWidget(&node, available));
     QVERIFY(!row.getFloatParamWidget(&node, available));
     QCOMPARE(FakeHostCore::instance().calls().size(), hasShape ? 0 : 1);
-}
-
-void tst_ToolPageWidgetItem::liveRefresh_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<QVariant>("shown");
-    const QVariant zulu(QStringLiteral("Zulu"));
-    QTest::newRow("float") << QByteArray("Gain") << QStringLiteral("12.5") << 0 << QVariant(12.5);
-    QTest::newRow("float, failed read") << QByteArray("Gain") << QStringLiteral("12.5") << -1 << QVariant(1.0);
-    QTest::newRow("float, no number") << QByteArray("Gain") << QStringLiteral("hot") << 0 << QVariant(1.0);
-    QTest::newRow("float, not finite") << QByteArray("Gain") << QStringLiteral("nan") << 0 << QVariant(1.0);
-    QTest::newRow("enumeration") << QByteArray("Selector") << QStringLiteral("Alpha") << 0
-                                 << QVariant(QStringLiteral("Alpha"));
-    QTest::newRow("enumeration, unknown") << QByteArray("Selector") << QStringLiteral("Omega") << 0 << zulu;
-    QTest::newRow("enumeration, failed read") << QByteArray("Selector") << QStringLiteral("Alpha") << 1 << zulu;
-    QTest::newRow("integer") << QByteArray("Width") << QStringLiteral("40") << 0 << QVariant(0);
-}
-
-void tst_ToolPageWidgetItem::liveRefresh()
-{
-    TestCamera camera;
-    camera.port.pokeDouble(TestCamera::Gain, 1.0);
-    QFETCH(QByteArray, node);
-    QFETCH(QString, text);
-    QFETCH(int, result);
-    const auto row = rowOf(camera, node);
-    FakeHostCore::instance().setNodeValue("cam", node.toStdString(), text.toStdString());
-    FakeHostCore::instance().setReadResult("cam", node.toStdString(), result);
-    camera.port.resetCounters();
-    QSignalSpy written(row.get(), &ToolPageWidgetItem::valueChanged);
-    row->updateWidget(true);
-    QTEST(shownBy(*row), "shown");
-    QCOMPARE(written.count(), 0);
-    QVERIFY(camera.port.accesses.empty());
-}
-
-void tst_ToolPageWidgetItem::liveRefreshSparesTheFocusedEditor()
-{
-    TestCamera camera;
-    const auto row = rowOf(camera, "Gain");
-    row->setParent(nullptr);
-    row->show();
-    QApplication::setActiveWindow(row.get());
-    QVERIFY(QTest::qWaitForWindowActive(row.get()));
-    auto *spinBox = row->findChild<QDoubleSpinBox *>();
-    spinBox->setFocus();
-    QVERIFY(spinBox->hasFocus());
-    FakeHostCore::instance().setNodeValue("cam", "Gain", "12.5");
-    row->updateWidget(true);
-    QCOMPARE(spinBox->value(), 0.0);
-    spinBox->clearFocus();
-    row->updateWidget(true);
-    QCOMPARE(spinBox->value(), 12.5);
 }
 
 void tst_ToolPageWidgetItem::texts()
