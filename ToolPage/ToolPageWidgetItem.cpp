@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/ToolPageWidgetItem.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <QAbstractItemView>
@@ -230,7 +231,7 @@ QWidget *ToolPageWidgetItem::syncEditor(GenApi::EInterfaceType type, GenApi::INo
     bool synced = guardRead([&] { sync(true); });
     if (!synced && !m_editor)
         synced = guardRead([&] { sync(false); });
-    if (!synced && m_editor)
+    if (!synced && m_editor && !hasInput())
         m_editor->setEnabled(false);
     return m_editor;
 }
@@ -302,6 +303,12 @@ void ToolPageWidgetItem::showRow(bool visible)
     if (!visible)
         dropInput();
     setVisible(visible);
+}
+
+bool ToolPageWidgetItem::hasInput() const
+{
+    const QVector<NumberInput *> inputs = inputsOf(m_editor);
+    return std::any_of(inputs.begin(), inputs.end(), [](const NumberInput *input) { return input->hasInput(); });
 }
 
 /// What can no longer be edited shows what it had.

@@ -128,6 +128,7 @@ private:
     void logRefusal(const QString &reason) const;
     template <class Field, class Number>
     void commit(Field *field, Number (*write)(GenApi::INode *node, Number number));
+    bool hasInput() const;
     void dropInput();
 
     QColor m_hoverColor{216, 216, 216};

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void escapeRestores();
     void escapeRestoresCallersSpinBoxes_data();
     void escapeRestoresCallersSpinBoxes();
+    void failedReadsKeepWhatIsTyped();
     void deletingARowWritesNothing();
     void releasedRowsLeaveTheDeviceAlone_data();
     void releasedRowsLeaveTheDeviceAlone();
@@ -212,6 +213,19 @@ void tst_ToolPageWidgetItemInput::escapeRestoresCallersSpinBoxes()
     QCOMPARE(log(),
              QStringList(QStringLiteral("VLogInfo(ToolPageWidgetItem, Set Period value failed, message = "
                                         "\"4x2\" is no integer from 0 to 99, 0)")));
+}
+
+void tst_ToolPageWidgetItemInput::failedReadsKeepWhatIsTyped()
+{
+    auto *spinBox = editorOf<QSpinBox>("Uncached");
+    spinBox->selectAll();
+    QTest::keyClicks(spinBox, QStringLiteral("64"));
+    m_camera->port.readFault = MemoryPort::Fault::Timeout;
+    m_row->updateWidget(false);
+    m_camera->port.readFault = MemoryPort::Fault::None;
+    QCOMPARE(spinBox->text(), QStringLiteral("64"));
+    QTest::keyClick(spinBox, Qt::Key_Return);
+    QCOMPARE(m_camera->port.peek(TestCamera::Uncached), uint64_t(64));
 }
 
 void tst_ToolPageWidgetItemInput::deletingARowWritesNothing()
