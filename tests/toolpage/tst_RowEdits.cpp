@@ -1,28 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include <QApplication>
 #include <QDoubleSpinBox>
-#include <QLineEdit>
-#include <QSignalSpy>
 #include <QSpinBox>
-#include <QTest>
 
 #include <functional>
 
-#include "TestCamera.h"
-#include "ToolPage/ToolPageWidgetItem.h"
-#include "support/FakeHostCore.h"
+#include "EditedRow.h"
 
 using Interruption = std::function<void(ToolPageWidgetItem &row, const TestCamera &camera)>;
 Q_DECLARE_METATYPE(Interruption)
 
 /// When rows write numbers, which, and what they refuse.
-class tst_RowEdits : public QObject
+class tst_RowEdits : public EditedRow
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
     void leaving_data();
     void leaving();
     void arrows_data();
@@ -33,55 +27,7 @@ private Q_SLOTS:
     void untouchedBeyond32Bits();
     void interruptedTyping_data();
     void interruptedTyping();
-
-private:
-    template <class Editor>
-    Editor *editorOf(const char *nodeName);
-    void type(QWidget *editor, const QString &text);
-    QStringList log() const { return FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")); }
-
-    std::unique_ptr<TestCamera> m_camera;
-    std::unique_ptr<ToolPageWidgetItem> m_row;
-    std::unique_ptr<QSignalSpy> m_written;
 };
-
-void tst_RowEdits::init()
-{
-    FakeHostCore::instance().reset();
-    m_camera = std::make_unique<TestCamera>();
-    m_camera->port.poke(TestCamera::Width, 48);
-    m_camera->port.pokeDouble(TestCamera::Gain, 2.5);
-}
-
-void tst_RowEdits::cleanup()
-{
-    m_written.reset();
-    m_row.reset();
-    m_camera.reset();
-}
-
-/// The editor of a new row, shown in an active window.
-template <class Editor>
-Editor *tst_RowEdits::editorOf(const char *nodeName)
-{
-    m_row = std::make_unique<ToolPageWidgetItem>();
-    m_row->setItemInfo({}, {}, m_camera->node(nodeName), true);
-    m_row->show();
-    QApplication::setActiveWindow(m_row.get());
-    if (!QTest::qWaitForWindowActive(m_row.get()))
-        return nullptr;
-    m_row->findChild<Editor *>()->setFocus();
-    m_written = std::make_unique<QSignalSpy>(m_row.get(), &ToolPageWidgetItem::valueChanged);
-    m_camera->port.resetCounters();
-    return m_row->findChild<Editor *>();
-}
-
-void tst_RowEdits::type(QWidget *editor, const QString &text)
-{
-    editor->findChild<QLineEdit *>()->selectAll();
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-}
 
 void tst_RowEdits::leaving_data()
 {

@@ -1,30 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLayout>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QSpinBox>
-#include <QTest>
 #include <QWheelEvent>
 
-#include "TestCamera.h"
+#include "EditedRow.h"
 #include "ToolPage/NumberField.h"
 #include "ToolPage/SwitchButton.h"
-#include "ToolPage/ToolPageWidgetItem.h"
-#include "support/FakeHostCore.h"
 
 /// What rows write, with the mouse and the keyboard.
-class tst_ToolPageWidgetItemInput : public QObject
+class tst_ToolPageWidgetItemInput : public EditedRow
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
     void integer();
     void refusedInteger();
     void floatShowsWhatTheDeviceTook();
@@ -43,55 +37,7 @@ private Q_SLOTS:
     void refusedInput();
     void wheelOverAnUnfocusedEditorScrollsOnly();
     void setCurrentValue();
-
-private:
-    template <class Editor>
-    Editor *editorOf(const char *nodeName);
-    void type(QWidget *editor, const QString &text);
-    QStringList log() const { return FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")); }
-
-    std::unique_ptr<TestCamera> m_camera;
-    std::unique_ptr<ToolPageWidgetItem> m_row;
-    std::unique_ptr<QSignalSpy> m_written;
 };
-
-void tst_ToolPageWidgetItemInput::init()
-{
-    FakeHostCore::instance().reset();
-    m_camera = std::make_unique<TestCamera>();
-    m_camera->port.poke(TestCamera::Width, 48);
-    m_camera->port.pokeDouble(TestCamera::Gain, 2.5);
-}
-
-void tst_ToolPageWidgetItemInput::cleanup()
-{
-    m_written.reset();
-    m_row.reset();
-    m_camera.reset();
-}
-
-/// The editor of a new row, shown in an active window.
-template <class Editor>
-Editor *tst_ToolPageWidgetItemInput::editorOf(const char *nodeName)
-{
-    m_row = std::make_unique<ToolPageWidgetItem>();
-    m_row->setItemInfo({}, {}, m_camera->node(nodeName), true);
-    m_row->show();
-    QApplication::setActiveWindow(m_row.get());
-    if (!QTest::qWaitForWindowActive(m_row.get()))
-        return nullptr;
-    m_row->findChild<Editor *>()->setFocus();
-    m_written = std::make_unique<QSignalSpy>(m_row.get(), &ToolPageWidgetItem::valueChanged);
-    m_camera->port.resetCounters();
-    return m_row->findChild<Editor *>();
-}
-
-void tst_ToolPageWidgetItemInput::type(QWidget *editor, const QString &text)
-{
-    editor->findChild<QLineEdit *>()->selectAll();
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-}
 
 void tst_ToolPageWidgetItemInput::integer()
 {
