@@ -17,10 +17,10 @@
 #include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
-#include "ToolPage/HostCall.h"
-#include "ToolPage/NodeGuard.h"
-#include "ToolPage/NumberInput.h"
-#include "ToolPage/PressElsewhere.h"
+#include "Features/NodeGuard.h"
+#include "PanelBase/HostCall.h"
+#include "PanelBase/NumberInput.h"
+#include "PanelBase/PressElsewhere.h"
 
 using FeatureKinds::EditorKind;
 

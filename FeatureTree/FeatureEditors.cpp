@@ -13,7 +13,7 @@
 #include "FeatureTree/AddressText.h"
 #include "FeatureTree/FeatureEditDelegate.h"
 #include "FeatureTree/IntegerSpinBox.h"
-#include "ToolPage/StyleSheets.h"
+#include "PanelBase/StyleSheets.h"
 
 using FeatureKinds::EditorKind;
 

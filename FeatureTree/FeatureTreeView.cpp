@@ -17,8 +17,8 @@
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "FeatureTree/VisibilityPass.h"
-#include "ToolPage/HostCall.h"
-#include "ToolPage/NodeGuard.h"
+#include "Features/NodeGuard.h"
+#include "PanelBase/HostCall.h"
 
 Q_LOGGING_CATEGORY(LOG_FeatureTreeView, "GeniCamera")
 

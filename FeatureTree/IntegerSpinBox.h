@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ToolPage/NumberField.h"
+#include "PanelBase/NumberField.h"
 
 /// A QDoubleSpinBox without decimals for 64-bit integers: what is loaded, typed or stepped is kept exactly, also beyond
 /// the 53 bits that a double holds. Neither the locale nor group separators touch its text.

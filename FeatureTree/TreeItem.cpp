@@ -9,8 +9,8 @@
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FeatureValues.h"
 #include "FeatureTree/VisibilityPass.h"
-#include "ToolPage/HostCall.h"
-#include "ToolPage/NodeGuard.h"
+#include "Features/NodeGuard.h"
+#include "PanelBase/HostCall.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include "FeatureTree/FeatureTexts.h"
 #include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
-#include "ToolPage/HostCall.h"
-#include "ToolPage/NodeGuard.h"
+#include "Features/NodeGuard.h"
+#include "PanelBase/HostCall.h"
 
 namespace {
 

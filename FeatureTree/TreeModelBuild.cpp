@@ -7,8 +7,8 @@
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FeatureValues.h"
 #include "FeatureTree/TreeItem.h"
-#include "ToolPage/HostCall.h"
-#include "ToolPage/NodeGuard.h"
+#include "Features/NodeGuard.h"
+#include "PanelBase/HostCall.h"
 
 namespace {
 

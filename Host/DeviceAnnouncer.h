@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QStringList>
 
-#include "Host/JobThread.h"
+#include "Devices/JobThread.h"
 
 /// Raises device-list events on a thread of its own, in their order: whoever hears of one may wait for the GUI thread.
 class DeviceAnnouncer : public QObject

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "Host/HeightFrame.h"
+#include "Devices/HeightFrame.h"
 
 // What a host finds in height profiles. Pure functions; lengths in mm, points without data are left out.
 namespace HeightAnalysis {

@@ -10,8 +10,8 @@
 #include <QThread>
 #include <QUrl>
 
-#include "Host/GenICamGuard.h"
-#include "Host/NodeText.h"
+#include "Features/NodeGuard.h"
+#include "Features/NodeText.h"
 
 namespace {
 
@@ -204,6 +204,10 @@ void HostContext::connectDevice(Device *device)
         numberedRegions->showDevice(id);
         eventListeners.raiseImport(id);
     });
+    const QString reporter = QLatin1String(device->metaObject()->className());
+    connect(
+        device, &Device::reported, this, [this, reporter](const QString &line) { log(reporter, line); },
+        Qt::DirectConnection);
     connect(device, &Device::lost, this, [this, id](const QString &reason) { deviceLost(id, reason); });
 }
 

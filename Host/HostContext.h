@@ -15,9 +15,9 @@
 #include <QThreadPool>
 #include <QTimer>
 
-#include "Host/Device.h"
+#include "Devices/Device.h"
+#include "Devices/DeviceDiscovery.h"
 #include "Host/DeviceAnnouncer.h"
-#include "Host/DeviceDiscovery.h"
 #include "Host/HostListeners.h"
 #include "Host/ImageRegions.h"
 #include "Host/ProfilerHeights.h"

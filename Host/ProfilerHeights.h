@@ -8,8 +8,8 @@
 #include <optional>
 #include <vector>
 
+#include "Devices/HeightFrame.h"
 #include "Host/HeightAnalysis.h"
-#include "Host/HeightFrame.h"
 
 class HostContext;
 

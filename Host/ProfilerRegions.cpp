@@ -6,7 +6,7 @@
 
 #include <QScopeGuard>
 
-#include "Host/GenICamGuard.h"
+#include "Features/NodeGuard.h"
 #include "Host/HostContext.h"
 
 namespace {

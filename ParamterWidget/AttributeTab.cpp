@@ -15,11 +15,11 @@
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
+#include "PanelBase/HostCall.h"
 #include "ParamterWidget/FeatureDescription.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "Resources/Icons.h"
-#include "ToolPage/HostCall.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/FeatureDescription.h"
 
-#include "ParamterWidget/Guarded.h"
+#include "PanelBase/Guarded.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <cmath>
 
+#include "PanelBase/HostCall.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ToolPage/HostCall.h"
 
 namespace {
 

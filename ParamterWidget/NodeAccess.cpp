@@ -5,7 +5,7 @@
 #include <array>
 #include <iterator>
 
-#include "ParamterWidget/Guarded.h"
+#include "PanelBase/Guarded.h"
 #include "ParamterWnd/HostCore.h"
 
 namespace {

@@ -10,8 +10,8 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
-#include "ToolPage/NumberField.h"
-#include "ToolPage/StyleSheets.h"
+#include "PanelBase/NumberField.h"
+#include "PanelBase/StyleSheets.h"
 
 namespace {
 

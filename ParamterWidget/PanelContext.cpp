@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/PanelContext.h"
 
+#include "PanelBase/HostCall.h"
 #include "ToolPage/CToolBox.h"
-#include "ToolPage/HostCall.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {

@@ -18,10 +18,10 @@
 #include <QWidgetAction>
 
 #include "FeatureTree/FeatureTreeView.h"
+#include "PanelBase/Guarded.h"
 #include "ParamterWidget/AttributeTab.h"
 #include "ParamterWidget/FocusReturn.h"
 #include "ParamterWidget/FormStyleSheets.h"
-#include "ParamterWidget/Guarded.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "ParamterWidget/RoiDrawing.h"

@@ -10,8 +10,8 @@
 
 #include <GenApi/GenApi.h>
 
+#include "PanelBase/PressElsewhere.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ToolPage/PressElsewhere.h"
 
 class AttributeTab;
 class OutputSelection;

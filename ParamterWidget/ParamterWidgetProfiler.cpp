@@ -5,7 +5,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 
-#include "ParamterWidget/Guarded.h"
+#include "PanelBase/Guarded.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWidget/pages/ProfilerCatalogue.h"

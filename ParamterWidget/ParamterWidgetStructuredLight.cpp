@@ -2,7 +2,7 @@
 // The panel's doors to the pages of structured-light cameras.
 #include <QComboBox>
 
-#include "ParamterWidget/Guarded.h"
+#include "PanelBase/Guarded.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWidget/pages/StructuredLightCatalogue.h"

@@ -13,12 +13,12 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 
+#include "PanelBase/HostCall.h"
+#include "PanelBase/StyleSheets.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ToolPage/HostCall.h"
 #include "ToolPage/SelectedButton.h"
-#include "ToolPage/StyleSheets.h"
 #include "ToolPage/ToolPageWidget.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 

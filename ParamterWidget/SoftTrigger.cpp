@@ -3,9 +3,9 @@
 
 #include <QSpinBox>
 
+#include "PanelBase/HostCall.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ToolPage/HostCall.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {

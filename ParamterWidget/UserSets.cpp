@@ -4,9 +4,9 @@
 #include <QCoreApplication>
 #include <QPushButton>
 
+#include "PanelBase/HostCall.h"
+#include "PanelBase/StyleSheets.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ToolPage/HostCall.h"
-#include "ToolPage/StyleSheets.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 UserSets::UserSets(PanelContext &context, QWidget *controlsParent)

@@ -10,7 +10,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "ParamterWidget/Guarded.h"
+#include "PanelBase/Guarded.h"
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWnd/HostEventBridges.h"
 #include "ParamterWnd/PageSetLists.h"

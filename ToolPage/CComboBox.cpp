@@ -16,10 +16,10 @@
 #include <QToolTip>
 #include <QWindow>
 
+#include "PanelBase/StyleSheets.h"
 #include "ToolPage/AccessibleCheckList.h"
 #include "ToolPage/CustomItemDelegate.h"
 #include "ToolPage/CustomItemModel.h"
-#include "ToolPage/StyleSheets.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <QStyleOptionTab>
 
-#include "ToolPage/StyleSheets.h"
+#include "PanelBase/StyleSheets.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <QSpacerItem>
 #include <QVBoxLayout>
 
-#include "ToolPage/StyleSheets.h"
+#include "PanelBase/StyleSheets.h"
 #include "ToolPage/ToolPageWidget.h"
 
 CToolPage::CToolPage(QWidget *parent) : QWidget(parent)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/CustomButton.h"
 
-#include "ToolPage/StyleSheets.h"
+#include "PanelBase/StyleSheets.h"
 
 CustomButton::CustomButton(const QString &normalImage, const QString &selectedImage, const QString &disabledImage,
                            QWidget *parent)

@@ -6,9 +6,9 @@
 #include <QPainter>
 #include <QScrollArea>
 
+#include "PanelBase/NumberInput.h"
+#include "PanelBase/StyleSheets.h"
 #include "ToolPage/CComboBox.h"
-#include "ToolPage/NumberInput.h"
-#include "ToolPage/StyleSheets.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {

@@ -9,9 +9,9 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
+#include "PanelBase/NumberField.h"
+#include "PanelBase/StyleSheets.h"
 #include "ToolPage/NodeNumbers.h"
-#include "ToolPage/NumberField.h"
-#include "ToolPage/StyleSheets.h"
 #include "ToolPage/SwitchButton.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/SelectedButton.h"
 
-#include "ToolPage/StyleSheets.h"
+#include "PanelBase/StyleSheets.h"
 
 SelectedButton::SelectedButton(QWidget *parent) : QPushButton(parent)
 {

@@ -5,7 +5,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "ToolPage/StyleSheets.h"
+#include "PanelBase/StyleSheets.h"
 
 namespace {
 

@@ -13,10 +13,10 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+#include "Features/NodeGuard.h"
+#include "PanelBase/HostCall.h"
+#include "PanelBase/NumberField.h"
 #include "ToolPage/EditorFocus.h"
-#include "ToolPage/HostCall.h"
-#include "ToolPage/NodeGuard.h"
-#include "ToolPage/NumberField.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/RowLabel.h"
 #include "ToolPage/SwitchButton.h"

@@ -3,11 +3,11 @@
 #include <QComboBox>
 #include <QThread>
 
-#include "ParamterWidget/TranslationTables.h"
+#include "Features/NodeGuard.h"
+#include "PanelBase/NumberField.h"
+#include "PanelBase/TranslationTables.h"
 #include "ToolPage/EditorFocus.h"
-#include "ToolPage/NodeGuard.h"
 #include "ToolPage/NodeNumbers.h"
-#include "ToolPage/NumberField.h"
 #include "ToolPage/RowEditors.h"
 #include "ToolPage/SwitchButton.h"
 #include "ToolPage/ToolPageWidgetItem.h"

@@ -15,14 +15,14 @@
 #include "BenchMain.h"
 #include "BenchReport.h"
 #include "Host/HostContext.h"
-#include "Host/SimulatedDevice.h"
-#include "Host/SimulatedDevices.h"
-#include "Host/Viewer/DeviceTree.h"
-#include "Host/Viewer/ImageView.h"
-#include "Host/Viewer/ViewerWindow.h"
-#include "Host/simulation/Firmware.h"
 #include "ParamterWnd/ParamterWnd.h"
+#include "Simulation/Firmware.h"
+#include "Simulation/SimulatedDevice.h"
+#include "Simulation/SimulatedDevices.h"
 #include "Stopwatch.h"
+#include "Viewer/DeviceTree.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/ViewerWindow.h"
 
 // What needs a whole host: the viewer with its panel on the simulated area-scan camera.
 

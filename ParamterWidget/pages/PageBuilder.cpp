@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/pages/PageBuilder.h"
 
-#include "ParamterWidget/Guarded.h"
+#include "PanelBase/Guarded.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ToolPage/CToolBox.h"

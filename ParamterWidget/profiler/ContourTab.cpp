@@ -3,10 +3,10 @@
 
 #include <QComboBox>
 
+#include "PanelBase/TranslationTables.h"
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWidget/TranslationTables.h"
 
 namespace {
 

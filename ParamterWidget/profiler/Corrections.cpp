@@ -8,12 +8,12 @@
 #include <QPushButton>
 #include <QThread>
 
+#include "PanelBase/HostCall.h"
+#include "PanelBase/NumberInput.h"
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ToolPage/HostCall.h"
-#include "ToolPage/NumberInput.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
 namespace {

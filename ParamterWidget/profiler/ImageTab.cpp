@@ -7,7 +7,7 @@
 #include <QDoubleSpinBox>
 #include <QSignalBlocker>
 
-#include "ParamterWidget/Guarded.h"
+#include "PanelBase/Guarded.h"
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PageControls.h"

@@ -6,9 +6,9 @@
 #include <QThread>
 #include <QVariant>
 
+#include "PanelBase/HostCall.h"
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ToolPage/HostCall.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QThread>
 
-#include "ParamterWidget/Guarded.h"
+#include "PanelBase/Guarded.h"
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"

@@ -6,12 +6,12 @@
 #include <QComboBox>
 #include <QSignalBlocker>
 
+#include "PanelBase/HostCall.h"
+#include "PanelBase/TranslationTables.h"
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
-#include "ParamterWidget/TranslationTables.h"
 #include "ToolPage/CComboBox.h"
-#include "ToolPage/HostCall.h"
 
 namespace {
 

@@ -13,8 +13,8 @@
 #include "FeatureTree/IntegerSpinBox.h"
 #include "FeatureTree/TreeModel.h"
 #include "FindRow.h"
+#include "PanelBase/PressElsewhere.h"
 #include "TestCamera.h"
-#include "ToolPage/PressElsewhere.h"
 #include "support/FakeHostCore.h"
 
 namespace {

@@ -5,8 +5,8 @@
 
 #include <QtTest>
 
-#include "Host/SimulatedDevice.h"
-#include "Host/SimulatedDevices.h"
+#include "Simulation/SimulatedDevice.h"
+#include "Simulation/SimulatedDevices.h"
 
 /// A simulated device, opened for one test, with its features by name.
 class OpenDevice

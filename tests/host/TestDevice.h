@@ -7,8 +7,8 @@
 #include <QString>
 #include <QStringList>
 
-#include "Host/Device.h"
-#include "Host/LoadedNodeMap.h"
+#include "Devices/Device.h"
+#include "Devices/LoadedNodeMap.h"
 #include "support/MemoryPort.h"
 
 /// A device whose description has one feature of each kind; it does what a test tells it.

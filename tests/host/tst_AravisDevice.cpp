@@ -2,8 +2,8 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "Host/AravisDevice.h"
-#include "Host/NodeText.h"
+#include "Devices/AravisDevice.h"
+#include "Features/NodeText.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include "Host/DescriptionDevice.h"
-#include "Host/NodeText.h"
+#include "Devices/DescriptionDevice.h"
+#include "Features/NodeText.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <QtEndian>
 #include <QtTest>
 
+#include "Devices/AravisDevice.h"
 #include "FeatureTree/FeatureTreeView.h"
-#include "Host/AravisDevice.h"
 #include "Host/HostContext.h"
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWnd/ParamterWnd.h"

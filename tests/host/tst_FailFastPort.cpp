@@ -9,7 +9,7 @@
 #include <QSemaphore>
 #include <QtTest>
 
-#include "Host/FailFastPort.h"
+#include "Devices/FailFastPort.h"
 
 using namespace std::chrono_literals;
 

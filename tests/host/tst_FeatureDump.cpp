@@ -2,8 +2,8 @@
 #include <QTextStream>
 #include <QtTest>
 
-#include "Host/FeatureDump.h"
 #include "TestDevice.h"
+#include "Viewer/FeatureDump.h"
 
 class tst_FeatureDump : public QObject
 {

@@ -2,8 +2,8 @@
 #include <QColor>
 #include <QtTest>
 
-#include "Host/FrameImage.h"
-#include "Host/FrameMailbox.h"
+#include "Devices/FrameImage.h"
+#include "Devices/FrameMailbox.h"
 
 class tst_FrameImage : public QObject
 {

@@ -7,7 +7,7 @@
 #include <random>
 
 #include "Host/HeightAnalysis.h"
-#include "Host/Viewer/HeightColours.h"
+#include "Viewer/HeightColours.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 #include "Host/HostContext.h"
 #include "Host/ImageRegions.h"
-#include "Host/SimulatedDevice.h"
-#include "Host/SimulatedDevices.h"
+#include "Simulation/SimulatedDevice.h"
+#include "Simulation/SimulatedDevices.h"
 #include "TestDevice.h"
 
 namespace {

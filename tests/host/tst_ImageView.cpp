@@ -6,10 +6,10 @@
 #include <QWindow>
 
 #include "Host/HostContext.h"
-#include "Host/SimulatedDevice.h"
-#include "Host/SimulatedDevices.h"
-#include "Host/Viewer/ImageView.h"
-#include "Host/Viewer/ViewerWindow.h"
+#include "Simulation/SimulatedDevice.h"
+#include "Simulation/SimulatedDevices.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/ViewerWindow.h"
 #include "support/BracketTranslator.h"
 
 namespace {

@@ -10,12 +10,12 @@
 
 #include "Host/HeightAnalysis.h"
 #include "Host/HostContext.h"
-#include "Host/SimulatedDevices.h"
-#include "Host/Viewer/HeightDisplay.h"
-#include "Host/Viewer/ImageView.h"
-#include "Host/Viewer/ViewerWindow.h"
 #include "ParamterWnd/HostCore.h"
+#include "Simulation/SimulatedDevices.h"
 #include "TestDevice.h"
+#include "Viewer/HeightDisplay.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/ViewerWindow.h"
 
 namespace {
 

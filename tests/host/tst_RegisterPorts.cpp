@@ -4,9 +4,9 @@
 
 #include <QtTest>
 
-#include "Host/AlignedPort.h"
-#include "Host/LoadedNodeMap.h"
-#include "Host/SparseMemoryPort.h"
+#include "Devices/AlignedPort.h"
+#include "Devices/LoadedNodeMap.h"
+#include "Devices/SparseMemoryPort.h"
 
 namespace {
 

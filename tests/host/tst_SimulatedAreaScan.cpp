@@ -3,10 +3,10 @@
 
 #include <QtTest>
 
-#include "Host/NodeText.h"
-#include "Host/simulation/Firmware.h"
-#include "Host/simulation/ImageModel.h"
-#include "Host/simulation/Picture.h"
+#include "Features/NodeText.h"
+#include "Simulation/Firmware.h"
+#include "Simulation/ImageModel.h"
+#include "Simulation/Picture.h"
 #include "host/OpenDevice.h"
 
 namespace {

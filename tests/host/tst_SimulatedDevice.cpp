@@ -5,7 +5,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "Host/simulation/Firmware.h"
+#include "Simulation/Firmware.h"
 #include "host/OpenDevice.h"
 #include "support/FatalMessages.h"
 

@@ -6,10 +6,10 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "Host/simulation/Firmware.h"
-#include "Host/simulation/ProfilerFilters.h"
-#include "Host/simulation/ProfilerScene.h"
-#include "Host/simulation/ProfilerSensor.h"
+#include "Simulation/Firmware.h"
+#include "Simulation/ProfilerFilters.h"
+#include "Simulation/ProfilerScene.h"
+#include "Simulation/ProfilerSensor.h"
 #include "host/OpenDevice.h"
 
 using Heights = std::vector<float>;

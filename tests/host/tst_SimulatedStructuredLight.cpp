@@ -8,15 +8,15 @@
 #include <QtTest>
 
 #include "Host/HostContext.h"
-#include "Host/Viewer/FrameStatus.h"
-#include "Host/Viewer/HeightDisplay.h"
-#include "Host/Viewer/ImageView.h"
-#include "Host/Viewer/ViewerWindow.h"
-#include "Host/simulation/Firmware.h"
-#include "Host/simulation/StructuredLightSensor.h"
-#include "Host/simulation/StructuredLightSource.h"
 #include "ParamterWnd/HostCore.h"
 #include "ParamterWnd/ParamterWnd.h"
+#include "Simulation/Firmware.h"
+#include "Simulation/StructuredLightSensor.h"
+#include "Simulation/StructuredLightSource.h"
+#include "Viewer/FrameStatus.h"
+#include "Viewer/HeightDisplay.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/ViewerWindow.h"
 #include "host/OpenDevice.h"
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include <QtTest>
 
-#include "Host/simulation/StructuredLightFilters.h"
+#include "Simulation/StructuredLightFilters.h"
 
 namespace {
 

@@ -7,12 +7,12 @@
 #include <QWheelEvent>
 
 #include "Host/HostContext.h"
-#include "Host/Viewer/DeviceTree.h"
-#include "Host/Viewer/GlyphIcons.h"
-#include "Host/Viewer/ImageView.h"
-#include "Host/Viewer/LogModel.h"
-#include "Host/Viewer/ViewerOptions.h"
 #include "TestDevice.h"
+#include "Viewer/DeviceTree.h"
+#include "Viewer/GlyphIcons.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/LogModel.h"
+#include "Viewer/ViewerOptions.h"
 
 namespace {
 

@@ -7,13 +7,13 @@
 #include <QTreeView>
 
 #include "Host/HostContext.h"
-#include "Host/SimulatedDevice.h"
-#include "Host/SimulatedDevices.h"
-#include "Host/Viewer/DeviceTree.h"
-#include "Host/Viewer/ImageView.h"
-#include "Host/Viewer/TourHand.h"
-#include "Host/Viewer/TourStage.h"
-#include "Host/Viewer/ViewerWindow.h"
+#include "Simulation/SimulatedDevice.h"
+#include "Simulation/SimulatedDevices.h"
+#include "Viewer/DeviceTree.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/ViewerWindow.h"
+#include "tour/TourHand.h"
+#include "tour/TourStage.h"
 
 namespace {
 

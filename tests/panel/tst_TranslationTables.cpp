@@ -2,7 +2,7 @@
 #include <QSet>
 #include <QtTest>
 
-#include "ParamterWidget/TranslationTables.h"
+#include "PanelBase/TranslationTables.h"
 
 class tst_TranslationTables : public QObject
 {

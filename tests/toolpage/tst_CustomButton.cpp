@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <QTest>
 
+#include "PanelBase/StyleSheets.h"
 #include "ToolPage/CustomButton.h"
 #include "ToolPage/SelectedButton.h"
-#include "ToolPage/StyleSheets.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include <functional>
 
 #include "FeatureTree/IntegerSpinBox.h"
-#include "ToolPage/NumberField.h"
+#include "PanelBase/NumberField.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QtTest>
 
-#include "ToolPage/NumberText.h"
+#include "PanelBase/NumberText.h"
 
 class tst_NumberText : public QObject
 {

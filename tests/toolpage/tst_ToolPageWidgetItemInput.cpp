@@ -8,7 +8,7 @@
 #include <QWheelEvent>
 
 #include "EditedRow.h"
-#include "ToolPage/NumberField.h"
+#include "PanelBase/NumberField.h"
 #include "ToolPage/SwitchButton.h"
 
 /// What rows write, with the mouse and the keyboard.

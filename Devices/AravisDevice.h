@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "Devices/Device.h"
+#include "Devices/DeviceDiscovery.h"
+
+/// A camera that Aravis reaches: GigE Vision, USB3 Vision, or the fake camera of Aravis itself.
+///
+/// A camera that does not answer for 500 ms counts as silent until it answers again (FailFastPort); one whose
+/// control is gone for good is reported by lost().
+class AravisDevice : public Device
+{
+    Q_OBJECT
+
+public:
+    /// What a search tells about a camera.
+    struct Identity
+    {
+        QString id; ///< Aravis' device id
+        QString displayName;
+        Transport transport = Transport::Other;
+    };
+
+    explicit AravisDevice(Identity identity, QObject *parent = nullptr);
+    ~AravisDevice() override;
+
+    QString id() const override { return identity.id; }
+    QString displayName() const override { return identity.displayName; }
+    Transport transport() const override { return identity.transport; }
+    /// Takes some seconds for a camera that does not answer.
+    void reach() override;
+    bool open(QString *error) override;
+    void close() override;
+    bool isOpen() const override { return connection != nullptr; }
+    GenApi::INodeMap *nodeMap() const override;
+    bool startAcquisition(QString *error) override;
+    void stopAcquisition() override;
+    bool isAcquiring() const override { return stream != nullptr; }
+
+private:
+    struct Reached;
+    struct Connection;
+    class Stream;
+
+    void reportAnswering(bool answering);
+
+    const Identity identity;
+    std::unique_ptr<Reached> reached; ///< by reach(), until open() takes it
+    std::unique_ptr<Connection> connection;
+    std::unique_ptr<Stream> stream;
+};
+
+/// A finder of the cameras that Aravis sees on all interfaces. It takes about a second.
+/// `withFakeCamera` adds Aravis' in-process fake camera.
+DeviceFinder aravisFinder(bool withFakeCamera = false);

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QString>
+
+#include <GenApi/GenApi.h>
+
+#include "Devices/HeightFrame.h"
+
+/// A camera or card that the demo host can open: a real one or a simulated one.
+///
+/// Everything is called on the GUI thread. Frames may be produced on another thread; they arrive through
+/// frameReady() on the GUI thread (queued), never more than a few at a time.
+class Device : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Kind { Camera, Card };
+    /// How a device is reached. Fake is a test camera of the transport library.
+    enum class Transport { Simulated, GigEVision, Usb3Vision, Fake, DescriptionFile, Other };
+
+    explicit Device(QObject *parent = nullptr) : QObject(parent) { }
+
+    /// The key under which HostCore and the panel know the device; unique, never changes.
+    virtual QString id() const = 0;
+    /// What a person calls the device: vendor, model and serial number or user name.
+    virtual QString displayName() const = 0;
+    virtual Kind kind() const { return Kind::Camera; }
+    virtual Transport transport() const { return Transport::Other; }
+    /// CAM_INFO_TYPE_CODE of the device: "0" area-scan, "1" structured light, "4" attribute tab only, "5" laser
+    /// profiler; see HostCore.h.
+    virtual QString typeCode() const { return QStringLiteral("0"); }
+
+    /// Does in advance what open() would have to wait for. Called on any thread while the device is closed; what only
+    /// tells about the device may be called meanwhile, open() and close() may not.
+    virtual void reach() { }
+    /// Connects to the device and loads its description. False on failure, with the reason in `error`
+    /// (a sentence for a person). Opening an open device succeeds at once.
+    virtual bool open(QString *error) = 0;
+    /// Stops acquisition, drops the node map and releases the device. Whoever uses the node map must
+    /// have let go of it before.
+    virtual void close() = 0;
+    virtual bool isOpen() const = 0;
+    /// The device's node map while it is open, else null.
+    virtual GenApi::INodeMap *nodeMap() const = 0;
+
+    virtual bool canAcquire() const { return kind() == Kind::Camera; }
+    virtual bool startAcquisition(QString *error) = 0;
+    virtual void stopAcquisition() = 0;
+    virtual bool isAcquiring() const = 0;
+
+Q_SIGNALS:
+    void frameReady(const QImage &frame);
+    /// The heights of the frame whose gray picture the frameReady() right after this shows. Only profilers and
+    /// structured-light cameras raise it, once for each part of a frame, on the GUI thread and as queued as
+    /// frameReady(): parts that came while the receiver was busy are left out, a later one holds their profiles too.
+    void heightReady(const HeightFrame &frame);
+    void acquiringChanged(bool acquiring);
+    /// The open device has started anew, with other values than before.
+    void restarted();
+    /// Something that a person should find in the log. Any thread.
+    void reported(const QString &line);
+    /// The device stopped answering; close() is still to be called.
+    void lost(const QString &reason);
+};

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <QObject>
+#include <QString>
+
+#include "Devices/Device.h"
+#include "Devices/JobThread.h"
+
+/// A device that a search has found, not opened yet.
+struct FoundDevice
+{
+    QString id; ///< the key of the device, see Device::id()
+    /// Makes the (closed) device. Called on the GUI thread, once per new id.
+    std::function<std::unique_ptr<Device>()> create;
+};
+
+/// Searches the transports; may block for seconds. Called on the discovery thread, never concurrently.
+using DeviceFinder = std::function<std::vector<FoundDevice>()>;
+
+/// Looks for devices on a thread of its own.
+class DeviceDiscovery : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The destructor waits for a running search, which must be able to end without the GUI thread.
+    explicit DeviceDiscovery(DeviceFinder finder, QObject *parent = nullptr);
+
+    /// Starts a search; does nothing while one is running.
+    void search();
+    bool isSearching() const { return searching; }
+
+Q_SIGNALS:
+    /// A search has ended. On the GUI thread.
+    void found(const std::vector<FoundDevice> &devices);
+
+private:
+    DeviceFinder finder;
+    bool searching = false;
+    JobThread jobs{QStringLiteral("DeviceDiscovery")};
+};

@@ -1,9 +1,0 @@
-// SPDX-License-Identifier: MIT
-#pragma once
-
-#include <vector>
-
-#include "Host/simulation/RegisterMemory.h"
-
-/// The registers that a GenICam description defines with a constant address, in the order of the file.
-std::vector<Register> registerLayout(const QByteArray &description);

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "Simulation/SimulatedDevice.h"
+
+#include <QFile>
+#include <QPointer>
+
+#include "Features/NodeGuard.h"
+#include "Simulation/Firmware.h"
+#include "Simulation/FrameSource.h"
+
+namespace {
+
+QByteArray resource(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArrayList resources(const QStringList &paths)
+{
+    QByteArrayList contents;
+    for (const QString &path : paths)
+        contents << resource(path);
+    return contents;
+}
+
+void execute(GenApi::INodeMap &nodes, const char *command)
+{
+    GenApi::CCommandPtr(nodes.GetNode(command))->Execute();
+}
+
+/// Locks or unlocks what must not change while images are transferred.
+void setParametersLocked(GenApi::INodeMap &nodes, bool locked)
+{
+    GenApi::CIntegerPtr(nodes.GetNode("TLParamsLocked"))->SetValue(locked ? 1 : 0);
+}
+
+} // namespace
+
+SimulatedDevice::SimulatedDevice(const SimulatedModel &deviceModel, QObject *parent)
+    : Device(parent), model(deviceModel), description(resource(model.description)),
+      firmware(std::make_unique<Firmware>(description, resources(model.powerUpTables), model.behaviours())),
+      port(*firmware)
+{
+    connect(firmware.get(), &Firmware::acquisitionChanged, this, &SimulatedDevice::onAcquisitionChanged,
+            Qt::QueuedConnection);
+    const auto forgetValues = [this] {
+        if (!nodes)
+            return;
+        nodes->get()->InvalidateNodes();
+        Q_EMIT restarted();
+    };
+    connect(firmware.get(), &Firmware::restarted, this, forgetValues, Qt::QueuedConnection);
+}
+
+SimulatedDevice::~SimulatedDevice()
+{
+    close();
+}
+
+bool SimulatedDevice::open(QString *error)
+{
+    if (isOpen())
+        return true;
+    const bool loaded = guarded(error, [this] {
+        quint32 word = 0;
+        port.Read(&word, 0, sizeof word);
+        nodes.emplace(description, port);
+    });
+    if (loaded)
+        startRunning();
+    return loaded;
+}
+
+void SimulatedDevice::startRunning()
+{
+    source = model.source(*firmware).release();
+    source->moveToThread(&thread);
+    connect(&thread, &QThread::started, source, &FrameSource::run);
+    connect(&thread, &QThread::finished, source, &QObject::deleteLater);
+    connect(firmware.get(), &Firmware::acquisitionChanged, source, &FrameSource::setAcquiring, Qt::QueuedConnection);
+    connect(firmware.get(), &Firmware::triggered, source, &FrameSource::trigger, Qt::QueuedConnection);
+    const auto deliver = [this, from = QPointer<FrameSource>(source)] {
+        if (!from) // the device was closed meanwhile
+            return;
+        const SimulatedFrame frame = from->take();
+        if (frame.heights)
+            Q_EMIT heightReady(*frame.heights);
+        Q_EMIT frameReady(frame.image);
+    };
+    connect(source, &FrameSource::frameReady, this, deliver, Qt::QueuedConnection);
+    thread.start();
+}
+
+void SimulatedDevice::close()
+{
+    if (!isOpen())
+        return;
+    stopAcquisition();
+    source = nullptr;
+    thread.quit();
+    thread.wait();
+    nodes.reset();
+    // A link that failed may have kept the lock from being taken off.
+    firmware->change([](RegisterMemory &memory) { memory.setInteger("TLParamsLocked", 0); });
+}
+
+GenApi::INodeMap *SimulatedDevice::nodeMap() const
+{
+    return nodes ? nodes->get() : nullptr;
+}
+
+bool SimulatedDevice::startAcquisition(QString *error)
+{
+    if (!isOpen() || !canAcquire()) {
+        *error = QStringLiteral("the device cannot take images now");
+        return false;
+    }
+    if (isAcquiring())
+        return true;
+    return guarded(error, [this] {
+        setParametersLocked(*nodeMap(), true);
+        execute(*nodeMap(), "AcquisitionStart");
+    });
+}
+
+void SimulatedDevice::stopAcquisition()
+{
+    if (!isAcquiring())
+        return;
+    QString ignored; // the device stops, whether the link lets the command pass or not
+    guarded(&ignored, [this] { execute(*nodeMap(), "AcquisitionStop"); });
+    firmware->stopAcquisition();
+    unlockParameters();
+}
+
+bool SimulatedDevice::isAcquiring() const
+{
+    return firmware->inspect([](const RegisterMemory &memory) { return memory.integer("Acquiring") == 1; });
+}
+
+void SimulatedDevice::onAcquisitionChanged(bool acquiring)
+{
+    if (!acquiring)
+        unlockParameters();
+    Q_EMIT acquiringChanged(acquiring);
+}
+
+void SimulatedDevice::unlockParameters()
+{
+    if (!isOpen() || isAcquiring())
+        return;
+    QString ignored; // a link that fails shows elsewhere
+    guarded(&ignored, [this] {
+        nodeMap()->GetNode("AcquiringReg")->InvalidateNode();
+        setParametersLocked(*nodeMap(), false);
+    });
+}
+
+void SimulatedDevice::setFault(Fault fault)
+{
+    port.setFault(fault);
+    if (fault != Fault::Drop)
+        return;
+    firmware->stopAcquisition();
+    Q_EMIT lost(QStringLiteral("the link to the device is gone"));
+}
+
+void SimulatedDevice::setLatency(std::chrono::milliseconds time)
+{
+    port.setLatency(time);
+}

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include <QStringList>
+#include <QThread>
+
+#include "Devices/Device.h"
+#include "Devices/LoadedNodeMap.h"
+#include "Simulation/Behaviour.h"
+#include "Simulation/SimulatedPort.h"
+
+class Firmware;
+class FrameSource;
+
+/// What makes one simulated device different from another.
+struct SimulatedModel
+{
+    QString id;
+    QString name;
+    Device::Kind kind = Device::Kind::Camera;
+    QString typeCode;
+    QString description; ///< resource with the GenICam description
+    QStringList powerUpTables; ///< resources with register contents, the last one wins
+    Behaviours (*behaviours)() = nullptr;
+    std::unique_ptr<FrameSource> (*source)(Firmware &) = nullptr; ///< what takes its frames
+};
+
+/// A device without hardware: a description, a register memory and behaviours that change it as a device would.
+/// It keeps its user sets while it is closed.
+class SimulatedDevice : public Device
+{
+    Q_OBJECT
+
+public:
+    using Fault = SimulatedPort::Fault;
+
+    explicit SimulatedDevice(const SimulatedModel &model, QObject *parent = nullptr);
+    ~SimulatedDevice() override;
+
+    QString id() const override { return model.id; }
+    QString displayName() const override { return model.name; }
+    Kind kind() const override { return model.kind; }
+    Transport transport() const override { return Transport::Simulated; }
+    QString typeCode() const override { return model.typeCode; }
+
+    bool open(QString *error) override;
+    void close() override;
+    bool isOpen() const override { return nodes.has_value(); }
+    GenApi::INodeMap *nodeMap() const override;
+
+    bool startAcquisition(QString *error) override;
+    void stopAcquisition() override;
+    bool isAcquiring() const override;
+
+    /// Makes the link fail from now on, for tests and demonstrations. Drop raises lost().
+    void setFault(Fault fault);
+    /// Time that every access to a register takes.
+    void setLatency(std::chrono::milliseconds time);
+    /// The device's inside, for tests. It lives as long as the device.
+    Firmware &inside() const { return *firmware; }
+
+private:
+    void startRunning();
+    void onAcquisitionChanged(bool acquiring);
+    /// Ends the lock that the device's own end of an acquisition leaves behind.
+    void unlockParameters();
+
+    const SimulatedModel model;
+    const QByteArray description;
+    std::unique_ptr<Firmware> firmware;
+    SimulatedPort port;
+    std::optional<LoadedNodeMap> nodes;
+    QThread thread;
+    FrameSource *source = nullptr; ///< lives on the thread while the device is open
+};

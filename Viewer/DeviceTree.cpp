@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+#include "Viewer/DeviceTree.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+#include "Devices/Device.h"
+#include "Host/HostContext.h"
+#include "Viewer/GlyphIcons.h"
+
+namespace {
+
+constexpr int idRole = Qt::UserRole;
+
+struct GroupSpec
+{
+    Device::Transport transport; ///< of the cameras in the group
+    const char *title;
+};
+
+constexpr GroupSpec groups[] = {
+    {Device::Transport::Simulated, QT_TRANSLATE_NOOP("DeviceTree", "Simulated Cameras")},
+    {Device::Transport::GigEVision, QT_TRANSLATE_NOOP("DeviceTree", "GigE Vision Cameras")},
+    {Device::Transport::Usb3Vision, QT_TRANSLATE_NOOP("DeviceTree", "USB3 Vision Cameras")},
+    {Device::Transport::Fake, QT_TRANSLATE_NOOP("DeviceTree", "Test Cameras")},
+    {Device::Transport::DescriptionFile, QT_TRANSLATE_NOOP("DeviceTree", "Description Files")},
+    {Device::Transport::Other, QT_TRANSLATE_NOOP("DeviceTree", "Other Cameras")},
+    {Device::Transport::Other, QT_TRANSLATE_NOOP("DeviceTree", "Cards")},
+};
+constexpr int cardGroup = int(std::size(groups)) - 1;
+constexpr int otherGroup = cardGroup - 1;
+
+struct StateSpec
+{
+    DeviceTree::State state;
+    const char *text;
+    QRgb mark; ///< of the icon; 0: none
+};
+
+constexpr StateSpec states[] = {
+    {DeviceTree::State::Closed, QT_TRANSLATE_NOOP("DeviceTree", "Closed"), 0},
+    {DeviceTree::State::Opening, QT_TRANSLATE_NOOP("DeviceTree", "Opening..."), 0},
+    {DeviceTree::State::Open, QT_TRANSLATE_NOOP("DeviceTree", "Open"), 0xff5dbd93},
+    {DeviceTree::State::Acquiring, QT_TRANSLATE_NOOP("DeviceTree", "Acquiring"), 0xff2f7fd1},
+    {DeviceTree::State::Lost, QT_TRANSLATE_NOOP("DeviceTree", "Lost"), 0xffc8453b},
+};
+
+int groupOf(const Device &device)
+{
+    if (device.kind() == Device::Kind::Card)
+        return cardGroup;
+    for (int group = 0; group < otherGroup; ++group) {
+        if (device.transport() == groups[group].transport)
+            return group;
+    }
+    return otherGroup;
+}
+
+} // namespace
+
+DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(parent), m_context(context)
+{
+    setObjectName(QStringLiteral("deviceTree"));
+    setColumnCount(2);
+    setRootIsDecorated(false);
+    setExpandsOnDoubleClick(false);
+    setUniformRowHeights(true);
+    setFrameShape(NoFrame);
+    setIconSize({20, 20});
+    setIndentation(12);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    connect(&m_context, &HostContext::deviceListChanged, this, &DeviceTree::rebuild);
+    connect(&m_context, &HostContext::deviceStateChanged, this, &DeviceTree::followState);
+    connect(this, &QTreeWidget::currentItemChanged, this, &DeviceTree::announceCurrent);
+    retranslate();
+    rebuild();
+}
+
+DeviceTree::State DeviceTree::state(const QString &id) const
+{
+    const Device *device = m_context.device(id);
+    if (m_context.isOpening(id))
+        return State::Opening;
+    if (m_lost.contains(id))
+        return State::Lost;
+    if (!device || !m_context.isReady(id))
+        return State::Closed;
+    return device->isAcquiring() ? State::Acquiring : State::Open;
+}
+
+Device *DeviceTree::currentDevice() const
+{
+    const QTreeWidgetItem *item = currentItem();
+    return item ? m_context.device(item->data(0, idRole).toString()) : nullptr;
+}
+
+bool DeviceTree::select(const QString &id)
+{
+    QTreeWidgetItem *item = itemOf(id);
+    if (item)
+        setCurrentItem(item);
+    return item != nullptr;
+}
+
+QTreeWidgetItem *DeviceTree::itemOf(const QString &id) const
+{
+    return m_items.value(id);
+}
+
+void DeviceTree::announceCurrent()
+{
+    const Device *device = currentDevice();
+    m_context.setFocus(device ? device->id() : QString());
+}
+
+void DeviceTree::rebuild()
+{
+    const QString focus = m_context.focus();
+    {
+        const QSignalBlocker quiet(this);
+        clear();
+        m_items.clear();
+        m_groups.clear();
+        const QList<Device *> devices = m_context.devices();
+        for (Device *device : devices)
+            addRow(device);
+        expandAll();
+        select(focus);
+    }
+    if (!focus.isEmpty() && !currentItem())
+        m_context.setFocus(QString());
+}
+
+void DeviceTree::addRow(Device *device)
+{
+    auto *item = new QTreeWidgetItem(groupItem(groupOf(*device)));
+    item->setText(0, device->displayName());
+    item->setToolTip(0, QStringLiteral("%1\n%2").arg(device->displayName(), device->id()));
+    item->setData(0, idRole, device->id());
+    m_items.insert(device->id(), item);
+    connect(device, &Device::lost, this, &DeviceTree::markLost, Qt::UniqueConnection);
+    updateItem(device->id());
+}
+
+int DeviceTree::rowOfGroup(int group) const
+{
+    int row = 0;
+    for (int other = 0; other < group; ++other)
+        row += m_groups.value(other) ? 1 : 0;
+    return row;
+}
+
+QTreeWidgetItem *DeviceTree::groupItem(int group)
+{
+    QTreeWidgetItem *&item = m_groups[group];
+    if (!item) {
+        item = new QTreeWidgetItem({tr(groups[group].title)});
+        QFont font = item->font(0);
+        font.setBold(true);
+        item->setFont(0, font);
+        insertTopLevelItem(rowOfGroup(group), item);
+        item->setFirstColumnSpanned(true);
+    }
+    return item;
+}
+
+void DeviceTree::markLost()
+{
+    const auto *device = qobject_cast<Device *>(sender());
+    m_lost.insert(device->id());
+    updateItem(device->id());
+    Q_EMIT stateChanged(device->id());
+}
+
+void DeviceTree::followState(const QString &id)
+{
+    if (m_context.isReady(id))
+        m_lost.remove(id);
+    updateItem(id);
+    Q_EMIT stateChanged(id);
+}
+
+void DeviceTree::updateItem(const QString &id)
+{
+    QTreeWidgetItem *item = itemOf(id);
+    const Device *device = m_context.device(id);
+    if (!item || !device)
+        return;
+    const StateSpec &spec = states[int(state(id))];
+    const Glyph glyph = device->kind() == Device::Kind::Card ? Glyph::Card : Glyph::Camera;
+    item->setIcon(0, glyphIcon(glyph, spec.mark ? QColor::fromRgb(spec.mark) : QColor()));
+    item->setText(1, tr(spec.text));
+}
+
+void DeviceTree::retranslate()
+{
+    setHeaderLabels({tr("Device"), tr("State")});
+    setAccessibleName(tr("Devices"));
+    for (auto group = m_groups.cbegin(); group != m_groups.cend(); ++group)
+        group.value()->setText(0, tr(groups[group.key()].title));
+    const QStringList ids = m_items.keys();
+    for (const QString &id : ids)
+        updateItem(id);
+}
+
+void DeviceTree::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QTreeWidget::changeEvent(event);
+}
+
+void DeviceTree::keyPressEvent(QKeyEvent *event)
+{
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentDevice())
+        Q_EMIT stepRequested();
+    else
+        QTreeWidget::keyPressEvent(event);
+}
+
+void DeviceTree::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QTreeWidget::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton && itemAt(event->pos()) && currentDevice())
+        Q_EMIT stepRequested();
+}

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "Viewer/FeatureDump.h"
+
+#include <QTextStream>
+
+#include "FeatureTree/FeatureEditDelegate.h"
+#include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/FloatText.h"
+#include "FeatureTree/TreeItem.h"
+#include "FeatureTree/TreeModel.h"
+#include "FeatureTree/VisibilityPass.h"
+#include "Features/NodeGuard.h"
+
+namespace {
+
+constexpr int valueColumn = 1;
+constexpr int visibilityLevel = 2; // Guru
+
+const char *const typeNames[] = {"Value",  "Base",     "Integer",  "Boolean",     "Command",   "Float",
+                                 "String", "Register", "Category", "Enumeration", "EnumEntry", "Port"};
+const char *const accessNames[] = {"NI", "NA", "WO", "RO", "RW"};
+const char *const visibilityNames[] = {"Beginner", "Expert", "Guru", "Invisible"};
+/// In the order of FeatureKinds::EditorKind.
+const char *const editorNames[] = {"-",       "MAC field", "IPv4 field", "hex field", "number box",
+                                   "boolean", "button",    "float box",  "text",      "list"};
+
+template <std::size_t count>
+QString nameOf(const char *const (&names)[count], int number)
+{
+    return number >= 0 && static_cast<std::size_t>(number) < count ? QLatin1String(names[number])
+                                                                   : QString::number(number);
+}
+
+/// A cell as the delegate paints it: the model's text, or the item's own for what cannot be written.
+QString shownText(const TreeModel &model, const QModelIndex &cell)
+{
+    const QVariant shown = model.data(cell);
+    const QVariant value = shown.isValid() ? shown : model.getItem(cell)->data(cell.column());
+    if (value.userType() != QMetaType::Double)
+        return value.toString().simplified();
+    return shown.isValid() ? floatText(value.toDouble())
+                           : QString::number(static_cast<double>(value.toFloat()), 'f', 3);
+}
+
+class Dump
+{
+public:
+    explicit Dump(const TreeModel &features) : model(features) { }
+
+    /// The lines of the rows that the tree shows under a row: leaves by their own state, branches with their leaves.
+    QStringList lines(const QModelIndex &parent, const QString &parentPath)
+    {
+        QStringList result;
+        for (int row = 0; row < model.rowCount(parent); ++row) {
+            const QModelIndex name = model.index(row, 0, parent);
+            const QString path = parentPath + QLatin1Char('/') + model.data(name).toString().simplified();
+            const QStringList below = lines(name, path);
+            const bool isLeaf = !model.hasChildren(name);
+            if (isLeaf ? model.getItem(name)->getVisiable(pass) : !below.isEmpty())
+                result << line(name, path) << below;
+        }
+        return result;
+    }
+
+private:
+    QString line(const QModelIndex &name, const QString &path)
+    {
+        QStringList fields{path};
+        QString error;
+        if (!guarded(&error, [&] { fields += nodeFields(name); }))
+            fields += error.simplified();
+        return fields.join(QLatin1Char('\t'));
+    }
+
+    QStringList nodeFields(const QModelIndex &name) const
+    {
+        GenApi::INode *node = model.getItem(name)->GetFeaturePtr();
+        if (!node)
+            return {};
+        const QModelIndex value = name.sibling(name.row(), valueColumn);
+        const auto editor =
+            delegate.isEditable(value) ? FeatureKinds::editorKind(node) : FeatureKinds::EditorKind::None;
+        return {nameOf(typeNames, node->GetPrincipalInterfaceType()), nameOf(accessNames, node->GetAccessMode()),
+                nameOf(visibilityNames, node->GetVisibility()), shownText(model, value),
+                nameOf(editorNames, static_cast<int>(editor))};
+    }
+
+    const TreeModel &model;
+    FeatureEditDelegate delegate;
+    VisibilityPass pass{visibilityLevel, {}, {}};
+};
+
+} // namespace
+
+void dumpFeatures(GenApi::INodeMap &map, QTextStream &out)
+{
+    GenApi::node_vector nodes;
+    map.GetNodes(nodes);
+    TreeModel model({QStringLiteral("Features"), QStringLiteral("Value")}, nodes);
+    model.AddModelData(nodes, QString());
+    for (const QString &line : Dump(model).lines(QModelIndex(), QString()))
+        out << line << '\n';
+}

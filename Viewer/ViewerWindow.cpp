@@ -1,0 +1,480 @@
+// SPDX-License-Identifier: MIT
+#include "Viewer/ViewerWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSettings>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include <utility>
+
+#include "Devices/DescriptionDevice.h"
+#include "Host/HostContext.h"
+#include "ParamterWnd/ParamterWnd.h"
+#include "Viewer/DeviceTree.h"
+#include "Viewer/FrameStatus.h"
+#include "Viewer/GlyphIcons.h"
+#include "Viewer/HeightDisplay.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/LogModel.h"
+#include "Viewer/LogView.h"
+#include "Viewer/SensorPictures.h"
+#include "Viewer/ViewerCommands.h"
+
+namespace {
+
+constexpr int panelMinimumWidth = 320;
+constexpr int panelMinimumHeight = 420;
+constexpr int panelWidth = 500;
+constexpr int deviceListWidth = 270;
+constexpr int logHeight = 150;
+constexpr int imageShare = 600; ///< of the height, beside that of the sensor's view
+constexpr int sensorShare = 400;
+/// Cameras of these types get the pages of laser profilers.
+constexpr const char *profilerTypeCodes = "profilerTypeCodes";
+const QStringList profilerTypes{QStringLiteral("5")};
+/// These get the pages of structured-light cameras.
+constexpr const char *structuredLightTypeCodes = "structuredLightTypeCodes";
+const QStringList structuredLightTypes{QStringLiteral("1")};
+const QString geometryKey = QStringLiteral("Viewer/geometry");
+const QString layoutKey = QStringLiteral("Viewer/layout");
+
+} // namespace
+
+ViewerWindow::ViewerWindow(HostContext &context)
+    : m_context(context), m_devices(new DeviceTree(context)), m_image(new ImageView), m_sensor(new ImageView),
+      m_heights(new HeightDisplay(context, this)), m_pictures(new SensorPictures(context, *m_heights, this)),
+      m_status(new FrameStatus(*m_image)), m_log(new LogView), m_panel(new ParamterWnd)
+{
+    setObjectName(QStringLiteral("ViewerWindow"));
+    setWindowIcon(glyphIcon(Glyph::Camera));
+    buildViews();
+    m_image->setPixelReader([this](const QPoint &pixel) { return m_heights->textAt(currentId(), pixel); });
+    m_panel->setProperty(profilerTypeCodes, profilerTypes);
+    m_panel->setProperty(structuredLightTypeCodes, structuredLightTypes);
+    statusBar()->addPermanentWidget(m_status);
+    buildDocks();
+    buildCommands();
+    connectHost();
+    useLanguage(m_context.language());
+    retranslate();
+    restoreLayout();
+    followFocus();
+    m_devices->setFocus();
+}
+
+ViewerWindow::~ViewerWindow()
+{
+    disconnect(&m_context, nullptr, this, nullptr);
+    delete m_panel;
+}
+
+void ViewerWindow::buildViews()
+{
+    auto *const views = new QSplitter(Qt::Vertical);
+    views->setChildrenCollapsible(false);
+    views->addWidget(m_image);
+    views->addWidget(m_sensor);
+    views->setSizes({imageShare, sensorShare});
+    m_sensor->setObjectName(QStringLiteral("sensorView"));
+    m_sensor->hide();
+    setCentralWidget(views);
+}
+
+QDockWidget *ViewerWindow::addDock(const QString &name, Qt::DockWidgetArea area, QWidget *content)
+{
+    auto *dock = new QDockWidget(this);
+    dock->setObjectName(name);
+    dock->setWidget(content);
+    addDockWidget(area, dock);
+    return dock;
+}
+
+void ViewerWindow::buildDocks()
+{
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    m_deviceDock = addDock(QStringLiteral("deviceDock"), Qt::LeftDockWidgetArea, m_devices);
+    m_panelDock = addDock(QStringLiteral("panelDock"), Qt::RightDockWidgetArea, m_panel);
+    m_logDock = addDock(QStringLiteral("logDock"), Qt::BottomDockWidgetArea, m_log);
+    m_panel->setMinimumSize(panelMinimumWidth, panelMinimumHeight);
+    m_devices->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_devices, &QWidget::customContextMenuRequested, this, &ViewerWindow::showDeviceMenu);
+    connect(m_devices, &DeviceTree::stepRequested, this, &ViewerWindow::takeNextStep);
+    connect(m_devices, &DeviceTree::stateChanged, this, &ViewerWindow::followState);
+}
+
+void ViewerWindow::buildCommands()
+{
+    auto *toolBar = addToolBar(QString());
+    toolBar->setObjectName(QStringLiteral("toolBar"));
+    toolBar->setIconSize({22, 22});
+    toolBar->setMovable(false);
+    m_commands = new ViewerCommands(menuBar(), toolBar);
+    m_commands->addViewToggles({m_deviceDock->toggleViewAction(), m_panelDock->toggleViewAction(),
+                                m_logDock->toggleViewAction(), toolBar->toggleViewAction()});
+    m_commands->action(Command::ShowCommonTab)->setChecked(true);
+    m_commands->action(Command::ShowAttributeTab)->setChecked(true);
+    m_commands->action(Command::DefaultMode0)->setChecked(true);
+    connect(m_commands, &ViewerCommands::triggered, this, &ViewerWindow::run);
+}
+
+void ViewerWindow::connectHost()
+{
+    connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::followFocus);
+    connect(&m_context, &HostContext::frameReady, this, &ViewerWindow::showFrame);
+    connect(&m_context.regions(), &ImageRegions::listChanged, this, &ViewerWindow::followRegions);
+    connect(m_heights, &HeightDisplay::changed, this, &ViewerWindow::followHeights);
+    connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::followSearch,
+            Qt::QueuedConnection); // after the list of found devices
+    connect(&m_context, &HostContext::deviceListChanged, this, &ViewerWindow::openPending);
+    connect(&m_context, &HostContext::logLine, this,
+            [this](const QDateTime &time, const QString &module, const QString &message) {
+                m_log->log().append(time, module, message);
+            });
+}
+
+void ViewerWindow::run(Command command, bool checked)
+{
+    switch (command) {
+    case Command::Refresh:
+        return m_context.refreshDevices();
+    case Command::OpenDevice:
+        return m_context.openLater(currentId());
+    case Command::CloseDevice:
+        return closeDevice();
+    case Command::OpenFile:
+        return askForDescription();
+    case Command::StartAcquisition:
+        return startAcquisition();
+    case Command::StopAcquisition:
+        return stopAcquisition();
+    case Command::Quit:
+        close();
+        return;
+    case Command::ZoomFit:
+        return m_image->zoomToFit();
+    case Command::ZoomOriginal:
+        return m_image->zoomToOriginal();
+    case Command::ZoomIn:
+        return m_image->zoomIn();
+    case Command::ZoomOut:
+        return m_image->zoomOut();
+    case Command::ShowCommonTab:
+        return m_panel->setPanelWidgetVisiable(checked);
+    case Command::ShowAttributeTab:
+        return m_panel->setAllDetailWidgetVisiable(checked);
+    case Command::DisablePanel:
+        return m_panel->setParamterViewDisable(currentId());
+    case Command::DefaultMode0:
+        return m_panel->setDefaultParameterWndMode(0);
+    case Command::DefaultMode1:
+        return m_panel->setDefaultParameterWndMode(1);
+    case Command::English:
+        return useLanguage(QStringLiteral("English"));
+    case Command::Chinese:
+        return useLanguage(QStringLiteral("Chinese"));
+    case Command::About:
+        return showAbout();
+    }
+}
+
+QString ViewerWindow::currentId() const
+{
+    const Device *device = m_devices->currentDevice();
+    return device ? device->id() : QString();
+}
+
+void ViewerWindow::closeDevice()
+{
+    m_context.close(currentId());
+}
+
+void ViewerWindow::startAcquisition()
+{
+    const QString id = currentId();
+    if (m_context.startAcquisition(id))
+        m_image->zoomToFit();
+}
+
+void ViewerWindow::stopAcquisition()
+{
+    m_context.stopAcquisition(currentId());
+}
+
+void ViewerWindow::takeNextStep()
+{
+    for (Command step : {Command::StopAcquisition, Command::StartAcquisition, Command::OpenDevice}) {
+        if (m_commands->action(step)->isEnabled())
+            return m_commands->action(step)->trigger();
+    }
+}
+
+void ViewerWindow::askForDescription()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open Description File"), QString(),
+                                                      tr("Camera descriptions (*.xml *.zip);;All files (*)"));
+    if (!path.isEmpty())
+        openDescription(path);
+}
+
+bool ViewerWindow::openDescription(const QString &path)
+{
+    auto device = std::make_unique<DescriptionDevice>(path);
+    const QString id = device->id();
+    if (!m_context.device(id))
+        m_context.addDevice(std::move(device));
+    m_devices->select(id);
+    return m_context.open(id);
+}
+
+void ViewerWindow::openWhenKnown(const QString &id)
+{
+    m_pendingId = id;
+    openPending();
+}
+
+void ViewerWindow::openPending()
+{
+    if (m_pendingId.isEmpty() || !m_context.device(m_pendingId))
+        return;
+    const QString id = std::exchange(m_pendingId, QString());
+    m_devices->select(id);
+    m_context.openLater(id);
+}
+
+void ViewerWindow::followSearch(bool searching)
+{
+    updateCommands();
+    if (!searching && !m_pendingId.isEmpty())
+        m_context.log(objectName(), tr("There is no device %1.").arg(m_pendingId));
+}
+
+void ViewerWindow::showDeviceMenu(const QPoint &position)
+{
+    const bool onDevice = m_devices->currentDevice() && m_devices->itemAt(position) == m_devices->currentItem();
+    if (onDevice)
+        QMenu::exec(m_commands->deviceActions(), m_devices->viewport()->mapToGlobal(position), nullptr, this);
+}
+
+void ViewerWindow::showAbout()
+{
+    QMessageBox::about(this, tr("About"),
+                       tr("<h3>Parameter Viewer %1</h3><p>Shows the features of GenICam cameras in the ParamterWnd "
+                          "panel.</p><p>MIT licence</p>")
+                           .arg(QCoreApplication::applicationVersion()));
+}
+
+void ViewerWindow::useLanguage(const QString &language)
+{
+    m_translators.use(language);
+    m_context.setLanguage(language);
+    m_context.setFocus(m_context.focus()); // the panel shows the level anew, which the new texts reset
+    const bool english = language == QLatin1String("English");
+    m_commands->action(english ? Command::English : Command::Chinese)->setChecked(true);
+}
+
+void ViewerWindow::followFocus()
+{
+    const QString id = currentId();
+    showPicture();
+    m_cameraFormat.clear();
+    if (m_devices->state(id) == DeviceTree::State::Acquiring)
+        m_context.readNode(id, QStringLiteral("PixelFormat"), &m_cameraFormat);
+    showFormat();
+    updateCommands();
+}
+
+void ViewerWindow::showFormat()
+{
+    m_status->setPixelFormat(m_cameraFormat.isEmpty() ? QString()
+                                                      : m_heights->pixelFormat(currentId(), m_cameraFormat));
+}
+
+ImageView &ViewerWindow::regionView() const
+{
+    return m_heights->shows(currentId()) ? *m_sensor : *m_image;
+}
+
+QSize ViewerWindow::canvasSize() const
+{
+    const QList<ImageRegion> regions = m_context.regions().of(currentId());
+    if (regions.isEmpty())
+        return {};
+    const QSize drawnOn = regions.last().image;
+    const bool isCovered =
+        !m_heights->shows(currentId()) && m_pictures->placeOn(currentId(), drawnOn) == QRect(QPoint(), drawnOn);
+    return isCovered ? QSize() : drawnOn;
+}
+
+void ViewerWindow::showCanvas(ImageView &view)
+{
+    const QSize canvas = canvasSize();
+    const QRect place = m_pictures->placeOn(currentId(), canvas);
+    const QString hint = tr("No image of this size yet. Drag the region by its edges and corners.");
+    view.showCanvas(canvas, place.contains(QRect(QPoint(), canvas)) ? QString() : hint, m_pictures->of(currentId()),
+                    place);
+}
+
+/// Height maps have a view of the sensor below them while there are regions.
+void ViewerWindow::showSensor()
+{
+    m_showsHeights = m_heights->shows(currentId());
+    const bool below = m_showsHeights && !canvasSize().isEmpty();
+    m_image->regions().follow(m_context.regions(), m_showsHeights ? QString() : currentId());
+    m_sensor->regions().follow(m_context.regions(), m_showsHeights ? currentId() : QString());
+    if (below)
+        showCanvas(*m_sensor);
+    m_sensor->setVisible(below);
+}
+
+void ViewerWindow::showPicture()
+{
+    const QString id = currentId();
+    showSensor();
+    if (&regionView() == m_image && !canvasSize().isEmpty())
+        showCanvas(*m_image);
+    else if (m_frames.contains(id))
+        m_image->showStill(m_heights->picture(id, m_frames.value(id)));
+    else
+        m_image->clear(imageHint());
+}
+
+void ViewerWindow::followRegions(const QString &id)
+{
+    const ImageView &view = regionView();
+    const QSize shown = view.isCanvas() && view.isVisibleTo(this) ? view.imageSize() : QSize();
+    if (id != currentId() || shown == canvasSize())
+        return;
+    showPicture();
+    updateCommands();
+}
+
+void ViewerWindow::followHeights(const QString &id)
+{
+    if (id != currentId() || !m_heights->shows(id) || !m_frames.contains(id))
+        return;
+    m_image->replaceFrame(m_heights->picture(id, m_frames.value(id)));
+    showFormat();
+}
+
+void ViewerWindow::followState(const QString &id)
+{
+    const DeviceTree::State state = m_devices->state(id);
+    if (state == DeviceTree::State::Closed || state == DeviceTree::State::Lost)
+        m_frames.remove(id);
+    if (id == currentId())
+        followFocus();
+}
+
+void ViewerWindow::showFrame(const QString &id, const QImage &frame)
+{
+    const DeviceTree::State state = m_devices->state(id);
+    if (state != DeviceTree::State::Acquiring && state != DeviceTree::State::Open)
+        return;
+    const bool first = !m_frames.contains(id);
+    m_frames.insert(id, frame);
+    if (id != currentId())
+        return;
+    if (m_heights->shows(id) != m_showsHeights)
+        showSensor();
+    if (state == DeviceTree::State::Acquiring)
+        m_image->showFrame(m_heights->picture(id, frame));
+    else // the last one of an acquisition, which ended before it was here
+        showPicture();
+    showFormat();
+    if (first)
+        updateCommands();
+}
+
+QString ViewerWindow::imageHint() const
+{
+    const Device *device = m_devices->currentDevice();
+    if (!device)
+        return tr("Select a device.");
+    const QString error = m_context.openingError(device->id());
+    switch (m_devices->state(device->id())) {
+    case DeviceTree::State::Closed:
+        return error.isEmpty() ? tr("%1 is closed. Double-click it to open it.").arg(device->displayName())
+                               : tr("%1 could not be opened: %2").arg(device->displayName(), error);
+    case DeviceTree::State::Opening:
+        return tr("Opening %1...").arg(device->displayName());
+    case DeviceTree::State::Lost:
+        return tr("%1 does not answer any more. Double-click it to open it again.").arg(device->displayName());
+    case DeviceTree::State::Acquiring:
+        return tr("Waiting for images...");
+    case DeviceTree::State::Open:
+        break;
+    }
+    return device->canAcquire() ? tr("Start the acquisition to see images.") : tr("This device has no images.");
+}
+
+void ViewerWindow::updateCommands()
+{
+    const Device *device = m_devices->currentDevice();
+    const DeviceTree::State state = m_devices->state(currentId());
+    const bool open = state == DeviceTree::State::Open || state == DeviceTree::State::Acquiring;
+    const bool acquiring = state == DeviceTree::State::Acquiring;
+    const bool image = !m_image->imageSize().isEmpty();
+    const std::pair<Command, bool> enabled[] = {
+        {Command::Refresh, !m_context.isRefreshing()},
+        {Command::OpenDevice, device && !open && state != DeviceTree::State::Opening},
+        {Command::CloseDevice, device && open},
+        {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
+        {Command::StopAcquisition, acquiring},
+        {Command::DisablePanel, device && open && device->kind() == Device::Kind::Camera},
+        {Command::ZoomFit, image},
+        {Command::ZoomOriginal, image},
+        {Command::ZoomIn, image},
+        {Command::ZoomOut, image},
+    };
+    for (const auto &[command, possible] : enabled)
+        m_commands->action(command)->setEnabled(possible);
+    statusBar()->showMessage(m_context.isRefreshing() ? tr("Searching for devices...") : QString());
+}
+
+void ViewerWindow::retranslate()
+{
+    setWindowTitle(tr("Parameter Viewer"));
+    m_deviceDock->setWindowTitle(tr("Devices"));
+    m_panelDock->setWindowTitle(tr("Parameters"));
+    m_logDock->setWindowTitle(tr("Log"));
+    findChild<QToolBar *>(QStringLiteral("toolBar"))->setWindowTitle(tr("Tool Bar"));
+    m_image->setAccessibleName(tr("Image"));
+    m_sensor->setAccessibleName(tr("Sensor"));
+    if (m_image->frame().isNull())
+        showPicture();
+    else
+        showSensor();
+    m_image->update(); // names of regions
+}
+
+void ViewerWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QMainWindow::changeEvent(event);
+}
+
+void ViewerWindow::restoreLayout()
+{
+    resize(1280, 800);
+    resizeDocks({m_deviceDock, m_panelDock}, {deviceListWidth, panelWidth}, Qt::Horizontal);
+    resizeDocks({m_logDock}, {logHeight}, Qt::Vertical);
+    restoreGeometry(m_context.settings().value(geometryKey).toByteArray());
+    restoreState(m_context.settings().value(layoutKey).toByteArray());
+}
+
+void ViewerWindow::closeEvent(QCloseEvent *event)
+{
+    m_context.settings().setValue(geometryKey, saveGeometry());
+    m_context.settings().setValue(layoutKey, saveState());
+    QMainWindow::closeEvent(event);
+}

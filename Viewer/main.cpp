@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include <QApplication>
+#include <QTextStream>
+
+#include <cstdio>
+
+#include "Devices/AravisDevice.h"
+#include "Host/HostContext.h"
+#include "Simulation/SimulatedDevices.h"
+#include "Viewer/DumpRun.h"
+#include "Viewer/MessageLog.h"
+#include "Viewer/ViewerOptions.h"
+#include "Viewer/ViewerStyle.h"
+#include "Viewer/ViewerWindow.h"
+
+namespace {
+
+constexpr int usageError = 2;
+
+int print(const QString &text, FILE *stream, int result)
+{
+    QTextStream(stream) << text << QLatin1Char('\n');
+    return result;
+}
+
+QStringList argumentsOf(int argc, char **argv)
+{
+    QStringList result;
+    for (int i = 0; i < argc; ++i)
+        result << QString::fromLocal8Bit(argv[i]);
+    return result;
+}
+
+DeviceFinder finder(const ViewerOptions &options)
+{
+    return options.simulatedOnly ? DeviceFinder() : aravisFinder(true);
+}
+
+void addSimulatedDevices(HostContext &context)
+{
+    for (std::unique_ptr<Device> &device : makeSimulatedDevices())
+        context.addDevice(std::move(device));
+}
+
+int show(HostContext &context, const ViewerOptions &options)
+{
+    if (!options.language.isEmpty())
+        context.setLanguage(options.language);
+    ViewerWindow window(context);
+    window.show();
+    if (!options.description.isEmpty())
+        window.openDescription(options.description);
+    if (!options.device.isEmpty())
+        window.openWhenKnown(options.device);
+    context.refreshDevices();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const ViewerOptions options = ViewerOptions::parse(argumentsOf(argc, argv));
+    if (options.isTextOnly())
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    enableHighDpi();
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("ParamterWnd"));
+    QApplication::setApplicationName(QStringLiteral("paramter-viewer"));
+    QApplication::setApplicationVersion(QStringLiteral(PARAMTERWND_VERSION));
+    if (!options.error.isEmpty())
+        return print(options.error, stderr, usageError);
+    if (options.help)
+        return print(ViewerOptions::helpText(), stdout, 0);
+    if (options.version)
+        return print(QApplication::applicationVersion(), stdout, 0);
+    HostContext context({options.settings, finder(options)});
+    addSimulatedDevices(context);
+    if (options.dump)
+        return runDump(context, options);
+    const MessageLog messages;
+    applyViewerStyle(application);
+    return show(context, options);
+}

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: MIT
+#include "tour/TourPageSteps.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTextBrowser>
+
+#include "Host/HostContext.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/ViewerCommands.h"
+#include "Viewer/ViewerWindow.h"
+#include "tour/TourHand.h"
+#include "tour/TourStage.h"
+
+namespace {
+
+constexpr int commonPage = 0;
+constexpr int triggerPage = 1;
+constexpr int advancedPage = 2;
+
+const QString exposureTime = QStringLiteral("Exposure Time(us)");
+const QString exposureAuto = QStringLiteral("Exposure Auto");
+const QString drawRegion = QStringLiteral("DrawRoi");
+const QString triggerSwitch = QStringLiteral("Software Trigger Auto Enable");
+
+bool opens(TourStage &stage, int page)
+{
+    return stage.expect(stage.openPage(page), say("the page does not open"));
+}
+
+bool describeRow(TourStage &stage)
+{
+    if (!opens(stage, commonPage))
+        return false;
+    QWidget *row = stage.row(exposureTime);
+    if (!stage.expect(row, say("there is no row for the exposure time")))
+        return false;
+    TourHand::click(row, QPoint(40, row->height() / 2));
+    return stage.expect(!stage.description()->toPlainText().isEmpty(), say("the row is not described"));
+}
+
+bool setExposure(TourStage &stage)
+{
+    return stage.enter(exposureTime, say("2500")) && stage.becomes("ExposureTime", "2500");
+}
+
+/// The darkness that the short exposure left is what the camera corrects.
+bool exposeAutomatically(TourStage &stage)
+{
+    if (!stage.acquires() || !stage.choose(exposureAuto, say("Continuous")))
+        return false;
+    const auto *field = stage.control<QDoubleSpinBox>(exposureTime);
+    const bool follows = TourHand::waitUntil([&] { return field->value() > 3000; }, 8000);
+    return stage.expect(!field->isEnabled(), say("the exposure time can be edited"))
+        && stage.expect(follows, say("the exposure time does not follow the camera"));
+}
+
+bool setExposureBack(TourStage &stage)
+{
+    const bool back = stage.choose(exposureAuto, say("Off")) && stage.enter(exposureTime, say("10000"));
+    stage.order(Command::StopAcquisition);
+    return back && stage.becomes("ExposureTime", "10000");
+}
+
+bool refuseFrameRate(TourStage &stage)
+{
+    const QString row = say("Acquisition Frame Rate");
+    const double before = stage.control<QDoubleSpinBox>(row)->value();
+    return stage.enter(row, say("400"))
+        && stage.expect(stage.control<QDoubleSpinBox>(row)->value() == before, say("the refused value stays"))
+        && stage.expect(stage.isLogged(say("Set AcquisitionFrameRate value failed")), say("the refusal is not logged"));
+}
+
+bool walkByKeyboard(TourStage &stage)
+{
+    auto *field = stage.control<QDoubleSpinBox>(exposureTime);
+    TourHand::click(field, QPoint(field->width() / 3, field->height() / 2));
+    TourHand::key(field, Qt::Key_Tab);
+    return stage.expect(stage.control<QComboBox>(say("Gain Auto"))->hasFocus(),
+                        say("Tab does not lead to the next row"));
+}
+
+bool triggerOnce(TourStage &stage)
+{
+    if (!opens(stage, triggerPage) || !stage.choose(say("TriggerMode"), say("On"))
+        || !stage.choose(say("TriggerSource"), say("Software")))
+        return false;
+    stage.order(Command::StartAcquisition);
+    TourHand::pause(500);
+    const bool waits = stage.window().image().framesPerSecond() == 0;
+    return stage.expect(waits, say("the camera does not wait for the trigger")) && stage.press(say("TriggerSoftware"))
+        && stage.expect(TourHand::waitUntil([&] { return !stage.window().image().frame().isNull(); }),
+                        say("the trigger gives no image"));
+}
+
+bool triggerAutomatically(TourStage &stage)
+{
+    if (!stage.enter(say("Software Trigger Auto Time(ms)"), say("100")) || !stage.press(triggerSwitch))
+        return false;
+    TourHand::pause(1500);
+    const double rate = stage.window().image().framesPerSecond();
+    return stage.expect(rate > 8 && rate < 12, QStringLiteral("%1 images a second").arg(rate));
+}
+
+bool endTriggering(TourStage &stage)
+{
+    const bool ended = stage.press(triggerSwitch) && stage.choose(say("TriggerMode"), say("Off"));
+    stage.order(Command::StopAcquisition);
+    return ended;
+}
+
+bool openAdvanced(TourStage &stage)
+{
+    return endTriggering(stage) && opens(stage, advancedPage) && stage.row(say("PixelFormat"));
+}
+
+/// Drags the lower right corner to the middle of the image.
+bool drawOnImage(TourStage &stage)
+{
+    if (!stage.press(drawRegion))
+        return false;
+    ImageView &image = stage.window().image();
+    TourHand::pause(300);
+    const QRectF area = image.imageRect();
+    TourHand::drag(&image, area.bottomRight().toPoint() - QPoint(1, 1), area.center().toPoint());
+    const auto *width = stage.control<QSpinBox>(say("Draw-Width"));
+    return stage.expect(width && width->value() < width->maximum(), say("the region is not drawn"));
+}
+
+bool moveRegion(TourStage &stage)
+{
+    ImageView &image = stage.window().image();
+    image.setFocus();
+    TourHand::key(&image, Qt::Key_Right, Qt::ShiftModifier);
+    TourHand::key(&image, Qt::Key_Down, Qt::ShiftModifier);
+    const bool moved = stage.control<QSpinBox>(say("Draw-OffsetX"))->value() > 0;
+    return stage.expect(moved, say("the arrow keys do not move the region"))
+        && stage.enter(say("Draw-Width"), say("1024")) && stage.enter(say("Draw-Height"), say("768"))
+        && stage.enter(say("Draw-OffsetX"), say("480")) && stage.enter(say("Draw-OffsetY"), say("400"));
+}
+
+bool applyRegion(TourStage &stage)
+{
+    if (!stage.press(say("ROIEffective")))
+        return false;
+    return stage.becomes("Width", "1024") && stage.becomes("Height", "768") && stage.becomes("OffsetX", "480")
+        && stage.becomes("OffsetY", "400") && stage.acquires()
+        && stage.expect(stage.window().image().frame().size() == QSize(1024, 768), say("the image has another size"));
+}
+
+bool restoreSize(TourStage &stage)
+{
+    stage.order(Command::StopAcquisition);
+    return stage.press(say("Restore Image Size")) && stage.becomes("OffsetX", "0") && stage.becomes("OffsetY", "0")
+        && stage.becomes("Width", "2448") && stage.becomes("Height", "2048");
+}
+
+bool useUserSets(TourStage &stage)
+{
+    return stage.choose(say("UserSetSelector"), say("UserSet1")) && stage.press(say("UserSetSave"))
+        && opens(stage, commonPage) && stage.enter(exposureTime, say("1234")) && stage.becomes("ExposureTime", "1234")
+        && opens(stage, advancedPage) && stage.press(say("UserSetLoad")) && stage.becomes("ExposureTime", "10000")
+        && opens(stage, commonPage)
+        && stage.expect(stage.control<QDoubleSpinBox>(exposureTime)->value() == 10000,
+                        say("the row does not show the loaded value"));
+}
+
+bool narrowPanel(TourStage &stage)
+{
+    return stage.resizePanel(320) && opens(stage, commonPage);
+}
+
+bool narrowTriggerPage(TourStage &stage)
+{
+    return opens(stage, triggerPage);
+}
+
+bool widePanel(TourStage &stage)
+{
+    return stage.resizePanel(600) && opens(stage, advancedPage);
+}
+
+bool usualPanel(TourStage &stage)
+{
+    return stage.resizePanel(500) && opens(stage, commonPage);
+}
+
+} // namespace
+
+const std::vector<TourStep> &tourPageSteps()
+{
+    static const std::vector<TourStep> steps = {
+        {"page-common", describeRow},
+        {"page-exposure", setExposure},
+        {"page-exposure-auto", exposeAutomatically},
+        {"page-exposure-back", setExposureBack},
+        {"page-refused", refuseFrameRate},
+        {"page-keyboard", walkByKeyboard},
+        {"page-trigger", triggerOnce},
+        {"page-trigger-automatic", triggerAutomatically},
+        {"page-advanced", openAdvanced},
+        {"region-drawn", drawOnImage},
+        {"region-typed", moveRegion},
+        {"region-applied", applyRegion},
+        {"region-restored", restoreSize},
+        {"user-set", useUserSets},
+        {"page-narrow", narrowPanel},
+        {"page-narrow-trigger", narrowTriggerPage},
+        {"page-wide", widePanel},
+        {"page-usual", usualPanel},
+    };
+    return steps;
+}

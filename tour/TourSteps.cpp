@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: MIT
+#include "tour/TourSteps.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QTreeView>
+
+#include "Host/HostContext.h"
+#include "Viewer/DeviceTree.h"
+#include "Viewer/FrameStatus.h"
+#include "Viewer/ImageView.h"
+#include "Viewer/ViewerCommands.h"
+#include "Viewer/ViewerWindow.h"
+#include "tour/TourEditSteps.h"
+#include "tour/TourHand.h"
+#include "tour/TourPageSteps.h"
+#include "tour/TourProfilerSteps.h"
+#include "tour/TourStage.h"
+#include "tour/TourStructuredLightSteps.h"
+
+namespace {
+
+using State = DeviceTree::State;
+
+constexpr int attributeTab = 1;
+constexpr int guru = 2;
+
+bool showStart(TourStage &stage)
+{
+    return stage.expect(stage.panel(), say("no default panel is shown"))
+        && stage.expect(stage.shownRows() == 0, say("the default panel has features"))
+        && stage.expect(stage.simulated(false) && stage.simulated(true), say("a simulated device is missing"));
+}
+
+bool openCamera(TourStage &stage)
+{
+    return stage.open(*stage.simulated(false))
+        && stage.expect(stage.tree() && stage.tree()->model(), say("the panel has no features"));
+}
+
+bool openAttributeTab(TourStage &stage)
+{
+    return stage.expect(stage.openTab(attributeTab), say("the attribute tab does not open"))
+        && stage.expect(stage.tree()->isExpanded(stage.tree()->model()->index(0, 0)), say("the root is not open"))
+        && stage.expect(stage.isShown(say("ImageFormatControl")), say("a category is missing"));
+}
+
+bool expandTree(TourStage &stage)
+{
+    const int folded = stage.shownRows();
+    const QString offer = stage.foldButton()->text();
+    TourHand::click(stage.foldButton());
+    return stage.expect(stage.shownRows() > folded, say("nothing unfolds"))
+        && stage.expect(stage.foldButton()->text() != offer, say("the button does not offer to fold"));
+}
+
+bool selectFeature(TourStage &stage)
+{
+    TourHand::clickCell(stage.tree(), stage.feature(say("ExposureTime")));
+    const QString text = stage.description()->toPlainText();
+    return stage.expect(text.startsWith(say("ExposureTime")) && text.contains(say("Max:")),
+                        say("the description pane does not describe the feature"));
+}
+
+bool searchFeature(TourStage &stage)
+{
+    TourHand::click(stage.searchField());
+    TourHand::type(stage.searchField(), say("gain"));
+    const bool filtered = stage.isShown(say("Gain")) && !stage.isShown(say("ExposureTime"));
+    return stage.expect(filtered, say("the search does not filter"));
+}
+
+bool raiseLevel(TourStage &stage)
+{
+    TourHand::retype(stage.searchField(), QString());
+    const int beginner = stage.shownRows();
+    const bool chosen = TourHand::choose(stage.levelBox(), stage.levelBox()->itemText(2));
+    return stage.expect(chosen && stage.shownRows() > beginner, say("the level Guru does not show more"))
+        && stage.expect(stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2"),
+                        say("the level is not stored"));
+}
+
+/// What a switch shows comes at once, wherever it is.
+bool switchFeatures(TourStage &stage)
+{
+    const bool before = stage.isShown(say("ChunkEnable"));
+    return stage.edit(say("ChunkModeActive"), say("True"))
+        && stage.expect(!before && stage.isShown(say("ChunkEnable")), say("the switched feature is not shown"));
+}
+
+bool discardAddress(TourStage &stage)
+{
+    return stage.edit(say("GevPersistentIPAddress"), say("192168000007"))
+        && stage.expect(stage.isLogged(say("GevPersistentIPAddress: addresses are not written")),
+                        say("nobody tells that the address is not written"));
+}
+
+struct Edit
+{
+    const char *feature;
+    const char *typed;
+    const char *expected; ///< value of the device afterwards
+};
+
+bool takesValue(TourStage &stage, const Edit &edit)
+{
+    const QString feature = say(edit.feature);
+    if (!stage.edit(feature, say(edit.typed)))
+        return false;
+    const QString value = stage.value(feature);
+    return stage.expect(value == say(edit.expected), QStringLiteral("%1 is %2").arg(feature, value));
+}
+
+/// Takes the value and opens the editor again, for the picture.
+bool editsAgain(TourStage &stage, const Edit &edit)
+{
+    return takesValue(stage, edit)
+        && stage.expect(stage.showEditor(say(edit.feature)), say("the editor does not open again"));
+}
+
+bool editInteger(TourStage &stage)
+{
+    return editsAgain(stage, {"Width", "640", "640"});
+}
+
+bool editFloat(TourStage &stage)
+{
+    const QString feature = say("ExposureTime");
+    return stage.edit(feature, say("2500"))
+        && stage.expect(stage.value(feature).toDouble() == 2500.0, say("ExposureTime is not 2500"))
+        && stage.expect(stage.showEditor(feature), say("the editor does not open again"));
+}
+
+bool editEnumeration(TourStage &stage)
+{
+    return takesValue(stage, {"TriggerMode", "On", "On"}) && takesValue(stage, {"TriggerMode", "Off", "Off"})
+        && editsAgain(stage, {"GainAuto", "Off", "Off"});
+}
+
+bool editBoolean(TourStage &stage)
+{
+    return editsAgain(stage, {"ReverseX", "True", "True"});
+}
+
+bool editText(TourStage &stage)
+{
+    return editsAgain(stage, {"DeviceUserID", "Line 3 left", "Line 3 left"});
+}
+
+bool runCommand(TourStage &stage)
+{
+    const QString before = stage.value(say("TimestampLatchValue"));
+    auto *button = qobject_cast<QPushButton *>(stage.openEditor(say("TimestampLatch")));
+    if (!stage.expect(button, say("the command has no button")))
+        return false;
+    TourHand::click(button);
+    TourHand::pause(200);
+    return stage.expect(stage.value(say("TimestampLatchValue")) != before, say("the command does not run"));
+}
+
+bool refuseWrite(TourStage &stage)
+{
+    return takesValue(stage, {"Width", "645", "640"})
+        && stage.expect(stage.isLogged(say("Set Width value failed, message = The difference between Value = 645 ")),
+                        say("the refused write is not logged with its reason"))
+        && stage.expect(!stage.isLogged(say("Failed to set data")), say("the refused write is logged twice"));
+}
+
+bool hideTab(TourStage &stage)
+{
+    stage.order(Command::ShowCommonTab);
+    const int hidden = stage.tabs()->count();
+    stage.order(Command::ShowCommonTab);
+    QMenuBar *bar = stage.window().menuBar();
+    TourHand::click(bar, bar->actionGeometry(bar->actions().at(1)).center());
+    return stage.expect(hidden == 1, say("the common tab is not hidden"))
+        && stage.expect(stage.tabs()->count() == 2, say("the common tab does not come back"))
+        && stage.openTab(attributeTab);
+}
+
+bool startAcquisition(TourStage &stage)
+{
+    const Device &camera = *stage.simulated(false);
+    TourHand::key(&stage.window().devices(), Qt::Key_Return);
+    const bool frames = TourHand::waitUntil([&] { return stage.window().image().framesPerSecond() > 0; });
+    return stage.expect(stage.reaches(camera, State::Acquiring), say("the camera does not acquire"))
+        && stage.expect(frames, say("no frames arrive"))
+        && stage.expect(stage.window().frameStatus().text().contains(say("640")), say("the status has no image size"))
+        && stage.expect(!stage.openEditor(say("Width")), say("a locked feature can be edited"));
+}
+
+bool zoomImage(TourStage &stage)
+{
+    ImageView &image = stage.window().image();
+    const double fitted = image.zoom();
+    TourHand::wheel(&image, image.rect().center(), 4);
+    return stage.expect(image.zoom() > fitted && !image.isFitted(), say("the wheel does not zoom"));
+}
+
+bool changeFocus(TourStage &stage)
+{
+    return stage.open(*stage.simulated(true)) && stage.expect(stage.shownRows() > 1, say("the card has no features"));
+}
+
+bool changeLanguage(TourStage &stage)
+{
+    stage.pointAt(*stage.simulated(false), false);
+    const QString button = stage.foldButton()->text();
+    const QString title = stage.window().windowTitle();
+    stage.changeLanguage();
+    return stage.expect(stage.foldButton()->text() != button, say("the panel does not change its language"))
+        && stage.expect(stage.window().windowTitle() != title, say("the window does not change its language"))
+        && stage.expect(stage.levelBox()->currentIndex() == guru, say("the level is forgotten"));
+}
+
+bool searchInOtherLanguage(TourStage &stage)
+{
+    TourHand::click(stage.searchField());
+    TourHand::type(stage.searchField(), say("chunk"));
+    const bool isKept = stage.levelBox()->currentIndex() == guru
+        && stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2");
+    TourHand::retype(stage.searchField(), QString());
+    return stage.expect(isKept, say("a search changes the level"));
+}
+
+bool closeCamera(TourStage &stage)
+{
+    const Device &camera = *stage.simulated(false);
+    stage.order(Command::StopAcquisition);
+    stage.order(Command::CloseDevice);
+    return stage.expect(stage.reaches(camera, State::Closed), say("the camera does not close"))
+        && stage.expect(TourHand::waitUntil([&] { return stage.panel() && stage.shownRows() == 0; }),
+                        say("the default panel is not shown"))
+        && stage.expect(stage.window().image().frame().isNull(), say("the image stays"));
+}
+
+bool openDescription(TourStage &stage)
+{
+    const QTemporaryDir directory;
+    const QString file = directory.filePath(say("camera.xml"));
+    return stage.expect(QFile::copy(say(":/simulation/area_scan.xml"), file), say("there is no description to open"))
+        && stage.expect(stage.window().openDescription(file), say("the description does not open"))
+        && stage.expect(TourHand::waitUntil([&] { return stage.tree() && stage.tree()->model(); }),
+                        say("the description gets no panel"))
+        && stage.expect(stage.openTab(attributeTab) && stage.isShown(say("DeviceControl")),
+                        say("the features are not shown"));
+}
+
+} // namespace
+
+std::vector<TourStep> tourSteps()
+{
+    std::vector<TourStep> steps = {{"start", showStart}, {"camera-open", openCamera}};
+    const std::vector<TourStep> &pages = tourPageSteps();
+    steps.insert(steps.end(), pages.begin(), pages.end());
+    const std::vector<TourStep> &edits = tourEditSteps();
+    steps.insert(steps.end(), edits.begin(), edits.end());
+    const std::vector<TourStep> &profiler = tourProfilerSteps();
+    steps.insert(steps.end(), profiler.begin(), profiler.end());
+    const std::vector<TourStep> features = {
+        {"attribute-tab", openAttributeTab},
+        {"expanded", expandTree},
+        {"feature-selected", selectFeature},
+        {"search", searchFeature},
+        {"level-guru", raiseLevel},
+        {"features-switched", switchFeatures},
+        {"address-discarded", discardAddress},
+        {"edit-integer", editInteger},
+        {"edit-float", editFloat},
+        {"edit-enumeration", editEnumeration},
+        {"edit-boolean", editBoolean},
+        {"edit-text", editText},
+        {"command", runCommand},
+        {"write-refused", refuseWrite},
+        {"view-menu", hideTab},
+        {"acquisition", startAcquisition},
+        {"zoom", zoomImage},
+        {"card-focused", changeFocus},
+        {"other-language", changeLanguage},
+        {"other-language-search", searchInOtherLanguage},
+        {"camera-closed", closeCamera},
+        {"description-file", openDescription},
+    };
+    const std::vector<TourStep> &structuredLight = tourStructuredLightSteps();
+    steps.insert(steps.end(), structuredLight.begin(), structuredLight.end());
+    steps.insert(steps.end(), features.begin(), features.end());
+    return steps;
+}
