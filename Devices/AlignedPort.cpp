@@ -7,13 +7,13 @@
 
 namespace {
 
-constexpr int64_t word = 4; // bytes
+constexpr int64_t Word = 4; // bytes
 
 /// The whole words that a range of bytes touches.
 struct Window
 {
     Window(int64_t address, int64_t length)
-        : begin(address & ~(word - 1)), skipped(address - begin), length((skipped + length + word - 1) & ~(word - 1))
+        : begin(address & ~(Word - 1)), skipped(address - begin), length((skipped + length + Word - 1) & ~(Word - 1))
     { }
 
     int64_t begin;
@@ -25,22 +25,22 @@ struct Window
 
 } // namespace
 
-AlignedPort::AlignedPort(std::unique_ptr<GenApi::IPort> port) : target(std::move(port)) { }
+AlignedPort::AlignedPort(std::unique_ptr<GenApi::IPort> port) : m_target(std::move(port)) { }
 
 GenApi::EAccessMode AlignedPort::GetAccessMode() const
 {
-    return target->GetAccessMode();
+    return m_target->GetAccessMode();
 }
 
 void AlignedPort::Read(void *buffer, int64_t address, int64_t length)
 {
     const Window window(address, length);
     if (window.isExactly(length)) {
-        target->Read(buffer, address, length);
+        m_target->Read(buffer, address, length);
         return;
     }
     std::vector<char> words(static_cast<std::size_t>(window.length));
-    target->Read(words.data(), window.begin, window.length);
+    m_target->Read(words.data(), window.begin, window.length);
     std::memcpy(buffer, words.data() + window.skipped, static_cast<std::size_t>(length));
 }
 
@@ -48,15 +48,15 @@ void AlignedPort::Write(const void *buffer, int64_t address, int64_t length)
 {
     const Window window(address, length);
     if (window.isExactly(length)) {
-        target->Write(buffer, address, length);
+        m_target->Write(buffer, address, length);
         return;
     }
     std::vector<char> words(static_cast<std::size_t>(window.length));
-    const int64_t lastWord = window.length - word;
+    const int64_t lastWord = window.length - Word;
     if (window.skipped > 0)
-        target->Read(words.data(), window.begin, word);
+        m_target->Read(words.data(), window.begin, Word);
     if (window.skipped + length < window.length && (lastWord > 0 || window.skipped == 0))
-        target->Read(words.data() + lastWord, window.begin + lastWord, word);
+        m_target->Read(words.data() + lastWord, window.begin + lastWord, Word);
     std::memcpy(words.data() + window.skipped, buffer, static_cast<std::size_t>(length));
-    target->Write(words.data(), window.begin, window.length);
+    m_target->Write(words.data(), window.begin, window.length);
 }

@@ -18,5 +18,5 @@ public:
     void Write(const void *buffer, int64_t address, int64_t length) override;
 
 private:
-    std::unique_ptr<GenApi::IPort> target;
+    std::unique_ptr<GenApi::IPort> m_target;
 };

@@ -23,9 +23,9 @@
 
 namespace {
 
-constexpr int bufferCount = 8; // frames that Aravis may fill
-constexpr guint64 popTimeout = 50'000; // us
-constexpr std::chrono::milliseconds streamEndTimeout(500);
+constexpr int BufferCount = 8; // frames that Aravis may fill
+constexpr guint64 PopTimeout = 50'000; // us
+constexpr std::chrono::milliseconds StreamEndTimeout(500);
 
 struct Unreference
 {
@@ -39,45 +39,45 @@ class ErrorSlot
 {
 public:
     ErrorSlot() = default;
-    ~ErrorSlot() { g_clear_error(&error); }
+    ~ErrorSlot() { g_clear_error(&m_error); }
     ErrorSlot(const ErrorSlot &) = delete;
     ErrorSlot &operator=(const ErrorSlot &) = delete;
 
-    GError **out() { return &error; }
-    const char *text() const { return error ? error->message : "unknown failure"; }
+    GError **out() { return &m_error; }
+    const char *text() const { return m_error ? m_error->message : "unknown failure"; }
 
     void throwIfSet() const
     {
-        if (!error)
+        if (!m_error)
             return;
-        if (g_error_matches(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_TIMEOUT))
-            throw TIMEOUT_EXCEPTION("%s", error->message);
-        throw RUNTIME_EXCEPTION("%s", error->message);
+        if (g_error_matches(m_error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_TIMEOUT))
+            throw TIMEOUT_EXCEPTION("%s", m_error->message);
+        throw RUNTIME_EXCEPTION("%s", m_error->message);
     }
 
 private:
-    GError *error = nullptr;
+    GError *m_error = nullptr;
 };
 
 /// The registers of an Aravis device, which it keeps alive.
 class RegisterPort : public GenApi::IPort
 {
 public:
-    explicit RegisterPort(Reference<ArvDevice> opened) : device(std::move(opened)) { }
+    explicit RegisterPort(Reference<ArvDevice> opened) : m_device(std::move(opened)) { }
 
     GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
 
     void Read(void *buffer, int64_t address, int64_t length) override
     {
         ErrorSlot error;
-        arv_device_read_memory(device.get(), static_cast<guint64>(address), size(length), buffer, error.out());
+        arv_device_read_memory(m_device.get(), static_cast<guint64>(address), size(length), buffer, error.out());
         error.throwIfSet();
     }
 
     void Write(const void *buffer, int64_t address, int64_t length) override
     {
         ErrorSlot error;
-        arv_device_write_memory(device.get(), static_cast<guint64>(address), size(length), const_cast<void *>(buffer),
+        arv_device_write_memory(m_device.get(), static_cast<guint64>(address), size(length), const_cast<void *>(buffer),
                                 error.out());
         error.throwIfSet();
     }
@@ -90,7 +90,7 @@ private:
         return static_cast<guint32>(length);
     }
 
-    Reference<ArvDevice> device;
+    Reference<ArvDevice> m_device;
 };
 
 std::unique_ptr<GenApi::IPort> makeRegisterPort(Reference<ArvDevice> device)
@@ -194,20 +194,20 @@ public:
     using Show = std::function<void(const QImage &)>;
 
     /// `show` is called on the stream's thread. Throws a GenICam exception when the camera grants no stream.
-    Stream(ArvDevice *device, std::size_t frameSize, Show show) : feed(std::make_shared<Feed>())
+    Stream(ArvDevice *device, std::size_t frameSize, Show show) : m_feed(std::make_shared<Feed>())
     {
         ErrorSlot error;
-        feed->source.reset(arv_device_create_stream(device, nullptr, nullptr, error.out()));
-        if (!feed->source)
+        m_feed->source.reset(arv_device_create_stream(device, nullptr, nullptr, error.out()));
+        if (!m_feed->source)
             throw RUNTIME_EXCEPTION("%s", error.text());
-        for (int i = 0; i < bufferCount; ++i)
-            arv_stream_push_buffer(feed->source.get(), arv_buffer_new_allocate(frameSize));
-        feed->show = std::move(show);
-        std::thread([shared = feed] { shared->run(); }).detach();
+        for (int i = 0; i < BufferCount; ++i)
+            arv_stream_push_buffer(m_feed->source.get(), arv_buffer_new_allocate(frameSize));
+        m_feed->show = std::move(show);
+        std::thread([shared = m_feed] { shared->run(); }).detach();
     }
 
     /// Releasing the stream of a camera that is gone takes seconds; nobody waits for that.
-    ~Stream() { feed->stop(); }
+    ~Stream() { m_feed->stop(); }
 
 private:
     /// Lives until both the stream object and its thread have let go of it.
@@ -233,7 +233,7 @@ private:
         {
             ArvBuffer *buffer = nullptr;
             while (!stopping && !buffer)
-                buffer = arv_stream_timeout_pop_buffer(source.get(), popTimeout);
+                buffer = arv_stream_timeout_pop_buffer(source.get(), PopTimeout);
             if (buffer && stopping)
                 g_object_unref(std::exchange(buffer, nullptr));
             return buffer;
@@ -244,7 +244,7 @@ private:
             std::unique_lock<std::mutex> lock(mutex);
             show = nullptr;
             stopping = true;
-            ended.wait_for(lock, streamEndTimeout, [this] { return finished; });
+            ended.wait_for(lock, StreamEndTimeout, [this] { return finished; });
         }
 
         Reference<ArvStream> source;
@@ -254,10 +254,10 @@ private:
         Show show;
         bool finished = false;
     };
-    std::shared_ptr<Feed> feed;
+    std::shared_ptr<Feed> m_feed;
 };
 
-AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), identity(std::move(camera)) { }
+AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), m_identity(std::move(camera)) { }
 
 AravisDevice::~AravisDevice()
 {
@@ -267,24 +267,24 @@ AravisDevice::~AravisDevice()
 void AravisDevice::reach()
 {
     ErrorSlot failure;
-    reached = std::make_unique<Reached>();
-    reached->device = Reference<ArvDevice>(arv_open_device(identity.id.toUtf8().constData(), failure.out()));
-    if (!reached->device) {
-        reached->error = QString::fromUtf8(failure.text());
+    m_reached = std::make_unique<Reached>();
+    m_reached->device = Reference<ArvDevice>(arv_open_device(m_identity.id.toUtf8().constData(), failure.out()));
+    if (!m_reached->device) {
+        m_reached->error = QString::fromUtf8(failure.text());
         return;
     }
     std::size_t size = 0;
-    const char *xml = arv_device_get_genicam_xml(reached->device.get(), &size);
-    reached->description = QByteArray(xml, static_cast<int>(size));
+    const char *xml = arv_device_get_genicam_xml(m_reached->device.get(), &size);
+    m_reached->description = QByteArray(xml, static_cast<int>(size));
 }
 
 bool AravisDevice::open(QString *error)
 {
-    if (connection)
+    if (m_connection)
         return true;
-    if (!reached)
+    if (!m_reached)
         reach();
-    const std::unique_ptr<Reached> camera = std::move(reached);
+    const std::unique_ptr<Reached> camera = std::move(m_reached);
     if (!camera->device) {
         *error = camera->error;
         return false;
@@ -297,24 +297,24 @@ bool AravisDevice::open(QString *error)
         std::make_unique<FailFastPort>(makeRegisterPort(std::move(camera->device)), FailFastPort::Timing(), report);
     if (!guarded(error, [&] { opened->nodes = std::make_unique<LoadedNodeMap>(camera->description, *opened->port); }))
         return false;
-    connection = std::move(opened);
+    m_connection = std::move(opened);
     return true;
 }
 
 void AravisDevice::close()
 {
     stopAcquisition();
-    connection.reset();
+    m_connection.reset();
 }
 
 GenApi::INodeMap *AravisDevice::nodeMap() const
 {
-    return connection ? connection->nodes->get() : nullptr;
+    return m_connection ? m_connection->nodes->get() : nullptr;
 }
 
 bool AravisDevice::startAcquisition(QString *error)
 {
-    if (stream)
+    if (m_stream)
         return true;
     const auto start = [this] {
         GenApi::INodeMap &map = *nodeMap();
@@ -323,12 +323,12 @@ bool AravisDevice::startAcquisition(QString *error)
             if (mailbox->put(frame))
                 QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
         };
-        stream = std::make_unique<Stream>(connection->device, static_cast<std::size_t>(payloadSize(map)), show);
+        m_stream = std::make_unique<Stream>(m_connection->device, static_cast<std::size_t>(payloadSize(map)), show);
         writeIfWritable(map, "TLParamsLocked", QStringLiteral("1"));
         writeNodeText(map, QStringLiteral("AcquisitionStart"), QString());
     };
     if (!guarded(error, start)) {
-        stream.reset();
+        m_stream.reset();
         return false;
     }
     Q_EMIT acquiringChanged(true);
@@ -337,7 +337,7 @@ bool AravisDevice::startAcquisition(QString *error)
 
 void AravisDevice::stopAcquisition()
 {
-    if (!stream)
+    if (!m_stream)
         return;
     const auto stop = [this] {
         writeNodeText(*nodeMap(), QStringLiteral("AcquisitionStop"), QString());
@@ -346,14 +346,14 @@ void AravisDevice::stopAcquisition()
     QString error;
     if (!guarded(&error, stop))
         Q_EMIT reported(QStringLiteral("Stopping acquisition failed: ") + error);
-    stream.reset();
+    m_stream.reset();
     Q_EMIT acquiringChanged(false);
 }
 
 void AravisDevice::reportAnswering(bool answering)
 {
     const QString state = answering ? QStringLiteral("%1 answers again") : QStringLiteral("%1 does not answer");
-    Q_EMIT reported(state.arg(identity.displayName));
+    Q_EMIT reported(state.arg(m_identity.displayName));
 }
 
 namespace {

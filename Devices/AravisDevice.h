@@ -26,18 +26,18 @@ public:
     explicit AravisDevice(Identity identity, QObject *parent = nullptr);
     ~AravisDevice() override;
 
-    QString id() const override { return identity.id; }
-    QString displayName() const override { return identity.displayName; }
-    Transport transport() const override { return identity.transport; }
+    QString id() const override { return m_identity.id; }
+    QString displayName() const override { return m_identity.displayName; }
+    Transport transport() const override { return m_identity.transport; }
     /// Takes some seconds for a camera that does not answer.
     void reach() override;
     bool open(QString *error) override;
     void close() override;
-    bool isOpen() const override { return connection != nullptr; }
+    bool isOpen() const override { return m_connection != nullptr; }
     GenApi::INodeMap *nodeMap() const override;
     bool startAcquisition(QString *error) override;
     void stopAcquisition() override;
-    bool isAcquiring() const override { return stream != nullptr; }
+    bool isAcquiring() const override { return m_stream != nullptr; }
 
 private:
     struct Reached;
@@ -46,10 +46,10 @@ private:
 
     void reportAnswering(bool answering);
 
-    const Identity identity;
-    std::unique_ptr<Reached> reached; ///< by reach(), until open() takes it
-    std::unique_ptr<Connection> connection;
-    std::unique_ptr<Stream> stream;
+    const Identity m_identity;
+    std::unique_ptr<Reached> m_reached; ///< by reach(), until open() takes it
+    std::unique_ptr<Connection> m_connection;
+    std::unique_ptr<Stream> m_stream;
 };
 
 /// A finder of the cameras that Aravis sees on all interfaces. It takes about a second.

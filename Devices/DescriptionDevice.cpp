@@ -8,50 +8,50 @@
 
 namespace {
 
-constexpr qint64 maximumSize = 256 * 1024 * 1024; // bytes; real descriptions stay below ten million
+constexpr qint64 MaximumSize = 256 * 1024 * 1024; // bytes; real descriptions stay below ten million
 
 } // namespace
 
-DescriptionDevice::DescriptionDevice(const QString &file, QObject *parent) : Device(parent), path(file) { }
+DescriptionDevice::DescriptionDevice(const QString &file, QObject *parent) : Device(parent), m_path(file) { }
 
 DescriptionDevice::~DescriptionDevice() = default;
 
 QString DescriptionDevice::id() const
 {
-    return QStringLiteral("file:") + QFileInfo(path).absoluteFilePath();
+    return QStringLiteral("file:") + QFileInfo(m_path).absoluteFilePath();
 }
 
 QString DescriptionDevice::displayName() const
 {
-    return QFileInfo(path).fileName();
+    return QFileInfo(m_path).fileName();
 }
 
 bool DescriptionDevice::open(QString *error)
 {
     if (isOpen())
         return true;
-    QFile file(path);
+    QFile file(m_path);
     if (!file.open(QIODevice::ReadOnly)) {
         *error = file.errorString();
         return false;
     }
-    const QByteArray description = file.read(maximumSize + 1);
-    if (description.size() > maximumSize) {
+    const QByteArray description = file.read(MaximumSize + 1);
+    if (description.size() > MaximumSize) {
         *error = QStringLiteral("the file is larger than 256 MiB");
         return false;
     }
-    return guarded(error, [&] { nodes.emplace(description, port); });
+    return guarded(error, [&] { m_nodes.emplace(description, m_port); });
 }
 
 void DescriptionDevice::close()
 {
-    nodes.reset();
-    port = SparseMemoryPort();
+    m_nodes.reset();
+    m_port = SparseMemoryPort();
 }
 
 GenApi::INodeMap *DescriptionDevice::nodeMap() const
 {
-    return nodes ? nodes->get() : nullptr;
+    return m_nodes ? m_nodes->get() : nullptr;
 }
 
 bool DescriptionDevice::startAcquisition(QString *error)

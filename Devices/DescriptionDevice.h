@@ -22,7 +22,7 @@ public:
     Transport transport() const override { return Transport::DescriptionFile; }
     bool open(QString *error) override;
     void close() override;
-    bool isOpen() const override { return nodes.has_value(); }
+    bool isOpen() const override { return m_nodes.has_value(); }
     GenApi::INodeMap *nodeMap() const override;
     bool canAcquire() const override { return false; }
     bool startAcquisition(QString *error) override;
@@ -30,7 +30,7 @@ public:
     bool isAcquiring() const override { return false; }
 
 private:
-    const QString path;
-    SparseMemoryPort port;
-    std::optional<LoadedNodeMap> nodes;
+    const QString m_path;
+    SparseMemoryPort m_port;
+    std::optional<LoadedNodeMap> m_nodes;
 };

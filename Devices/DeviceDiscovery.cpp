@@ -4,18 +4,18 @@
 #include <utility>
 
 DeviceDiscovery::DeviceDiscovery(DeviceFinder deviceFinder, QObject *parent)
-    : QObject(parent), finder(std::move(deviceFinder))
+    : QObject(parent), m_finder(std::move(deviceFinder))
 { }
 
 void DeviceDiscovery::search()
 {
-    if (searching || !finder)
+    if (m_searching || !m_finder)
         return;
-    searching = true;
-    jobs.add([this] {
-        std::vector<FoundDevice> devices = finder();
+    m_searching = true;
+    m_jobs.add([this] {
+        std::vector<FoundDevice> devices = m_finder();
         const auto report = [this, devices = std::move(devices)] {
-            searching = false;
+            m_searching = false;
             Q_EMIT found(devices);
         };
         QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);

@@ -33,14 +33,14 @@ public:
 
     /// Starts a search; does nothing while one is running.
     void search();
-    bool isSearching() const { return searching; }
+    bool isSearching() const { return m_searching; }
 
 Q_SIGNALS:
     /// A search has ended. On the GUI thread.
     void found(const std::vector<FoundDevice> &devices);
 
 private:
-    DeviceFinder finder;
-    bool searching = false;
-    JobThread jobs{QStringLiteral("DeviceDiscovery")};
+    DeviceFinder m_finder;
+    bool m_searching = false;
+    JobThread m_jobs{QStringLiteral("DeviceDiscovery")};
 };

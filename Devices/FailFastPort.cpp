@@ -48,29 +48,30 @@ class FailFastPort::Worker
 {
 public:
     Worker(std::unique_ptr<GenApi::IPort> port, Timing times, StateHandler stateHandler)
-        : target(std::move(port)), accessMode(target->GetAccessMode()), timing(times), handler(std::move(stateHandler))
+        : m_target(std::move(port)), m_accessMode(m_target->GetAccessMode()), m_timing(times),
+          m_handler(std::move(stateHandler))
     { }
 
-    GenApi::EAccessMode mode() const { return accessMode; }
+    GenApi::EAccessMode mode() const { return m_accessMode; }
 
     bool isAnswering() const
     {
-        const std::lock_guard<std::mutex> lock(mutex);
-        return answering;
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_answering;
     }
 
     /// Returns when the access has succeeded, throws otherwise.
     void submit(const std::shared_ptr<Access> &access)
     {
-        std::unique_lock<std::mutex> lock(mutex);
-        if (!answering)
+        std::unique_lock<std::mutex> lock(m_mutex);
+        if (!m_answering)
             throw TIMEOUT_EXCEPTION("The device does not answer");
-        waiting.push_back(access);
-        changed.notify_all();
-        if (!changed.wait_for(lock, timing.deadline, [&] { return access->over; })) {
+        m_waiting.push_back(access);
+        m_changed.notify_all();
+        if (!m_changed.wait_for(lock, m_timing.deadline, [&] { return access->over; })) {
             setAnswering(lock, false);
             throw TIMEOUT_EXCEPTION("The device did not answer within %d ms",
-                                    static_cast<int>(timing.deadline.count()));
+                                    static_cast<int>(m_timing.deadline.count()));
         }
         if (access->error)
             std::rethrow_exception(access->error);
@@ -79,72 +80,72 @@ public:
     void stop()
     {
         {
-            const std::lock_guard<std::mutex> handlerLock(handlerMutex);
-            handler = nullptr;
+            const std::lock_guard<std::mutex> handlerLock(m_handlerMutex);
+            m_handler = nullptr;
         }
-        std::unique_lock<std::mutex> lock(mutex);
-        stopping = true;
-        changed.notify_all();
-        if (answering)
-            changed.wait_for(lock, timing.deadline, [this] { return finished; });
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_stopping = true;
+        m_changed.notify_all();
+        if (m_answering)
+            m_changed.wait_for(lock, m_timing.deadline, [this] { return m_finished; });
     }
 
     /// The thread's work.
     void run()
     {
-        std::unique_lock<std::mutex> lock(mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         while (waitForWork(lock)) {
             const std::shared_ptr<Access> access = nextAccess();
             lock.unlock();
-            access->perform(*target);
+            access->perform(*m_target);
             lock.lock();
             finish(lock, *access);
         }
         lock.unlock();
-        target.reset();
+        m_target.reset();
         lock.lock();
-        finished = true;
-        changed.notify_all();
+        m_finished = true;
+        m_changed.notify_all();
     }
 
 private:
     /// False when the port is being destroyed. True otherwise: something waits, or it is time to probe.
     bool waitForWork(std::unique_lock<std::mutex> &lock)
     {
-        const auto hasWork = [this] { return stopping || !waiting.empty(); };
-        if (answering)
-            changed.wait(lock, [&] { return hasWork() || !answering; });
-        if (!answering)
-            changed.wait_for(lock, timing.probeInterval, hasWork);
-        return !stopping;
+        const auto hasWork = [this] { return m_stopping || !m_waiting.empty(); };
+        if (m_answering)
+            m_changed.wait(lock, [&] { return hasWork() || !m_answering; });
+        if (!m_answering)
+            m_changed.wait_for(lock, m_timing.probeInterval, hasWork);
+        return !m_stopping;
     }
 
     std::shared_ptr<Access> nextAccess()
     {
-        if (waiting.empty())
-            return std::make_shared<Access>(probe);
-        const std::shared_ptr<Access> access = waiting.front();
-        waiting.pop_front();
+        if (m_waiting.empty())
+            return std::make_shared<Access>(m_probe);
+        const std::shared_ptr<Access> access = m_waiting.front();
+        m_waiting.pop_front();
         return access;
     }
 
     void finish(std::unique_lock<std::mutex> &lock, Access &access)
     {
         if (access.kind == Access::Kind::Read && !access.error) {
-            probe.address = access.address;
-            probe.data.resize(access.data.size());
+            m_probe.address = access.address;
+            m_probe.data.resize(access.data.size());
         }
         access.over = true;
-        changed.notify_all();
+        m_changed.notify_all();
         setAnswering(lock, !access.timedOut);
     }
 
     /// Who waits while the device falls silent is told by its own deadline, or by nobody: given-up accesses go.
     void setAnswering(std::unique_lock<std::mutex> &lock, bool answers)
     {
-        if (answering == answers)
+        if (m_answering == answers)
             return;
-        answering = answers;
+        m_answering = answers;
         if (!answers)
             failWaiting();
         lock.unlock();
@@ -154,57 +155,57 @@ private:
 
     void failWaiting()
     {
-        for (const std::shared_ptr<Access> &access : std::exchange(waiting, {})) {
+        for (const std::shared_ptr<Access> &access : std::exchange(m_waiting, {})) {
             access->error = std::make_exception_ptr(TIMEOUT_EXCEPTION("The device does not answer"));
             access->over = true;
         }
-        changed.notify_all();
+        m_changed.notify_all();
     }
 
     /// Tells the latest state, once per change however the threads meet here.
     void tellState()
     {
-        const std::lock_guard<std::mutex> handlerLock(handlerMutex);
+        const std::lock_guard<std::mutex> handlerLock(m_handlerMutex);
         const bool now = isAnswering();
-        if (std::exchange(toldAnswering, now) != now && handler)
-            handler(now);
+        if (std::exchange(m_toldAnswering, now) != now && m_handler)
+            m_handler(now);
     }
 
-    mutable std::mutex mutex;
-    std::condition_variable changed;
-    std::deque<std::shared_ptr<Access>> waiting;
-    std::unique_ptr<GenApi::IPort> target; ///< used by the thread only
-    const GenApi::EAccessMode accessMode;
-    const Timing timing;
-    Access probe{Access::Kind::Read, 0, std::vector<char>(4), {}, false, false};
-    bool answering = true;
-    bool stopping = false;
-    bool finished = false;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<std::shared_ptr<Access>> m_waiting;
+    std::unique_ptr<GenApi::IPort> m_target; ///< used by the thread only
+    const GenApi::EAccessMode m_accessMode;
+    const Timing m_timing;
+    Access m_probe{Access::Kind::Read, 0, std::vector<char>(4), {}, false, false};
+    bool m_answering = true;
+    bool m_stopping = false;
+    bool m_finished = false;
 
-    std::mutex handlerMutex; ///< taken before `mutex`, never the other way round
-    StateHandler handler;
-    bool toldAnswering = true;
+    std::mutex m_handlerMutex; ///< taken before `mutex`, never the other way round
+    StateHandler m_handler;
+    bool m_toldAnswering = true;
 };
 
 FailFastPort::FailFastPort(std::unique_ptr<GenApi::IPort> target, Timing timing, StateHandler handler)
-    : worker(std::make_shared<Worker>(std::move(target), timing, std::move(handler)))
+    : m_worker(std::make_shared<Worker>(std::move(target), timing, std::move(handler)))
 {
-    std::thread([shared = worker] { shared->run(); }).detach();
+    std::thread([shared = m_worker] { shared->run(); }).detach();
 }
 
 FailFastPort::~FailFastPort()
 {
-    worker->stop();
+    m_worker->stop();
 }
 
 GenApi::EAccessMode FailFastPort::GetAccessMode() const
 {
-    return worker->mode();
+    return m_worker->mode();
 }
 
 bool FailFastPort::isAnswering() const
 {
-    return worker->isAnswering();
+    return m_worker->isAnswering();
 }
 
 void FailFastPort::Read(void *buffer, int64_t address, int64_t length)
@@ -213,7 +214,7 @@ void FailFastPort::Read(void *buffer, int64_t address, int64_t length)
         return;
     Access read{Access::Kind::Read, address, std::vector<char>(static_cast<std::size_t>(length)), {}, false, false};
     const auto access = std::make_shared<Access>(std::move(read));
-    worker->submit(access);
+    m_worker->submit(access);
     std::memcpy(buffer, access->data.data(), access->data.size());
 }
 
@@ -223,5 +224,5 @@ void FailFastPort::Write(const void *buffer, int64_t address, int64_t length)
         return;
     const auto *bytes = static_cast<const char *>(buffer);
     Access write{Access::Kind::Write, address, std::vector<char>(bytes, bytes + length), {}, false, false};
-    worker->submit(std::make_shared<Access>(std::move(write)));
+    m_worker->submit(std::make_shared<Access>(std::move(write)));
 }

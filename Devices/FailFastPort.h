@@ -43,5 +43,5 @@ public:
 
 private:
     class Worker;
-    std::shared_ptr<Worker> worker;
+    std::shared_ptr<Worker> m_worker;
 };

@@ -21,7 +21,7 @@ struct PixelFormat
     bool isBayer; ///< the codes stand for the colour orders GR, RG, GB, BG
 };
 
-constexpr PixelFormat formats[] = {
+constexpr PixelFormat Formats[] = {
     {0x01080001, 0x01080001, Layout::Gray8, 8, false}, // Mono8
     {0x01080008, 0x0108000B, Layout::Gray8, 8, true}, // BayerGR8, RG8, GB8, BG8
     {0x01100003, 0x01100003, Layout::Gray16, 10, false}, // Mono10
@@ -38,8 +38,8 @@ constexpr PixelFormat formats[] = {
 const PixelFormat *findFormat(uint32_t code)
 {
     const auto covers = [code](const PixelFormat &row) { return row.first <= code && code <= row.last; };
-    const auto row = std::find_if(std::begin(formats), std::end(formats), covers);
-    return row == std::end(formats) ? nullptr : row;
+    const auto row = std::find_if(std::begin(Formats), std::end(Formats), covers);
+    return row == std::end(Formats) ? nullptr : row;
 }
 
 std::size_t bytesPerPixel(Layout layout)

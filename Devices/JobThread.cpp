@@ -3,35 +3,35 @@
 
 #include <utility>
 
-JobThread::JobThread(const QString &name) : worker(std::make_unique<QObject>())
+JobThread::JobThread(const QString &name) : m_worker(std::make_unique<QObject>())
 {
-    thread.setObjectName(name);
-    worker->moveToThread(&thread);
-    thread.start();
+    m_thread.setObjectName(name);
+    m_worker->moveToThread(&m_thread);
+    m_thread.start();
 }
 
 JobThread::~JobThread()
 {
     stop();
-    thread.wait();
+    m_thread.wait();
 }
 
 void JobThread::add(std::function<void()> job)
 {
     const auto run = [this, job = std::move(job)] {
-        if (!stopped)
+        if (!m_stopped)
             job();
     };
-    QMetaObject::invokeMethod(worker.get(), run, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(m_worker.get(), run, Qt::QueuedConnection);
 }
 
 void JobThread::stop()
 {
-    stopped = true;
-    thread.quit();
+    m_stopped = true;
+    m_thread.quit();
 }
 
 bool JobThread::hasEnded(unsigned long milliseconds)
 {
-    return thread.wait(milliseconds);
+    return m_thread.wait(milliseconds);
 }

@@ -24,7 +24,7 @@ public:
     bool hasEnded(unsigned long milliseconds);
 
 private:
-    QThread thread;
-    std::unique_ptr<QObject> worker;
-    std::atomic_bool stopped{false};
+    QThread m_thread;
+    std::unique_ptr<QObject> m_worker;
+    std::atomic_bool m_stopped{false};
 };

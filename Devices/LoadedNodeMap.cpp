@@ -9,7 +9,7 @@
 namespace {
 
 /// The name under which every device's nodes know their device, as by default in the standard.
-constexpr char deviceName[] = "Device";
+constexpr char DeviceName[] = "Device";
 
 GenApi::EContentType_t contentType(const QByteArray &description)
 {
@@ -31,10 +31,10 @@ LoadedNodeMap::LoadedNodeMap(const QByteArray &description, GenApi::IPort &port)
 {
     GenApi::CNodeMapFactory factory(contentType(description), description.constData(),
                                     static_cast<std::size_t>(description.size()), GenApi::CacheUsage_Ignore);
-    map.reset(factory.CreateNodeMap(deviceName));
-    if (wantsSwappedWords(*map))
-        swapping = std::make_unique<AlignedPort>(std::make_unique<SwappedPort>(port));
-    map->Connect(swapping ? swapping.get() : &port);
+    m_map.reset(factory.CreateNodeMap(DeviceName));
+    if (wantsSwappedWords(*m_map))
+        m_swapping = std::make_unique<AlignedPort>(std::make_unique<SwappedPort>(port));
+    m_map->Connect(m_swapping ? m_swapping.get() : &port);
 }
 
 void LoadedNodeMap::Destroy::operator()(GenApi::INodeMap *finished) const

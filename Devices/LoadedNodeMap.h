@@ -15,7 +15,7 @@ public:
     /// Throws a GenICam exception when the description cannot be loaded.
     LoadedNodeMap(const QByteArray &description, GenApi::IPort &port);
 
-    GenApi::INodeMap *get() const { return map.get(); }
+    GenApi::INodeMap *get() const { return m_map.get(); }
 
 private:
     struct Destroy
@@ -23,6 +23,6 @@ private:
         void operator()(GenApi::INodeMap *map) const;
     };
 
-    std::unique_ptr<GenApi::IPort> swapping; ///< between the nodes and the port, for a port with SwapEndianess
-    std::unique_ptr<GenApi::INodeMap, Destroy> map;
+    std::unique_ptr<GenApi::IPort> m_swapping; ///< between the nodes and the port, for a port with SwapEndianess
+    std::unique_ptr<GenApi::INodeMap, Destroy> m_map;
 };

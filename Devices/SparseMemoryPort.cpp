@@ -25,20 +25,20 @@ void SparseMemoryPort::Read(void *buffer, int64_t address, int64_t length)
 {
     const auto copy = [&](uint64_t number, uint64_t inPage, uint64_t inRange, uint64_t bytes) {
         char *destination = static_cast<char *>(buffer) + inRange;
-        const auto page = pages.find(number);
-        if (page == pages.end())
+        const auto page = m_pages.find(number);
+        if (page == m_pages.end())
             std::memset(destination, 0, bytes);
         else
             std::memcpy(destination, page->second.data() + inPage, bytes);
     };
-    forEachPage(address, length, pageSize, copy);
+    forEachPage(address, length, PageSize, copy);
 }
 
 void SparseMemoryPort::Write(const void *buffer, int64_t address, int64_t length)
 {
     const auto copy = [&](uint64_t number, uint64_t inPage, uint64_t inRange, uint64_t bytes) {
-        Page &page = pages.try_emplace(number, Page{}).first->second;
+        Page &page = m_pages.try_emplace(number, Page{}).first->second;
         std::memcpy(page.data() + inPage, static_cast<const char *>(buffer) + inRange, bytes);
     };
-    forEachPage(address, length, pageSize, copy);
+    forEachPage(address, length, PageSize, copy);
 }

@@ -17,8 +17,8 @@ public:
     void Write(const void *buffer, int64_t address, int64_t length) override;
 
 private:
-    static constexpr uint64_t pageSize = 256;
-    using Page = std::array<char, pageSize>;
+    static constexpr uint64_t PageSize = 256;
+    using Page = std::array<char, PageSize>;
 
-    std::unordered_map<uint64_t, Page> pages; ///< by number: address / pageSize; a missing page holds zeros
+    std::unordered_map<uint64_t, Page> m_pages; ///< by number: address / pageSize; a missing page holds zeros
 };

@@ -9,12 +9,12 @@ class SwappedPort : public GenApi::IPort
 {
 public:
     /// `target` must outlive this object.
-    explicit SwappedPort(GenApi::IPort &target) : target(target) { }
+    explicit SwappedPort(GenApi::IPort &target) : m_target(target) { }
 
-    GenApi::EAccessMode GetAccessMode() const override { return target.GetAccessMode(); }
+    GenApi::EAccessMode GetAccessMode() const override { return m_target.GetAccessMode(); }
     void Read(void *buffer, int64_t address, int64_t length) override;
     void Write(const void *buffer, int64_t address, int64_t length) override;
 
 private:
-    GenApi::IPort &target;
+    GenApi::IPort &m_target;
 };

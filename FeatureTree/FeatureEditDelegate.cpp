@@ -26,7 +26,7 @@ using FeatureKinds::EditorKind;
 
 namespace {
 
-constexpr int valueColumn = 1;
+constexpr int ValueColumn = 1;
 
 /// The editor's kind if the node's value can be edited now, else None. Throws what the node throws.
 EditorKind usableEditor(GenApi::INode *node)
@@ -99,7 +99,7 @@ QAbstractItemDelegate::EndEditHint closingHint(int key)
 } // namespace
 
 FeatureEditDelegate::FeatureEditDelegate(QObject *parent)
-    : QStyledItemDelegate(parent), view(qobject_cast<QTreeView *>(parent))
+    : QStyledItemDelegate(parent), m_view(qobject_cast<QTreeView *>(parent))
 { }
 
 TreeItem *FeatureEditDelegate::itemAt(const QModelIndex &index) const
@@ -151,7 +151,7 @@ void FeatureEditDelegate::initStyleOption(QStyleOptionViewItem *viewItem, const 
     QStyledItemDelegate::initStyleOption(viewItem, index);
     const TreeItem *item = itemAt(index);
     const QVariant value = item ? item->storedData(index.column()) : QVariant();
-    if (view && view->indexWidget(index))
+    if (m_view && m_view->indexWidget(index))
         viewItem->text.clear();
     else if (value.userType() == QMetaType::Double && viewItem->text == displayText(value, viewItem->locale))
         viewItem->text = floatText(value.toDouble(), viewItem->locale);
@@ -160,7 +160,7 @@ void FeatureEditDelegate::initStyleOption(QStyleOptionViewItem *viewItem, const 
 bool FeatureEditDelegate::isEditable(const QModelIndex &index) const
 {
     bool isUsable = false;
-    if (GenApi::INode *node = index.column() == valueColumn ? nodeAt(index) : nullptr)
+    if (GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr)
         guardNode([&] { isUsable = usableEditor(node) != EditorKind::None; });
     return isUsable;
 }
@@ -168,7 +168,7 @@ bool FeatureEditDelegate::isEditable(const QModelIndex &index) const
 QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                            const QModelIndex &index) const
 {
-    GenApi::INode *node = index.column() == valueColumn ? nodeAt(index) : nullptr;
+    GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr;
     if (!node)
         return nullptr;
     QWidget *editor = nullptr;
@@ -186,8 +186,8 @@ QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionVi
 /// Learns of all that ends the edit but the keys.
 void FeatureEditDelegate::watch(QWidget *editor, const QModelIndex &index)
 {
-    openEditor = editor;
-    openIndex = index;
+    m_openEditor = editor;
+    m_openIndex = index;
     if (auto *button = qobject_cast<QPushButton *>(editor))
         connect(button, &QPushButton::clicked, this, &FeatureEditDelegate::CommandClicked);
     if (auto *list = qobject_cast<QComboBox *>(editor)) {
@@ -205,14 +205,14 @@ void FeatureEditDelegate::watch(QWidget *editor, const QModelIndex &index)
 
 void FeatureEditDelegate::commit(QWidget *editor)
 {
-    const QScopedValueRollback<bool> ending(isEnding, true);
+    const QScopedValueRollback<bool> ending(m_isEnding, true);
     Q_EMIT commitData(editor);
 }
 
 void FeatureEditDelegate::end(QWidget *editor, EndEditHint hint)
 {
     const QPointer<QWidget> open(editor);
-    const QScopedValueRollback<bool> ending(isEnding, true);
+    const QScopedValueRollback<bool> ending(m_isEnding, true);
     Q_EMIT commitData(editor);
     if (open)
         Q_EMIT closeEditor(editor, hint);
@@ -220,15 +220,15 @@ void FeatureEditDelegate::end(QWidget *editor, EndEditHint hint)
 
 bool FeatureEditDelegate::mayEnd(QWidget *editor) const
 {
-    return isEnding || !editor || !FeatureEditors::hasInput(editor);
+    return m_isEnding || !editor || !FeatureEditors::hasInput(editor);
 }
 
 void FeatureEditDelegate::dropEditor()
 {
-    if (!openEditor)
+    if (!m_openEditor)
         return;
-    FeatureEditors::forgetInput(openEditor);
-    Q_EMIT closeEditor(openEditor, RevertModelCache);
+    FeatureEditors::forgetInput(m_openEditor);
+    Q_EMIT closeEditor(m_openEditor, RevertModelCache);
 }
 
 void FeatureEditDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
@@ -275,17 +275,17 @@ QString FeatureEditDelegate::displayText(const QVariant &value, const QLocale &l
 
 bool FeatureEditDelegate::cellEntered(const QModelIndex &index)
 {
-    GenApi::INode *node = index.column() == valueColumn ? nodeAt(index) : nullptr;
-    isHovering = false;
+    GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr;
+    m_isHovering = false;
     if (node) {
         guardNode([&] {
-            isHovering = node->IsFeature() && node->GetPrincipalInterfaceType() == GenApi::intfIBoolean
+            m_isHovering = node->IsFeature() && node->GetPrincipalInterfaceType() == GenApi::intfIBoolean
                 && FeatureKinds::isWritable(node);
         });
     }
-    if (isHovering)
-        hoverIndex = index;
-    return isHovering;
+    if (m_isHovering)
+        m_hoverIndex = index;
+    return m_isHovering;
 }
 
 bool FeatureEditDelegate::eventFilter(QObject *watched, QEvent *event)
@@ -311,6 +311,6 @@ bool FeatureEditDelegate::followKey(QWidget *editor, QKeyEvent &event)
         end(editor, hint);
         return true;
     }
-    const QScopedValueRollback<bool> ending(isEnding, true); // Escape
+    const QScopedValueRollback<bool> ending(m_isEnding, true); // Escape
     return QStyledItemDelegate::eventFilter(editor, &event);
 }

@@ -38,8 +38,8 @@ public:
     bool isEditable(const QModelIndex &index) const;
 
     /// The editor that was opened last, and its cell; null once it has gone.
-    QWidget *editor() const { return openEditor; }
-    QModelIndex editedIndex() const { return openIndex; }
+    QWidget *editor() const { return m_openEditor; }
+    QModelIndex editedIndex() const { return m_openIndex; }
     /// False for an editor with input, unless its edit is being ended.
     bool mayEnd(QWidget *editor) const;
     /// Closes the open editor, if there is one, and drops its input.
@@ -71,10 +71,10 @@ private:
     void end(QWidget *editor, EndEditHint hint);
     bool followKey(QWidget *editor, QKeyEvent &event);
 
-    QTreeView *view; ///< the parent, if it is one
-    bool isHovering = false;
-    QModelIndex hoverIndex;
-    QPointer<QWidget> openEditor;
-    QPersistentModelIndex openIndex;
-    bool isEnding = false; ///< by one of the ways that a person has
+    QTreeView *m_view; ///< the parent, if it is one
+    bool m_isHovering = false;
+    QModelIndex m_hoverIndex;
+    QPointer<QWidget> m_openEditor;
+    QPersistentModelIndex m_openIndex;
+    bool m_isEnding = false; ///< by one of the ways that a person has
 };

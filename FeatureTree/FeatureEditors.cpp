@@ -20,12 +20,12 @@ using FeatureKinds::EditorKind;
 namespace FeatureEditors {
 namespace {
 
-constexpr QLatin1String macMask("HH:HH:HH:HH:HH:HH;_");
-constexpr QLatin1String ipv4Mask("000.000.000.000;_");
-constexpr QLatin1String hexMask("HHHHHHHHHHHHHHHH");
-constexpr double defaultFloatStep = 0.1;
+constexpr QLatin1String MacMask("HH:HH:HH:HH:HH:HH;_");
+constexpr QLatin1String Ipv4Mask("000.000.000.000;_");
+constexpr QLatin1String HexMask("HHHHHHHHHHHHHHHH");
+constexpr double DefaultFloatStep = 0.1;
 /// Property of lines and lists: the text that they were filled with; none after a choice.
-constexpr char filledText[] = "filledText";
+constexpr char FilledText[] = "filledText";
 
 QWidget *makeLine(QLatin1String mask, QWidget *parent)
 {
@@ -95,13 +95,13 @@ void fillInteger(IntegerSpinBox *box, GenApi::INode *node)
 
 void fillFloat(RealField *box, GenApi::INode *node)
 {
-    constexpr double largest = std::numeric_limits<double>::max();
+    constexpr double Largest = std::numeric_limits<double>::max();
     const GenApi::CFloatPtr number(node);
-    const double minimum = finite(number->GetMin(), -largest);
-    const double maximum = finite(number->GetMax(), largest);
+    const double minimum = finite(number->GetMin(), -Largest);
+    const double maximum = finite(number->GetMax(), Largest);
     const double increment = number->HasInc() ? number->GetInc() : 0.0;
     const bool isFixed = number->GetIncMode() == GenApi::fixedIncrement;
-    box->setSteps(number->HasInc() ? increment : defaultFloatStep, isFixed ? increment : 0.0);
+    box->setSteps(number->HasInc() ? increment : DefaultFloatStep, isFixed ? increment : 0.0);
     const double value = number->GetValue();
     box->refresh(minimum, maximum, value, finite(value, 0.0));
 }
@@ -181,11 +181,11 @@ QWidget *makeEditor(EditorKind kind, const QString &name, QWidget *parent)
 {
     switch (kind) {
     case EditorKind::MacMask:
-        return makeLine(macMask, parent);
+        return makeLine(MacMask, parent);
     case EditorKind::Ipv4Mask:
-        return makeLine(ipv4Mask, parent);
+        return makeLine(Ipv4Mask, parent);
     case EditorKind::HexMask:
-        return makeLine(hexMask, parent);
+        return makeLine(HexMask, parent);
     case EditorKind::IntegerBox:
         return new IntegerSpinBox(parent);
     case EditorKind::BooleanList:
@@ -232,13 +232,13 @@ bool hasInput(QWidget *editor)
     if (const NumberInput *input = NumberInput::of(editor))
         return input->hasInput();
     const auto *line = qobject_cast<const QLineEdit *>(editor);
-    const QVariant filled = editor->property(filledText);
+    const QVariant filled = editor->property(FilledText);
     return (line && line->isModified()) || !filled.isValid() || filled.toString() != shownText(editor);
 }
 
 void noteChoice(QWidget *list)
 {
-    list->setProperty(filledText, QVariant());
+    list->setProperty(FilledText, QVariant());
 }
 
 void forgetInput(QWidget *editor)
@@ -247,7 +247,7 @@ void forgetInput(QWidget *editor)
         return input->giveBack();
     if (auto *line = qobject_cast<QLineEdit *>(editor))
         line->setModified(false);
-    editor->setProperty(filledText, shownText(editor));
+    editor->setProperty(FilledText, shownText(editor));
 }
 
 QString refusal(QWidget *editor, EditorKind kind)

@@ -7,7 +7,7 @@
 namespace FeatureKinds {
 namespace {
 
-constexpr const char *addressNodes[] = {
+constexpr const char *AddressNodes[] = {
     "GevCurrentIPAddress",
     "GevCurrentSubnetMask",
     "GevCurrentDefaultGateway",
@@ -16,10 +16,10 @@ constexpr const char *addressNodes[] = {
     "GevPersistentDefaultGateway",
     "GevPrimaryApplicationIPAddress",
 };
-constexpr const char *macNodes[] = {"GevMACAddress"};
-constexpr const char *freshFloats[] = {"AcquisitionLineRate", "ResultingLineRateAbs"};
-constexpr const char *localTexts[] = {"TLPath", "TLID"};
-constexpr const char *fineFloats[] = {"SinData", "CosData"};
+constexpr const char *MacNodes[] = {"GevMACAddress"};
+constexpr const char *FreshFloats[] = {"AcquisitionLineRate", "ResultingLineRateAbs"};
+constexpr const char *LocalTexts[] = {"TLPath", "TLID"};
+constexpr const char *FineFloats[] = {"SinData", "CosData"};
 
 template <size_t count>
 bool contains(const char *const (&names)[count], const QString &name)
@@ -53,9 +53,9 @@ IntegerForm integerForm(const QString &name, GenApi::ERepresentation representat
     case GenApi::MACAddress:
         return IntegerForm::Mac;
     case GenApi::HexNumber:
-        if (contains(macNodes, name))
+        if (contains(MacNodes, name))
             return IntegerForm::Mac;
-        return contains(addressNodes, name) ? IntegerForm::Ipv4 : IntegerForm::Hex;
+        return contains(AddressNodes, name) ? IntegerForm::Ipv4 : IntegerForm::Hex;
     default:
         return IntegerForm::Number;
     }
@@ -63,17 +63,17 @@ IntegerForm integerForm(const QString &name, GenApi::ERepresentation representat
 
 bool isShownFresh(const QString &name)
 {
-    return contains(freshFloats, name);
+    return contains(FreshFloats, name);
 }
 
 bool isLocalText(const QString &name)
 {
-    return contains(localTexts, name);
+    return contains(LocalTexts, name);
 }
 
 int floatDecimals(const QString &name)
 {
-    return contains(fineFloats, name) ? 6 : 4;
+    return contains(FineFloats, name) ? 6 : 4;
 }
 
 EditorKind editorKind(GenApi::INode *node)

@@ -26,11 +26,11 @@ namespace {
 
 constexpr const char *Module = "FeatureTreeView";
 
-constexpr int nameColumn = 0;
-constexpr int valueColumn = 1;
-constexpr int refreshMs = 1000;
-constexpr int calmMs = 250;
-constexpr unsigned long commandPauseMs = 100;
+constexpr int NameColumn = 0;
+constexpr int ValueColumn = 1;
+constexpr int RefreshMs = 1000;
+constexpr int CalmMs = 250;
+constexpr unsigned long CommandPauseMs = 100;
 
 TreeItem *itemAt(const QModelIndex &index)
 {
@@ -57,22 +57,22 @@ void logGenICam(const GenICam::GenericException &error)
 } // namespace
 
 FeatureTreeView::FeatureTreeView(QWidget *parent)
-    : QTreeView(parent), refreshTimer(new QTimer(this)), passTimer(new QTimer(this)),
-      delegate(new FeatureEditDelegate(this))
+    : QTreeView(parent), m_refreshTimer(new QTimer(this)), m_passTimer(new QTimer(this)),
+      m_delegate(new FeatureEditDelegate(this))
 {
     setSelectionBehavior(SelectRows);
-    setItemDelegateForColumn(valueColumn, delegate);
-    setItemDelegateForColumn(nameColumn, nullptr);
+    setItemDelegateForColumn(ValueColumn, m_delegate);
+    setItemDelegateForColumn(NameColumn, nullptr);
     setUniformRowHeights(true);
 
-    connect(refreshTimer, &QTimer::timeout, this, [this] {
+    connect(m_refreshTimer, &QTimer::timeout, this, [this] {
         viewport()->update();
         dropUneditable();
     });
-    refreshTimer->start(refreshMs);
-    passTimer->setSingleShot(true);
-    connect(passTimer, &QTimer::timeout, this, &FeatureTreeView::updateAllVisibility);
-    connect(delegate, &FeatureEditDelegate::CommandClicked, this, &FeatureTreeView::onCommandClicked);
+    m_refreshTimer->start(RefreshMs);
+    m_passTimer->setSingleShot(true);
+    connect(m_passTimer, &QTimer::timeout, this, &FeatureTreeView::updateAllVisibility);
+    connect(m_delegate, &FeatureEditDelegate::CommandClicked, this, &FeatureTreeView::onCommandClicked);
     connect(this, &QTreeView::expanded, this, &FeatureTreeView::onExpanded);
     connect(this, &QTreeView::collapsed, this, &FeatureTreeView::leaveVanishedRow);
 
@@ -84,7 +84,7 @@ FeatureTreeView::FeatureTreeView(QWidget *parent)
 
 FeatureTreeView::~FeatureTreeView()
 {
-    refreshTimer->stop();
+    m_refreshTimer->stop();
 }
 
 void FeatureTreeView::setModel(QAbstractItemModel *newModel)
@@ -98,44 +98,44 @@ void FeatureTreeView::setModel(QAbstractItemModel *newModel)
 
 void FeatureTreeView::SetFilter(const int &level, const QString &filter)
 {
-    visibilityLevel = level;
-    filterText = filter;
+    m_visibilityLevel = level;
+    m_filterText = filter;
     updateAllVisibility();
 }
 
 void FeatureTreeView::filterExpanded(int depth, int level, const QString &filter)
 {
-    expansion = Expanding;
+    m_expansion = Expanding;
     QTreeView::expandToDepth(depth);
-    expansion = Idle;
+    m_expansion = Idle;
     SetFilter(level, filter);
 }
 
 void FeatureTreeView::updateAllVisibility()
 {
-    passTimer->stop();
+    m_passTimer->stop();
     if (model())
         updateViewItemVisiable(model()->index(0, 0));
 }
 
 void FeatureTreeView::followDevice()
 {
-    passTimer->start(isVisible() ? 0 : calmMs);
+    m_passTimer->start(isVisible() ? 0 : CalmMs);
 }
 
 void FeatureTreeView::showEvent(QShowEvent *event)
 {
-    if (passTimer->isActive())
+    if (m_passTimer->isActive())
         updateAllVisibility();
     QTreeView::showEvent(event);
 }
 
 void FeatureTreeView::updateViewItemVisiable(const QModelIndex &parent)
 {
-    if (delegate->dataDisabled || !itemAt(parent))
+    if (m_delegate->dataDisabled || !itemAt(parent))
         return;
-    VisibilityPass pass{visibilityLevel, filterText, {}};
-    const QModelIndex row = parent.siblingAtColumn(nameColumn);
+    VisibilityPass pass{m_visibilityLevel, m_filterText, {}};
+    const QModelIndex row = parent.siblingAtColumn(NameColumn);
     hideRow(row.row(), row.parent(), hideRowsOf(row, pass));
     leaveVanishedRow();
 }
@@ -147,7 +147,7 @@ bool FeatureTreeView::hideRowsOf(const QModelIndex &parent, VisibilityPass &pass
     bool isAllHidden = true;
     for (int row = 0; row < item->childCount(); ++row) {
         TreeItem *child = item->child(row);
-        const bool hide = child->childCount() > 0 ? hideRowsOf(parent.model()->index(row, nameColumn, parent), pass)
+        const bool hide = child->childCount() > 0 ? hideRowsOf(parent.model()->index(row, NameColumn, parent), pass)
                                                   : !child->getVisiable(pass);
         hideRow(row, parent, hide);
         isAllHidden = isAllHidden && hide;
@@ -163,10 +163,10 @@ void FeatureTreeView::hideRow(int row, const QModelIndex &parent, bool hide)
 
 void FeatureTreeView::onExpanded(const QModelIndex &index)
 {
-    if (expansion == Idle)
+    if (m_expansion == Idle)
         updateViewItemVisiable(index);
     else
-        expansion = Expanded;
+        m_expansion = Expanded;
 }
 
 /// By the filter or by the device, not by folding.
@@ -181,13 +181,13 @@ void FeatureTreeView::leaveVanishedRow()
 {
     const QWidget *focus = window()->focusWidget();
     const bool hasKeyboard = focus && (focus == this || isAncestorOf(focus));
-    const QModelIndex edited = delegate->editedIndex();
-    if (isHiddenInTree(edited) || (nearestShown(edited) != edited && delegate->mayEnd(delegate->editor())))
-        delegate->dropEditor();
+    const QModelIndex edited = m_delegate->editedIndex();
+    if (isHiddenInTree(edited) || (nearestShown(edited) != edited && m_delegate->mayEnd(m_delegate->editor())))
+        m_delegate->dropEditor();
     const QModelIndex row = nearestShown(currentIndex());
     if (!hasKeyboard || row == currentIndex())
         return;
-    setCurrentIndex(row.siblingAtColumn(nameColumn));
+    setCurrentIndex(row.siblingAtColumn(NameColumn));
     setFocus(Qt::OtherFocusReason);
 }
 
@@ -213,30 +213,30 @@ QModelIndex FeatureTreeView::nearestShown(const QModelIndex &cell) const
 
 void FeatureTreeView::expandAll()
 {
-    expansion = Expanding;
+    m_expansion = Expanding;
     QTreeView::expandAll();
     updateAfterExpanding();
 }
 
 void FeatureTreeView::expandToDepth(int depth)
 {
-    expansion = Expanding;
+    m_expansion = Expanding;
     QTreeView::expandToDepth(depth);
     updateAfterExpanding();
 }
 
 void FeatureTreeView::updateAfterExpanding()
 {
-    const bool hasOpened = expansion == Expanded;
-    expansion = Idle;
+    const bool hasOpened = m_expansion == Expanded;
+    m_expansion = Idle;
     if (hasOpened)
         updateAllVisibility();
 }
 
 void FeatureTreeView::setViewDataDisable()
 {
-    delegate->dataDisabled = true;
-    delegate->dropEditor();
+    m_delegate->dataDisabled = true;
+    m_delegate->dropEditor();
 }
 
 void FeatureTreeView::onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &, const QVector<int> &)
@@ -256,8 +256,8 @@ void FeatureTreeView::selectionChanged(const QItemSelection &selected, const QIt
 void FeatureTreeView::resizeEvent(QResizeEvent *event)
 {
     const int half = width() / 2;
-    setColumnWidth(nameColumn, half);
-    setColumnWidth(valueColumn, verticalScrollBar()->isVisible() ? viewport()->width() - half : half);
+    setColumnWidth(NameColumn, half);
+    setColumnWidth(ValueColumn, verticalScrollBar()->isVisible() ? viewport()->width() - half : half);
     QTreeView::resizeEvent(event);
 }
 
@@ -270,9 +270,9 @@ void FeatureTreeView::changeEvent(QEvent *event)
     QAbstractItemModel *titles = header()->model();
     if (!titles)
         return;
-    titles->setHeaderData(nameColumn, Qt::Horizontal, QCoreApplication::translate("ParamterWidget", "Feature"),
+    titles->setHeaderData(NameColumn, Qt::Horizontal, QCoreApplication::translate("ParamterWidget", "Feature"),
                           Qt::EditRole);
-    titles->setHeaderData(valueColumn, Qt::Horizontal, QCoreApplication::translate("ParamterWidget", "Value"),
+    titles->setHeaderData(ValueColumn, Qt::Horizontal, QCoreApplication::translate("ParamterWidget", "Value"),
                           Qt::EditRole);
 }
 
@@ -284,8 +284,8 @@ int FeatureTreeView::sizeHintForColumn(int column) const
 /// F2 on a name edits the value beside it.
 bool FeatureTreeView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event)
 {
-    const QModelIndex value = index.siblingAtColumn(valueColumn);
-    if (trigger != EditKeyPressed || index.column() != nameColumn || !delegate->isEditable(value))
+    const QModelIndex value = index.siblingAtColumn(ValueColumn);
+    if (trigger != EditKeyPressed || index.column() != NameColumn || !m_delegate->isEditable(value))
         return QTreeView::edit(index, trigger, event);
     setCurrentIndex(value); // opens the editor
     return true;
@@ -296,12 +296,12 @@ bool FeatureTreeView::edit(const QModelIndex &index, EditTrigger trigger, QEvent
 QModelIndex FeatureTreeView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
     if (action != MoveNext && action != MovePrevious)
-        return QTreeView::moveCursor(action, modifiers).siblingAtColumn(nameColumn);
-    QModelIndex index = currentIndex().siblingAtColumn(nameColumn);
+        return QTreeView::moveCursor(action, modifiers).siblingAtColumn(NameColumn);
+    QModelIndex index = currentIndex().siblingAtColumn(NameColumn);
     do {
         index = action == MoveNext ? indexBelow(index) : indexAbove(index);
-    } while (index.isValid() && !delegate->isEditable(index.siblingAtColumn(valueColumn)));
-    return index.siblingAtColumn(valueColumn);
+    } while (index.isValid() && !m_delegate->isEditable(index.siblingAtColumn(ValueColumn)));
+    return index.siblingAtColumn(ValueColumn);
 }
 
 /// The open editor is where the keyboard was.
@@ -309,21 +309,21 @@ void FeatureTreeView::focusInEvent(QFocusEvent *event)
 {
     leaveVanishedRow();
     QTreeView::focusInEvent(event);
-    const QModelIndex edited = delegate->editedIndex();
-    if (state() == EditingState && delegate->editor() && nearestShown(edited) == edited)
-        delegate->editor()->setFocus();
+    const QModelIndex edited = m_delegate->editedIndex();
+    if (state() == EditingState && m_delegate->editor() && nearestShown(edited) == edited)
+        m_delegate->editor()->setFocus();
 }
 
 /// The model's current index may move while somebody types.
 void FeatureTreeView::commitData(QWidget *editor)
 {
-    if (delegate->mayEnd(editor))
+    if (m_delegate->mayEnd(editor))
         QTreeView::commitData(editor);
 }
 
 void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
 {
-    if (!delegate->mayEnd(editor))
+    if (!m_delegate->mayEnd(editor))
         return;
     const bool hadFocus = editor && editor == window()->focusWidget();
     QTreeView::closeEditor(editor, hint);
@@ -334,17 +334,17 @@ void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEdi
 /// The device locks features.
 void FeatureTreeView::dropUneditable()
 {
-    const QModelIndex index = delegate->editedIndex();
-    if (state() != EditingState || !isVisible() || !delegate->editor())
+    const QModelIndex index = m_delegate->editedIndex();
+    if (state() != EditingState || !isVisible() || !m_delegate->editor())
         return;
-    if (!delegate->isEditable(index))
-        delegate->dropEditor();
+    if (!m_delegate->isEditable(index))
+        m_delegate->dropEditor();
 }
 
 void FeatureTreeView::onCommandClicked()
 {
     static bool commandBusy = false;
-    if (commandBusy || delegate->dataDisabled)
+    if (commandBusy || m_delegate->dataDisabled)
         return;
     const QPointer<FeatureTreeView> self(this);
     GenApi::INode *node = nodeAt(currentIndex());
@@ -370,8 +370,8 @@ void FeatureTreeView::onCommandClicked()
 /// device or delete the view before they return.
 void FeatureTreeView::runCommand(const QString &name, GenApi::INode *node)
 {
-    const QPointer<FeatureEditDelegate> silenced(delegate);
-    const bool wasSilent = delegate->blockSignals(true);
+    const QPointer<FeatureEditDelegate> silenced(m_delegate);
+    const bool wasSilent = m_delegate->blockSignals(true);
     const auto unblock = qScopeGuard([&] {
         if (silenced)
             silenced->blockSignals(wasSilent);
@@ -386,5 +386,5 @@ void FeatureTreeView::runCommand(const QString &name, GenApi::INode *node)
     if (!silenced || silenced->dataDisabled)
         return;
     GenApi::CCommandPtr(node)->Execute();
-    QThread::msleep(commandPauseMs);
+    QThread::msleep(CommandPauseMs);
 }

@@ -82,10 +82,10 @@ private:
     void onCommandClicked();
     void runCommand(const QString &name, GenApi::INode *node);
 
-    QTimer *refreshTimer;
-    QTimer *passTimer; ///< runs while a pass is due
-    FeatureEditDelegate *delegate;
-    int visibilityLevel = 0;
-    QString filterText;
-    enum { Idle, Expanding, Expanded } expansion = Idle; ///< of many rows at once, and whether one has opened
+    QTimer *m_refreshTimer;
+    QTimer *m_passTimer; ///< runs while a pass is due
+    FeatureEditDelegate *m_delegate;
+    int m_visibilityLevel = 0;
+    QString m_filterText;
+    enum { Idle, Expanding, Expanded } m_expansion = Idle; ///< of many rows at once, and whether one has opened
 };

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr double smallestPlain = 1e-4;
-constexpr double largestPlain = 1e15;
+constexpr double SmallestPlain = 1e-4;
+constexpr double LargestPlain = 1e15;
 
 /// The number with the fewest decimal digits that is the same in single precision; `value` itself if it has more.
 double withoutExcessDigits(double value)
@@ -28,7 +28,7 @@ double withoutExcessDigits(double value)
 QString floatText(double value, const QLocale &locale)
 {
     const double magnitude = std::abs(value);
-    const bool isPlain = value == 0 || (magnitude >= smallestPlain && magnitude <= largestPlain);
+    const bool isPlain = value == 0 || (magnitude >= SmallestPlain && magnitude <= LargestPlain);
     QLocale ungrouped = locale;
     ungrouped.setNumberOptions(locale.numberOptions() | QLocale::OmitGroupSeparator);
     return ungrouped.toString(withoutExcessDigits(value), isPlain ? 'f' : 'g', QLocale::FloatingPointShortest);

@@ -14,10 +14,10 @@
 
 namespace {
 
-constexpr int valueColumn = 1;
-constexpr unsigned long settleMs = 50;
+constexpr int ValueColumn = 1;
+constexpr unsigned long SettleMs = 50;
 /// A device that words each of its faults differently must not fill the memory.
-constexpr int mostFaults = 200;
+constexpr int MostFaults = 200;
 
 void logLine(const std::string &message)
 {
@@ -37,104 +37,104 @@ bool isNonZero(GenApi::INode *node)
 
 } // namespace
 
-TreeItem::TreeItem(const QVector<QVariant> &data, TreeItem *parent) : itemData(data), parentItem(parent) { }
+TreeItem::TreeItem(const QVector<QVariant> &data, TreeItem *parent) : m_itemData(data), m_parentItem(parent) { }
 
 TreeItem::~TreeItem()
 {
-    qDeleteAll(childItems);
+    qDeleteAll(m_childItems);
 }
 
 TreeItem *TreeItem::child(int number)
 {
-    return childItems.value(number, nullptr);
+    return m_childItems.value(number, nullptr);
 }
 
 int TreeItem::childNumber() const
 {
-    return parentItem ? parentItem->childItems.indexOf(const_cast<TreeItem *>(this)) : 0;
+    return m_parentItem ? m_parentItem->m_childItems.indexOf(const_cast<TreeItem *>(this)) : 0;
 }
 
 TreeItem *TreeItem::appendChild(const QVector<QVariant> &data)
 {
-    childItems.append(new TreeItem(data, this));
-    return childItems.last();
+    m_childItems.append(new TreeItem(data, this));
+    return m_childItems.last();
 }
 
 bool TreeItem::insertChildren(int position, int count, int columns)
 {
-    if (position < 0 || position > childItems.size())
+    if (position < 0 || position > m_childItems.size())
         return false;
     for (int i = 0; i < count; ++i)
-        childItems.insert(position, new TreeItem(QVector<QVariant>(columns), this));
+        m_childItems.insert(position, new TreeItem(QVector<QVariant>(columns), this));
     return true;
 }
 
 bool TreeItem::insertColumns(int position, int columns)
 {
-    if (position < 0 || position > itemData.size())
+    if (position < 0 || position > m_itemData.size())
         return false;
     if (columns > 0)
-        itemData.insert(position, columns, QVariant());
-    for (TreeItem *item : qAsConst(childItems))
+        m_itemData.insert(position, columns, QVariant());
+    for (TreeItem *item : qAsConst(m_childItems))
         item->insertColumns(position, columns);
     return true;
 }
 
 bool TreeItem::removeChildren(int position, int count)
 {
-    if (position < 0 || count > childItems.size() - position)
+    if (position < 0 || count > m_childItems.size() - position)
         return false;
     for (int i = 0; i < count; ++i)
-        delete childItems.takeAt(position);
+        delete m_childItems.takeAt(position);
     return true;
 }
 
 bool TreeItem::removeColumns(int position, int columns)
 {
-    if (position < 0 || columns > itemData.size() - position)
+    if (position < 0 || columns > m_itemData.size() - position)
         return false;
     if (columns > 0)
-        itemData.remove(position, columns);
-    for (TreeItem *item : qAsConst(childItems))
+        m_itemData.remove(position, columns);
+    for (TreeItem *item : qAsConst(m_childItems))
         item->removeColumns(position, columns);
     return true;
 }
 
 QVariant TreeItem::data(int column)
 {
-    if (column != valueColumn || !feature.IsValid())
+    if (column != ValueColumn || !m_feature.IsValid())
         return storedData(column);
     QVariant value;
     bool unreadable = false;
-    guardNode([&] { value = FeatureValues::shown(feature); },
+    guardNode([&] { value = FeatureValues::shown(m_feature); },
               [&](const GenICam::GenericException &error) { unreadable = isUnreadable(error); },
               [this](const char *message) { logNewFault(message); });
     if (unreadable)
         return QStringLiteral("{Not Available}");
     if (!value.isValid())
         return storedData(column);
-    if (column < itemData.size())
-        itemData[column] = value;
+    if (column < m_itemData.size())
+        m_itemData[column] = value;
     return value;
 }
 
 bool TreeItem::setData(int column, const QVariant &value)
 {
-    if (column < 0 || column >= itemData.size() || !value.isValid()) {
+    if (column < 0 || column >= m_itemData.size() || !value.isValid()) {
         qDebug("Data is invalid!");
         return false;
     }
     if (column == 0) {
-        itemData[column] = value;
-    } else if (!feature.IsValid()) {
+        m_itemData[column] = value;
+    } else if (!m_feature.IsValid()) {
         qDebug("Feature is invalid!");
-        itemData[column] = value;
+        m_itemData[column] = value;
     } else {
         QVariant old;
         const auto rollBack = [&](const GenICam::GenericException &error) {
-            itemData[column] = old;
-            qDebug("Failed to set data for %s", qUtf8Printable(featureName));
-            logLine("Set " + featureName.toStdString() + " value failed, message = " + error.GetDescription());
+            m_itemData[column] = old;
+            qDebug("Failed to set data for %s", qUtf8Printable(m_featureName));
+            logLine("Set " + m_featureName.toStdString() + " value failed, message = " + error.GetDescription());
         };
         guardNode([&] { write(column, value, old); }, rollBack, logLine);
     }
@@ -143,32 +143,32 @@ bool TreeItem::setData(int column, const QVariant &value)
 
 void TreeItem::write(int column, const QVariant &value, QVariant &old)
 {
-    const bool isPlain = FeatureValues::isPlain(feature);
-    const bool isReadable = feature->GetAccessMode() != GenApi::WO;
+    const bool isPlain = FeatureValues::isPlain(m_feature);
+    const bool isReadable = m_feature->GetAccessMode() != GenApi::WO;
     if (isPlain && isReadable)
-        old = FeatureValues::read(feature);
-    if (!FeatureValues::write(feature, value))
+        old = FeatureValues::read(m_feature);
+    if (!FeatureValues::write(m_feature, value))
         return;
-    QThread::msleep(settleMs);
+    QThread::msleep(SettleMs);
     if (!isReadable)
         return;
-    FeatureValues::refresh(feature);
+    FeatureValues::refresh(m_feature);
     if (isPlain)
-        itemData[column] = FeatureValues::read(feature);
+        m_itemData[column] = FeatureValues::read(m_feature);
 }
 
 GenApi::INode *TreeItem::GetFeaturePtr() const
 {
-    return feature.IsValid() ? feature.operator->() : nullptr;
+    return m_feature.IsValid() ? m_feature.operator->() : nullptr;
 }
 
 void TreeItem::SetFeature(const GenApi::CPointer<GenApi::INode> &node)
 {
-    feature = node;
-    featureName.clear();
-    availability.reset();
-    if (feature.IsValid())
-        guardNode([this] { featureName = FeatureKinds::nodeName(feature); });
+    m_feature = node;
+    m_featureName.clear();
+    m_availability.reset();
+    if (m_feature.IsValid())
+        guardNode([this] { m_featureName = FeatureKinds::nodeName(m_feature); });
 }
 
 bool TreeItem::EnterEditMode(QString &interfaceName)
@@ -177,7 +177,7 @@ bool TreeItem::EnterEditMode(QString &interfaceName)
     guardNode([&] {
         GenICam::gcstring value;
         GenICam::gcstring attribute;
-        found = feature.IsValid() && feature->GetProperty("Interface", value, attribute);
+        found = m_feature.IsValid() && m_feature->GetProperty("Interface", value, attribute);
         if (found)
             interfaceName = QString::fromUtf8(value.c_str());
     });
@@ -199,9 +199,9 @@ bool TreeItem::getVisiable(VisibilityPass &pass)
     };
     guardNode(
         [&] {
-            isShown = feature->GetVisibility() <= pass.level
-                && (featureName.contains(pass.filter, Qt::CaseInsensitive)
-                    || feature->GetPrincipalInterfaceType() == GenApi::intfICategory)
+            isShown = m_feature->GetVisibility() <= pass.level
+                && (m_featureName.contains(pass.filter, Qt::CaseInsensitive)
+                    || m_feature->GetPrincipalInterfaceType() == GenApi::intfICategory)
                 && isSwitchedOn(pass);
         },
         [](const GenICam::GenericException &) {}, onForeign);
@@ -210,14 +210,14 @@ bool TreeItem::getVisiable(VisibilityPass &pass)
 
 GenApi::INode *TreeItem::availabilityNode()
 {
-    if (availability)
-        return *availability;
+    if (m_availability)
+        return *m_availability;
     GenICam::gcstring name;
     GenICam::gcstring attribute;
-    const bool isSwitched = feature->GetProperty("pIsAvailable", name, attribute);
-    GenApi::INodeMap *nodeMap = isSwitched ? feature->GetNodeMap() : nullptr;
-    availability = nodeMap ? nodeMap->GetNode(name) : nullptr;
-    return *availability;
+    const bool isSwitched = m_feature->GetProperty("pIsAvailable", name, attribute);
+    GenApi::INodeMap *nodeMap = isSwitched ? m_feature->GetNodeMap() : nullptr;
+    m_availability = nodeMap ? nodeMap->GetNode(name) : nullptr;
+    return *m_availability;
 }
 
 bool TreeItem::isSwitchedOn(VisibilityPass &pass)
@@ -240,12 +240,12 @@ bool TreeItem::isSwitchedOn(VisibilityPass &pass)
 bool TreeItem::isNewFault(const char *message)
 {
     TreeItem *top = this;
-    while (top->parentItem)
-        top = top->parentItem;
-    const int before = top->reportedFaults.size();
-    if (before < mostFaults)
-        top->reportedFaults.insert(message);
-    return top->reportedFaults.size() > before;
+    while (top->m_parentItem)
+        top = top->m_parentItem;
+    const int before = top->m_reportedFaults.size();
+    if (before < MostFaults)
+        top->m_reportedFaults.insert(message);
+    return top->m_reportedFaults.size() > before;
 }
 
 void TreeItem::logNewFault(const char *message)

@@ -28,12 +28,12 @@ public:
 
     /// Null when there is no such child.
     TreeItem *child(int number);
-    int childCount() const { return childItems.size(); }
-    int columnCount() const { return itemData.size(); }
+    int childCount() const { return m_childItems.size(); }
+    int columnCount() const { return m_itemData.size(); }
     /// The row under the parent; 0 without parent, -1 if the parent does not list this item.
     int childNumber() const;
-    TreeItem *parent() { return parentItem; }
-    const TreeItem *parent() const { return parentItem; }
+    TreeItem *parent() { return m_parentItem; }
+    const TreeItem *parent() const { return m_parentItem; }
 
     /// Appends a child with these cells; this item owns it.
     TreeItem *appendChild(const QVector<QVariant> &data);
@@ -51,7 +51,7 @@ public:
     /// reading fails otherwise. Every other cell is returned as stored.
     QVariant data(int column);
     /// The cell as stored, without touching the node; invalid outside the cells.
-    QVariant storedData(int column) const { return itemData.value(column); }
+    QVariant storedData(int column) const { return m_itemData.value(column); }
     /// Column 1 of a bound item goes to the node: written, 50 ms for the device to settle, then read back from the
     /// device into the cell. A refused write puts the old value back into the cell and is logged with its reason. True
     /// unless the column does not exist or the value is invalid.
@@ -79,11 +79,11 @@ private:
     void write(int column, const QVariant &value, QVariant &old);
     void logNewFault(const char *message);
 
-    QList<TreeItem *> childItems; ///< owned
-    QVector<QVariant> itemData;
-    TreeItem *parentItem; ///< null for the header item
-    GenApi::CPointer<GenApi::INode> feature; ///< owned by the node map
-    QString featureName;
-    std::optional<GenApi::INode *> availability; ///< what pIsAvailable names, once looked up; owned by the node map
-    QSet<QByteArray> reportedFaults; ///< used in the header item only
+    QList<TreeItem *> m_childItems; ///< owned
+    QVector<QVariant> m_itemData;
+    TreeItem *m_parentItem; ///< null for the header item
+    GenApi::CPointer<GenApi::INode> m_feature; ///< owned by the node map
+    QString m_featureName;
+    std::optional<GenApi::INode *> m_availability; ///< what pIsAvailable names, once looked up; owned by the node map
+    QSet<QByteArray> m_reportedFaults; ///< used in the header item only
 };

@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr int nameColumn = 0;
-constexpr int valueColumn = 1;
+constexpr int NameColumn = 0;
+constexpr int ValueColumn = 1;
 
 QVector<QVariant> titles(const QStringList &headers)
 {
@@ -26,8 +26,8 @@ QVector<QVariant> titles(const QStringList &headers)
 } // namespace
 
 TreeModel::TreeModel(const QStringList &headers, const GenApi::node_vector &, QObject *parent)
-    : QAbstractItemModel(parent), rootItem(std::make_unique<TreeItem>(titles(headers))),
-      translations(
+    : QAbstractItemModel(parent), m_rootItem(std::make_unique<TreeItem>(titles(headers))),
+      m_translations(
           readFeatureTexts(QStringLiteral("%1/translate/feature.txt").arg(QCoreApplication::applicationDirPath())))
 { }
 
@@ -35,27 +35,27 @@ TreeModel::~TreeModel() = default;
 
 void TreeModel::setFeatureLanguage(int index)
 {
-    language = index;
+    m_language = index;
     Q_EMIT dataChanged(QModelIndex(), QModelIndex());
 }
 
 QVariant TreeModel::data(const QModelIndex &index, int role) const
 {
     const bool isText = role == Qt::DisplayRole || role == Qt::EditRole;
-    const bool isToolTip = role == Qt::ToolTipRole && index.column() == nameColumn;
+    const bool isToolTip = role == Qt::ToolTipRole && index.column() == NameColumn;
     if (!index.isValid() || !(isText || isToolTip))
         return {};
     TreeItem *item = getItem(index);
     if (dataDisabled)
         return item->storedData(index.column());
     GenApi::INode *node = item->GetFeaturePtr();
-    if (node && index.column() == valueColumn && !isValueShown(node))
+    if (node && index.column() == ValueColumn && !isValueShown(node))
         return {};
     const QVariant value = item->data(index.column());
-    if (language != 1)
+    if (m_language != 1)
         return value;
-    const auto translation = translations.constFind(value.toString());
-    return translation == translations.constEnd() ? value : QVariant(translation.value());
+    const auto translation = m_translations.constFind(value.toString());
+    return translation == m_translations.constEnd() ? value : QVariant(translation.value());
 }
 
 bool TreeModel::isValueShown(GenApi::INode *node) const
@@ -63,11 +63,11 @@ bool TreeModel::isValueShown(GenApi::INode *node) const
     bool isShown = false;
     guardNode([&] { isShown = node->IsFeature() && FeatureKinds::isWritable(node); },
               [this](const GenICam::GenericException &error) {
-                  if (rootItem->isNewFault(error.GetDescription()))
+                  if (m_rootItem->isNewFault(error.GetDescription()))
                       warnNodeError(error);
               },
               [this](const char *message) {
-                  if (rootItem->isNewFault(message))
+                  if (m_rootItem->isNewFault(message))
                       logToHost("TreeModel", message);
               });
     return isShown;
@@ -89,9 +89,9 @@ Qt::ItemFlags TreeModel::flags(const QModelIndex &index) const
         return Qt::NoItemFlags;
     const Qt::ItemFlags base = QAbstractItemModel::flags(index);
     switch (index.column()) {
-    case nameColumn:
+    case NameColumn:
         return base | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled;
-    case valueColumn:
+    case ValueColumn:
         return base | Qt::ItemIsEditable;
     default:
         return base;
@@ -102,12 +102,12 @@ QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int rol
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    return rootItem->data(section);
+    return m_rootItem->data(section);
 }
 
 bool TreeModel::setHeaderData(int section, Qt::Orientation orientation, const QVariant &value, int role)
 {
-    if (orientation != Qt::Horizontal || role != Qt::EditRole || !rootItem->setData(section, value))
+    if (orientation != Qt::Horizontal || role != Qt::EditRole || !m_rootItem->setData(section, value))
         return false;
     Q_EMIT headerDataChanged(orientation, section, section);
     return true;
@@ -126,7 +126,7 @@ QModelIndex TreeModel::parent(const QModelIndex &index) const
     if (!index.isValid())
         return {};
     TreeItem *parentItem = getItem(index)->parent();
-    if (!parentItem || parentItem == rootItem.get())
+    if (!parentItem || parentItem == m_rootItem.get())
         return {};
     return createIndex(parentItem->childNumber(), 0, parentItem);
 }
@@ -138,27 +138,27 @@ int TreeModel::rowCount(const QModelIndex &parent) const
 
 int TreeModel::columnCount(const QModelIndex &) const
 {
-    return rootItem->columnCount();
+    return m_rootItem->columnCount();
 }
 
 bool TreeModel::insertColumns(int position, int columns, const QModelIndex &parent)
 {
-    if (columns < 1 || position < 0 || position > rootItem->columnCount())
+    if (columns < 1 || position < 0 || position > m_rootItem->columnCount())
         return false;
     beginInsertColumns(parent, position, position + columns - 1);
-    const bool isDone = rootItem->insertColumns(position, columns);
+    const bool isDone = m_rootItem->insertColumns(position, columns);
     endInsertColumns();
     return isDone;
 }
 
 bool TreeModel::removeColumns(int position, int columns, const QModelIndex &parent)
 {
-    if (columns < 1 || position < 0 || columns > rootItem->columnCount() - position)
+    if (columns < 1 || position < 0 || columns > m_rootItem->columnCount() - position)
         return false;
     beginRemoveColumns(parent, position, position + columns - 1);
-    const bool isDone = rootItem->removeColumns(position, columns);
+    const bool isDone = m_rootItem->removeColumns(position, columns);
     endRemoveColumns();
-    if (rootItem->columnCount() == 0)
+    if (m_rootItem->columnCount() == 0)
         removeRows(0, rowCount());
     return isDone;
 }
@@ -169,7 +169,7 @@ bool TreeModel::insertRows(int position, int rows, const QModelIndex &parent)
     if (rows < 1 || position < 0 || position > item->childCount())
         return false;
     beginInsertRows(parent, position, position + rows - 1);
-    const bool isDone = item->insertChildren(position, rows, rootItem->columnCount());
+    const bool isDone = item->insertChildren(position, rows, m_rootItem->columnCount());
     endInsertRows();
     return isDone;
 }
@@ -188,5 +188,5 @@ bool TreeModel::removeRows(int position, int rows, const QModelIndex &parent)
 TreeItem *TreeModel::getItem(const QModelIndex &index) const
 {
     auto *item = index.isValid() ? static_cast<TreeItem *>(index.internalPointer()) : nullptr;
-    return item ? item : rootItem.get();
+    return item ? item : m_rootItem.get();
 }

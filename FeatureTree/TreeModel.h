@@ -62,18 +62,18 @@ public:
 private:
     bool isRoot(GenApi::INode *node) const;
     bool isRow(GenApi::INode *node) const;
-    bool isTopLevel() const { return openCategories.isEmpty(); }
+    bool isTopLevel() const { return m_openCategories.isEmpty(); }
     void addRow(GenApi::INode *node, TreeItem *parent, bool useFilter);
     void addFeature(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter);
     void addCategory(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter);
     QVariant initialValue(GenApi::INode *node);
     bool isValueShown(GenApi::INode *node) const;
 
-    std::unique_ptr<TreeItem> rootItem; ///< the header row
-    QString filterText; ///< build filter
-    QHash<QString, QString> translations; ///< English text, translated text
-    int language = 0;
-    QSet<GenApi::INode *> listedFeatures; ///< while building: what categories list
-    QVector<GenApi::INode *> openCategories; ///< while building: the categories from the root to the current one
-    int rowBudget = 200000; ///< rows that may still be added: categories that list each other can make any number
+    std::unique_ptr<TreeItem> m_rootItem; ///< the header row
+    QString m_filterText; ///< build filter
+    QHash<QString, QString> m_translations; ///< English text, translated text
+    int m_language = 0;
+    QSet<GenApi::INode *> m_listedFeatures; ///< while building: what categories list
+    QVector<GenApi::INode *> m_openCategories; ///< while building: the categories from the root to the current one
+    int m_rowBudget = 200000; ///< rows that may still be added: categories that list each other can make any number
 };

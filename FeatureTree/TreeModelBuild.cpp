@@ -13,7 +13,7 @@
 namespace {
 
 /// Categories may list each other in any way; with rowBudget this keeps a faulty description from using up the stack.
-constexpr int deepestCategory = 100;
+constexpr int DeepestCategory = 100;
 
 bool isCategory(GenApi::INode *node)
 {
@@ -63,17 +63,17 @@ void TreeModel::AddModelData(const GenApi::node_vector &nodes, const QString &)
     if (nodes.empty())
         return;
     beginResetModel();
-    setupModelData(nodes, rootItem.get(), true);
-    listedFeatures = {};
+    setupModelData(nodes, m_rootItem.get(), true);
+    m_listedFeatures = {};
     endResetModel();
 }
 
 void TreeModel::setupModelData(const GenApi::node_vector &nodes, TreeItem *parent, bool useFilter)
 {
     if (isTopLevel())
-        listedFeatures = listedByAny(nodes);
+        m_listedFeatures = listedByAny(nodes);
     for (GenApi::INode *node : nodes) {
-        if (node && rowBudget > 0)
+        if (node && m_rowBudget > 0)
             guardNode([&] { addRow(node, parent, useFilter); });
     }
 }
@@ -81,7 +81,7 @@ void TreeModel::setupModelData(const GenApi::node_vector &nodes, TreeItem *paren
 /// The root category, which nothing lists in a sound description.
 bool TreeModel::isRoot(GenApi::INode *node) const
 {
-    return !listedFeatures.contains(node) || FeatureKinds::nodeName(node) == QLatin1String("Root");
+    return !m_listedFeatures.contains(node) || FeatureKinds::nodeName(node) == QLatin1String("Root");
 }
 
 bool TreeModel::isRow(GenApi::INode *node) const
@@ -104,23 +104,24 @@ void TreeModel::addRow(GenApi::INode *node, TreeItem *parent, bool useFilter)
 
 void TreeModel::addFeature(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter)
 {
-    if (useFilter && !filterText.isEmpty() && !FeatureKinds::nodeName(node).contains(filterText, Qt::CaseInsensitive))
+    if (useFilter && !m_filterText.isEmpty()
+        && !FeatureKinds::nodeName(node).contains(m_filterText, Qt::CaseInsensitive))
         return;
     parent->appendChild({text, initialValue(node)})->SetFeature(node);
-    --rowBudget;
+    --m_rowBudget;
 }
 
 void TreeModel::addCategory(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter)
 {
-    if (openCategories.contains(node) || openCategories.size() >= deepestCategory)
+    if (m_openCategories.contains(node) || m_openCategories.size() >= DeepestCategory)
         return;
     TreeItem *row = parent->appendChild({text, QVariant()});
     row->SetFeature(node);
-    --rowBudget;
-    const bool isMatch = text.contains(filterText, Qt::CaseInsensitive);
-    openCategories.append(node);
+    --m_rowBudget;
+    const bool isMatch = text.contains(m_filterText, Qt::CaseInsensitive);
+    m_openCategories.append(node);
     guardNode([&] { setupModelData(listedNodes(node), row, useFilter && !isMatch); });
-    openCategories.removeLast();
+    m_openCategories.removeLast();
     const bool isWanted = isTopLevel() && (isMatch || !useFilter);
     if (row->childCount() == 0 && !isWanted)
         parent->removeChildren(row->childNumber(), 1);
@@ -137,11 +138,11 @@ QVariant TreeModel::initialValue(GenApi::INode *node)
                             : FeatureValues::read(node);
         },
         [this](const GenICam::GenericException &error) {
-            if (rootItem->isNewFault(error.GetDescription()))
+            if (m_rootItem->isNewFault(error.GetDescription()))
                 std::cout << error.GetDescription() << std::endl;
         },
         [this](const char *message) {
-            if (rootItem->isNewFault(message))
+            if (m_rootItem->isNewFault(message))
                 logToHost("TreeItem", message);
         });
     return value;

@@ -7,30 +7,30 @@
 
 namespace {
 
-constexpr unsigned long servingPause = 5; // ms
+constexpr unsigned long ServingPause = 5; // ms
 
 }
 
-DeviceAnnouncer::DeviceAnnouncer(Raise raiseList, QObject *parent) : QObject(parent), raise(std::move(raiseList)) { }
+DeviceAnnouncer::DeviceAnnouncer(Raise raiseList, QObject *parent) : QObject(parent), m_raise(std::move(raiseList)) { }
 
 DeviceAnnouncer::~DeviceAnnouncer()
 {
-    jobs.stop();
-    while (!jobs.hasEnded(servingPause))
+    m_jobs.stop();
+    while (!m_jobs.hasEnded(ServingPause))
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
 }
 
 void DeviceAnnouncer::announce(const QStringList &cards, const QStringList &cameras)
 {
-    ++pending;
-    jobs.add([this, cards, cameras] {
-        raise(cards, cameras);
+    ++m_pending;
+    m_jobs.add([this, cards, cameras] {
+        m_raise(cards, cameras);
         QMetaObject::invokeMethod(this, &DeviceAnnouncer::finish, Qt::QueuedConnection);
     });
 }
 
 void DeviceAnnouncer::finish()
 {
-    --pending;
+    --m_pending;
     Q_EMIT announced();
 }

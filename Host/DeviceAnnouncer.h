@@ -23,7 +23,7 @@ public:
 
     void announce(const QStringList &cards, const QStringList &cameras);
     /// True when every event has been handled and announced() was emitted, or is being emitted, for the last one.
-    bool isIdle() const { return pending == 0; }
+    bool isIdle() const { return m_pending == 0; }
 
 Q_SIGNALS:
     /// An event has been handled: what its listeners have queued for the GUI thread ran before. On the GUI thread.
@@ -32,7 +32,7 @@ Q_SIGNALS:
 private:
     void finish();
 
-    Raise raise;
-    int pending = 0;
-    JobThread jobs{QStringLiteral("DeviceAnnouncer")};
+    Raise m_raise;
+    int m_pending = 0;
+    JobThread m_jobs{QStringLiteral("DeviceAnnouncer")};
 };

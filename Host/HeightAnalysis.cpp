@@ -8,12 +8,12 @@ namespace HeightAnalysis {
 
 namespace {
 
-constexpr size_t fewestPoints = 16;
-constexpr int refinements = 4;
-constexpr double usualDeviation = 1.4826; ///< standard deviation of a normal distribution whose median one is 1
-constexpr double rejection = 3.0; ///< standard deviations
-constexpr double degreesPerRadian = 57.29577951308232;
-constexpr double finest = 0.002; ///< mm; no device tells closer heights apart
+constexpr size_t FewestPoints = 16;
+constexpr int Refinements = 4;
+constexpr double UsualDeviation = 1.4826; ///< standard deviation of a normal distribution whose median one is 1
+constexpr double Rejection = 3.0; ///< standard deviations
+constexpr double DegreesPerRadian = 57.29577951308232;
+constexpr double Finest = 0.002; ///< mm; no device tells closer heights apart
 
 struct Point
 {
@@ -77,7 +77,7 @@ Points pointsNear(const Points &points, double slope, double level)
     std::vector<double> ways = residues(points, slope, level);
     std::transform(ways.begin(), ways.end(), ways.begin(), [](double way) { return std::abs(way); });
     std::vector<double> ordered = ways;
-    const double reach = std::max(finest, rejection * usualDeviation * atShare(ordered, 1.0 / 6.0));
+    const double reach = std::max(Finest, Rejection * UsualDeviation * atShare(ordered, 1.0 / 6.0));
     Points near;
     for (size_t i = 0; i < points.size(); ++i) {
         if (ways[i] <= reach)
@@ -121,11 +121,11 @@ std::optional<Range> usualRange(const HeightFrame &frame, double leftOut)
 std::optional<Line> mainLine(const std::vector<float> &profile, double firstX, double pitchX)
 {
     const Points points = pointsOf(profile, firstX, pitchX);
-    if (points.size() < fewestPoints || pitchX <= 0.0)
+    if (points.size() < FewestPoints || pitchX <= 0.0)
         return {};
     Line line{middleSlope(points), 0.0};
     double level = densest(residues(points, line.slope, 0.0));
-    for (int i = 0; i < refinements; ++i) {
+    for (int i = 0; i < Refinements; ++i) {
         const Points near = pointsNear(points, line.slope, level);
         line = leastSquares(near);
         level = line.meanHeight - line.slope * centreOf(near).x;
@@ -136,7 +136,7 @@ std::optional<Line> mainLine(const std::vector<float> &profile, double firstX, d
 double levellingTilt(double slope, const HeightCorrection &inForce)
 {
     const double unmirrored = inForce.mirrored ? -slope : slope;
-    return std::atan((unmirrored / inForce.scale + inForce.sine) / inForce.cosine) * degreesPerRadian;
+    return std::atan((unmirrored / inForce.scale + inForce.sine) / inForce.cosine) * DegreesPerRadian;
 }
 
 double trueScale(double meanHeight, double trueHeight, const HeightCorrection &inForce)

@@ -18,15 +18,15 @@ namespace {
 std::atomic<HostContext *> theContext{nullptr};
 std::mutex contextMutex; ///< held by other threads while they use the context, and while it goes
 
-constexpr int pollInterval = 1000; // ms
-constexpr int mostOpenings = 16; ///< devices that are reached at the same time
-const QString module = QStringLiteral("HostContext");
-const QString languageKey = QStringLiteral("language");
+constexpr int PollInterval = 1000; // ms
+constexpr int MostOpenings = 16; ///< devices that are reached at the same time
+const QString Module = QStringLiteral("HostContext");
+const QString LanguageKey = QStringLiteral("language");
 
-const QString userSetLoad = QStringLiteral("UserSetLoad");
+const QString UserSetLoad = QStringLiteral("UserSetLoad");
 
 /// What CARD_INFO_STATE reads for a card that can be used.
-const QString usableCard = QStringLiteral("4");
+const QString UsableCard = QStringLiteral("4");
 
 QString flagText(bool flag)
 {
@@ -66,23 +66,25 @@ HostCore::FOCUS_TYPE focusType(const Device *device)
 
 } // namespace
 
-HostContext::HostContext(Options options, QObject *parent) : QObject(parent), store(makeSettings(options.settingsFile))
+HostContext::HostContext(Options options, QObject *parent)
+    : QObject(parent), m_store(makeSettings(options.settingsFile))
 {
-    announcer = std::make_unique<DeviceAnnouncer>([this](const QStringList &cards, const QStringList &cameras) {
-        eventListeners.raiseDeviceList(cards, cameras);
+    m_announcer = std::make_unique<DeviceAnnouncer>([this](const QStringList &cards, const QStringList &cameras) {
+        m_eventListeners.raiseDeviceList(cards, cameras);
     });
-    discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder));
-    openings.setMaxThreadCount(mostOpenings);
-    connect(discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
-    connect(announcer.get(), &DeviceAnnouncer::announced, this, &HostContext::followAnnounced);
-    connect(&imageRegions, &ImageRegions::movedByUser, this, [this](const QString &id, int handle, const QRect &area) {
-        eventListeners.raiseRegionMoved(id, numberedRegions->numberOf(handle).value_or(handle), area);
-    });
-    numberedRegions = std::make_unique<ProfilerRegions>(*this);
-    heights = std::make_unique<ProfilerHeights>(*this);
-    modes = std::make_unique<ShowModes>(*this);
-    connect(&pollTimer, &QTimer::timeout, this, &HostContext::pollFocused);
-    pollTimer.start(pollInterval);
+    m_discovery = std::make_unique<DeviceDiscovery>(std::move(options.finder));
+    m_openings.setMaxThreadCount(MostOpenings);
+    connect(m_discovery.get(), &DeviceDiscovery::found, this, &HostContext::mergeFound);
+    connect(m_announcer.get(), &DeviceAnnouncer::announced, this, &HostContext::followAnnounced);
+    connect(&m_imageRegions, &ImageRegions::movedByUser, this,
+            [this](const QString &id, int handle, const QRect &area) {
+                m_eventListeners.raiseRegionMoved(id, m_numberedRegions->numberOf(handle).value_or(handle), area);
+            });
+    m_numberedRegions = std::make_unique<ProfilerRegions>(*this);
+    m_heights = std::make_unique<ProfilerHeights>(*this);
+    m_modes = std::make_unique<ShowModes>(*this);
+    connect(&m_pollTimer, &QTimer::timeout, this, &HostContext::pollFocused);
+    m_pollTimer.start(PollInterval);
     theContext = this;
 }
 
@@ -92,13 +94,13 @@ HostContext::~HostContext()
         const std::lock_guard<std::mutex> lock(contextMutex);
         theContext = nullptr;
     }
-    discovery.reset();
-    openings.waitForDone();
-    announcer->disconnect(this); // what it still serves must find nothing to announce
-    for (const Entry &one : entries)
+    m_discovery.reset();
+    m_openings.waitForDone();
+    m_announcer->disconnect(this); // what it still serves must find nothing to announce
+    for (const Entry &one : m_entries)
         one.device->disconnect(this);
-    announcer.reset();
-    for (const Entry &one : entries)
+    m_announcer.reset();
+    for (const Entry &one : m_entries)
         one.device->close();
 }
 
@@ -125,7 +127,7 @@ void HostContext::callCurrent(const std::function<void(HostContext &)> &action)
 QList<Device *> HostContext::devices() const
 {
     QList<Device *> result;
-    for (const Entry &one : entries)
+    for (const Entry &one : m_entries)
         result.append(one.device.get());
     return result;
 }
@@ -162,14 +164,14 @@ HostContext::Entry *HostContext::entry(const QString &id)
 const HostContext::Entry *HostContext::entry(const QString &id) const
 {
     const auto sameId = [&id](const Entry &one) { return one.device->id() == id; };
-    const auto place = std::find_if(entries.begin(), entries.end(), sameId);
-    return place == entries.end() ? nullptr : &*place;
+    const auto place = std::find_if(m_entries.begin(), m_entries.end(), sameId);
+    return place == m_entries.end() ? nullptr : &*place;
 }
 
 bool HostContext::addDevice(std::unique_ptr<Device> device)
 {
     if (entry(device->id())) {
-        log(module, QStringLiteral("There is already a device %1").arg(device->id()));
+        log(Module, QStringLiteral("There is already a device %1").arg(device->id()));
         return false;
     }
     append(std::move(device), false);
@@ -183,7 +185,7 @@ void HostContext::append(std::unique_ptr<Device> device, bool discovered)
     Entry added;
     added.device = std::move(device);
     added.discovered = discovered;
-    entries.push_back(std::move(added));
+    m_entries.push_back(std::move(added));
 }
 
 void HostContext::connectDevice(Device *device)
@@ -201,8 +203,8 @@ void HostContext::connectDevice(Device *device)
     connect(device, &Device::restarted, this, [this, id] {
         if (!isReady(id))
             return;
-        numberedRegions->showDevice(id);
-        eventListeners.raiseImport(id);
+        m_numberedRegions->showDevice(id);
+        m_eventListeners.raiseImport(id);
     });
     const QString reporter = QLatin1String(device->metaObject()->className());
     connect(
@@ -213,13 +215,13 @@ void HostContext::connectDevice(Device *device)
 
 void HostContext::refreshDevices()
 {
-    discovery->search();
+    m_discovery->search();
     Q_EMIT refreshingChanged(isRefreshing());
 }
 
 bool HostContext::isRefreshing() const
 {
-    return discovery->isSearching();
+    return m_discovery->isSearching();
 }
 
 void HostContext::mergeFound(const std::vector<FoundDevice> &found)
@@ -230,11 +232,11 @@ void HostContext::mergeFound(const std::vector<FoundDevice> &found)
     const auto vanished = [&isFound](const Entry &one) {
         return one.discovered && !one.opening && !one.device->isOpen() && !isFound(one.device->id());
     };
-    const auto firstGone = std::stable_partition(entries.begin(), entries.end(), std::not_fn(vanished));
-    bool changed = firstGone != entries.end();
+    const auto firstGone = std::stable_partition(m_entries.begin(), m_entries.end(), std::not_fn(vanished));
+    bool changed = firstGone != m_entries.end();
     // Kept until everybody has heard of the new list.
-    std::vector<Entry> gone(std::make_move_iterator(firstGone), std::make_move_iterator(entries.end()));
-    entries.erase(firstGone, entries.end());
+    std::vector<Entry> gone(std::make_move_iterator(firstGone), std::make_move_iterator(m_entries.end()));
+    m_entries.erase(firstGone, m_entries.end());
     for (const FoundDevice &one : found) {
         if (entry(one.id))
             continue;
@@ -248,9 +250,9 @@ void HostContext::mergeFound(const std::vector<FoundDevice> &found)
 
 void HostContext::setFocus(const QString &id)
 {
-    focusId = entry(id) ? id : QString();
+    m_focusId = entry(id) ? id : QString();
     announceFocus();
-    Q_EMIT focusChanged(focusId);
+    Q_EMIT focusChanged(m_focusId);
 }
 
 bool HostContext::startAcquisition(const QString &id)
@@ -259,7 +261,7 @@ bool HostContext::startAcquisition(const QString &id)
     QString error = QStringLiteral("the device is not open");
     if (wanted && wanted->startAcquisition(&error))
         return true;
-    log(module, QStringLiteral("Starting acquisition of %1 failed: %2").arg(id, error));
+    log(Module, QStringLiteral("Starting acquisition of %1 failed: %2").arg(id, error));
     return false;
 }
 
@@ -281,15 +283,15 @@ void HostContext::announceDevice(const QString &id)
 {
     const Device::Kind kind = device(id)->kind();
     if (kind == Device::Kind::Card)
-        announcer->announce(devicesInUse(kind, id), {});
+        m_announcer->announce(devicesInUse(kind, id), {});
     else
-        announcer->announce({}, devicesInUse(kind, id));
+        m_announcer->announce({}, devicesInUse(kind, id));
 }
 
 QStringList HostContext::devicesInUse(Device::Kind kind, const QString &first) const
 {
     QStringList result{first};
-    for (const Entry &one : entries) {
+    for (const Entry &one : m_entries) {
         if (one.device->kind() == kind && one.ready && one.device->id() != first)
             result += one.device->id();
     }
@@ -298,28 +300,28 @@ QStringList HostContext::devicesInUse(Device::Kind kind, const QString &first) c
 
 void HostContext::announceFocus()
 {
-    eventListeners.raiseFocus(focusType(device(focusId)), focusId);
+    m_eventListeners.raiseFocus(focusType(device(m_focusId)), m_focusId);
 }
 
 void HostContext::pollFocused()
 {
-    if (!isReady(focusId))
+    if (!isReady(m_focusId))
         return;
     QString error;
-    if (!guarded(&error, [this] { device(focusId)->nodeMap()->Poll(pollInterval); }))
-        log(module, QStringLiteral("Polling %1 failed: %2").arg(focusId, error));
+    if (!guarded(&error, [this] { device(m_focusId)->nodeMap()->Poll(PollInterval); }))
+        log(Module, QStringLiteral("Polling %1 failed: %2").arg(m_focusId, error));
 }
 
 void HostContext::setLanguage(const QString &name)
 {
-    store->setValue(languageKey, name);
-    eventListeners.raiseLanguage(name);
+    m_store->setValue(LanguageKey, name);
+    m_eventListeners.raiseLanguage(name);
     Q_EMIT languageChanged(name);
 }
 
 QString HostContext::language() const
 {
-    return store->value(languageKey, QStringLiteral("English")).toString();
+    return m_store->value(LanguageKey, QStringLiteral("English")).toString();
 }
 
 void HostContext::log(const QString &reporter, const QString &message, int level)
@@ -342,7 +344,7 @@ QString HostContext::cameraInfo(const QString &id, HostCore::CAM_INFO item) cons
     case HostCore::CAM_INFO_ACQUISITION:
         return flagText(known->device->isAcquiring());
     default:
-        return isStored(item) ? store->value(cameraKey(id, item)).toString() : QString();
+        return isStored(item) ? m_store->value(cameraKey(id, item)).toString() : QString();
     }
 }
 
@@ -350,7 +352,7 @@ void HostContext::setCameraInfo(const QString &id, HostCore::CAM_INFO item, cons
 {
     if (!isStored(item) || value == cameraInfo(id, item))
         return;
-    store->setValue(cameraKey(id, item), value);
+    m_store->setValue(cameraKey(id, item), value);
     Q_EMIT cameraInfoChanged(id, item);
 }
 
@@ -360,18 +362,18 @@ QString HostContext::cardInfo(const QString &id, HostCore::CARD_INFO item) const
     if (!known || known->device->kind() != Device::Kind::Card)
         return {};
     if (item == HostCore::CARD_INFO_STATE)
-        return usableCard;
+        return UsableCard;
     return item == HostCore::CARD_INFO_OPEN ? flagText(known->ready) : QString();
 }
 
 QString HostContext::parameterInfo(HostCore::PARAMETER_INFO item) const
 {
-    return store->value(parameterKey(item)).toString();
+    return m_store->value(parameterKey(item)).toString();
 }
 
 void HostContext::setParameterInfo(HostCore::PARAMETER_INFO item, const QString &value)
 {
-    store->setValue(parameterKey(item), value);
+    m_store->setValue(parameterKey(item), value);
 }
 
 GenApi::INodeMap *HostContext::nodeMap(HostCore::FOCUS_TYPE type, const QString &id) const
@@ -391,8 +393,8 @@ bool HostContext::writeNode(const QString &id, const QString &node, const QStrin
     const auto write = [&](GenApi::INodeMap &map) { writeNodeText(map, node, value); };
     if (!accessNode(id, QStringLiteral("Writing %1 of %2 failed: %3").arg(node), write))
         return false;
-    if (node == userSetLoad)
-        numberedRegions->showDevice(id);
+    if (node == UserSetLoad)
+        m_numberedRegions->showDevice(id);
     return true;
 }
 
@@ -404,7 +406,7 @@ bool HostContext::accessNode(const QString &id, const QString &failure,
     QString error = QStringLiteral("the device is not open");
     if (known && known->nodeMap() && guarded(&error, [&] { access(*known->nodeMap()); }))
         return true;
-    log(module, failure.arg(id, error));
+    log(Module, failure.arg(id, error));
     return false;
 }
 
@@ -427,27 +429,27 @@ int HostContext::drawRegion(const QString &id, const QPoint &corner, const QPoin
     if (isReady(id)) {
         const QSize reach(std::max(corner.x(), opposite.x()), std::max(corner.y(), opposite.y()));
         const QSize image = imagePlace(id).area.size();
-        if (const int handle = imageRegions.draw(id, image.isEmpty() ? reach : image, corner, opposite))
+        if (const int handle = m_imageRegions.draw(id, image.isEmpty() ? reach : image, corner, opposite))
             return handle;
         reason = QStringLiteral("it has no pixel of the image");
     }
-    log(module, QStringLiteral("Drawing a region on %1 failed: %2").arg(id, reason));
+    log(Module, QStringLiteral("Drawing a region on %1 failed: %2").arg(id, reason));
     return 0;
 }
 
 void HostContext::placeRegion(const QString &id, int handle, const QPoint &corner, const QPoint &opposite)
 {
-    if (!imageRegions.place(id, handle, corner, opposite))
+    if (!m_imageRegions.place(id, handle, corner, opposite))
         logUnknownRegion(id, handle);
 }
 
 void HostContext::removeRegion(const QString &id, int handle)
 {
-    if (!imageRegions.remove(id, handle))
+    if (!m_imageRegions.remove(id, handle))
         logUnknownRegion(id, handle);
 }
 
 void HostContext::logUnknownRegion(const QString &id, int handle)
 {
-    log(module, QStringLiteral("%1 has no region %2").arg(id).arg(handle));
+    log(Module, QStringLiteral("%1 has no region %2").arg(id).arg(handle));
 }

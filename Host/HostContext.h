@@ -74,7 +74,7 @@ public:
     void refreshDevices();
     bool isRefreshing() const;
     /// Panels have still to follow what became of devices; until then one may stand in for another.
-    bool isAnnouncing() const { return !announcer->isIdle(); }
+    bool isAnnouncing() const { return !m_announcer->isIdle(); }
 
     /// Opens a device and announces it to the panel, which follows soon. False on failure, which is logged; a device
     /// that is still being closed cannot be opened.
@@ -90,7 +90,7 @@ public:
     void close(const QString &id);
     /// Gives the focus to a device, open or not; an unknown or empty id takes it away from all.
     void setFocus(const QString &id);
-    QString focus() const { return focusId; }
+    QString focus() const { return m_focusId; }
     /// False on failure, which is logged.
     bool startAcquisition(const QString &id);
     void stopAcquisition(const QString &id);
@@ -100,9 +100,9 @@ public:
     void setLanguage(const QString &name);
     QString language() const;
 
-    QSettings &settings() { return *store; }
-    HostListeners &listeners() { return eventListeners; }
-    ImageRegions &regions() { return imageRegions; }
+    QSettings &settings() { return *m_store; }
+    HostListeners &listeners() { return m_eventListeners; }
+    ImageRegions &regions() { return m_imageRegions; }
 
     /// Appends a line to the log: forwards to logLine() on the GUI thread. Any thread.
     /// `module` names the reporting class, `level` 0 is an ordinary report.
@@ -126,9 +126,9 @@ public:
     /// A region that the device does not have is logged.
     void placeRegion(const QString &id, int handle, const QPoint &corner, const QPoint &opposite);
     void removeRegion(const QString &id, int handle);
-    ProfilerRegions &profilerRegions() { return *numberedRegions; }
-    const ProfilerHeights &profilerHeights() const { return *heights; }
-    ShowModes &showModes() { return *modes; }
+    ProfilerRegions &profilerRegions() { return *m_numberedRegions; }
+    const ProfilerHeights &profilerHeights() const { return *m_heights; }
+    ShowModes &showModes() { return *m_modes; }
 
 Q_SIGNALS:
     void logLine(const QDateTime &time, const QString &module, const QString &message, int level);
@@ -182,17 +182,17 @@ private:
     void announceFocus();
     void pollFocused();
 
-    std::vector<Entry> entries;
-    QString focusId;
-    QStringList closings; ///< announced as closed, not seen by every panel yet
-    HostListeners eventListeners;
-    ImageRegions imageRegions;
-    std::unique_ptr<ProfilerRegions> numberedRegions;
-    std::unique_ptr<ProfilerHeights> heights;
-    std::unique_ptr<ShowModes> modes;
-    std::unique_ptr<QSettings> store;
-    std::unique_ptr<DeviceAnnouncer> announcer;
-    std::unique_ptr<DeviceDiscovery> discovery;
-    QThreadPool openings;
-    QTimer pollTimer;
+    std::vector<Entry> m_entries;
+    QString m_focusId;
+    QStringList m_closings; ///< announced as closed, not seen by every panel yet
+    HostListeners m_eventListeners;
+    ImageRegions m_imageRegions;
+    std::unique_ptr<ProfilerRegions> m_numberedRegions;
+    std::unique_ptr<ProfilerHeights> m_heights;
+    std::unique_ptr<ShowModes> m_modes;
+    std::unique_ptr<QSettings> m_store;
+    std::unique_ptr<DeviceAnnouncer> m_announcer;
+    std::unique_ptr<DeviceDiscovery> m_discovery;
+    QThreadPool m_openings;
+    QTimer m_pollTimer;
 };

@@ -6,7 +6,7 @@
 
 namespace {
 
-const QString module = QStringLiteral("HostContext");
+const QString Module = QStringLiteral("HostContext");
 
 } // namespace
 
@@ -25,7 +25,7 @@ bool HostContext::open(const QString &id)
     const bool isTried = error.isEmpty();
     const bool isOpen = isTried && known->device->open(&error);
     if (!isOpen)
-        log(module, QStringLiteral("Opening %1 failed: %2").arg(id, error));
+        log(Module, QStringLiteral("Opening %1 failed: %2").arg(id, error));
     if (!isTried)
         return false;
     known->ready = isOpen;
@@ -44,7 +44,7 @@ void HostContext::openLater(const QString &id)
         return;
     }
     known->opening = true;
-    openings.start([this, id, device = known->device.get()] {
+    m_openings.start([this, id, device = known->device.get()] {
         device->reach();
         QMetaObject::invokeMethod(
             this, [this, id] { finishOpening(id); }, Qt::QueuedConnection);
@@ -67,7 +67,7 @@ void HostContext::close(const QString &id)
         return;
     known->ready = false;
     known->closing = true;
-    closings += id;
+    m_closings += id;
     announceDevice(id);
     Q_EMIT deviceStateChanged(id);
 }
@@ -77,16 +77,16 @@ void HostContext::followAnnounced()
     // A camera that is listed as closed makes the panel show nothing, whoever has the focus.
     announceFocus();
     // The events of devices that were closed meanwhile may still be on their way.
-    if (!announcer->isIdle())
+    if (!m_announcer->isIdle())
         return;
-    const QStringList seen = std::exchange(closings, {});
+    const QStringList seen = std::exchange(m_closings, {});
     for (const QString &id : seen)
         releaseAfterPanels(id);
 }
 
 void HostContext::releaseAfterPanels(const QString &id)
 {
-    imageRegions.removeAll(id);
+    m_imageRegions.removeAll(id);
     // The event has left the device's panels to deferred deletion. Deferred deletions run in their order, so the
     // node map goes when the last user of it has gone.
     auto *afterPanels = new QObject(this);
@@ -108,6 +108,6 @@ void HostContext::deviceLost(const QString &id, const QString &reason)
 {
     if (!isReady(id))
         return;
-    log(module, QStringLiteral("Device %1 is lost: %2").arg(id, reason));
+    log(Module, QStringLiteral("Device %1 is lost: %2").arg(id, reason));
     close(id);
 }

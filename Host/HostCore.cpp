@@ -15,8 +15,8 @@ QString text(const std::string &utf8)
     return QString::fromStdString(utf8);
 }
 
-constexpr int success = 0;
-constexpr int failure = -1;
+constexpr int Success = 0;
+constexpr int Failure = -1;
 
 template <class Forward>
 void withContext(Forward forward)
@@ -138,15 +138,15 @@ int GetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string 
     HostContext *host = HostContext::current();
     QString read;
     if (!host || !host->readNode(text(deviceKey), text(nodeName), &read))
-        return failure;
+        return Failure;
     value = read.toStdString();
-    return success;
+    return Success;
 }
 
 int SetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string value)
 {
     HostContext *host = HostContext::current();
-    return host && host->writeNode(text(deviceKey), text(nodeName), text(value)) ? success : failure;
+    return host && host->writeNode(text(deviceKey), text(nodeName), text(value)) ? Success : Failure;
 }
 
 /// Panels name the regions of laser profilers themselves, which the reserved numbers tell.
@@ -163,7 +163,7 @@ int DrawROI(std::string deviceKey, int leftX, int leftY, int rightX, int rightY,
         status = true;
         roiId = drawn;
     }
-    return status ? success : failure;
+    return status ? Success : Failure;
 }
 
 void RomoveROI(std::string deviceKey, int roiId)

@@ -16,16 +16,16 @@ std::vector<std::string> narrow(const QStringList &texts)
 }
 
 /// The event source under which a host reports the lists of its devices.
-constexpr int deviceListSource = 1;
+constexpr int DeviceListSource = 1;
 
 /// The operation of a region event that reports a move.
-constexpr int regionMoved = 1;
+constexpr int RegionMoved = 1;
 
 } // namespace
 
 void HostListeners::raiseDeviceList(const QStringList &cards, const QStringList &cameras)
 {
-    deviceList.forEach([&](auto *listener) { listener->OnUpdate(deviceListSource, narrow(cards), narrow(cameras)); });
+    deviceList.forEach([&](auto *listener) { listener->OnUpdate(DeviceListSource, narrow(cards), narrow(cameras)); });
 }
 
 void HostListeners::raiseFocus(HostCore::FOCUS_TYPE type, const QString &id)
@@ -49,7 +49,7 @@ void HostListeners::raiseRegionMoved(const QString &id, int handle, const QRect 
     const int bottom = area.y() + area.height();
     bool status = true;
     regions.forEach([&](auto *listener) {
-        listener->OnUpdate(id.toStdString(), area.x(), area.y(), right, bottom, regionMoved, handle, status, 0, 0);
+        listener->OnUpdate(id.toStdString(), area.x(), area.y(), right, bottom, RegionMoved, handle, status, 0, 0);
     });
 }
 

@@ -20,23 +20,23 @@ class ListenerList
 public:
     void add(Listener *listener)
     {
-        const QMutexLocker lock(&mutex);
+        const QMutexLocker lock(&m_mutex);
         if (listener && !contains(listener))
-            listeners.push_back(listener);
+            m_listeners.push_back(listener);
     }
 
     /// After the return no call to `listener` is running on another thread and none will follow. A call that
     /// waits for the GUI thread is served from here when this is the GUI thread.
     void remove(Listener *listener)
     {
-        QMutexLocker lock(&mutex);
-        listeners.erase(std::remove(listeners.begin(), listeners.end(), listener), listeners.end());
+        QMutexLocker lock(&m_mutex);
+        m_listeners.erase(std::remove(m_listeners.begin(), m_listeners.end(), listener), m_listeners.end());
         while (runningElsewhere(listener)) {
             lock.unlock();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
             lock.relock();
             if (runningElsewhere(listener))
-                callEnded.wait(&mutex, 5);
+                m_callEnded.wait(&m_mutex, 5);
         }
     }
 
@@ -62,40 +62,40 @@ private:
 
     bool contains(Listener *listener) const
     {
-        return std::find(listeners.begin(), listeners.end(), listener) != listeners.end();
+        return std::find(m_listeners.begin(), m_listeners.end(), listener) != m_listeners.end();
     }
 
     bool runningElsewhere(Listener *listener) const
     {
-        return std::any_of(running.begin(), running.end(), [listener](const Running &one) {
+        return std::any_of(m_running.begin(), m_running.end(), [listener](const Running &one) {
             return one.listener == listener && one.thread != QThread::currentThread();
         });
     }
 
     std::vector<Listener *> snapshot()
     {
-        const QMutexLocker lock(&mutex);
-        return listeners;
+        const QMutexLocker lock(&m_mutex);
+        return m_listeners;
     }
 
     bool begin(Listener *listener)
     {
-        const QMutexLocker lock(&mutex);
+        const QMutexLocker lock(&m_mutex);
         if (!contains(listener))
             return false;
-        running.push_back({listener, QThread::currentThread()});
+        m_running.push_back({listener, QThread::currentThread()});
         return true;
     }
 
     void end(Listener *listener)
     {
-        const QMutexLocker lock(&mutex);
-        running.erase(std::find(running.begin(), running.end(), Running{listener, QThread::currentThread()}));
-        callEnded.wakeAll();
+        const QMutexLocker lock(&m_mutex);
+        m_running.erase(std::find(m_running.begin(), m_running.end(), Running{listener, QThread::currentThread()}));
+        m_callEnded.wakeAll();
     }
 
-    QMutex mutex;
-    QWaitCondition callEnded;
-    std::vector<Listener *> listeners;
-    std::vector<Running> running;
+    QMutex m_mutex;
+    QWaitCondition m_callEnded;
+    std::vector<Listener *> m_listeners;
+    std::vector<Running> m_running;
 };

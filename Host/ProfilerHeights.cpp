@@ -5,8 +5,8 @@
 
 namespace {
 
-const QString module = QStringLiteral("ProfilerHeights");
-const QString trueHeight = QStringLiteral("ZReferenceHeight");
+const QString Module = QStringLiteral("ProfilerHeights");
+const QString TrueHeight = QStringLiteral("ZReferenceHeight");
 
 QString millimetres(double value)
 {
@@ -15,11 +15,11 @@ QString millimetres(double value)
 
 } // namespace
 
-ProfilerHeights::ProfilerHeights(HostContext &owner) : host(owner)
+ProfilerHeights::ProfilerHeights(HostContext &owner) : m_host(owner)
 {
-    connect(&host, &HostContext::heightReady, this, &ProfilerHeights::follow);
-    connect(&host, &HostContext::deviceStateChanged, this, &ProfilerHeights::followState);
-    connect(&host, &HostContext::cameraInfoChanged, this, [this](const QString &device, HostCore::CAM_INFO item) {
+    connect(&m_host, &HostContext::heightReady, this, &ProfilerHeights::follow);
+    connect(&m_host, &HostContext::deviceStateChanged, this, &ProfilerHeights::followState);
+    connect(&m_host, &HostContext::cameraInfoChanged, this, [this](const QString &device, HostCore::CAM_INFO item) {
         if (item == HostCore::CAM_INFO_Z_MINIMUM || item == HostCore::CAM_INFO_Z_MAXIMUM)
             forgetWish(device);
     });
@@ -28,10 +28,10 @@ ProfilerHeights::ProfilerHeights(HostContext &owner) : host(owner)
 /// A wish that an earlier run of the host left behind would surprise whoever acquires now.
 void ProfilerHeights::followState(const QString &device)
 {
-    if (!host.isReady(device)) {
-        newest.remove(device);
-    } else if (!newest.contains(device)) {
-        newest.insert(device, {});
+    if (!m_host.isReady(device)) {
+        m_newest.remove(device);
+    } else if (!m_newest.contains(device)) {
+        m_newest.insert(device, {});
         forgetWish(device);
     }
 }
@@ -39,20 +39,20 @@ void ProfilerHeights::followState(const QString &device)
 void ProfilerHeights::follow(const QString &device, const HeightFrame &frame)
 {
     if (frame.lines > 0)
-        newest.insert(device, {frame.lastProfile(), frame.firstX, frame.pitchX, frame.applied});
+        m_newest.insert(device, {frame.lastProfile(), frame.firstX, frame.pitchX, frame.applied});
     if (frame.complete && wishesRange(device))
         setRange(device, frame);
 }
 
 bool ProfilerHeights::wishesRange(const QString &device) const
 {
-    return host.cameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE) == QLatin1String("1");
+    return m_host.cameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE) == QLatin1String("1");
 }
 
 void ProfilerHeights::forgetWish(const QString &device)
 {
     if (wishesRange(device))
-        host.setCameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("0"));
+        m_host.setCameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("0"));
 }
 
 /// A frame without any data leaves the wish to the next one.
@@ -61,29 +61,29 @@ void ProfilerHeights::setRange(const QString &device, const HeightFrame &frame)
     const auto range = HeightAnalysis::usualRange(frame);
     if (!range)
         return;
-    host.setCameraInfo(device, HostCore::CAM_INFO_Z_MINIMUM, millimetres(range->lowest));
-    host.setCameraInfo(device, HostCore::CAM_INFO_Z_MAXIMUM, millimetres(range->highest));
+    m_host.setCameraInfo(device, HostCore::CAM_INFO_Z_MINIMUM, millimetres(range->lowest));
+    m_host.setCameraInfo(device, HostCore::CAM_INFO_Z_MAXIMUM, millimetres(range->highest));
     forgetWish(device);
-    host.listeners().raiseImport(device); // panels show the range when they read anew
+    m_host.listeners().raiseImport(device); // panels show the range when they read anew
 }
 
 std::optional<double> ProfilerHeights::correction(const QString &device, int kind,
                                                   const HeightAnalysis::Range &allowed) const
 {
     const auto fail = [&](const QString &reason) {
-        host.log(module, QStringLiteral("No correction %1 for %2: %3").arg(kind).arg(device, reason));
+        m_host.log(Module, QStringLiteral("No correction %1 for %2: %3").arg(kind).arg(device, reason));
         return std::optional<double>();
     };
     if (kind != Tilt && kind != HeightScale)
         return fail(QStringLiteral("it is unknown"));
-    const Profile profile = newest.value(device);
+    const Profile profile = m_newest.value(device);
     const auto line = HeightAnalysis::mainLine(profile.heights, profile.firstX, profile.pitchX);
     if (!line)
         return fail(QStringLiteral("there is no profile with data"));
     double value = HeightAnalysis::levellingTilt(line->slope, profile.applied);
     if (kind == HeightScale) {
         QString height;
-        if (!host.readNode(device, trueHeight, &height))
+        if (!m_host.readNode(device, TrueHeight, &height))
             return {};
         value = HeightAnalysis::trueScale(line->meanHeight, height.toDouble(), profile.applied);
     }

@@ -46,6 +46,6 @@ private:
     void forgetWish(const QString &device);
     void setRange(const QString &device, const HeightFrame &frame);
 
-    HostContext &host;
-    QHash<QString, Profile> newest; ///< of each device that is ready; without heights before its first frame
+    HostContext &m_host;
+    QHash<QString, Profile> m_newest; ///< of each device that is ready; without heights before its first frame
 };

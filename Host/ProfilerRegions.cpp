@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr int applyInterval = 200; // ms
-constexpr int measureRange = 0;
-constexpr int mostMasks = 3;
-const QString module = QStringLiteral("ProfilerRegions");
-const QString maskSelector = QStringLiteral("ImageMaskerSelector");
+constexpr int ApplyInterval = 200; // ms
+constexpr int MeasureRange = 0;
+constexpr int MostMasks = 3;
+const QString Module = QStringLiteral("ProfilerRegions");
+const QString MaskSelector = QStringLiteral("ImageMaskerSelector");
 
 QString selectorEntry(int number)
 {
@@ -41,38 +41,38 @@ qint64 fittingValue(const GenApi::CIntegerPtr &feature, qint64 value)
 
 } // namespace
 
-ProfilerRegions::ProfilerRegions(HostContext &owner) : host(owner)
+ProfilerRegions::ProfilerRegions(HostContext &owner) : m_host(owner)
 {
-    pause.setSingleShot(true);
-    pause.setInterval(applyInterval);
-    connect(&pause, &QTimer::timeout, this, &ProfilerRegions::applyMoves);
-    connect(&host.regions(), &ImageRegions::movedByUser, this,
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(ApplyInterval);
+    connect(&m_pause, &QTimer::timeout, this, &ProfilerRegions::applyMoves);
+    connect(&m_host.regions(), &ImageRegions::movedByUser, this,
             [this](const QString &, int handle) { noteMove(handle); });
 }
 
 bool ProfilerRegions::isNumber(int roiId)
 {
-    return roiId >= measureRange && roiId <= mostMasks;
+    return roiId >= MeasureRange && roiId <= MostMasks;
 }
 
 bool ProfilerRegions::draw(const QString &device, int number, const QPoint &corner, const QPoint &opposite)
 {
     if (handleOf(device, number))
         return true;
-    const QSize image = host.isReady(device) ? sensorSize(device) : QSize();
+    const QSize image = m_host.isReady(device) ? sensorSize(device) : QSize();
     if (!isNumber(number) || image.isEmpty()) {
-        host.log(module, QStringLiteral("Region %1 cannot be drawn on %2").arg(number).arg(device));
+        m_host.log(Module, QStringLiteral("Region %1 cannot be drawn on %2").arg(number).arg(device));
         return false;
     }
     QRect area = areaOnDevice(device, number);
     if (area.isEmpty())
         area = corner == opposite ? middleOf(image) : QRect(corner, opposite - QPoint(1, 1));
-    return host.regions().draw(device, image, area.topLeft(), area.bottomRight() + QPoint(1, 1), number) != 0;
+    return m_host.regions().draw(device, image, area.topLeft(), area.bottomRight() + QPoint(1, 1), number) != 0;
 }
 
 std::optional<int> ProfilerRegions::handleOf(const QString &device, int number) const
 {
-    for (const ImageRegion &one : host.regions().of(device)) {
+    for (const ImageRegion &one : m_host.regions().of(device)) {
         if (one.number == number)
             return one.handle;
     }
@@ -81,12 +81,12 @@ std::optional<int> ProfilerRegions::handleOf(const QString &device, int number) 
 
 std::optional<int> ProfilerRegions::numberOf(int handle) const
 {
-    return host.regions().region(handle).number;
+    return m_host.regions().region(handle).number;
 }
 
 void ProfilerRegions::showDevice(const QString &device)
 {
-    for (const ImageRegion &one : host.regions().of(device)) {
+    for (const ImageRegion &one : m_host.regions().of(device)) {
         if (one.number)
             show(one);
     }
@@ -96,16 +96,16 @@ void ProfilerRegions::noteMove(int handle)
 {
     if (!numberOf(handle))
         return;
-    moved.insert(handle);
-    if (!pause.isActive())
-        pause.start();
+    m_moved.insert(handle);
+    if (!m_pause.isActive())
+        m_pause.start();
 }
 
 void ProfilerRegions::applyMoves()
 {
-    const QSet<int> due = std::exchange(moved, {});
+    const QSet<int> due = std::exchange(m_moved, {});
     for (const int handle : due) { // whatever a write sets off may remove regions
-        const ImageRegion region = host.regions().region(handle);
+        const ImageRegion region = m_host.regions().region(handle);
         if (region.number)
             apply(region);
     }
@@ -115,7 +115,7 @@ void ProfilerRegions::applyMoves()
 /// would fill the log.
 void ProfilerRegions::apply(const ImageRegion &region)
 {
-    if (region.number == measureRange)
+    if (region.number == MeasureRange)
         applyMeasureRange(region.device, region.area);
     else
         applyMask(region);
@@ -126,7 +126,7 @@ void ProfilerRegions::show(const ImageRegion &region)
 {
     const QRect real = areaOnDevice(region.device, *region.number);
     if (!real.isEmpty())
-        host.regions().place(region.device, region.handle, real.topLeft(), real.bottomRight() + QPoint(1, 1));
+        m_host.regions().place(region.device, region.handle, real.topLeft(), real.bottomRight() + QPoint(1, 1));
 }
 
 /// Neither step may leave the range beyond the sensor.
@@ -141,7 +141,7 @@ void ProfilerRegions::applyMeasureRange(const QString &device, const QRect &area
 
 void ProfilerRegions::applyMask(const ImageRegion &region)
 {
-    if (!host.writeNode(region.device, maskSelector, selectorEntry(*region.number)))
+    if (!m_host.writeNode(region.device, MaskSelector, selectorEntry(*region.number)))
         return;
     const QRect &area = region.area;
     const std::pair<const char *, int> values[] = {{"ImageMaskOffsetX", area.x()},
@@ -161,15 +161,15 @@ QSize ProfilerRegions::sensorSize(const QString &device) const
 
 QRect ProfilerRegions::areaOnDevice(const QString &device, int number) const
 {
-    if (number == measureRange)
+    if (number == MeasureRange)
         return {0, integer(device, "OffsetY"), integer(device, "SensorWidth"), integer(device, "Height")};
     QString selected;
-    host.readNode(device, maskSelector, &selected);
-    if (!host.writeNode(device, maskSelector, selectorEntry(number)))
+    m_host.readNode(device, MaskSelector, &selected);
+    if (!m_host.writeNode(device, MaskSelector, selectorEntry(number)))
         return {};
     const auto selectAgain = qScopeGuard([&] {
         if (!selected.isEmpty() && selected != selectorEntry(number))
-            host.writeNode(device, maskSelector, selected);
+            m_host.writeNode(device, MaskSelector, selected);
     });
     return {integer(device, "ImageMaskOffsetX"), integer(device, "ImageMaskOffsetY"), integer(device, "ImageMaskWidth"),
             integer(device, "ImageMaskHeight")};
@@ -179,7 +179,7 @@ QRect ProfilerRegions::areaOnDevice(const QString &device, int number) const
 int ProfilerRegions::integer(const QString &device, const char *node) const
 {
     QString text;
-    host.readNode(device, QLatin1String(node), &text);
+    m_host.readNode(device, QLatin1String(node), &text);
     return text.toInt();
 }
 
@@ -188,8 +188,8 @@ bool ProfilerRegions::write(const QString &device, const char *node, int value)
     qint64 fitting = value;
     QString error;
     guarded(&error, [&] { // what cannot be fitted is left to the device to refuse
-        if (GenApi::INodeMap *const map = host.nodeMap(HostCore::FOCUS_CAMERA, device))
+        if (GenApi::INodeMap *const map = m_host.nodeMap(HostCore::FOCUS_CAMERA, device))
             fitting = fittingValue(map->GetNode(node), value);
     });
-    return host.writeNode(device, QLatin1String(node), QString::number(fitting));
+    return m_host.writeNode(device, QLatin1String(node), QString::number(fitting));
 }

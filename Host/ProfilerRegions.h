@@ -47,7 +47,7 @@ private:
     int integer(const QString &device, const char *node) const;
     bool write(const QString &device, const char *node, int value);
 
-    HostContext &host;
-    QSet<int> moved; ///< handles of regions that the device does not follow yet
-    QTimer pause; ///< a drag reports more moves than a device can follow
+    HostContext &m_host;
+    QSet<int> m_moved; ///< handles of regions that the device does not follow yet
+    QTimer m_pause; ///< a drag reports more moves than a device can follow
 };

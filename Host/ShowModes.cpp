@@ -5,30 +5,30 @@
 
 namespace {
 
-const QString module = QStringLiteral("ShowModes");
+const QString Module = QStringLiteral("ShowModes");
 
 } // namespace
 
-ShowModes::ShowModes(HostContext &owner) : host(owner)
+ShowModes::ShowModes(HostContext &owner) : m_host(owner)
 {
-    connect(&host, &HostContext::deviceStateChanged, this, [this](const QString &device) {
-        if (!host.isReady(device))
-            modes.remove(device);
+    connect(&m_host, &HostContext::deviceStateChanged, this, [this](const QString &device) {
+        if (!m_host.isReady(device))
+            m_modes.remove(device);
     });
 }
 
 void ShowModes::set(const QString &device, int mode)
 {
-    if (!host.isReady(device)) {
-        host.log(module, QStringLiteral("No show mode %1 for %2: the device is not open").arg(mode).arg(device));
+    if (!m_host.isReady(device)) {
+        m_host.log(Module, QStringLiteral("No show mode %1 for %2: the device is not open").arg(mode).arg(device));
         return;
     }
-    const bool exists = mode >= depthMap && mode <= last;
+    const bool exists = mode >= DepthMap && mode <= Last;
     if (!exists)
-        host.log(module, QStringLiteral("%1 has no show mode %2: the depth map is shown").arg(device).arg(mode));
-    const int wanted = exists ? mode : depthMap;
+        m_host.log(Module, QStringLiteral("%1 has no show mode %2: the depth map is shown").arg(device).arg(mode));
+    const int wanted = exists ? mode : DepthMap;
     if (of(device) == wanted)
         return;
-    modes.insert(device, wanted);
+    m_modes.insert(device, wanted);
     Q_EMIT changed(device);
 }

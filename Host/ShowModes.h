@@ -13,15 +13,15 @@ class ShowModes : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int depthMap = 0;
+    static constexpr int DepthMap = 0;
     /// Modes 1 to 8 name the 2D images, in the order of HeightFrame::outputs.
-    static constexpr int last = 8;
+    static constexpr int Last = 8;
 
     /// `host` must outlive this.
     explicit ShowModes(HostContext &host);
 
     /// depthMap from the opening of the device on.
-    int of(const QString &device) const { return modes.value(device, depthMap); }
+    int of(const QString &device) const { return m_modes.value(device, DepthMap); }
     /// A mode that does not exist is logged and shows the depth map; a device that is not open is logged.
     void set(const QString &device, int mode);
 
@@ -29,6 +29,6 @@ Q_SIGNALS:
     void changed(const QString &device);
 
 private:
-    HostContext &host;
-    QHash<QString, int> modes;
+    HostContext &m_host;
+    QHash<QString, int> m_modes;
 };

@@ -172,10 +172,10 @@ private:
     static Number converted(Other other)
     {
         if constexpr (std::is_integral_v<Number> && std::is_floating_point_v<Other>) {
-            constexpr Other beyond = 9223372036854775808.0;
-            if (other >= beyond)
+            constexpr Other Beyond = 9223372036854775808.0;
+            if (other >= Beyond)
                 return std::numeric_limits<Number>::max();
-            return other <= -beyond ? std::numeric_limits<Number>::min() : static_cast<Number>(other);
+            return other <= -Beyond ? std::numeric_limits<Number>::min() : static_cast<Number>(other);
         } else {
             return static_cast<Number>(other);
         }

@@ -10,14 +10,14 @@
 
 namespace {
 
-constexpr double mostSteps = 4503599627370496.0; ///< 2^52; beyond it a double cannot tell one step from the next
-constexpr double noise = 1e-6; ///< of a step
+constexpr double MostSteps = 4503599627370496.0; ///< 2^52; beyond it a double cannot tell one step from the next
+constexpr double Noise = 1e-6; ///< of a step
 
 /// Without the noise of binary fractions, which a person would see as another number.
 double cleaned(double number)
 {
-    constexpr int digits = 15;
-    return QString::number(number, 'g', digits).toDouble();
+    constexpr int Digits = 15;
+    return QString::number(number, 'g', Digits).toDouble();
 }
 
 } // namespace
@@ -29,10 +29,10 @@ double NumberSteps<double>::from(double value, int count) const
         return value;
     if (!onGrid)
         return std::clamp(value + count * step, minimum, maximum);
-    const double origin = std::abs((value - minimum) / step) < mostSteps ? minimum : 0.0;
-    const double last = std::floor((maximum - origin) / step + noise);
+    const double origin = std::abs((value - minimum) / step) < MostSteps ? minimum : 0.0;
+    const double last = std::floor((maximum - origin) / step + Noise);
     double place = (value - origin) / step;
-    if (std::abs(place - std::round(place)) < noise)
+    if (std::abs(place - std::round(place)) < Noise)
         place = std::round(place);
     place = std::min((count > 0 ? std::floor(place) : std::ceil(place)) + count, last);
     return std::clamp(cleaned(origin + place * step), minimum, maximum);

@@ -36,8 +36,8 @@ std::optional<qint64> NumberText::parse(const QString &text, const QLocale &loca
 
 QString NumberText::limit(double number)
 {
-    constexpr int digits = 15;
-    return QString::number(number, 'g', digits);
+    constexpr int Digits = 15;
+    return QString::number(number, 'g', Digits);
 }
 
 QString NumberText::limit(qint64 number)

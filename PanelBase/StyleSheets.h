@@ -40,19 +40,19 @@ inline constexpr QLatin1String FoldableGroup("QPushButton#pushButtonFold\n{\nbor
 /// A switch in the given state.
 inline QString switchButton(bool on)
 {
-    constexpr QLatin1String style("QPushButton{border: none;image: url(%1);}"
+    constexpr QLatin1String Style("QPushButton{border: none;image: url(%1);}"
                                   "QPushButton::disabled{border: none;image: url(%2);}");
-    return on ? style.arg(Icons::SwitchOn, Icons::SwitchOnDisabled)
-              : style.arg(Icons::SwitchOff, Icons::SwitchOffDisabled);
+    return on ? Style.arg(Icons::SwitchOn, Icons::SwitchOnDisabled)
+              : Style.arg(Icons::SwitchOff, Icons::SwitchOffDisabled);
 }
 
 /// A button that is an image: `shown` at rest, `underMouse` under the mouse, `disabled` while disabled.
 inline QString imageButton(const QString &shown, const QString &underMouse, const QString &disabled)
 {
-    constexpr QLatin1String style("QPushButton{border: none;image: url(%1);}"
+    constexpr QLatin1String Style("QPushButton{border: none;image: url(%1);}"
                                   "QPushButton:hover{image: url(%2);}"
                                   "QPushButton:disabled{image: url(%3);}");
-    return style.arg(shown, underMouse, disabled);
+    return Style.arg(shown, underMouse, disabled);
 }
 
 } // namespace StyleSheets

@@ -8,7 +8,7 @@ namespace {
 template <class Value>
 using Entry = std::pair<const char *, Value>;
 
-constexpr Entry<const char *> entryNames[] = {
+constexpr Entry<const char *> EntryNames[] = {
     {"连续触发", "ContinuousTrigger"},
     {"外部触发", "ExternalTrigger"},
     {"时间间隔", "Continuous"},
@@ -45,7 +45,7 @@ constexpr Entry<const char *> entryNames[] = {
     {"全速", "Full"},
 };
 
-constexpr Entry<int> showTypes[] = {
+constexpr Entry<int> ShowTypes[] = {
     {"2D Left", 1},        {"2D Right", 2},        {"Left Streak", 3},      {"Right Streak", 4},
     {"2.5D Left Shot", 5}, {"2.5D Right Shot", 6}, {"2.5D Left Reflex", 7}, {"2.5D Right Reflex", 8},
 };
@@ -71,5 +71,5 @@ QMap<QString, Value> tableOf(const Entries &entries)
 
 } // namespace
 
-const QMap<QString, QString> zhTransEnMap = tableOf<QString>(entryNames);
-const QMap<QString, int> imgShowTypeMap = tableOf<int>(showTypes);
+const QMap<QString, QString> zhTransEnMap = tableOf<QString>(EntryNames);
+const QMap<QString, int> imgShowTypeMap = tableOf<int>(ShowTypes);

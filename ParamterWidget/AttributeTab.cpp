@@ -41,9 +41,9 @@ int storedLevel()
 
 int attributeLevelFromText(const std::string &text)
 {
-    constexpr int base = 10;
+    constexpr int Base = 10;
     return static_cast<int>(
-        std::clamp(std::strtol(text.c_str(), nullptr, base), long(GenApi::Beginner), long(GenApi::Guru)));
+        std::clamp(std::strtol(text.c_str(), nullptr, Base), long(GenApi::Beginner), long(GenApi::Guru)));
 }
 
 AttributeTab::AttributeTab(const PanelContext &context, const Ui_ParamterWidget &form, QTextBrowser *descriptionPane)

@@ -74,7 +74,7 @@ Feature<GenApi::CIntegerPtr> integerFeature(const QString &device, const QString
 /// The names under which cameras have a feature, the plain one (which is its logical name) first.
 using NameVariants = std::array<const char *, 3>;
 
-constexpr NameVariants nodeNameVariants[] = {
+constexpr NameVariants NodeNameVariants[] = {
     {"ExposureTime", "ExposureTimeAbs", "ExposureTimeRaw"},
     {"GammaEnable", "EnableGamma", nullptr},
     {"Gain", "GainAbs", "GainRaw"},
@@ -142,9 +142,9 @@ int SetCameraIntNodeValue(QString device, QString nodeName, int value)
 
 GenApi::INode *FindNodeByLogicalName(const QString &name, GenApi::INodeMap *nodeMap)
 {
-    const auto variants = std::find_if(std::begin(nodeNameVariants), std::end(nodeNameVariants),
+    const auto variants = std::find_if(std::begin(NodeNameVariants), std::end(NodeNameVariants),
                                        [&](const NameVariants &names) { return name == QLatin1String(names[0]); });
-    if (variants == std::end(nodeNameVariants))
+    if (variants == std::end(NodeNameVariants))
         return nullptr;
     GenApi::INode *node = nullptr;
     errorOf([&] {

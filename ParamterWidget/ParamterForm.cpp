@@ -104,14 +104,14 @@ CToolBox *Ui_ParamterWidget::buildInnerPage(int index)
         const char *grid;
         const char *toolBox;
     };
-    static constexpr Names names[] = {{"tab", "gridLayout_5", "firstToolBox"},
+    static constexpr Names Names[] = {{"tab", "gridLayout_5", "firstToolBox"},
                                       {"tab_2", "gridLayout_8", "secondToolBox"},
                                       {"tab_3", "gridLayout_9", "thirdToolBox"},
                                       {"tab_4", "gridLayout_10", "fourthToolBox"}};
 
-    QWidget *const page = named(new QWidget, names[index].page);
-    CToolBox *const toolBox = named(new CToolBox(page), names[index].toolBox);
-    gridOf(page, names[index].grid)->addWidget(toolBox, 0, 0);
+    QWidget *const page = named(new QWidget, Names[index].page);
+    CToolBox *const toolBox = named(new CToolBox(page), Names[index].toolBox);
+    gridOf(page, Names[index].grid)->addWidget(toolBox, 0, 0);
     tabWidget->addTab(page, QString());
     innerPages[static_cast<size_t>(index)] = page;
     return toolBox;
@@ -159,13 +159,13 @@ void Ui_ParamterWidget::buildFilterBar(QWidget *parent, QVBoxLayout *column)
 
 void Ui_ParamterWidget::retranslateUi(QWidget *panel)
 {
-    static constexpr const char *innerTitles[] = {
+    static constexpr const char *InnerTitles[] = {
         QT_TRANSLATE_NOOP("ParamterWidget", "first"), QT_TRANSLATE_NOOP("ParamterWidget", "second"),
         QT_TRANSLATE_NOOP("ParamterWidget", "third"), QT_TRANSLATE_NOOP("ParamterWidget", "fourth")};
 
     panel->setWindowTitle(QCoreApplication::translate("ParamterWidget", "Form"));
     for (size_t i = 0; i < innerPages.size(); ++i)
-        tabWidget->setTabText(tabWidget->indexOf(innerPages[i]), translated(innerTitles[i]));
+        tabWidget->setTabText(tabWidget->indexOf(innerPages[i]), translated(InnerTitles[i]));
     tabMainWidget->setTabText(tabMainWidget->indexOf(tabPannel),
                               QCoreApplication::translate("ParamterWidget", "Pannel"));
     retranslateFilterBar();

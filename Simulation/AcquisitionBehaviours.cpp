@@ -7,9 +7,9 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr int triggerKinds = 3;
+constexpr int TriggerKinds = 3;
 /// They count from the start of an acquisition.
-constexpr const char *counters[] = {"AcquiredFrameCount", "DroppedFrameCount", "MissedTriggerCount",
+constexpr const char *Counters[] = {"AcquiredFrameCount", "DroppedFrameCount", "MissedTriggerCount",
                                     "DroppedLineCount"};
 
 void addToNumber(RegisterMemory &memory, const char *name, double step, int position = 0)
@@ -24,7 +24,7 @@ public:
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
         if (write.is("AcquisitionStart") && firmware.memory().integer("Acquiring") == 0) {
-            for (const char *counter : counters)
+            for (const char *counter : Counters)
                 firmware.memory().setInteger(counter, 0);
             firmware.setAcquiring(true);
         } else if (write.is("AcquisitionStop") || write.is("AcquisitionAbort")) {
@@ -59,7 +59,7 @@ private:
 class Triggers : public Behaviour
 {
 public:
-    void powerUp(Firmware &) override { sinceEdge = milliseconds(0); }
+    void powerUp(Firmware &) override { m_sinceEdge = milliseconds(0); }
 
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
@@ -70,10 +70,10 @@ public:
 
     void elapsed(Firmware &firmware, milliseconds time) override
     {
-        sinceEdge += time;
-        if (sinceEdge < pulseWidth)
+        m_sinceEdge += time;
+        if (m_sinceEdge < PulseWidth)
             return;
-        sinceEdge -= pulseWidth;
+        m_sinceEdge -= PulseWidth;
         const qint64 levels = firmware.memory().integer("LineStatusAll") ^ 1;
         firmware.memory().setInteger("LineStatusAll", levels);
         if (debounced(firmware.memory()))
@@ -83,7 +83,7 @@ public:
 private:
     enum Source { software, line0 };
     enum Activation { RisingEdge, FallingEdge, AnyEdge, LevelHigh, LevelLow };
-    static constexpr milliseconds pulseWidth{250};
+    static constexpr milliseconds PulseWidth{250};
 
     static bool waitsFor(const RegisterMemory &memory, int kind, Source source)
     {
@@ -93,12 +93,12 @@ private:
 
     static bool debounced(const RegisterMemory &memory)
     {
-        return memory.number("LineDebouncerTime", 0) < std::chrono::microseconds(pulseWidth).count();
+        return memory.number("LineDebouncerTime", 0) < std::chrono::microseconds(PulseWidth).count();
     }
 
     static void edge(Firmware &firmware, bool rising)
     {
-        for (int kind = 0; kind < triggerKinds; ++kind) {
+        for (int kind = 0; kind < TriggerKinds; ++kind) {
             const qint64 activation = firmware.memory().integer("TriggerActivation", kind);
             const bool wanted =
                 activation == AnyEdge || (activation == RisingEdge || activation == LevelHigh) == rising;
@@ -107,15 +107,15 @@ private:
         }
     }
 
-    milliseconds sinceEdge{0};
+    milliseconds m_sinceEdge{0};
 };
 
 /// The state of the acquisition, and the output lines that carry it or other signals.
 class Signals : public Behaviour
 {
 public:
-    void powerUp(Firmware &) override { exposureStart = never; }
-    void frameTaken(Firmware &firmware) override { exposureStart = firmware.timestamp(); }
+    void powerUp(Firmware &) override { m_exposureStart = Never; }
+    void frameTaken(Firmware &firmware) override { m_exposureStart = firmware.timestamp(); }
 
     void elapsed(Firmware &firmware, milliseconds) override
     {
@@ -123,9 +123,9 @@ public:
         memory.setInteger("AcquisitionStatus", isHigh(firmware, FrameTriggerWait), frameTriggerWait);
         memory.setInteger("AcquisitionStatus", isHigh(firmware, ExposureActive), frameActive);
         qint64 levels = memory.integer("LineStatusAll");
-        for (int line = 0; line < lines; ++line) {
+        for (int line = 0; line < Lines; ++line) {
             const qint64 bit = qint64(1) << line;
-            if (memory.integer("LineMode", line) == output)
+            if (memory.integer("LineMode", line) == Output)
                 levels = isHigh(firmware, memory.integer("LineSource", line)) ? levels | bit : levels & ~bit;
         }
         memory.setInteger("LineStatusAll", levels);
@@ -135,15 +135,15 @@ private:
     /// As in LineSource.
     enum Signal { Off, ExposureActive, FrameTriggerWait, AcquisitionActive, UserOutput0, UserOutput1, Timer0Active };
     enum Status { frameTriggerWait = 1, frameActive = 2 }; ///< places in AcquisitionStatusSelector
-    static constexpr int lines = 4;
-    static constexpr qint64 output = 1;
-    static constexpr qint64 timerActive = 2;
-    static constexpr qint64 never = -1;
+    static constexpr int Lines = 4;
+    static constexpr qint64 Output = 1;
+    static constexpr qint64 TimerActive = 2;
+    static constexpr qint64 Never = -1;
 
     bool isExposing(const Firmware &firmware) const
     {
-        const qint64 since = firmware.timestamp() - exposureStart;
-        return exposureStart != never && since >= 0 && double(since) < firmware.memory().number("ExposureTime") * 1e3;
+        const qint64 since = firmware.timestamp() - m_exposureStart;
+        return m_exposureStart != Never && since >= 0 && double(since) < firmware.memory().number("ExposureTime") * 1e3;
     }
 
     bool isHigh(const Firmware &firmware, qint64 signal) const
@@ -161,13 +161,13 @@ private:
         case UserOutput1:
             return memory.integer("UserOutputValue", int(signal - UserOutput0)) == 1;
         case Timer0Active:
-            return memory.integer("TimerStatus", 0) == timerActive;
+            return memory.integer("TimerStatus", 0) == TimerActive;
         default:
             return false;
         }
     }
 
-    qint64 exposureStart = never; ///< time stamp of the last image
+    qint64 m_exposureStart = Never; ///< time stamp of the last image
 };
 
 /// Registers that describe the last image, and where they get their values from.
@@ -177,7 +177,7 @@ struct FrameField
     const char *source;
 };
 
-const FrameField frameFields[] = {
+const FrameField FrameFields[] = {
     {"ChunkWidth", "Width"},
     {"ChunkHeight", "Height"},
     {"ChunkOffsetX", "OffsetX"},
@@ -197,12 +197,12 @@ public:
     void frameTaken(Firmware &firmware) override
     {
         RegisterMemory &memory = firmware.memory();
-        for (const FrameField &entry : frameFields)
+        for (const FrameField &entry : FrameFields)
             memory.setNumber(entry.field, memory.number(entry.source));
         for (const char *time : {"ChunkTimestamp", "EventExposureEndTimestamp", "EventFrameStartTimestamp"})
             memory.setInteger(time, firmware.timestamp());
         for (int counter = 0; counter < 2; ++counter) {
-            if (memory.integer("CounterEventSource", counter) == frameStart)
+            if (memory.integer("CounterEventSource", counter) == FrameStart)
                 addToNumber(memory, "CounterValue", 1, counter);
         }
     }
@@ -220,7 +220,7 @@ public:
     }
 
 private:
-    static constexpr qint64 frameStart = 1;
+    static constexpr qint64 FrameStart = 1;
 };
 
 } // namespace

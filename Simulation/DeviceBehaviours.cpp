@@ -12,7 +12,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr double twoPi = 6.283185307179586;
+constexpr double TwoPi = 6.283185307179586;
 
 /// A register that goes from one value to another by itself some time after the host has written the first.
 struct Completion
@@ -23,7 +23,7 @@ struct Completion
     milliseconds time;
 };
 
-const Completion completions[] = {
+const Completion Completions[] = {
     {"DeviceRegistersCheck", 1, 0, milliseconds(200)}, {"DeviceFirmwareCheck", 1, 0, milliseconds(2000)},
     {"AcquisitionArm", 1, 0, milliseconds(100)},       {"ShadingCorrectionCapture", 1, 0, milliseconds(3000)},
     {"UserSetSave", 1, 0, milliseconds(300)},          {"FileOperationExecute", 1, 0, milliseconds(200)},
@@ -35,31 +35,31 @@ const Completion completions[] = {
 class SelfClearing : public Behaviour
 {
 public:
-    void powerUp(Firmware &) override { remaining.clear(); }
+    void powerUp(Firmware &) override { m_remaining.clear(); }
 
     void written(Firmware &, const RegisterWrite &write) override
     {
-        for (const Completion &entry : completions) {
+        for (const Completion &entry : Completions) {
             if (write.is(entry.name) && qint64(write.value) == entry.busy)
-                remaining[&entry] = entry.time;
+                m_remaining[&entry] = entry.time;
         }
     }
 
     void elapsed(Firmware &firmware, milliseconds time) override
     {
-        for (auto entry = remaining.begin(); entry != remaining.end();) {
+        for (auto entry = m_remaining.begin(); entry != m_remaining.end();) {
             entry->second -= time;
             if (entry->second.count() > 0) {
                 ++entry;
                 continue;
             }
             firmware.memory().setInteger(entry->first->name, entry->first->done);
-            entry = remaining.erase(entry);
+            entry = m_remaining.erase(entry);
         }
     }
 
 private:
-    std::map<const Completion *, milliseconds> remaining;
+    std::map<const Completion *, milliseconds> m_remaining;
 };
 
 /// A measured value that swings around its power-up value.
@@ -71,7 +71,7 @@ struct Swing
     double periodSeconds;
 };
 
-const Swing swings[] = {
+const Swing Swings[] = {
     {"DeviceTemperature", 0, 1.5, 40.0},
     {"DeviceTemperature", 1, 1.0, 70.0},
     {"DeviceTemperature", 2, 2.5, 55.0},
@@ -88,26 +88,26 @@ class Measurements : public Behaviour
 public:
     void powerUp(Firmware &firmware) override
     {
-        uptime = milliseconds(0);
-        for (size_t i = 0; i < std::size(swings); ++i)
-            base[i] = firmware.memory().number(swings[i].name, swings[i].position);
+        m_uptime = milliseconds(0);
+        for (size_t i = 0; i < std::size(Swings); ++i)
+            m_base[i] = firmware.memory().number(Swings[i].name, Swings[i].position);
     }
 
     void elapsed(Firmware &firmware, milliseconds time) override
     {
-        uptime += time;
-        const double seconds = double(uptime.count()) / 1000.0;
+        m_uptime += time;
+        const double seconds = double(m_uptime.count()) / 1000.0;
         firmware.memory().setNumber("DeviceUptime", std::floor(seconds));
-        for (size_t i = 0; i < std::size(swings); ++i) {
-            const Swing &swing = swings[i];
-            const double offset = swing.amplitude * std::sin(twoPi * seconds / swing.periodSeconds);
-            firmware.memory().setNumber(swing.name, base[i] + offset, swing.position);
+        for (size_t i = 0; i < std::size(Swings); ++i) {
+            const Swing &swing = Swings[i];
+            const double offset = swing.amplitude * std::sin(TwoPi * seconds / swing.periodSeconds);
+            firmware.memory().setNumber(swing.name, m_base[i] + offset, swing.position);
         }
     }
 
 private:
-    milliseconds uptime{0};
-    double base[std::size(swings)] = {};
+    milliseconds m_uptime{0};
+    double m_base[std::size(Swings)] = {};
 };
 
 /// A command that copies the time stamp, and the one that sets it to zero.
@@ -119,7 +119,7 @@ struct Latch
     int nanosecondsPerTick;
 };
 
-const Latch latches[] = {
+const Latch Latches[] = {
     {"TimestampLatch", "TimestampReset", "TimestampLatchValue", 1},
     {"GevTimestampControlLatch", "GevTimestampControlReset", "GevTimestampValue", 8},
 };
@@ -129,7 +129,7 @@ class Timestamps : public Behaviour
 public:
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
-        for (const Latch &entry : latches) {
+        for (const Latch &entry : Latches) {
             if (write.is(entry.reset))
                 firmware.resetTimestamp();
             if (write.is(entry.latch) || write.is(entry.reset))
@@ -190,19 +190,19 @@ class PulseGenerator : public Behaviour
 public:
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
-        if (write.is("TriggerSoftware") && isOn(firmware, software))
+        if (write.is("TriggerSoftware") && isOn(firmware, Software))
             count(firmware, 1.0);
     }
 
     void elapsed(Firmware &firmware, milliseconds time) override
     {
-        if (isOn(firmware, generator))
+        if (isOn(firmware, Generator))
             count(firmware, firmware.memory().number("TriggerRate") * double(time.count()) / 1000.0);
     }
 
 private:
-    static constexpr qint64 software = 0;
-    static constexpr qint64 generator = 1;
+    static constexpr qint64 Software = 0;
+    static constexpr qint64 Generator = 1;
 
     static bool isOn(const Firmware &firmware, qint64 source)
     {
@@ -211,14 +211,14 @@ private:
 
     void count(Firmware &firmware, double signalCount)
     {
-        started += signalCount;
+        m_started += signalCount;
         const double divider = std::max(1.0, firmware.memory().number("TriggerDivider"));
-        const double pulses = std::floor(started / divider);
-        started -= pulses * divider;
+        const double pulses = std::floor(m_started / divider);
+        m_started -= pulses * divider;
         firmware.memory().setNumber("TriggerCount", firmware.memory().number("TriggerCount") + pulses);
     }
 
-    double started = 0.0;
+    double m_started = 0.0;
 };
 
 } // namespace

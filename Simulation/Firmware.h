@@ -25,7 +25,7 @@ public:
     /// Switches the device on: registers get their power-up values, except those that the device keeps.
     void powerUp();
     /// Lines of the value tables that make no sense.
-    QByteArrayList oddLines() const { return odd; }
+    QByteArrayList oddLines() const { return m_odd; }
 
     /// The host's accesses. False when the range is not in the memory.
     bool read(void *buffer, qint64 address, qint64 length) const;
@@ -41,22 +41,22 @@ public:
     template <class Look>
     auto inspect(Look look) const
     {
-        const std::lock_guard<std::recursive_mutex> hold(lock);
-        return look(registers);
+        const std::lock_guard<std::recursive_mutex> hold(m_lock);
+        return look(m_registers);
     }
     template <class Change>
     void change(Change change)
     {
-        const std::lock_guard<std::recursive_mutex> hold(lock);
-        change(registers);
+        const std::lock_guard<std::recursive_mutex> hold(m_lock);
+        change(m_registers);
     }
 
     /// For behaviours, which are called with the firmware locked.
-    RegisterMemory &memory() { return registers; }
-    const RegisterMemory &memory() const { return registers; }
+    RegisterMemory &memory() { return m_registers; }
+    const RegisterMemory &memory() const { return m_registers; }
     /// Nanoseconds since the time stamp was set to zero.
-    qint64 timestamp() const { return clock.nsecsElapsed(); }
-    void resetTimestamp() { clock.start(); }
+    qint64 timestamp() const { return m_clock.nsecsElapsed(); }
+    void resetTimestamp() { m_clock.start(); }
     /// Begins or ends an acquisition; nothing happens when the device is already in that state.
     void setAcquiring(bool acquiring);
 
@@ -68,11 +68,11 @@ Q_SIGNALS:
     void restarted();
 
 private:
-    mutable std::recursive_mutex lock;
-    RegisterMemory registers;
-    const QByteArrayList tables;
-    const Behaviours behaviours;
-    QByteArrayList odd;
-    QElapsedTimer clock;
-    bool switchedOn = false;
+    mutable std::recursive_mutex m_lock;
+    RegisterMemory m_registers;
+    const QByteArrayList m_tables;
+    const Behaviours m_behaviours;
+    QByteArrayList m_odd;
+    QElapsedTimer m_clock;
+    bool m_switchedOn = false;
 };

@@ -7,35 +7,35 @@
 
 namespace {
 
-constexpr int tickInterval = 20; // milliseconds
+constexpr int TickInterval = 20; // milliseconds
 
 } // namespace
 
-FrameSource::FrameSource(Firmware &device) : firmware(device), tickTimer(this)
+FrameSource::FrameSource(Firmware &device) : m_firmware(device), m_tickTimer(this)
 {
-    connect(&tickTimer, &QTimer::timeout, this, &FrameSource::tick);
+    connect(&m_tickTimer, &QTimer::timeout, this, &FrameSource::tick);
 }
 
 void FrameSource::run()
 {
     prepare();
-    clock.start();
-    lastTick = 0;
-    tickTimer.start(tickInterval);
+    m_clock.start();
+    m_lastTick = 0;
+    m_tickTimer.start(TickInterval);
 }
 
 void FrameSource::tick()
 {
-    const qint64 now = clock.nsecsElapsed();
-    const qint64 milliseconds = (now - lastTick) / 1000000;
-    firmware.elapse(std::chrono::milliseconds(milliseconds));
-    lastTick += milliseconds * 1000000;
+    const qint64 now = m_clock.nsecsElapsed();
+    const qint64 milliseconds = (now - m_lastTick) / 1000000;
+    m_firmware.elapse(std::chrono::milliseconds(milliseconds));
+    m_lastTick += milliseconds * 1000000;
     ticked(std::chrono::milliseconds(milliseconds));
 }
 
 void FrameSource::deliver(SimulatedFrame frame)
 {
-    if (mailbox.put(std::move(frame)))
+    if (m_mailbox.put(std::move(frame)))
         Q_EMIT frameReady();
     else
         countUp("DroppedFrameCount");
@@ -43,5 +43,5 @@ void FrameSource::deliver(SimulatedFrame frame)
 
 void FrameSource::countUp(const char *counter, qint64 by)
 {
-    firmware.change([=](RegisterMemory &memory) { memory.setInteger(counter, memory.integer(counter) + by); });
+    m_firmware.change([=](RegisterMemory &memory) { memory.setInteger(counter, memory.integer(counter) + by); });
 }

@@ -36,7 +36,7 @@ public:
     /// A trigger of that kind (its place in TriggerSelector) has fired.
     virtual void trigger(int) { }
     /// The frame that a frameReady() announced.
-    SimulatedFrame take() { return mailbox.take(); }
+    SimulatedFrame take() { return m_mailbox.take(); }
 
 Q_SIGNALS:
     /// A frame waits: call take(). While more than a few wait, each new one costs the oldest.
@@ -50,13 +50,13 @@ protected:
     void deliver(SimulatedFrame frame);
     void countUp(const char *counter, qint64 by = 1);
 
-    Firmware &firmware;
-    QElapsedTimer clock;
+    Firmware &m_firmware;
+    QElapsedTimer m_clock;
 
 private:
     void tick();
 
-    QTimer tickTimer;
-    qint64 lastTick = 0; ///< nanoseconds of the clock
-    BasicFrameMailbox<SimulatedFrame> mailbox;
+    QTimer m_tickTimer;
+    qint64 m_lastTick = 0; ///< nanoseconds of the clock
+    BasicFrameMailbox<SimulatedFrame> m_mailbox;
 };

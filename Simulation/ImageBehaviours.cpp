@@ -11,7 +11,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr qint64 mono8 = 0x01080001;
+constexpr qint64 Mono8 = 0x01080001;
 
 /// Binning and decimation exclude each other and change how large the image can be.
 class ImageSize : public Behaviour
@@ -51,7 +51,7 @@ public:
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
         if (write.is("SensorDigitizationBits") && formatBits(firmware.memory()) > write.value)
-            firmware.memory().setInteger("PixelFormat", mono8);
+            firmware.memory().setInteger("PixelFormat", Mono8);
     }
 
 private:
@@ -95,10 +95,10 @@ class AutoBrightness : public Behaviour
 public:
     void elapsed(Firmware &firmware, milliseconds time) override
     {
-        sinceStep += time;
-        if (sinceStep < milliseconds(100))
+        m_sinceStep += time;
+        if (m_sinceStep < milliseconds(100))
             return;
-        sinceStep = milliseconds(0);
+        m_sinceStep = milliseconds(0);
         step(firmware, "ExposureAuto", [](RegisterMemory &memory, double ratio) {
             return move(memory, "ExposureTime", memory.number("ExposureTime") * ratio,
                         memory.number("AutoExposureTimeLowerLimit"), memory.number("AutoExposureTimeUpperLimit"));
@@ -111,8 +111,8 @@ public:
 
 private:
     enum Mode { Off, Once, Continuous };
-    static constexpr double speed = 0.3;
-    static constexpr double tolerance = 0.02;
+    static constexpr double Speed = 0.3;
+    static constexpr double Tolerance = 0.02;
 
     /// False when the value stays where it is: at a limit.
     static bool move(RegisterMemory &memory, const char *name, double wanted, double low, double high)
@@ -130,13 +130,13 @@ private:
             return;
         const double target = memory.number("AutoTargetBrightness") / 100.0;
         const double error = target / std::max(1e-6, ImageModel::brightness(memory, firmware.timestamp()));
-        const bool moved = adjust(memory, std::pow(error, speed));
-        const bool reached = !moved || std::abs(error - 1.0) < tolerance;
+        const bool moved = adjust(memory, std::pow(error, Speed));
+        const bool reached = !moved || std::abs(error - 1.0) < Tolerance;
         if (memory.integer(mode) == Once && reached)
             memory.setInteger(mode, Off);
     }
 
-    milliseconds sinceStep{0};
+    milliseconds m_sinceStep{0};
 };
 
 /// White balance: the ratios go to what makes the scene gray.
@@ -152,15 +152,15 @@ public:
         double distance = 0.0;
         for (int color = 0; color < 3; ++color) {
             const double now = memory.number("BalanceRatio", color);
-            memory.setNumber("BalanceRatio", now + 0.2 * (grayRatios[color] - now), color);
-            distance = std::max(distance, std::abs(grayRatios[color] - now));
+            memory.setNumber("BalanceRatio", now + 0.2 * (GrayRatios[color] - now), color);
+            distance = std::max(distance, std::abs(GrayRatios[color] - now));
         }
         if (mode == 1 && distance < 0.01)
             memory.setInteger("BalanceWhiteAuto", 0);
     }
 
 private:
-    static constexpr double grayRatios[] = {1.4, 1.0, 1.7};
+    static constexpr double GrayRatios[] = {1.4, 1.0, 1.7};
 };
 
 } // namespace

@@ -111,7 +111,7 @@ void drawColorRow(uchar *out, const uchar *row, const std::vector<int> &columns,
 
 PictureSettings PictureSettings::fromRegisters(const RegisterMemory &memory, qint64 timestamp)
 {
-    constexpr qint64 firstColorFormat = 0x02000000;
+    constexpr qint64 FirstColorFormat = 0x02000000;
     const qint64 format = memory.integer("PixelFormat");
     PictureSettings settings;
     settings.sensor = QSize(int(memory.integer("SensorWidth")), int(memory.integer("SensorHeight")));
@@ -120,30 +120,30 @@ PictureSettings PictureSettings::fromRegisters(const RegisterMemory &memory, qin
     settings.region = ImageModel::region(memory);
     settings.reverseX = memory.integer("ReverseX") == 1;
     settings.reverseY = memory.integer("ReverseY") == 1;
-    settings.color = format >= firstColorFormat || format == 0x01080009 || format == 0x01100011;
+    settings.color = format >= FirstColorFormat || format == 0x01080009 || format == 0x01100011;
     settings.pattern = int(memory.integer("TestPattern", int(memory.integer("TestPatternGeneratorSelector"))));
     settings.brightness = ImageModel::brightness(memory, timestamp) * double(1 << memory.integer("DigitalShift"));
     settings.contrast = memory.number("Contrast") / 100.0;
     settings.offset = memory.number("Brightness") + memory.number("BlackLevel");
     settings.gamma = memory.integer("GammaEnable") == 1 ? memory.number("Gamma") : 1.0;
-    constexpr std::array<double, 3> scene{1.4, 1.0, 1.7}; // ratios that make the scene gray
+    constexpr std::array<double, 3> Scene{1.4, 1.0, 1.7}; // ratios that make the scene gray
     for (int channel = 0; settings.color && channel < 3; ++channel)
-        settings.balance[size_t(channel)] = memory.number("BalanceRatio", channel) / scene[size_t(channel)];
+        settings.balance[size_t(channel)] = memory.number("BalanceRatio", channel) / Scene[size_t(channel)];
     settings.phase = int(timestamp / 20000000 & 0xFF);
     return settings;
 }
 
 void Picture::prepare(const PictureSettings &settings)
 {
-    if (settings.sensor == size && settings.pattern == pattern)
+    if (settings.sensor == m_size && settings.pattern == m_pattern)
         return;
-    size = settings.sensor;
-    pattern = settings.pattern;
-    indices.resize(size_t(size.width()) * size_t(size.height()));
-    auto index = indices.begin();
-    for (int y = 0; y < size.height(); ++y) {
-        for (int x = 0; x < size.width(); ++x)
-            *index++ = indexOf(pattern, x, y, size);
+    m_size = settings.sensor;
+    m_pattern = settings.pattern;
+    m_indices.resize(size_t(m_size.width()) * size_t(m_size.height()));
+    auto index = m_indices.begin();
+    for (int y = 0; y < m_size.height(); ++y) {
+        for (int x = 0; x < m_size.width(); ++x)
+            *index++ = indexOf(m_pattern, x, y, m_size);
     }
 }
 
@@ -152,13 +152,13 @@ QImage Picture::draw(const PictureSettings &settings)
     prepare(settings);
     const QRect &region = settings.region;
     const std::vector<int> columns = positions(region.x(), region.width(), settings.reduction.width(),
-                                               settings.reducedSensor.width(), settings.reverseX, size.width());
+                                               settings.reducedSensor.width(), settings.reverseX, m_size.width());
     const std::vector<int> rows = positions(region.y(), region.height(), settings.reduction.height(),
-                                            settings.reducedSensor.height(), settings.reverseY, size.height());
+                                            settings.reducedSensor.height(), settings.reverseY, m_size.height());
     const std::array<Tones, 3> table{tones(settings, 0), tones(settings, 1), tones(settings, 2)};
     QImage image(region.size(), settings.color ? QImage::Format_RGB888 : QImage::Format_Grayscale8);
     for (int y = 0; y < image.height(); ++y) {
-        const uchar *row = indices.data() + size_t(rows[size_t(y)]) * size_t(size.width());
+        const uchar *row = m_indices.data() + size_t(rows[size_t(y)]) * size_t(m_size.width());
         if (settings.color)
             drawColorRow(image.scanLine(y), row, columns, table);
         else

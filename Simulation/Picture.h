@@ -56,7 +56,7 @@ public:
     void prepare(const PictureSettings &settings);
 
 private:
-    QSize size;
-    int pattern = -1;
-    std::vector<uchar> indices; ///< one per sensor pixel, row by row
+    QSize m_size;
+    int m_pattern = -1;
+    std::vector<uchar> m_indices; ///< one per sensor pixel, row by row
 };

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int mostPending = 2; // triggers that are kept while an image is read out
-constexpr qint64 endless = std::numeric_limits<qint64>::max() / 2;
+constexpr int MostPending = 2; // triggers that are kept while an image is read out
+constexpr qint64 Endless = std::numeric_limits<qint64>::max() / 2;
 
 /// The places in TriggerSelector.
 enum TriggerKind { FrameStart, AcquisitionStart, FrameBurstStart, triggerKinds };
@@ -21,7 +21,7 @@ qint64 imagesOf(int kind, const RegisterMemory &memory)
 {
     switch (kind) {
     case AcquisitionStart:
-        return endless;
+        return Endless;
     case FrameBurstStart:
         return std::max<qint64>(1, memory.integer("AcquisitionBurstFrameCount"));
     default:
@@ -31,63 +31,63 @@ qint64 imagesOf(int kind, const RegisterMemory &memory)
 
 } // namespace
 
-PictureSource::PictureSource(Firmware &device) : FrameSource(device), frameTimer(this)
+PictureSource::PictureSource(Firmware &device) : FrameSource(device), m_frameTimer(this)
 {
-    frameTimer.setSingleShot(true);
-    frameTimer.setTimerType(Qt::PreciseTimer);
-    connect(&frameTimer, &QTimer::timeout, this, &PictureSource::takeFrame);
+    m_frameTimer.setSingleShot(true);
+    m_frameTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_frameTimer, &QTimer::timeout, this, &PictureSource::takeFrame);
 }
 
 void PictureSource::prepare()
 {
-    picture.prepare(pictureSettings()); // else the first triggers would wait for it
+    m_picture.prepare(pictureSettings()); // else the first triggers would wait for it
 }
 
 void PictureSource::ticked(std::chrono::milliseconds)
 {
-    const bool idle = acquiring && !frameTimer.isActive();
+    const bool idle = m_acquiring && !m_frameTimer.isActive();
     if (idle && !waitsForTrigger()) // the trigger was switched off
         scheduleNext();
 }
 
 void PictureSource::setAcquiring(bool on)
 {
-    acquiring = on;
-    delays = std::make_unique<QObject>();
-    pending = 0;
-    frameTimer.stop();
-    nextFrame = clock.nsecsElapsed();
-    if (acquiring && !waitsForTrigger())
+    m_acquiring = on;
+    m_delays = std::make_unique<QObject>();
+    m_pending = 0;
+    m_frameTimer.stop();
+    m_nextFrame = m_clock.nsecsElapsed();
+    if (m_acquiring && !waitsForTrigger())
         scheduleNext();
 }
 
 void PictureSource::trigger(int kind)
 {
-    if (!acquiring)
+    if (!m_acquiring)
         return;
     const double delay =
-        firmware.inspect([kind](const RegisterMemory &memory) { return memory.number("TriggerDelay", kind); });
+        m_firmware.inspect([kind](const RegisterMemory &memory) { return memory.number("TriggerDelay", kind); });
     const int milliseconds = int(delay / 1000.0);
     if (milliseconds > 0)
-        QTimer::singleShot(milliseconds, Qt::PreciseTimer, delays.get(), [this, kind] { startPending(kind); });
+        QTimer::singleShot(milliseconds, Qt::PreciseTimer, m_delays.get(), [this, kind] { startPending(kind); });
     else
         startPending(kind);
 }
 
 void PictureSource::startPending(int kind)
 {
-    if (pending >= mostPending) {
+    if (m_pending >= MostPending) {
         countUp("MissedTriggerCount");
         return;
     }
-    pending += firmware.inspect([kind](const RegisterMemory &memory) { return imagesOf(kind, memory); });
-    if (!frameTimer.isActive())
+    m_pending += m_firmware.inspect([kind](const RegisterMemory &memory) { return imagesOf(kind, memory); });
+    if (!m_frameTimer.isActive())
         scheduleNext();
 }
 
 bool PictureSource::waitsForTrigger() const
 {
-    return firmware.inspect([](const RegisterMemory &memory) {
+    return m_firmware.inspect([](const RegisterMemory &memory) {
         for (int kind = 0; kind < triggerKinds; ++kind) {
             if (memory.integer("TriggerMode", kind) == 1)
                 return true;
@@ -98,27 +98,28 @@ bool PictureSource::waitsForTrigger() const
 
 PictureSettings PictureSource::pictureSettings() const
 {
-    return firmware.inspect(
-        [this](const RegisterMemory &memory) { return PictureSettings::fromRegisters(memory, firmware.timestamp()); });
+    return m_firmware.inspect([this](const RegisterMemory &memory) {
+        return PictureSettings::fromRegisters(memory, m_firmware.timestamp());
+    });
 }
 
 void PictureSource::scheduleNext()
 {
-    const qint64 now = clock.nsecsElapsed();
-    nextFrame = std::max(nextFrame, now);
-    frameTimer.start(int((nextFrame - now + 999999) / 1000000));
+    const qint64 now = m_clock.nsecsElapsed();
+    m_nextFrame = std::max(m_nextFrame, now);
+    m_frameTimer.start(int((m_nextFrame - now + 999999) / 1000000));
 }
 
 void PictureSource::takeFrame()
 {
     const bool triggered = waitsForTrigger();
-    if (!acquiring || (triggered && pending == 0))
+    if (!m_acquiring || (triggered && m_pending == 0))
         return;
-    const double rate = firmware.inspect([](const RegisterMemory &memory) { return ImageModel::frameRate(memory); });
-    pending = triggered ? pending - 1 : 0;
-    nextFrame += qint64(1e9 / rate);
-    deliver({picture.draw(pictureSettings()), nullptr});
-    firmware.frameTaken();
-    if (!triggered || pending > 0)
+    const double rate = m_firmware.inspect([](const RegisterMemory &memory) { return ImageModel::frameRate(memory); });
+    m_pending = triggered ? m_pending - 1 : 0;
+    m_nextFrame += qint64(1e9 / rate);
+    deliver({m_picture.draw(pictureSettings()), nullptr});
+    m_firmware.frameTaken();
+    if (!triggered || m_pending > 0)
         scheduleNext();
 }

@@ -30,10 +30,10 @@ private:
     PictureSettings pictureSettings() const;
     bool waitsForTrigger() const;
 
-    Picture picture;
-    QTimer frameTimer;
-    qint64 nextFrame = 0; ///< nanoseconds of the clock: earliest time of the next image
-    qint64 pending = 0; ///< images that triggers have asked for
-    bool acquiring = false;
-    std::unique_ptr<QObject> delays; ///< context of the delayed triggers of one acquisition
+    Picture m_picture;
+    QTimer m_frameTimer;
+    qint64 m_nextFrame = 0; ///< nanoseconds of the clock: earliest time of the next image
+    qint64 m_pending = 0; ///< images that triggers have asked for
+    bool m_acquiring = false;
+    std::unique_ptr<QObject> m_delays; ///< context of the delayed triggers of one acquisition
 };

@@ -20,15 +20,15 @@ class Belt : public Behaviour
 public:
     void powerUp(Firmware &) override
     {
-        sinceTimer = milliseconds(0);
-        encoderZero = 0.0;
+        m_sinceTimer = milliseconds(0);
+        m_encoderZero = 0.0;
     }
 
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
         RegisterMemory &memory = firmware.memory();
         if (write.is("EncoderReset"))
-            encoderZero = memory.number("TestPartPosition");
+            m_encoderZero = memory.number("TestPartPosition");
         if (write.is("TriggerSoftware") && memory.integer("TriggerSelector") == FrameStart)
             fire(firmware, ProfilerRates::Software);
     }
@@ -39,7 +39,7 @@ public:
         const double before = memory.number("TestPartPosition");
         const double after = before + memory.number("TestPartSpeed") * double(time.count()) / 1000.0;
         memory.setNumber("TestPartPosition", after);
-        memory.setNumber("EncoderValue", std::floor((after - encoderZero) / memory.number("EncoderResolution")));
+        memory.setNumber("EncoderValue", std::floor((after - m_encoderZero) / memory.number("EncoderResolution")));
         memory.setNumber("ResultingLineRate", ProfilerRates::lineRate(memory));
         if (partsBefore(before, 0.0) != partsBefore(after, 0.0))
             fire(firmware, ProfilerRates::Line1);
@@ -52,7 +52,7 @@ private:
     /// Parts that have passed a light barrier; `place` counts in part spacings.
     static double partsBefore(double position, double place)
     {
-        return std::floor(position / ProfilerScene::partSpacing - place);
+        return std::floor(position / ProfilerScene::PartSpacing - place);
     }
 
     static void fire(Firmware &firmware, ProfilerRates::TriggerSource source)
@@ -67,15 +67,15 @@ private:
 
     void elapseTimer(Firmware &firmware, milliseconds time)
     {
-        sinceTimer += time;
-        if (double(sinceTimer.count()) * 1000.0 < firmware.memory().number("TimerDuration"))
+        m_sinceTimer += time;
+        if (double(m_sinceTimer.count()) * 1000.0 < firmware.memory().number("TimerDuration"))
             return;
-        sinceTimer = milliseconds(0);
+        m_sinceTimer = milliseconds(0);
         fire(firmware, ProfilerRates::Timer);
     }
 
-    milliseconds sinceTimer{0};
-    double encoderZero = 0.0; ///< mm
+    milliseconds m_sinceTimer{0};
+    double m_encoderZero = 0.0; ///< mm
 };
 
 /// Keeps the measure range in the middle of the sensor, when it is to be there.
@@ -113,10 +113,10 @@ class LaserAdjustment : public Behaviour
 public:
     void elapsed(Firmware &firmware, milliseconds time) override
     {
-        sinceStep += time;
-        if (sinceStep < milliseconds(50))
+        m_sinceStep += time;
+        if (m_sinceStep < milliseconds(50))
             return;
-        sinceStep = milliseconds(0);
+        m_sinceStep = milliseconds(0);
         RegisterMemory &memory = firmware.memory();
         const ProfilerSettings settings = ProfilerSettings::fromRegisters(memory);
         if (memory.integer("LaserAdjustMode") == 0 || settings.laser <= 0.0)
@@ -127,7 +127,7 @@ public:
     }
 
 private:
-    milliseconds sinceStep{0};
+    milliseconds m_sinceStep{0};
 };
 
 } // namespace

@@ -75,21 +75,21 @@ void average(Heights &heights, int window)
 
 void OverTime::apply(Heights &heights, int window)
 {
-    last.push_back(heights);
-    while (int(last.size()) > std::max(1, window))
-        last.pop_front();
-    if (last.size() < 2)
+    m_last.push_back(heights);
+    while (int(m_last.size()) > std::max(1, window))
+        m_last.pop_front();
+    if (m_last.size() < 2)
         return;
     Window values;
     for (size_t i = 0; i < heights.size(); ++i) {
         if (std::isnan(heights[i]))
             continue;
         values.clear();
-        for (const Heights &one : last) {
+        for (const Heights &one : m_last) {
             if (!std::isnan(one[i]))
                 values.push_back(one[i]);
         }
-        heights[i] = kind == Kind::Median ? middle(values) : mean(values);
+        heights[i] = m_kind == Kind::Median ? middle(values) : mean(values);
     }
 }
 

@@ -20,14 +20,14 @@ class OverTime
 {
 public:
     enum class Kind { Median, Average };
-    explicit OverTime(Kind filter) : kind(filter) { }
+    explicit OverTime(Kind filter) : m_kind(filter) { }
 
     void apply(Heights &heights, int window);
-    void clear() { last.clear(); }
+    void clear() { m_last.clear(); }
 
 private:
-    const Kind kind;
-    std::deque<Heights> last;
+    const Kind m_kind;
+    std::deque<Heights> m_last;
 };
 
 } // namespace ProfilerFilters

@@ -7,44 +7,44 @@ namespace ProfilerScene {
 
 namespace {
 
-constexpr double partStart = 3.0;
-constexpr double partLength = 34.0;
-constexpr double halfWidth = 15.0;
-constexpr double bodyHeight = -1.0;
-constexpr Surface belt{beltHeight, 0.5};
+constexpr double PartStart = 3.0;
+constexpr double PartLength = 34.0;
+constexpr double HalfWidth = 15.0;
+constexpr double BodyHeight = -1.0;
+constexpr Surface Belt{BeltHeight, 0.5};
 
 Surface stairs(double along)
 {
-    const int step = int(along / partLength * 4.0);
-    return {bodyHeight + 2.0 * step, step == 3 ? 1.8 : 1.0};
+    const int step = int(along / PartLength * 4.0);
+    return {BodyHeight + 2.0 * step, step == 3 ? 1.8 : 1.0};
 }
 
 Surface ramp(double x, double along)
 {
     const bool darkPatch = x > 8.0 && x < 13.0 && along > 21.0 && along < 31.0;
-    return {bodyHeight + 5.0 * along / partLength, darkPatch ? 0.25 : 1.0};
+    return {BodyHeight + 5.0 * along / PartLength, darkPatch ? 0.25 : 1.0};
 }
 
 Surface middle(double x, double along)
 {
-    constexpr double domeRadius = 3.0;
+    constexpr double DomeRadius = 3.0;
     const bool groove = x > -4.5 && x < -3.0;
     if (groove)
-        return {bodyHeight - 2.0, 0.9};
+        return {BodyHeight - 2.0, 0.9};
     if (std::hypot(x - 2.0, along - 23.0) < 2.2)
-        return belt; // seen through the hole
+        return Belt; // seen through the hole
     const double distance = std::hypot(x - 2.0, along - 9.0);
-    const double dome = distance < domeRadius ? std::sqrt(domeRadius * domeRadius - distance * distance) : 0.0;
-    return {bodyHeight + 0.8 * dome, 1.0};
+    const double dome = distance < DomeRadius ? std::sqrt(DomeRadius * DomeRadius - distance * distance) : 0.0;
+    return {BodyHeight + 0.8 * dome, 1.0};
 }
 
 } // namespace
 
 Surface at(double x, double y)
 {
-    const double along = y - std::floor(y / partSpacing) * partSpacing - partStart;
-    if (along < 0.0 || along >= partLength || std::abs(x) > halfWidth)
-        return belt;
+    const double along = y - std::floor(y / PartSpacing) * PartSpacing - PartStart;
+    if (along < 0.0 || along >= PartLength || std::abs(x) > HalfWidth)
+        return Belt;
     if (x < -7.0)
         return stairs(along);
     return x < 6.0 ? middle(x, along) : ramp(x, along);

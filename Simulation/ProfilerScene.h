@@ -7,11 +7,11 @@
 /// part has stairs, a groove, a dome, a through hole, a ramp and a dark patch. Lengths in mm.
 namespace ProfilerScene {
 
-constexpr double partSpacing = 50.0; ///< along Y, from part to part
-constexpr double beltHeight = -5.0;
+constexpr double PartSpacing = 50.0; ///< along Y, from part to part
+constexpr double BeltHeight = -5.0;
 /// Where a lamp shines onto the sensor, in sensor pixels, and how bright it is at an exposure of 100 microseconds.
-const QRect strayLight(1380, 60, 240, 50);
-constexpr double strayBrightness = 130.0;
+const QRect StrayLight(1380, 60, 240, 50);
+constexpr double StrayBrightness = 130.0;
 
 struct Surface
 {

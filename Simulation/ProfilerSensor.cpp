@@ -12,26 +12,26 @@ namespace {
 
 using Settings = ProfilerSettings;
 
-constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
-constexpr double mmPerRow = (Settings::highestZ - Settings::lowestZ) / Settings::sensorRows;
-constexpr double brightest = 255.0;
+constexpr float Nothing = std::numeric_limits<float>::quiet_NaN();
+constexpr double MmPerRow = (Settings::HighestZ - Settings::LowestZ) / Settings::SensorRows;
+constexpr double Brightest = 255.0;
 /// The camera looks aslant along Y: it does not see what lies so close before a wall that is so much higher.
-constexpr double shadowLength = 0.4; // mm
-constexpr double shadowWall = 2.5; // mm
+constexpr double ShadowLength = 0.4; // mm
+constexpr double ShadowWall = 2.5; // mm
 
 double columnX(int column)
 {
-    return Settings::firstX + Settings::pitchX * column;
+    return Settings::FirstX + Settings::PitchX * column;
 }
 
 double rowOf(double z)
 {
-    return (Settings::highestZ - z) / mmPerRow;
+    return (Settings::HighestZ - z) / MmPerRow;
 }
 
 bool isHidden(double x, double y, double height)
 {
-    return ProfilerScene::at(x, y + shadowLength).height - height > shadowWall;
+    return ProfilerScene::at(x, y + ShadowLength).height - height > ShadowWall;
 }
 
 /// The height that a device with this mounting measures without any correction.
@@ -59,24 +59,24 @@ bool inRange(const Settings &settings, double row)
 /// Where a point of the sensor goes in the profile.
 int placeOf(const Settings &settings, int column)
 {
-    const int place = settings.reverseX ? Settings::columns - 1 - column : column;
-    return place + int(std::lround(settings.offsetX / Settings::pitchX));
+    const int place = settings.reverseX ? Settings::Columns - 1 - column : column;
+    return place + int(std::lround(settings.offsetX / Settings::PitchX));
 }
 
 } // namespace
 
-ProfilerSensor::ProfilerSensor() : noiseTable(10007)
+ProfilerSensor::ProfilerSensor() : m_noiseTable(10007)
 {
     std::minstd_rand random;
     std::normal_distribution<float> normal;
-    std::generate(noiseTable.begin(), noiseTable.end(), [&] { return normal(random); });
+    std::generate(m_noiseTable.begin(), m_noiseTable.end(), [&] { return normal(random); });
 }
 
 void ProfilerSensor::addPeak(Peaks &found, double row, double light)
 {
     const double seen = light * (1.0 + 0.12 * noise());
     const double blur = 0.2 + 20.0 / std::max(1.0, light); // rows
-    found.peak[found.count++] = {row + blur * noise(), std::min(brightest, seen), 3.0 + seen / 40.0};
+    found.peak[found.count++] = {row + blur * noise(), std::min(Brightest, seen), 3.0 + seen / 40.0};
 }
 
 ProfilerSensor::Peaks ProfilerSensor::peaks(const Settings &settings, int column, double y)
@@ -88,11 +88,11 @@ ProfilerSensor::Peaks ProfilerSensor::peaks(const Settings &settings, int column
     const double light = settings.lineBrightness(surface.reflectance);
     if (light > 1.0 && !isHidden(x, y, surface.height))
         addPeak(found, row, light);
-    const QRect &lamp = ProfilerScene::strayLight;
+    const QRect &lamp = ProfilerScene::StrayLight;
     if (settings.strayLight && column >= lamp.left() && column <= lamp.right()) {
         const double place = double(column - lamp.left()) / lamp.width();
         addPeak(found, lamp.top() + 4 + (lamp.height() - 8) * place,
-                ProfilerScene::strayBrightness * settings.exposure / 100.0);
+                ProfilerScene::StrayBrightness * settings.exposure / 100.0);
     }
     return found;
 }
@@ -117,14 +117,14 @@ const ProfilerSensor::Peak *ProfilerSensor::chosen(const Settings &settings, int
 
 ProfilerSensor::Profile ProfilerSensor::profile(const Settings &settings, double y)
 {
-    Profile result{std::vector<float>(Settings::columns, nothing), std::vector<uchar>(Settings::columns, uchar(0))};
-    for (int column = 0; column < Settings::columns; ++column) {
+    Profile result{std::vector<float>(Settings::Columns, Nothing), std::vector<uchar>(Settings::Columns, uchar(0))};
+    for (int column = 0; column < Settings::Columns; ++column) {
         const Peaks found = peaks(settings, column, y);
         const Peak *peak = chosen(settings, column, found);
         const int place = placeOf(settings, column);
-        if (!peak || place < 0 || place >= Settings::columns)
+        if (!peak || place < 0 || place >= Settings::Columns)
             continue;
-        const double z = Settings::highestZ - peak->row * mmPerRow;
+        const double z = Settings::HighestZ - peak->row * MmPerRow;
         result.heights[size_t(place)] = float(corrected(settings, columnX(column), z));
         result.brightness[size_t(place)] = uchar(peak->brightness);
     }
@@ -133,14 +133,14 @@ ProfilerSensor::Profile ProfilerSensor::profile(const Settings &settings, double
 
 QImage ProfilerSensor::image(const Settings &settings, double y)
 {
-    QImage image(Settings::columns, Settings::sensorRows, QImage::Format_Grayscale8);
+    QImage image(Settings::Columns, Settings::SensorRows, QImage::Format_Grayscale8);
     image.fill(0);
     const auto draw = [&](int column, const Peak &peak) {
         const int reach = int(peak.width);
         for (int row = int(peak.row) - reach; row <= int(peak.row) + reach; ++row) {
             const double distance = (row - peak.row) * 2.0 / peak.width;
             const int level = int(peak.brightness * std::exp(-distance * distance));
-            if (row >= 0 && row < Settings::sensorRows && inRange(settings, row) && !isMasked(settings, column, row))
+            if (row >= 0 && row < Settings::SensorRows && inRange(settings, row) && !isMasked(settings, column, row))
                 image.scanLine(row)[column] = uchar(std::max<int>(level, image.constScanLine(row)[column]));
         }
     };
@@ -149,7 +149,7 @@ QImage ProfilerSensor::image(const Settings &settings, double y)
         for (int row = visible.top(); row <= visible.bottom(); ++row)
             std::fill_n(image.scanLine(row) + visible.left(), visible.width(), uchar(60));
     }
-    for (int column = 0; column < Settings::columns; ++column) {
+    for (int column = 0; column < Settings::Columns; ++column) {
         const Peaks found = peaks(settings, column, y);
         for (int i = 0; i < found.count; ++i)
             draw(column, found.peak[i]);

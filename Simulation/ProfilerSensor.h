@@ -43,8 +43,8 @@ private:
     void addPeak(Peaks &found, double row, double light);
     /// The best peak that the settings let pass, or null.
     static const Peak *chosen(const ProfilerSettings &settings, int column, const Peaks &found);
-    double noise() { return noiseTable[++nextNoise % noiseTable.size()]; }
+    double noise() { return m_noiseTable[++m_nextNoise % m_noiseTable.size()]; }
 
-    std::vector<float> noiseTable; ///< normal distribution with deviation 1
-    size_t nextNoise = 0;
+    std::vector<float> m_noiseTable; ///< normal distribution with deviation 1
+    size_t m_nextNoise = 0;
 };

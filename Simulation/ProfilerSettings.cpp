@@ -6,11 +6,11 @@
 
 namespace {
 
-constexpr double radiansPerDegree = 0.017453292519943295;
+constexpr double RadiansPerDegree = 0.017453292519943295;
 /// Brightness of a usual surface with the exposure and laser power that a new device has.
-constexpr double usualBrightness = 160.0;
-constexpr double usualExposure = 100.0;
-constexpr double usualLaser = 0.6;
+constexpr double UsualBrightness = 160.0;
+constexpr double UsualExposure = 100.0;
+constexpr double UsualLaser = 0.6;
 
 QRect mask(const RegisterMemory &memory, int index)
 {
@@ -73,7 +73,7 @@ ProfilerSettings ProfilerSettings::fromRegisters(const RegisterMemory &memory)
     settings.scaleZ = memory.number("ZCoorScale");
     settings.sine = memory.number("SinData");
     settings.cosine = memory.number("CosData");
-    const double tilt = memory.number("TestMountingTilt") * radiansPerDegree;
+    const double tilt = memory.number("TestMountingTilt") * RadiansPerDegree;
     settings.mountingSlope = std::tan(tilt);
     settings.mountingScale = memory.number("TestMountingScale") / std::cos(tilt);
     settings.strayLight = integer("TestStrayLight") == 1;
@@ -82,17 +82,17 @@ ProfilerSettings ProfilerSettings::fromRegisters(const RegisterMemory &memory)
 
 double ProfilerSettings::lineBrightness(double reflectance) const
 {
-    const double light = reflectance * exposure / usualExposure * laser / usualLaser;
-    return usualBrightness * (dynamicRange == 0 ? light : std::pow(light, 1.0 / (1.0 + 0.6 * dynamicRange)));
+    const double light = reflectance * exposure / UsualExposure * laser / UsualLaser;
+    return UsualBrightness * (dynamicRange == 0 ? light : std::pow(light, 1.0 / (1.0 + 0.6 * dynamicRange)));
 }
 
 namespace ProfilerRates {
 
 double highestLineRate(const RegisterMemory &memory)
 {
-    constexpr double microsecondsPerRow = 0.15;
-    constexpr double overhead = 30.0;
-    return 1e6 / (memory.number("ExposureTime") + microsecondsPerRow * memory.number("Height") + overhead);
+    constexpr double MicrosecondsPerRow = 0.15;
+    constexpr double Overhead = 30.0;
+    return 1e6 / (memory.number("ExposureTime") + MicrosecondsPerRow * memory.number("Height") + Overhead);
 }
 
 double lineRate(const RegisterMemory &memory)

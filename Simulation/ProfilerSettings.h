@@ -13,15 +13,15 @@ struct ProfilerSettings
     /// As in the feature ExtractionMode.
     enum Extraction { Maximum, Near, Far };
 
-    static constexpr int columns = 2048; ///< of the sensor: points of a profile
-    static constexpr int sensorRows = 1024;
-    static constexpr double pitchX = 0.02; ///< mm from column to column
-    static constexpr double firstX = -pitchX * (columns - 1) / 2;
-    static constexpr double highestZ = 9.0; ///< mm, in the top row of the sensor
-    static constexpr double lowestZ = -9.0;
+    static constexpr int Columns = 2048; ///< of the sensor: points of a profile
+    static constexpr int SensorRows = 1024;
+    static constexpr double PitchX = 0.02; ///< mm from column to column
+    static constexpr double FirstX = -PitchX * (Columns - 1) / 2;
+    static constexpr double HighestZ = 9.0; ///< mm, in the top row of the sensor
+    static constexpr double LowestZ = -9.0;
 
     int firstRow = 0; ///< of the measure range
-    int rows = sensorRows;
+    int rows = SensorRows;
     std::array<QRect, 3> masks; ///< in sensor pixels; null when off
 
     double exposure = 100.0; ///< microseconds

@@ -10,15 +10,15 @@
 
 namespace {
 
-constexpr int mostLinesPerTick = 400; // a busy machine is late sometimes
-constexpr std::chrono::milliseconds imageInterval{100};
-constexpr qint64 sensorImage = 1; // of ImageOutputMode
-constexpr qint64 shortFrame = 1; // of ContinuousMode
-constexpr qint64 nextTrigger = 1; // of EndFrameMode
+constexpr int MostLinesPerTick = 400; // a busy machine is late sometimes
+constexpr std::chrono::milliseconds ImageInterval{100};
+constexpr qint64 SensorImage = 1; // of ImageOutputMode
+constexpr qint64 ShortFrame = 1; // of ContinuousMode
+constexpr qint64 NextTrigger = 1; // of EndFrameMode
 
 QImage blackImage(int lines)
 {
-    QImage image(ProfilerSettings::columns, lines, QImage::Format_Grayscale8);
+    QImage image(ProfilerSettings::Columns, lines, QImage::Format_Grayscale8);
     image.fill(0);
     return image;
 }
@@ -26,19 +26,19 @@ QImage blackImage(int lines)
 /// From nearly black, at the lower end of the heights, to white; black where there is no data.
 uchar grayLevel(float height)
 {
-    constexpr float darkest = 16.0f;
-    constexpr auto lowest = float(ProfilerSettings::lowestZ);
-    constexpr float scale = (255.0f - darkest) / (float(ProfilerSettings::highestZ) - lowest);
-    return std::isnan(height) ? uchar(0) : uchar(std::clamp(darkest + (height - lowest) * scale, darkest, 255.0f));
+    constexpr float Darkest = 16.0f;
+    constexpr auto Lowest = float(ProfilerSettings::LowestZ);
+    constexpr float Scale = (255.0f - Darkest) / (float(ProfilerSettings::HighestZ) - Lowest);
+    return std::isnan(height) ? uchar(0) : uchar(std::clamp(Darkest + (height - Lowest) * Scale, Darkest, 255.0f));
 }
 
 HeightFrame emptyFrame(int lines, bool intensity)
 {
     HeightFrame frame;
-    frame.width = ProfilerSettings::columns;
+    frame.width = ProfilerSettings::Columns;
     frame.height = lines;
-    frame.firstX = ProfilerSettings::firstX;
-    frame.pitchX = ProfilerSettings::pitchX;
+    frame.firstX = ProfilerSettings::FirstX;
+    frame.pitchX = ProfilerSettings::PitchX;
     frame.heights.assign(size_t(frame.width) * size_t(lines), std::numeric_limits<float>::quiet_NaN());
     if (intensity)
         frame.intensity = blackImage(lines);
@@ -51,52 +51,52 @@ ProfilerSource::ProfilerSource(Firmware &device) : FrameSource(device) { }
 
 qint64 ProfilerSource::setting(const char *name, int position) const
 {
-    return firmware.inspect([=](const RegisterMemory &memory) { return memory.integer(name, position); });
+    return m_firmware.inspect([=](const RegisterMemory &memory) { return memory.integer(name, position); });
 }
 
 double ProfilerSource::number(const char *name) const
 {
-    return firmware.inspect([=](const RegisterMemory &memory) { return memory.number(name); });
+    return m_firmware.inspect([=](const RegisterMemory &memory) { return memory.number(name); });
 }
 
 void ProfilerSource::setAcquiring(bool on)
 {
-    acquiring = on;
-    inFrame = false;
-    due = 0.0;
-    sinceImage = imageInterval;
+    m_acquiring = on;
+    m_inFrame = false;
+    m_due = 0.0;
+    m_sinceImage = ImageInterval;
 }
 
 void ProfilerSource::trigger(int kind)
 {
-    if (!acquiring || setting("ImageOutputMode") == sensorImage)
+    if (!m_acquiring || setting("ImageOutputMode") == SensorImage)
         return;
     if (kind == ProfilerRates::LineStart) {
-        due += inFrame ? 1.0 : 0.0;
+        m_due += m_inFrame ? 1.0 : 0.0;
         return;
     }
-    if (inFrame && setting("EndFrameMode") != nextTrigger) {
+    if (m_inFrame && setting("EndFrameMode") != NextTrigger) {
         countUp("MissedTriggerCount");
         return;
     }
-    if (inFrame)
+    if (m_inFrame)
         endFrame();
-    if (acquiring)
+    if (m_acquiring)
         startFrame(linesSinceSignal());
 }
 
 /// The lines that were due since a part passed a light barrier: signals are heard of a little late.
 double ProfilerSource::linesSinceSignal() const
 {
-    return firmware.inspect([](const RegisterMemory &memory) {
+    return m_firmware.inspect([](const RegisterMemory &memory) {
         const double position = memory.number("TestPartPosition");
         const double speed = memory.number("TestPartSpeed");
         const bool second = ProfilerRates::listens(memory, ProfilerRates::FrameStart, ProfilerRates::Line2);
         if (speed <= 0.0
             || (!second && !ProfilerRates::listens(memory, ProfilerRates::FrameStart, ProfilerRates::Line1)))
             return 0.0;
-        const double way = position - (second ? ProfilerScene::partSpacing / 2 : 0.0);
-        const double passed = way - std::floor(way / ProfilerScene::partSpacing) * ProfilerScene::partSpacing;
+        const double way = position - (second ? ProfilerScene::PartSpacing / 2 : 0.0);
+        const double passed = way - std::floor(way / ProfilerScene::PartSpacing) * ProfilerScene::PartSpacing;
         return passed / speed * ProfilerRates::lineRate(memory);
     });
 }
@@ -104,108 +104,110 @@ double ProfilerSource::linesSinceSignal() const
 void ProfilerSource::startFrame(double linesDue)
 {
     const bool intensity = setting("DepthDataType") == 1;
-    frame = emptyFrame(int(std::max<qint64>(1, setting("AcquisitionLineCount"))), intensity);
-    gray = blackImage(frame.height);
-    due = linesDue;
-    inFrame = true;
-    medianOverTime.clear();
-    averageOverTime.clear();
+    m_frame = emptyFrame(int(std::max<qint64>(1, setting("AcquisitionLineCount"))), intensity);
+    m_gray = blackImage(m_frame.height);
+    m_due = linesDue;
+    m_inFrame = true;
+    m_medianOverTime.clear();
+    m_averageOverTime.clear();
 }
 
 void ProfilerSource::ticked(std::chrono::milliseconds time)
 {
-    if (!acquiring)
+    if (!m_acquiring)
         return;
-    settings = firmware.inspect([](const RegisterMemory &memory) { return ProfilerSettings::fromRegisters(memory); });
-    sinceImage += time;
-    if (setting("ImageOutputMode") == sensorImage) {
+    m_settings =
+        m_firmware.inspect([](const RegisterMemory &memory) { return ProfilerSettings::fromRegisters(memory); });
+    m_sinceImage += time;
+    if (setting("ImageOutputMode") == SensorImage) {
         takeSensorImage();
         return;
     }
-    if (!inFrame && setting("TriggerMode", ProfilerRates::FrameStart) == 0)
+    if (!m_inFrame && setting("TriggerMode", ProfilerRates::FrameStart) == 0)
         startFrame(0.0);
-    if (!inFrame)
+    if (!m_inFrame)
         return;
-    const double rate = firmware.inspect([](const RegisterMemory &memory) { return ProfilerRates::lineRate(memory); });
-    due += rate * std::chrono::duration<double>(time).count();
+    const double rate =
+        m_firmware.inspect([](const RegisterMemory &memory) { return ProfilerRates::lineRate(memory); });
+    m_due += rate * std::chrono::duration<double>(time).count();
     takeLines(rate);
 }
 
 void ProfilerSource::takeLines(double linesPerSecond)
 {
-    const double lost = std::floor(due) - mostLinesPerTick;
+    const double lost = std::floor(m_due) - MostLinesPerTick;
     if (lost > 0) {
         countUp("DroppedLineCount", qint64(lost));
-        due -= lost;
+        m_due -= lost;
     }
     const double position = number("TestPartPosition");
     const double pitchY = linesPerSecond > 0.0 ? number("TestPartSpeed") / linesPerSecond : 0.0;
-    while (due >= 1.0) {
-        due -= 1.0;
-        if (takeLine(position - pitchY * due)) {
-            if (batchIsFull() && due < double(setting("BatchNumber"))) // else the next one is ready at once
+    while (m_due >= 1.0) {
+        m_due -= 1.0;
+        if (takeLine(position - pitchY * m_due)) {
+            if (batchIsFull() && m_due < double(setting("BatchNumber"))) // else the next one is ready at once
                 sendBatch(false);
             continue;
         }
         endFrame();
-        const bool next = acquiring && setting("TriggerMode", ProfilerRates::FrameStart) == 0;
+        const bool next = m_acquiring && setting("TriggerMode", ProfilerRates::FrameStart) == 0;
         if (!next)
             return;
-        startFrame(due);
+        startFrame(m_due);
     }
 }
 
 bool ProfilerSource::takeLine(double y)
 {
-    ProfilerSensor::Profile profile = sensor.profile(settings, y);
-    ProfilerFilters::fillGaps(profile.heights, settings.longestGap);
-    ProfilerFilters::median(profile.heights, settings.medianX);
-    ProfilerFilters::average(profile.heights, settings.averageX);
-    medianOverTime.apply(profile.heights, settings.medianY);
-    averageOverTime.apply(profile.heights, settings.averageY);
-    const int line = frame.lines++;
-    frame.applied = {settings.sine, settings.cosine, settings.scaleZ, settings.offsetZ, settings.reverseX};
+    ProfilerSensor::Profile profile = m_sensor.profile(m_settings, y);
+    ProfilerFilters::fillGaps(profile.heights, m_settings.longestGap);
+    ProfilerFilters::median(profile.heights, m_settings.medianX);
+    ProfilerFilters::average(profile.heights, m_settings.averageX);
+    m_medianOverTime.apply(profile.heights, m_settings.medianY);
+    m_averageOverTime.apply(profile.heights, m_settings.averageY);
+    const int line = m_frame.lines++;
+    m_frame.applied = {m_settings.sine, m_settings.cosine, m_settings.scaleZ, m_settings.offsetZ, m_settings.reverseX};
     std::copy(profile.heights.begin(), profile.heights.end(),
-              frame.heights.begin() + std::ptrdiff_t(line) * frame.width);
-    if (!frame.intensity.isNull())
-        std::copy(profile.brightness.begin(), profile.brightness.end(), frame.intensity.scanLine(line));
-    std::transform(profile.heights.begin(), profile.heights.end(), gray.scanLine(line), grayLevel);
-    const bool ends = batchIsFull() && setting("ContinuousMode") == shortFrame;
-    return frame.lines < frame.height && !ends;
+              m_frame.heights.begin() + std::ptrdiff_t(line) * m_frame.width);
+    if (!m_frame.intensity.isNull())
+        std::copy(profile.brightness.begin(), profile.brightness.end(), m_frame.intensity.scanLine(line));
+    std::transform(profile.heights.begin(), profile.heights.end(), m_gray.scanLine(line), grayLevel);
+    const bool ends = batchIsFull() && setting("ContinuousMode") == ShortFrame;
+    return m_frame.lines < m_frame.height && !ends;
 }
 
 void ProfilerSource::endFrame()
 {
-    inFrame = false;
-    if (frame.lines == 0)
+    m_inFrame = false;
+    if (m_frame.lines == 0)
         return;
-    if (frame.lines < frame.height)
+    if (m_frame.lines < m_frame.height)
         cutFrame();
     sendBatch(true);
-    firmware.frameTaken();
-    acquiring = setting("Acquiring") == 1;
+    m_firmware.frameTaken();
+    m_acquiring = setting("Acquiring") == 1;
 }
 
 void ProfilerSource::cutFrame()
 {
-    frame.height = frame.lines;
-    frame.heights.resize(size_t(frame.width) * size_t(frame.lines));
-    frame.intensity = frame.intensity.copy(0, 0, frame.width, frame.lines);
-    gray = gray.copy(0, 0, frame.width, frame.lines);
+    m_frame.height = m_frame.lines;
+    m_frame.heights.resize(size_t(m_frame.width) * size_t(m_frame.lines));
+    m_frame.intensity = m_frame.intensity.copy(0, 0, m_frame.width, m_frame.lines);
+    m_gray = m_gray.copy(0, 0, m_frame.width, m_frame.lines);
 }
 
 void ProfilerSource::sendBatch(bool last)
 {
-    frame.complete = last;
-    deliver({gray, std::make_shared<const HeightFrame>(frame)});
+    m_frame.complete = last;
+    deliver({m_gray, std::make_shared<const HeightFrame>(m_frame)});
 }
 
 void ProfilerSource::takeSensorImage()
 {
-    if (sinceImage < imageInterval)
+    if (m_sinceImage < ImageInterval)
         return;
-    sinceImage = std::chrono::milliseconds(0);
-    deliver({sensor.image(settings, number("TestPartPosition")), nullptr});
-    firmware.frameTaken();
-    acquiring = setting("Acquiring") == 1;
+    m_sinceImage = std::chrono::milliseconds(0);
+    deliver({m_sensor.image(m_settings, number("TestPartPosition")), nullptr});
+    m_firmware.frameTaken();
+    m_acquiring = setting("Acquiring") == 1;
 }

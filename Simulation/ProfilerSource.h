@@ -30,21 +30,21 @@ private:
     void takeLines(double linesPerSecond);
     /// False when that was the last line of the frame.
     bool takeLine(double y);
-    bool batchIsFull() const { return frame.lines % std::max<qint64>(1, setting("BatchNumber")) == 0; }
+    bool batchIsFull() const { return m_frame.lines % std::max<qint64>(1, setting("BatchNumber")) == 0; }
     void sendBatch(bool last);
     void takeSensorImage();
     double linesSinceSignal() const;
     qint64 setting(const char *name, int position = 0) const;
     double number(const char *name) const;
 
-    ProfilerSensor sensor;
-    ProfilerFilters::OverTime medianOverTime{ProfilerFilters::OverTime::Kind::Median};
-    ProfilerFilters::OverTime averageOverTime{ProfilerFilters::OverTime::Kind::Average};
-    ProfilerSettings settings; ///< of the running tick
-    HeightFrame frame;
-    QImage gray; ///< the heights of the frame as a picture
-    double due = 0.0; ///< lines that should have been taken by now
-    std::chrono::milliseconds sinceImage{0};
-    bool acquiring = false;
-    bool inFrame = false;
+    ProfilerSensor m_sensor;
+    ProfilerFilters::OverTime m_medianOverTime{ProfilerFilters::OverTime::Kind::Median};
+    ProfilerFilters::OverTime m_averageOverTime{ProfilerFilters::OverTime::Kind::Average};
+    ProfilerSettings m_settings; ///< of the running tick
+    HeightFrame m_frame;
+    QImage m_gray; ///< the heights of the frame as a picture
+    double m_due = 0.0; ///< lines that should have been taken by now
+    std::chrono::milliseconds m_sinceImage{0};
+    bool m_acquiring = false;
+    bool m_inFrame = false;
 };

@@ -14,7 +14,7 @@ struct KindName
     Register::Kind kind;
 };
 
-const KindName kindNames[] = {
+const KindName KindNames[] = {
     {QLatin1String("IntReg"), Register::Kind::Integer}, {QLatin1String("MaskedIntReg"), Register::Kind::Integer},
     {QLatin1String("FloatReg"), Register::Kind::Real},  {QLatin1String("StringReg"), Register::Kind::Text},
     {QLatin1String("Register"), Register::Kind::Bytes},
@@ -66,9 +66,9 @@ std::vector<Register> registerLayout(const QByteArray &description)
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        const auto found = std::find_if(std::begin(kindNames), std::end(kindNames),
+        const auto found = std::find_if(std::begin(KindNames), std::end(KindNames),
                                         [&xml](const KindName &entry) { return xml.name() == entry.element; });
-        if (found != std::end(kindNames))
+        if (found != std::end(KindNames))
             registers.push_back(readRegister(xml, found->kind));
     }
     return registers;

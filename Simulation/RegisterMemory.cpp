@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int memorySize = 128 * 1024;
+constexpr int MemorySize = 128 * 1024;
 
 quint64 bitMask(const Register &reg)
 {
@@ -72,11 +72,12 @@ QByteArrayList numbers(const QByteArray &text)
 
 } // namespace
 
-RegisterMemory::RegisterMemory(const QByteArray &description) : all(registerLayout(description)), memory(memorySize, 0)
+RegisterMemory::RegisterMemory(const QByteArray &description)
+    : m_all(registerLayout(description)), m_memory(MemorySize, 0)
 {
-    for (size_t i = 0; i < all.size(); ++i) {
-        byName.insert(all[i].name, int(i));
-        byAddress.emplace(all[i].address, int(i));
+    for (size_t i = 0; i < m_all.size(); ++i) {
+        m_byName.insert(m_all[i].name, int(i));
+        m_byAddress.emplace(m_all[i].address, int(i));
     }
 }
 
@@ -96,10 +97,10 @@ bool RegisterMemory::loadLine(const QByteArray &line)
     const int blank = int(line.indexOf(' '));
     const QByteArray name = blank < 0 ? line : line.left(blank);
     const QByteArray rest = line.mid(name.size()).trimmed();
-    const auto found = byName.constFind(name);
-    if (found == byName.constEnd())
+    const auto found = m_byName.constFind(name);
+    if (found == m_byName.constEnd())
         return false;
-    Register &reg = all[size_t(*found)];
+    Register &reg = m_all[size_t(*found)];
     const QByteArrayList contents = reg.kind == Register::Kind::Text ? rest.split('|') : numbers(rest);
     reg.positions = std::max(reg.positions, int(contents.size()));
     bool ok = true;
@@ -116,22 +117,22 @@ bool RegisterMemory::loadLine(const QByteArray &line)
 
 void RegisterMemory::clear()
 {
-    std::fill(memory.begin(), memory.end(), char(0));
+    std::fill(m_memory.begin(), m_memory.end(), char(0));
 }
 
 const Register *RegisterMemory::at(qint64 address) const
 {
-    const auto after = byAddress.upper_bound(address);
-    if (after == byAddress.begin())
+    const auto after = m_byAddress.upper_bound(address);
+    if (after == m_byAddress.begin())
         return nullptr;
-    const Register &reg = all[size_t(std::prev(after)->second)];
+    const Register &reg = m_all[size_t(std::prev(after)->second)];
     return address < reg.address + qint64(reg.length) * reg.positions ? &reg : nullptr;
 }
 
 const Register *RegisterMemory::find(const char *name) const
 {
-    const auto found = byName.constFind(name);
-    return found == byName.constEnd() ? nullptr : &all[size_t(*found)];
+    const auto found = m_byName.constFind(name);
+    return found == m_byName.constEnd() ? nullptr : &m_all[size_t(*found)];
 }
 
 QByteArray RegisterMemory::position(const Register &reg, int index) const
@@ -203,17 +204,17 @@ void RegisterMemory::setBytes(const Register &reg, const QByteArray &contents)
 
 bool RegisterMemory::read(void *buffer, qint64 address, qint64 length) const
 {
-    if (address < 0 || length < 0 || address > memorySize - length)
+    if (address < 0 || length < 0 || address > MemorySize - length)
         return false;
-    std::memcpy(buffer, memory.data() + address, size_t(length));
+    std::memcpy(buffer, m_memory.data() + address, size_t(length));
     return true;
 }
 
 bool RegisterMemory::write(const void *buffer, qint64 address, qint64 length)
 {
-    if (address < 0 || length < 0 || address > memorySize - length)
+    if (address < 0 || length < 0 || address > MemorySize - length)
         return false;
-    std::memcpy(memory.data() + address, buffer, size_t(length));
+    std::memcpy(m_memory.data() + address, buffer, size_t(length));
     return true;
 }
 

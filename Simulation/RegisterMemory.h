@@ -38,8 +38,8 @@ public:
     /// Fills the memory with zeros.
     void clear();
 
-    const std::vector<Register> &registers() const { return all; }
-    bool contains(const char *name) const { return byName.contains(name); }
+    const std::vector<Register> &registers() const { return m_all; }
+    bool contains(const char *name) const { return m_byName.contains(name); }
     /// The register that holds the byte at `address`, else null.
     const Register *at(qint64 address) const;
 
@@ -68,8 +68,8 @@ private:
     QByteArray position(const Register &reg, int index) const;
     bool loadLine(const QByteArray &line);
 
-    std::vector<Register> all;
-    QHash<QByteArray, int> byName;
-    std::map<qint64, int> byAddress;
-    std::vector<char> memory;
+    std::vector<Register> m_all;
+    QHash<QByteArray, int> m_byName;
+    std::map<qint64, int> m_byAddress;
+    std::vector<char> m_memory;
 };

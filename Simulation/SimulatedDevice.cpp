@@ -38,19 +38,19 @@ void setParametersLocked(GenApi::INodeMap &nodes, bool locked)
 } // namespace
 
 SimulatedDevice::SimulatedDevice(const SimulatedModel &deviceModel, QObject *parent)
-    : Device(parent), model(deviceModel), description(resource(model.description)),
-      firmware(std::make_unique<Firmware>(description, resources(model.powerUpTables), model.behaviours())),
-      port(*firmware)
+    : Device(parent), m_model(deviceModel), m_description(resource(m_model.description)),
+      m_firmware(std::make_unique<Firmware>(m_description, resources(m_model.powerUpTables), m_model.behaviours())),
+      m_port(*m_firmware)
 {
-    connect(firmware.get(), &Firmware::acquisitionChanged, this, &SimulatedDevice::onAcquisitionChanged,
+    connect(m_firmware.get(), &Firmware::acquisitionChanged, this, &SimulatedDevice::onAcquisitionChanged,
             Qt::QueuedConnection);
     const auto forgetValues = [this] {
-        if (!nodes)
+        if (!m_nodes)
             return;
-        nodes->get()->InvalidateNodes();
+        m_nodes->get()->InvalidateNodes();
         Q_EMIT restarted();
     };
-    connect(firmware.get(), &Firmware::restarted, this, forgetValues, Qt::QueuedConnection);
+    connect(m_firmware.get(), &Firmware::restarted, this, forgetValues, Qt::QueuedConnection);
 }
 
 SimulatedDevice::~SimulatedDevice()
@@ -64,8 +64,8 @@ bool SimulatedDevice::open(QString *error)
         return true;
     const bool loaded = guarded(error, [this] {
         quint32 word = 0;
-        port.Read(&word, 0, sizeof word);
-        nodes.emplace(description, port);
+        m_port.Read(&word, 0, sizeof word);
+        m_nodes.emplace(m_description, m_port);
     });
     if (loaded)
         startRunning();
@@ -74,13 +74,14 @@ bool SimulatedDevice::open(QString *error)
 
 void SimulatedDevice::startRunning()
 {
-    source = model.source(*firmware).release();
-    source->moveToThread(&thread);
-    connect(&thread, &QThread::started, source, &FrameSource::run);
-    connect(&thread, &QThread::finished, source, &QObject::deleteLater);
-    connect(firmware.get(), &Firmware::acquisitionChanged, source, &FrameSource::setAcquiring, Qt::QueuedConnection);
-    connect(firmware.get(), &Firmware::triggered, source, &FrameSource::trigger, Qt::QueuedConnection);
-    const auto deliver = [this, from = QPointer<FrameSource>(source)] {
+    m_source = m_model.source(*m_firmware).release();
+    m_source->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::started, m_source, &FrameSource::run);
+    connect(&m_thread, &QThread::finished, m_source, &QObject::deleteLater);
+    connect(m_firmware.get(), &Firmware::acquisitionChanged, m_source, &FrameSource::setAcquiring,
+            Qt::QueuedConnection);
+    connect(m_firmware.get(), &Firmware::triggered, m_source, &FrameSource::trigger, Qt::QueuedConnection);
+    const auto deliver = [this, from = QPointer<FrameSource>(m_source)] {
         if (!from) // the device was closed meanwhile
             return;
         const SimulatedFrame frame = from->take();
@@ -88,8 +89,8 @@ void SimulatedDevice::startRunning()
             Q_EMIT heightReady(*frame.heights);
         Q_EMIT frameReady(frame.image);
     };
-    connect(source, &FrameSource::frameReady, this, deliver, Qt::QueuedConnection);
-    thread.start();
+    connect(m_source, &FrameSource::frameReady, this, deliver, Qt::QueuedConnection);
+    m_thread.start();
 }
 
 void SimulatedDevice::close()
@@ -97,17 +98,17 @@ void SimulatedDevice::close()
     if (!isOpen())
         return;
     stopAcquisition();
-    source = nullptr;
-    thread.quit();
-    thread.wait();
-    nodes.reset();
+    m_source = nullptr;
+    m_thread.quit();
+    m_thread.wait();
+    m_nodes.reset();
     // A link that failed may have kept the lock from being taken off.
-    firmware->change([](RegisterMemory &memory) { memory.setInteger("TLParamsLocked", 0); });
+    m_firmware->change([](RegisterMemory &memory) { memory.setInteger("TLParamsLocked", 0); });
 }
 
 GenApi::INodeMap *SimulatedDevice::nodeMap() const
 {
-    return nodes ? nodes->get() : nullptr;
+    return m_nodes ? m_nodes->get() : nullptr;
 }
 
 bool SimulatedDevice::startAcquisition(QString *error)
@@ -130,13 +131,13 @@ void SimulatedDevice::stopAcquisition()
         return;
     QString ignored; // the device stops, whether the link lets the command pass or not
     guarded(&ignored, [this] { execute(*nodeMap(), "AcquisitionStop"); });
-    firmware->stopAcquisition();
+    m_firmware->stopAcquisition();
     unlockParameters();
 }
 
 bool SimulatedDevice::isAcquiring() const
 {
-    return firmware->inspect([](const RegisterMemory &memory) { return memory.integer("Acquiring") == 1; });
+    return m_firmware->inspect([](const RegisterMemory &memory) { return memory.integer("Acquiring") == 1; });
 }
 
 void SimulatedDevice::onAcquisitionChanged(bool acquiring)
@@ -159,14 +160,14 @@ void SimulatedDevice::unlockParameters()
 
 void SimulatedDevice::setFault(Fault fault)
 {
-    port.setFault(fault);
+    m_port.setFault(fault);
     if (fault != Fault::Drop)
         return;
-    firmware->stopAcquisition();
+    m_firmware->stopAcquisition();
     Q_EMIT lost(QStringLiteral("the link to the device is gone"));
 }
 
 void SimulatedDevice::setLatency(std::chrono::milliseconds time)
 {
-    port.setLatency(time);
+    m_port.setLatency(time);
 }

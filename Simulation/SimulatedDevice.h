@@ -41,15 +41,15 @@ public:
     explicit SimulatedDevice(const SimulatedModel &model, QObject *parent = nullptr);
     ~SimulatedDevice() override;
 
-    QString id() const override { return model.id; }
-    QString displayName() const override { return model.name; }
-    Kind kind() const override { return model.kind; }
+    QString id() const override { return m_model.id; }
+    QString displayName() const override { return m_model.name; }
+    Kind kind() const override { return m_model.kind; }
     Transport transport() const override { return Transport::Simulated; }
-    QString typeCode() const override { return model.typeCode; }
+    QString typeCode() const override { return m_model.typeCode; }
 
     bool open(QString *error) override;
     void close() override;
-    bool isOpen() const override { return nodes.has_value(); }
+    bool isOpen() const override { return m_nodes.has_value(); }
     GenApi::INodeMap *nodeMap() const override;
 
     bool startAcquisition(QString *error) override;
@@ -61,7 +61,7 @@ public:
     /// Time that every access to a register takes.
     void setLatency(std::chrono::milliseconds time);
     /// The device's inside, for tests. It lives as long as the device.
-    Firmware &inside() const { return *firmware; }
+    Firmware &inside() const { return *m_firmware; }
 
 private:
     void startRunning();
@@ -69,11 +69,11 @@ private:
     /// Ends the lock that the device's own end of an acquisition leaves behind.
     void unlockParameters();
 
-    const SimulatedModel model;
-    const QByteArray description;
-    std::unique_ptr<Firmware> firmware;
-    SimulatedPort port;
-    std::optional<LoadedNodeMap> nodes;
-    QThread thread;
-    FrameSource *source = nullptr; ///< lives on the thread while the device is open
+    const SimulatedModel m_model;
+    const QByteArray m_description;
+    std::unique_ptr<Firmware> m_firmware;
+    SimulatedPort m_port;
+    std::optional<LoadedNodeMap> m_nodes;
+    QThread m_thread;
+    FrameSource *m_source = nullptr; ///< lives on the thread while the device is open
 };

@@ -20,15 +20,15 @@ public:
         Refuse, ///< the device answers every access with an error
         Drop ///< the link is gone
     };
-    static constexpr std::chrono::milliseconds deadline{500};
+    static constexpr std::chrono::milliseconds Deadline{500};
 
     /// `firmware` must outlive this object.
-    explicit SimulatedPort(Firmware &firmware) : firmware(firmware) { }
+    explicit SimulatedPort(Firmware &firmware) : m_firmware(firmware) { }
 
     void setFault(Fault fault);
-    Fault fault() const { return currentFault; }
+    Fault fault() const { return m_currentFault; }
     /// Time that every access takes.
-    void setLatency(std::chrono::milliseconds time) { latency = int(time.count()); }
+    void setLatency(std::chrono::milliseconds time) { m_latency = int(time.count()); }
 
     GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
     /// TimeoutException for a silent device, AccessException for refused accesses, RuntimeException without link.
@@ -39,8 +39,8 @@ public:
 private:
     void pass();
 
-    Firmware &firmware;
-    std::atomic<Fault> currentFault{Fault::None};
-    std::atomic<bool> deadlineMissed{false};
-    std::atomic<int> latency{0};
+    Firmware &m_firmware;
+    std::atomic<Fault> m_currentFault{Fault::None};
+    std::atomic<bool> m_deadlineMissed{false};
+    std::atomic<int> m_latency{0};
 };

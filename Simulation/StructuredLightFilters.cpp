@@ -10,7 +10,7 @@ namespace StructuredLightFilters {
 
 namespace {
 
-constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
+constexpr float Nothing = std::numeric_limits<float>::quiet_NaN();
 
 float &at(HeightFrame &map, int x, int y)
 {
@@ -62,16 +62,16 @@ class BoxSums
 {
 public:
     explicit BoxSums(const HeightFrame &map)
-        : width(map.width), height(map.height), sums(size_t(width + 1) * size_t(height + 1))
+        : m_width(map.width), m_height(map.height), m_sums(size_t(m_width + 1) * size_t(m_height + 1))
     {
-        for (int y = 0; y < height; ++y) {
+        for (int y = 0; y < m_height; ++y) {
             Sum line;
-            for (int x = 0; x < width; ++x) {
+            for (int x = 0; x < m_width; ++x) {
                 const float z = map.profile(y)[x];
                 line.count += !std::isnan(z);
                 line.total += std::isnan(z) ? 0.0 : double(z);
                 const Sum &above = corner(x + 1, y);
-                sums[place(x + 1, y + 1)] = {above.count + line.count, above.total + line.total};
+                m_sums[place(x + 1, y + 1)] = {above.count + line.count, above.total + line.total};
             }
         }
     }
@@ -84,20 +84,20 @@ public:
     /// Of the points at most `reach` columns and rows away.
     Sum around(int x, int y, int reach) const
     {
-        const int left = std::max(0, x - reach), right = std::min(width, x + reach + 1);
-        const int back = std::max(0, y - reach), front = std::min(height, y + reach + 1);
+        const int left = std::max(0, x - reach), right = std::min(m_width, x + reach + 1);
+        const int back = std::max(0, y - reach), front = std::min(m_height, y + reach + 1);
         const Sum &a = corner(left, back), &b = corner(right, back);
         const Sum &c = corner(left, front), &d = corner(right, front);
         return {d.count - c.count - b.count + a.count, d.total - c.total - b.total + a.total};
     }
 
 private:
-    size_t place(int x, int y) const { return size_t(y) * size_t(width + 1) + size_t(x); }
-    const Sum &corner(int x, int y) const { return sums[place(x, y)]; }
+    size_t place(int x, int y) const { return size_t(y) * size_t(m_width + 1) + size_t(x); }
+    const Sum &corner(int x, int y) const { return m_sums[place(x, y)]; }
 
-    const int width;
-    const int height;
-    std::vector<Sum> sums;
+    const int m_width;
+    const int m_height;
+    std::vector<Sum> m_sums;
 };
 
 /// Removes the points for which `isWrong` says so.
@@ -109,7 +109,7 @@ void removeWhere(HeightFrame &map, Rule isWrong)
         for (int x = 0; x < map.width; ++x) {
             float &height = at(map, x, y);
             if (!std::isnan(height) && isWrong(sums, x, y, height))
-                height = nothing;
+                height = Nothing;
         }
     }
 }
@@ -180,11 +180,11 @@ void replaceSpikes(HeightFrame &map, float threshold)
 
 void removeJumps(HeightFrame &map, float threshold)
 {
-    constexpr int reach = 5;
+    constexpr int Reach = 5;
     if (threshold <= 0.0f)
         return;
     removeWhere(map, [threshold](const BoxSums &sums, int x, int y, float height) {
-        const BoxSums::Sum sum = sums.around(x, y, reach);
+        const BoxSums::Sum sum = sums.around(x, y, Reach);
         return std::abs(double(height) - sum.total / sum.count) > double(threshold);
     });
 }
@@ -218,12 +218,12 @@ void fillHoles(HeightFrame &map, int largest)
 
 void smooth(HeightFrame &map)
 {
-    constexpr float sameSurface = 0.5f; // mm
+    constexpr float SameSurface = 0.5f; // mm
     forEachPoint(map, [](float &height, const Surroundings &around) {
         float total = 0.0f;
         int count = 0;
         for (int i = 0; i < around.count; ++i) {
-            if (std::abs(around.values[i] - height) < sameSurface)
+            if (std::abs(around.values[i] - height) < SameSurface)
                 total += around.values[i], ++count;
         }
         height = total / float(count);
@@ -234,7 +234,7 @@ void truncate(HeightFrame &map, float lowest, float highest)
 {
     for (float &height : map.heights) {
         if (height < lowest || height > highest)
-            height = nothing;
+            height = Nothing;
     }
 }
 

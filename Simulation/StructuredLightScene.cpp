@@ -33,13 +33,13 @@ struct Disc
     float gloss;
 };
 
-constexpr Block blocks[] = {
+constexpr Block Blocks[] = {
     {-50, -36, -18, -14, 12, 12, 1, 0.85f},
     {12, -38, 52, -20, 4, 16, 4, 0.70f},
     {22, 20, 54, 36, 1, 13, 0, 0.75f},
 };
 
-constexpr Disc discs[] = {
+constexpr Disc Discs[] = {
     {-34, 16, 15, 14, true, 0.55f, 0.9f}, // dome
     {0, 22, 9, 18, false, 0.075f, 0.0f}, // dark
     {-2, -20, 3, 28, false, 0.70f, 0.0f}, // post
@@ -66,12 +66,12 @@ float plateReflectance(double x, double y)
 
 Surface at(double x, double y)
 {
-    for (const Disc &disc : discs) {
+    for (const Disc &disc : Discs) {
         const double distance = std::hypot(x - disc.x, y - disc.y);
         if (distance < disc.radius)
             return {float(heightOf(disc, distance)), disc.reflectance, disc.gloss};
     }
-    for (const Block &block : blocks) {
+    for (const Block &block : Blocks) {
         if (block.covers(x, y))
             return {float(block.height(x)), block.reflectance, 0.0f};
     }

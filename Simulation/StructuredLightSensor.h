@@ -19,7 +19,7 @@ public:
     HeightFrame shot(const StructuredLightSettings &settings, double shift);
 
 private:
-    static constexpr int sensorCount = 2;
+    static constexpr int SensorCount = 2;
 
     struct Point
     {
@@ -53,13 +53,13 @@ private:
     QImage output(int index, const HeightFrame &map);
     QImage relief(int sensor, const HeightFrame &map, double direction);
     double light(const std::vector<StructuredLightSettings::Lamp> &lamps, const Point &point, int x, int y) const;
-    float noise() { return noiseTable[nextNoise = nextNoise + 1 < noiseTable.size() ? nextNoise + 1 : 0]; }
+    float noise() { return m_noiseTable[m_nextNoise = m_nextNoise + 1 < m_noiseTable.size() ? m_nextNoise + 1 : 0]; }
 
-    StructuredLightSettings settings; ///< of the running shot
-    int width = 0;
-    int height = 0;
-    std::vector<Point> scene;
-    View views[sensorCount];
-    std::vector<float> noiseTable; ///< normal distribution with deviation 1
-    size_t nextNoise = 0;
+    StructuredLightSettings m_settings; ///< of the running shot
+    int m_width = 0;
+    int m_height = 0;
+    std::vector<Point> m_scene;
+    View m_views[SensorCount];
+    std::vector<float> m_noiseTable; ///< normal distribution with deviation 1
+    size_t m_nextNoise = 0;
 };

@@ -8,13 +8,13 @@ namespace {
 
 using Settings = StructuredLightSettings;
 
-constexpr double usualExposure = 10000.0; // microseconds
-constexpr int exposuresOfShot = 12;
+constexpr double UsualExposure = 10000.0; // microseconds
+constexpr int ExposuresOfShot = 12;
 enum LightMode { Off, Steady, Strobe };
-constexpr double strobeFactor = 1.5;
+constexpr double StrobeFactor = 1.5;
 
 /// Features that tell whether an image is sent, as in Settings::Output.
-constexpr const char *outputNames[Settings::outputCount] = {"Left2DImage",     "Right2DImage",  "Left2DSrcImage",
+constexpr const char *OutputNames[Settings::outputCount] = {"Left2DImage",     "Right2DImage",  "Left2DSrcImage",
                                                             "Right2DSrcImage", "Left2.5DFront", "Right2.5DFront",
                                                             "Left2.5DBack",    "Right2.5DBack"};
 
@@ -24,21 +24,21 @@ struct LightNames
     const char *mode;
     const char *value;
 };
-constexpr LightNames lightNames[] = {{"Light1Selector", "Light1Mode", "Light1Value"},
-                                     {"Light2Selector", "Light2Mode", "Light2Value"},
-                                     {"Light3Selector", "Light3Mode", "Light3Value"}};
+constexpr LightNames Lights[] = {{"Light1Selector", "Light1Mode", "Light1Value"},
+                                 {"Light2Selector", "Light2Mode", "Light2Value"},
+                                 {"Light3Selector", "Light3Mode", "Light3Value"}};
 
 /// The sides of the selectors, behind the entry for all of them.
-constexpr Settings::Lamp sides[] = {{-1, 0, 1}, {1, 0, 1}, {0, 1, 1}, {0, -1, 1}};
-constexpr int sideCount = 4;
+constexpr Settings::Lamp Sides[] = {{-1, 0, 1}, {1, 0, 1}, {0, 1, 1}, {0, -1, 1}};
+constexpr int SideCount = 4;
 
 void addLamps(std::vector<Settings::Lamp> &lamps, qint64 selected, double power)
 {
-    for (int side = 0; side < sideCount; ++side) {
+    for (int side = 0; side < SideCount; ++side) {
         if (selected == 0)
-            lamps.push_back({sides[side].x, sides[side].y, power / sideCount});
+            lamps.push_back({Sides[side].x, Sides[side].y, power / SideCount});
         else if (selected == side + 1)
-            lamps.push_back({sides[side].x, sides[side].y, power});
+            lamps.push_back({Sides[side].x, Sides[side].y, power});
     }
 }
 
@@ -49,7 +49,7 @@ void addLight(Settings &settings, const RegisterMemory &memory, const LightNames
     const double power = memory.number(light.value) / 100.0;
     if (mode == Off)
         return;
-    addLamps(settings.lamps, selected, mode == Strobe ? power * strobeFactor : power);
+    addLamps(settings.lamps, selected, mode == Strobe ? power * StrobeFactor : power);
     if (mode == Steady)
         addLamps(settings.steadyLamps, selected, power);
 }
@@ -78,10 +78,10 @@ StructuredLightSettings StructuredLightSettings::fromRegisters(const RegisterMem
     settings.binning = 1 << memory.integer("Bining");
     settings.method = int(memory.integer("SensorMethod"));
     for (size_t i = 0; i < settings.outputs.size(); ++i)
-        settings.outputs[i] = memory.integer(outputNames[i]) == 1;
+        settings.outputs[i] = memory.integer(OutputNames[i]) == 1;
     settings.gain = std::pow(10.0, memory.number("SensorGain") / 20.0);
-    settings.sensitivity = settings.gain * memory.number("SensorExposure") / usualExposure;
-    for (const LightNames &light : lightNames)
+    settings.sensitivity = settings.gain * memory.number("SensorExposure") / UsualExposure;
+    for (const LightNames &light : Lights)
         addLight(settings, memory, light);
     readDepth(settings, memory);
     return settings;
@@ -94,7 +94,7 @@ double StructuredLightSettings::noise(double brightness) const
 
 double StructuredLightSettings::rate(const RegisterMemory &memory)
 {
-    const double fastest = 1e6 / (exposuresOfShot * memory.number("SensorExposure"));
+    const double fastest = 1e6 / (ExposuresOfShot * memory.number("SensorExposure"));
     const bool triggered = memory.integer("AcquisitionMode") == SoftwareTrigger;
     return triggered ? fastest : std::min(memory.number("AcquisitionFrameRate"), fastest);
 }

@@ -24,9 +24,9 @@ struct StructuredLightSettings
         double power;
     };
 
-    static constexpr int columns = 640;
-    static constexpr int rows = 480;
-    static constexpr double pitch = 0.2; ///< mm from column to column and from row to row
+    static constexpr int Columns = 640;
+    static constexpr int Rows = 480;
+    static constexpr double Pitch = 0.2; ///< mm from column to column and from row to row
 
     int binning = 1; ///< pixels that are one, in each direction
     int method = BothSensors;

@@ -21,8 +21,8 @@ protected:
 private:
     void takeShot();
 
-    StructuredLightSensor sensor;
-    double due = 0.0; ///< shots that should have been taken by now
-    int pending = 0; ///< shots that triggers have asked for
-    bool acquiring = false;
+    StructuredLightSensor m_sensor;
+    double m_due = 0.0; ///< shots that should have been taken by now
+    int m_pending = 0; ///< shots that triggers have asked for
+    bool m_acquiring = false;
 };

@@ -13,11 +13,11 @@ namespace {
 class UserSets : public Behaviour
 {
 public:
-    explicit UserSets(QStringList setNames) : names(std::move(setNames)), sets(size_t(names.size())) { }
+    explicit UserSets(QStringList setNames) : m_names(std::move(setNames)), m_sets(size_t(m_names.size())) { }
 
     void powerUp(Firmware &firmware) override
     {
-        sets[0] = contents(firmware.memory());
+        m_sets[0] = contents(firmware.memory());
         load(firmware, size_t(firmware.memory().integer("UserSetDefault")));
     }
 
@@ -29,7 +29,7 @@ public:
         const bool load = write.is("UserSetLoad");
         const bool start = write.is("UserSetDefault");
         const size_t wanted = start ? size_t(write.value) : chosen;
-        if ((load || start) && (wanted >= sets.size() || !sets[wanted]))
+        if ((load || start) && (wanted >= m_sets.size() || !m_sets[wanted]))
             return QStringLiteral("the user set %1 was never saved").arg(name(wanted));
         return {};
     }
@@ -37,7 +37,7 @@ public:
     void written(Firmware &firmware, const RegisterWrite &write) override
     {
         if (write.is("UserSetSave"))
-            sets[selected(firmware)] = contents(firmware.memory());
+            m_sets[selected(firmware)] = contents(firmware.memory());
         else if (write.is("UserSetLoad"))
             load(firmware, selected(firmware));
     }
@@ -45,7 +45,7 @@ public:
 private:
     static size_t selected(const Firmware &firmware) { return size_t(firmware.memory().integer("UserSetSelector")); }
 
-    QString name(size_t set) const { return set < sets.size() ? names[int(set)] : QString::number(set); }
+    QString name(size_t set) const { return set < m_sets.size() ? m_names[int(set)] : QString::number(set); }
 
     static QByteArray contents(const RegisterMemory &memory)
     {
@@ -59,20 +59,20 @@ private:
 
     void load(Firmware &firmware, size_t set)
     {
-        if (set >= sets.size() || !sets[set])
+        if (set >= m_sets.size() || !m_sets[set])
             return;
         int place = 0;
         for (const Register &reg : firmware.memory().registers()) {
             if (!reg.inUserSet)
                 continue;
             const int size = reg.length * reg.positions;
-            firmware.memory().setBytes(reg, sets[set]->mid(place, size));
+            firmware.memory().setBytes(reg, m_sets[set]->mid(place, size));
             place += size;
         }
     }
 
-    const QStringList names;
-    std::vector<std::optional<QByteArray>> sets;
+    const QStringList m_names;
+    std::vector<std::optional<QByteArray>> m_sets;
 };
 
 } // namespace

@@ -10,8 +10,8 @@ namespace {
 template <class Real>
 double clampedTo(double number, double ifNan)
 {
-    constexpr double limit = std::numeric_limits<Real>::max();
-    return std::isnan(number) ? ifNan : std::clamp(number, -limit, limit);
+    constexpr double Limit = std::numeric_limits<Real>::max();
+    return std::isnan(number) ? ifNan : std::clamp(number, -Limit, Limit);
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int idRole = Qt::UserRole;
+constexpr int IdRole = Qt::UserRole;
 
 struct GroupSpec
 {
@@ -19,7 +19,7 @@ struct GroupSpec
     const char *title;
 };
 
-constexpr GroupSpec groups[] = {
+constexpr GroupSpec Groups[] = {
     {Device::Transport::Simulated, QT_TRANSLATE_NOOP("DeviceTree", "Simulated Cameras")},
     {Device::Transport::GigEVision, QT_TRANSLATE_NOOP("DeviceTree", "GigE Vision Cameras")},
     {Device::Transport::Usb3Vision, QT_TRANSLATE_NOOP("DeviceTree", "USB3 Vision Cameras")},
@@ -28,8 +28,8 @@ constexpr GroupSpec groups[] = {
     {Device::Transport::Other, QT_TRANSLATE_NOOP("DeviceTree", "Other Cameras")},
     {Device::Transport::Other, QT_TRANSLATE_NOOP("DeviceTree", "Cards")},
 };
-constexpr int cardGroup = int(std::size(groups)) - 1;
-constexpr int otherGroup = cardGroup - 1;
+constexpr int CardGroup = int(std::size(Groups)) - 1;
+constexpr int OtherGroup = CardGroup - 1;
 
 struct StateSpec
 {
@@ -38,7 +38,7 @@ struct StateSpec
     QRgb mark; ///< of the icon; 0: none
 };
 
-constexpr StateSpec states[] = {
+constexpr StateSpec States[] = {
     {DeviceTree::State::Closed, QT_TRANSLATE_NOOP("DeviceTree", "Closed"), 0},
     {DeviceTree::State::Opening, QT_TRANSLATE_NOOP("DeviceTree", "Opening..."), 0},
     {DeviceTree::State::Open, QT_TRANSLATE_NOOP("DeviceTree", "Open"), 0xff5dbd93},
@@ -49,12 +49,12 @@ constexpr StateSpec states[] = {
 int groupOf(const Device &device)
 {
     if (device.kind() == Device::Kind::Card)
-        return cardGroup;
-    for (int group = 0; group < otherGroup; ++group) {
-        if (device.transport() == groups[group].transport)
+        return CardGroup;
+    for (int group = 0; group < OtherGroup; ++group) {
+        if (device.transport() == Groups[group].transport)
             return group;
     }
-    return otherGroup;
+    return OtherGroup;
 }
 
 } // namespace
@@ -94,7 +94,7 @@ DeviceTree::State DeviceTree::state(const QString &id) const
 Device *DeviceTree::currentDevice() const
 {
     const QTreeWidgetItem *item = currentItem();
-    return item ? m_context.device(item->data(0, idRole).toString()) : nullptr;
+    return item ? m_context.device(item->data(0, IdRole).toString()) : nullptr;
 }
 
 bool DeviceTree::select(const QString &id)
@@ -139,7 +139,7 @@ void DeviceTree::addRow(Device *device)
     auto *item = new QTreeWidgetItem(groupItem(groupOf(*device)));
     item->setText(0, device->displayName());
     item->setToolTip(0, QStringLiteral("%1\n%2").arg(device->displayName(), device->id()));
-    item->setData(0, idRole, device->id());
+    item->setData(0, IdRole, device->id());
     m_items.insert(device->id(), item);
     connect(device, &Device::lost, this, &DeviceTree::markLost, Qt::UniqueConnection);
     updateItem(device->id());
@@ -157,7 +157,7 @@ QTreeWidgetItem *DeviceTree::groupItem(int group)
 {
     QTreeWidgetItem *&item = m_groups[group];
     if (!item) {
-        item = new QTreeWidgetItem({tr(groups[group].title)});
+        item = new QTreeWidgetItem({tr(Groups[group].title)});
         QFont font = item->font(0);
         font.setBold(true);
         item->setFont(0, font);
@@ -189,7 +189,7 @@ void DeviceTree::updateItem(const QString &id)
     const Device *device = m_context.device(id);
     if (!item || !device)
         return;
-    const StateSpec &spec = states[int(state(id))];
+    const StateSpec &spec = States[int(state(id))];
     const Glyph glyph = device->kind() == Device::Kind::Card ? Glyph::Card : Glyph::Camera;
     item->setIcon(0, glyphIcon(glyph, spec.mark ? QColor::fromRgb(spec.mark) : QColor()));
     item->setText(1, tr(spec.text));
@@ -200,7 +200,7 @@ void DeviceTree::retranslate()
     setHeaderLabels({tr("Device"), tr("State")});
     setAccessibleName(tr("Devices"));
     for (auto group = m_groups.cbegin(); group != m_groups.cend(); ++group)
-        group.value()->setText(0, tr(groups[group.key()].title));
+        group.value()->setText(0, tr(Groups[group.key()].title));
     const QStringList ids = m_items.keys();
     for (const QString &id : ids)
         updateItem(id);

@@ -13,15 +13,15 @@
 
 namespace {
 
-constexpr int valueColumn = 1;
-constexpr int visibilityLevel = 2; // Guru
+constexpr int ValueColumn = 1;
+constexpr int VisibilityLevel = 2; // Guru
 
-const char *const typeNames[] = {"Value",  "Base",     "Integer",  "Boolean",     "Command",   "Float",
+const char *const TypeNames[] = {"Value",  "Base",     "Integer",  "Boolean",     "Command",   "Float",
                                  "String", "Register", "Category", "Enumeration", "EnumEntry", "Port"};
-const char *const accessNames[] = {"NI", "NA", "WO", "RO", "RW"};
-const char *const visibilityNames[] = {"Beginner", "Expert", "Guru", "Invisible"};
+const char *const AccessNames[] = {"NI", "NA", "WO", "RO", "RW"};
+const char *const VisibilityNames[] = {"Beginner", "Expert", "Guru", "Invisible"};
 /// In the order of FeatureKinds::EditorKind.
-const char *const editorNames[] = {"-",       "MAC field", "IPv4 field", "hex field", "number box",
+const char *const EditorNames[] = {"-",       "MAC field", "IPv4 field", "hex field", "number box",
                                    "boolean", "button",    "float box",  "text",      "list"};
 
 template <std::size_t count>
@@ -45,18 +45,18 @@ QString shownText(const TreeModel &model, const QModelIndex &cell)
 class Dump
 {
 public:
-    explicit Dump(const TreeModel &features) : model(features) { }
+    explicit Dump(const TreeModel &features) : m_model(features) { }
 
     /// The lines of the rows that the tree shows under a row: leaves by their own state, branches with their leaves.
     QStringList lines(const QModelIndex &parent, const QString &parentPath)
     {
         QStringList result;
-        for (int row = 0; row < model.rowCount(parent); ++row) {
-            const QModelIndex name = model.index(row, 0, parent);
-            const QString path = parentPath + QLatin1Char('/') + model.data(name).toString().simplified();
+        for (int row = 0; row < m_model.rowCount(parent); ++row) {
+            const QModelIndex name = m_model.index(row, 0, parent);
+            const QString path = parentPath + QLatin1Char('/') + m_model.data(name).toString().simplified();
             const QStringList below = lines(name, path);
-            const bool isLeaf = !model.hasChildren(name);
-            if (isLeaf ? model.getItem(name)->getVisiable(pass) : !below.isEmpty())
+            const bool isLeaf = !m_model.hasChildren(name);
+            if (isLeaf ? m_model.getItem(name)->getVisiable(m_pass) : !below.isEmpty())
                 result << line(name, path) << below;
         }
         return result;
@@ -74,20 +74,20 @@ private:
 
     QStringList nodeFields(const QModelIndex &name) const
     {
-        GenApi::INode *node = model.getItem(name)->GetFeaturePtr();
+        GenApi::INode *node = m_model.getItem(name)->GetFeaturePtr();
         if (!node)
             return {};
-        const QModelIndex value = name.sibling(name.row(), valueColumn);
+        const QModelIndex value = name.sibling(name.row(), ValueColumn);
         const auto editor =
-            delegate.isEditable(value) ? FeatureKinds::editorKind(node) : FeatureKinds::EditorKind::None;
-        return {nameOf(typeNames, node->GetPrincipalInterfaceType()), nameOf(accessNames, node->GetAccessMode()),
-                nameOf(visibilityNames, node->GetVisibility()), shownText(model, value),
-                nameOf(editorNames, static_cast<int>(editor))};
+            m_delegate.isEditable(value) ? FeatureKinds::editorKind(node) : FeatureKinds::EditorKind::None;
+        return {nameOf(TypeNames, node->GetPrincipalInterfaceType()), nameOf(AccessNames, node->GetAccessMode()),
+                nameOf(VisibilityNames, node->GetVisibility()), shownText(m_model, value),
+                nameOf(EditorNames, static_cast<int>(editor))};
     }
 
-    const TreeModel &model;
-    FeatureEditDelegate delegate;
-    VisibilityPass pass{visibilityLevel, {}, {}};
+    const TreeModel &m_model;
+    FeatureEditDelegate m_delegate;
+    VisibilityPass m_pass{VisibilityLevel, {}, {}};
 };
 
 } // namespace

@@ -20,7 +20,7 @@ struct GlyphSpec
     bool filled;
 };
 
-constexpr GlyphSpec glyphs[] = {
+constexpr GlyphSpec Glyphs[] = {
     {Glyph::Refresh, "A 12 12 7 60 300 M 15.5 2.5 L 15.5 6.5 L 19.5 6.5", false},
     {Glyph::Open, "M 3 9 L 8 9 M 3 15 L 8 15 M 8 6 L 8 18 L 11 18 A 11 12 6 270 180 L 8 6 M 17 12 L 21 12", false},
     {Glyph::Close, "M 3 9 L 7 9 M 3 15 L 7 15 M 7 6 L 7 18 L 8 18 A 8 12 6 270 180 L 7 6 M 17 9 L 22 15 M 22 9 L 17 15",
@@ -46,7 +46,7 @@ constexpr GlyphSpec glyphs[] = {
 
 const GlyphSpec *specOf(Glyph glyph)
 {
-    for (const GlyphSpec &spec : glyphs) {
+    for (const GlyphSpec &spec : Glyphs) {
         if (spec.glyph == glyph)
             return &spec;
     }

@@ -12,7 +12,7 @@
 /// How the points of a frame become pixels.
 struct HeightSampling
 {
-    static constexpr double highestRow = 32.0; ///< what is beyond is limited
+    static constexpr double HighestRow = 32.0; ///< what is beyond is limited
 
     int step = 1; ///< every so many rows and columns are shown
     double rowHeight = 1.0; ///< distance of the rows over that of the columns

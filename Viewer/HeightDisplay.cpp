@@ -8,19 +8,19 @@
 
 namespace {
 
-constexpr double usualMaximum = 9.0; // mm
-constexpr double usualMinimum = -9.0;
+constexpr double UsualMaximum = 9.0; // mm
+constexpr double UsualMinimum = -9.0;
 /// Panels store a tiny spacing when nobody chose one. Rows flatter than this, compared with the columns, hide the part.
-constexpr double flattestRow = 1.0 / 8;
-constexpr double largestStep = 128.0;
-constexpr double largestNumber = 1e6; ///< what is beyond is a fault in the settings
+constexpr double FlattestRow = 1.0 / 8;
+constexpr double LargestStep = 128.0;
+constexpr double LargestNumber = 1e6; ///< what is beyond is a fault in the settings
 
 /// Profilers have settings for it; a structured-light camera shows all of its heights, but for single wrong ones.
 HeightAnalysis::Range colourRange(const HeightFrame &frame)
 {
-    constexpr HeightAnalysis::Range usual{usualMinimum, usualMaximum};
-    constexpr double wrong = 0.001; // of the points
-    return frame.outputs.empty() ? usual : HeightAnalysis::usualRange(frame, wrong).value_or(usual);
+    constexpr HeightAnalysis::Range Usual{UsualMinimum, UsualMaximum};
+    constexpr double Wrong = 0.001; // of the points
+    return frame.outputs.empty() ? Usual : HeightAnalysis::usualRange(frame, Wrong).value_or(Usual);
 }
 
 } // namespace
@@ -65,15 +65,15 @@ double HeightDisplay::number(const QString &id, HostCore::CAM_INFO item, double 
 {
     bool valid = false;
     const double value = m_host.cameraInfo(id, item).toDouble(&valid);
-    return valid && std::abs(value) <= largestNumber ? value : otherwise;
+    return valid && std::abs(value) <= LargestNumber ? value : otherwise;
 }
 
 HeightSampling HeightDisplay::sampling(const QString &id, const HeightFrame &frame) const
 {
     HeightSampling result;
-    result.step = int(std::clamp(number(id, HostCore::CAM_INFO_SAMPLING_RATE, 1.0), 1.0, largestStep));
+    result.step = int(std::clamp(number(id, HostCore::CAM_INFO_SAMPLING_RATE, 1.0), 1.0, LargestStep));
     const double spacing = number(id, HostCore::CAM_INFO_CONTOUR_SPACING, 0.0);
-    if (spacing >= flattestRow * frame.pitchX && frame.pitchX > 0.0)
+    if (spacing >= FlattestRow * frame.pitchX && frame.pitchX > 0.0)
         result.rowHeight = spacing / frame.pitchX;
     return result;
 }

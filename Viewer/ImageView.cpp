@@ -13,18 +13,18 @@
 
 namespace {
 
-const QColor backgroundColour(62, 64, 66);
-const QColor focusColour(79, 214, 156);
-const QColor hintColour(196, 198, 200);
-constexpr double zoomStep = 1.25;
-constexpr qint64 rateWindow = 1000; // ms
-constexpr int silence = 2000; // ms without a frame
-constexpr Qt::MouseButtons dragButtons = Qt::MouseButtons(Qt::LeftButton) | Qt::MiddleButton;
-const QPointF nowhere(-1, -1);
+const QColor BackgroundColour(62, 64, 66);
+const QColor FocusColour(79, 214, 156);
+const QColor HintColour(196, 198, 200);
+constexpr double ZoomStep = 1.25;
+constexpr qint64 RateWindow = 1000; // ms
+constexpr int Silence = 2000; // ms without a frame
+constexpr Qt::MouseButtons DragButtons = Qt::MouseButtons(Qt::LeftButton) | Qt::MiddleButton;
+const QPointF Nowhere(-1, -1);
 
 } // namespace
 
-ImageView::ImageView(QWidget *parent) : QWidget(parent), m_regions(new RegionEditor(this)), m_cursor(nowhere)
+ImageView::ImageView(QWidget *parent) : QWidget(parent), m_regions(new RegionEditor(this)), m_cursor(Nowhere)
 {
     setObjectName(QStringLiteral("imageView"));
     setFocusPolicy(Qt::StrongFocus);
@@ -32,7 +32,7 @@ ImageView::ImageView(QWidget *parent) : QWidget(parent), m_regions(new RegionEdi
     setAttribute(Qt::WA_OpaquePaintEvent);
     m_clock.start();
     m_silence.setSingleShot(true);
-    m_silence.setInterval(silence);
+    m_silence.setInterval(Silence);
     connect(&m_silence, &QTimer::timeout, this, [this] {
         m_arrivals.clear();
         Q_EMIT statusChanged();
@@ -84,7 +84,7 @@ void ImageView::countFrame()
 {
     const qint64 now = m_clock.elapsed();
     m_arrivals.push_back(now);
-    while (m_arrivals.size() > 2 && m_arrivals.front() < now - rateWindow)
+    while (m_arrivals.size() > 2 && m_arrivals.front() < now - RateWindow)
         m_arrivals.pop_front();
     m_silence.start();
 }
@@ -124,7 +124,7 @@ void ImageView::setZoom(double zoom, const QPointF &anchor)
     const QRectF before = imageRect();
     const double oldScale = this->zoom() / devicePixelRatioF();
     const QPointF pixel = (anchor - before.topLeft()) / oldScale;
-    m_zoom = std::clamp(zoom, minimumZoom, maximumZoom);
+    m_zoom = std::clamp(zoom, MinimumZoom, MaximumZoom);
     m_fitted = false;
     m_centre = pixel + (QRectF(rect()).center() - anchor) / (m_zoom / devicePixelRatioF());
     keepInView();
@@ -157,17 +157,17 @@ void ImageView::zoomAroundCentre(double factor)
 
 void ImageView::zoomIn()
 {
-    zoomAroundCentre(zoomStep);
+    zoomAroundCentre(ZoomStep);
 }
 
 void ImageView::zoomOut()
 {
-    zoomAroundCentre(1 / zoomStep);
+    zoomAroundCentre(1 / ZoomStep);
 }
 
 QString ImageView::pixelText() const
 {
-    if (m_frame.isNull() || m_cursor == nowhere)
+    if (m_frame.isNull() || m_cursor == Nowhere)
         return QString();
     const QPointF position = (m_cursor - imageRect().topLeft()) * devicePixelRatioF() / zoom();
     const QPoint pixel(int(std::floor(position.x())), int(std::floor(position.y())));
@@ -186,11 +186,11 @@ QString ImageView::pixelText() const
 void ImageView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), backgroundColour);
+    painter.fillRect(rect(), BackgroundColour);
     paintContent(painter);
     if (!hasFocus())
         return;
-    painter.setPen(QPen(focusColour, 2));
+    painter.setPen(QPen(FocusColour, 2));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
@@ -198,7 +198,7 @@ void ImageView::paintEvent(QPaintEvent *)
 void ImageView::paintContent(QPainter &painter) const
 {
     if (imageSize().isEmpty()) {
-        painter.setPen(hintColour);
+        painter.setPen(HintColour);
         painter.drawText(rect().adjusted(24, 24, -24, -24), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
         return;
     }
@@ -223,13 +223,13 @@ void ImageView::wheelEvent(QWheelEvent *event)
 {
     if (event->angleDelta().y() == 0)
         return;
-    setZoom(zoom() * std::pow(zoomStep, event->angleDelta().y() / 120.0), event->position());
+    setZoom(zoom() * std::pow(ZoomStep, event->angleDelta().y() / 120.0), event->position());
     event->accept();
 }
 
 void ImageView::mousePressEvent(QMouseEvent *event)
 {
-    const bool isSole = (event->buttons() & dragButtons) == event->button();
+    const bool isSole = (event->buttons() & DragButtons) == event->button();
     if (!isSole || imageSize().isEmpty())
         return;
     m_cursor = event->localPos();
@@ -330,7 +330,7 @@ void ImageView::focusOutEvent(QFocusEvent *event)
 
 void ImageView::leaveEvent(QEvent *)
 {
-    m_cursor = nowhere;
+    m_cursor = Nowhere;
     Q_EMIT statusChanged();
 }
 

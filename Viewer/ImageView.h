@@ -21,8 +21,8 @@ class ImageView : public QWidget
     Q_OBJECT
 
 public:
-    static constexpr double minimumZoom = 1.0 / 32;
-    static constexpr double maximumZoom = 32;
+    static constexpr double MinimumZoom = 1.0 / 32;
+    static constexpr double MaximumZoom = 32;
 
     explicit ImageView(QWidget *parent = nullptr);
 

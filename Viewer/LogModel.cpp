@@ -7,7 +7,7 @@ void LogModel::append(const QDateTime &time, const QString &module, const QStrin
 {
     if (repeatLast(time, module, message))
         return;
-    if (int(m_lines.size()) >= maximumLines) {
+    if (int(m_lines.size()) >= MaximumLines) {
         beginRemoveRows(QModelIndex(), 0, 0);
         m_lines.pop_front();
         endRemoveRows();

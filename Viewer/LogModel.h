@@ -13,7 +13,7 @@ class LogModel : public QAbstractTableModel
 
 public:
     enum Column { TimeColumn, ModuleColumn, MessageColumn, ColumnCount };
-    static constexpr int maximumLines = 5000;
+    static constexpr int MaximumLines = 5000;
 
     using QAbstractTableModel::QAbstractTableModel;
 

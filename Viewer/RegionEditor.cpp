@@ -11,10 +11,10 @@
 
 namespace {
 
-constexpr int wideStep = 10; // pixels
-constexpr int measureRange = 0; ///< number of a laser profiler's region; others are masks
-const QColor rangeColour(96, 190, 255);
-const QColor maskColour(255, 170, 60);
+constexpr int WideStep = 10; // pixels
+constexpr int MeasureRange = 0; ///< number of a laser profiler's region; others are masks
+const QColor RangeColour(96, 190, 255);
+const QColor MaskColour(255, 170, 60);
 
 /// The way of an arrow key; null for other keys.
 QPoint arrowStep(int key)
@@ -150,8 +150,8 @@ bool RegionEditor::press(const QKeyEvent &event, const ImagePlacement &placement
     if (m_drag)
         return true;
     const bool resizes = event.modifiers().testFlag(Qt::ControlModifier);
-    const QPoint way = step * (event.modifiers().testFlag(Qt::ShiftModifier) ? wideStep : 1);
-    const RegionEdges part = resizes ? RightEdge | BottomEdge : regionBody;
+    const QPoint way = step * (event.modifiers().testFlag(Qt::ShiftModifier) ? WideStep : 1);
+    const RegionEdges part = resizes ? RightEdge | BottomEdge : RegionBody;
     m_regions->move(m_selected, draggedRegion(region(m_selected).area, part, way, placement.image));
     return true;
 }
@@ -173,8 +173,8 @@ void RegionEditor::paint(QPainter &painter, const ImagePlacement &placement, con
     std::stable_partition(all.begin(), all.end(), [this](const ImageRegion &one) { return one.handle != m_selected; });
     std::vector<PaintedRegion> painted;
     for (const ImageRegion &one : std::as_const(all)) {
-        const bool isMask = one.number.value_or(measureRange) != measureRange;
-        const QColor colour = !one.number ? QColor() : isMask ? maskColour : rangeColour;
+        const bool isMask = one.number.value_or(MeasureRange) != MeasureRange;
+        const QColor colour = !one.number ? QColor() : isMask ? MaskColour : RangeColour;
         painted.push_back(
             {placement.toView(one.area), labelOf(one), one.handle == m_selected, focused, colour, isMask});
     }
@@ -186,6 +186,6 @@ QString RegionEditor::labelOf(const ImageRegion &region)
     const QString size = QStringLiteral("%1 \u00d7 %2").arg(region.area.width()).arg(region.area.height());
     if (!region.number)
         return size;
-    return region.number == measureRange ? tr("Measure range: %1").arg(size)
+    return region.number == MeasureRange ? tr("Measure range: %1").arg(size)
                                          : tr("Mask %1: %2").arg(*region.number).arg(size);
 }

@@ -6,16 +6,16 @@
 
 namespace {
 
-constexpr double edgeReach = 7; ///< view pixels to both sides of an edge
-constexpr double gripSize = 9; ///< view pixels
-constexpr double labelRoom = 10; ///< between an edge, which may have a grip, and a label
+constexpr double EdgeReach = 7; ///< view pixels to both sides of an edge
+constexpr double GripSize = 9; ///< view pixels
+constexpr double LabelRoom = 10; ///< between an edge, which may have a grip, and a label
 
 enum class Side { Beside, Low, Inside, High };
 
 Side sideOf(double position, double low, double high)
 {
-    const double inner = std::min(edgeReach, (high - low) / 3);
-    if (position < low - edgeReach || position > high + edgeReach)
+    const double inner = std::min(EdgeReach, (high - low) / 3);
+    if (position < low - EdgeReach || position > high + EdgeReach)
         return Side::Beside;
     if (position < low + inner)
         return Side::Low;
@@ -68,14 +68,14 @@ RegionEdges regionPartAt(const QRectF &region, const QPointF &position)
     if (horizontal == Side::Beside || vertical == Side::Beside)
         return NoEdge;
     const RegionEdges edges = edgesOf(horizontal, LeftEdge, RightEdge) | edgesOf(vertical, TopEdge, BottomEdge);
-    return edges == NoEdge ? regionBody : edges;
+    return edges == NoEdge ? RegionBody : edges;
 }
 
 Qt::CursorShape regionCursor(RegionEdges part)
 {
     if (part == NoEdge)
         return Qt::ArrowCursor;
-    if (part == regionBody)
+    if (part == RegionBody)
         return Qt::SizeAllCursor;
     if (part == (LeftEdge | TopEdge) || part == (RightEdge | BottomEdge))
         return Qt::SizeFDiagCursor;
@@ -87,7 +87,7 @@ Qt::CursorShape regionCursor(RegionEdges part)
 std::vector<QRectF> regionGrips(const QRectF &region, const QRectF &view)
 {
     const QPointF middle = region.center();
-    const double half = gripSize / 2;
+    const double half = GripSize / 2;
     const auto inView = [half](double position, double low, double high) {
         return std::clamp(position, low + half, std::max(low + half, high - half));
     };
@@ -97,7 +97,7 @@ std::vector<QRectF> regionGrips(const QRectF &region, const QRectF &view)
             if (QPointF(x, y) == middle || !view.adjusted(-half, -half, half, half).contains(x, y))
                 continue;
             const QPointF centre(inView(x, view.left(), view.right()), inView(y, view.top(), view.bottom()));
-            grips.emplace_back(centre - QPointF(half, half), QSizeF(gripSize, gripSize));
+            grips.emplace_back(centre - QPointF(half, half), QSizeF(GripSize, GripSize));
         }
     }
     return grips;
@@ -106,8 +106,8 @@ std::vector<QRectF> regionGrips(const QRectF &region, const QRectF &view)
 /// Above the region, inside, below, beside, and else further down.
 QRectF labelPlace(const QSizeF &size, const QRectF &region, const QRectF &view, const std::vector<QRectF> &taken)
 {
-    const QPointF inside(std::max(region.left(), view.left()) + labelRoom,
-                         std::max(region.top(), view.top()) + labelRoom);
+    const QPointF inside(std::max(region.left(), view.left()) + LabelRoom,
+                         std::max(region.top(), view.top()) + LabelRoom);
     const auto isTaken = [&](const QRectF &place) {
         return std::any_of(taken.begin(), taken.end(), [&](const QRectF &other) { return other.intersects(place); });
     };
@@ -116,8 +116,8 @@ QRectF labelPlace(const QSizeF &size, const QRectF &region, const QRectF &view, 
         return QRectF(QPointF(x, corner.y()), size);
     };
     for (const QPointF &corner :
-         {QPointF(region.left(), region.top() - labelRoom - size.height()), inside,
-          QPointF(region.left(), region.bottom() + labelRoom), QPointF(region.right() + labelRoom, region.top())}) {
+         {QPointF(region.left(), region.top() - LabelRoom - size.height()), inside,
+          QPointF(region.left(), region.bottom() + LabelRoom), QPointF(region.right() + LabelRoom, region.top())}) {
         if (view.contains(placeAt(corner)) && !isTaken(placeAt(corner)))
             return placeAt(corner);
     }

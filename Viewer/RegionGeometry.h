@@ -28,7 +28,7 @@ enum RegionEdge { NoEdge = 0, LeftEdge = 1, TopEdge = 2, RightEdge = 4, BottomEd
 Q_DECLARE_FLAGS(RegionEdges, RegionEdge)
 Q_DECLARE_OPERATORS_FOR_FLAGS(RegionEdges)
 
-constexpr RegionEdges regionBody = RegionEdges(LeftEdge) | TopEdge | RightEdge | BottomEdge;
+constexpr RegionEdges RegionBody = RegionEdges(LeftEdge) | TopEdge | RightEdge | BottomEdge;
 
 /// The part of a region shown at `region` that is under `position` (view coordinates); none when it is beside it.
 /// Edges reach some pixels to both sides; inside at most a third of the region, so that a small one keeps a body.

@@ -11,18 +11,18 @@
 
 namespace {
 
-const QColor darkColour(20, 21, 22, 220);
-const QColor brightColour(255, 255, 255);
-const QColor focusColour(79, 214, 156);
-const QColor plateColour(38, 40, 42);
-const QColor gridColour(54, 57, 60);
-const QColor borderColour(120, 123, 126);
-const QColor hintColour(196, 198, 200);
-constexpr double lineRoom = 2; ///< half of the widest line
-constexpr double labelMargin = 5;
-constexpr double hintMargin = 24;
-constexpr int gridCells = 8;
-constexpr int hatchAlpha = 110;
+const QColor DarkColour(20, 21, 22, 220);
+const QColor BrightColour(255, 255, 255);
+const QColor FocusColour(79, 214, 156);
+const QColor PlateColour(38, 40, 42);
+const QColor GridColour(54, 57, 60);
+const QColor BorderColour(120, 123, 126);
+const QColor HintColour(196, 198, 200);
+constexpr double LineRoom = 2; ///< half of the widest line
+constexpr double LabelMargin = 5;
+constexpr double HintMargin = 24;
+constexpr int GridCells = 8;
+constexpr int HatchAlpha = 110;
 
 QPen line(const QColor &colour, double width)
 {
@@ -34,7 +34,7 @@ QPen line(const QColor &colour, double width)
 /// Along a border of the view a line lies just inside, where it is seen whole.
 double inside(double edge, double border, double inward)
 {
-    return std::abs(edge - border) < lineRoom ? border + inward * lineRoom : edge;
+    return std::abs(edge - border) < LineRoom ? border + inward * LineRoom : edge;
 }
 
 QRectF seenOutline(const QRectF &outline, const QRectF &view)
@@ -48,20 +48,20 @@ QRectF seenOutline(const QRectF &outline, const QRectF &view)
 void paintLabel(QPainter &painter, const PaintedRegion &region, const QRectF &view, std::vector<QRectF> &taken)
 {
     const QFontMetricsF metrics(painter.font());
-    const QSizeF size(metrics.horizontalAdvance(region.label) + 2 * labelMargin, metrics.height() + labelMargin);
+    const QSizeF size(metrics.horizontalAdvance(region.label) + 2 * LabelMargin, metrics.height() + LabelMargin);
     const QRectF place = labelPlace(size, region.outline, view, taken);
     taken.push_back(place);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(darkColour);
+    painter.setBrush(DarkColour);
     painter.drawRoundedRect(place, 3, 3);
-    painter.setPen(region.colour.isValid() ? region.colour : brightColour);
+    painter.setPen(region.colour.isValid() ? region.colour : BrightColour);
     painter.drawText(place, Qt::AlignCenter, region.label);
 }
 
 void paintGrips(QPainter &painter, const PaintedRegion &region, const QRectF &view)
 {
-    painter.setPen(line(darkColour, 1));
-    painter.setBrush(region.focused ? focusColour : brightColour);
+    painter.setPen(line(DarkColour, 1));
+    painter.setBrush(region.focused ? FocusColour : BrightColour);
     for (const QRectF &grip : regionGrips(region.outline, view))
         painter.drawRect(grip);
 }
@@ -70,14 +70,14 @@ QColor lineColour(const PaintedRegion &region)
 {
     if (region.colour.isValid())
         return region.colour;
-    return region.selected && region.focused ? focusColour : brightColour;
+    return region.selected && region.focused ? FocusColour : BrightColour;
 }
 
 /// Thin enough to see what lies below.
 QBrush filling(const PaintedRegion &region)
 {
     QColor colour = region.colour;
-    colour.setAlpha(hatchAlpha);
+    colour.setAlpha(HatchAlpha);
     return region.hatched ? QBrush(colour, Qt::BDiagPattern) : QBrush(Qt::NoBrush);
 }
 
@@ -85,7 +85,7 @@ void paintOutline(QPainter &painter, const PaintedRegion &region, const QRectF &
 {
     const QRectF outline = seenOutline(region.outline, view);
     painter.setBrush(filling(region));
-    painter.setPen(line(darkColour, 4));
+    painter.setPen(line(DarkColour, 4));
     painter.drawRect(outline);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(line(lineColour(region), 2));
@@ -118,14 +118,14 @@ void paintRegions(QPainter &painter, std::vector<PaintedRegion> regions, const Q
 void paintPlate(QPainter &painter, const QRectF &plate)
 {
     painter.save();
-    painter.fillRect(plate, plateColour);
-    painter.setPen(line(gridColour, 1));
-    for (int cell = 1; cell < gridCells; ++cell) {
-        const QPointF step(plate.width() * cell / gridCells, plate.height() * cell / gridCells);
+    painter.fillRect(plate, PlateColour);
+    painter.setPen(line(GridColour, 1));
+    for (int cell = 1; cell < GridCells; ++cell) {
+        const QPointF step(plate.width() * cell / GridCells, plate.height() * cell / GridCells);
         painter.drawLine(plate.topLeft() + QPointF(step.x(), 0), plate.bottomLeft() + QPointF(step.x(), 0));
         painter.drawLine(plate.topLeft() + QPointF(0, step.y()), plate.topRight() + QPointF(0, step.y()));
     }
-    painter.setPen(line(borderColour, 1));
+    painter.setPen(line(BorderColour, 1));
     painter.drawRect(plate.adjusted(0.5, 0.5, -0.5, -0.5));
     painter.restore();
 }
@@ -137,14 +137,14 @@ void paintHint(QPainter &painter, const QString &hint, const QRectF &plate, cons
         return;
     painter.save();
     const int flags = Qt::AlignHCenter | Qt::AlignBottom | Qt::TextWordWrap;
-    QRectF room = view.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
-    if (painter.boundingRect(room, flags, hint).top() < plate.bottom() + hintMargin)
-        room.moveBottom(std::min(room.bottom(), plate.bottom() - hintMargin));
+    QRectF room = view.adjusted(HintMargin, HintMargin, -HintMargin, -HintMargin);
+    if (painter.boundingRect(room, flags, hint).top() < plate.bottom() + HintMargin)
+        room.moveBottom(std::min(room.bottom(), plate.bottom() - HintMargin));
     const QRectF text = painter.boundingRect(room, flags, hint);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(darkColour);
-    painter.drawRoundedRect(text.adjusted(-labelMargin, -labelMargin, labelMargin, labelMargin), 3, 3);
-    painter.setPen(hintColour);
+    painter.setBrush(DarkColour);
+    painter.drawRoundedRect(text.adjusted(-LabelMargin, -LabelMargin, LabelMargin, LabelMargin), 3, 3);
+    painter.setPen(HintColour);
     painter.drawText(room, flags, hint);
     painter.restore();
 }

@@ -21,7 +21,7 @@ struct MenuSpec
     const char *title;
 };
 
-constexpr MenuSpec menus[] = {
+constexpr MenuSpec Menus[] = {
     {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&Device")},
     {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&View")},
     {ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Default Panel &Mode")},
@@ -50,7 +50,7 @@ struct CommandSpec
     const char *tip;
 };
 
-constexpr CommandSpec commands[] = {
+constexpr CommandSpec Commands[] = {
     {Command::Refresh, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Refresh Devices"), "F5", Glyph::Refresh,
      InToolBar, QT_TRANSLATE_NOOP("ViewerCommands", "Search the network and the USB ports for cameras")},
     {Command::OpenFile, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Open Description &File..."), "Ctrl+O",
@@ -111,8 +111,8 @@ ViewerCommands::ViewerCommands(QMenuBar *menuBar, QToolBar *toolBar) : QObject(m
 
 void ViewerCommands::addMenus(QMenuBar *menuBar)
 {
-    for (int row = 0; row < int(std::size(menus)); ++row) {
-        const int parent = menus[row].parent;
+    for (int row = 0; row < int(std::size(Menus)); ++row) {
+        const int parent = Menus[row].parent;
         m_menus[row] = parent < 0 ? menuBar->addMenu(QString()) : new QMenu(m_menus[parent]);
         m_menus[row]->setToolTipsVisible(true);
     }
@@ -120,14 +120,14 @@ void ViewerCommands::addMenus(QMenuBar *menuBar)
 
 void ViewerCommands::addActions(QToolBar *toolBar)
 {
-    for (int row = 0; row < int(std::size(commands)); ++row)
+    for (int row = 0; row < int(std::size(Commands)); ++row)
         addAction(row, toolBar);
     m_menus[ViewMenu]->addMenu(m_menus[DefaultModeMenu]);
 }
 
 void ViewerCommands::addAction(int row, QToolBar *toolBar)
 {
-    const CommandSpec &spec = commands[row];
+    const CommandSpec &spec = Commands[row];
     QMenu *menu = m_menus[spec.menu];
     if (spec.traits & Separated) {
         menu->addSeparator();
@@ -151,7 +151,7 @@ void ViewerCommands::addAction(int row, QToolBar *toolBar)
 QList<QAction *> ViewerCommands::deviceActions() const
 {
     QList<QAction *> result;
-    for (const CommandSpec &spec : commands) {
+    for (const CommandSpec &spec : Commands) {
         if (spec.traits & OfDevice)
             result << action(spec.command);
     }
@@ -166,9 +166,9 @@ void ViewerCommands::addViewToggles(const QList<QAction *> &toggles)
 
 void ViewerCommands::retranslate()
 {
-    for (int row = 0; row < int(std::size(menus)); ++row)
-        m_menus[row]->setTitle(tr(menus[row].title));
-    for (const CommandSpec &spec : commands) {
+    for (int row = 0; row < int(std::size(Menus)); ++row)
+        m_menus[row]->setTitle(tr(Menus[row].title));
+    for (const CommandSpec &spec : Commands) {
         QAction *entry = action(spec.command);
         entry->setText(spec.traits & Untranslated ? QString::fromUtf8(spec.text) : tr(spec.text));
         const QString tip = translated(spec.tip);

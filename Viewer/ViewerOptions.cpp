@@ -15,7 +15,7 @@ struct OptionSpec
     bool ViewerOptions::*flag;
 };
 
-const OptionSpec specs[] = {
+const OptionSpec Specs[] = {
     {"genicam", "FILE", "Open the GenICam camera description FILE (XML or ZIP) without a camera.",
      &ViewerOptions::description, nullptr},
     {"device", "ID", "Open the device ID at the start.", &ViewerOptions::device, nullptr},
@@ -32,7 +32,7 @@ const OptionSpec specs[] = {
 void addOptions(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(QStringLiteral("Shows and edits the features of GenICam cameras."));
-    for (const OptionSpec &spec : specs) {
+    for (const OptionSpec &spec : Specs) {
         const QStringList names = spec.flag == &ViewerOptions::help
             ? QStringList({QStringLiteral("h"), QStringLiteral("help")})
             : QStringList(QLatin1String(spec.name));
@@ -62,7 +62,7 @@ ViewerOptions ViewerOptions::parse(const QStringList &arguments)
         result.error = parser.errorText();
     else if (!parser.positionalArguments().isEmpty())
         result.error = QStringLiteral("Unexpected argument \"%1\".").arg(parser.positionalArguments().first());
-    for (const OptionSpec &spec : specs) {
+    for (const OptionSpec &spec : Specs) {
         const QString name = QLatin1String(spec.name);
         if (spec.flag)
             result.*spec.flag = parser.isSet(name);

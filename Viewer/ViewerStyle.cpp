@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr char styleSheet[] = "QToolBar { border: none; border-bottom: 1px solid #d8d8d8; padding: 3px; spacing: 2px; }"
+constexpr char StyleSheet[] = "QToolBar { border: none; border-bottom: 1px solid #d8d8d8; padding: 3px; spacing: 2px; }"
                               "QMainWindow::separator { background: #e1e1e1; width: 4px; height: 4px; }"
                               "QDockWidget::title { background: #e1e1e1; padding: 6px 8px; }"
                               "QAbstractItemView { outline: 0; }"
@@ -45,5 +45,5 @@ void applyViewerStyle(QApplication &application)
     QFont font = QApplication::font();
     font.setFamilies({font.family(), QStringLiteral("Noto Sans CJK SC")});
     QApplication::setFont(font);
-    application.setStyleSheet(QLatin1String(styleSheet));
+    application.setStyleSheet(QLatin1String(StyleSheet));
 }

@@ -31,21 +31,21 @@
 
 namespace {
 
-constexpr int panelMinimumWidth = 320;
-constexpr int panelMinimumHeight = 420;
-constexpr int panelWidth = 500;
-constexpr int deviceListWidth = 270;
-constexpr int logHeight = 150;
-constexpr int imageShare = 600; ///< of the height, beside that of the sensor's view
-constexpr int sensorShare = 400;
+constexpr int PanelMinimumWidth = 320;
+constexpr int PanelMinimumHeight = 420;
+constexpr int PanelWidth = 500;
+constexpr int DeviceListWidth = 270;
+constexpr int LogHeight = 150;
+constexpr int ImageShare = 600; ///< of the height, beside that of the sensor's view
+constexpr int SensorShare = 400;
 /// Cameras of these types get the pages of laser profilers.
-constexpr const char *profilerTypeCodes = "profilerTypeCodes";
-const QStringList profilerTypes{QStringLiteral("5")};
+constexpr const char *ProfilerTypeCodes = "profilerTypeCodes";
+const QStringList ProfilerTypes{QStringLiteral("5")};
 /// These get the pages of structured-light cameras.
-constexpr const char *structuredLightTypeCodes = "structuredLightTypeCodes";
-const QStringList structuredLightTypes{QStringLiteral("1")};
-const QString geometryKey = QStringLiteral("Viewer/geometry");
-const QString layoutKey = QStringLiteral("Viewer/layout");
+constexpr const char *StructuredLightTypeCodes = "structuredLightTypeCodes";
+const QStringList StructuredLightTypes{QStringLiteral("1")};
+const QString GeometryKey = QStringLiteral("Viewer/geometry");
+const QString LayoutKey = QStringLiteral("Viewer/layout");
 
 } // namespace
 
@@ -58,8 +58,8 @@ ViewerWindow::ViewerWindow(HostContext &context)
     setWindowIcon(glyphIcon(Glyph::Camera));
     buildViews();
     m_image->setPixelReader([this](const QPoint &pixel) { return m_heights->textAt(currentId(), pixel); });
-    m_panel->setProperty(profilerTypeCodes, profilerTypes);
-    m_panel->setProperty(structuredLightTypeCodes, structuredLightTypes);
+    m_panel->setProperty(ProfilerTypeCodes, ProfilerTypes);
+    m_panel->setProperty(StructuredLightTypeCodes, StructuredLightTypes);
     statusBar()->addPermanentWidget(m_status);
     buildDocks();
     buildCommands();
@@ -83,7 +83,7 @@ void ViewerWindow::buildViews()
     views->setChildrenCollapsible(false);
     views->addWidget(m_image);
     views->addWidget(m_sensor);
-    views->setSizes({imageShare, sensorShare});
+    views->setSizes({ImageShare, SensorShare});
     m_sensor->setObjectName(QStringLiteral("sensorView"));
     m_sensor->hide();
     setCentralWidget(views);
@@ -104,7 +104,7 @@ void ViewerWindow::buildDocks()
     m_deviceDock = addDock(QStringLiteral("deviceDock"), Qt::LeftDockWidgetArea, m_devices);
     m_panelDock = addDock(QStringLiteral("panelDock"), Qt::RightDockWidgetArea, m_panel);
     m_logDock = addDock(QStringLiteral("logDock"), Qt::BottomDockWidgetArea, m_log);
-    m_panel->setMinimumSize(panelMinimumWidth, panelMinimumHeight);
+    m_panel->setMinimumSize(PanelMinimumWidth, PanelMinimumHeight);
     m_devices->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_devices, &QWidget::customContextMenuRequested, this, &ViewerWindow::showDeviceMenu);
     connect(m_devices, &DeviceTree::stepRequested, this, &ViewerWindow::takeNextStep);
@@ -466,15 +466,15 @@ void ViewerWindow::changeEvent(QEvent *event)
 void ViewerWindow::restoreLayout()
 {
     resize(1280, 800);
-    resizeDocks({m_deviceDock, m_panelDock}, {deviceListWidth, panelWidth}, Qt::Horizontal);
-    resizeDocks({m_logDock}, {logHeight}, Qt::Vertical);
-    restoreGeometry(m_context.settings().value(geometryKey).toByteArray());
-    restoreState(m_context.settings().value(layoutKey).toByteArray());
+    resizeDocks({m_deviceDock, m_panelDock}, {DeviceListWidth, PanelWidth}, Qt::Horizontal);
+    resizeDocks({m_logDock}, {LogHeight}, Qt::Vertical);
+    restoreGeometry(m_context.settings().value(GeometryKey).toByteArray());
+    restoreState(m_context.settings().value(LayoutKey).toByteArray());
 }
 
 void ViewerWindow::closeEvent(QCloseEvent *event)
 {
-    m_context.settings().setValue(geometryKey, saveGeometry());
-    m_context.settings().setValue(layoutKey, saveState());
+    m_context.settings().setValue(GeometryKey, saveGeometry());
+    m_context.settings().setValue(LayoutKey, saveState());
     QMainWindow::closeEvent(event);
 }

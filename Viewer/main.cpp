@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int usageError = 2;
+constexpr int UsageError = 2;
 
 int print(const QString &text, FILE *stream, int result)
 {
@@ -69,7 +69,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("paramter-viewer"));
     QApplication::setApplicationVersion(QStringLiteral(PARAMTERWND_VERSION));
     if (!options.error.isEmpty())
-        return print(options.error, stderr, usageError);
+        return print(options.error, stderr, UsageError);
     if (options.help)
         return print(ViewerOptions::helpText(), stdout, 0);
     if (options.version)

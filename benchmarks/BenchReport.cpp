@@ -20,14 +20,14 @@ std::string withUnit(double value, const std::string &unit)
 }
 
 #ifdef __clang__
-constexpr const char *compiler = __VERSION__;
+constexpr const char *Compiler = __VERSION__;
 #else
-constexpr const char *compiler = "GCC " __VERSION__;
+constexpr const char *Compiler = "GCC " __VERSION__;
 #endif
 
 std::string machine()
 {
-    return std::to_string(std::thread::hardware_concurrency()) + " cores, " + compiler;
+    return std::to_string(std::thread::hardware_concurrency()) + " cores, " + Compiler;
 }
 
 } // namespace

@@ -11,14 +11,14 @@
 
 namespace {
 
-constexpr int repeats = 25;
-constexpr size_t megabyte = 1000000;
-constexpr int featuresPerBlock = 20;
+constexpr int Repeats = 25;
+constexpr size_t Megabyte = 1000000;
+constexpr int FeaturesPerBlock = 20;
 
 std::string descriptionOfOneMegabyte()
 {
-    const int features = static_cast<int>(megabyte / (makeDescription(1000).xml.size() / 1000));
-    return makeDescription((features / featuresPerBlock + 1) * featuresPerBlock).xml;
+    const int features = static_cast<int>(Megabyte / (makeDescription(1000).xml.size() / 1000));
+    return makeDescription((features / FeaturesPerBlock + 1) * FeaturesPerBlock).xml;
 }
 
 double loadingTime(const std::string &xml)
@@ -41,8 +41,8 @@ double parsingTime(const std::string &xml)
 void addLoading(BenchReport &report)
 {
     const std::string xml = descriptionOfOneMegabyte();
-    const double loading = fastestOf(repeats, [&] { return loadingTime(xml); });
-    const double parsing = fastestOf(repeats, [&] { return parsingTime(xml); });
+    const double loading = fastestOf(Repeats, [&] { return loadingTime(xml); });
+    const double parsing = fastestOf(Repeats, [&] { return parsingTime(xml); });
     report.add("loading a description of " + std::to_string(xml.size() / 1000) + " kB", loading, "ms", 45);
     report.add("pugixml alone on the same text", parsing, "ms");
     report.add("loading / pugixml alone", loading / parsing, "x", 3);
@@ -56,10 +56,10 @@ void addReading(BenchReport &report, int features, bool hasTarget)
     const double first = milliseconds([&] { device.readAllFeatures(); });
     report.add(what + " the first time", first, "ms");
     report.add(what + " the first time, port reads per cachable register",
-               double(device.port().reads - unsigned(features / featuresPerBlock)) / device.cachableRegisters(), "");
+               double(device.port().reads - unsigned(features / FeaturesPerBlock)) / device.cachableRegisters(), "");
     device.port().resetCounters();
-    const double second = fastestOf(repeats, [&] { return milliseconds([&] { device.readAllFeatures(); }); });
-    const double needless = double(device.port().reads) / repeats - features / featuresPerBlock;
+    const double second = fastestOf(Repeats, [&] { return milliseconds([&] { device.readAllFeatures(); }); });
+    const double needless = double(device.port().reads) / Repeats - features / FeaturesPerBlock;
     if (!hasTarget)
         return report.add(what + " again", second, "ms");
     report.add(what + " again", second, "ms", 1.5);

@@ -20,11 +20,11 @@
 
 namespace {
 
-const char *const deviceKey = "bench";
-constexpr int repeats = 15;
-constexpr int moves = 200;
-constexpr int firstTab = 0;
-constexpr int lastTab = 2;
+const char *const DeviceKey = "bench";
+constexpr int Repeats = 15;
+constexpr int Moves = 200;
+constexpr int FirstTab = 0;
+constexpr int LastTab = 2;
 
 /// The panel of a camera with every feature of the curated pages.
 class CuratedPages
@@ -33,10 +33,10 @@ public:
     explicit CuratedPages(PageSet pageSet = PageSet::AreaScan, const CuratedFeatures &features = {}) : camera(features)
     {
         host.reset();
-        host.setNodeMap(HostCore::FOCUS_CAMERA, deviceKey, camera.map);
+        host.setNodeMap(HostCore::FOCUS_CAMERA, DeviceKey, camera.map);
         for (const auto &[feature, text] : {std::pair("Width", "1280"), std::pair("Height", "1024"),
                                             std::pair("ExposureAuto", "Off"), std::pair("ExposureTime", "5000")})
-            host.setNodeValue(deviceKey, feature, text);
+            host.setNodeValue(DeviceKey, feature, text);
         camera.port.resetCounters();
         panel.setAreaScan(true);
         panel.setPageSet(pageSet);
@@ -55,7 +55,7 @@ public:
     /// Opens the panel with one of its inner tabs and forgets what that took.
     void show(int tab)
     {
-        panel.initUI(QString::fromLatin1(deviceKey));
+        panel.initUI(QString::fromLatin1(DeviceKey));
         panel.retranslate(0);
         panel.resize(500, 800);
         panel.findChild<QTabWidget *>(QStringLiteral("tabWidget"))->setCurrentIndex(tab);
@@ -92,14 +92,14 @@ struct ModeSwitch
     int tab;
 };
 
-constexpr ModeSwitch modeSwitches[] = {
+constexpr ModeSwitch ModeSwitches[] = {
     {"FrameTriggerMode", 1, 0, 20, 0}, {"FrameTriggerMode", 0, 1, 10, 0}, {"TriggerSource", 0, 1, 20, 0},
     {"TriggerMode", 1, 0, 20, 0},      {"TriggerMode", 0, 1, 20, 0},      {"AcqDataSource", 0, 1, 0, 0},
     {"BatchTransmitMode", 0, 2, 0, 0}, {"LaserAdjustMode", 1, 0, 0, 2},   {"LaserAdjustMode", 0, 1, 0, 2},
 };
 
 /// Of opening the profiler's pages for a device with external frame triggers and an encoder, ms.
-constexpr int openingPauses = 60;
+constexpr int OpeningPauses = 60;
 
 /// The time of an action and of the repaint that follows.
 template <class Action>
@@ -113,7 +113,7 @@ double shownTime(const Action &action)
 
 void addBuilding(BenchReport &report)
 {
-    const double building = fastestOf(repeats, [] {
+    const double building = fastestOf(Repeats, [] {
         CuratedPages pages;
         return milliseconds([&] { pages.build(); });
     });
@@ -132,7 +132,7 @@ void addBuilding(BenchReport &report)
 void addWriting(BenchReport &report)
 {
     CuratedPages pages;
-    pages.show(firstTab);
+    pages.show(FirstTab);
     auto *const gain = pages.editor<QDoubleSpinBox>("Gain");
     gain->setFocus();
     const auto write = [&] {
@@ -142,7 +142,7 @@ void addWriting(BenchReport &report)
             Q_EMIT gain->editingFinished();
         });
     };
-    report.add("one write in a row, with the refresh of its group and the repaint", fastestOf(repeats, write), "ms");
+    report.add("one write in a row, with the refresh of its group and the repaint", fastestOf(Repeats, write), "ms");
     report.add("port writes of one write in a row", pages.camera.port.writes, "writes", 1);
     report.add("port reads of one write in a row", pages.camera.port.reads, "reads", 1);
 }
@@ -150,14 +150,14 @@ void addWriting(BenchReport &report)
 void addLiveRefresh(BenchReport &report)
 {
     CuratedPages pages;
-    pages.show(firstTab);
+    pages.show(FirstTab);
     int exposureTime = 5000;
     const auto tick = [&] {
-        pages.host.setNodeValue(deviceKey, "ExposureTime", std::to_string(++exposureTime));
+        pages.host.setNodeValue(DeviceKey, "ExposureTime", std::to_string(++exposureTime));
         pages.host.clearCalls();
         return shownTime([&] { pages.panel.onRealUpdateTimerTimeout(); });
     };
-    const double time = fastestOf(repeats, tick);
+    const double time = fastestOf(Repeats, tick);
     report.add("one tick of the live refresh, with the repaint", time, "ms", 2);
     report.add("reads by name of one tick", pages.calls("GetCameraNodeValue"), "reads", 2);
 }
@@ -165,16 +165,16 @@ void addLiveRefresh(BenchReport &report)
 void addDrawing(BenchReport &report)
 {
     CuratedPages pages;
-    pages.show(lastTab);
+    pages.show(LastTab);
     pages.editor<QPushButton>("DrawRoi")->click();
     QCoreApplication::processEvents();
     pages.host.clearCalls();
     pages.camera.port.resetCounters();
     double slowest = 0;
-    for (int i = 1; i <= moves; ++i) {
+    for (int i = 1; i <= Moves; ++i) {
         slowest = std::max(slowest, shownTime([&] { pages.panel.setDrawRoiPos(i, i, i + 640, i + 480); }));
     }
-    report.add("the slowest of " + std::to_string(moves) + " moves of the drawn region, with the repaint", slowest,
+    report.add("the slowest of " + std::to_string(Moves) + " moves of the drawn region, with the repaint", slowest,
                "ms", 4);
     report.add("calls to the host of these moves", double(pages.host.calls().size()), "calls", 0);
     report.add("port accesses of these moves", double(pages.camera.port.accesses.size()), "accesses", 0);
@@ -182,18 +182,18 @@ void addDrawing(BenchReport &report)
 
 void addProfiler(BenchReport &report)
 {
-    const double opening = fastestOf(repeats, [] {
+    const double opening = fastestOf(Repeats, [] {
         CuratedPages pages(PageSet::Profiler, profilerFeatures());
-        return milliseconds([&] { pages.panel.initUI(QString::fromLatin1(deviceKey)); });
+        return milliseconds([&] { pages.panel.initUI(QString::fromLatin1(DeviceKey)); });
     });
-    report.add("opening a laser profiler's panel, beyond its pauses of " + std::to_string(openingPauses) + " ms",
-               opening - openingPauses, "ms", 80);
-    for (const ModeSwitch &mode : modeSwitches) {
+    report.add("opening a laser profiler's panel, beyond its pauses of " + std::to_string(OpeningPauses) + " ms",
+               opening - OpeningPauses, "ms", 80);
+    for (const ModeSwitch &mode : ModeSwitches) {
         CuratedPages pages(PageSet::Profiler, profilerFeatures());
         pages.show(mode.tab);
         pages.panel.resize(500, 1400); // every row is in view
         auto *const list = pages.editor<QComboBox>(mode.row);
-        const double time = fastestOf(repeats, [&] {
+        const double time = fastestOf(Repeats, [&] {
             list->setCurrentIndex(mode.before);
             QCoreApplication::processEvents();
             return shownTime([&] { list->setCurrentIndex(mode.entry); });
@@ -207,16 +207,16 @@ void addProfiler(BenchReport &report)
 
 void addStructuredLight(BenchReport &report)
 {
-    const double opening = fastestOf(repeats, [] {
+    const double opening = fastestOf(Repeats, [] {
         CuratedPages pages(PageSet::StructuredLight, structuredLightFeatures());
-        return milliseconds([&] { pages.panel.initUI(QString::fromLatin1(deviceKey)); });
+        return milliseconds([&] { pages.panel.initUI(QString::fromLatin1(DeviceKey)); });
     });
     report.add("opening a structured-light camera's panel", opening, "ms", 40);
     CuratedPages pages(PageSet::StructuredLight, structuredLightFeatures());
-    pages.show(firstTab);
+    pages.show(FirstTab);
     auto *const outputs = pages.editor<CComboBox>("2D Acquisition Output");
     const QModelIndex first = outputs->model()->index(1, 0);
-    const double ticking = fastestOf(repeats, [&] { return shownTime([&] { outputs->onListViewClicked(first); }); });
+    const double ticking = fastestOf(Repeats, [&] { return shownTime([&] { outputs->onListViewClicked(first); }); });
     report.add("ticking one of its images, with the repaint", ticking, "ms", 5);
     pages.host.clearCalls();
     const double reading = fastestOf(1, [&] { return shownTime([&] { pages.panel.updateWidget(true); }); });

@@ -22,9 +22,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const char *const deviceKey = "bench";
-constexpr int repeats = 15;
-constexpr int rowsInView = 30;
+const char *const DeviceKey = "bench";
+constexpr int Repeats = 15;
+constexpr int RowsInView = 30;
 
 // The panel of a made-up camera, as its manager makes it.
 class OpenedPanel
@@ -33,10 +33,10 @@ public:
     explicit OpenedPanel(BenchDevice &device) : m_panel(std::make_unique<ParamterWidget>())
     {
         FakeHostCore::instance().reset();
-        FakeHostCore::instance().setNodeMap(HostCore::FOCUS_CAMERA, deviceKey, device.nodeMap());
+        FakeHostCore::instance().setNodeMap(HostCore::FOCUS_CAMERA, DeviceKey, device.nodeMap());
         FakeHostCore::instance().setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "2"); // Guru: every row
         m_panel->setAreaScan(true);
-        m_openingTime = milliseconds([&] { m_panel->initUI(QString::fromLatin1(deviceKey)); });
+        m_openingTime = milliseconds([&] { m_panel->initUI(QString::fromLatin1(DeviceKey)); });
     }
     ~OpenedPanel() { m_panel->setParamterViewDisable(); }
 
@@ -53,9 +53,9 @@ public:
         m_panel->resize(600, 1600);
         m_panel->show();
         const int rowHeight = tree()->visualRect(tree()->model()->index(0, 0)).height();
-        tree()->setFixedHeight(rowsInView * rowHeight + tree()->height() - tree()->viewport()->height());
+        tree()->setFixedHeight(RowsInView * rowHeight + tree()->height() - tree()->viewport()->height());
         QCoreApplication::processEvents();
-        if (shownRows() != rowsInView)
+        if (shownRows() != RowsInView)
             throw std::runtime_error(std::to_string(shownRows()) + " rows are in view");
     }
 
@@ -91,10 +91,10 @@ double readingTime(int features, std::chrono::microseconds latency = {})
 
 void addOpening(BenchReport &report)
 {
-    const double small = fastestOf(repeats, [] { return openingTime(100); });
-    const double usual = fastestOf(repeats, [] { return openingTime(1000); });
-    const double large = fastestOf(repeats, [] { return openingTime(5000); });
-    const double reading = fastestOf(repeats, [] { return readingTime(1000); });
+    const double small = fastestOf(Repeats, [] { return openingTime(100); });
+    const double usual = fastestOf(Repeats, [] { return openingTime(1000); });
+    const double large = fastestOf(Repeats, [] { return openingTime(5000); });
+    const double reading = fastestOf(Repeats, [] { return readingTime(1000); });
     report.add(named("opening a panel", 100), small, "ms");
     report.add(named("opening a panel", 1000), usual, "ms", 60);
     report.add(named("opening / reading every value once", 1000), usual / reading, "x", 2);
@@ -115,7 +115,7 @@ void addOpeningReads(BenchReport &report)
     report.add(named("most reads of one availability register while opening", 1000), device.mostGateReads(), "reads");
 }
 
-constexpr const char *typed[] = {"f", "fr", "fra", "fram", "frame", "frameR", "frame", "fram", "fra", "fr", "f", ""};
+constexpr const char *Typed[] = {"f", "fr", "fra", "fram", "frame", "frameR", "frame", "fram", "fra", "fr", "f", ""};
 
 // The time that each of the keystrokes takes in a panel that has just been opened, with the repaint.
 std::vector<double> typingTimes(BenchDevice &device, unsigned &gateReads)
@@ -123,7 +123,7 @@ std::vector<double> typingTimes(BenchDevice &device, unsigned &gateReads)
     OpenedPanel panel(device);
     panel.showTree();
     std::vector<double> times;
-    for (const char *text : typed) {
+    for (const char *text : Typed) {
         device.port().resetCounters();
         const double pass = milliseconds([&] { panel.searchField()->setText(QString::fromLatin1(text)); });
         gateReads = std::max(gateReads, device.mostGateReads());
@@ -137,7 +137,7 @@ void addSearching(BenchReport &report)
     BenchDevice device(1000);
     unsigned gateReads = 0;
     std::vector<double> times = typingTimes(device, gateReads);
-    for (int i = 1; i < repeats; ++i) {
+    for (int i = 1; i < Repeats; ++i) {
         const std::vector<double> more = typingTimes(device, gateReads);
         std::transform(times.begin(), times.end(), more.begin(), times.begin(),
                        [](double one, double other) { return std::min(one, other); });
@@ -166,12 +166,12 @@ void addRepainting(BenchReport &report)
     QWidget *const viewport = panel.tree()->viewport();
     viewport->repaint();
     device.port().resetCounters();
-    const double time = fastestOf(repeats, [&] { return milliseconds([&] { viewport->repaint(); }); });
+    const double time = fastestOf(Repeats, [&] { return milliseconds([&] { viewport->repaint(); }); });
     // Among the 30 rows is one whose register is not cachable, a temperature.
-    const double cachable = double(device.cachableReads()) / repeats;
+    const double cachable = double(device.cachableReads()) / Repeats;
     report.add("one repaint of 30 rows", time, "ms");
     report.add("reads of what can be cached per repaint of 30 rows", cachable, "reads", 0);
-    report.add("other reads per repaint of 30 rows", double(device.port().reads) / repeats - cachable, "reads", 1);
+    report.add("other reads per repaint of 30 rows", double(device.port().reads) / Repeats - cachable, "reads", 1);
 }
 
 double usedMegabytes()

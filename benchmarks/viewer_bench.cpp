@@ -28,11 +28,11 @@
 
 namespace {
 
-const QString cameraId = QStringLiteral("SIM-AREA-01");
-constexpr int triggerPeriod = 10; // ms
-constexpr int triggerTime = 10000; // ms
-constexpr int repeats = 15;
-constexpr int moves = 200;
+const QString CameraId = QStringLiteral("SIM-AREA-01");
+constexpr int TriggerPeriod = 10; // ms
+constexpr int TriggerTime = 10000; // ms
+constexpr int Repeats = 15;
+constexpr int Moves = 200;
 
 void handleEvents(int milliseconds)
 {
@@ -49,8 +49,8 @@ public:
     {
         window.resize(1280, 900);
         window.show();
-        window.devices().select(cameraId);
-        if (!context.open(cameraId))
+        window.devices().select(CameraId);
+        if (!context.open(CameraId))
             throw std::runtime_error("the simulated camera does not open");
         while (!panel()->findChild<QWidget *>(QStringLiteral("DrawRoi"))) // until the panel has followed
             handleEvents(10);
@@ -58,7 +58,7 @@ public:
 
     void write(const char *feature, const char *value)
     {
-        if (!context.writeNode(cameraId, QString::fromLatin1(feature), QString::fromLatin1(value)))
+        if (!context.writeNode(CameraId, QString::fromLatin1(feature), QString::fromLatin1(value)))
             throw std::runtime_error(std::string(feature) + " cannot be written");
     }
 
@@ -74,7 +74,7 @@ public:
 
     void stop()
     {
-        context.stopAcquisition(cameraId);
+        context.stopAcquisition(CameraId);
         handleEvents(200); // the panel unlocks what acquisitions lock
     }
 
@@ -90,7 +90,7 @@ public:
         return row->findChild<Editor *>();
     }
 
-    SimulatedDevice &camera() const { return dynamic_cast<SimulatedDevice &>(*context.device(cameraId)); }
+    SimulatedDevice &camera() const { return dynamic_cast<SimulatedDevice &>(*context.device(CameraId)); }
 
     HostContext context;
     ViewerWindow window;
@@ -112,9 +112,9 @@ void addTriggering(BenchReport &report, Viewer &viewer, const char *width, const
     viewer.write("Height", height);
     viewer.write("TriggerMode", "On");
     viewer.write("TriggerSource", "Software");
-    viewer.context.startAcquisition(cameraId);
+    viewer.context.startAcquisition(CameraId);
     viewer.openTab(1);
-    viewer.editor<QSpinBox>("Software Trigger Auto Time(ms)")->setValue(triggerPeriod);
+    viewer.editor<QSpinBox>("Software Trigger Auto Time(ms)")->setValue(TriggerPeriod);
 
     int triggers = 0;
     int frames = 0;
@@ -123,24 +123,24 @@ void addTriggering(BenchReport &report, Viewer &viewer, const char *width, const
     QObject::connect(&viewer.context, &HostContext::frameReady, &counter, [&] { ++frames; });
     auto *const toggle = viewer.editor<QPushButton>("Software Trigger Auto Enable");
     toggle->click();
-    handleEvents(triggerTime);
+    handleEvents(TriggerTime);
     toggle->click();
     viewer.stop();
     viewer.write("TriggerMode", "Off");
 
-    const double perSecond = triggers * 1000.0 / triggerTime;
+    const double perSecond = triggers * 1000.0 / TriggerTime;
     const std::string what = std::string(" at 10 ms over 10 s, image of ") + width + " x " + height;
     report.add("automatic software triggers a second" + what, perSecond, "1/s");
     report.add("off 100 a second", std::abs(perSecond - 100), "1/s", 2);
-    report.add("images shown a second meanwhile", frames * 1000.0 / triggerTime, "1/s");
+    report.add("images shown a second meanwhile", frames * 1000.0 / TriggerTime, "1/s");
 }
 
 void addLiveRefresh(BenchReport &report, Viewer &viewer)
 {
     viewer.openTab(0);
     viewer.write("ExposureAuto", "Continuous");
-    viewer.context.startAcquisition(cameraId);
-    const double slowest = -fastestOf(repeats, [&] {
+    viewer.context.startAcquisition(CameraId);
+    const double slowest = -fastestOf(Repeats, [&] {
         handleEvents(100);
         return -milliseconds([&] { QMetaObject::invokeMethod(viewer.panel(), "onRealUpdateTimerTimeout"); });
     });
@@ -169,13 +169,13 @@ void addDrawing(BenchReport &report, Viewer &viewer)
     const QPointF corner = view.imageRect().bottomRight() - QPointF(1, 1);
     send(view, QEvent::MouseButtonPress, corner);
     double slowest = 0;
-    for (int i = 1; i <= moves; ++i) {
+    for (int i = 1; i <= Moves; ++i) {
         slowest = std::max(slowest, milliseconds([&] {
                                send(view, QEvent::MouseMove, corner - QPointF(i, i) / 2);
                                QCoreApplication::processEvents();
                            }));
     }
-    send(view, QEvent::MouseButtonRelease, corner - QPointF(moves, moves) / 2);
+    send(view, QEvent::MouseButtonRelease, corner - QPointF(Moves, Moves) / 2);
     if (width->value() >= before)
         throw std::runtime_error("the mouse does not drag the region");
     viewer.editor<QPushButton>("DrawRoi")->click();

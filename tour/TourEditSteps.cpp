@@ -11,22 +11,22 @@
 
 namespace {
 
-constexpr int commonPage = 0;
-constexpr int advancedPage = 2;
+constexpr int CommonPage = 0;
+constexpr int AdvancedPage = 2;
 
-const QString exposureTime = QStringLiteral("Exposure Time(us)");
-const QString exposureAuto = QStringLiteral("Exposure Auto");
-const QString drawRegion = QStringLiteral("DrawRoi");
+const QString ExposureTime = QStringLiteral("Exposure Time(us)");
+const QString ExposureAuto = QStringLiteral("Exposure Auto");
+const QString DrawRegion = QStringLiteral("DrawRoi");
 
 QDoubleSpinBox *exposureField(TourStage &stage)
 {
-    return stage.control<QDoubleSpinBox>(exposureTime);
+    return stage.control<QDoubleSpinBox>(ExposureTime);
 }
 
 /// The camera starts and stops, and a card is opened, shown and closed while half a number stands in the field.
 bool leaveNumberUnfinished(TourStage &stage)
 {
-    if (!stage.enter(exposureTime, say("10000")) || !stage.becomes("ExposureTime", "10000"))
+    if (!stage.enter(ExposureTime, say("10000")) || !stage.becomes("ExposureTime", "10000"))
         return false;
     TourHand::click(exposureField(stage));
     TourHand::retype(exposureField(stage), say("123"));
@@ -52,7 +52,7 @@ bool finishNumber(TourStage &stage)
 bool refuseNumbers(TourStage &stage)
 {
     for (const char *typed : {"70000000", "1,234.5"}) {
-        if (!stage.enter(exposureTime, say(typed)) || !stage.becomes("ExposureTime", "12345.5")
+        if (!stage.enter(ExposureTime, say(typed)) || !stage.becomes("ExposureTime", "12345.5")
             || !stage.expect(exposureField(stage)->value() == 12345.5, say("the refused number stays"))
             || !stage.expect(stage.isLogged(QStringLiteral("\"%1\" is no number from 20 to 1000000").arg(say(typed))),
                              say("the refusal does not tell the limits")))
@@ -63,38 +63,38 @@ bool refuseNumbers(TourStage &stage)
 
 bool exposeOnce(TourStage &stage)
 {
-    if (!stage.acquires() || !stage.choose(exposureAuto, say("Once")))
+    if (!stage.acquires() || !stage.choose(ExposureAuto, say("Once")))
         return false;
     const bool isFree = TourHand::waitUntil([&] { return exposureField(stage)->isEnabled(); }, 15'000);
     stage.order(Command::StopAcquisition);
     return stage.expect(isFree, say("the exposure time stays locked")) && stage.becomes("ExposureAuto", "Off")
-        && stage.enter(exposureTime, say("10000")) && stage.becomes("ExposureTime", "10000");
+        && stage.enter(ExposureTime, say("10000")) && stage.becomes("ExposureTime", "10000");
 }
 
 /// The camera gets another size while a region of the old one is drawn.
 bool loadSetWhileDrawing(TourStage &stage)
 {
-    if (!stage.openPage(advancedPage) || !stage.enter(say("Height"), say("1024")) || !stage.becomes("Height", "1024")
-        || !stage.press(drawRegion))
+    if (!stage.openPage(AdvancedPage) || !stage.enter(say("Height"), say("1024")) || !stage.becomes("Height", "1024")
+        || !stage.press(DrawRegion))
         return false;
     const auto regions = [&] { return stage.host().regions().of(stage.simulated(false)->id()); };
     return stage.expect(!regions().isEmpty(), say("no region is drawn"))
         && stage.choose(say("UserSetSelector"), say("UserSet1")) && stage.press(say("UserSetLoad"))
         && stage.becomes("Height", "2048") && stage.expect(regions().isEmpty(), say("the old region stays"))
         && stage.expect(stage.row(say("Height")), say("the rows of the drawn region stay"))
-        && stage.openPage(commonPage);
+        && stage.openPage(CommonPage);
 }
 
 } // namespace
 
 const std::vector<TourStep> &tourEditSteps()
 {
-    static const std::vector<TourStep> steps = {
+    static const std::vector<TourStep> Steps = {
         {"number-unfinished", leaveNumberUnfinished},
         {"number-finished", finishNumber},
         {"numbers-refused", refuseNumbers},
         {"exposure-once", exposeOnce},
         {"user-set-while-drawing", loadSetWhileDrawing},
     };
-    return steps;
+    return Steps;
 }

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int glance = 30; // ms between the steps of a movement
+constexpr int Glance = 30; // ms between the steps of a movement
 
 void send(QWidget *widget, QEvent::Type type, const QPoint &position, Qt::MouseButtons buttons)
 {
@@ -53,7 +53,7 @@ QPoint middleIfUnset(const QWidget *widget, const QPoint &position)
 QPoint cellMiddle(QAbstractItemView *view, const QModelIndex &index)
 {
     view->scrollTo(index);
-    TourHand::pause(glance);
+    TourHand::pause(Glance);
     return (view->visualRect(index) & view->viewport()->rect()).center();
 }
 
@@ -88,7 +88,7 @@ bool waitUntil(const std::function<bool()> &condition, int milliseconds)
     QElapsedTimer clock;
     clock.start();
     while (!condition() && clock.elapsed() < milliseconds)
-        pause(glance);
+        pause(Glance);
     return condition();
 }
 
@@ -100,7 +100,7 @@ void click(QWidget *widget, QPoint position)
     giveFocus(target);
     send(target, QEvent::MouseButtonPress, position, Qt::LeftButton);
     send(target, QEvent::MouseButtonRelease, position, Qt::NoButton);
-    pause(glance);
+    pause(Glance);
 }
 
 void doubleClick(QWidget *widget, QPoint position)
@@ -110,21 +110,21 @@ void doubleClick(QWidget *widget, QPoint position)
     QWidget *target = hit(widget, position);
     send(target, QEvent::MouseButtonDblClick, position, Qt::LeftButton);
     send(target, QEvent::MouseButtonRelease, position, Qt::NoButton);
-    pause(glance);
+    pause(Glance);
 }
 
 void drag(QWidget *widget, QPoint from, QPoint to)
 {
-    constexpr int steps = 10;
+    constexpr int Steps = 10;
     send(widget, QEvent::MouseMove, from, Qt::NoButton);
     giveFocus(widget);
     send(widget, QEvent::MouseButtonPress, from, Qt::LeftButton);
-    for (int step = 1; step <= steps; ++step) {
-        send(widget, QEvent::MouseMove, from + (to - from) * step / steps, Qt::LeftButton);
-        pause(glance);
+    for (int step = 1; step <= Steps; ++step) {
+        send(widget, QEvent::MouseMove, from + (to - from) * step / Steps, Qt::LeftButton);
+        pause(Glance);
     }
     send(widget, QEvent::MouseButtonRelease, to, Qt::NoButton);
-    pause(glance);
+    pause(Glance);
 }
 
 void clickCell(QAbstractItemView *view, const QModelIndex &index)
@@ -142,20 +142,20 @@ void wheel(QWidget *widget, QPoint position, int steps)
     QWheelEvent event(position, widget->mapToGlobal(position), {}, {0, 120 * steps}, Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
     QApplication::sendEvent(widget, &event);
-    pause(glance);
+    pause(Glance);
 }
 
 void key(QWidget *widget, int key, Qt::KeyboardModifiers modifiers)
 {
     sendKey(widget, key, modifiers, characterText(key, modifiers));
-    pause(glance);
+    pause(Glance);
 }
 
 void type(QWidget *widget, const QString &text)
 {
     for (const QChar character : text)
         sendKey(widget, character.toUpper().unicode(), Qt::NoModifier, QString(character));
-    pause(glance);
+    pause(Glance);
 }
 
 void retype(QWidget *field, const QString &text)
@@ -173,9 +173,9 @@ bool choose(QComboBox *box, const QString &entry)
         return false;
     if (!box->view()->isVisible())
         click(box);
-    pause(QApplication::doubleClickInterval() + glance); // a list takes no choice that follows its opening at once
+    pause(QApplication::doubleClickInterval() + Glance); // a list takes no choice that follows its opening at once
     clickCell(box->view(), box->model()->index(row, box->modelColumn(), box->rootModelIndex()));
-    pause(glance);
+    pause(Glance);
     return box->currentText().startsWith(entry);
 }
 

@@ -16,14 +16,14 @@
 
 namespace {
 
-constexpr int commonPage = 0;
-constexpr int triggerPage = 1;
-constexpr int advancedPage = 2;
+constexpr int CommonPage = 0;
+constexpr int TriggerPage = 1;
+constexpr int AdvancedPage = 2;
 
-const QString exposureTime = QStringLiteral("Exposure Time(us)");
-const QString exposureAuto = QStringLiteral("Exposure Auto");
-const QString drawRegion = QStringLiteral("DrawRoi");
-const QString triggerSwitch = QStringLiteral("Software Trigger Auto Enable");
+const QString ExposureTime = QStringLiteral("Exposure Time(us)");
+const QString ExposureAuto = QStringLiteral("Exposure Auto");
+const QString DrawRegion = QStringLiteral("DrawRoi");
+const QString TriggerSwitch = QStringLiteral("Software Trigger Auto Enable");
 
 bool opens(TourStage &stage, int page)
 {
@@ -32,9 +32,9 @@ bool opens(TourStage &stage, int page)
 
 bool describeRow(TourStage &stage)
 {
-    if (!opens(stage, commonPage))
+    if (!opens(stage, CommonPage))
         return false;
-    QWidget *row = stage.row(exposureTime);
+    QWidget *row = stage.row(ExposureTime);
     if (!stage.expect(row, say("there is no row for the exposure time")))
         return false;
     TourHand::click(row, QPoint(40, row->height() / 2));
@@ -43,15 +43,15 @@ bool describeRow(TourStage &stage)
 
 bool setExposure(TourStage &stage)
 {
-    return stage.enter(exposureTime, say("2500")) && stage.becomes("ExposureTime", "2500");
+    return stage.enter(ExposureTime, say("2500")) && stage.becomes("ExposureTime", "2500");
 }
 
 /// The darkness that the short exposure left is what the camera corrects.
 bool exposeAutomatically(TourStage &stage)
 {
-    if (!stage.acquires() || !stage.choose(exposureAuto, say("Continuous")))
+    if (!stage.acquires() || !stage.choose(ExposureAuto, say("Continuous")))
         return false;
-    const auto *field = stage.control<QDoubleSpinBox>(exposureTime);
+    const auto *field = stage.control<QDoubleSpinBox>(ExposureTime);
     const bool follows = TourHand::waitUntil([&] { return field->value() > 3000; }, 8000);
     return stage.expect(!field->isEnabled(), say("the exposure time can be edited"))
         && stage.expect(follows, say("the exposure time does not follow the camera"));
@@ -59,7 +59,7 @@ bool exposeAutomatically(TourStage &stage)
 
 bool setExposureBack(TourStage &stage)
 {
-    const bool back = stage.choose(exposureAuto, say("Off")) && stage.enter(exposureTime, say("10000"));
+    const bool back = stage.choose(ExposureAuto, say("Off")) && stage.enter(ExposureTime, say("10000"));
     stage.order(Command::StopAcquisition);
     return back && stage.becomes("ExposureTime", "10000");
 }
@@ -75,7 +75,7 @@ bool refuseFrameRate(TourStage &stage)
 
 bool walkByKeyboard(TourStage &stage)
 {
-    auto *field = stage.control<QDoubleSpinBox>(exposureTime);
+    auto *field = stage.control<QDoubleSpinBox>(ExposureTime);
     TourHand::click(field, QPoint(field->width() / 3, field->height() / 2));
     TourHand::key(field, Qt::Key_Tab);
     return stage.expect(stage.control<QComboBox>(say("Gain Auto"))->hasFocus(),
@@ -84,7 +84,7 @@ bool walkByKeyboard(TourStage &stage)
 
 bool triggerOnce(TourStage &stage)
 {
-    if (!opens(stage, triggerPage) || !stage.choose(say("TriggerMode"), say("On"))
+    if (!opens(stage, TriggerPage) || !stage.choose(say("TriggerMode"), say("On"))
         || !stage.choose(say("TriggerSource"), say("Software")))
         return false;
     stage.order(Command::StartAcquisition);
@@ -97,7 +97,7 @@ bool triggerOnce(TourStage &stage)
 
 bool triggerAutomatically(TourStage &stage)
 {
-    if (!stage.enter(say("Software Trigger Auto Time(ms)"), say("100")) || !stage.press(triggerSwitch))
+    if (!stage.enter(say("Software Trigger Auto Time(ms)"), say("100")) || !stage.press(TriggerSwitch))
         return false;
     TourHand::pause(1500);
     const double rate = stage.window().image().framesPerSecond();
@@ -106,20 +106,20 @@ bool triggerAutomatically(TourStage &stage)
 
 bool endTriggering(TourStage &stage)
 {
-    const bool ended = stage.press(triggerSwitch) && stage.choose(say("TriggerMode"), say("Off"));
+    const bool ended = stage.press(TriggerSwitch) && stage.choose(say("TriggerMode"), say("Off"));
     stage.order(Command::StopAcquisition);
     return ended;
 }
 
 bool openAdvanced(TourStage &stage)
 {
-    return endTriggering(stage) && opens(stage, advancedPage) && stage.row(say("PixelFormat"));
+    return endTriggering(stage) && opens(stage, AdvancedPage) && stage.row(say("PixelFormat"));
 }
 
 /// Drags the lower right corner to the middle of the image.
 bool drawOnImage(TourStage &stage)
 {
-    if (!stage.press(drawRegion))
+    if (!stage.press(DrawRegion))
         return false;
     ImageView &image = stage.window().image();
     TourHand::pause(300);
@@ -160,38 +160,38 @@ bool restoreSize(TourStage &stage)
 bool useUserSets(TourStage &stage)
 {
     return stage.choose(say("UserSetSelector"), say("UserSet1")) && stage.press(say("UserSetSave"))
-        && opens(stage, commonPage) && stage.enter(exposureTime, say("1234")) && stage.becomes("ExposureTime", "1234")
-        && opens(stage, advancedPage) && stage.press(say("UserSetLoad")) && stage.becomes("ExposureTime", "10000")
-        && opens(stage, commonPage)
-        && stage.expect(stage.control<QDoubleSpinBox>(exposureTime)->value() == 10000,
+        && opens(stage, CommonPage) && stage.enter(ExposureTime, say("1234")) && stage.becomes("ExposureTime", "1234")
+        && opens(stage, AdvancedPage) && stage.press(say("UserSetLoad")) && stage.becomes("ExposureTime", "10000")
+        && opens(stage, CommonPage)
+        && stage.expect(stage.control<QDoubleSpinBox>(ExposureTime)->value() == 10000,
                         say("the row does not show the loaded value"));
 }
 
 bool narrowPanel(TourStage &stage)
 {
-    return stage.resizePanel(320) && opens(stage, commonPage);
+    return stage.resizePanel(320) && opens(stage, CommonPage);
 }
 
 bool narrowTriggerPage(TourStage &stage)
 {
-    return opens(stage, triggerPage);
+    return opens(stage, TriggerPage);
 }
 
 bool widePanel(TourStage &stage)
 {
-    return stage.resizePanel(600) && opens(stage, advancedPage);
+    return stage.resizePanel(600) && opens(stage, AdvancedPage);
 }
 
 bool usualPanel(TourStage &stage)
 {
-    return stage.resizePanel(500) && opens(stage, commonPage);
+    return stage.resizePanel(500) && opens(stage, CommonPage);
 }
 
 } // namespace
 
 const std::vector<TourStep> &tourPageSteps()
 {
-    static const std::vector<TourStep> steps = {
+    static const std::vector<TourStep> Steps = {
         {"page-common", describeRow},
         {"page-exposure", setExposure},
         {"page-exposure-auto", exposeAutomatically},
@@ -211,5 +211,5 @@ const std::vector<TourStep> &tourPageSteps()
         {"page-wide", widePanel},
         {"page-usual", usualPanel},
     };
-    return steps;
+    return Steps;
 }

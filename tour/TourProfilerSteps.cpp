@@ -24,14 +24,14 @@ namespace {
 
 using State = DeviceTree::State;
 
-constexpr int attributeTab = 1;
+constexpr int AttributeTab = 1;
 enum Page { TriggerPage, ImagePage, ContourPage, OthersPage };
-constexpr int pageCount = 4;
+constexpr int PageCount = 4;
 enum Level { Beginner, Expert, Guru };
 
 /// Above everything but the stray light, whose place on the sensor means heights above 7 mm. The parts end at 5 mm.
-constexpr double aboveParts = 6.0; // mm
-const QRect strayLight(1380, 60, 240, 50); // sensor pixels
+constexpr double AboveParts = 6.0; // mm
+const QRect StrayLight(1380, 60, 240, 50); // sensor pixels
 
 double setting(TourStage &stage, HostCore::CAM_INFO item)
 {
@@ -47,7 +47,7 @@ bool chooseLevel(TourStage &stage, Level level)
 /// Edits a feature that has no row, in the tree of all features.
 bool editInTree(TourStage &stage, const char *feature, const char *text)
 {
-    return stage.expect(stage.openTab(attributeTab), say("the attribute tab does not open")) && chooseLevel(stage, Guru)
+    return stage.expect(stage.openTab(AttributeTab), say("the attribute tab does not open")) && chooseLevel(stage, Guru)
         && stage.edit(say(feature), say(text)) && stage.becomes(feature, text);
 }
 
@@ -118,8 +118,8 @@ bool scanLines(TourStage &stage)
     {
         const char *entry;
         int lines;
-    } modes[] = {{"Fast", 400}, {"Full", 800}, {"Normal", 100}};
-    for (const auto &mode : modes) {
+    } Modes[] = {{"Fast", 400}, {"Full", 800}, {"Normal", 100}};
+    for (const auto &mode : Modes) {
         if (!stage.choose(say("BatchTransmitMode"), say(mode.entry)))
             return false;
         const HeightFrame part =
@@ -187,8 +187,8 @@ bool typeHeights(TourStage &stage)
 /// The stray light counts as a height.
 bool findHeights(TourStage &stage)
 {
-    const auto isFound = [&] { return setting(stage, HostCore::CAM_INFO_Z_MAXIMUM) > aboveParts; };
-    const auto isShown = [&] { return stage.control<QDoubleSpinBox>(say("ZUpSizeInfo"))->value() > aboveParts; };
+    const auto isFound = [&] { return setting(stage, HostCore::CAM_INFO_Z_MAXIMUM) > AboveParts; };
+    const auto isShown = [&] { return stage.control<QDoubleSpinBox>(say("ZUpSizeInfo"))->value() > AboveParts; };
     return stage.press(say("Z Range"))
         && stage.expect(stage.reaches(*stage.profiler(), State::Acquiring), say("no acquisition starts"))
         && stage.expect(TourHand::waitUntil(isFound), say("the range does not follow the heights"))
@@ -280,16 +280,16 @@ bool drawMasks(TourStage &stage)
         || !stage.acquires())
         return false;
     return stage.expect(stage.window().image().frame().size() == QSize(2048, 1024), say("no sensor image is shown"))
-        && drawMask(stage, 1, strayLight.adjusted(-40, -30, 40, 30)) && drawMask(stage, 2, {1700, 820, 260, 120})
+        && drawMask(stage, 1, StrayLight.adjusted(-40, -30, 40, 30)) && drawMask(stage, 2, {1700, 820, 260, 120})
         && drawMask(stage, 3, {80, 820, 260, 120})
-        && stage.expect(areaOf(stage, 1).contains(strayLight), say("the stray light is not covered"));
+        && stage.expect(areaOf(stage, 1).contains(StrayLight), say("the stray light is not covered"));
 }
 
 bool captureBesideMasks(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
     return editInTree(stage, "ImageOutputMode", "HeightMap") && stage.openPage(ImagePage)
-        && stage.expect(TourHeights::firstRange(stage).highest < aboveParts, say("the stray light is captured"));
+        && stage.expect(TourHeights::firstRange(stage).highest < AboveParts, say("the stray light is captured"));
 }
 
 /// On the view of the sensor below the map.
@@ -313,7 +313,7 @@ bool endMasks(TourStage &stage)
             return false;
     }
     return stage.expect(stage.host().regions().of(stage.profiler()->id()).isEmpty(), say("a region stays"))
-        && stage.expect(TourHeights::firstRange(stage).highest > aboveParts, say("the stray light stays away"));
+        && stage.expect(TourHeights::firstRange(stage).highest > AboveParts, say("the stray light stays away"));
 }
 
 constexpr Deed adjustLaser[] = {
@@ -345,7 +345,7 @@ bool adjustBrightness(TourStage &stage)
         && stage.enter(say("Lasersetting"), say("60")) && stage.becomes("Lasersetting", "60");
 }
 
-constexpr double tilt = 3.0; // degrees
+constexpr double Tilt = 3.0; // degrees
 /// The light barrier of Line2 sees the middle of a part: 20 mm further, a map ends on the empty belt.
 constexpr Deed endOnBelt[] = {
     openPage(TriggerPage),
@@ -381,8 +381,8 @@ bool correctMounting(TourStage &stage)
         return false;
     const auto *angle = stage.control<QDoubleSpinBox>(say("TiltCorrection"));
     const double sine = stage.value(say("SinData")).toDouble();
-    if (!stage.expect(std::abs(angle->value() - tilt) < 0.05, QStringLiteral("the tilt is %1").arg(angle->value()))
-        || !stage.expect(std::abs(sine - std::sin(qDegreesToRadians(tilt))) < 0.001, say("the device is not told"))
+    if (!stage.expect(std::abs(angle->value() - Tilt) < 0.05, QStringLiteral("the tilt is %1").arg(angle->value()))
+        || !stage.expect(std::abs(sine - std::sin(qDegreesToRadians(Tilt))) < 0.001, say("the device is not told"))
         || !stage.expect(std::abs(newLine(stage).slope) < 0.001, say("the profiles are still tilted"))
         || !stage.press(say("HighCorrection")))
         return false;
@@ -441,7 +441,7 @@ bool changePageLanguage(TourStage &stage)
     const QStringList before = pageTexts(stage);
     stage.changeLanguage();
     const QStringList after = pageTexts(stage);
-    bool changed = before.size() == pageCount + 2 && after.size() == before.size();
+    bool changed = before.size() == PageCount + 2 && after.size() == before.size();
     for (int i = 0; changed && i < before.size(); ++i)
         changed = before.at(i) != after.at(i);
     return stage.expect(changed, QStringLiteral("some texts stay: %1").arg(after.join(QLatin1Char(' '))));
@@ -450,7 +450,7 @@ bool changePageLanguage(TourStage &stage)
 bool leaveProfiler(TourStage &stage)
 {
     stage.changeLanguage();
-    return stage.resizePanel(500) && stage.openTab(attributeTab) && chooseLevel(stage, Beginner)
+    return stage.resizePanel(500) && stage.openTab(AttributeTab) && chooseLevel(stage, Beginner)
         && stage.openPage(TriggerPage) && stage.leave(*stage.profiler());
 }
 
@@ -458,7 +458,7 @@ bool leaveProfiler(TourStage &stage)
 
 const std::vector<TourStep> &tourProfilerSteps()
 {
-    static const std::vector<TourStep> steps = {
+    static const std::vector<TourStep> Steps = {
         {"profiler-open", openProfiler},
         {"profiler-triggered", triggerFrame},
         {"profiler-encoder", perform<scanByEncoder>},
@@ -481,5 +481,5 @@ const std::vector<TourStep> &tourProfilerSteps()
         {"profiler-language", changePageLanguage},
         {"profiler-left", leaveProfiler},
     };
-    return steps;
+    return Steps;
 }

@@ -26,10 +26,10 @@
 
 namespace {
 
-constexpr int commonTab = 0;
-constexpr int scrollTime = 50; // ms
-constexpr int valuePatience = 3000; // ms
-constexpr int editorPatience = 1000; // ms; a click into the selected row opens its editor after a while
+constexpr int CommonTab = 0;
+constexpr int ScrollTime = 50; // ms
+constexpr int ValuePatience = 3000; // ms
+constexpr int EditorPatience = 1000; // ms; a click into the selected row opens its editor after a while
 
 template <typename Widget>
 Widget *part(const QWidget *panel, const char *name)
@@ -102,7 +102,7 @@ void TourStage::order(Command command)
 void TourStage::settle() const
 {
     TourHand::waitUntil([this] { return !host().isAnnouncing(); });
-    TourHand::pause(scrollTime); // for what the last event has queued
+    TourHand::pause(ScrollTime); // for what the last event has queued
 }
 
 bool TourStage::reaches(const Device &device, DeviceTree::State state) const
@@ -196,7 +196,7 @@ bool TourStage::openTab(int number)
 bool TourStage::openPage(int number)
 {
     const auto *pages = part<QTabWidget>(panel(), "tabWidget");
-    if (!pages || !openTab(commonTab) || number >= pages->count())
+    if (!pages || !openTab(CommonTab) || number >= pages->count())
         return false;
     TourHand::click(pages->tabBar(), pages->tabBar()->tabRect(number).center());
     return pages->currentIndex() == number;
@@ -220,7 +220,7 @@ QWidget *TourStage::row(const QString &label) const
         if (auto *area = qobject_cast<QScrollArea *>(outer))
             area->ensureWidgetVisible(found);
     }
-    TourHand::pause(scrollTime);
+    TourHand::pause(ScrollTime);
     return found;
 }
 
@@ -291,7 +291,7 @@ QWidget *TourStage::openEditor(const QString &name)
     if (!index.isValid())
         return nullptr;
     TourHand::clickCell(tree(), index.siblingAtColumn(1));
-    TourHand::waitUntil([this] { return editor() != nullptr; }, editorPatience);
+    TourHand::waitUntil([this] { return editor() != nullptr; }, EditorPatience);
     return editor();
 }
 
@@ -337,7 +337,7 @@ QString TourStage::value(const QString &name) const
 
 bool TourStage::becomes(const char *name, const char *expected)
 {
-    const bool same = TourHand::waitUntil([&] { return isSame(value(say(name)), say(expected)); }, valuePatience);
+    const bool same = TourHand::waitUntil([&] { return isSame(value(say(name)), say(expected)); }, ValuePatience);
     return expect(same, QStringLiteral("%1 is %2").arg(say(name), value(say(name))));
 }
 

@@ -31,8 +31,8 @@ namespace {
 
 using State = DeviceTree::State;
 
-constexpr int attributeTab = 1;
-constexpr int guru = 2;
+constexpr int AttributeTab = 1;
+constexpr int Guru = 2;
 
 bool showStart(TourStage &stage)
 {
@@ -49,7 +49,7 @@ bool openCamera(TourStage &stage)
 
 bool openAttributeTab(TourStage &stage)
 {
-    return stage.expect(stage.openTab(attributeTab), say("the attribute tab does not open"))
+    return stage.expect(stage.openTab(AttributeTab), say("the attribute tab does not open"))
         && stage.expect(stage.tree()->isExpanded(stage.tree()->model()->index(0, 0)), say("the root is not open"))
         && stage.expect(stage.isShown(say("ImageFormatControl")), say("a category is missing"));
 }
@@ -184,7 +184,7 @@ bool hideTab(TourStage &stage)
     TourHand::click(bar, bar->actionGeometry(bar->actions().at(1)).center());
     return stage.expect(hidden == 1, say("the common tab is not hidden"))
         && stage.expect(stage.tabs()->count() == 2, say("the common tab does not come back"))
-        && stage.openTab(attributeTab);
+        && stage.openTab(AttributeTab);
 }
 
 bool startAcquisition(TourStage &stage)
@@ -219,14 +219,14 @@ bool changeLanguage(TourStage &stage)
     stage.changeLanguage();
     return stage.expect(stage.foldButton()->text() != button, say("the panel does not change its language"))
         && stage.expect(stage.window().windowTitle() != title, say("the window does not change its language"))
-        && stage.expect(stage.levelBox()->currentIndex() == guru, say("the level is forgotten"));
+        && stage.expect(stage.levelBox()->currentIndex() == Guru, say("the level is forgotten"));
 }
 
 bool searchInOtherLanguage(TourStage &stage)
 {
     TourHand::click(stage.searchField());
     TourHand::type(stage.searchField(), say("chunk"));
-    const bool isKept = stage.levelBox()->currentIndex() == guru
+    const bool isKept = stage.levelBox()->currentIndex() == Guru
         && stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2");
     TourHand::retype(stage.searchField(), QString());
     return stage.expect(isKept, say("a search changes the level"));
@@ -251,7 +251,7 @@ bool openDescription(TourStage &stage)
         && stage.expect(stage.window().openDescription(file), say("the description does not open"))
         && stage.expect(TourHand::waitUntil([&] { return stage.tree() && stage.tree()->model(); }),
                         say("the description gets no panel"))
-        && stage.expect(stage.openTab(attributeTab) && stage.isShown(say("DeviceControl")),
+        && stage.expect(stage.openTab(AttributeTab) && stage.isShown(say("DeviceControl")),
                         say("the features are not shown"));
 }
 

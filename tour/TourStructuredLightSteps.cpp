@@ -18,21 +18,21 @@ namespace {
 
 enum Page { ShootPage, ImagePage, AdvancedPage };
 
-const QString outputList = say("2D Acquisition Output");
-const QString showList = say("2D Image Show");
-const QString lowTruncation = say("LowTruncation");
-const QString lamp = say("Light1Value");
+const QString OutputList = say("2D Acquisition Output");
+const QString ShowList = say("2D Image Show");
+const QString LowTruncation = say("LowTruncation");
+const QString Lamp = say("Light1Value");
 
 struct Output
 {
     const char *feature;
     const char *name; ///< in both lists
 };
-constexpr Output leftPlain{"Left2DImage", "2D Left"}, rightPlain{"Right2DImage", "2D Right"};
+constexpr Output LeftPlain{"Left2DImage", "2D Left"}, RightPlain{"Right2DImage", "2D Right"};
 constexpr Output leftStreak{"Left2DSrcImage", "Left Streak"}, rightStreak{"Right2DSrcImage", "Right Streak"};
 constexpr Output leftShot{"Left2.5DFront", "2.5D Left Shot"}, rightShot{"Right2.5DFront", "2.5D Right Shot"};
 constexpr Output leftReflex{"Left2.5DBack", "2.5D Left Reflex"}, rightReflex{"Right2.5DBack", "2.5D Right Reflex"};
-constexpr Output outputs[] = {leftPlain, rightPlain, leftStreak, rightStreak,
+constexpr Output Outputs[] = {LeftPlain, RightPlain, leftStreak, rightStreak,
                               leftShot,  rightShot,  leftReflex, rightReflex}; // in the order of the list
 
 Device &camera(TourStage &stage)
@@ -64,7 +64,7 @@ bool openCamera(TourStage &stage)
 /// The list of outputs, open.
 QAbstractItemView *openOutputs(TourStage &stage)
 {
-    auto *box = stage.control<QComboBox>(outputList);
+    auto *box = stage.control<QComboBox>(OutputList);
     if (!stage.expect(box, say("there is no list of outputs")))
         return nullptr;
     if (!box->view()->isVisible())
@@ -85,7 +85,7 @@ bool toggle(TourStage &stage, const Output &output, bool sent)
 
 bool tickByMouse(TourStage &stage)
 {
-    return toggle(stage, rightPlain, true) && toggle(stage, leftShot, true) && toggle(stage, leftPlain, false);
+    return toggle(stage, RightPlain, true) && toggle(stage, leftShot, true) && toggle(stage, LeftPlain, false);
 }
 
 /// With the last shot, only the choice changes the picture.
@@ -102,11 +102,11 @@ bool stopWithAllOutputs(TourStage &stage)
 /// Walks down the list and toggles the entries that are not ticked.
 bool tickByKeyboard(TourStage &stage)
 {
-    auto *const box = stage.control<QComboBox>(outputList);
+    auto *const box = stage.control<QComboBox>(OutputList);
     box->setFocus(Qt::TabFocusReason);
     TourHand::key(box, Qt::Key_Space);
     TourHand::key(box->view(), Qt::Key_Home);
-    for (const Output &output : outputs) {
+    for (const Output &output : Outputs) {
         if (stage.value(say(output.feature)) == say("False"))
             TourHand::key(box->view(), Qt::Key_Space);
         if (!isSent(stage, output, true))
@@ -123,8 +123,8 @@ template <const Output &left, const Output &right>
 bool showBoth(TourStage &stage)
 {
     QImage before = picture(stage);
-    for (const Output *output : {&right, &left}) {
-        if (!stage.choose(showList, say(output->name)))
+    for (const Output *output : {&RightPlain, &LeftPlain}) {
+        if (!stage.choose(ShowList, say(output->name)))
             return false;
         const auto shows = [&] { return picture(stage).isGrayscale() && picture(stage) != before; };
         if (!stage.expect(TourHand::waitUntil(shows), say("the picture does not change")))
@@ -137,7 +137,7 @@ bool showBoth(TourStage &stage)
 bool dropShownOutput(TourStage &stage)
 {
     return toggle(stage, leftReflex, false)
-        && stage.expect(stage.control<QComboBox>(showList)->currentText() == say("-"),
+        && stage.expect(stage.control<QComboBox>(ShowList)->currentText() == say("-"),
                         say("the output that is not sent is still chosen"))
         && showsDepthMap(stage) && stage.acquires();
 }
@@ -166,7 +166,7 @@ bool becomesMissing(TourStage &stage, double least, double most)
 bool cutHeights(TourStage &stage)
 {
     const double before = missing(picture(stage));
-    return stage.openPage(ImagePage) && stage.enter(lowTruncation, say("5"))
+    return stage.openPage(ImagePage) && stage.enter(LowTruncation, say("5"))
         && becomesMissing(stage, before + 0.3, 1.0);
 }
 
@@ -183,27 +183,27 @@ double meanGray(const QImage &image)
 /// The heights come back; the lamps then darken the 2D image, not the fringes of the projector.
 bool dimLight(TourStage &stage)
 {
-    if (!stage.enter(lowTruncation, say("-20")) || !becomesMissing(stage, 0.0, 0.3) || !stage.openPage(ShootPage)
-        || !stage.choose(showList, say(leftPlain.name)))
+    if (!stage.enter(LowTruncation, say("-20")) || !becomesMissing(stage, 0.0, 0.3) || !stage.openPage(ShootPage)
+        || !stage.choose(ShowList, say(LeftPlain.name)))
         return false;
     const double before = meanGray(picture(stage));
     const auto isDark = [&] { return meanGray(picture(stage)) < before / 2; };
-    return stage.openPage(ImagePage) && stage.enter(lamp, say("15"))
+    return stage.openPage(ImagePage) && stage.enter(Lamp, say("15"))
         && stage.expect(TourHand::waitUntil(isDark), say("the image does not get darker"));
 }
 
 /// The outputs are part of the set.
 bool useUserSets(TourStage &stage)
 {
-    if (!stage.enter(lamp, say("60")))
+    if (!stage.enter(Lamp, say("60")))
         return false;
     stage.order(Command::StopAcquisition);
     const QString selector = say("UserSetSelector");
     return stage.openPage(AdvancedPage) && stage.choose(selector, say("UserSet1")) && stage.press(say("UserSetSave"))
-        && stage.openPage(ShootPage) && toggle(stage, leftPlain, false) && toggle(stage, leftReflex, true)
-        && stage.openPage(AdvancedPage) && stage.press(say("UserSetLoad")) && isSent(stage, leftPlain, true)
+        && stage.openPage(ShootPage) && toggle(stage, LeftPlain, false) && toggle(stage, leftReflex, true)
+        && stage.openPage(AdvancedPage) && stage.press(say("UserSetLoad")) && isSent(stage, LeftPlain, true)
         && isSent(stage, leftReflex, false) && stage.openPage(ShootPage)
-        && stage.expect(stage.control<QComboBox>(showList)->findText(say(leftPlain.name)) > 0,
+        && stage.expect(stage.control<QComboBox>(ShowList)->findText(say(LeftPlain.name)) > 0,
                         say("the loaded output is not offered"));
 }
 
@@ -216,11 +216,11 @@ bool leaveCamera(TourStage &stage)
 
 const std::vector<TourStep> &tourStructuredLightSteps()
 {
-    static const std::vector<TourStep> steps = {
+    static const std::vector<TourStep> Steps = {
         {"depth-camera-open", openCamera},
         {"depth-outputs-by-mouse", tickByMouse},
         {"depth-outputs-by-keyboard", tickByKeyboard},
-        {"depth-2d", showBoth<leftPlain, rightPlain>},
+        {"depth-2d", showBoth<LeftPlain, RightPlain>},
         {"depth-streaks", showBoth<leftStreak, rightStreak>},
         {"depth-2.5d-shot", showBoth<leftShot, rightShot>},
         {"depth-2.5d-reflex", showBoth<leftReflex, rightReflex>},
@@ -230,5 +230,5 @@ const std::vector<TourStep> &tourStructuredLightSteps()
         {"depth-user-set", useUserSets},
         {"depth-camera-left", leaveCamera},
     };
-    return steps;
+    return Steps;
 }

@@ -49,7 +49,7 @@ bool isReadingLink(Tag role)
 namespace {
 
 // More than any feature of a camera has; thousands of selected features must not each walk a whole description.
-constexpr std::size_t mostSources = 1000;
+constexpr std::size_t MostSources = 1000;
 
 // What the node's value and limits are read from, the node itself included.
 std::vector<Node *> sourcesOf(Node &node)
@@ -57,7 +57,7 @@ std::vector<Node *> sourcesOf(Node &node)
     const uint64_t mark = ++node.map().listMark;
     node.listMark = mark;
     std::vector<Node *> sources{&node};
-    for (std::size_t i = 0; i < sources.size() && sources.size() < mostSources; ++i) {
+    for (std::size_t i = 0; i < sources.size() && sources.size() < MostSources; ++i) {
         for (const Link &link : sources[i]->links()) {
             const LinkKind kind = kindOf(link.role);
             if ((kind != LinkKind::Value && kind != LinkKind::Limit) || link.target->listMark == mark)
@@ -258,7 +258,7 @@ std::vector<Cycle> valueCycles(const std::vector<Node *> &nodes)
 
 std::string wayRound(const Cycle &cycle)
 {
-    constexpr std::size_t longest = 20; // names; a whole description may be one cycle
+    constexpr std::size_t Longest = 20; // names; a whole description may be one cycle
     const Node *node = cycle.back();
     const auto staysInside = [node](const Link &link) { return isRead(link) && link.target->cycle == node->cycle; };
     const uint64_t mark = ++node->map().listMark;
@@ -270,9 +270,9 @@ std::string wayRound(const Cycle &cycle)
     }
     way.erase(way.begin(), std::find(way.begin(), way.end(), node)); // what only leads to the cycle
     std::string text;
-    for (std::size_t i = 0; i < std::min(way.size(), longest); ++i)
+    for (std::size_t i = 0; i < std::min(way.size(), Longest); ++i)
         text += way[i]->name() + " -> ";
-    return text + (way.size() > longest ? "..." : node->name());
+    return text + (way.size() > Longest ? "..." : node->name());
 }
 
 } // namespace NodeEngine

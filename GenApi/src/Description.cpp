@@ -9,7 +9,7 @@ namespace NodeEngine {
 
 namespace {
 
-constexpr unsigned parseOptions = pugi::parse_escapes | pugi::parse_eol | pugi::parse_cdata | pugi::parse_trim_pcdata
+constexpr unsigned ParseOptions = pugi::parse_escapes | pugi::parse_eol | pugi::parse_cdata | pugi::parse_trim_pcdata
     | pugi::parse_embed_pcdata | pugi::parse_wconv_attribute;
 
 } // namespace
@@ -17,7 +17,7 @@ constexpr unsigned parseOptions = pugi::parse_escapes | pugi::parse_eol | pugi::
 Description::Description(std::string text, LoadLog &log) : m_text(std::move(text))
 {
     const pugi::xml_parse_result result =
-        m_tree.load_buffer_inplace(m_text.data(), m_text.size(), parseOptions, pugi::encoding_utf8);
+        m_tree.load_buffer_inplace(m_text.data(), m_text.size(), ParseOptions, pugi::encoding_utf8);
     if (!result)
         throw RUNTIME_EXCEPTION("Error while parsing the camera description at byte %lld: %s",
                                 static_cast<long long>(result.offset), result.description());
@@ -70,11 +70,11 @@ void Description::add(Tag tag, pugi::xml_node element, pugi::xml_node structure,
 
 NodeRecord Description::entry(std::string_view enumeration, pugi::xml_node element)
 {
-    constexpr std::string_view prefix = "EnumEntry_";
+    constexpr std::string_view Prefix = "EnumEntry_";
     const std::string_view name = element.attribute("Name").value();
     std::string &whole = m_entryNames.emplace_back();
-    whole.reserve(prefix.size() + enumeration.size() + 1 + name.size());
-    whole.append(prefix).append(enumeration).append("_").append(name);
+    whole.reserve(Prefix.size() + enumeration.size() + 1 + name.size());
+    whole.append(Prefix).append(enumeration).append("_").append(name);
     return {Tag::EnumEntry, whole, element, {}};
 }
 

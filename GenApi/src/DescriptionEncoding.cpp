@@ -7,10 +7,10 @@ namespace NodeEngine {
 
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
+constexpr char32_t Replacement = 0xFFFD;
 
 // Windows-1252 from 0x80 to 0x9F; unassigned bytes stay control characters.
-constexpr char16_t latin1Extras[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+constexpr char16_t Latin1Extras[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                        0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                        0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                        0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
@@ -40,7 +40,7 @@ void appendUtf8(std::string &text, char32_t code)
 
 void appendLatin1(std::string &text, unsigned byte)
 {
-    appendUtf8(text, byte >= 0x80 && byte < 0xA0 ? latin1Extras[byte - 0x80] : byte);
+    appendUtf8(text, byte >= 0x80 && byte < 0xA0 ? Latin1Extras[byte - 0x80] : byte);
 }
 
 bool isContinued(std::string_view bytes, std::size_t begin, std::size_t length)
@@ -99,11 +99,11 @@ std::string utf8FromUtf16(std::string_view bytes, bool bigEndian)
         } else if (isHalf(unit, 0xD800) && i + 1 < units && isHalf(unitAt(i + 1), 0xDC00)) {
             appendUtf8(text, 0x10000 + ((unit & 0x3FF) << 10) + (unitAt(++i) & 0x3FF));
         } else {
-            appendUtf8(text, replacement);
+            appendUtf8(text, Replacement);
         }
     }
     if (bytes.size() % 2 != 0)
-        appendUtf8(text, replacement);
+        appendUtf8(text, Replacement);
     return text;
 }
 

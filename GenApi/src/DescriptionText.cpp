@@ -18,8 +18,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::size_t largestSize = std::size_t(256) << 20;
-constexpr std::size_t declarationWithin = 4096;
+constexpr std::size_t LargestSize = std::size_t(256) << 20;
+constexpr std::size_t DeclarationWithin = 4096;
 
 bool startsWith(std::string_view bytes, std::string_view beginning)
 {
@@ -35,7 +35,7 @@ std::string_view withoutTrailingNuls(std::string_view bytes)
 // The text from its declaration, or from its first markup if it has none near the beginning.
 std::string_view fromFirstMarkup(std::string_view text)
 {
-    const std::size_t declaration = text.substr(0, declarationWithin).find("<?xml");
+    const std::size_t declaration = text.substr(0, DeclarationWithin).find("<?xml");
     const std::size_t begin = declaration != std::string_view::npos ? declaration : text.find('<');
     if (begin == std::string_view::npos)
         throw RUNTIME_EXCEPTION("The description holds no XML.");
@@ -46,13 +46,13 @@ bool declaresLatin1(std::string_view text)
 {
     if (!startsWith(text, "<?xml"))
         return false;
-    std::string declaration(text.substr(0, text.substr(0, declarationWithin).find("?>")).substr(0, declarationWithin));
+    std::string declaration(text.substr(0, text.substr(0, DeclarationWithin).find("?>")).substr(0, DeclarationWithin));
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
     std::transform(declaration.begin(), declaration.end(), declaration.begin(), lower);
     const auto encoding =
         std::string_view(declaration).substr(std::min(declaration.find("encoding"), declaration.size()));
-    constexpr std::string_view names[] = {"iso-8859-1\"", "iso-8859-1'", "latin1", "latin-1", "windows-1252", "cp1252"};
-    return std::any_of(std::begin(names), std::end(names),
+    constexpr std::string_view Names[] = {"iso-8859-1\"", "iso-8859-1'", "latin1", "latin-1", "windows-1252", "cp1252"};
+    return std::any_of(std::begin(Names), std::end(Names),
                        [encoding](std::string_view name) { return encoding.find(name) != std::string_view::npos; });
 }
 
@@ -84,13 +84,13 @@ std::string bytesOfFile(const std::string &fileName)
     std::ifstream file(fileName, std::ios::binary);
     std::string bytes;
     char block[64 * 1024];
-    while (file.good() && bytes.size() <= largestSize) {
+    while (file.good() && bytes.size() <= LargestSize) {
         file.read(block, sizeof block);
         bytes.append(block, static_cast<std::size_t>(file.gcount()));
     }
-    if (bytes.size() > largestSize)
+    if (bytes.size() > LargestSize)
         throw RUNTIME_EXCEPTION("The description file '%s' is larger than %zu MiB.", fileName.c_str(),
-                                largestSize >> 20);
+                                LargestSize >> 20);
     if (!file.eof() || file.bad())
         throw RUNTIME_EXCEPTION("The description file '%s' cannot be read: %s.", fileName.c_str(),
                                 std::strerror(errno));
@@ -102,7 +102,7 @@ std::string bytesOfFile(const std::string &fileName)
 std::string descriptionText(const void *data, std::size_t size)
 {
     const std::string_view bytes(static_cast<const char *>(data), data ? size : 0);
-    return isArchive(bytes) ? textOfBytes(descriptionInArchive(bytes, largestSize)) : textOfBytes(bytes);
+    return isArchive(bytes) ? textOfBytes(descriptionInArchive(bytes, LargestSize)) : textOfBytes(bytes);
 }
 
 std::string descriptionTextOfFile(const std::string &fileName)

@@ -12,35 +12,35 @@ namespace {
 template <class Enum>
 using Name = std::pair<Enum, const char *>;
 
-constexpr Name<EAccessMode> accessModes[] = {{NI, "NI"}, {NA, "NA"}, {WO, "WO"},
+constexpr Name<EAccessMode> AccessModes[] = {{NI, "NI"}, {NA, "NA"}, {WO, "WO"},
                                              {RO, "RO"}, {RW, "RW"}, {_UndefinedAccesMode, "_UndefinedAccesMode"}};
-constexpr Name<EVisibility> visibilities[] = {{Beginner, "Beginner"},
+constexpr Name<EVisibility> Visibilities[] = {{Beginner, "Beginner"},
                                               {Expert, "Expert"},
                                               {Guru, "Guru"},
                                               {Invisible, "Invisible"},
                                               {_UndefinedVisibility, "_UndefinedVisibility"}};
-constexpr Name<ERepresentation> representations[] = {
+constexpr Name<ERepresentation> Representations[] = {
     {Linear, "Linear"},         {Logarithmic, "Logarithmic"},
     {Boolean, "Boolean"},       {PureNumber, "PureNumber"},
     {HexNumber, "HexNumber"},   {IPV4Address, "IPV4Address"},
     {MACAddress, "MACAddress"}, {_UndefinedRepresentation, "_UndefinedRepresentation"}};
-constexpr Name<EIncMode> incModes[] = {
+constexpr Name<EIncMode> IncModes[] = {
     {fixedIncrement, "fixedIncrement"}, {listIncrement, "listIncrement"}, {noIncrement, "noIncrement"}};
-constexpr Name<ENameSpace> nameSpaces[] = {
+constexpr Name<ENameSpace> NameSpaces[] = {
     {Custom, "Custom"}, {Standard, "Standard"}, {_UndefinedNameSpace, "_UndefinedNameSpace"}};
-constexpr Name<ECachingMode> cachingModes[] = {{NoCache, "NoCache"},
+constexpr Name<ECachingMode> CachingModes[] = {{NoCache, "NoCache"},
                                                {WriteThrough, "WriteThrough"},
                                                {WriteAround, "WriteAround"},
                                                {_UndefinedCachingMode, "_UndefinedCachingMode"}};
-constexpr Name<EDisplayNotation> displayNotations[] = {{fnAutomatic, "Automatic"},
+constexpr Name<EDisplayNotation> DisplayNotations[] = {{fnAutomatic, "Automatic"},
                                                        {fnFixed, "Fixed"},
                                                        {fnScientific, "Scientific"},
                                                        {_UndefinedEDisplayNotation, "_UndefinedEDisplayNotation"}};
-constexpr Name<EYesNo> yesNo[] = {{Yes, "Yes"}, {No, "No"}, {_UndefinedYesNo, "_UndefinedYesNo"}};
-constexpr Name<EEndianess> endianesses[] = {
+constexpr Name<EYesNo> YesNo[] = {{Yes, "Yes"}, {No, "No"}, {_UndefinedYesNo, "_UndefinedYesNo"}};
+constexpr Name<EEndianess> Endianesses[] = {
     {BigEndian, "BigEndian"}, {LittleEndian, "LittleEndian"}, {_UndefinedEndian, "_UndefinedEndian"}};
-constexpr Name<ESign> signs[] = {{Signed, "Signed"}, {Unsigned, "Unsigned"}, {_UndefinedSign, "_UndefinedSign"}};
-constexpr Name<ESlope> slopes[] = {{Increasing, "Increasing"},
+constexpr Name<ESign> Signs[] = {{Signed, "Signed"}, {Unsigned, "Unsigned"}, {_UndefinedSign, "_UndefinedSign"}};
+constexpr Name<ESlope> Slopes[] = {{Increasing, "Increasing"},
                                    {Decreasing, "Decreasing"},
                                    {Varying, "Varying"},
                                    {Automatic, "Automatic"},
@@ -86,16 +86,16 @@ bool readText(const Name<Enum> (&names)[Count], const char *text, Enum *value)
         return textOf(names, value);                                                                                   \
     }
 
-GENAPI_ENUM_TEXTS(EAccessMode, accessModes)
-GENAPI_ENUM_TEXTS(EVisibility, visibilities)
-GENAPI_ENUM_TEXTS(ERepresentation, representations)
-GENAPI_ENUM_TEXTS(EIncMode, incModes)
-GENAPI_ENUM_TEXTS(ENameSpace, nameSpaces)
-GENAPI_ENUM_TEXTS(ECachingMode, cachingModes)
-GENAPI_ENUM_TEXTS(EDisplayNotation, displayNotations)
-GENAPI_ENUM_TEXTS(EYesNo, yesNo)
-GENAPI_ENUM_TEXTS(EEndianess, endianesses)
-GENAPI_ENUM_TEXTS(ESign, signs)
-GENAPI_ENUM_TEXTS(ESlope, slopes)
+GENAPI_ENUM_TEXTS(EAccessMode, AccessModes)
+GENAPI_ENUM_TEXTS(EVisibility, Visibilities)
+GENAPI_ENUM_TEXTS(ERepresentation, Representations)
+GENAPI_ENUM_TEXTS(EIncMode, IncModes)
+GENAPI_ENUM_TEXTS(ENameSpace, NameSpaces)
+GENAPI_ENUM_TEXTS(ECachingMode, CachingModes)
+GENAPI_ENUM_TEXTS(EDisplayNotation, DisplayNotations)
+GENAPI_ENUM_TEXTS(EYesNo, YesNo)
+GENAPI_ENUM_TEXTS(EEndianess, Endianesses)
+GENAPI_ENUM_TEXTS(ESign, Signs)
+GENAPI_ENUM_TEXTS(ESlope, Slopes)
 
 } // namespace GENAPI_NAMESPACE

@@ -17,7 +17,7 @@ Evaluation::Evaluation(const Node &node, Step step) : m_node(node), m_step(step)
     if (map.evaluationDepth == 0)
         map.evaluationSteps = 0;
     ++map.evaluationSteps;
-    const bool hasRoom = map.evaluationDepth < deepest && map.evaluationSteps < mostSteps;
+    const bool hasRoom = map.evaluationDepth < Deepest && map.evaluationSteps < MostSteps;
     m_entered = hasRoom && !(node.evaluating & step);
     if (m_entered) {
         node.evaluating |= step;

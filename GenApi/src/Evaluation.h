@@ -45,9 +45,9 @@ public:
 
 private:
     // Deeper than any camera's description, and far from the end of a thread's stack.
-    static constexpr int deepest = 400;
+    static constexpr int Deepest = 400;
     // Far more than the category of all features of a big camera needs.
-    static constexpr int mostSteps = 300000;
+    static constexpr int MostSteps = 300000;
 
     const Node &m_node;
     const Step m_step;

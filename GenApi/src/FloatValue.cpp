@@ -13,7 +13,7 @@ namespace NodeEngine {
 
 namespace {
 
-constexpr int64_t defaultPrecision = 6;
+constexpr int64_t DefaultPrecision = 6;
 
 FloatForm formOf(EDisplayNotation notation)
 {
@@ -73,7 +73,7 @@ int64_t FloatValue::GetDisplayPrecision() const
 {
     AutoLock lock(m_map.GetLock());
     const int64_t known = displayPrecision();
-    return known < 0 ? defaultPrecision : known;
+    return known < 0 ? DefaultPrecision : known;
 }
 
 std::string FloatValue::textValue(bool verify, bool fresh)
@@ -82,7 +82,7 @@ std::string FloatValue::textValue(bool verify, bool fresh)
     if (verify)
         requireInRange(value, "GetValue()");
     const int64_t precision = displayPrecision();
-    return floatText(value, formOf(displayNotation()), precision < 0 ? defaultPrecision : precision);
+    return floatText(value, formOf(displayNotation()), precision < 0 ? DefaultPrecision : precision);
 }
 
 void FloatValue::setTextValue(const std::string &text, bool verify)
@@ -96,10 +96,10 @@ void FloatValue::setTextValue(const std::string &text, bool verify)
 
 double FloatValue::typeLimit(Limit limit) const
 {
-    constexpr double most = std::numeric_limits<double>::max();
+    constexpr double Most = std::numeric_limits<double>::max();
     if (limit == Limit::Inc)
         return 1;
-    return limit == Limit::Min ? -most : most;
+    return limit == Limit::Min ? -Most : Most;
 }
 
 int64_t FloatValue::integerLimit(Limit limit) const

@@ -10,9 +10,9 @@ namespace NodeEngine {
 
 namespace {
 
-constexpr double twoTo63 = 9223372036854775808.0;
-constexpr int64_t lowest = std::numeric_limits<int64_t>::min();
-constexpr int64_t highest = std::numeric_limits<int64_t>::max();
+constexpr double TwoTo63 = 9223372036854775808.0;
+constexpr int64_t Lowest = std::numeric_limits<int64_t>::min();
+constexpr int64_t Highest = std::numeric_limits<int64_t>::max();
 
 // Two's complement arithmetic that wraps: unsigned inside, since signed overflow is undefined.
 uint64_t bits(int64_t value)
@@ -29,9 +29,9 @@ int64_t truncated(double value)
 {
     if (std::isnan(value))
         throw FormulaError("not a number where an integer is needed");
-    if (value >= twoTo63)
-        return value < 2 * twoTo63 ? wrapped(static_cast<uint64_t>(value)) : highest;
-    return value < -twoTo63 ? lowest : static_cast<int64_t>(value);
+    if (value >= TwoTo63)
+        return value < 2 * TwoTo63 ? wrapped(static_cast<uint64_t>(value)) : Highest;
+    return value < -TwoTo63 ? Lowest : static_cast<int64_t>(value);
 }
 
 template <class Number>
@@ -145,7 +145,7 @@ double transcendental(FormulaOp op, double value)
 int64_t nearestInteger(double value)
 {
     const double rounded = std::round(value);
-    return rounded >= twoTo63 ? highest : truncated(rounded);
+    return rounded >= TwoTo63 ? Highest : truncated(rounded);
 }
 
 int64_t applied(FormulaOp op, int64_t value)

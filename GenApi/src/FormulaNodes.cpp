@@ -92,9 +92,9 @@ std::optional<double> ConverterPart::mapped(double valueOfTarget) const
 bool ConverterPart::isFalling() const
 {
     // In double the greatest int64 is 2^63, which bitwise operators take for a negative number.
-    constexpr double greatestBelow = 9223372036854774784.0;
+    constexpr double GreatestBelow = 9223372036854774784.0;
     const bool isWhole = m_target->GetPrincipalInterfaceType() != intfIFloat;
-    const double most = isWhole ? greatestBelow : std::numeric_limits<double>::infinity();
+    const double most = isWhole ? GreatestBelow : std::numeric_limits<double>::infinity();
     const std::optional<double> low = mapped(std::max(m_target->floatLimit(Limit::Min), -most));
     const std::optional<double> high = mapped(std::min(m_target->floatLimit(Limit::Max), most));
     return low && high && *low > *high;

@@ -23,9 +23,9 @@ struct FormulaParser::Function
 
 namespace {
 
-constexpr int highestLevel = 256;
-constexpr int powerPrecedence = 11;
-constexpr std::size_t quotedLength = 120;
+constexpr int HighestLevel = 256;
+constexpr int PowerPrecedence = 11;
+constexpr std::size_t QuotedLength = 120;
 
 bool isDigit(char c)
 {
@@ -53,8 +53,8 @@ bool equalsIgnoringCase(std::string_view name, std::string_view upper)
 } // namespace
 
 // A symbol stands before those that it begins with. && and || compile to jumps, their op names the jump.
-const FormulaParser::Operator FormulaParser::operators[] = {
-    {"**", powerPrecedence, FormulaOp::Power},
+const FormulaParser::Operator FormulaParser::Operators[] = {
+    {"**", PowerPrecedence, FormulaOp::Power},
     {"*", 10, FormulaOp::Multiply},
     {"/", 10, FormulaOp::Divide},
     {"%", 10, FormulaOp::Remainder},
@@ -77,7 +77,7 @@ const FormulaParser::Operator FormulaParser::operators[] = {
     {"|", 3, FormulaOp::BitOr},
 };
 
-const FormulaParser::Function FormulaParser::functions[] = {
+const FormulaParser::Function FormulaParser::Functions[] = {
     {"SGN", FormulaOp::Sign},    {"NEG", FormulaOp::Minus},   {"ABS", FormulaOp::Abs},     {"SQRT", FormulaOp::Sqrt},
     {"EXP", FormulaOp::Exp},     {"LN", FormulaOp::Ln},       {"LG", FormulaOp::Lg},       {"SIN", FormulaOp::Sin},
     {"COS", FormulaOp::Cos},     {"TAN", FormulaOp::Tan},     {"ASIN", FormulaOp::Asin},   {"ACOS", FormulaOp::Acos},
@@ -129,7 +129,7 @@ void FormulaParser::parseBinary(int lowestPrecedence)
             parseLogical(*next);
         } else if (next->op == FormulaOp::Power) {
             enterLevel();
-            parseBinary(powerPrecedence);
+            parseBinary(PowerPrecedence);
             --m_level;
             emit(next->op);
         } else {
@@ -241,8 +241,8 @@ void FormulaParser::parseConstant(std::string_view name)
 void FormulaParser::parseCall(std::string_view name)
 {
     const auto isCalled = [name](const Function &function) { return equalsIgnoringCase(name, function.name); };
-    const auto *function = std::find_if(std::begin(functions), std::end(functions), isCalled);
-    if (function == std::end(functions))
+    const auto *function = std::find_if(std::begin(Functions), std::end(Functions), isCalled);
+    if (function == std::end(Functions))
         fail("unknown function \"" + std::string(name) + "\"");
     expect('(');
     parseExpression();
@@ -282,8 +282,8 @@ const FormulaParser::Operator *FormulaParser::nextOperator()
     const auto isNext = [rest](const Operator &candidate) {
         return rest.substr(0, candidate.symbol.size()) == candidate.symbol;
     };
-    const auto *found = std::find_if(std::begin(operators), std::end(operators), isNext);
-    return found == std::end(operators) ? nullptr : found;
+    const auto *found = std::find_if(std::begin(Operators), std::end(Operators), isNext);
+    return found == std::end(Operators) ? nullptr : found;
 }
 
 std::string_view FormulaParser::takeName()
@@ -330,7 +330,7 @@ void FormulaParser::jumpFromHere(std::size_t step)
 
 void FormulaParser::enterLevel()
 {
-    if (++m_level > highestLevel)
+    if (++m_level > HighestLevel)
         fail("nested too deeply");
 }
 
@@ -342,7 +342,7 @@ bool FormulaParser::isDeclared(std::string_view name) const
 void FormulaParser::fail(const std::string &what) const
 {
     throw FormulaError(what + " at position " + std::to_string(m_position + 1) + " of formula \""
-                       + std::string(m_text.substr(0, quotedLength)) + "\"");
+                       + std::string(m_text.substr(0, QuotedLength)) + "\"");
 }
 
 } // namespace NodeEngine

@@ -20,8 +20,8 @@ public:
 private:
     struct Operator;
     struct Function;
-    static const Operator operators[];
-    static const Function functions[];
+    static const Operator Operators[];
+    static const Function Functions[];
 
     void parseExpression();
     void parseBinary(int lowestPrecedence);

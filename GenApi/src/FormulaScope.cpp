@@ -12,8 +12,8 @@ namespace NodeEngine {
 namespace {
 
 // Expressions may use each other, but not without end, nor so often that a formula takes seconds.
-constexpr int deepestExpression = 30;
-constexpr int mostExpressions = 2000;
+constexpr int DeepestExpression = 30;
+constexpr int MostExpressions = 2000;
 
 } // namespace
 
@@ -91,7 +91,7 @@ FormulaScope::Binding FormulaScope::bindingOf(std::string_view name, int depth)
     }
     const auto expression = std::find_if(m_expressions.begin(), m_expressions.end(), isName);
     if (expression != m_expressions.end()) {
-        if (depth == deepestExpression || ++m_expressionUses > mostExpressions)
+        if (depth == DeepestExpression || ++m_expressionUses > MostExpressions)
             throw FormulaError("its expressions use each other without end");
         binding.kind = Binding::Expression;
         binding.expression = bind(expression->text, depth + 1);
@@ -120,18 +120,18 @@ FormulaScope::Binding FormulaScope::bindingOf(const Link &link, std::string_view
     Binding binding;
     binding.kind = Binding::Value;
     binding.node = link.target;
-    constexpr std::string_view entryPrefix = ".Entry.";
+    constexpr std::string_view EntryPrefix = ".Entry.";
     if (property == ".Min")
         binding.kind = Binding::Min;
     else if (property == ".Max")
         binding.kind = Binding::Max;
     else if (property == ".Inc")
         binding.kind = Binding::Inc;
-    else if (property.substr(0, entryPrefix.size()) == entryPrefix) {
+    else if (property.substr(0, EntryPrefix.size()) == EntryPrefix) {
         binding.kind = Binding::Constant;
-        Node *entry = entryOf(*link.target, property.substr(entryPrefix.size()));
+        Node *entry = entryOf(*link.target, property.substr(EntryPrefix.size()));
         if (!entry)
-            throw FormulaError("there is no entry '" + std::string(property.substr(entryPrefix.size())) + "'");
+            throw FormulaError("there is no entry '" + std::string(property.substr(EntryPrefix.size())) + "'");
         binding.integer = integerOfDescription(entry->text(Tag::Value)).value_or(0);
         binding.real = static_cast<double>(binding.integer);
     } else if (!property.empty() && property != ".Value")
@@ -186,9 +186,9 @@ Number FormulaScope::evaluate(const Bound &formula, Number input, bool fresh)
 template <class Number>
 Number FormulaScope::slotValue(const Binding &binding, Number input, bool fresh)
 {
-    constexpr bool isReal = std::is_same_v<Number, double>;
+    constexpr bool IsReal = std::is_same_v<Number, double>;
     const auto limit = [&](Limit which) -> Number {
-        if constexpr (isReal)
+        if constexpr (IsReal)
             return binding.node->floatLimit(which);
         else
             return binding.node->integerLimit(which);
@@ -197,7 +197,7 @@ Number FormulaScope::slotValue(const Binding &binding, Number input, bool fresh)
     case Binding::Input:
         return input;
     case Binding::Constant:
-        return isReal ? static_cast<Number>(binding.real) : static_cast<Number>(binding.integer);
+        return IsReal ? static_cast<Number>(binding.real) : static_cast<Number>(binding.integer);
     case Binding::Expression:
         return evaluate(*binding.expression, input, fresh);
     case Binding::Min:
@@ -209,7 +209,7 @@ Number FormulaScope::slotValue(const Binding &binding, Number input, bool fresh)
     case Binding::Value:
         break;
     }
-    if constexpr (isReal)
+    if constexpr (IsReal)
         return binding.node->floatValue(fresh);
     else
         return binding.node->integerValue(fresh);

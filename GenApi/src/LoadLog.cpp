@@ -7,10 +7,10 @@ namespace NodeEngine {
 
 void LoadLog::warn(const std::string &cause)
 {
-    if (m_written.size() > mostCauses || !m_written.insert(cause).second)
+    if (m_written.size() > MostCauses || !m_written.insert(cause).second)
         return;
     std::clog << "GenApi: " << m_source << ": "
-              << (m_written.size() > mostCauses ? "more oddities are not listed" : cause) << std::endl;
+              << (m_written.size() > MostCauses ? "more oddities are not listed" : cause) << std::endl;
 }
 
 } // namespace NodeEngine

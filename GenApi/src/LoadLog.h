@@ -17,7 +17,7 @@ public:
 
 private:
     // A description that is wrong everywhere must not flood the host's log.
-    static constexpr std::size_t mostCauses = 100;
+    static constexpr std::size_t MostCauses = 100;
 
     std::string m_source;
     std::set<std::string> m_written;

@@ -18,7 +18,7 @@ public:
     /// Makes room for that many names.
     void reserve(std::size_t count)
     {
-        std::size_t size = smallest;
+        std::size_t size = Smallest;
         while (size < count * 2)
             size *= 2;
         const std::vector<Slot> old = std::exchange(m_slots, std::vector<Slot>(size));
@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t smallest = 16;
+    static constexpr std::size_t Smallest = 16;
 
     struct Slot
     {

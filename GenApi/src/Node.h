@@ -178,9 +178,9 @@ public:
     /// Mark of the list that this node was put into last.
     mutable uint64_t listMark = 0;
 
-    static constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
+    static constexpr std::size_t Nowhere = static_cast<std::size_t>(-1);
     /// Index in the map's list of nodes.
-    std::size_t position = nowhere;
+    std::size_t position = Nowhere;
 
     // The graph; filled by Dependencies.
     /// Number of the cycle of nodes that read each other, 0 for a node in none.

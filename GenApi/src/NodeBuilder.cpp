@@ -143,7 +143,7 @@ void NodeBuilder::link(Node &from, Tag role, Node &target)
 
 void NodeBuilder::mention(Node &node)
 {
-    if (node.position != Node::nowhere)
+    if (node.position != Node::Nowhere)
         return;
     node.position = m_map.m_order.size();
     m_map.m_order.push_back(&node);

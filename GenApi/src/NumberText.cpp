@@ -89,8 +89,8 @@ std::optional<int64_t> integerOfText(std::string_view text)
     const Magnitude magnitude = magnitudeOf(digits, base);
     if (magnitude.length == 0)
         return std::nullopt;
-    constexpr uint64_t most = std::numeric_limits<int64_t>::max();
-    if (magnitude.overflow || magnitude.value > most)
+    constexpr uint64_t Most = std::numeric_limits<int64_t>::max();
+    if (magnitude.overflow || magnitude.value > Most)
         return negative ? std::numeric_limits<int64_t>::min() : std::numeric_limits<int64_t>::max();
     return negatedIf(negative, magnitude.value);
 }

@@ -183,9 +183,9 @@ std::string RawRegisterNode::textValue(bool, bool fresh)
     const std::vector<uint8_t> &bytes = m_register.read(fresh);
     std::string text = bytes.empty() ? "" : "0x";
     for (const uint8_t byte : bytes) {
-        constexpr char digits[] = "0123456789abcdef";
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
+        constexpr char Digits[] = "0123456789abcdef";
+        text += Digits[byte >> 4];
+        text += Digits[byte & 15];
     }
     return text;
 }

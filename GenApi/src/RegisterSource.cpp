@@ -16,7 +16,7 @@ namespace NodeEngine {
 namespace {
 
 // What a wrong or lying description may ask for at most.
-constexpr int64_t greatestRegister = 16 * 1024 * 1024;
+constexpr int64_t GreatestRegister = 16 * 1024 * 1024;
 
 int64_t sum(int64_t a, int64_t b)
 {
@@ -127,7 +127,7 @@ int64_t RegisterSource::length() const
     if (length < 0)
         throw RuntimeException("The register has a negative length.", __FILE__, __LINE__, "", m_owner.name().c_str(),
                                "RuntimeException");
-    return std::min(length, greatestRegister);
+    return std::min(length, GreatestRegister);
 }
 
 CacheLine &RegisterSource::line()

@@ -8,7 +8,7 @@ namespace NodeEngine {
 namespace {
 
 // Of texts that live in the node itself.
-constexpr int64_t greatestConstant = 1073741820;
+constexpr int64_t GreatestConstant = 1073741820;
 
 } // namespace
 
@@ -101,7 +101,7 @@ void StringNode::writeString(const std::string &value, bool verify)
 
 int64_t StringNode::capacity()
 {
-    return m_target ? m_target->greatestLength() : greatestConstant;
+    return m_target ? m_target->greatestLength() : GreatestConstant;
 }
 
 } // namespace NodeEngine

@@ -8,7 +8,7 @@ namespace NodeEngine {
 namespace {
 
 // In the order of the enumeration.
-constexpr const char *names[] = {
+constexpr const char *Names[] = {
     "",
     "Category",
     "Integer",
@@ -103,8 +103,8 @@ constexpr const char *names[] = {
     "pChunkID",
     "SwapEndianess",
 };
-constexpr std::size_t nameCount = sizeof names / sizeof names[0];
-static_assert(nameCount == static_cast<std::size_t>(Tag::Count));
+constexpr std::size_t NameCount = sizeof Names / sizeof Names[0];
+static_assert(NameCount == static_cast<std::size_t>(Tag::Count));
 
 // Open addressing, at most a third full: one comparison for nearly every name.
 class TagTable
@@ -112,18 +112,18 @@ class TagTable
 public:
     TagTable()
     {
-        for (std::size_t i = 1; i < nameCount; ++i) {
-            std::size_t slot = hash(names[i]);
-            while (!m_slots[slot % slotCount].name.empty())
+        for (std::size_t i = 1; i < NameCount; ++i) {
+            std::size_t slot = hash(Names[i]);
+            while (!m_slots[slot % SlotCount].name.empty())
                 ++slot;
-            m_slots[slot % slotCount] = {names[i], static_cast<Tag>(i)};
+            m_slots[slot % SlotCount] = {Names[i], static_cast<Tag>(i)};
         }
     }
 
     Tag find(std::string_view name) const
     {
         for (std::size_t slot = hash(name);; ++slot) {
-            const Slot &candidate = m_slots[slot % slotCount];
+            const Slot &candidate = m_slots[slot % SlotCount];
             if (candidate.name == name)
                 return candidate.tag;
             if (candidate.name.empty())
@@ -137,8 +137,8 @@ private:
         std::string_view name;
         Tag tag = Tag::Unknown;
     };
-    static constexpr std::size_t slotCount = 512;
-    static_assert(nameCount * 3 < slotCount);
+    static constexpr std::size_t SlotCount = 512;
+    static_assert(NameCount * 3 < SlotCount);
 
     // Of the length and three letters; the factors give each known name a slot of its own.
     static std::size_t hash(std::string_view name)
@@ -149,20 +149,20 @@ private:
         return name.size() * 13 + letter(0) * 11 + letter(name.size() - 1) * 17 + letter(name.size() / 2) * 29;
     }
 
-    std::array<Slot, slotCount> m_slots;
+    std::array<Slot, SlotCount> m_slots;
 };
 
 } // namespace
 
 Tag tagOf(std::string_view name)
 {
-    static const TagTable table;
-    return name.empty() ? Tag::Unknown : table.find(name);
+    static const TagTable Table;
+    return name.empty() ? Tag::Unknown : Table.find(name);
 }
 
 const char *tagName(Tag tag)
 {
-    return names[static_cast<std::size_t>(tag)];
+    return Names[static_cast<std::size_t>(tag)];
 }
 
 } // namespace NodeEngine

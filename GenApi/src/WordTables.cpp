@@ -14,17 +14,17 @@ struct Word
     Enum value;
 };
 
-constexpr Word<EVisibility> visibilities[] = {
+constexpr Word<EVisibility> Visibilities[] = {
     {"Beginner", Beginner}, {"Expert", Expert}, {"Guru", Guru}, {"Invisible", Invisible}};
-constexpr Word<EAccessMode> accessModes[] = {{"RW", RW}, {"RO", RO}, {"WO", WO}, {"NA", NA}, {"NI", NI}};
-constexpr Word<ECachingMode> cachingModes[] = {
+constexpr Word<EAccessMode> AccessModes[] = {{"RW", RW}, {"RO", RO}, {"WO", WO}, {"NA", NA}, {"NI", NI}};
+constexpr Word<ECachingMode> CachingModes[] = {
     {"WriteThrough", WriteThrough}, {"WriteAround", WriteAround}, {"NoCache", NoCache}};
-constexpr Word<ERepresentation> representations[] = {
+constexpr Word<ERepresentation> Representations[] = {
     {"Linear", Linear},       {"Logarithmic", Logarithmic}, {"Boolean", Boolean},      {"PureNumber", PureNumber},
     {"HexNumber", HexNumber}, {"IPV4Address", IPV4Address}, {"MACAddress", MACAddress}};
-constexpr Word<EDisplayNotation> displayNotations[] = {
+constexpr Word<EDisplayNotation> DisplayNotations[] = {
     {"Automatic", fnAutomatic}, {"Fixed", fnFixed}, {"Scientific", fnScientific}};
-constexpr Word<ESlope> slopes[] = {
+constexpr Word<ESlope> Slopes[] = {
     {"Increasing", Increasing}, {"Decreasing", Decreasing}, {"Varying", Varying}, {"Automatic", Automatic}};
 
 template <class Enum, std::size_t size>
@@ -51,47 +51,47 @@ const char *textOf(const Word<Enum> (&words)[size], Enum value)
 
 EVisibility visibilityOf(std::string_view word)
 {
-    return valueOf(visibilities, word, Beginner);
+    return valueOf(Visibilities, word, Beginner);
 }
 
 EAccessMode accessModeOf(std::string_view word, EAccessMode fallback)
 {
-    return valueOf(accessModes, word, fallback);
+    return valueOf(AccessModes, word, fallback);
 }
 
 ECachingMode cachingModeOf(std::string_view word)
 {
-    return valueOf(cachingModes, word, WriteThrough);
+    return valueOf(CachingModes, word, WriteThrough);
 }
 
 ERepresentation representationOf(std::string_view word)
 {
-    return valueOf(representations, word, _UndefinedRepresentation);
+    return valueOf(Representations, word, _UndefinedRepresentation);
 }
 
 EDisplayNotation displayNotationOf(std::string_view word)
 {
-    return valueOf(displayNotations, word, fnAutomatic);
+    return valueOf(DisplayNotations, word, fnAutomatic);
 }
 
 ESlope slopeOf(std::string_view word)
 {
-    return valueOf(slopes, word, Automatic);
+    return valueOf(Slopes, word, Automatic);
 }
 
 const char *wordOf(EVisibility visibility)
 {
-    return textOf(visibilities, visibility);
+    return textOf(Visibilities, visibility);
 }
 
 const char *wordOf(EAccessMode mode)
 {
-    return textOf(accessModes, mode);
+    return textOf(AccessModes, mode);
 }
 
 const char *wordOf(ECachingMode mode)
 {
-    return textOf(cachingModes, mode);
+    return textOf(CachingModes, mode);
 }
 
 } // namespace NodeEngine

@@ -10,7 +10,7 @@
 class FaultyNode : public GenApi::INode
 {
 public:
-    explicit FaultyNode(std::function<void()> fault) : fault(std::move(fault)) { }
+    explicit FaultyNode(std::function<void()> fault) : m_fault(std::move(fault)) { }
 
     bool hasShape = false; ///< answers what the tree asks when it builds its rows; the value still fails
     const char *name = "Faulty";
@@ -24,7 +24,7 @@ public:
 
     GenApi::EAccessMode GetAccessMode() const override { return fail<GenApi::EAccessMode>(); }
     GenApi::ENameSpace GetNameSpace() const override { return fail<GenApi::ENameSpace>(); }
-    void InvalidateNode() override { fault(); }
+    void InvalidateNode() override { m_fault(); }
     bool IsCachable() const override { return fail<bool>(); }
     GenApi::EYesNo IsAccessModeCacheable() const override { return fail<GenApi::EYesNo>(); }
     GenApi::ECachingMode GetCachingMode() const override { return fail<GenApi::ECachingMode>(); }
@@ -32,19 +32,19 @@ public:
     GenICam::gcstring GetDescription() const override { return fail<GenICam::gcstring>(); }
     GenICam::gcstring GetDisplayName() const override { return fail<GenICam::gcstring>(); }
     GenICam::gcstring GetDeviceName() const override { return fail<GenICam::gcstring>(); }
-    void GetChildren(GenApi::NodeList_t &, GenApi::ELinkType) const override { fault(); }
+    void GetChildren(GenApi::NodeList_t &, GenApi::ELinkType) const override { m_fault(); }
     GenApi::CallbackHandleType RegisterCallback(GenApi::CNodeCallback *) override { return fail<intptr_t>(); }
     bool DeregisterCallback(GenApi::CallbackHandleType) override { return fail<bool>(); }
     GenApi::INodeMap *GetNodeMap() const override { return fail<GenApi::INodeMap *>(); }
     GenICam::gcstring GetEventID() const override { return fail<GenICam::gcstring>(); }
     bool IsStreamable() const override { return fail<bool>(); }
-    void GetPropertyNames(GenICam::gcstring_vector &) const override { fault(); }
+    void GetPropertyNames(GenICam::gcstring_vector &) const override { m_fault(); }
     bool GetProperty(const GenICam::gcstring &, GenICam::gcstring &, GenICam::gcstring &) override
     {
         return fail<bool>();
     }
-    void ImposeAccessMode(GenApi::EAccessMode) override { fault(); }
-    void ImposeVisibility(GenApi::EVisibility) override { fault(); }
+    void ImposeAccessMode(GenApi::EAccessMode) override { m_fault(); }
+    void ImposeVisibility(GenApi::EVisibility) override { m_fault(); }
     GenApi::INode *GetAlias() const override { return fail<GenApi::INode *>(); }
     GenApi::INode *GetCastAlias() const override { return fail<GenApi::INode *>(); }
     GenICam::gcstring GetDocuURL() const override { return fail<GenICam::gcstring>(); }
@@ -55,15 +55,15 @@ private:
     Result answer(Result result) const
     {
         if (!hasShape)
-            fault();
+            m_fault();
         return result;
     }
     template <class Result>
     Result fail() const
     {
-        fault();
+        m_fault();
         return {};
     }
 
-    std::function<void()> fault;
+    std::function<void()> m_fault;
 };

@@ -21,7 +21,7 @@ protected:
     void open();
     void close();
 
-    QModelIndex cell(const char *name, int column = 1) const { return findRow(*model, name, column); }
+    QModelIndex cell(const char *name, int column = 1) const { return findRow(*m_model, name, column); }
     bool isShown(const char *name) const;
     void click(const char *name, int column = 1);
     /// What has the focus, if it is of this kind.
@@ -32,8 +32,8 @@ protected:
     }
     QPushButton *openCommand(const char *name);
 
-    std::unique_ptr<FatalMessages> messages;
-    std::unique_ptr<TestCamera> camera;
-    std::unique_ptr<TreeModel> model;
-    std::unique_ptr<FeatureTreeView> view;
+    std::unique_ptr<FatalMessages> m_messages;
+    std::unique_ptr<TestCamera> m_camera;
+    std::unique_ptr<TreeModel> m_model;
+    std::unique_ptr<FeatureTreeView> m_view;
 };

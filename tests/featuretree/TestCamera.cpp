@@ -5,7 +5,7 @@
 
 namespace {
 
-const char *const elements = R"(
+const char *const Elements = R"(
 <Category Name="Root" NameSpace="Standard">
   <pFeature>Image</pFeature><pFeature>Kinds</pFeature><pFeature>Network</pFeature>
   <pFeature>Access</pFeature><pFeature>Experts</pFeature><pFeature>Empty</pFeature>
@@ -150,5 +150,5 @@ std::string TestCamera::description(const std::string &elements)
 
 std::string TestCamera::builtIn()
 {
-    return description(elements + registers());
+    return description(Elements + registers());
 }

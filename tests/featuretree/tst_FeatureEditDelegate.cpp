@@ -52,7 +52,7 @@ private Q_SLOTS:
     void disabledTouchesNoNode();
 
 private:
-    QModelIndex cell(const char *name) const { return findRow(*model, name, 1); }
+    QModelIndex cell(const char *name) const { return findRow(*m_model, name, 1); }
     QWidget *open(const char *name);
     template <class Editor>
     Editor *openAs(const char *name)
@@ -62,46 +62,46 @@ private:
     QString shownText(const char *name, const QLocale &locale = QLocale::c()) const;
     QImage painted(const QModelIndex &index, const QString &overlay = {}) const;
 
-    std::unique_ptr<TestCamera> camera;
-    std::unique_ptr<TreeModel> model;
-    std::unique_ptr<QWidget> window;
-    std::unique_ptr<FeatureEditDelegate> delegate;
+    std::unique_ptr<TestCamera> m_camera;
+    std::unique_ptr<TreeModel> m_model;
+    std::unique_ptr<QWidget> m_window;
+    std::unique_ptr<FeatureEditDelegate> m_delegate;
 };
 
 void tst_FeatureEditDelegate::init()
 {
     FakeHostCore::instance().reset();
-    camera = std::make_unique<TestCamera>();
-    camera->port.poke(TestCamera::Width, 48);
-    camera->port.pokeDouble(TestCamera::Gain, 2.5);
-    camera->port.poke(TestCamera::Flags, 255, 8);
-    camera->port.poke(TestCamera::Mask, 0xffffff00);
-    camera->port.poke(TestCamera::Mac, 0x001a2b3c4d5e, 8);
-    camera->port.poke(TestCamera::Selector, 1);
-    camera->port.pokeText(TestCamera::Label, "text", 64);
-    camera->port.pokeDouble(TestCamera::Temperature, 12.3456);
-    model = std::make_unique<TreeModel>(QStringList{QString(), QString()}, camera->nodes());
-    model->AddModelData(camera->nodes(), QString());
-    window = std::make_unique<QWidget>();
-    delegate = std::make_unique<FeatureEditDelegate>();
-    camera->port.resetCounters();
+    m_camera = std::make_unique<TestCamera>();
+    m_camera->port.poke(TestCamera::Width, 48);
+    m_camera->port.pokeDouble(TestCamera::Gain, 2.5);
+    m_camera->port.poke(TestCamera::Flags, 255, 8);
+    m_camera->port.poke(TestCamera::Mask, 0xffffff00);
+    m_camera->port.poke(TestCamera::Mac, 0x001a2b3c4d5e, 8);
+    m_camera->port.poke(TestCamera::Selector, 1);
+    m_camera->port.pokeText(TestCamera::Label, "text", 64);
+    m_camera->port.pokeDouble(TestCamera::Temperature, 12.3456);
+    m_model = std::make_unique<TreeModel>(QStringList{QString(), QString()}, m_camera->nodes());
+    m_model->AddModelData(m_camera->nodes(), QString());
+    m_window = std::make_unique<QWidget>();
+    m_delegate = std::make_unique<FeatureEditDelegate>();
+    m_camera->port.resetCounters();
 }
 
 void tst_FeatureEditDelegate::cleanup()
 {
-    delegate.reset();
-    window.reset();
-    model.reset();
-    camera.reset();
+    m_delegate.reset();
+    m_window.reset();
+    m_model.reset();
+    m_camera.reset();
 }
 
 /// A filled editor of that feature, with the delegate's event filter as a view would install it.
 QWidget *tst_FeatureEditDelegate::open(const char *name)
 {
-    QWidget *editor = delegate->createEditor(window.get(), QStyleOptionViewItem(), cell(name));
+    QWidget *editor = m_delegate->createEditor(m_window.get(), QStyleOptionViewItem(), cell(name));
     if (editor) {
-        editor->installEventFilter(delegate.get());
-        delegate->setEditorData(editor, cell(name));
+        editor->installEventFilter(m_delegate.get());
+        m_delegate->setEditorData(editor, cell(name));
     }
     return editor;
 }
@@ -133,8 +133,8 @@ void tst_FeatureEditDelegate::choosesEditor()
     QFETCH(QByteArray, editor);
     const QWidget *widget = open(name);
     QCOMPARE(QByteArray(widget ? widget->metaObject()->className() : ""), editor);
-    QCOMPARE(delegate->isEditable(cell(name)), !editor.isEmpty());
-    QVERIFY(!delegate->createEditor(window.get(), QStyleOptionViewItem(), cell(name).siblingAtColumn(0)));
+    QCOMPARE(m_delegate->isEditable(cell(name)), !editor.isEmpty());
+    QVERIFY(!m_delegate->createEditor(m_window.get(), QStyleOptionViewItem(), cell(name).siblingAtColumn(0)));
 }
 
 void tst_FeatureEditDelegate::maskedEditors_data()
@@ -173,19 +173,19 @@ void tst_FeatureEditDelegate::maskedEditors()
     QVERIFY(line);
     QCOMPARE(line->inputMask(), mask);
     QCOMPARE(line->text(), text);
-    delegate->setModelData(line, model.get(), cell(name));
+    m_delegate->setModelData(line, m_model.get(), cell(name));
     QCOMPARE(FakeHostCore::instance().calls(), QStringList());
     line->selectAll();
     QTest::keyClick(line, Qt::Key_Delete);
     QTest::keyClicks(line, typed);
-    delegate->setModelData(line, model.get(), cell(name));
-    delegate->setModelData(line, model.get(), cell(name)); // once more when the editor closes
+    m_delegate->setModelData(line, m_model.get(), cell(name));
+    m_delegate->setModelData(line, m_model.get(), cell(name)); // once more when the editor closes
     const QString discarded = QStringLiteral("VLogInfo(FeatureEditDelegate, %1: addresses are not written, \"%2\" is "
                                              "discarded, 0)")
                                   .arg(QString::fromUtf8(name), line->text());
     QCOMPARE(FakeHostCore::instance().calls(), mask == hex ? QStringList() : QStringList(discarded));
     const int length = address == TestCamera::Mask || address == TestCamera::Address4 ? 4 : 8;
-    QCOMPARE(quint64(camera->port.peek(address, length)), written);
+    QCOMPARE(quint64(m_camera->port.peek(address, length)), written);
 }
 
 void tst_FeatureEditDelegate::spinBoxes()
@@ -229,19 +229,19 @@ void tst_FeatureEditDelegate::lists()
     QCOMPARE(selector->itemText(0), QStringLiteral("Zulu"));
     QCOMPARE(selector->itemText(1), QStringLiteral("Alpha"));
     QCOMPARE(selector->currentText(), QStringLiteral("Alpha"));
-    delegate->setEditorData(selector, cell("Selector"));
+    m_delegate->setEditorData(selector, cell("Selector"));
     QCOMPARE(selector->count(), 2);
 }
 
 void tst_FeatureEditDelegate::currentEntryThatIsGone()
 {
-    camera->port.poke(TestCamera::Selector, 2);
-    camera->map->InvalidateNodes();
+    m_camera->port.poke(TestCamera::Selector, 2);
+    m_camera->map->InvalidateNodes();
     auto *selector = openAs<QComboBox>("Selector");
     QVERIFY(selector);
     QCOMPARE(selector->count(), 2);
-    delegate->setModelData(selector, model.get(), cell("Selector"));
-    QCOMPARE(camera->port.writes, 0u);
+    m_delegate->setModelData(selector, m_model.get(), cell("Selector"));
+    QCOMPARE(m_camera->port.writes, 0u);
 }
 
 void tst_FeatureEditDelegate::commits_data()
@@ -272,8 +272,8 @@ void tst_FeatureEditDelegate::commits()
         list->setCurrentIndex(value.toInt());
     else if (auto *line = qobject_cast<QLineEdit *>(editor))
         line->setText(value.toString());
-    delegate->setModelData(editor, model.get(), cell(name));
-    QCOMPARE(quint64(camera->port.peek(address, 8)), written);
+    m_delegate->setModelData(editor, m_model.get(), cell(name));
+    QCOMPARE(quint64(m_camera->port.peek(address, 8)), written);
 }
 
 void tst_FeatureEditDelegate::unchangedEditorWritesNothing_data()
@@ -288,48 +288,48 @@ void tst_FeatureEditDelegate::unchangedEditorWritesNothing_data()
 void tst_FeatureEditDelegate::unchangedEditorWritesNothing()
 {
     QFETCH(QByteArray, name);
-    camera->port.poke(TestCamera::Big, (quint64(1) << 53) + 1, 8);
-    const QVariant before = model->getItem(cell(name))->data(1);
+    m_camera->port.poke(TestCamera::Big, (quint64(1) << 53) + 1, 8);
+    const QVariant before = m_model->getItem(cell(name))->data(1);
     QWidget *editor = open(name);
     QVERIFY(editor);
-    delegate->setModelData(editor, model.get(), cell(name));
-    QCOMPARE(camera->port.writes, 0u);
-    QCOMPARE(model->getItem(cell(name))->data(1), before);
+    m_delegate->setModelData(editor, m_model.get(), cell(name));
+    QCOMPARE(m_camera->port.writes, 0u);
+    QCOMPARE(m_model->getItem(cell(name))->data(1), before);
 }
 
 void tst_FeatureEditDelegate::editorOfAFailedReadWritesNothing()
 {
-    camera->port.readFault = MemoryPort::Fault::Timeout;
+    m_camera->port.readFault = MemoryPort::Fault::Timeout;
     QWidget *editor = open("Uncached");
     QVERIFY(editor);
-    camera->port.readFault = MemoryPort::Fault::None;
-    delegate->setModelData(editor, model.get(), cell("Uncached"));
-    QCOMPARE(camera->port.writes, 0u);
+    m_camera->port.readFault = MemoryPort::Fault::None;
+    m_delegate->setModelData(editor, m_model.get(), cell("Uncached"));
+    QCOMPARE(m_camera->port.writes, 0u);
 
-    camera->port.poke(TestCamera::Switch, 1);
-    camera->map->InvalidateNodes();
-    editor = delegate->createEditor(window.get(), QStyleOptionViewItem(), cell("Gated"));
+    m_camera->port.poke(TestCamera::Switch, 1);
+    m_camera->map->InvalidateNodes();
+    editor = m_delegate->createEditor(m_window.get(), QStyleOptionViewItem(), cell("Gated"));
     QVERIFY(editor);
-    camera->map->InvalidateNodes();
-    camera->port.readFault = MemoryPort::Fault::Timeout;
-    delegate->setEditorData(editor, cell("Gated"));
-    camera->port.readFault = MemoryPort::Fault::None;
-    delegate->setModelData(editor, model.get(), cell("Gated"));
-    QCOMPARE(model->getItem(cell("Gated"))->data(1), QVariant(qint64(1)));
+    m_camera->map->InvalidateNodes();
+    m_camera->port.readFault = MemoryPort::Fault::Timeout;
+    m_delegate->setEditorData(editor, cell("Gated"));
+    m_camera->port.readFault = MemoryPort::Fault::None;
+    m_delegate->setModelData(editor, m_model.get(), cell("Gated"));
+    QCOMPARE(m_model->getItem(cell("Gated"))->data(1), QVariant(qint64(1)));
 }
 
 void tst_FeatureEditDelegate::choiceIsCommittedAtOnce()
 {
     auto *selector = openAs<QComboBox>("Selector");
     QVERIFY(selector);
-    QSignalSpy spy(delegate.get(), &FeatureEditDelegate::commitData);
-    window->show();
+    QSignalSpy spy(m_delegate.get(), &FeatureEditDelegate::commitData);
+    m_window->show();
     selector->show();
     selector->setFocus();
     QTest::keyClick(selector, Qt::Key_Up);
     QCOMPARE(spy.size(), 1);
-    delegate->setModelData(selector, model.get(), cell("Selector"));
-    QCOMPARE(camera->port.peek(TestCamera::Selector), quint64(0));
+    m_delegate->setModelData(selector, m_model.get(), cell("Selector"));
+    QCOMPARE(m_camera->port.peek(TestCamera::Selector), quint64(0));
 }
 
 void tst_FeatureEditDelegate::unfinishedMaskCommitsOnEnter()
@@ -341,10 +341,10 @@ void tst_FeatureEditDelegate::unfinishedMaskCommitsOnEnter()
     auto *line = openAs<QLineEdit>("Flags");
     QVERIFY(line);
     for (const auto &[key, hint] : keys) {
-        QSignalSpy commit(delegate.get(), &FeatureEditDelegate::commitData);
+        QSignalSpy commit(m_delegate.get(), &FeatureEditDelegate::commitData);
         QVector<QAbstractItemDelegate::EndEditHint> hints;
         QObject context;
-        connect(delegate.get(), &FeatureEditDelegate::closeEditor, &context,
+        connect(m_delegate.get(), &FeatureEditDelegate::closeEditor, &context,
                 [&hints](QWidget *, QAbstractItemDelegate::EndEditHint closing) { hints.append(closing); });
         QTest::keyClick(line, key);
         QCOMPARE(commit.size(), 1);
@@ -372,11 +372,11 @@ void tst_FeatureEditDelegate::commandButton()
     auto *button = openAs<QPushButton>("Start");
     QVERIFY(button);
     QCOMPARE(button->text(), QStringLiteral("Execute"));
-    QSignalSpy spy(delegate.get(), &FeatureEditDelegate::CommandClicked);
+    QSignalSpy spy(m_delegate.get(), &FeatureEditDelegate::CommandClicked);
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(spy.size(), 1);
-    delegate->setModelData(button, model.get(), cell("Start"));
-    QCOMPARE(camera->port.writes, 0u);
+    m_delegate->setModelData(button, m_model.get(), cell("Start"));
+    QCOMPARE(m_camera->port.writes, 0u);
 }
 
 /// The text of the cell as the delegate paints it.
@@ -402,7 +402,7 @@ QImage tst_FeatureEditDelegate::painted(const QModelIndex &index, const QString 
     option.rect = image.rect();
     option.state = QStyle::State_Enabled;
     if (overlay.isNull()) {
-        delegate->paint(&painter, option, index);
+        m_delegate->paint(&painter, option, index);
     } else {
         painter.setPen(Qt::gray);
         const int margin = QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
@@ -432,32 +432,32 @@ void tst_FeatureEditDelegate::paintsReadOnlyGray()
 void tst_FeatureEditDelegate::numbersKeepTheirDigits()
 {
     const QLocale german(QLocale::German);
-    camera->port.pokeDouble(TestCamera::Gain, 1000000.5);
-    camera->map->InvalidateNodes();
+    m_camera->port.pokeDouble(TestCamera::Gain, 1000000.5);
+    m_camera->map->InvalidateNodes();
     QCOMPARE(shownText("Gain"), QStringLiteral("1000000.5"));
     QCOMPARE(shownText("Gain", german), QStringLiteral("1000000,5"));
     QCOMPARE(cell("Gain").data(), QVariant(1000000.5));
-    camera->port.poke(TestCamera::Big, 1234567, 8);
+    m_camera->port.poke(TestCamera::Big, 1234567, 8);
     QCOMPARE(shownText("Big", german), QStringLiteral("1234567"));
 }
 
 void tst_FeatureEditDelegate::hoversBooleans()
 {
-    QVERIFY(delegate->cellEntered(cell("Power")));
-    QVERIFY(!delegate->cellEntered(cell("Power").siblingAtColumn(0)));
-    QVERIFY(!delegate->cellEntered(cell("PowerState")));
-    QVERIFY(!delegate->cellEntered(cell("Width")));
-    QVERIFY(!delegate->cellEntered(QModelIndex()));
+    QVERIFY(m_delegate->cellEntered(cell("Power")));
+    QVERIFY(!m_delegate->cellEntered(cell("Power").siblingAtColumn(0)));
+    QVERIFY(!m_delegate->cellEntered(cell("PowerState")));
+    QVERIFY(!m_delegate->cellEntered(cell("Width")));
+    QVERIFY(!m_delegate->cellEntered(QModelIndex()));
 }
 
 void tst_FeatureEditDelegate::failingNode()
 {
     FaultyNode node([] { throw std::runtime_error("broken"); });
-    model->getItem(cell("Width"))->SetFeature(static_cast<GenApi::INode *>(&node));
+    m_model->getItem(cell("Width"))->SetFeature(static_cast<GenApi::INode *>(&node));
     QVERIFY(!open("Width"));
     QLineEdit line;
-    delegate->setEditorData(&line, cell("Width"));
-    delegate->setModelData(&line, model.get(), cell("Width"));
+    m_delegate->setEditorData(&line, cell("Width"));
+    m_delegate->setModelData(&line, m_model.get(), cell("Width"));
     painted(cell("Width"));
     painted(cell("Width"));
     QCOMPARE(FakeHostCore::instance().calls().count(QStringLiteral("VLogInfo(FeatureEditDelegate, broken, 0)")), 1);
@@ -470,13 +470,13 @@ void tst_FeatureEditDelegate::disabledTouchesNoNode()
     const QModelIndex width = cell("Width");
     const QModelIndex temperature = cell("Temperature");
     box->setValue(52.0);
-    model->dataDisabled = true;
-    delegate->dataDisabled = true;
-    camera.reset();
-    delegate->setModelData(box, model.get(), width);
-    delegate->setEditorData(box, width);
-    QVERIFY(!delegate->createEditor(window.get(), QStyleOptionViewItem(), width));
-    QVERIFY(!delegate->cellEntered(width));
+    m_model->dataDisabled = true;
+    m_delegate->dataDisabled = true;
+    m_camera.reset();
+    m_delegate->setModelData(box, m_model.get(), width);
+    m_delegate->setEditorData(box, width);
+    QVERIFY(!m_delegate->createEditor(m_window.get(), QStyleOptionViewItem(), width));
+    QVERIFY(!m_delegate->cellEntered(width));
     painted(temperature);
 }
 

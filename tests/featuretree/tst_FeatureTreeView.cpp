@@ -17,7 +17,7 @@
 
 namespace {
 
-const QStringList headers{QStringLiteral("Feature"), QStringLiteral("Value")};
+const QStringList Headers{QStringLiteral("Feature"), QStringLiteral("Value")};
 
 } // namespace
 
@@ -52,7 +52,7 @@ void tst_FeatureTreeView::withoutRowsOrModel()
 {
     FeatureTreeView empty;
     empty.SetFilter(2, QStringLiteral("x"));
-    TreeModel noRows(headers, {});
+    TreeModel noRows(Headers, {});
     empty.setModel(&noRows);
     empty.SetFilter(0, QString());
     empty.updateViewItemVisiable(QModelIndex());
@@ -66,13 +66,13 @@ void tst_FeatureTreeView::withoutRowsOrModel()
 
 void tst_FeatureTreeView::columnsAreHalves()
 {
-    view->resize(601, 1200);
-    QCOMPARE(view->columnWidth(0), 300);
-    QCOMPARE(view->columnWidth(1), 300);
-    view->resize(601, 200);
-    QTRY_VERIFY(view->verticalScrollBar()->isVisible());
-    QCOMPARE(view->columnWidth(0), 300);
-    QTRY_VERIFY(!view->horizontalScrollBar()->isVisible());
+    m_view->resize(601, 1200);
+    QCOMPARE(m_view->columnWidth(0), 300);
+    QCOMPARE(m_view->columnWidth(1), 300);
+    m_view->resize(601, 200);
+    QTRY_VERIFY(m_view->verticalScrollBar()->isVisible());
+    QCOMPARE(m_view->columnWidth(0), 300);
+    QTRY_VERIFY(!m_view->horizontalScrollBar()->isVisible());
 }
 
 void tst_FeatureTreeView::languageRetitlesHeaders()
@@ -80,8 +80,8 @@ void tst_FeatureTreeView::languageRetitlesHeaders()
     QPersistentModelIndex width = cell("Width");
     BracketTranslator brackets;
     QCoreApplication::installTranslator(&brackets);
-    QTRY_COMPARE(model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("[Feature]"));
-    QCOMPARE(model->headerData(1, Qt::Horizontal).toString(), QStringLiteral("[Value]"));
+    QTRY_COMPARE(m_model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("[Feature]"));
+    QCOMPARE(m_model->headerData(1, Qt::Horizontal).toString(), QStringLiteral("[Value]"));
     QVERIFY(width.isValid());
     QCoreApplication::removeTranslator(&brackets);
     QEvent change(QEvent::LanguageChange);
@@ -91,11 +91,11 @@ void tst_FeatureTreeView::languageRetitlesHeaders()
 
 void tst_FeatureTreeView::selectionIsReported()
 {
-    QSignalSpy spy(view.get(), &FeatureTreeView::SigSelectItem);
+    QSignalSpy spy(m_view.get(), &FeatureTreeView::SigSelectItem);
     click("Width", 0);
     QCOMPARE(spy.size(), 1);
     QCOMPARE(spy.at(0).at(0).toModelIndex(), cell("Width", 0));
-    view->clearSelection();
+    m_view->clearSelection();
     QCOMPARE(spy.size(), 1);
 }
 
@@ -107,25 +107,25 @@ void tst_FeatureTreeView::editsByMouseAndKeyboard()
     box->selectAll();
     QTest::keyClicks(box, QStringLiteral("64"));
     QTest::keyClick(box, Qt::Key_Return);
-    QTRY_COMPARE(camera->port.peek(TestCamera::Width), quint64(64));
+    QTRY_COMPARE(m_camera->port.peek(TestCamera::Width), quint64(64));
     QCOMPARE(cell("Width").data().toInt(), 64);
 
-    QTRY_VERIFY(view->hasFocus());
-    QTest::keyClick(view.get(), Qt::Key_F2);
+    QTRY_VERIFY(m_view->hasFocus());
+    QTest::keyClick(m_view.get(), Qt::Key_F2);
     QVERIFY(editor<IntegerSpinBox>());
     QTest::keyClicks(editor<IntegerSpinBox>(), QStringLiteral("8"));
     QTest::keyClick(editor<IntegerSpinBox>(), Qt::Key_Escape);
     QTest::qWait(1);
-    QCOMPARE(camera->port.peek(TestCamera::Width), quint64(64));
+    QCOMPARE(m_camera->port.peek(TestCamera::Width), quint64(64));
 
     click("Label", 0);
-    view->setFocus();
-    QTest::keyClick(view.get(), Qt::Key_F2);
+    m_view->setFocus();
+    QTest::keyClick(m_view.get(), Qt::Key_F2);
     auto *line = editor<QLineEdit>();
     QVERIFY(line);
     QTest::keyClicks(line, QStringLiteral("ok"));
     click("Width", 0);
-    QTRY_COMPARE(camera->port.peekText(TestCamera::Label, 64), std::string("ok"));
+    QTRY_COMPARE(m_camera->port.peekText(TestCamera::Label, 64), std::string("ok"));
 }
 
 void tst_FeatureTreeView::tabGoesToTheNextEditableValue()
@@ -134,29 +134,29 @@ void tst_FeatureTreeView::tabGoesToTheNextEditableValue()
     auto *box = editor<IntegerSpinBox>();
     QVERIFY(box);
     QTest::keyClick(box, Qt::Key_Backtab);
-    QCOMPARE(view->currentIndex(), cell("Fragile"));
+    QCOMPARE(m_view->currentIndex(), cell("Fragile"));
     QVERIFY(editor<IntegerSpinBox>());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-    QCOMPARE(view->currentIndex(), cell("WriteOnlyGain"));
+    QCOMPARE(m_view->currentIndex(), cell("WriteOnlyGain"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-    QCOMPARE(view->currentIndex(), cell("GatedToo"));
+    QCOMPARE(m_view->currentIndex(), cell("GatedToo"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(view->currentIndex(), cell("WriteOnlyGain"));
-    QCOMPARE(camera->port.writes, 0u);
+    QCOMPARE(m_view->currentIndex(), cell("WriteOnlyGain"));
+    QCOMPARE(m_camera->port.writes, 0u);
 }
 
 void tst_FeatureTreeView::editorsLeaveTheFocusToTheView()
 {
-    QCOMPARE(view->focusPolicy(), Qt::NoFocus);
+    QCOMPARE(m_view->focusPolicy(), Qt::NoFocus);
     click("Width");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    QTRY_VERIFY(view->hasFocus());
-    QTest::keyClick(view.get(), Qt::Key_Down);
-    QCOMPARE(view->currentIndex(), cell("Gain", 0));
+    QTRY_VERIFY(m_view->hasFocus());
+    QTest::keyClick(m_view.get(), Qt::Key_Down);
+    QCOMPARE(m_view->currentIndex(), cell("Gain", 0));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
-    QCOMPARE(view->currentIndex(), cell("Gain", 0));
-    QCOMPARE(camera->port.writes, 0u);
+    QCOMPARE(m_view->currentIndex(), cell("Gain", 0));
+    QCOMPARE(m_camera->port.writes, 0u);
 }
 
 void tst_FeatureTreeView::refusedEditShowsTheOldValue()
@@ -170,7 +170,7 @@ void tst_FeatureTreeView::refusedEditShowsTheOldValue()
     QTest::keyClick(box, Qt::Key_Return);
     QTRY_VERIFY(!editor<IntegerSpinBox>());
     QCOMPARE(cell("Width").data().toInt(), 48);
-    QCOMPARE(camera->port.writes, 0u);
+    QCOMPARE(m_camera->port.writes, 0u);
 }
 
 void tst_FeatureTreeView::choosesAnEntry()
@@ -179,46 +179,46 @@ void tst_FeatureTreeView::choosesAnEntry()
     auto *list = editor<QComboBox>();
     QVERIFY(list);
     QTest::keyClick(list, Qt::Key_Down);
-    QCOMPARE(camera->port.peek(TestCamera::Selector), quint64(1));
+    QCOMPARE(m_camera->port.peek(TestCamera::Selector), quint64(1));
     QCOMPARE(list->count(), 2);
     QCOMPARE(list->currentText(), QStringLiteral("Alpha"));
-    QCOMPARE(camera->port.writes, 1u);
+    QCOMPARE(m_camera->port.writes, 1u);
 }
 
 void tst_FeatureTreeView::runsCommand()
 {
-    QSignalSpy spy(view.get(), &FeatureTreeView::commandExecute);
+    QSignalSpy spy(m_view.get(), &FeatureTreeView::commandExecute);
     QPushButton *button = openCommand("Start");
     QVERIFY(button);
     unsigned writesWhenAnnounced = 1;
-    connect(view.get(), &FeatureTreeView::commandExecute, this,
-            [&] { writesWhenAnnounced = camera->port.writes; }); // whoever hears of it may still prepare the device
+    connect(m_view.get(), &FeatureTreeView::commandExecute, this,
+            [&] { writesWhenAnnounced = m_camera->port.writes; }); // whoever hears of it may still prepare the device
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(writesWhenAnnounced, 0u);
-    QCOMPARE(camera->port.peek(TestCamera::Start), quint64(1));
-    QCOMPARE(camera->port.writes, 1u);
+    QCOMPARE(m_camera->port.peek(TestCamera::Start), quint64(1));
+    QCOMPARE(m_camera->port.writes, 1u);
     QCOMPARE(spy.size(), 1);
     QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("Start"));
     QTest::keyClick(button, Qt::Key_Space);
-    QCOMPARE(camera->port.writes, 2u);
+    QCOMPARE(m_camera->port.writes, 2u);
     QTest::keyClick(button, Qt::Key_Return);
-    QCOMPARE(camera->port.writes, 3u);
+    QCOMPARE(m_camera->port.writes, 3u);
 }
 
 void tst_FeatureTreeView::triggerAndReset()
 {
-    QSignalSpy spy(view.get(), &FeatureTreeView::commandExecute);
+    QSignalSpy spy(m_view.get(), &FeatureTreeView::commandExecute);
     QPushButton *trigger = openCommand("TriggerSoftware");
     QVERIFY(trigger);
     QTest::mouseClick(trigger, Qt::LeftButton);
     QTest::mouseClick(trigger, Qt::LeftButton);
-    QCOMPARE(camera->port.writes, 2u);
+    QCOMPARE(m_camera->port.writes, 2u);
     QCOMPARE(spy.size(), 0);
 
     QPushButton *reset = openCommand("DeviceReset");
     QVERIFY(reset);
     QTest::mouseClick(reset, Qt::LeftButton);
-    QCOMPARE(camera->port.writes, 2u);
+    QCOMPARE(m_camera->port.writes, 2u);
     QCOMPARE(FakeHostCore::instance().calls(), QStringList(QStringLiteral("SetCameraNodeValue(cam, DeviceReset, )")));
     QCOMPARE(spy.size(), 1);
     QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("DeviceReset"));
@@ -228,9 +228,9 @@ void tst_FeatureTreeView::lockedCommandDoesNotRun()
 {
     click("StartLocked");
     QVERIFY(!editor<QPushButton>());
-    auto *delegate = view->itemDelegateForColumn(1);
+    auto *delegate = m_view->itemDelegateForColumn(1);
     QMetaObject::invokeMethod(delegate, "CommandClicked", Q_ARG(bool, false));
-    QCOMPARE(camera->port.writes, 0u);
+    QCOMPARE(m_camera->port.writes, 0u);
 }
 
 /// The host may handle commandExecute() by pressing another button.
@@ -239,13 +239,13 @@ void tst_FeatureTreeView::commandIsNotReentered()
     QPushButton *button = openCommand("Start");
     QVERIFY(button);
     int runs = 0;
-    connect(view.get(), &FeatureTreeView::commandExecute, this, [&] {
+    connect(m_view.get(), &FeatureTreeView::commandExecute, this, [&] {
         if (++runs < 5)
             button->click();
     });
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(runs, 1);
-    QCOMPARE(camera->port.writes, 1u);
+    QCOMPARE(m_camera->port.writes, 1u);
 }
 
 /// The host may close the device or delete the view while a command is announced.
@@ -253,11 +253,11 @@ void tst_FeatureTreeView::deviceGoesDuringCommand()
 {
     QPushButton *button = openCommand("Start");
     QVERIFY(button);
-    QSignalSpy spy(view.get(), &FeatureTreeView::commandExecute);
-    connect(view.get(), &FeatureTreeView::commandExecute, view.get(), [this] {
-        model->dataDisabled = true;
-        view->setViewDataDisable();
-        camera.reset();
+    QSignalSpy spy(m_view.get(), &FeatureTreeView::commandExecute);
+    connect(m_view.get(), &FeatureTreeView::commandExecute, m_view.get(), [this] {
+        m_model->dataDisabled = true;
+        m_view->setViewDataDisable();
+        m_camera.reset();
     });
     button->click();
     QCOMPARE(spy.size(), 1);
@@ -265,9 +265,9 @@ void tst_FeatureTreeView::deviceGoesDuringCommand()
     init();
     button = openCommand("DeviceReset");
     QVERIFY(button);
-    FakeHostCore::instance().setCallHook([this](const QString &) { view.reset(); });
+    FakeHostCore::instance().setCallHook([this](const QString &) { m_view.reset(); });
     button->click();
-    QVERIFY(!view);
+    QVERIFY(!m_view);
 }
 
 void tst_FeatureTreeView::failingCommandIsLogged()
@@ -275,40 +275,40 @@ void tst_FeatureTreeView::failingCommandIsLogged()
     QPushButton *button = openCommand("Start");
     QVERIFY(button);
     for (const auto fault : {MemoryPort::Fault::Refused, MemoryPort::Fault::Foreign}) {
-        camera->port.writeFault = fault;
+        m_camera->port.writeFault = fault;
         FakeHostCore::instance().clearCalls();
         QTest::mouseClick(button, Qt::LeftButton);
         const QStringList calls = FakeHostCore::instance().calls();
         QCOMPARE(calls.size(), 1);
         QVERIFY2(calls.at(0).startsWith(QStringLiteral("VLogInfo(FeatureTreeView, ")), qPrintable(calls.at(0)));
     }
-    camera->port.writeFault = MemoryPort::Fault::None;
+    m_camera->port.writeFault = MemoryPort::Fault::None;
     QTest::mouseClick(button, Qt::LeftButton);
-    QCOMPARE(camera->port.peek(TestCamera::Start), quint64(1));
+    QCOMPARE(m_camera->port.peek(TestCamera::Start), quint64(1));
 }
 
 /// One read per second for each visible value that is not cached, none for the others.
 void tst_FeatureTreeView::repaintReadsOnlyWhatIsNotCached()
 {
     QTest::qWait(10);
-    camera->port.resetCounters();
-    QTRY_VERIFY(camera->port.readsOf(TestCamera::Uncached) > 0);
-    QCOMPARE(camera->port.reads,
-             camera->port.readsOf(TestCamera::Uncached) + camera->port.readsOf(TestCamera::LineRate));
-    view->hide();
-    camera->port.resetCounters();
+    m_camera->port.resetCounters();
+    QTRY_VERIFY(m_camera->port.readsOf(TestCamera::Uncached) > 0);
+    QCOMPARE(m_camera->port.reads,
+             m_camera->port.readsOf(TestCamera::Uncached) + m_camera->port.readsOf(TestCamera::LineRate));
+    m_view->hide();
+    m_camera->port.resetCounters();
     QTest::qWait(1100);
-    QCOMPARE(camera->port.reads, 0u);
+    QCOMPARE(m_camera->port.reads, 0u);
 }
 
 void tst_FeatureTreeView::replacedModel()
 {
-    auto next = std::make_unique<TreeModel>(headers, camera->nodes());
-    next->AddModelData(camera->nodes(), QString());
-    view->setModel(next.get());
-    model = std::move(next);
-    view->expandAll();
-    view->SetFilter(1, QString());
+    auto next = std::make_unique<TreeModel>(Headers, m_camera->nodes());
+    next->AddModelData(m_camera->nodes(), QString());
+    m_view->setModel(next.get());
+    m_model = std::move(next);
+    m_view->expandAll();
+    m_view->SetFilter(1, QString());
     QVERIFY(isShown("Expert"));
     click("Width");
     QVERIFY(editor<IntegerSpinBox>());
@@ -319,16 +319,16 @@ void tst_FeatureTreeView::disabledTouchesNoNode()
     click("Start");
     QPushButton *button = editor<QPushButton>();
     QVERIFY(button);
-    model->dataDisabled = true;
-    view->setViewDataDisable();
-    camera.reset();
+    m_model->dataDisabled = true;
+    m_view->setViewDataDisable();
+    m_camera.reset();
     QTest::mouseClick(button, Qt::LeftButton);
-    view->SetFilter(2, QStringLiteral("x"));
-    view->collapseAll();
-    view->expandAll();
+    m_view->SetFilter(2, QStringLiteral("x"));
+    m_view->collapseAll();
+    m_view->expandAll();
     click("Width");
     QVERIFY(!editor<IntegerSpinBox>());
-    view->viewport()->repaint();
+    m_view->viewport()->repaint();
     QCOMPARE(cell("Width").data().toInt(), 48);
     QCOMPARE(FakeHostCore::instance().calls(), QStringList());
 }

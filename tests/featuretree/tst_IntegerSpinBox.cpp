@@ -6,9 +6,9 @@
 
 namespace {
 
-constexpr qint64 lowest = std::numeric_limits<qint64>::min();
-constexpr qint64 highest = std::numeric_limits<qint64>::max();
-constexpr qint64 beyondDouble = (qint64(1) << 53) + 1;
+constexpr qint64 Lowest = std::numeric_limits<qint64>::min();
+constexpr qint64 Highest = std::numeric_limits<qint64>::max();
+constexpr qint64 BeyondDouble = (qint64(1) << 53) + 1;
 
 void load(IntegerSpinBox &box, qint64 minimum, qint64 maximum, qint64 step, qint64 value)
 {
@@ -37,18 +37,18 @@ void tst_IntegerSpinBox::keepsWhatWasLoaded_data()
 {
     QTest::addColumn<qint64>("value");
     QTest::newRow("zero") << qint64(0);
-    QTest::newRow("beyond 53 bits") << beyondDouble;
-    QTest::newRow("largest") << highest;
-    QTest::newRow("next to largest") << highest - 1;
-    QTest::newRow("smallest") << lowest;
-    QTest::newRow("next to smallest") << lowest + 1;
+    QTest::newRow("beyond 53 bits") << BeyondDouble;
+    QTest::newRow("largest") << Highest;
+    QTest::newRow("next to largest") << Highest - 1;
+    QTest::newRow("smallest") << Lowest;
+    QTest::newRow("next to smallest") << Lowest + 1;
 }
 
 void tst_IntegerSpinBox::keepsWhatWasLoaded()
 {
     QFETCH(qint64, value);
     IntegerSpinBox box;
-    load(box, lowest, highest, 1, value);
+    load(box, Lowest, Highest, 1, value);
     box.interpretText();
     QCOMPARE(box.number(), value);
     QCOMPARE(box.text(), QString::number(value));
@@ -61,13 +61,13 @@ void tst_IntegerSpinBox::takesTypedText_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<qint64>("value"); // the box starts with its minimum
     QTest::newRow("in range") << qint64(0) << qint64(100) << "52" << qint64(52);
-    QTest::newRow("beyond 53 bits") << lowest << highest << "9007199254740993" << beyondDouble;
-    QTest::newRow("largest") << lowest << highest << "9223372036854775807" << highest;
+    QTest::newRow("beyond 53 bits") << Lowest << Highest << "9007199254740993" << BeyondDouble;
+    QTest::newRow("largest") << Lowest << Highest << "9223372036854775807" << Highest;
     QTest::newRow("negative") << qint64(-50) << qint64(50) << "-7" << qint64(-7);
     QTest::newRow("below the range on the way") << qint64(16) << qint64(1000) << "640" << qint64(640);
     QTest::newRow("below the range") << qint64(16) << qint64(1000) << "1" << qint64(16);
     QTest::newRow("beyond the range") << qint64(0) << qint64(100) << "500" << qint64(0);
-    QTest::newRow("one beyond 63 bits") << qint64(0) << highest << "9223372036854775808" << qint64(0);
+    QTest::newRow("one beyond 63 bits") << qint64(0) << Highest << "9223372036854775808" << qint64(0);
     QTest::newRow("letters") << qint64(0) << qint64(100) << "4x2" << qint64(0);
 }
 
@@ -103,10 +103,10 @@ void tst_IntegerSpinBox::steps_data()
     QTest::newRow("the grid begins at the minimum")
         << qint64(3) << qint64(100) << qint64(4) << qint64(8) << 2 << qint64(15);
     QTest::newRow("beyond the last value") << qint64(0) << qint64(100) << qint64(30) << qint64(95) << 1 << qint64(95);
-    QTest::newRow("beyond 53 bits") << lowest << highest << qint64(1) << beyondDouble << 1 << beyondDouble + 1;
-    QTest::newRow("at the largest") << lowest << highest << qint64(1) << highest - 1 << 1 << highest;
-    QTest::newRow("at the smallest") << lowest << highest << qint64(4) << lowest + 1 << -1 << lowest;
-    QTest::newRow("step too large to multiply") << lowest << highest << highest << qint64(-1) << 10 << highest - 1;
+    QTest::newRow("beyond 53 bits") << Lowest << Highest << qint64(1) << BeyondDouble << 1 << BeyondDouble + 1;
+    QTest::newRow("at the largest") << Lowest << Highest << qint64(1) << Highest - 1 << 1 << Highest;
+    QTest::newRow("at the smallest") << Lowest << Highest << qint64(4) << Lowest + 1 << -1 << Lowest;
+    QTest::newRow("step too large to multiply") << Lowest << Highest << Highest << qint64(-1) << 10 << Highest - 1;
     QTest::newRow("no increment") << qint64(0) << qint64(9) << qint64(0) << qint64(5) << 1 << qint64(6);
 }
 

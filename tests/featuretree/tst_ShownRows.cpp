@@ -41,7 +41,7 @@ void tst_ShownRows::levels()
                                   {QStringLiteral("Experts"), QStringLiteral("Expert")},
                                   {QStringLiteral("Experts"), QStringLiteral("Expert"), QStringLiteral("Guru")}};
     for (int level = 0; level <= 2; ++level) {
-        view->SetFilter(level, QString());
+        m_view->SetFilter(level, QString());
         QVERIFY(isShown("Width"));
         QStringList shown;
         for (const char *name : {"Experts", "Expert", "Guru"}) {
@@ -54,15 +54,15 @@ void tst_ShownRows::levels()
 
 void tst_ShownRows::filters()
 {
-    view->SetFilter(0, QStringLiteral("GAIN"));
+    m_view->SetFilter(0, QStringLiteral("GAIN"));
     QVERIFY(isShown("Gain"));
     QVERIFY(isShown("WriteOnlyGain"));
     QVERIFY(!isShown("Width"));
     QVERIFY(!isShown("Deeper"));
     QVERIFY(!isShown("Kinds"));
-    view->SetFilter(0, QStringLiteral("no such feature"));
-    QVERIFY(view->isRowHidden(0, QModelIndex()));
-    view->SetFilter(0, QString());
+    m_view->SetFilter(0, QStringLiteral("no such feature"));
+    QVERIFY(m_view->isRowHidden(0, QModelIndex()));
+    m_view->SetFilter(0, QString());
     QVERIFY(isShown("Width"));
     QVERIFY(isShown("Deeper"));
     QVERIFY(isShown("Kinds"));
@@ -70,22 +70,22 @@ void tst_ShownRows::filters()
 
 void tst_ShownRows::availabilityIsReadOncePerPass()
 {
-    view->SetFilter(0, QStringLiteral("g"));
-    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 1u);
+    m_view->SetFilter(0, QStringLiteral("g"));
+    QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 1u);
     QVERIFY(isShown("Gated"));
-    camera->port.poke(TestCamera::Switch, 0);
-    view->collapseAll();
-    camera->port.resetCounters();
-    view->expandAll();
-    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 1u);
+    m_camera->port.poke(TestCamera::Switch, 0);
+    m_view->collapseAll();
+    m_camera->port.resetCounters();
+    m_view->expandAll();
+    QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 1u);
     QVERIFY(!isShown("Gated"));
-    camera->port.poke(TestCamera::Switch, 1);
-    view->collapse(cell("Access", 0));
-    view->expand(cell("Access", 0));
+    m_camera->port.poke(TestCamera::Switch, 1);
+    m_view->collapse(cell("Access", 0));
+    m_view->expand(cell("Access", 0));
     QVERIFY(isShown("Gated"));
-    camera->port.poke(TestCamera::Switch, 0);
-    view->collapse(cell("Access", 0));
-    view->expand(cell("Access", 0));
+    m_camera->port.poke(TestCamera::Switch, 0);
+    m_view->collapse(cell("Access", 0));
+    m_view->expand(cell("Access", 0));
     QVERIFY(!isShown("Gated"));
     QVERIFY(!isShown("GatedToo"));
     QVERIFY(!isShown("Temperature"));
@@ -110,13 +110,13 @@ void tst_ShownRows::aPassFollowsEveryWrite()
     QFETCH(QVariant, value);
     QFETCH(int, address);
     quint64 isOn = 0;
-    camera->port.onWrite[address] = [&isOn](MemoryPort &port) { port.poke(TestCamera::Switch, isOn); };
-    view->setCurrentIndex(cell(feature, 0));
-    QVERIFY(model->setData(cell(feature), value, Qt::EditRole));
+    m_camera->port.onWrite[address] = [&isOn](MemoryPort &port) { port.poke(TestCamera::Switch, isOn); };
+    m_view->setCurrentIndex(cell(feature, 0));
+    QVERIFY(m_model->setData(cell(feature), value, Qt::EditRole));
     QVERIFY(!isShown("Gated"));
-    view->setCurrentIndex(model->index(0, 0));
+    m_view->setCurrentIndex(m_model->index(0, 0));
     isOn = 1;
-    QVERIFY(model->setData(cell(feature), value, Qt::EditRole));
+    QVERIFY(m_model->setData(cell(feature), value, Qt::EditRole));
     QVERIFY(isShown("Gated"));
 }
 
@@ -124,9 +124,9 @@ void tst_ShownRows::aPassFollowsEveryCommand()
 {
     for (const auto &[name, address] :
          {std::pair("Start", TestCamera::Start), std::pair("TriggerSoftware", TestCamera::TriggerSoftware)}) {
-        camera->port.poke(TestCamera::Switch, 1);
-        view->SetFilter(0, QString());
-        camera->port.onWrite[address] = [](MemoryPort &port) { port.poke(TestCamera::Switch, 0); };
+        m_camera->port.poke(TestCamera::Switch, 1);
+        m_view->SetFilter(0, QString());
+        m_camera->port.onWrite[address] = [](MemoryPort &port) { port.poke(TestCamera::Switch, 0); };
         QPushButton *button = openCommand(name);
         QVERIFY(button);
         QTest::mouseClick(button, Qt::LeftButton);
@@ -138,30 +138,30 @@ void tst_ShownRows::aPassFollowsEveryCommand()
 void tst_ShownRows::onePassForAllThatChanges()
 {
     const auto change = [this](quint64 isOn) {
-        camera->port.poke(TestCamera::Switch, isOn);
-        camera->port.resetCounters();
+        m_camera->port.poke(TestCamera::Switch, isOn);
+        m_camera->port.resetCounters();
         for (int i = 0; i < 3; ++i)
-            view->followDevice();
+            m_view->followDevice();
     };
     change(0);
-    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 0u);
+    QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 0u);
     QTRY_VERIFY(!isShown("Gated"));
-    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 1u);
-    view->hide();
+    QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 1u);
+    m_view->hide();
     change(1);
     QCoreApplication::processEvents();
-    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 0u);
-    view->show();
+    QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 0u);
+    m_view->show();
     QVERIFY(isShown("Gated"));
     QCoreApplication::processEvents();
-    view->hide();
-    view->show();
-    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 1u);
-    view->hide();
+    m_view->hide();
+    m_view->show();
+    QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 1u);
+    m_view->hide();
     change(0);
     QTRY_VERIFY(!isShown("Gated"));
-    view->show();
-    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 1u);
+    m_view->show();
+    QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 1u);
 }
 
 void tst_ShownRows::choiceThatHidesRows_data()
@@ -177,23 +177,23 @@ void tst_ShownRows::choiceThatHidesRows()
 {
     QFETCH(QByteArray, list);
     QFETCH(QByteArray, editedAfterwards);
-    camera->port.onWrite[TestCamera::Selector] = [](MemoryPort &port) { port.poke(TestCamera::Switch, 0); };
+    m_camera->port.onWrite[TestCamera::Selector] = [](MemoryPort &port) { port.poke(TestCamera::Switch, 0); };
     click(list);
     QPointer<QComboBox> box = editor<QComboBox>();
     QVERIFY(box);
     QTest::keyClick(box, Qt::Key_Down);
-    QCOMPARE(camera->port.writes, 1u);
-    QTRY_VERIFY(!view->visualRect(cell("Gated")).isValid());
-    view->viewport()->repaint();
+    QCOMPARE(m_camera->port.writes, 1u);
+    QTRY_VERIFY(!m_view->visualRect(cell("Gated")).isValid());
+    m_view->viewport()->repaint();
     if (editedAfterwards.isEmpty()) {
         QTRY_VERIFY(!box);
-        QVERIFY(view->hasFocus());
-        QCOMPARE(view->currentIndex(), cell("Label", 0));
+        QVERIFY(m_view->hasFocus());
+        QCOMPARE(m_view->currentIndex(), cell("Label", 0));
     } else {
-        QCOMPARE(box->geometry(), view->visualRect(cell(editedAfterwards)));
+        QCOMPARE(box->geometry(), m_view->visualRect(cell(editedAfterwards)));
         QVERIFY(box->hasFocus());
     }
-    QCOMPARE(camera->port.writes, 1u);
+    QCOMPARE(m_camera->port.writes, 1u);
 }
 
 void tst_ShownRows::keyboardStaysNearAVanishedRow_data()
@@ -225,29 +225,29 @@ void tst_ShownRows::keyboardStaysNearAVanishedRow()
     QFETCH(Change, change);
     QFETCH(QByteArray, current);
     QFETCH(bool, isKept);
-    camera->port.poke(TestCamera::Fragile, 0x20);
+    m_camera->port.poke(TestCamera::Fragile, 0x20);
     click("Fragile");
     const QPointer<IntegerSpinBox> box = editor<IntegerSpinBox>();
     QVERIFY(box);
     box->selectAll();
     QTest::keyClicks(box, QStringLiteral("33"));
     const bool stays = current == "Fragile";
-    change(*view, cell("Fragile", 0));
+    change(*m_view, cell("Fragile", 0));
     QTRY_COMPARE(box.isNull(), !isKept);
-    QCOMPARE(camera->port.writes, 0u);
-    QCOMPARE(view->currentIndex(), current.isEmpty() ? QModelIndex() : cell(current, stays ? 1 : 0));
-    QVERIFY(stays ? box->hasFocus() : view->hasFocus());
+    QCOMPARE(m_camera->port.writes, 0u);
+    QCOMPARE(m_view->currentIndex(), current.isEmpty() ? QModelIndex() : cell(current, stays ? 1 : 0));
+    QVERIFY(stays ? box->hasFocus() : m_view->hasFocus());
     QCOMPARE(isKept ? box->text() : QString(), isKept ? QStringLiteral("33") : QString());
 }
 
 /// Searching leaves the current row alone until the keyboard comes back to the tree.
 void tst_ShownRows::keyboardComesBackNearAHiddenRow()
 {
-    view->setCurrentIndex(cell("Fragile", 0));
-    view->SetFilter(0, QStringLiteral("unc"));
-    QCOMPARE(view->currentIndex(), cell("Fragile", 0));
-    view->setFocus();
-    QCOMPARE(view->currentIndex(), cell("Uncached", 0));
+    m_view->setCurrentIndex(cell("Fragile", 0));
+    m_view->SetFilter(0, QStringLiteral("unc"));
+    QCOMPARE(m_view->currentIndex(), cell("Fragile", 0));
+    m_view->setFocus();
+    QCOMPARE(m_view->currentIndex(), cell("Uncached", 0));
 }
 
 QTEST_MAIN(tst_ShownRows)

@@ -32,7 +32,7 @@ struct Kind
     quint64 after; ///< of the bytes at the address
 };
 
-const Kind kinds[] = {{"Width", "64", TestCamera::Width, 4, 48, 64},
+const Kind Kinds[] = {{"Width", "64", TestCamera::Width, 4, 48, 64},
                       {"Gain", "0.5", TestCamera::Gain, 8, 0x4004000000000000, 0x3fe0000000000000},
                       {"Label", "ok", TestCamera::Label, 8, 0x74786574, 0x6b6f},
                       {"Flags", "1F", TestCamera::Flags, 8, 255, 0x1f}};
@@ -98,7 +98,7 @@ void tst_TreeEdits::init()
 {
     FakeHostCore::instance().reset();
     m_camera = std::make_unique<TestCamera>();
-    for (const Kind &kind : kinds)
+    for (const Kind &kind : Kinds)
         m_camera->port.poke(kind.address, kind.before, kind.length);
     m_camera->port.poke(TestCamera::Switch, 1);
     m_model = std::make_unique<TreeModel>(QStringList{QString(), QString()}, m_camera->nodes());
@@ -198,7 +198,7 @@ void tst_TreeEdits::leaving()
 {
     QFETCH(QByteArray, way);
     QFETCH(bool, ends);
-    for (const Kind &kind : kinds) {
+    for (const Kind &kind : Kinds) {
         QVERIFY2(open(kind.feature), kind.feature);
         QTest::keyClicks(m_editor, QLatin1String(kind.typed));
         const auto *whole = qobject_cast<QLineEdit *>(m_editor);
@@ -270,22 +270,22 @@ void tst_TreeEdits::dropsWhatCannotBeEdited()
 void tst_TreeEdits::whatIsTypedIsWritten_data()
 {
     QTest::addColumn<int>("kind");
-    for (int kind = 0; kind < int(std::size(kinds)); ++kind)
-        QTest::newRow(kinds[kind].feature) << kind;
+    for (int kind = 0; kind < int(std::size(Kinds)); ++kind)
+        QTest::newRow(Kinds[kind].feature) << kind;
 }
 
 /// Also if it is what the editor opened with: the device may have something else by now.
 void tst_TreeEdits::whatIsTypedIsWritten()
 {
     QFETCH(int, kind);
-    QVERIFY(open(kinds[kind].feature));
+    QVERIFY(open(Kinds[kind].feature));
     const auto *whole = qobject_cast<QLineEdit *>(m_editor);
     const QString shown = whole ? whole->text() : m_editor->findChild<QLineEdit *>()->text();
     QTest::keyClicks(m_editor, shown);
-    m_camera->port.poke(kinds[kind].address, kinds[kind].after, kinds[kind].length);
+    m_camera->port.poke(Kinds[kind].address, Kinds[kind].after, Kinds[kind].length);
     QTest::keyClick(m_editor, Qt::Key_Return);
     QCOMPARE(m_camera->port.writes, 1u);
-    QCOMPARE(stored(kinds[kind]), kinds[kind].before);
+    QCOMPARE(stored(Kinds[kind]), Kinds[kind].before);
 
     QTest::keyClick(m_view, Qt::Key_F2);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // untouched

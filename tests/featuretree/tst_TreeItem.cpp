@@ -60,28 +60,28 @@ private Q_SLOTS:
 private:
     void bind(const char *name, const QVariant &stored = {});
 
-    std::unique_ptr<TestCamera> camera;
-    std::unique_ptr<TreeItem> item;
+    std::unique_ptr<TestCamera> m_camera;
+    std::unique_ptr<TreeItem> m_item;
 };
 
 void tst_TreeItem::init()
 {
     FakeHostCore::instance().reset();
-    camera = std::make_unique<TestCamera>();
-    item = std::make_unique<TreeItem>(cells(QStringLiteral("Name")));
+    m_camera = std::make_unique<TestCamera>();
+    m_item = std::make_unique<TreeItem>(cells(QStringLiteral("Name")));
 }
 
 void tst_TreeItem::cleanup()
 {
-    item.reset();
-    camera.reset();
+    m_item.reset();
+    m_camera.reset();
 }
 
 void tst_TreeItem::bind(const char *name, const QVariant &stored)
 {
-    QVERIFY2(camera->node(name), name);
-    item = std::make_unique<TreeItem>(cells(QString::fromUtf8(name), stored));
-    item->SetFeature(camera->node(name));
+    QVERIFY2(m_camera->node(name), name);
+    m_item = std::make_unique<TreeItem>(cells(QString::fromUtf8(name), stored));
+    m_item->SetFeature(m_camera->node(name));
 }
 
 void tst_TreeItem::shows_data()
@@ -112,42 +112,42 @@ void tst_TreeItem::shows()
 {
     QFETCH(QByteArray, name);
     QFETCH(QVariant, value);
-    camera->port.poke(TestCamera::Width, 48);
-    camera->port.poke(TestCamera::Big, quint64(1) << 63 | 1, 8);
-    camera->port.pokeDouble(TestCamera::Gain, 2.5);
-    camera->port.pokeDouble(TestCamera::Temperature, 12.3456);
-    camera->port.poke(TestCamera::Power, 1);
-    camera->port.poke(TestCamera::Selector, 1);
-    camera->port.pokeText(TestCamera::Label, "gr\xc3\xbc\xc3\x9f", 64);
-    camera->port.poke(TestCamera::Mask, 0xffffff00);
-    camera->port.poke(TestCamera::Mac, 0x001a2b3c4d5e, 8);
-    camera->port.poke(TestCamera::Address4, 0x0a000001);
-    camera->port.poke(TestCamera::Flags, 0xff, 8);
+    m_camera->port.poke(TestCamera::Width, 48);
+    m_camera->port.poke(TestCamera::Big, quint64(1) << 63 | 1, 8);
+    m_camera->port.pokeDouble(TestCamera::Gain, 2.5);
+    m_camera->port.pokeDouble(TestCamera::Temperature, 12.3456);
+    m_camera->port.poke(TestCamera::Power, 1);
+    m_camera->port.poke(TestCamera::Selector, 1);
+    m_camera->port.pokeText(TestCamera::Label, "gr\xc3\xbc\xc3\x9f", 64);
+    m_camera->port.poke(TestCamera::Mask, 0xffffff00);
+    m_camera->port.poke(TestCamera::Mac, 0x001a2b3c4d5e, 8);
+    m_camera->port.poke(TestCamera::Address4, 0x0a000001);
+    m_camera->port.poke(TestCamera::Flags, 0xff, 8);
     bind(name, QStringLiteral("stored"));
-    QCOMPARE(item->data(1), value);
-    QCOMPARE(item->storedData(1), value);
-    camera->port.resetCounters();
-    QCOMPARE(item->data(0), QVariant(QString::fromUtf8(name)));
-    QCOMPARE(camera->port.reads, 0u);
+    QCOMPARE(m_item->data(1), value);
+    QCOMPARE(m_item->storedData(1), value);
+    m_camera->port.resetCounters();
+    QCOMPARE(m_item->data(0), QVariant(QString::fromUtf8(name)));
+    QCOMPARE(m_camera->port.reads, 0u);
 }
 
 void tst_TreeItem::unreadableKeepsTheStoredCell()
 {
     for (const char *name : {"WriteOnly", "WriteOnlyGain"}) {
         bind(name, 5);
-        QCOMPARE(item->data(1), QVariant(QStringLiteral("{Not Available}")));
-        QCOMPARE(item->storedData(1), QVariant(5));
+        QCOMPARE(m_item->data(1), QVariant(QStringLiteral("{Not Available}")));
+        QCOMPARE(m_item->storedData(1), QVariant(5));
     }
 }
 
 void tst_TreeItem::failingReadShowsTheStoredCell()
 {
     bind("Uncached", 5);
-    camera->port.readFault = MemoryPort::Fault::Timeout;
-    QCOMPARE(item->data(1), QVariant(5));
-    camera->port.readFault = MemoryPort::Fault::None;
-    camera->port.poke(TestCamera::Uncached, 6);
-    QCOMPARE(item->data(1), QVariant(qint64(6)));
+    m_camera->port.readFault = MemoryPort::Fault::Timeout;
+    QCOMPARE(m_item->data(1), QVariant(5));
+    m_camera->port.readFault = MemoryPort::Fault::None;
+    m_camera->port.poke(TestCamera::Uncached, 6);
+    QCOMPARE(m_item->data(1), QVariant(qint64(6)));
     QCOMPARE(FakeHostCore::instance().calls(), QStringList());
 }
 
@@ -168,14 +168,14 @@ void tst_TreeItem::foreignFaultIsLoggedOnce()
 void tst_TreeItem::lineRateBypassesTheCache()
 {
     bind("AcquisitionLineRate");
-    item->data(1);
-    camera->port.pokeDouble(TestCamera::LineRate, 80.0);
-    QCOMPARE(item->data(1), QVariant(80.0));
+    m_item->data(1);
+    m_camera->port.pokeDouble(TestCamera::LineRate, 80.0);
+    QCOMPARE(m_item->data(1), QVariant(80.0));
     bind("Gain");
-    item->data(1);
-    camera->port.resetCounters();
-    item->data(1);
-    QCOMPARE(camera->port.reads, 0u);
+    m_item->data(1);
+    m_camera->port.resetCounters();
+    m_item->data(1);
+    QCOMPARE(m_camera->port.reads, 0u);
 }
 
 void tst_TreeItem::writes_data()
@@ -206,10 +206,10 @@ void tst_TreeItem::writes()
     bind(name);
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(item->setData(1, value));
+    QVERIFY(m_item->setData(1, value));
     QVERIFY(timer.elapsed() >= 50);
-    QCOMPARE(quint64(camera->port.peek(address, 8)), pattern);
-    QCOMPARE(item->storedData(1), stored);
+    QCOMPARE(quint64(m_camera->port.peek(address, 8)), pattern);
+    QCOMPARE(m_item->storedData(1), stored);
 }
 
 /// Spin boxes hand their integer over as it is; floats go out in single precision.
@@ -217,11 +217,11 @@ void tst_TreeItem::keepsAll64Bits()
 {
     const qint64 value = (qint64(1) << 53) + 1;
     bind("Big");
-    QVERIFY(item->setData(1, value));
-    QCOMPARE(qint64(camera->port.peek(TestCamera::Big, 8)), value);
+    QVERIFY(m_item->setData(1, value));
+    QCOMPARE(qint64(m_camera->port.peek(TestCamera::Big, 8)), value);
     bind("Gain");
-    QVERIFY(item->setData(1, 0.1));
-    QCOMPARE(item->data(1), QVariant(static_cast<double>(0.1f)));
+    QVERIFY(m_item->setData(1, 0.1));
+    QCOMPARE(m_item->data(1), QVariant(static_cast<double>(0.1f)));
 }
 
 void tst_TreeItem::refusedWriteRollsBack_data()
@@ -249,13 +249,13 @@ void tst_TreeItem::refusedWriteRollsBack()
     QFETCH(int, fault);
     QFETCH(QVariant, old);
     QFETCH(QString, reason);
-    camera->port.poke(TestCamera::Width, 48);
-    camera->port.pokeDouble(TestCamera::Gain, 2.0);
-    camera->port.writeFault = static_cast<MemoryPort::Fault>(fault);
+    m_camera->port.poke(TestCamera::Width, 48);
+    m_camera->port.pokeDouble(TestCamera::Gain, 2.0);
+    m_camera->port.writeFault = static_cast<MemoryPort::Fault>(fault);
     bind(name, QStringLiteral("shown before"));
     QTest::ignoreMessage(QtDebugMsg, "Failed to set data for " + name);
-    QVERIFY(item->setData(1, value));
-    QCOMPARE(item->storedData(1), old);
+    QVERIFY(m_item->setData(1, value));
+    QCOMPARE(m_item->storedData(1), old);
     const QStringList calls = FakeHostCore::instance().calls();
     QCOMPARE(calls.size(), 1);
     const QString line = log(("Set " + name + " value failed, message = ").constData()).chopped(4);
@@ -266,9 +266,9 @@ void tst_TreeItem::refusedWriteRollsBack()
 void tst_TreeItem::foreignWriteFaultIsLogged()
 {
     bind("Power");
-    camera->port.writeFault = MemoryPort::Fault::Foreign;
-    QVERIFY(item->setData(1, true));
-    QVERIFY(item->setData(1, true));
+    m_camera->port.writeFault = MemoryPort::Fault::Foreign;
+    QVERIFY(m_item->setData(1, true));
+    QVERIFY(m_item->setData(1, true));
     QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 2);
 }
 
@@ -287,33 +287,33 @@ void tst_TreeItem::writesNothing()
     QFETCH(QByteArray, name);
     QFETCH(QVariant, value);
     bind(name);
-    QVERIFY(item->setData(1, value));
-    QCOMPARE(camera->port.writes, 0u);
+    QVERIFY(m_item->setData(1, value));
+    QCOMPARE(m_camera->port.writes, 0u);
 }
 
 void tst_TreeItem::writesWhatCannotBeRead()
 {
     bind("WriteOnlyGain");
-    QVERIFY(item->setData(1, 4.0));
-    QCOMPARE(quint64(camera->port.peek(TestCamera::WriteOnlyGain, 8)), quint64(0x4010000000000000));
+    QVERIFY(m_item->setData(1, 4.0));
+    QCOMPARE(quint64(m_camera->port.peek(TestCamera::WriteOnlyGain, 8)), quint64(0x4010000000000000));
 }
 
 void tst_TreeItem::storesWithoutNode()
 {
     QTest::ignoreMessage(QtDebugMsg, "Feature is invalid!");
-    QVERIFY(item->setData(1, 7));
-    QCOMPARE(item->data(1), QVariant(7));
-    QVERIFY(item->setData(0, QStringLiteral("Other")));
-    QCOMPARE(item->data(0), QVariant(QStringLiteral("Other")));
+    QVERIFY(m_item->setData(1, 7));
+    QCOMPARE(m_item->data(1), QVariant(7));
+    QVERIFY(m_item->setData(0, QStringLiteral("Other")));
+    QCOMPARE(m_item->data(0), QVariant(QStringLiteral("Other")));
     const QVector<QPair<int, QVariant>> refused{{5, 1}, {-1, 1}, {1, QVariant()}, {0, QVariant()}};
     for (const auto &[column, value] : refused) {
         QTest::ignoreMessage(QtDebugMsg, "Data is invalid!");
-        QVERIFY(!item->setData(column, value));
+        QVERIFY(!m_item->setData(column, value));
     }
-    QVERIFY(!item->GetFeaturePtr());
-    QVERIFY(!item->getVisiable(2, QString()));
+    QVERIFY(!m_item->GetFeaturePtr());
+    QVERIFY(!m_item->getVisiable(2, QString()));
     QString interfaceName = QStringLiteral("before");
-    QVERIFY(!item->EnterEditMode(interfaceName));
+    QVERIFY(!m_item->EnterEditMode(interfaceName));
     QCOMPARE(interfaceName, QStringLiteral("before"));
 }
 
@@ -343,44 +343,44 @@ void tst_TreeItem::visibility()
     QFETCH(int, level);
     QFETCH(QString, filter);
     QFETCH(bool, isShown);
-    camera->port.poke(TestCamera::Switch, 1);
-    camera->port.poke(TestCamera::Power, 1);
+    m_camera->port.poke(TestCamera::Switch, 1);
+    m_camera->port.poke(TestCamera::Power, 1);
     bind(name);
-    QCOMPARE(item->getVisiable(level, filter), isShown);
+    QCOMPARE(m_item->getVisiable(level, filter), isShown);
 }
 
 void tst_TreeItem::availabilityFollowsTheDevice()
 {
     bind("Gated");
-    QVERIFY(!item->getVisiable(0, QString()));
-    camera->port.poke(TestCamera::Switch, 2);
-    QVERIFY(item->getVisiable(0, QString()));
-    camera->port.poke(TestCamera::Switch, 0);
-    QVERIFY(!item->getVisiable(0, QString()));
+    QVERIFY(!m_item->getVisiable(0, QString()));
+    m_camera->port.poke(TestCamera::Switch, 2);
+    QVERIFY(m_item->getVisiable(0, QString()));
+    m_camera->port.poke(TestCamera::Switch, 0);
+    QVERIFY(!m_item->getVisiable(0, QString()));
 }
 
 void tst_TreeItem::passReadsEachSwitchOnce()
 {
     TreeItem other(cells(QString()));
-    other.SetFeature(camera->node("GatedToo"));
+    other.SetFeature(m_camera->node("GatedToo"));
     bind("Gated");
-    camera->port.poke(TestCamera::Switch, 1);
-    camera->port.resetCounters();
+    m_camera->port.poke(TestCamera::Switch, 1);
+    m_camera->port.resetCounters();
     VisibilityPass pass{0, QString(), {}};
-    QVERIFY(item->getVisiable(pass));
+    QVERIFY(m_item->getVisiable(pass));
     QVERIFY(other.getVisiable(pass));
-    QCOMPARE(camera->port.readsOf(TestCamera::Switch), 1u);
+    QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 1u);
 }
 
 void tst_TreeItem::brokenSwitch()
 {
-    camera->port.poke(TestCamera::Switch, 1);
+    m_camera->port.poke(TestCamera::Switch, 1);
     bind("Gated");
-    camera->port.readFault = MemoryPort::Fault::Timeout;
-    QVERIFY(!item->getVisiable(0, QString()));
+    m_camera->port.readFault = MemoryPort::Fault::Timeout;
+    QVERIFY(!m_item->getVisiable(0, QString()));
     QCOMPARE(FakeHostCore::instance().calls(), QStringList());
-    camera->port.readFault = MemoryPort::Fault::Foreign;
-    QVERIFY(item->getVisiable(0, QString()));
+    m_camera->port.readFault = MemoryPort::Fault::Foreign;
+    QVERIFY(m_item->getVisiable(0, QString()));
     QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
 }
 
@@ -417,14 +417,14 @@ void tst_TreeItem::faultyNodeNeverThrows()
         throw 42;
     });
     node.hasShape = hasShape;
-    item = std::make_unique<TreeItem>(cells(QStringLiteral("Faulty"), 5));
-    item->SetFeature(static_cast<GenApi::INode *>(&node));
-    QCOMPARE(item->data(1), QVariant(5));
-    QVERIFY(item->setData(1, 6));
-    QCOMPARE(item->getVisiable(2, QString()), kind != 0);
+    m_item = std::make_unique<TreeItem>(cells(QStringLiteral("Faulty"), 5));
+    m_item->SetFeature(static_cast<GenApi::INode *>(&node));
+    QCOMPARE(m_item->data(1), QVariant(5));
+    QVERIFY(m_item->setData(1, 6));
+    QCOMPARE(m_item->getVisiable(2, QString()), kind != 0);
     QString interfaceName;
-    QVERIFY(!item->EnterEditMode(interfaceName));
-    QCOMPARE(item->GetFeaturePtr(), static_cast<GenApi::INode *>(&node));
+    QVERIFY(!m_item->EnterEditMode(interfaceName));
+    QCOMPARE(m_item->GetFeaturePtr(), static_cast<GenApi::INode *>(&node));
 }
 
 QTEST_GUILESS_MAIN(tst_TreeItem)

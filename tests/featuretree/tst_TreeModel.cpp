@@ -16,12 +16,12 @@ Q_DECLARE_METATYPE(std::string)
 
 namespace {
 
-const QStringList headers{QStringLiteral("Feature"), QStringLiteral("Value")};
+const QStringList Headers{QStringLiteral("Feature"), QStringLiteral("Value")};
 
 /// A filled model of a camera, under the model tester.
 struct TestModel
 {
-    explicit TestModel(const GenApi::node_vector &nodes) : model(headers, nodes)
+    explicit TestModel(const GenApi::node_vector &nodes) : model(Headers, nodes)
     {
         model.AddModelData(nodes, QString());
     }
@@ -56,7 +56,7 @@ std::string category(const std::string &name, const std::string &features, const
     return text + "</Category>\n";
 }
 
-const char *const someInteger = "<Integer Name=\"Some\"><Value>1</Value></Integer>\n";
+const char *const SomeInteger = "<Integer Name=\"Some\"><Value>1</Value></Integer>\n";
 
 } // namespace
 
@@ -118,18 +118,18 @@ void tst_TreeModel::outlines_data()
     QTest::addColumn<std::string>("elements");
     QTest::addColumn<QString>("rows");
     QTest::newRow("tool tip of the root")
-        << category("Root", "Some", "<ToolTip>My camera</ToolTip>") + someInteger << "My camera(Some)";
+        << category("Root", "Some", "<ToolTip>My camera</ToolTip>") + SomeInteger << "My camera(Some)";
     QTest::newRow("empty root") << category("Root", "") << "test-camera";
     QTest::newRow("two parents, two rows")
-        << category("Root", "A B Some") + category("A", "Some") + category("B", "Some") + someInteger
+        << category("Root", "A B Some") + category("A", "Some") + category("B", "Some") + SomeInteger
         << "test-camera(A(Some) B(Some) Some)";
     QTest::newRow("loop of categories") << category("Root", "A") + category("A", "B Some") + category("B", "A Some")
-            + someInteger << "test-camera(A(B(Some) Some))";
-    QTest::newRow("category of itself") << category("Root", "A") + category("A", "A Some") + someInteger
+            + SomeInteger << "test-camera(A(B(Some) Some))";
+    QTest::newRow("category of itself") << category("Root", "A") + category("A", "A Some") + SomeInteger
                                         << "test-camera(A(Some))";
-    QTest::newRow("root in a loop") << category("Root", "A") + category("A", "Root Some") + someInteger
+    QTest::newRow("root in a loop") << category("Root", "A") + category("A", "Root Some") + SomeInteger
                                     << "test-camera(A(Some))";
-    QTest::newRow("not below the root") << category("Root", "Some") + category("Orphans", "Other") + someInteger
+    QTest::newRow("not below the root") << category("Root", "Some") + category("Orphans", "Other") + SomeInteger
             + "<Integer Name=\"Other\"><Value>1</Value></Integer>"
                                         << "test-camera(Some)";
 }
@@ -149,14 +149,14 @@ void tst_TreeModel::manyCategoriesStayBounded()
     std::string doubling = category("Root", "C0 C0");
     for (int i = 0; i < 40; ++i)
         doubling += category("C" + std::to_string(i), "C" + std::to_string(i + 1) + " C" + std::to_string(i + 1));
-    doubling += category("C40", "Some") + someInteger;
+    doubling += category("C40", "Some") + SomeInteger;
     std::string chain = category("Root", "C0");
     for (int i = 0; i < 3000; ++i)
         chain += category("C" + std::to_string(i), "Some C" + std::to_string(i + 1));
-    chain += category("C3000", "Some") + someInteger;
+    chain += category("C3000", "Some") + SomeInteger;
     for (const std::string &elements : {doubling, chain}) {
         const TestCamera camera(TestCamera::description(elements));
-        TreeModel model(headers, {});
+        TreeModel model(Headers, {});
         QElapsedTimer timer;
         timer.start();
         model.AddModelData(camera.nodes(), QString());
@@ -234,7 +234,7 @@ void tst_TreeModel::translates()
     };
     QCOMPARE(texts(), QStringLiteral("Gain,Width,Zulu,Label"));
     // The model tester takes dataChanged with invalid indexes for a fault, so it does not watch this one.
-    TreeModel changed(headers, {});
+    TreeModel changed(Headers, {});
     QSignalSpy spy(&changed, &TreeModel::dataChanged);
     changed.setFeatureLanguage(1);
     QCOMPARE(spy.size(), 1);

@@ -18,7 +18,7 @@ std::string gated(const std::string &gate, const std::string &value)
     return "<Integer Name=\"A\">" + gate + value + "</Integer>";
 }
 
-const std::string helpers = constant("Zero", 0) + constant("One", 1) + intReg("Rw", "0x10")
+const std::string Helpers = constant("Zero", 0) + constant("One", 1) + intReg("Rw", "0x10")
     + intReg("Ro", "0x14", "", 4, "RO") + intReg("Wo", "0x18", "", 4, "WO")
     + "<Integer Name=\"Gone\"><pIsAvailable>Zero</pIsAvailable><Value>1</Value></Integer>"
       "<Integer Name=\"Never\"><pIsImplemented>Zero</pIsImplemented><Value>1</Value></Integer>";
@@ -92,7 +92,7 @@ void tst_AccessModes::followTheRules_data()
 void tst_AccessModes::followTheRules()
 {
     QFETCH(QByteArray, node);
-    const Camera camera(helpers + node.toStdString());
+    const Camera camera(Helpers + node.toStdString());
     QTEST(int(camera.access("A")), "mode");
 }
 
@@ -107,7 +107,7 @@ void tst_AccessModes::enumerationsNeedAnEntry()
         return std::string("<Enumeration Name=\"") + name + "\">" + entries + "<pValue>Rw</pValue></Enumeration>";
     };
     const std::string closed = "<pIsAvailable>Zero</pIsAvailable>";
-    const Camera camera(helpers + enumeration("Some", entry("S", "") + never) + enumeration("None", gone + never)
+    const Camera camera(Helpers + enumeration("Some", entry("S", "") + never) + enumeration("None", gone + never)
                         + enumeration("Never1", never) + enumeration("NeverNow", closed + never)
                         + enumeration("NotNow", closed + gone)
                         + "<Category Name=\"Empty\"><pFeature>NeverNow</pFeature></Category>");
@@ -129,7 +129,7 @@ void tst_AccessModes::limitsInARingDoNotRestrict()
             + "Max</pMax></Integer><IntSwissKnife Name=\"" + name + "Max\"><pVariable Name=\"O\">" + other
             + "</pVariable><Formula>100 - O</Formula></IntSwissKnife>";
     };
-    const Camera camera(helpers + ringed("Width", "Offset", "")
+    const Camera camera(Helpers + ringed("Width", "Offset", "")
                         + ringed("Offset", "Width", "<pIsAvailable>Zero</pIsAvailable>"));
     QCOMPARE(camera.access("Width"), RW);
     QCOMPARE(camera.access("Offset"), NA);
@@ -143,7 +143,7 @@ void tst_AccessModes::limitsInARingDoNotRestrict()
 
 void tst_AccessModes::portsDecideForTheirRegisters()
 {
-    Camera camera(helpers
+    Camera camera(Helpers
                   + "<Port Name=\"Events\"><EventID>9001</EventID></Port>"
                     "<Port Name=\"Chunks\"><ChunkID>17</ChunkID></Port>"
                     "<IntReg Name=\"Event\"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode>"
@@ -215,7 +215,7 @@ void tst_AccessModes::unverifiedWritesPassGatesAndLocksOnly()
 {
     QFETCH(QByteArray, node);
     QFETCH(bool, passes);
-    Camera camera(helpers + node.toStdString());
+    Camera camera(Helpers + node.toStdString());
     QCOMPARE(thrownBy([&] { camera.integer("A")->SetValue(9, true); }), std::string("Access: Node is not writable."));
     QCOMPARE(camera.port.writes, 0u);
     QCOMPARE(thrownBy([&] { camera.integer("A")->SetValue(9, false); }).empty(), passes);

@@ -13,7 +13,7 @@ using NodeEngine::descriptionTextOfFile;
 
 namespace {
 
-const QByteArray xml = "<?xml version=\"1.0\"?>\n<RegisterDescription/>";
+const QByteArray Xml = "<?xml version=\"1.0\"?>\n<RegisterDescription/>";
 
 QByteArray textOf(const QByteArray &bytes)
 {
@@ -117,16 +117,16 @@ void tst_DescriptionText::wrappings_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QByteArray>("expected");
     const QByteArray bare = "<RegisterDescription a=\"<?xm\"/>";
-    QTest::newRow("plain") << xml << xml;
-    QTest::newRow("UTF-8 mark") << "\xEF\xBB\xBF" + xml << xml;
-    QTest::newRow("leading blanks") << " \r\n\t" + xml << xml;
-    QTest::newRow("text line before") << "Device <A & B>, rev 2\n" + xml << xml;
-    QTest::newRow("trailing NULs") << xml + QByteArray(4096, '\0') << xml;
+    QTest::newRow("plain") << Xml << Xml;
+    QTest::newRow("UTF-8 mark") << "\xEF\xBB\xBF" + Xml << Xml;
+    QTest::newRow("leading blanks") << " \r\n\t" + Xml << Xml;
+    QTest::newRow("text line before") << "Device <A & B>, rev 2\n" + Xml << Xml;
+    QTest::newRow("trailing NULs") << Xml + QByteArray(4096, '\0') << Xml;
     QTest::newRow("NUL inside") << QByteArray("<a>1\0002</a>", 11) << QByteArray("<a>1 2</a>");
     QTest::newRow("no declaration") << bare << bare;
     QTest::newRow("blanks, no declaration") << "\n " + bare << bare;
     QTest::newRow("declaration out of reach")
-        << "<a>" + QByteArray(5000, 'x') + xml << "<a>" + QByteArray(5000, 'x') + xml;
+        << "<a>" + QByteArray(5000, 'x') + Xml << "<a>" + QByteArray(5000, 'x') + Xml;
 }
 
 void tst_DescriptionText::wrappings()
@@ -175,35 +175,35 @@ void tst_DescriptionText::encodings()
 void tst_DescriptionText::archives_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("one entry") << zipped({{"camera.xml", xml}});
-    QTest::newRow("upper case, in a folder") << zipped({{"a/CAMERA.XML", xml}});
+    QTest::newRow("one entry") << zipped({{"camera.xml", Xml}});
+    QTest::newRow("upper case, in a folder") << zipped({{"a/CAMERA.XML", Xml}});
     QTest::newRow("among others") << zipped(
-        {{"readme.txt", "<no/>"}, {"xml", "<no/>"}, {"b.xml", xml}, {"c.xml", "<no/>"}});
-    QTest::newRow("resource fork first") << zipped({{"__MACOSX/._b.xml", "<no/>"}, {"b.xml", xml}});
-    QTest::newRow("resource fork in a folder") << zipped({{"a/__MACOSX/b.xml", "<no/>"}, {"b.xml", xml}});
-    QTest::newRow("with mark and NULs") << zipped({{"camera.xml", "\xEF\xBB\xBF" + xml + QByteArray(3, '\0')}});
-    QTest::newRow("NULs behind the archive") << zipped({{"camera.xml", xml}}) + QByteArray(300, '\0');
+        {{"readme.txt", "<no/>"}, {"xml", "<no/>"}, {"b.xml", Xml}, {"c.xml", "<no/>"}});
+    QTest::newRow("resource fork first") << zipped({{"__MACOSX/._b.xml", "<no/>"}, {"b.xml", Xml}});
+    QTest::newRow("resource fork in a folder") << zipped({{"a/__MACOSX/b.xml", "<no/>"}, {"b.xml", Xml}});
+    QTest::newRow("with mark and NULs") << zipped({{"camera.xml", "\xEF\xBB\xBF" + Xml + QByteArray(3, '\0')}});
+    QTest::newRow("NULs behind the archive") << zipped({{"camera.xml", Xml}}) + QByteArray(300, '\0');
 }
 
 void tst_DescriptionText::archives()
 {
     QFETCH(QByteArray, bytes);
-    QCOMPARE(textOf(bytes), xml);
+    QCOMPARE(textOf(bytes), Xml);
 }
 
 void tst_DescriptionText::errors_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QByteArray>("part");
-    QByteArray damaged = zipped({{"camera.xml", xml}});
+    QByteArray damaged = zipped({{"camera.xml", Xml}});
     damaged[50] = '!';
     QTest::newRow("empty") << QByteArray() << QByteArray("holds no XML");
     QTest::newRow("NULs only") << QByteArray(64, '\0') << QByteArray("holds no XML");
     QTest::newRow("no markup") << QByteArray("\xFF\xFE\1") << QByteArray("holds no XML");
-    QTest::newRow("cut archive") << zipped({{"camera.xml", xml}}).left(60) << QByteArray("cannot be opened");
+    QTest::newRow("cut archive") << zipped({{"camera.xml", Xml}}).left(60) << QByteArray("cannot be opened");
     QTest::newRow("damaged archive") << damaged << QByteArray("damaged: CRC error");
     QTest::newRow("empty archive") << zipped({}) << QByteArray("holds no .xml file");
-    QTest::newRow("archive of others") << zipped({{"a.txt", xml}}) << QByteArray("holds no .xml file");
+    QTest::newRow("archive of others") << zipped({{"a.txt", Xml}}) << QByteArray("holds no .xml file");
     QTest::newRow("archive of an archive")
         << zipped({{"a.xml", zipped({{"b.txt", ""}})}}) << QByteArray("holds no XML");
 }
@@ -236,7 +236,7 @@ void tst_DescriptionText::files()
     QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("\u66DD\u5149.zip")));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    const QByteArray large = xml + "<!--" + QByteArray(300000, 'x') + "-->";
+    const QByteArray large = Xml + "<!--" + QByteArray(300000, 'x') + "-->";
     QVERIFY(file.write(zipped({{"camera.xml", large}})) > large.size());
     file.close();
     QCOMPARE(QByteArray::fromStdString(descriptionTextOfFile(QFile::encodeName(file.fileName()).toStdString())), large);

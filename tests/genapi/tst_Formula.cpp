@@ -12,9 +12,9 @@ using NodeEngine::FormulaError;
 
 namespace {
 
-constexpr int64_t lowest = std::numeric_limits<int64_t>::min();
-constexpr int64_t highest = std::numeric_limits<int64_t>::max();
-const double infinity = std::numeric_limits<double>::infinity();
+constexpr int64_t Lowest = std::numeric_limits<int64_t>::min();
+constexpr int64_t Highest = std::numeric_limits<int64_t>::max();
+const double Infinity = std::numeric_limits<double>::infinity();
 
 // Variables by name; counts how often each is read, and throws for a name that it does not have.
 class Variables
@@ -100,16 +100,16 @@ void tst_Formula::integers_data()
     };
     row("9007199254740993 + 0", 9007199254740993);
     row("X * 3 / 3", 1234567890123456789);
-    row("0x7FFFFFFFFFFFFFFF", highest);
-    row("9223372036854775807 - 1", highest - 1);
+    row("0x7FFFFFFFFFFFFFFF", Highest);
+    row("9223372036854775807 - 1", Highest - 1);
     row("18446744073709551615", -1);
     row("0xFFFFFFFFFFFFFFFF", -1);
-    row("HIGH + 1", lowest);
-    row("LOW - 1", highest);
+    row("HIGH + 1", Lowest);
+    row("LOW - 1", Highest);
     row("HIGH * 2", -2);
-    row("-LOW", lowest);
-    row("ABS(LOW)", lowest);
-    row("LOW / -1", lowest);
+    row("-LOW", Lowest);
+    row("ABS(LOW)", Lowest);
+    row("LOW / -1", Lowest);
     row("LOW % -1", 0);
     row("7 / 2", 3);
     row("-7 / 2", -3);
@@ -117,7 +117,7 @@ void tst_Formula::integers_data()
     row("7 % -3", 1);
     row("1 << 31", 2147483648);
     row("1 << 32", 4294967296);
-    row("1 << 63", lowest);
+    row("1 << 63", Lowest);
     row("1 << 64", 0);
     row("1 << -1", 0);
     row("0xFFFFFFFF00000000 >> 32", -1);
@@ -126,7 +126,7 @@ void tst_Formula::integers_data()
     row("HIGH >> 64", 0);
     row("HIGH >> 62", 1);
     row("3 ** 39", 4052555153018976267);
-    row("2 ** 63", lowest);
+    row("2 ** 63", Lowest);
     row("2 ** 64", 0);
     row("7 ** 0", 1);
     row("2 ** -1", 0);
@@ -136,20 +136,20 @@ void tst_Formula::integers_data()
     row("2.5", 3);
     row("-2.4", -2);
     row("1e3", 1000);
-    row("1e30", highest);
+    row("1e30", Highest);
     row("SQRT(17)", 4);
     row("LG(1000)", 3);
     row("SIN(0) + COS(0)", 1);
     row("ROUND(X, 2)", 1234567890123456789);
     row("TRUNC(X) = X && FLOOR(X) = X && CEIL(X) = X", 1);
-    row("LN(0)", lowest);
+    row("LN(0)", Lowest);
 }
 
 void tst_Formula::integers()
 {
     QFETCH(QString, text);
     Variables variables;
-    variables.integers = {{"X", 1234567890123456789}, {"HIGH", highest}, {"LOW", lowest}};
+    variables.integers = {{"X", 1234567890123456789}, {"HIGH", Highest}, {"LOW", Lowest}};
     QTEST(qlonglong(variables.integerValue(text.toStdString())), "expected");
 }
 
@@ -166,9 +166,9 @@ void tst_Formula::floats_data()
     row("7.5 % 2", 1.5);
     row("-7.5 % 2", -1.5);
     row("2 ** 0.5", std::sqrt(2.0));
-    row("0 ** -1", infinity);
-    row("1e308 * 10", infinity);
-    row("LN(0)", -infinity);
+    row("0 ** -1", Infinity);
+    row("1e308 * 10", Infinity);
+    row("LN(0)", -Infinity);
     row("ROUND(2.5)", 3);
     row("ROUND(-2.5)", -3);
     row("ROUND(3.14159, 2)", 3.14);

@@ -9,7 +9,7 @@ namespace {
 
 // What the formulas below can name: an integer 12 in 2..20 step 2, a float 2.5 in 0.5..4.5, a flag that is on,
 // and an enumeration that is "Fast" (7).
-const std::string variables = "<Integer Name=\"Count\"><Value>12</Value><Min>2</Min><Max>20</Max><Inc>2</Inc></Integer>"
+const std::string Variables = "<Integer Name=\"Count\"><Value>12</Value><Min>2</Min><Max>20</Max><Inc>2</Inc></Integer>"
                               "<Float Name=\"Level\"><Value>2.5</Value><Min>0.5</Min><Max>4.5</Max></Float>"
                               "<Boolean Name=\"Flag\"><Value>1</Value></Boolean>"
                               "<Enumeration Name=\"Mode\"><EnumEntry Name=\"Slow\"><Value>3</Value></EnumEntry>"
@@ -20,7 +20,7 @@ std::string variable(const char *name, const char *node)
     return std::string("<pVariable Name=\"") + name + "\">" + node + "</pVariable>";
 }
 
-const std::string declared = variable("C", "Count") + variable("L", "Level") + variable("F", "Flag")
+const std::string Declared = variable("C", "Count") + variable("L", "Level") + variable("F", "Flag")
     + variable("M", "Mode") + variable("E", "Count");
 
 std::string knife(const char *tag, const std::string &inner, const std::string &formula)
@@ -63,7 +63,7 @@ void tst_FormulaNodes::namesInFormulas_data()
     QTest::addColumn<QByteArray>("formula");
     QTest::addColumn<int>("expected");
     const auto row = [](const char *name, const std::string &inner, const char *formula, int expected) {
-        QTest::newRow(name) << QByteArray::fromStdString(declared + inner) << QByteArray(formula) << expected;
+        QTest::newRow(name) << QByteArray::fromStdString(Declared + inner) << QByteArray(formula) << expected;
     };
     row("value", "", "C.Value + C", 24);
     row("limits", "", "C.Min * 1000 + C.Max * 10 + C.Inc", 2202);
@@ -84,17 +84,17 @@ void tst_FormulaNodes::namesInFormulas()
     QFETCH(QByteArray, inner);
     QFETCH(QByteArray, formula);
     QFETCH(int, expected);
-    const Camera integers(variables + knife("IntSwissKnife", inner.toStdString(), formula.toStdString()));
+    const Camera integers(Variables + knife("IntSwissKnife", inner.toStdString(), formula.toStdString()));
     QCOMPARE(integers.integer("Test")->GetValue(), int64_t(expected));
-    const Camera reals(variables + knife("SwissKnife", inner.toStdString(), formula.toStdString()));
+    const Camera reals(Variables + knife("SwissKnife", inner.toStdString(), formula.toStdString()));
     QCOMPARE(reals.real("Test")->GetValue(), double(expected));
 }
 
 void tst_FormulaNodes::integerAndFloatDiffer()
 {
-    const Camera integers(variables + knife("IntSwissKnife", declared, "L * 2 + 7 / 2"));
+    const Camera integers(Variables + knife("IntSwissKnife", Declared, "L * 2 + 7 / 2"));
     QCOMPARE(integers.integer("Test")->GetValue(), int64_t(9)); // 2.5 rounds to 3
-    const Camera reals(variables + knife("SwissKnife", declared, "L * 2 + 7 / 2 + L.Max"));
+    const Camera reals(Variables + knife("SwissKnife", Declared, "L * 2 + 7 / 2 + L.Max"));
     QCOMPARE(reals.real("Test")->GetValue(), 13.0);
 }
 
@@ -113,7 +113,7 @@ void tst_FormulaNodes::unusableFormulas_data()
 void tst_FormulaNodes::unusableFormulas()
 {
     QFETCH(QByteArray, formula);
-    const Camera camera(variables + knife("IntSwissKnife", declared, formula.toStdString())
+    const Camera camera(Variables + knife("IntSwissKnife", Declared, formula.toStdString())
                         + "<Integer Name=\"User\"><pValue>Test</pValue></Integer>");
     QCOMPARE(int(camera.access("Test")), int(NA));
     QCOMPARE(int(camera.access("User")), int(NA));
@@ -123,7 +123,7 @@ void tst_FormulaNodes::unusableFormulas()
 
 void tst_FormulaNodes::convertersUseOtherVariables()
 {
-    Camera camera(variables + intReg("Reg", "0x10") + "<IntConverter Name=\"Test\">" + declared
+    Camera camera(Variables + intReg("Reg", "0x10") + "<IntConverter Name=\"Test\">" + Declared
                   + "<Constant Name=\"K\">100</Constant>"
                     "<FormulaTo>(FROM - K) / C</FormulaTo><FormulaFrom>TO * C + K</FormulaFrom>"
                     "<pValue>Reg</pValue></IntConverter>");
@@ -137,9 +137,9 @@ void tst_FormulaNodes::convertersUseOtherVariables()
 
 void tst_FormulaNodes::entangledExpressionsEnd()
 {
-    const Camera camera(variables + knife("IntSwissKnife", declared + entangledExpressions(28), "X0"));
+    const Camera camera(Variables + knife("IntSwissKnife", Declared + entangledExpressions(28), "X0"));
     QCOMPARE(int(camera.access("Test")), int(NA));
-    const Camera mild(variables + knife("IntSwissKnife", declared + entangledExpressions(8), "X0"));
+    const Camera mild(Variables + knife("IntSwissKnife", Declared + entangledExpressions(8), "X0"));
     QCOMPARE(mild.integer("Test")->GetValue(), int64_t(128 * 12));
 }
 

@@ -286,14 +286,14 @@ void tst_NodeMap::endlessLinksNeverRecurse()
 void tst_NodeMap::longChainsEndInAnError()
 {
     std::string nodes = integer("N0", "0");
-    constexpr int length = 20000;
-    for (int i = 1; i < length; ++i) {
+    constexpr int Length = 20000;
+    for (int i = 1; i < Length; ++i) {
         const std::string below = std::to_string(i - 1);
         nodes += "<Integer Name=\"N" + std::to_string(i) + "\"><pValue>N" + below + "</pValue><pMax>N" + below
             + "</pMax></Integer>";
     }
     const Camera camera(nodes);
-    const std::string last = "N" + std::to_string(length - 1);
+    const std::string last = "N" + std::to_string(Length - 1);
     QVERIFY(!thrownBy([&] { camera.integer(last.c_str())->GetValue(); }).empty());
     thrownBy([&] { camera.integer(last.c_str())->GetMax(); });
     camera.node(last.c_str())->GetCachingMode();
@@ -326,12 +326,12 @@ void tst_NodeMap::wideChainsEndToo()
 void tst_NodeMap::selectorsInLongChainsEnd()
 {
     // Each node reads all before it and selects another one.
-    constexpr int length = 10000;
+    constexpr int Length = 10000;
     const auto name = [](int i) { return "C" + std::to_string(i); };
     std::string nodes = "<Integer Name=\"C0\"><Value>1</Value></Integer>";
-    for (int i = 1; i < length; ++i)
+    for (int i = 1; i < Length; ++i)
         nodes += "<Integer Name=\"" + name(i) + "\"><pValue>" + name(i - 1) + "</pValue><pSelected>"
-            + name(i * 7 % length) + "</pSelected></Integer>";
+            + name(i * 7 % Length) + "</pSelected></Integer>";
     const Camera camera(nodes);
     const std::clock_t start = std::clock();
     QCOMPARE(camera.integer("C9")->GetValue(), int64_t(1));

@@ -12,8 +12,8 @@ using namespace GenApi;
 
 namespace {
 
-constexpr int64_t least = std::numeric_limits<int64_t>::min();
-constexpr int64_t most = std::numeric_limits<int64_t>::max();
+constexpr int64_t Least = std::numeric_limits<int64_t>::min();
+constexpr int64_t Most = std::numeric_limits<int64_t>::max();
 
 std::string constant(const char *name, const char *value, const std::string &more = "")
 {
@@ -124,16 +124,16 @@ void tst_NodeValues::integerLimits_data()
     row("Plain", 0, 4294967295, 1);
     row("Own", 10, 50, 5);
     row("Copies", 10, 50, 1);
-    row("Big", least, most, 1);
-    row("Exact", least, most, 1);
+    row("Big", Least, Most, 1);
+    row("Exact", Least, Most, 1);
     row("Shifted", 0, int64_t(255) << 33, 1);
-    row("Table", least, most, 1);
+    row("Table", Least, Most, 1);
     row("Behind", 10, 50, 5);
     row("Upper", 0, 0x7fffffff, 1);
     row("Bounded", 1, 10, 1);
-    row("OverFine", least, most, 1);
+    row("OverFine", Least, Most, 1);
     row("OverFlat", 1, 10, 1);
-    row("IntOpen", 0, most, 1);
+    row("IntOpen", 0, Most, 1);
     row("Measured", -32768, 32767, 1);
 }
 

@@ -10,8 +10,8 @@ using namespace GenApi;
 
 namespace {
 
-const std::string bigEndian = "<Endianess>BigEndian</Endianess>";
-const std::string isSigned = "<Sign>Signed</Sign>";
+const std::string BigEndianTag = "<Endianess>BigEndian</Endianess>";
+const std::string IsSigned = "<Sign>Signed</Sign>";
 
 std::string masked(const char *name, int lsb, int msb, const std::string &more = "", const char *mode = "RW")
 {
@@ -59,8 +59,8 @@ void tst_RegisterNodes::integersOfEveryLength_data()
 void tst_RegisterNodes::integersOfEveryLength()
 {
     QFETCH(int, length);
-    Camera camera(intReg("U", "0x10", "", length) + intReg("S", "0x20", isSigned, length)
-                  + intReg("B", "0x30", bigEndian, length));
+    Camera camera(intReg("U", "0x10", "", length) + intReg("S", "0x20", IsSigned, length)
+                  + intReg("B", "0x30", BigEndianTag, length));
     const uint64_t bits = 0x8182838485868788u >> (64 - 8 * length);
     camera.port.poke(0x10, bits, length);
     camera.port.poke(0x20, bits, length);
@@ -97,12 +97,12 @@ void tst_RegisterNodes::maskedFields_data()
                              << qint64(max);
     };
     row("middle", masked("F", 4, 11), 0x50AB0, 0xAB, 0, 255);
-    row("signed", masked("F", 16, 18, isSigned), 0x50AB0, -3, -4, 3);
+    row("signed", masked("F", 16, 18, IsSigned), 0x50AB0, -3, -4, 3);
     row("top bit", masked("F", 31, 31), 0x80000000u, 1, 0, 1);
     row("whole", masked("F", 0, 31), 0xFFFFFFFFu, 0xFFFFFFFF, 0, 0xFFFFFFFF);
     row("swapped bounds", masked("F", 11, 4), 0xAB0, 0xAB, 0, 255);
-    row("big-endian counts from the other end", masked("F", 31, 24, bigEndian), 0x44332211, 0x44, 0, 255);
-    row("big-endian first bit", masked("F", 0, 0, bigEndian), 0x00000080, 1, 0, 1);
+    row("big-endian counts from the other end", masked("F", 31, 24, BigEndianTag), 0x44332211, 0x44, 0, 255);
+    row("big-endian first bit", masked("F", 0, 0, BigEndianTag), 0x00000080, 1, 0, 1);
     row("beyond the register", masked("F", 28, 70), 0xF0000000u, 15, 0, 15);
 }
 

@@ -28,7 +28,7 @@ const QVector<Order> &orders()
     const char *const head =
         "ToolTip Description DisplayName Visibility IsDeprecated pIsImplemented pIsAvailable pIsLocked "
         "ImposedAccessMode ";
-    static const QVector<Order> all{
+    static const QVector<Order> All{
         {words("Category Integer Float Boolean Enumeration EnumEntry Command String"),
          words(head)
              + words("pInvalidator Streamable pFeature EnumEntry Value pValue IsSelfClearing CommandValue OnValue "
@@ -42,7 +42,7 @@ const QVector<Order> &orders()
          words(head)
              + words("pVariable Constant Expression FormulaTo FormulaFrom pValue Formula Unit Representation "
                      "DisplayNotation DisplayPrecision Slope IsLinear")}};
-    return all;
+    return All;
 }
 
 /// Elements that stand where they must not.

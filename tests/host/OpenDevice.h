@@ -16,15 +16,15 @@ public:
     {
         for (std::unique_ptr<Device> &candidate : makeSimulatedDevices()) {
             if (candidate->id() == QLatin1String(id))
-                device.reset(static_cast<SimulatedDevice *>(candidate.release()));
+                m_device.reset(static_cast<SimulatedDevice *>(candidate.release()));
         }
         QString error;
-        if (!device || !device->open(&error))
+        if (!m_device || !m_device->open(&error))
             qFatal("%s does not open: %s", id, qPrintable(error));
     }
 
-    SimulatedDevice *operator->() const { return device.get(); }
-    GenApi::INodeMap &nodes() const { return *device->nodeMap(); }
+    SimulatedDevice *operator->() const { return m_device.get(); }
+    GenApi::INodeMap &nodes() const { return *m_device->nodeMap(); }
     GenApi::INode *node(const char *name) const { return nodes().GetNode(name); }
 
     GenApi::CIntegerPtr integer(const char *name) const { return node(name); }
@@ -60,5 +60,5 @@ public:
     }
 
 private:
-    std::unique_ptr<SimulatedDevice> device;
+    std::unique_ptr<SimulatedDevice> m_device;
 };

@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr char description[] = R"(<?xml version="1.0" encoding="utf-8"?>
+constexpr char Description[] = R"(<?xml version="1.0" encoding="utf-8"?>
 <RegisterDescription ModelName="Test" VendorName="Test" StandardNameSpace="None" SchemaMajorVersion="1"
     SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0"
     ToolTip="" ProductGuid="0" VersionGuid="0" xmlns="http://www.genicam.org/GenApi/Version_1_1">
@@ -45,15 +45,15 @@ bool TestDevice::open(QString *error)
 {
     *error = refusal;
     if (refusal.isEmpty())
-        nodes.emplace(QByteArray(description), port);
+        m_nodes.emplace(QByteArray(Description), port);
     return refusal.isEmpty();
 }
 
 void TestDevice::close()
 {
-    if (!nodes)
+    if (!m_nodes)
         return;
-    nodes.reset();
+    m_nodes.reset();
     Q_EMIT closed();
 }
 
@@ -72,6 +72,6 @@ void TestDevice::stopAcquisition()
 
 void TestDevice::setAcquiring(bool acquires)
 {
-    acquiring = acquires;
+    m_acquiring = acquires;
     Q_EMIT acquiringChanged(acquires);
 }

@@ -17,11 +17,12 @@ class TestDevice : public Device
     Q_OBJECT
 
 public:
-    explicit TestDevice(const QString &deviceId, Kind deviceKind = Kind::Camera) : key(deviceId), type(deviceKind) { }
+    explicit TestDevice(const QString &deviceId, Kind deviceKind = Kind::Camera) : m_key(deviceId), m_type(deviceKind)
+    { }
 
-    QString id() const override { return key; }
-    QString displayName() const override { return key; }
-    Kind kind() const override { return type; }
+    QString id() const override { return m_key; }
+    QString displayName() const override { return m_key; }
+    Kind kind() const override { return m_type; }
     QString typeCode() const override { return QStringLiteral("1"); }
     void reach() override
     {
@@ -30,19 +31,19 @@ public:
     }
     bool open(QString *error) override;
     void close() override;
-    bool isOpen() const override { return nodes.has_value(); }
-    GenApi::INodeMap *nodeMap() const override { return nodes ? nodes->get() : nullptr; }
+    bool isOpen() const override { return m_nodes.has_value(); }
+    GenApi::INodeMap *nodeMap() const override { return m_nodes ? m_nodes->get() : nullptr; }
     bool startAcquisition(QString *error) override;
     void stopAcquisition() override;
-    bool isAcquiring() const override { return acquiring; }
+    bool isAcquiring() const override { return m_acquiring; }
 
     std::function<void()> onReach;
     /// Not empty: open() and startAcquisition() fail with this reason.
     QString refusal;
     MemoryPort port;
 
-    static constexpr int64_t widthAddress = 0x10; ///< 32 bits, polled every 500 ms
-    static constexpr int64_t commandAddress = 0x20; ///< gets 7 on execution
+    static constexpr int64_t WidthAddress = 0x10; ///< 32 bits, polled every 500 ms
+    static constexpr int64_t CommandAddress = 0x20; ///< gets 7 on execution
 
 Q_SIGNALS:
     void closed();
@@ -50,8 +51,8 @@ Q_SIGNALS:
 private:
     void setAcquiring(bool acquires);
 
-    const QString key;
-    const Kind type;
-    std::optional<LoadedNodeMap> nodes;
-    bool acquiring = false;
+    const QString m_key;
+    const Kind m_type;
+    std::optional<LoadedNodeMap> m_nodes;
+    bool m_acquiring = false;
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-const QString cameraId = QStringLiteral("Fake_1");
+const QString CameraId = QStringLiteral("Fake_1");
 
 QString width(const Device &device)
 {
@@ -29,20 +29,20 @@ private Q_SLOTS:
     void aBusyReceiverGetsAFewFrames();
 
 private:
-    std::unique_ptr<Device> make() const { return camera.create(); }
+    std::unique_ptr<Device> make() const { return m_camera.create(); }
 
-    FoundDevice camera;
+    FoundDevice m_camera;
 };
 
 void tst_AravisDevice::initTestCase()
 {
     for (const FoundDevice &found : aravisFinder(true)()) {
-        if (found.id == cameraId)
-            camera = found;
+        if (found.id == CameraId)
+            m_camera = found;
     }
-    QVERIFY2(camera.create, "the fake camera is not found");
+    QVERIFY2(m_camera.create, "the fake camera is not found");
     const std::unique_ptr<Device> device = make();
-    QCOMPARE(device->id(), cameraId);
+    QCOMPARE(device->id(), CameraId);
     QCOMPARE(device->transport(), Device::Transport::Fake);
     QVERIFY(!device->displayName().isEmpty());
 }

@@ -42,12 +42,12 @@ private Q_SLOTS:
 private:
     QString write(const QByteArray &content);
 
-    QTemporaryDir folder;
+    QTemporaryDir m_folder;
 };
 
 QString tst_DescriptionDevice::write(const QByteArray &content)
 {
-    const QString path = folder.filePath(QStringLiteral("camera.xml"));
+    const QString path = m_folder.filePath(QStringLiteral("camera.xml"));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         qFatal("no temporary file");
@@ -92,7 +92,7 @@ void tst_DescriptionDevice::refusesWithAReason()
     QVERIFY(!error.isEmpty());
     QVERIFY(!device.isOpen());
 
-    QVERIFY(QFile::remove(folder.filePath(QStringLiteral("camera.xml"))));
+    QVERIFY(QFile::remove(m_folder.filePath(QStringLiteral("camera.xml"))));
     QString missing;
     QVERIFY(!device.open(&missing));
     QVERIFY(!missing.isEmpty());

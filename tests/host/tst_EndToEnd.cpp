@@ -17,10 +17,10 @@
 
 namespace {
 
-const QString program = QStringLiteral("arv-fake-gv-camera-0.8");
-constexpr quint16 controlPort = 3956; // of every GigE Vision device
-constexpr quint32 widthRegister = 0x100; // of the fake camera
-constexpr int lossTimeout = 20'000; // ms; a heartbeat has to be missed for some seconds
+const QString Program = QStringLiteral("arv-fake-gv-camera-0.8");
+constexpr quint16 ControlPort = 3956; // of every GigE Vision device
+constexpr quint32 WidthRegister = 0x100; // of the fake camera
+constexpr int LossTimeout = 20'000; // ms; a heartbeat has to be missed for some seconds
 
 /// Reads a register past the whole host: READREG of the GigE Vision control protocol. -1 without an answer.
 qint64 cameraRegister(quint32 address)
@@ -28,7 +28,7 @@ qint64 cameraRegister(quint32 address)
     QUdpSocket socket;
     QByteArray request(QByteArray::fromHex("420100800004000100000000"));
     qToBigEndian(address, request.data() + 8);
-    socket.connectToHost(QHostAddress(QHostAddress::LocalHost), controlPort);
+    socket.connectToHost(QHostAddress(QHostAddress::LocalHost), ControlPort);
     socket.write(request);
     if (!socket.waitForReadyRead(1000))
         return -1;
@@ -68,64 +68,64 @@ private:
     ParamterWidget *shownPanel() const;
     int write(const char *feature, const char *value) const;
 
-    QTemporaryDir folder;
-    QProcess camera;
-    QString serial;
-    QString id;
-    std::unique_ptr<HostContext> context;
-    std::unique_ptr<ParamterWnd> window;
-    QStringList log;
+    QTemporaryDir m_folder;
+    QProcess m_camera;
+    QString m_serial;
+    QString m_id;
+    std::unique_ptr<HostContext> m_context;
+    std::unique_ptr<ParamterWnd> m_window;
+    QStringList m_log;
 };
 
 void tst_EndToEnd::initTestCase()
 {
-    if (QStandardPaths::findExecutable(program).isEmpty())
+    if (QStandardPaths::findExecutable(Program).isEmpty())
         QSKIP("the fake GigE Vision camera is not installed");
-    serial = QStringLiteral("T%1").arg(QCoreApplication::applicationPid());
-    id = QStringLiteral("Aravis-Fake-") + serial;
+    m_serial = QStringLiteral("T%1").arg(QCoreApplication::applicationPid());
+    m_id = QStringLiteral("Aravis-Fake-") + m_serial;
     startCamera();
     if (QTest::currentTestFailed())
         return;
 
     HostContext::Options options;
-    options.settingsFile = folder.filePath(QStringLiteral("host.ini"));
+    options.settingsFile = m_folder.filePath(QStringLiteral("host.ini"));
     options.finder = aravisFinder();
-    context = std::make_unique<HostContext>(std::move(options));
-    connect(context.get(), &HostContext::logLine, this,
-            [this](const QDateTime &, const QString &, const QString &message) { log += message; });
-    window = std::make_unique<ParamterWnd>();
-    window->resize(500, 700);
-    window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    m_context = std::make_unique<HostContext>(std::move(options));
+    connect(m_context.get(), &HostContext::logLine, this,
+            [this](const QDateTime &, const QString &, const QString &message) { m_log += message; });
+    m_window = std::make_unique<ParamterWnd>();
+    m_window->resize(500, 700);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
 }
 
 void tst_EndToEnd::startCamera()
 {
-    QVERIFY2(cameraRegister(widthRegister) < 0, "a camera that is none of this test answers here");
-    camera.setProcessChannelMode(QProcess::MergedChannels);
-    camera.start(program, {QStringLiteral("-i"), QStringLiteral("127.0.0.1"), QStringLiteral("-s"), serial});
-    QVERIFY(camera.waitForStarted());
-    QTRY_VERIFY2(cameraRegister(widthRegister) > 0, camera.readAll().constData());
+    QVERIFY2(cameraRegister(WidthRegister) < 0, "a camera that is none of this test answers here");
+    m_camera.setProcessChannelMode(QProcess::MergedChannels);
+    m_camera.start(Program, {QStringLiteral("-i"), QStringLiteral("127.0.0.1"), QStringLiteral("-s"), m_serial});
+    QVERIFY(m_camera.waitForStarted());
+    QTRY_VERIFY2(cameraRegister(WidthRegister) > 0, m_camera.readAll().constData());
 }
 
 void tst_EndToEnd::cleanupTestCase()
 {
-    window.reset();
-    context.reset();
-    camera.kill();
-    camera.waitForFinished();
+    m_window.reset();
+    m_context.reset();
+    m_camera.kill();
+    m_camera.waitForFinished();
 }
 
 void tst_EndToEnd::discoversTheCamera()
 {
-    context->refreshDevices();
-    QTRY_VERIFY_WITH_TIMEOUT(context->device(id), 10'000);
-    QVERIFY(!context->isReady(id));
+    m_context->refreshDevices();
+    QTRY_VERIFY_WITH_TIMEOUT(m_context->device(m_id), 10'000);
+    QVERIFY(!m_context->isReady(m_id));
 }
 
 ParamterWidget *tst_EndToEnd::shownPanel() const
 {
-    for (ParamterWidget *panel : window->findChildren<ParamterWidget *>()) {
+    for (ParamterWidget *panel : m_window->findChildren<ParamterWidget *>()) {
         if (panel->isVisible())
             return panel;
     }
@@ -147,12 +147,12 @@ QModelIndex tst_EndToEnd::valueCell(const QString &feature) const
 
 void tst_EndToEnd::showsItsFeatures()
 {
-    context->setFocus(id);
-    QVERIFY2(context->open(id), qPrintable(log.join(QLatin1Char('\n'))));
-    QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == id);
+    m_context->setFocus(m_id);
+    QVERIFY2(m_context->open(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
+    QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == m_id);
     const QModelIndex width = valueCell(QStringLiteral("Width"));
     QVERIFY(width.isValid());
-    QCOMPARE(width.data().toLongLong(), cameraRegister(widthRegister));
+    QCOMPARE(width.data().toLongLong(), cameraRegister(WidthRegister));
     QVERIFY(valueCell(QStringLiteral("PixelFormat")).isValid());
 }
 
@@ -168,13 +168,13 @@ void tst_EndToEnd::editsReachTheCamera()
     box->selectAll();
     QTest::keyClicks(box, QStringLiteral("320"));
     QTest::keyClick(box, Qt::Key_Return);
-    QTRY_COMPARE(cameraRegister(widthRegister), qint64(320));
+    QTRY_COMPARE(cameraRegister(WidthRegister), qint64(320));
     QCOMPARE(width.data().toLongLong(), qint64(320));
 }
 
 int tst_EndToEnd::write(const char *feature, const char *value) const
 {
-    return HostCore::SetCameraNodeValue(id.toStdString(), feature, value);
+    return HostCore::SetCameraNodeValue(m_id.toStdString(), feature, value);
 }
 
 void tst_EndToEnd::writesByNameReachTheCamera_data()
@@ -201,63 +201,63 @@ void tst_EndToEnd::writesByNameReachTheCamera()
     QCOMPARE(write(QTest::currentDataTag(), value.constData()), 0);
     QCOMPARE(cameraRegister(address), contents);
     std::string text;
-    QCOMPARE(HostCore::GetCameraNodeValue(id.toStdString(), QTest::currentDataTag(), text), 0);
+    QCOMPARE(HostCore::GetCameraNodeValue(m_id.toStdString(), QTest::currentDataTag(), text), 0);
     QCOMPARE(QByteArray::fromStdString(text), value);
 }
 
 void tst_EndToEnd::refusedWritesDoNot()
 {
-    const qint64 before = cameraRegister(widthRegister);
+    const qint64 before = cameraRegister(WidthRegister);
     QVERIFY(write("Width", "70000") != 0);
-    QCOMPARE(cameraRegister(widthRegister), before);
+    QCOMPARE(cameraRegister(WidthRegister), before);
 }
 
 void tst_EndToEnd::framesArriveAsSet()
 {
-    QSignalSpy frames(context.get(), &HostContext::frameReady);
-    QVERIFY2(context->startAcquisition(id), qPrintable(log.join(QLatin1Char('\n'))));
+    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
+    QVERIFY2(m_context->startAcquisition(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
     QTRY_VERIFY_WITH_TIMEOUT(frames.size() >= 3, 10'000);
     const QImage frame = frames.first().at(1).value<QImage>();
     QCOMPARE(frame.size(), QSize(320, 240));
     QVERIFY(!frame.isGrayscale());
-    context->stopAcquisition(id);
-    QCOMPARE(HostCore::GetCameraInfo(id.toStdString(), HostCore::CAM_INFO_ACQUISITION), std::string("0"));
+    m_context->stopAcquisition(m_id);
+    QCOMPARE(HostCore::GetCameraInfo(m_id.toStdString(), HostCore::CAM_INFO_ACQUISITION), std::string("0"));
 }
 
 void tst_EndToEnd::framesComeAtTheRate()
 {
     QCOMPARE(write("AcquisitionFrameRate", "10"), 0);
-    QSignalSpy frames(context.get(), &HostContext::frameReady);
+    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
     QElapsedTimer clock;
     clock.start(); // a first frame that is seen late makes the others look fast
-    QVERIFY(context->startAcquisition(id));
+    QVERIFY(m_context->startAcquisition(m_id));
     QTRY_VERIFY(frames.size() >= 9);
     QVERIFY2(clock.elapsed() > 550, qPrintable(QString::number(clock.elapsed())));
-    context->stopAcquisition(id);
+    m_context->stopAcquisition(m_id);
 }
 
 void tst_EndToEnd::softwareTriggersMakeFrames()
 {
     QCOMPARE(write("TriggerMode", "On"), 0);
-    QVERIFY(context->startAcquisition(id));
+    QVERIFY(m_context->startAcquisition(m_id));
     QTest::qWait(100); // a frame that was underway
-    QSignalSpy frames(context.get(), &HostContext::frameReady);
+    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
     QTest::qWait(300);
     QCOMPARE(frames.size(), 0);
     for (int i = 1; i <= 3; ++i) {
         QCOMPARE(write("TriggerSoftware", ""), 0);
         QTRY_COMPARE(frames.size(), i);
     }
-    context->stopAcquisition(id);
+    m_context->stopAcquisition(m_id);
     QCOMPARE(write("TriggerMode", "Off"), 0);
 }
 
 void tst_EndToEnd::aDeadCameraCostsOneDeadline()
 {
-    QVERIFY(context->startAcquisition(id));
-    camera.kill();
-    QVERIFY(camera.waitForFinished());
-    const std::string key = id.toStdString();
+    QVERIFY(m_context->startAcquisition(m_id));
+    m_camera.kill();
+    QVERIFY(m_camera.waitForFinished());
+    const std::string key = m_id.toStdString();
     QElapsedTimer timer;
     timer.start();
     QVERIFY(HostCore::SetCameraNodeValue(key, "GainRaw", "5") != 0);
@@ -266,43 +266,43 @@ void tst_EndToEnd::aDeadCameraCostsOneDeadline()
     for (int i = 0; i < 100; ++i)
         QVERIFY(HostCore::SetCameraNodeValue(key, "GainRaw", "5") != 0);
     QVERIFY2(timer.elapsed() < 500, "further accesses fail at once");
-    window->grab();
+    m_window->grab();
     QVERIFY(shownPanel());
 }
 
 void tst_EndToEnd::aLostCameraIsClosed()
 {
-    QTRY_VERIFY_WITH_TIMEOUT(!context->isReady(id) && !context->device(id)->isOpen(), lossTimeout);
-    QCOMPARE(log.filter(QStringLiteral("is lost")).size(), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_context->isReady(m_id) && !m_context->device(m_id)->isOpen(), LossTimeout);
+    QCOMPARE(m_log.filter(QStringLiteral("is lost")).size(), 1);
     QTRY_VERIFY(shownPanel() && shownPanel()->deviceName().isEmpty());
-    QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, id.toStdString(), HostCore::NODE_MAP_DEVICE));
-    window->grab();
+    QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, m_id.toStdString(), HostCore::NODE_MAP_DEVICE));
+    m_window->grab();
 }
 
 void tst_EndToEnd::reachingADeadCameraKeepsNobodyWaiting()
 {
-    log.clear();
+    m_log.clear();
     QElapsedTimer timer;
     timer.start();
-    context->openLater(id);
+    m_context->openLater(m_id);
     qint64 longest = timer.restart(); // between two turns of the event loop, ms
     const QDeadlineTimer patience(10'000);
-    QVERIFY(context->isOpening(id));
-    while (context->isOpening(id) && !patience.hasExpired()) {
+    QVERIFY(m_context->isOpening(m_id));
+    while (m_context->isOpening(m_id) && !patience.hasExpired()) {
         QTest::qWait(5);
         longest = std::max(longest, timer.restart());
     }
-    QCOMPARE(log.filter(QStringLiteral("Opening %1 failed").arg(id)).size(), 1);
+    QCOMPARE(m_log.filter(QStringLiteral("Opening %1 failed").arg(m_id)).size(), 1);
     QVERIFY2(longest < 500, QByteArray::number(longest).constData());
 }
 
 void tst_EndToEnd::aReturnedCameraOpensAgain()
 {
     startCamera();
-    context->openLater(id);
-    QTRY_VERIFY2(context->isReady(id), qPrintable(log.join(QLatin1Char('\n'))));
-    QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == id);
-    QCOMPARE(valueCell(QStringLiteral("Width")).data().toLongLong(), cameraRegister(widthRegister));
+    m_context->openLater(m_id);
+    QTRY_VERIFY2(m_context->isReady(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
+    QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == m_id);
+    QCOMPARE(valueCell(QStringLiteral("Width")).data().toLongLong(), cameraRegister(WidthRegister));
 }
 
 QTEST_MAIN(tst_EndToEnd)

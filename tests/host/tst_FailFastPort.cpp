@@ -31,31 +31,31 @@ struct Script
 class ScriptedPort : public GenApi::IPort
 {
 public:
-    explicit ScriptedPort(std::shared_ptr<Script> behaviour) : script(std::move(behaviour)) { }
-    ~ScriptedPort() override { script->destroyed = true; }
+    explicit ScriptedPort(std::shared_ptr<Script> behaviour) : m_script(std::move(behaviour)) { }
+    ~ScriptedPort() override { m_script->destroyed = true; }
 
     GenApi::EAccessMode GetAccessMode() const override { return GenApi::RO; }
     void Read(void *buffer, int64_t address, int64_t length) override
     {
         behave(address);
-        std::memset(buffer, script->memory, static_cast<std::size_t>(length));
+        std::memset(buffer, m_script->memory, static_cast<std::size_t>(length));
     }
     void Write(const void *buffer, int64_t address, int64_t) override
     {
         behave(address);
-        script->memory = *static_cast<const unsigned char *>(buffer);
+        m_script->memory = *static_cast<const unsigned char *>(buffer);
     }
 
 private:
     void behave(int64_t address)
     {
-        ++script->accesses;
-        script->lastAddress = address;
-        switch (script->behaviour) {
+        ++m_script->accesses;
+        m_script->lastAddress = address;
+        switch (m_script->behaviour) {
         case Script::Answer:
             return;
         case Script::Hang:
-            script->release.acquire();
+            m_script->release.acquire();
             return;
         case Script::TimeOut:
             throw TIMEOUT_EXCEPTION("no answer");
@@ -64,11 +64,11 @@ private:
         }
     }
 
-    std::shared_ptr<Script> script;
+    std::shared_ptr<Script> m_script;
 };
 
-constexpr FailFastPort::Timing quick{50ms, 20ms};
-constexpr FailFastPort::Timing rarelyProbing{50ms, 1h};
+constexpr FailFastPort::Timing Quick{50ms, 20ms};
+constexpr FailFastPort::Timing RarelyProbing{50ms, 1h};
 
 /// An access at `address` on `port`; true when it succeeds, false on a timeout.
 bool answers(FailFastPort &port, int64_t address = 0x10)
@@ -89,7 +89,7 @@ class tst_FailFastPort : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { script = std::make_shared<Script>(); }
+    void init() { m_script = std::make_shared<Script>(); }
 
     void passesAccessesThrough();
     void passesOtherFailuresThrough();
@@ -103,30 +103,30 @@ private Q_SLOTS:
     void destructionDoesNotWaitForAHangingDevice();
 
 private:
-    std::unique_ptr<GenApi::IPort> target() { return std::make_unique<ScriptedPort>(script); }
+    std::unique_ptr<GenApi::IPort> target() { return std::make_unique<ScriptedPort>(m_script); }
 
-    std::shared_ptr<Script> script;
+    std::shared_ptr<Script> m_script;
 };
 
 void tst_FailFastPort::passesAccessesThrough()
 {
-    FailFastPort port(target(), quick);
+    FailFastPort port(target(), Quick);
     const unsigned char written[2] = {0x5a, 0x5a};
     port.Write(written, 0x20, 2);
-    QCOMPARE(script->lastAddress.load(), int64_t(0x20));
+    QCOMPARE(m_script->lastAddress.load(), int64_t(0x20));
     unsigned char read[3] = {};
     port.Read(read, 0x24, 3);
-    QCOMPARE(script->lastAddress.load(), int64_t(0x24));
+    QCOMPARE(m_script->lastAddress.load(), int64_t(0x24));
     QCOMPARE(read[2], 0x5a);
     QCOMPARE(port.GetAccessMode(), GenApi::RO);
     port.Read(nullptr, 0x28, 0);
-    QCOMPARE(script->accesses.load(), 2);
+    QCOMPARE(m_script->accesses.load(), 2);
 }
 
 void tst_FailFastPort::passesOtherFailuresThrough()
 {
-    script->behaviour = Script::Refuse;
-    FailFastPort port(target(), quick);
+    m_script->behaviour = Script::Refuse;
+    FailFastPort port(target(), Quick);
     QVERIFY_EXCEPTION_THROWN(answers(port), GenICam::AccessException);
     QVERIFY_EXCEPTION_THROWN(answers(port), GenICam::AccessException);
     QVERIFY(port.isAnswering());
@@ -134,8 +134,8 @@ void tst_FailFastPort::passesOtherFailuresThrough()
 
 void tst_FailFastPort::silenceCostsOneDeadline()
 {
-    script->behaviour = Script::Hang;
-    FailFastPort port(target(), rarelyProbing);
+    m_script->behaviour = Script::Hang;
+    FailFastPort port(target(), RarelyProbing);
     QElapsedTimer timer;
     timer.start();
     QVERIFY(!answers(port));
@@ -145,26 +145,26 @@ void tst_FailFastPort::silenceCostsOneDeadline()
     for (int i = 0; i < 1000; ++i)
         QVERIFY(!answers(port));
     QVERIFY2(timer.elapsed() < 500, "later accesses must not wait");
-    QCOMPARE(script->accesses.load(), 1);
-    script->release.release();
+    QCOMPARE(m_script->accesses.load(), 1);
+    m_script->release.release();
 }
 
 void tst_FailFastPort::timeoutOfTheTargetSilences()
 {
-    script->behaviour = Script::TimeOut;
-    FailFastPort port(target(), rarelyProbing);
+    m_script->behaviour = Script::TimeOut;
+    FailFastPort port(target(), RarelyProbing);
     QVERIFY(!answers(port));
     QVERIFY(!answers(port));
-    QCOMPARE(script->accesses.load(), 1);
+    QCOMPARE(m_script->accesses.load(), 1);
 }
 
 void tst_FailFastPort::writesFailFastToo()
 {
-    script->behaviour = Script::TimeOut;
-    FailFastPort port(target(), rarelyProbing);
+    m_script->behaviour = Script::TimeOut;
+    FailFastPort port(target(), RarelyProbing);
     QVERIFY_EXCEPTION_THROWN(port.Write("abcd", 0, 4), GenICam::TimeoutException);
     QVERIFY_EXCEPTION_THROWN(port.Write("abcd", 0, 4), GenICam::TimeoutException);
-    QCOMPARE(script->accesses.load(), 1);
+    QCOMPARE(m_script->accesses.load(), 1);
 }
 
 void tst_FailFastPort::probeEndsSilence()
@@ -179,39 +179,39 @@ void tst_FailFastPort::probeEndsSilence()
         const std::lock_guard<std::mutex> lock(statesMutex);
         return states;
     };
-    FailFastPort port(target(), quick, note);
+    FailFastPort port(target(), Quick, note);
     QVERIFY(answers(port, 0x40));
-    script->behaviour = Script::TimeOut;
+    m_script->behaviour = Script::TimeOut;
     QVERIFY(!answers(port, 0x80));
-    QTRY_VERIFY(script->accesses >= 4);
-    QCOMPARE(script->lastAddress.load(), int64_t(0x40)); // probes read what could be read last
+    QTRY_VERIFY(m_script->accesses >= 4);
+    QCOMPARE(m_script->lastAddress.load(), int64_t(0x40)); // probes read what could be read last
     QCOMPARE(noted(), std::vector<int>({false}));
-    script->behaviour = Script::Answer;
+    m_script->behaviour = Script::Answer;
     QTRY_COMPARE(noted(), std::vector<int>({false, true}));
     QVERIFY(answers(port));
 }
 
 void tst_FailFastPort::lateAnswerEndsSilence()
 {
-    script->behaviour = Script::Hang;
-    FailFastPort port(target(), rarelyProbing);
+    m_script->behaviour = Script::Hang;
+    FailFastPort port(target(), RarelyProbing);
     QVERIFY(!answers(port));
-    script->release.release();
+    m_script->release.release();
     QTRY_VERIFY(port.isAnswering());
 }
 
 void tst_FailFastPort::refusalCountsAsAnswer()
 {
-    script->behaviour = Script::TimeOut;
-    FailFastPort port(target(), quick);
+    m_script->behaviour = Script::TimeOut;
+    FailFastPort port(target(), Quick);
     QVERIFY(!answers(port));
-    script->behaviour = Script::Refuse;
+    m_script->behaviour = Script::Refuse;
     QTRY_VERIFY(port.isAnswering());
 }
 
 void tst_FailFastPort::waitingCallersFailTogether()
 {
-    script->behaviour = Script::Hang;
+    m_script->behaviour = Script::Hang;
     FailFastPort port(target(), {200ms, 1h});
     std::atomic_int failures{0};
     QElapsedTimer timer;
@@ -223,22 +223,22 @@ void tst_FailFastPort::waitingCallersFailTogether()
         caller.join();
     QCOMPARE(failures.load(), 4);
     QVERIFY2(timer.elapsed() < 2 * 200, "callers must not wait one after the other");
-    script->release.release(4);
+    m_script->release.release(4);
 }
 
 void tst_FailFastPort::destructionDoesNotWaitForAHangingDevice()
 {
-    script->behaviour = Script::Hang;
+    m_script->behaviour = Script::Hang;
     bool told = false;
-    auto port = std::make_unique<FailFastPort>(target(), quick, [&](bool answering) { told = answering; });
+    auto port = std::make_unique<FailFastPort>(target(), Quick, [&](bool answering) { told = answering; });
     QVERIFY(!answers(*port));
     QElapsedTimer timer;
     timer.start();
     port.reset();
     QVERIFY(timer.elapsed() < 1000);
-    QVERIFY(!script->destroyed);
-    script->release.release();
-    QTRY_VERIFY(script->destroyed);
+    QVERIFY(!m_script->destroyed);
+    m_script->release.release();
+    QTRY_VERIFY(m_script->destroyed);
     QVERIFY2(!told, "the handler must not be called after the port's end");
 }
 

@@ -36,7 +36,7 @@ void tst_FeatureDump::printsOneRowALine()
     TestDevice device(QStringLiteral("cam"));
     QString error;
     QVERIFY2(device.open(&error), qPrintable(error));
-    device.port.poke(TestDevice::widthAddress, 64);
+    device.port.poke(TestDevice::WidthAddress, 64);
     device.port.poke(0x14, 640);
     GenApi::CFloatPtr(device.nodeMap()->GetNode("Gain"))->SetValue(1000000);
     QCOMPARE(dump(device),

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
+constexpr float Nothing = std::numeric_limits<float>::quiet_NaN();
 
 HeightFrame frameOf(int width, std::vector<float> heights)
 {
@@ -59,21 +59,21 @@ void tst_HeightAnalysis::lineIsFoundAmongOutliers()
     QFETCH(int, strays);
     QFETCH(int, step);
     QFETCH(int, gaps);
-    constexpr double first = -20.0, pitch = 0.04, level = -5.0;
+    constexpr double First = -20.0, Pitch = 0.04, Level = -5.0;
     std::minstd_rand random;
     std::normal_distribution<double> noise(0.0, 0.005);
     std::vector<float> profile;
     for (int i = 0; i < 1000; ++i) {
-        const double surface = i >= 600 && i < 600 + step ? level + 2.0 : level;
-        const double z = i < strays ? 7.0 : surface + slope * (first + pitch * i);
-        profile.push_back(i >= 1000 - gaps ? nothing : float(z + noise(random)));
+        const double surface = i >= 600 && i < 600 + step ? Level + 2.0 : Level;
+        const double z = i < strays ? 7.0 : surface + slope * (First + Pitch * i);
+        profile.push_back(i >= 1000 - gaps ? Nothing : float(z + noise(random)));
     }
-    const auto line = HeightAnalysis::mainLine(profile, first, pitch);
+    const auto line = HeightAnalysis::mainLine(profile, First, Pitch);
     QTEST(line.has_value(), "found");
     if (!line)
         return;
     QVERIFY2(std::abs(line->slope - slope) < 2e-4, qPrintable(QString::number(line->slope)));
-    const double lowest = level - std::abs(slope) * 20.0 - 0.02, highest = level + std::abs(slope) * 20.0 + 0.02;
+    const double lowest = Level - std::abs(slope) * 20.0 - 0.02, highest = Level + std::abs(slope) * 20.0 + 0.02;
     QVERIFY2(line->meanHeight > lowest && line->meanHeight < highest, qPrintable(QString::number(line->meanHeight)));
 }
 
@@ -82,7 +82,7 @@ void tst_HeightAnalysis::rangeLeavesOutTheExtremes()
     std::vector<float> heights;
     for (int i = 0; i <= 1000; ++i)
         heights.push_back(float(i) / 100.0f);
-    heights[0] = -100.0f, heights[1000] = 100.0f, heights[500] = nothing;
+    heights[0] = -100.0f, heights[1000] = 100.0f, heights[500] = Nothing;
     HeightFrame frame = frameOf(1, heights);
     const auto range = HeightAnalysis::usualRange(frame);
     QVERIFY(range);
@@ -96,7 +96,7 @@ void tst_HeightAnalysis::rangeLeavesOutTheExtremes()
 
 void tst_HeightAnalysis::coloursAreOrdered()
 {
-    const HeightFrame frame = frameOf(8, {-30, -2, -1, 0, 1, 2, 30, nothing});
+    const HeightFrame frame = frameOf(8, {-30, -2, -1, 0, 1, 2, 30, Nothing});
     const QImage picture = heightColours(frame, -2, 2);
     const auto lightness = [&](int x) { return QColor(picture.pixel(x, 0)).toHsl().lightnessF(); };
     const auto luminance = [&](int x) { return qGray(picture.pixel(x, 0)); };
@@ -147,7 +147,7 @@ void tst_HeightAnalysis::largeFramesAreQuick()
 {
     std::vector<float> heights(2048 * 1000);
     for (size_t i = 0; i < heights.size(); ++i)
-        heights[i] = i % 50 == 0 ? nothing : float(i % 1800) / 100.0f - 9.0f;
+        heights[i] = i % 50 == 0 ? Nothing : float(i % 1800) / 100.0f - 9.0f;
     const HeightFrame frame = frameOf(2048, std::move(heights));
     qint64 best = std::numeric_limits<qint64>::max();
     for (int i = 0; i < 5; ++i) {

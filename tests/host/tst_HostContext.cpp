@@ -22,7 +22,7 @@ public:
     using Keys = std::vector<std::string>;
     using Handler = std::function<void(int source, const Keys &cards, const Keys &cameras)>;
 
-    explicit WaitingListener(Handler handler = {}) : handle(std::move(handler))
+    explicit WaitingListener(Handler handler = {}) : m_handle(std::move(handler))
     {
         HostCore::RegisterDeviceListUpdateListener(this);
     }
@@ -33,12 +33,12 @@ public:
         const auto finished = QSharedPointer<std::atomic_bool>::create(false);
         const auto follow = [=] {
             ++handled;
-            if (handle)
-                handle(source, cards, cameras);
+            if (m_handle)
+                m_handle(source, cards, cameras);
             *finished = true;
         };
         thread = QThread::currentThread();
-        QMetaObject::invokeMethod(&guiObject, follow, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(&m_guiObject, follow, Qt::QueuedConnection);
         started = true;
         for (int i = 0; i < 1000 && !*finished; ++i)
             QThread::msleep(5);
@@ -58,8 +58,8 @@ public:
     std::atomic_bool returned{false};
 
 private:
-    const Handler handle;
-    QObject guiObject;
+    const Handler m_handle;
+    QObject m_guiObject;
 };
 
 /// Stands for the panel: writes down the host's events as it finds them on the GUI thread.
@@ -75,7 +75,7 @@ public:
     }
 
     QStringList lists() const { return events.filter(QStringLiteral("list")); }
-    QThread *announcingThread() const { return listener.thread; }
+    QThread *announcingThread() const { return m_listener.thread; }
 
     QStringList events;
     std::function<void()> onList;
@@ -104,7 +104,7 @@ private:
         return result;
     }
 
-    WaitingListener listener{
+    WaitingListener m_listener{
         [this](int source, const auto &cards, const auto &cameras) { follow(source, cards, cameras); }};
 };
 
@@ -142,7 +142,7 @@ class tst_HostContext : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup() { context.reset(); }
+    void cleanup() { m_context.reset(); }
 
     void openingTellsThePanel();
     void openingFails();
@@ -164,26 +164,26 @@ private Q_SLOTS:
 private:
     TestDevice *addDevice(const char *id, Device::Kind kind = Device::Kind::Camera);
 
-    QTemporaryDir folder;
-    std::unique_ptr<HostContext> context;
-    std::vector<FoundDevice> searchResult; ///< read on the discovery thread; changed between searches only
+    QTemporaryDir m_folder;
+    std::unique_ptr<HostContext> m_context;
+    std::vector<FoundDevice> m_searchResult; ///< read on the discovery thread; changed between searches only
 };
 
 void tst_HostContext::init()
 {
-    searchResult.clear();
-    QFile::remove(folder.filePath(text("host.ini")));
+    m_searchResult.clear();
+    QFile::remove(m_folder.filePath(text("host.ini")));
     HostContext::Options options;
-    options.settingsFile = folder.filePath(text("host.ini"));
-    options.finder = [this] { return searchResult; };
-    context = std::make_unique<HostContext>(std::move(options));
+    options.settingsFile = m_folder.filePath(text("host.ini"));
+    options.finder = [this] { return m_searchResult; };
+    m_context = std::make_unique<HostContext>(std::move(options));
 }
 
 TestDevice *tst_HostContext::addDevice(const char *id, Device::Kind kind)
 {
     auto device = std::make_unique<TestDevice>(text(id), kind);
     TestDevice *added = device.get();
-    return context->addDevice(std::move(device)) ? added : nullptr;
+    return m_context->addDevice(std::move(device)) ? added : nullptr;
 }
 
 void tst_HostContext::openingTellsThePanel()
@@ -191,10 +191,10 @@ void tst_HostContext::openingTellsThePanel()
     addDevice("cam");
     addDevice("other");
     QVERIFY(!addDevice("cam"));
-    context->setFocus(text("cam"));
+    m_context->setFocus(text("cam"));
     QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("0"));
     Panel panel;
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
     QVERIFY(panel.events.isEmpty());
     QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam+]"), text("focus 3 cam")}));
     QVERIFY(panel.announcingThread() != thread());
@@ -203,19 +203,19 @@ void tst_HostContext::openingTellsThePanel()
     QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "cam", HostCore::NODE_MAP_DEVICE));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "other", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(context->open(text("cam"))); // tells nothing new
-    context->setFocus(text("unknown"));
+    QVERIFY(m_context->open(text("cam"))); // tells nothing new
+    m_context->setFocus(text("unknown"));
     QTRY_COMPARE(panel.events.mid(2), QStringList({text("focus 0 ")}));
 }
 
 void tst_HostContext::openingFails()
 {
     addDevice("cam")->refusal = text("cable unplugged");
-    QSignalSpy log(context.get(), &HostContext::logLine);
+    QSignalSpy log(m_context.get(), &HostContext::logLine);
     const Panel panel;
-    QVERIFY(!context->open(text("cam")));
-    QVERIFY(!context->isReady(text("cam")));
-    QVERIFY(!context->open(text("unknown")));
+    QVERIFY(!m_context->open(text("cam")));
+    QVERIFY(!m_context->isReady(text("cam")));
+    QVERIFY(!m_context->open(text("unknown")));
     QCOMPARE(log.size(), 2);
     QVERIFY(log.at(0).at(2).toString().contains(text("cable unplugged")));
 }
@@ -224,7 +224,7 @@ void tst_HostContext::theNodeMapOutlivesThePanels()
 {
     TestDevice *device = addDevice("cam");
     Panel panel;
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
     QTRY_COMPARE(panel.lists().size(), 1);
     QStringList order;
     auto *widget = new QObject;
@@ -234,11 +234,11 @@ void tst_HostContext::theNodeMapOutlivesThePanels()
         order += text("event");
         widget->deleteLater();
     };
-    context->close(text("cam"));
+    m_context->close(text("cam"));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(context->writeNode(text("cam"), text("Width"), text("5"))); // the panel may not have followed yet
+    QVERIFY(m_context->writeNode(text("cam"), text("Width"), text("5"))); // the panel may not have followed yet
     QTRY_VERIFY(!device->isOpen());
-    QVERIFY(!context->writeNode(text("cam"), text("Width"), text("5")));
+    QVERIFY(!m_context->writeNode(text("cam"), text("Width"), text("5")));
     QCOMPARE(panel.lists().last(), text("list 1 [] [cam]"));
     QCOMPARE(order, QStringList({text("event"), text("panel"), text("node map")}));
 }
@@ -250,11 +250,11 @@ void tst_HostContext::theNodeMapOutlivesEventsOnTheirWay()
     addDevice("card", Device::Kind::Card);
     Gate gate;
     const Panel panel;
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
     gate.pass.release();
     QTRY_COMPARE(panel.events.size(), 2);
-    QVERIFY(context->open(text("card")));
-    context->close(text("cam"));
+    QVERIFY(m_context->open(text("card")));
+    m_context->close(text("cam"));
     gate.pass.release();
     QTRY_COMPARE(panel.lists().last(), text("list 1 [card+] []"));
     QTRY_COMPARE(panel.events.size(), 4);
@@ -268,40 +268,40 @@ void tst_HostContext::theNodeMapOutlivesEventsOnTheirWay()
 void tst_HostContext::closingDevicesCannotBeOpened()
 {
     TestDevice *device = addDevice("cam");
-    QVERIFY(context->open(text("cam")));
-    context->close(text("cam"));
-    QSignalSpy log(context.get(), &HostContext::logLine);
-    QVERIFY(!context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
+    m_context->close(text("cam"));
+    QSignalSpy log(m_context.get(), &HostContext::logLine);
+    QVERIFY(!m_context->open(text("cam")));
     QVERIFY(log.value(0).value(2).toString().contains(text("still being closed")));
     QTRY_VERIFY(!device->isOpen());
-    QVERIFY(context->open(text("cam")));
-    context->close(text("cam"));
-    context.reset(); // while a release is due
+    QVERIFY(m_context->open(text("cam")));
+    m_context->close(text("cam"));
+    m_context.reset(); // while a release is due
 }
 
 void tst_HostContext::lostDevicesAreClosedOnce()
 {
     TestDevice *device = addDevice("cam");
     const Panel panel;
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
     QTRY_COMPARE(panel.lists().size(), 1);
-    QSignalSpy log(context.get(), &HostContext::logLine);
+    QSignalSpy log(m_context.get(), &HostContext::logLine);
     Q_EMIT device->lost(text("no heartbeat"));
     Q_EMIT device->lost(text("no heartbeat"));
     QTRY_VERIFY(!device->isOpen());
     QCOMPARE(panel.lists().mid(1), QStringList({text("list 1 [] [cam]")}));
     Q_EMIT device->lost(text("no heartbeat"));
     QCOMPARE(log.size(), 1);
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
 }
 
 void tst_HostContext::cardsAreAnnouncedFirst()
 {
     addDevice("card 1", Device::Kind::Card);
     addDevice("card 2", Device::Kind::Card);
-    context->setFocus(text("card 2"));
+    m_context->setFocus(text("card 2"));
     Panel panel;
-    QVERIFY(context->open(text("card 2")));
+    QVERIFY(m_context->open(text("card 2")));
     QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+] []"), text("focus 2 card 2")}));
     QCOMPARE(HostCore::GetCardInfo("card 1", HostCore::CARD_INFO_STATE), std::string("4"));
     QVERIFY(HostCore::GetCardInfo("unknown", HostCore::CARD_INFO_STATE).empty());
@@ -312,25 +312,25 @@ void tst_HostContext::cardsAreAnnouncedFirst()
 void tst_HostContext::acquisitionIsAnnounced()
 {
     TestDevice *device = addDevice("cam");
-    QVERIFY(!context->startAcquisition(text("cam")));
+    QVERIFY(!m_context->startAcquisition(text("cam")));
     const Panel panel;
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
     QTRY_COMPARE(panel.lists().size(), 1);
-    QVERIFY(context->startAcquisition(text("cam")));
+    QVERIFY(m_context->startAcquisition(text("cam")));
     QTRY_COMPARE(panel.lists().value(1), text("list 1 [] [cam+*]"));
-    context->stopAcquisition(text("cam"));
+    m_context->stopAcquisition(text("cam"));
     QTRY_COMPARE(panel.lists().value(2), text("list 1 [] [cam+]"));
     device->refusal = text("no bandwidth");
-    QVERIFY(!context->startAcquisition(text("cam")));
+    QVERIFY(!m_context->startAcquisition(text("cam")));
 }
 
 void tst_HostContext::framesOfOpenDevicesAreForwarded()
 {
     TestDevice *device = addDevice("cam");
-    QSignalSpy frames(context.get(), &HostContext::frameReady);
+    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
     Q_EMIT device->frameReady(QImage());
     QCOMPARE(frames.size(), 0);
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
     Q_EMIT device->frameReady(QImage(3, 2, QImage::Format_Grayscale8));
     QCOMPARE(frames.size(), 1);
     QCOMPARE(frames.at(0).at(0).toString(), text("cam"));
@@ -342,28 +342,28 @@ void tst_HostContext::discoveryKeepsTheListUpToDate()
     addDevice("simulated");
     const auto ids = [this] {
         QStringList result;
-        for (const Device *device : context->devices())
+        for (const Device *device : m_context->devices())
             result += device->id();
         return result;
     };
     const auto search = [this](std::vector<FoundDevice> result) {
-        searchResult = std::move(result);
-        context->refreshDevices();
-        QVERIFY(context->isRefreshing());
-        QTRY_VERIFY(!context->isRefreshing());
+        m_searchResult = std::move(result);
+        m_context->refreshDevices();
+        QVERIFY(m_context->isRefreshing());
+        QTRY_VERIFY(!m_context->isRefreshing());
     };
-    QSignalSpy changes(context.get(), &HostContext::deviceListChanged);
+    QSignalSpy changes(m_context.get(), &HostContext::deviceListChanged);
     search({foundCamera(text("a")), foundCamera(text("b")), foundCamera(text("simulated"))});
     QCOMPARE(ids(), QStringList({text("simulated"), text("a"), text("b")}));
-    const Device *a = context->device(text("a"));
-    QVERIFY(context->open(text("b")));
+    const Device *a = m_context->device(text("a"));
+    QVERIFY(m_context->open(text("b")));
     search({foundCamera(text("a"))});
     QCOMPARE(changes.size(), 1);
     search({foundCamera(text("c")), foundCamera(text("a"))});
     QCOMPARE(ids(), QStringList({text("simulated"), text("a"), text("b"), text("c")}));
-    QCOMPARE(context->device(text("a")), a);
-    context->close(text("b"));
-    QTRY_VERIFY(!context->device(text("b"))->isOpen());
+    QCOMPARE(m_context->device(text("a")), a);
+    m_context->close(text("b"));
+    QTRY_VERIFY(!m_context->device(text("b"))->isOpen());
     search({});
     QCOMPARE(ids(), QStringList({text("simulated")}));
 }
@@ -375,14 +375,14 @@ void tst_HostContext::closedCamerasAreNamedOnce()
         addDevice(id);
     const Panel panel;
     for (const char *id : {"first", "second", "third"})
-        QVERIFY(context->open(text(id)));
+        QVERIFY(m_context->open(text(id)));
     QTRY_COMPARE(panel.lists().size(), 3);
-    context->close(text("second"));
-    QTRY_VERIFY(!context->device(text("second"))->isOpen());
-    searchResult = {foundCamera(text("found"))};
-    context->refreshDevices();
-    QTRY_VERIFY(context->device(text("found")));
-    QVERIFY(context->startAcquisition(text("third")));
+    m_context->close(text("second"));
+    QTRY_VERIFY(!m_context->device(text("second"))->isOpen());
+    m_searchResult = {foundCamera(text("found"))};
+    m_context->refreshDevices();
+    QTRY_VERIFY(m_context->device(text("found")));
+    QVERIFY(m_context->startAcquisition(text("third")));
     QTRY_COMPARE(panel.lists().mid(3),
                  QStringList({text("list 1 [] [second first+ third+]"), text("list 1 [] [third+* first+]")}));
 }
@@ -391,33 +391,33 @@ void tst_HostContext::eventsWaitForNoSearch()
 {
     QSemaphore end;
     HostContext::Options options;
-    options.settingsFile = folder.filePath(text("host.ini"));
+    options.settingsFile = m_folder.filePath(text("host.ini"));
     options.finder = [&end] {
         end.acquire();
         return std::vector<FoundDevice>();
     };
-    context.reset();
-    context = std::make_unique<HostContext>(std::move(options));
+    m_context.reset();
+    m_context = std::make_unique<HostContext>(std::move(options));
     const auto release = qScopeGuard([&] {
         end.release();
-        context.reset(); // the search uses the semaphore
+        m_context.reset(); // the search uses the semaphore
     });
     TestDevice *device = addDevice("cam");
     const Panel panel;
-    context->refreshDevices();
-    QVERIFY(context->open(text("cam")));
+    m_context->refreshDevices();
+    QVERIFY(m_context->open(text("cam")));
     QTRY_COMPARE(panel.events.value(0), text("list 1 [] [cam+]"));
-    context->close(text("cam"));
+    m_context->close(text("cam"));
     QTRY_VERIFY(!device->isOpen());
-    QVERIFY(context->isRefreshing());
+    QVERIFY(m_context->isRefreshing());
 }
 
 void tst_HostContext::unregisteringEndsAWaitingCall()
 {
     addDevice("cam");
     auto listener = std::make_unique<WaitingListener>();
-    QVERIFY(context->open(text("cam")));
-    QVERIFY(context->startAcquisition(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->startAcquisition(text("cam")));
     QVERIFY(listener->waitForCall());
     QElapsedTimer timer;
     timer.start();
@@ -433,13 +433,13 @@ void tst_HostContext::theEndServesAWaitingCall()
     addDevice("cam");
     addDevice("other");
     WaitingListener listener;
-    QVERIFY(context->open(text("cam")));
-    QVERIFY(context->open(text("other")));
-    context->close(text("cam"));
+    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->open(text("other")));
+    m_context->close(text("cam"));
     QVERIFY(listener.waitForCall());
     QElapsedTimer timer;
     timer.start();
-    context.reset();
+    m_context.reset();
     QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
     QVERIFY(listener.returned);
     QCOMPARE(listener.handled, 1);
@@ -450,20 +450,20 @@ void tst_HostContext::theEndWaitsForARunningSearch()
     std::atomic_bool started{false};
     std::atomic_bool ended{false};
     HostContext::Options options;
-    options.settingsFile = folder.filePath(text("host.ini"));
+    options.settingsFile = m_folder.filePath(text("host.ini"));
     options.finder = [&] {
         started = true;
         QThread::msleep(50);
         ended = true;
         return std::vector<FoundDevice>{foundCamera(text("cam"))};
     };
-    context.reset();
-    context = std::make_unique<HostContext>(std::move(options));
+    m_context.reset();
+    m_context = std::make_unique<HostContext>(std::move(options));
     const Panel panel;
-    context->refreshDevices();
+    m_context->refreshDevices();
     while (!started)
         QThread::msleep(1);
-    context.reset();
+    m_context.reset();
     QVERIFY(ended);
     QCoreApplication::processEvents();
 }
@@ -473,15 +473,15 @@ void tst_HostContext::onlyTheFocusedDeviceIsPolled()
     TestDevice *focused = addDevice("focused");
     TestDevice *other = addDevice("other");
     for (TestDevice *device : {focused, other}) {
-        QVERIFY(context->open(device->id()));
-        device->port.poke(TestDevice::widthAddress, 1);
-        context->readNode(device->id(), text("Width"), std::make_unique<QString>().get());
-        device->port.poke(TestDevice::widthAddress, 2);
+        QVERIFY(m_context->open(device->id()));
+        device->port.poke(TestDevice::WidthAddress, 1);
+        m_context->readNode(device->id(), text("Width"), std::make_unique<QString>().get());
+        device->port.poke(TestDevice::WidthAddress, 2);
     }
-    context->setFocus(text("focused"));
+    m_context->setFocus(text("focused"));
     const auto width = [this](const char *id) {
         QString value;
-        context->readNode(text(id), text("Width"), &value);
+        m_context->readNode(text(id), text("Width"), &value);
         return value;
     };
     QTRY_COMPARE(width("focused"), text("2"));

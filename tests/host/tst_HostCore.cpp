@@ -25,7 +25,7 @@ class tst_HostCore : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup() { context.reset(); }
+    void cleanup() { m_context.reset(); }
 
     void withoutContextNothingHappens();
     void infoItemsAreStored();
@@ -41,34 +41,34 @@ private:
     TestDevice *addDevice(const char *id);
     void start();
 
-    QTemporaryDir folder;
-    std::unique_ptr<HostContext> context;
+    QTemporaryDir m_folder;
+    std::unique_ptr<HostContext> m_context;
 };
 
 void tst_HostCore::init()
 {
-    QFile::remove(folder.filePath(text("host.ini")));
+    QFile::remove(m_folder.filePath(text("host.ini")));
     start();
 }
 
 void tst_HostCore::start()
 {
-    context.reset();
-    context = std::make_unique<HostContext>(HostContext::Options{folder.filePath(text("host.ini")), {}});
+    m_context.reset();
+    m_context = std::make_unique<HostContext>(HostContext::Options{m_folder.filePath(text("host.ini")), {}});
 }
 
 TestDevice *tst_HostCore::addDevice(const char *id)
 {
     auto device = std::make_unique<TestDevice>(text(id));
     TestDevice *added = device.get();
-    return context->addDevice(std::move(device)) ? added : nullptr;
+    return m_context->addDevice(std::move(device)) ? added : nullptr;
 }
 
 void tst_HostCore::withoutContextNothingHappens()
 {
     addDevice("cam");
-    QVERIFY(context->open(text("cam")));
-    context.reset();
+    QVERIFY(m_context->open(text("cam")));
+    m_context.reset();
     QVERIFY(!HostContext::current());
     std::string value = "kept";
     QVERIFY(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_OPENED).empty());
@@ -96,7 +96,7 @@ void tst_HostCore::infoItemsAreStored()
     store(odd, 56, "ü, \"x\"");
     store("cam", 57, "no such item");
     store("cam", HostCore::CAM_INFO_OPENED, "1");
-    context->setLanguage(text("Chinese"));
+    m_context->setLanguage(text("Chinese"));
     start();
     addDevice("cam");
     addDevice(odd);
@@ -107,7 +107,7 @@ void tst_HostCore::infoItemsAreStored()
     QVERIFY(stored("cam", 57).empty());
     QVERIFY(stored("unknown", 50).empty());
     QCOMPARE(stored("cam", HostCore::CAM_INFO_OPENED), std::string("0"));
-    QCOMPARE(context->language(), text("Chinese"));
+    QCOMPARE(m_context->language(), text("Chinese"));
 }
 
 void tst_HostCore::nodesAreWrittenAsText_data()
@@ -136,13 +136,13 @@ void tst_HostCore::nodesAreWrittenAsText()
     QFETCH(QString, written);
     QFETCH(QString, read);
     TestDevice *device = addDevice("cam");
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
     QCOMPARE(HostCore::SetCameraNodeValue("cam", node.toStdString(), written.toStdString()), 0);
     std::string value;
     QCOMPARE(HostCore::GetCameraNodeValue("cam", node.toStdString(), value), 0);
     QCOMPARE(QString::fromStdString(value), read);
     QCOMPARE(HostCore::SetCameraNodeValue("cam", "TriggerSoftware", ""), 0);
-    QCOMPARE(device->port.peek(TestDevice::commandAddress), uint64_t(7));
+    QCOMPARE(device->port.peek(TestDevice::CommandAddress), uint64_t(7));
 }
 
 void tst_HostCore::accessFailuresAreLogged_data()
@@ -169,8 +169,8 @@ void tst_HostCore::accessFailuresAreLogged()
     QFETCH(QString, node);
     QFETCH(QString, value);
     addDevice("cam");
-    QVERIFY(context->open(text("cam")));
-    QSignalSpy log(context.get(), &HostContext::logLine);
+    QVERIFY(m_context->open(text("cam")));
+    QSignalSpy log(m_context.get(), &HostContext::logLine);
     QVERIFY(HostCore::SetCameraNodeValue(device.toStdString(), node.toStdString(), value.toStdString()) != 0);
     QCOMPARE(log.size(), 1);
     QVERIFY(log.at(0).at(2).toString().contains(node));
@@ -178,12 +178,12 @@ void tst_HostCore::accessFailuresAreLogged()
 
 void tst_HostCore::logLinesArriveFromAnyThread()
 {
-    QSignalSpy log(context.get(), &HostContext::logLine);
+    QSignalSpy log(m_context.get(), &HostContext::logLine);
     HostCore::VLogInfo("Module", "Füße", 1);
     QCOMPARE(log.size(), 1);
     QCOMPARE(log.at(0).mid(1), QVariantList({text("Module"), text("Füße"), 1}));
     QThread *receiver = nullptr;
-    connect(context.get(), &HostContext::logLine, this, [&] { receiver = QThread::currentThread(); });
+    connect(m_context.get(), &HostContext::logLine, this, [&] { receiver = QThread::currentThread(); });
     std::thread([] { HostCore::VLogInfo("Worker", "message", 0); }).join();
     QTRY_COMPARE(log.size(), 2);
     QCOMPARE(receiver, thread());
@@ -192,7 +192,7 @@ void tst_HostCore::logLinesArriveFromAnyThread()
 void tst_HostCore::grabStartsFromAnyThread()
 {
     TestDevice *device = addDevice("cam");
-    QVERIFY(context->open(text("cam")));
+    QVERIFY(m_context->open(text("cam")));
     std::thread([] { HostCore::StartGrab("cam"); }).join();
     QVERIFY(!device->isAcquiring());
     QTRY_VERIFY(device->isAcquiring());
@@ -211,7 +211,7 @@ void tst_HostCore::contextMayGoWhileGrabsStart()
         start();
         addDevice("cam");
         std::this_thread::yield();
-        context.reset();
+        m_context.reset();
     }
     over = true;
     for (std::thread &worker : workers)

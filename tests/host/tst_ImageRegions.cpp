@@ -13,8 +13,8 @@
 
 namespace {
 
-const QString camera = QStringLiteral("SIM-AREA-01");
-const std::string cameraKey = camera.toStdString();
+const QString Camera = QStringLiteral("SIM-AREA-01");
+const std::string CameraKey = Camera.toStdString();
 
 struct RegionListener final : HostCore::IROIDrawUpdate
 {
@@ -53,33 +53,33 @@ private Q_SLOTS:
 
 private:
     int draw(int left, int top, int right, int bottom);
-    QRect area(int handle) const { return context->regions().region(handle).area; }
+    QRect area(int handle) const { return m_context->regions().region(handle).area; }
 
-    QTemporaryDir folder;
-    std::unique_ptr<HostContext> context;
-    std::unique_ptr<QSignalSpy> lines;
-    RegionListener listener;
+    QTemporaryDir m_folder;
+    std::unique_ptr<HostContext> m_context;
+    std::unique_ptr<QSignalSpy> m_lines;
+    RegionListener m_listener;
 };
 
 void tst_ImageRegions::init()
 {
-    context = std::make_unique<HostContext>(HostContext::Options{folder.filePath(QStringLiteral("host.ini")), {}});
+    m_context = std::make_unique<HostContext>(HostContext::Options{m_folder.filePath(QStringLiteral("host.ini")), {}});
     for (std::unique_ptr<Device> &one : makeSimulatedDevices())
-        QVERIFY(context->addDevice(std::move(one)));
-    QVERIFY(context->addDevice(std::make_unique<TestDevice>(QStringLiteral("silent"))));
-    QVERIFY(context->open(camera));
-    QVERIFY(context->open(QStringLiteral("silent")));
-    QVERIFY(context->writeNode(camera, QStringLiteral("Width"), QStringLiteral("640")));
-    QVERIFY(context->writeNode(camera, QStringLiteral("Height"), QStringLiteral("480")));
-    lines = std::make_unique<QSignalSpy>(context.get(), &HostContext::logLine);
-    listener = RegionListener();
-    HostCore::RegisterROIUpdateListener(&listener);
+        QVERIFY(m_context->addDevice(std::move(one)));
+    QVERIFY(m_context->addDevice(std::make_unique<TestDevice>(QStringLiteral("silent"))));
+    QVERIFY(m_context->open(Camera));
+    QVERIFY(m_context->open(QStringLiteral("silent")));
+    QVERIFY(m_context->writeNode(Camera, QStringLiteral("Width"), QStringLiteral("640")));
+    QVERIFY(m_context->writeNode(Camera, QStringLiteral("Height"), QStringLiteral("480")));
+    m_lines = std::make_unique<QSignalSpy>(m_context.get(), &HostContext::logLine);
+    m_listener = RegionListener();
+    HostCore::RegisterROIUpdateListener(&m_listener);
 }
 
 void tst_ImageRegions::cleanup()
 {
-    HostCore::UnRegisterROIUpdateListener(&listener);
-    context.reset();
+    HostCore::UnRegisterROIUpdateListener(&m_listener);
+    m_context.reset();
 }
 
 /// 0 when the host refuses.
@@ -87,7 +87,7 @@ int tst_ImageRegions::draw(int left, int top, int right, int bottom)
 {
     int handle = 0;
     bool status = false;
-    const int result = HostCore::DrawROI(cameraKey, left, top, right, bottom, handle, status, 0, 0);
+    const int result = HostCore::DrawROI(CameraKey, left, top, right, bottom, handle, status, 0, 0);
     return result == 0 && status ? handle : 0;
 }
 
@@ -112,49 +112,49 @@ void tst_ImageRegions::cornersBecomeAnArea()
     QFETCH(QRect, drawn);
     const int handle = draw(corner.x(), corner.y(), opposite.x(), opposite.y());
     QCOMPARE(area(handle), drawn);
-    QCOMPARE(lines->size(), drawn.isNull() ? 1 : 0);
+    QCOMPARE(m_lines->size(), drawn.isNull() ? 1 : 0);
 
     const QRect before(1, 2, 3, 4);
     const int placed = draw(1, 2, 4, 6);
-    HostCore::SetROIPos(cameraKey, placed, corner.x(), corner.y(), opposite.x(), opposite.y());
+    HostCore::SetROIPos(CameraKey, placed, corner.x(), corner.y(), opposite.x(), opposite.y());
     QCOMPARE(area(placed), drawn.isNull() ? before : drawn);
-    QCOMPARE(listener.events, QStringList());
+    QCOMPARE(m_listener.events, QStringList());
 }
 
 void tst_ImageRegions::userMovesAreReportedOnce()
 {
     const int handle = draw(0, 0, 640, 480);
-    QSignalSpy placed(&context->regions(), &ImageRegions::placed);
-    context->regions().move(handle, QRect(100, 50, 200, 30));
-    context->regions().move(handle, QRect(100, 50, 200, 30));
-    QCOMPARE(listener.events, QStringList{QStringLiteral("SIM-AREA-01 1 %1 100 50 300 80").arg(handle)});
-    QVERIFY(listener.accepted);
+    QSignalSpy placed(&m_context->regions(), &ImageRegions::placed);
+    m_context->regions().move(handle, QRect(100, 50, 200, 30));
+    m_context->regions().move(handle, QRect(100, 50, 200, 30));
+    QCOMPARE(m_listener.events, QStringList{QStringLiteral("SIM-AREA-01 1 %1 100 50 300 80").arg(handle)});
+    QVERIFY(m_listener.accepted);
     QCOMPARE(placed.size(), 1);
-    HostCore::SetROIPos(cameraKey, handle, 0, 0, 10, 10);
+    HostCore::SetROIPos(CameraKey, handle, 0, 0, 10, 10);
     QCOMPARE(placed.size(), 2);
-    QCOMPARE(listener.events.size(), 1);
+    QCOMPARE(m_listener.events.size(), 1);
 }
 
 void tst_ImageRegions::regionsAreApart()
 {
     const int first = draw(0, 0, 10, 10);
     const int second = draw(20, 20, 30, 30);
-    HostCore::SetROIPos(cameraKey, first, 1, 1, 5, 5);
+    HostCore::SetROIPos(CameraKey, first, 1, 1, 5, 5);
     QCOMPARE(area(first), QRect(1, 1, 4, 4));
     QCOMPARE(area(second), QRect(20, 20, 10, 10));
-    HostCore::RomoveROI(cameraKey, second);
+    HostCore::RomoveROI(CameraKey, second);
     QCOMPARE(area(second), QRect());
     const int third = draw(20, 20, 30, 30);
     QVERIFY(third != first && third != second);
-    QCOMPARE(context->regions().of(camera).size(), 2);
-    QVERIFY(lines->isEmpty());
+    QCOMPARE(m_context->regions().of(Camera).size(), 2);
+    QVERIFY(m_lines->isEmpty());
 }
 
 void tst_ImageRegions::strangersAreLogged_data()
 {
     QTest::addColumn<QString>("device");
     QTest::addColumn<int>("offset");
-    QTest::newRow("handle") << camera << 1;
+    QTest::newRow("handle") << Camera << 1;
     QTest::newRow("another device's handle") << QStringLiteral("silent") << 0;
     QTest::newRow("device") << QStringLiteral("nobody") << 0;
 }
@@ -166,7 +166,7 @@ void tst_ImageRegions::strangersAreLogged()
     const int handle = draw(0, 0, 10, 10);
     HostCore::SetROIPos(device.toStdString(), handle + offset, 1, 1, 5, 5);
     HostCore::RomoveROI(device.toStdString(), handle + offset);
-    QCOMPARE(lines->size(), 2);
+    QCOMPARE(m_lines->size(), 2);
     QCOMPARE(area(handle), QRect(0, 0, 10, 10));
 }
 
@@ -184,29 +184,30 @@ void tst_ImageRegions::closingRemovesRegions()
     bool status = false;
     QVERIFY(draw(0, 0, 10, 10));
     QCOMPARE(HostCore::DrawROI("silent", 5, 5, 20, 10, other, status, 0, 0), 0); // it does not tell its image's size
-    QSignalSpy changed(&context->regions(), &ImageRegions::listChanged);
+    QSignalSpy changed(&m_context->regions(), &ImageRegions::listChanged);
     if (lost)
-        Q_EMIT context->device(camera)->lost(QStringLiteral("cable"));
+        Q_EMIT m_context->device(Camera)->lost(QStringLiteral("cable"));
     else
-        context->close(camera);
+        m_context->close(Camera);
     QTRY_COMPARE(changed.size(), 1);
-    QVERIFY(context->regions().of(camera).isEmpty());
-    QCOMPARE(context->regions().of(QStringLiteral("silent")).value(0).area, QRect(5, 5, 15, 5));
-    lines->clear();
+    QVERIFY(m_context->regions().of(Camera).isEmpty());
+    QCOMPARE(m_context->regions().of(QStringLiteral("silent")).value(0).area, QRect(5, 5, 15, 5));
+    m_lines->clear();
     QVERIFY(!draw(0, 0, 10, 10));
-    QCOMPARE(lines->size(), 1);
+    QCOMPARE(m_lines->size(), 1);
     status = true;
-    QVERIFY(HostCore::DrawROI(cameraKey, 0, 0, 10, 10, other, status, 0, 0) != 0);
+    QVERIFY(HostCore::DrawROI(CameraKey, 0, 0, 10, 10, other, status, 0, 0) != 0);
     QVERIFY(!status);
 }
 
 void tst_ImageRegions::listenerMayRemoveTheRegion()
 {
     const int handle = draw(0, 0, 10, 10);
-    connect(&context->regions(), &ImageRegions::placed, context.get(), [&] { HostCore::RomoveROI(cameraKey, handle); });
-    context->regions().move(handle, QRect(1, 1, 5, 5));
-    QVERIFY(context->regions().of(camera).isEmpty());
-    QVERIFY(listener.events.isEmpty());
+    connect(&m_context->regions(), &ImageRegions::placed, m_context.get(),
+            [&] { HostCore::RomoveROI(CameraKey, handle); });
+    m_context->regions().move(handle, QRect(1, 1, 5, 5));
+    QVERIFY(m_context->regions().of(Camera).isEmpty());
+    QVERIFY(m_listener.events.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_ImageRegions)

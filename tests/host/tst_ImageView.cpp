@@ -14,12 +14,12 @@
 
 namespace {
 
-const QString camera = QStringLiteral("camera");
-const QSize imageSize(800, 600);
-const QSize viewSize(400, 300); ///< two image pixels per view pixel
-const QRect drawn(200, 150, 400, 300);
+const QString Camera = QStringLiteral("camera");
+const QSize ImageSize(800, 600);
+const QSize ViewSize(400, 300); ///< two image pixels per view pixel
+const QRect Drawn(200, 150, 400, 300);
 
-QImage plainImage(const QColor &colour, const QSize &size = imageSize)
+QImage plainImage(const QColor &colour, const QSize &size = ImageSize)
 {
     QImage image(size, QImage::Format_RGB32);
     image.fill(colour);
@@ -57,42 +57,42 @@ private Q_SLOTS:
 
 private:
     int draw(const QRect &area);
-    QRect area(int handle) const { return regions->region(handle).area; }
+    QRect area(int handle) const { return m_regions->region(handle).area; }
     QPoint onView(const QPoint &pixel) const;
     /// View pixels per image pixel.
-    double scale() const { return view->zoom() / view->devicePixelRatioF(); }
-    void press(const QPoint &at) { QTest::mousePress(view->windowHandle(), Qt::LeftButton, {}, at); }
-    void moveTo(const QPoint &at) { QTest::mouseMove(view->windowHandle(), at); }
-    void release(const QPoint &at) { QTest::mouseRelease(view->windowHandle(), Qt::LeftButton, {}, at); }
+    double scale() const { return m_view->zoom() / m_view->devicePixelRatioF(); }
+    void press(const QPoint &at) { QTest::mousePress(m_view->windowHandle(), Qt::LeftButton, {}, at); }
+    void moveTo(const QPoint &at) { QTest::mouseMove(m_view->windowHandle(), at); }
+    void release(const QPoint &at) { QTest::mouseRelease(m_view->windowHandle(), Qt::LeftButton, {}, at); }
     void drag(const QPoint &from, const QPoint &way);
 
-    QTemporaryDir folder;
-    std::unique_ptr<ImageRegions> regions;
-    std::unique_ptr<ImageView> view;
-    std::unique_ptr<QSignalSpy> reports;
+    QTemporaryDir m_folder;
+    std::unique_ptr<ImageRegions> m_regions;
+    std::unique_ptr<ImageView> m_view;
+    std::unique_ptr<QSignalSpy> m_reports;
 };
 
 void tst_ImageView::init()
 {
-    regions = std::make_unique<ImageRegions>();
-    view = std::make_unique<ImageView>();
-    reports = std::make_unique<QSignalSpy>(regions.get(), &ImageRegions::movedByUser);
-    view->resize(viewSize);
-    view->showFrame(plainImage(Qt::black));
-    view->regions().follow(*regions, camera);
-    view->show();
-    view->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(view.get()));
+    m_regions = std::make_unique<ImageRegions>();
+    m_view = std::make_unique<ImageView>();
+    m_reports = std::make_unique<QSignalSpy>(m_regions.get(), &ImageRegions::movedByUser);
+    m_view->resize(ViewSize);
+    m_view->showFrame(plainImage(Qt::black));
+    m_view->regions().follow(*m_regions, Camera);
+    m_view->show();
+    m_view->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
 }
 
 int tst_ImageView::draw(const QRect &wanted)
 {
-    return regions->draw(camera, imageSize, wanted.topLeft(), wanted.bottomRight() + QPoint(1, 1));
+    return m_regions->draw(Camera, ImageSize, wanted.topLeft(), wanted.bottomRight() + QPoint(1, 1));
 }
 
 QPoint tst_ImageView::onView(const QPoint &pixel) const
 {
-    return (view->imageRect().topLeft() + QPointF(pixel) * scale()).toPoint();
+    return (m_view->imageRect().topLeft() + QPointF(pixel) * scale()).toPoint();
 }
 
 void tst_ImageView::drag(const QPoint &from, const QPoint &way)
@@ -122,7 +122,7 @@ void tst_ImageView::dragging_data()
     QTest::newRow("corner beyond the image") << QPoint(300, 225) << QPoint(99, 74) << QRect(200, 150, 598, 448);
     QTest::newRow("edges meet") << QPoint(300, 225) << QPoint(-250, -200) << QRect(200, 150, 1, 1);
     QTest::newRow("edge beyond its opposite") << QPoint(100, 150) << QPoint(290, 0) << QRect(599, 150, 1, 300);
-    QTest::newRow("beside") << QPoint(50, 50) << way << drawn;
+    QTest::newRow("beside") << QPoint(50, 50) << way << Drawn;
 }
 
 void tst_ImageView::dragging()
@@ -130,48 +130,48 @@ void tst_ImageView::dragging()
     QFETCH(QPoint, from);
     QFETCH(QPoint, way);
     QFETCH(QRect, result);
-    const int handle = draw(drawn);
+    const int handle = draw(Drawn);
     press(from);
     moveTo(from);
-    QCOMPARE(reports->size(), 0);
+    QCOMPARE(m_reports->size(), 0);
     moveTo(from + way);
     moveTo(from + way);
     release(from + way);
     moveTo(from);
     QCOMPARE(area(handle), result);
-    QCOMPARE(reports->size(), result == drawn ? 0 : 1);
+    QCOMPARE(m_reports->size(), result == Drawn ? 0 : 1);
 }
 
 void tst_ImageView::dragsFollowTheZoom()
 {
-    const int handle = draw(drawn);
-    view->zoomToOriginal();
+    const int handle = draw(Drawn);
+    m_view->zoomToOriginal();
     while (scale() < 4)
-        view->zoomIn();
+        m_view->zoomIn();
     drag({200, 150}, QPoint(20, 40)); // zoomed around its middle, the region has only its body in view
-    const QPoint moved = area(handle).topLeft() - drawn.topLeft();
+    const QPoint moved = area(handle).topLeft() - Drawn.topLeft();
     QCOMPARE(moved, QPoint(qRound(20 / scale()), qRound(40 / scale())));
 
-    regions->place(camera, handle, {390, 290}, {410, 310});
+    m_regions->place(Camera, handle, {390, 290}, {410, 310});
     drag(onView({410, 310}), (QPointF(3, 2) * scale()).toPoint());
     QCOMPARE(area(handle), QRect(390, 290, 23, 22));
 }
 
 void tst_ImageView::escapeTakesADragBack()
 {
-    const int handle = draw(drawn);
-    view->zoomToOriginal();
-    const QRectF shown = view->imageRect();
+    const int handle = draw(Drawn);
+    m_view->zoomToOriginal();
+    const QRectF shown = m_view->imageRect();
     press({200, 150});
     moveTo({220, 160});
-    QVERIFY(area(handle) != drawn);
-    QTest::keyClick(view.get(), Qt::Key_Escape);
-    QCOMPARE(area(handle), drawn);
-    QCOMPARE(reports->size(), 2);
+    QVERIFY(area(handle) != Drawn);
+    QTest::keyClick(m_view.get(), Qt::Key_Escape);
+    QCOMPARE(area(handle), Drawn);
+    QCOMPARE(m_reports->size(), 2);
     moveTo({240, 160});
     release({240, 160});
-    QCOMPARE(area(handle), drawn);
-    QCOMPARE(view->imageRect(), shown);
+    QCOMPARE(area(handle), Drawn);
+    QCOMPARE(m_view->imageRect(), shown);
 }
 
 void tst_ImageView::keysMoveTheSelectedRegion_data()
@@ -181,8 +181,8 @@ void tst_ImageView::keysMoveTheSelectedRegion_data()
     QTest::addColumn<QRect>("result");
     const int shift = Qt::ShiftModifier;
     const int control = Qt::ControlModifier;
-    QTest::newRow("left") << int(Qt::Key_Left) << 0 << drawn.translated(-1, 0);
-    QTest::newRow("down by ten") << int(Qt::Key_Down) << shift << drawn.translated(0, 10);
+    QTest::newRow("left") << int(Qt::Key_Left) << 0 << Drawn.translated(-1, 0);
+    QTest::newRow("down by ten") << int(Qt::Key_Down) << shift << Drawn.translated(0, 10);
     QTest::newRow("wider") << int(Qt::Key_Right) << control << QRect(200, 150, 401, 300);
     QTest::newRow("lower by ten") << int(Qt::Key_Up) << (control | shift) << QRect(200, 150, 400, 290);
 }
@@ -192,12 +192,12 @@ void tst_ImageView::keysMoveTheSelectedRegion()
     QFETCH(int, key);
     QFETCH(int, modifiers);
     QFETCH(QRect, result);
-    const int other = draw(drawn);
-    const int handle = draw(drawn);
-    QTest::keyClick(view.get(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    const int other = draw(Drawn);
+    const int handle = draw(Drawn);
+    QTest::keyClick(m_view.get(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
     QCOMPARE(area(handle), result);
-    QCOMPARE(area(other), drawn);
-    QCOMPARE(reports->size(), 1);
+    QCOMPARE(area(other), Drawn);
+    QCOMPARE(m_reports->size(), 1);
 }
 
 void tst_ImageView::cursorTellsThePart_data()
@@ -205,12 +205,12 @@ void tst_ImageView::cursorTellsThePart_data()
     QTest::addColumn<QRect>("region");
     QTest::addColumn<QPoint>("at");
     QTest::addColumn<int>("cursor");
-    QTest::newRow("beside") << drawn << QPoint(50, 50) << int(Qt::ArrowCursor);
-    QTest::newRow("body") << drawn << QPoint(200, 150) << int(Qt::SizeAllCursor);
-    QTest::newRow("left") << drawn << QPoint(99, 150) << int(Qt::SizeHorCursor);
-    QTest::newRow("bottom") << drawn << QPoint(150, 226) << int(Qt::SizeVerCursor);
-    QTest::newRow("top left") << drawn << QPoint(102, 77) << int(Qt::SizeFDiagCursor);
-    QTest::newRow("bottom left") << drawn << QPoint(102, 226) << int(Qt::SizeBDiagCursor);
+    QTest::newRow("beside") << Drawn << QPoint(50, 50) << int(Qt::ArrowCursor);
+    QTest::newRow("body") << Drawn << QPoint(200, 150) << int(Qt::SizeAllCursor);
+    QTest::newRow("left") << Drawn << QPoint(99, 150) << int(Qt::SizeHorCursor);
+    QTest::newRow("bottom") << Drawn << QPoint(150, 226) << int(Qt::SizeVerCursor);
+    QTest::newRow("top left") << Drawn << QPoint(102, 77) << int(Qt::SizeFDiagCursor);
+    QTest::newRow("bottom left") << Drawn << QPoint(102, 226) << int(Qt::SizeBDiagCursor);
     QTest::newRow("body of a small one") << QRect(400, 300, 10, 10) << QPoint(202, 152) << int(Qt::SizeAllCursor);
 }
 
@@ -220,20 +220,20 @@ void tst_ImageView::cursorTellsThePart()
     QFETCH(QPoint, at);
     draw(region);
     moveTo(at);
-    QTEST(int(view->cursor().shape()), "cursor");
+    QTEST(int(m_view->cursor().shape()), "cursor");
 }
 
 void tst_ImageView::besideARegionTheImagePans()
 {
     const int handle = draw(QRect(390, 290, 20, 20));
     while (scale() < 1)
-        view->zoomIn();
-    const QPointF before = view->imageRect().topLeft();
+        m_view->zoomIn();
+    const QPointF before = m_view->imageRect().topLeft();
     drag({50, 50}, {30, 20});
-    QCOMPARE(view->imageRect().topLeft(), before + QPointF(30, 20));
+    QCOMPARE(m_view->imageRect().topLeft(), before + QPointF(30, 20));
     QCOMPARE(area(handle), QRect(390, 290, 20, 20));
     drag(onView({400, 300}), (QPointF(5, 6) * scale()).toPoint()); // on the region it does not
-    QCOMPARE(view->imageRect().topLeft(), before + QPointF(30, 20));
+    QCOMPARE(m_view->imageRect().topLeft(), before + QPointF(30, 20));
     QCOMPARE(area(handle), QRect(395, 296, 20, 20));
 }
 
@@ -241,75 +241,75 @@ void tst_ImageView::selectsByClickAndTab()
 {
     const int first = draw(QRect(0, 0, 200, 200));
     const int second = draw(QRect(100, 100, 200, 200));
-    QCOMPARE(view->regions().selected(), second);
-    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, {25, 25});
-    QCOMPARE(view->regions().selected(), first);
-    QTest::keyClick(view.get(), Qt::Key_Tab);
-    QCOMPARE(view->regions().selected(), second);
-    QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(view->regions().selected(), first);
-    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, {75, 75}); // on both
-    QCOMPARE(view->regions().selected(), first);
-    regions->remove(camera, first);
-    QCOMPARE(view->regions().selected(), second);
-    QVERIFY(reports->isEmpty());
+    QCOMPARE(m_view->regions().selected(), second);
+    QTest::mouseClick(m_view->windowHandle(), Qt::LeftButton, {}, {25, 25});
+    QCOMPARE(m_view->regions().selected(), first);
+    QTest::keyClick(m_view.get(), Qt::Key_Tab);
+    QCOMPARE(m_view->regions().selected(), second);
+    QTest::keyClick(m_view.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(m_view->regions().selected(), first);
+    QTest::mouseClick(m_view->windowHandle(), Qt::LeftButton, {}, {75, 75}); // on both
+    QCOMPARE(m_view->regions().selected(), first);
+    m_regions->remove(Camera, first);
+    QCOMPARE(m_view->regions().selected(), second);
+    QVERIFY(m_reports->isEmpty());
 }
 
 void tst_ImageView::removalEndsADrag()
 {
-    const int handle = draw(drawn);
+    const int handle = draw(Drawn);
     const int other = draw(QRect(0, 0, 50, 50));
     press({200, 150});
-    regions->remove(camera, handle);
+    m_regions->remove(Camera, handle);
     moveTo({230, 170});
     release({230, 170});
     QCOMPARE(area(other), QRect(0, 0, 50, 50));
-    QVERIFY(reports->isEmpty());
+    QVERIFY(m_reports->isEmpty());
 }
 
 void tst_ImageView::otherButtonsLeaveADragAlone()
 {
     const auto send = [this](QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held, const QPointF &at) {
-        QMouseEvent event(type, at, view->mapToGlobal(at.toPoint()), button, held, Qt::NoModifier);
-        QCoreApplication::sendEvent(view.get(), &event);
+        QMouseEvent event(type, at, m_view->mapToGlobal(at.toPoint()), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_view.get(), &event);
     };
-    const int handle = draw(drawn);
+    const int handle = draw(Drawn);
     send(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, {200, 150});
     send(QEvent::MouseButtonPress, Qt::MiddleButton, Qt::LeftButton | Qt::MiddleButton, {200, 150});
     send(QEvent::MouseButtonRelease, Qt::MiddleButton, Qt::LeftButton, {200, 150});
     send(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton, {210, 150});
-    QCOMPARE(area(handle), drawn.translated(20, 0));
+    QCOMPARE(area(handle), Drawn.translated(20, 0));
     send(QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, {210, 150});
-    QVERIFY(!view->regions().isDragging());
+    QVERIFY(!m_view->regions().isDragging());
 }
 
 void tst_ImageView::doubleClickZoomsBesideRegions()
 {
-    draw(drawn);
-    QTest::mouseDClick(view->windowHandle(), Qt::LeftButton, {}, {200, 150});
-    QVERIFY(view->isFitted());
-    QTest::mouseDClick(view->windowHandle(), Qt::LeftButton, {}, {50, 50});
-    QVERIFY(!view->isFitted());
+    draw(Drawn);
+    QTest::mouseDClick(m_view->windowHandle(), Qt::LeftButton, {}, {200, 150});
+    QVERIFY(m_view->isFitted());
+    QTest::mouseDClick(m_view->windowHandle(), Qt::LeftButton, {}, {50, 50});
+    QVERIFY(!m_view->isFitted());
 }
 
 void tst_ImageView::linesShowOnEveryImage_data()
 {
     QTest::addColumn<QColor>("image");
     QTest::addColumn<QRect>("region");
-    QTest::newRow("dark") << QColor(Qt::black) << drawn;
-    QTest::newRow("bright") << QColor(Qt::white) << drawn;
-    QTest::newRow("whole image, dark") << QColor(Qt::black) << QRect(QPoint(), imageSize);
-    QTest::newRow("whole image, bright") << QColor(Qt::white) << QRect(QPoint(), imageSize);
+    QTest::newRow("dark") << QColor(Qt::black) << Drawn;
+    QTest::newRow("bright") << QColor(Qt::white) << Drawn;
+    QTest::newRow("whole image, dark") << QColor(Qt::black) << QRect(QPoint(), ImageSize);
+    QTest::newRow("whole image, bright") << QColor(Qt::white) << QRect(QPoint(), ImageSize);
 }
 
 void tst_ImageView::linesShowOnEveryImage()
 {
     QFETCH(QColor, image);
     QFETCH(QRect, region);
-    view->showStill(plainImage(image));
-    view->clearFocus();
+    m_view->showStill(plainImage(image));
+    m_view->clearFocus();
     draw(region);
-    const QImage painted = view->grab().toImage();
+    const QImage painted = m_view->grab().toImage();
     const QRectF edge = QRectF(onView(region.topLeft()), onView(region.bottomRight()));
     const double ratio = painted.devicePixelRatio();
     const int y = int((edge.top() + edge.height() / 4) * ratio);
@@ -333,12 +333,12 @@ void tst_ImageView::regionsAreToldApart()
     QStringList labels;
     QSet<QRgb> colours;
     for (const std::optional<int> number : {std::optional<int>(), std::optional(0), std::optional(2)}) {
-        const int handle = regions->draw(camera, imageSize, {200, 200}, {260, 240}, number);
-        labels << RegionEditor::labelOf(regions->region(handle));
-        const QImage painted = view->grab().toImage();
+        const int handle = m_regions->draw(Camera, ImageSize, {200, 200}, {260, 240}, number);
+        labels << RegionEditor::labelOf(m_regions->region(handle));
+        const QImage painted = m_view->grab().toImage();
         const QPointF edge = QPointF(onView({200, 210})) * painted.devicePixelRatio();
         colours.insert(painted.pixel(edge.toPoint()));
-        regions->remove(camera, handle);
+        m_regions->remove(Camera, handle);
     }
     QCoreApplication::removeTranslator(&translator);
     QCOMPARE(labels, QString::fromUtf8("60 × 40|[Measure range: 60 × 40]|[Mask 2: 60 × 40]").split(QLatin1Char('|')));
@@ -372,7 +372,7 @@ void tst_ImageView::namesAreLegible()
 
 void tst_ImageView::canvasStandsForAMissingPicture()
 {
-    HostContext context({folder.filePath(QStringLiteral("viewer.ini")), {}});
+    HostContext context({m_folder.filePath(QStringLiteral("viewer.ini")), {}});
     for (std::unique_ptr<Device> &one : makeSimulatedDevices())
         QVERIFY(context.addDevice(std::move(one)));
     ViewerWindow window(context);

@@ -11,7 +11,7 @@
 
 namespace {
 
-const QString id = QStringLiteral("cam");
+const QString Id = QStringLiteral("cam");
 
 } // namespace
 
@@ -24,8 +24,8 @@ private Q_SLOTS:
     void init();
     void cleanup()
     {
-        gate.release();
-        context.reset();
+        m_gate.release();
+        m_context.reset();
     }
 
     void theCallerDoesNotWait();
@@ -36,97 +36,97 @@ private Q_SLOTS:
     void theEndWaits();
 
 private:
-    QTemporaryDir folder;
-    std::unique_ptr<HostContext> context;
-    TestDevice *device = nullptr;
-    QSemaphore gate; ///< one device is reached for each release
-    std::vector<FoundDevice> found;
-    QStringList log;
+    QTemporaryDir m_folder;
+    std::unique_ptr<HostContext> m_context;
+    TestDevice *m_device = nullptr;
+    QSemaphore m_gate; ///< one device is reached for each release
+    std::vector<FoundDevice> m_found;
+    QStringList m_log;
 };
 
 void tst_OpenLater::init()
 {
-    log.clear();
-    found = {{id, [this] {
-                  auto made = std::make_unique<TestDevice>(id);
-                  device = made.get();
-                  return made;
-              }}};
+    m_log.clear();
+    m_found = {{Id, [this] {
+                    auto made = std::make_unique<TestDevice>(Id);
+                    m_device = made.get();
+                    return made;
+                }}};
     HostContext::Options options;
-    options.settingsFile = folder.filePath(QStringLiteral("host.ini"));
-    options.finder = [this] { return found; };
-    context = std::make_unique<HostContext>(std::move(options));
-    connect(context.get(), &HostContext::logLine, this,
-            [this](const QDateTime &, const QString &, const QString &message) { log += message; });
-    context->refreshDevices();
-    QTRY_VERIFY(context->device(id));
-    gate.acquire(gate.available());
-    device->onReach = [this] { gate.acquire(); };
+    options.settingsFile = m_folder.filePath(QStringLiteral("host.ini"));
+    options.finder = [this] { return m_found; };
+    m_context = std::make_unique<HostContext>(std::move(options));
+    connect(m_context.get(), &HostContext::logLine, this,
+            [this](const QDateTime &, const QString &, const QString &message) { m_log += message; });
+    m_context->refreshDevices();
+    QTRY_VERIFY(m_context->device(Id));
+    m_gate.acquire(m_gate.available());
+    m_device->onReach = [this] { m_gate.acquire(); };
 }
 
 void tst_OpenLater::theCallerDoesNotWait()
 {
-    const QSignalSpy states(context.get(), &HostContext::deviceStateChanged);
-    context->openLater(id);
-    QVERIFY(context->isOpening(id) && !context->isReady(id));
+    const QSignalSpy states(m_context.get(), &HostContext::deviceStateChanged);
+    m_context->openLater(Id);
+    QVERIFY(m_context->isOpening(Id) && !m_context->isReady(Id));
     QCOMPARE(states.count(), 1);
-    QVERIFY(!context->open(id)); // it must not be touched
-    context->openLater(id);
-    context->close(id);
-    QCOMPARE(log.filter(QStringLiteral("already being opened")).size(), 2);
-    QVERIFY(context->isOpening(id));
-    gate.release();
-    QTRY_VERIFY(context->isReady(id));
-    QVERIFY(!context->isOpening(id));
+    QVERIFY(!m_context->open(Id)); // it must not be touched
+    m_context->openLater(Id);
+    m_context->close(Id);
+    QCOMPARE(m_log.filter(QStringLiteral("already being opened")).size(), 2);
+    QVERIFY(m_context->isOpening(Id));
+    m_gate.release();
+    QTRY_VERIFY(m_context->isReady(Id));
+    QVERIFY(!m_context->isOpening(Id));
     QCOMPARE(states.count(), 2);
 }
 
 void tst_OpenLater::failuresAreLogged()
 {
-    device->refusal = QStringLiteral("no cable");
-    context->openLater(id);
-    const QSignalSpy states(context.get(), &HostContext::deviceStateChanged);
-    gate.release();
+    m_device->refusal = QStringLiteral("no cable");
+    m_context->openLater(Id);
+    const QSignalSpy states(m_context.get(), &HostContext::deviceStateChanged);
+    m_gate.release();
     QTRY_COMPARE(states.count(), 1);
-    QVERIFY(!context->isOpening(id) && !context->isReady(id));
-    QVERIFY(log.last().contains(QLatin1String("no cable")));
-    QCOMPARE(context->openingError(id), QStringLiteral("no cable"));
-    device->refusal.clear();
-    context->openLater(id);
-    gate.release();
-    QTRY_VERIFY(context->isReady(id));
+    QVERIFY(!m_context->isOpening(Id) && !m_context->isReady(Id));
+    QVERIFY(m_log.last().contains(QLatin1String("no cable")));
+    QCOMPARE(m_context->openingError(Id), QStringLiteral("no cable"));
+    m_device->refusal.clear();
+    m_context->openLater(Id);
+    m_gate.release();
+    QTRY_VERIFY(m_context->isReady(Id));
 }
 
 void tst_OpenLater::openDevicesAndUnknownOnes()
 {
-    QVERIFY(context->open(id));
-    const QSignalSpy states(context.get(), &HostContext::deviceStateChanged);
-    context->openLater(id);
-    QCOMPARE(states.count() + log.size(), 0);
-    context->openLater(QStringLiteral("nobody"));
-    QVERIFY(!context->isOpening(QStringLiteral("nobody")));
-    QCOMPARE(log.size(), 1);
+    QVERIFY(m_context->open(Id));
+    const QSignalSpy states(m_context.get(), &HostContext::deviceStateChanged);
+    m_context->openLater(Id);
+    QCOMPARE(states.count() + m_log.size(), 0);
+    m_context->openLater(QStringLiteral("nobody"));
+    QVERIFY(!m_context->isOpening(QStringLiteral("nobody")));
+    QCOMPARE(m_log.size(), 1);
 }
 
 void tst_OpenLater::searchesKeepADeviceThatIsBeingOpened()
 {
-    context->openLater(id);
-    found.clear(); // it answers nobody else meanwhile
-    const QSignalSpy refreshing(context.get(), &HostContext::refreshingChanged);
-    context->refreshDevices();
+    m_context->openLater(Id);
+    m_found.clear(); // it answers nobody else meanwhile
+    const QSignalSpy refreshing(m_context.get(), &HostContext::refreshingChanged);
+    m_context->refreshDevices();
     QTRY_VERIFY(refreshing.contains({false}));
-    QCOMPARE(context->device(id), device);
-    gate.release();
-    QTRY_VERIFY(context->isReady(id));
+    QCOMPARE(m_context->device(Id), m_device);
+    m_gate.release();
+    QTRY_VERIFY(m_context->isReady(Id));
 }
 
 void tst_OpenLater::deadDevicesHoldUpNoOthers()
 {
-    context->addDevice(std::make_unique<TestDevice>(QStringLiteral("other")));
-    context->openLater(id);
-    context->openLater(QStringLiteral("other"));
-    QTRY_VERIFY(context->isReady(QStringLiteral("other")));
-    QVERIFY(context->isOpening(id));
+    m_context->addDevice(std::make_unique<TestDevice>(QStringLiteral("other")));
+    m_context->openLater(Id);
+    m_context->openLater(QStringLiteral("other"));
+    QTRY_VERIFY(m_context->isReady(QStringLiteral("other")));
+    QVERIFY(m_context->isOpening(Id));
 }
 
 /// A slow panel keeps the context waiting for its last announcement, which handles events.
@@ -141,18 +141,18 @@ void tst_OpenLater::theEndWaits()
     const SlowPanel panel;
     std::atomic_bool started{false};
     std::atomic_bool ended{false};
-    device->onReach = [&] {
+    m_device->onReach = [&] {
         started = true;
         QThread::msleep(50);
         ended = true;
     };
-    context->addDevice(std::make_unique<TestDevice>(QStringLiteral("other")));
-    QVERIFY(context->open(QStringLiteral("other"))); // is announced
-    context->openLater(id);
+    m_context->addDevice(std::make_unique<TestDevice>(QStringLiteral("other")));
+    QVERIFY(m_context->open(QStringLiteral("other"))); // is announced
+    m_context->openLater(Id);
     QTRY_VERIFY(started);
-    context.reset();
+    m_context.reset();
     QVERIFY(ended);
-    QVERIFY(log.isEmpty());
+    QVERIFY(m_log.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_OpenLater)

@@ -19,8 +19,8 @@
 
 namespace {
 
-const QString profiler = QStringLiteral("SIM-PROFILER-01");
-const std::string key = "SIM-PROFILER-01";
+const QString Profiler = QStringLiteral("SIM-PROFILER-01");
+const std::string Key = "SIM-PROFILER-01";
 
 /// Writes down what the range was when the host said that it has new settings.
 struct ImportListener final : HostCore::IImportUpdate
@@ -62,11 +62,11 @@ private Q_SLOTS:
     void panelShowsTheFoundRange();
 
 private:
-    void set(const char *node, const char *value) { QCOMPARE(HostCore::SetCameraNodeValue(key, node, value), 0); }
+    void set(const char *node, const char *value) { QCOMPARE(HostCore::SetCameraNodeValue(Key, node, value), 0); }
     double read(const char *node)
     {
         QString value;
-        host->readNode(profiler, QLatin1String(node), &value);
+        m_host->readNode(Profiler, QLatin1String(node), &value);
         return value.toDouble();
     }
     QRect maskOnDevice(int number);
@@ -74,22 +74,22 @@ private:
     /// The node map knows it, too.
     bool hasStopped() const
     {
-        return host->nodeMap(HostCore::FOCUS_CAMERA, profiler)->GetNode("Height")->GetAccessMode() == GenApi::RW;
+        return m_host->nodeMap(HostCore::FOCUS_CAMERA, Profiler)->GetNode("Height")->GetAccessMode() == GenApi::RW;
     }
     /// Waits for a frame, after which the device stops.
     void takeFrame();
 
-    QTemporaryDir folder;
-    std::unique_ptr<HostContext> host;
+    QTemporaryDir m_folder;
+    std::unique_ptr<HostContext> m_host;
 };
 
 void tst_ProfilerHost::init()
 {
-    QFile::remove(folder.filePath(QStringLiteral("host.ini")));
-    host = std::make_unique<HostContext>(HostContext::Options{folder.filePath(QStringLiteral("host.ini")), {}});
+    QFile::remove(m_folder.filePath(QStringLiteral("host.ini")));
+    m_host = std::make_unique<HostContext>(HostContext::Options{m_folder.filePath(QStringLiteral("host.ini")), {}});
     for (std::unique_ptr<Device> &device : makeSimulatedDevices())
-        host->addDevice(std::move(device));
-    QVERIFY(host->open(profiler));
+        m_host->addDevice(std::move(device));
+    QVERIFY(m_host->open(Profiler));
     set("AcquisitionMode", "SingleFrame");
     set("AcquisitionLineCount", "40");
     set("BatchNumber", "10");
@@ -98,7 +98,7 @@ void tst_ProfilerHost::init()
 
 void tst_ProfilerHost::cleanup()
 {
-    host.reset();
+    m_host.reset();
 }
 
 QRect tst_ProfilerHost::maskOnDevice(int number)
@@ -110,8 +110,8 @@ QRect tst_ProfilerHost::maskOnDevice(int number)
 
 QRect tst_ProfilerHost::region(int number)
 {
-    for (const ImageRegion &one : host->regions().of(profiler)) {
-        if (host->profilerRegions().numberOf(one.handle) == number)
+    for (const ImageRegion &one : m_host->regions().of(Profiler)) {
+        if (m_host->profilerRegions().numberOf(one.handle) == number)
             return one.area;
     }
     return {};
@@ -121,9 +121,9 @@ void tst_ProfilerHost::takeFrame()
 {
     bool complete = false;
     QObject receiver;
-    connect(host.get(), &HostContext::heightReady, &receiver,
+    connect(m_host.get(), &HostContext::heightReady, &receiver,
             [&](const QString &, const HeightFrame &frame) { complete |= frame.complete; });
-    QVERIFY(host->startAcquisition(profiler));
+    QVERIFY(m_host->startAcquisition(Profiler));
     QTRY_VERIFY(complete && hasStopped());
 }
 
@@ -132,28 +132,28 @@ void tst_ProfilerHost::regionsKeepThePanelsNumbers()
     for (int number : {3, 0, 1}) {
         int name = number;
         bool accepted = false;
-        const int result = number == 0 ? HostCore::DrawROI(key, 0, 0, 2048, 1024, name, accepted, 0, 1)
-                                       : HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, 1, 0);
+        const int result = number == 0 ? HostCore::DrawROI(Key, 0, 0, 2048, 1024, name, accepted, 0, 1)
+                                       : HostCore::DrawROI(Key, 0, 0, 0, 0, name, accepted, 1, 0);
         QCOMPARE(result, 0);
         QVERIFY(accepted);
         QCOMPARE(name, number);
     }
     QCOMPARE(region(0), QRect(0, 0, 2048, 1024));
     QCOMPARE(region(1), maskOnDevice(1));
-    HostCore::RomoveROI(key, 1);
-    HostCore::RomoveROI(key, 0);
+    HostCore::RomoveROI(Key, 1);
+    HostCore::RomoveROI(Key, 0);
     for (int gone : {0, 1, 2})
-        HostCore::RomoveROI(key, gone); // must not take one whose handle is that number
-    QCOMPARE(host->regions().of(profiler).size(), 1);
+        HostCore::RomoveROI(Key, gone); // must not take one whose handle is that number
+    QCOMPARE(m_host->regions().of(Profiler).size(), 1);
     QVERIFY(!region(3).isEmpty());
     int handle = 0, unknown = 4;
     bool accepted = false;
-    QCOMPARE(HostCore::DrawROI(key, 0, 0, 10, 10, handle, accepted, 0, 0), 0);
-    QTRY_VERIFY(HostCore::DrawROI(key, 0, 0, 0, 0, unknown, accepted, 1, 0) != 0);
+    QCOMPARE(HostCore::DrawROI(Key, 0, 0, 10, 10, handle, accepted, 0, 0), 0);
+    QTRY_VERIFY(HostCore::DrawROI(Key, 0, 0, 0, 0, unknown, accepted, 1, 0) != 0);
     QVERIFY(!accepted);
-    host->close(profiler);
-    QTRY_VERIFY(host->regions().of(profiler).isEmpty());
-    QVERIFY(!host->profilerRegions().handleOf(profiler, 3));
+    m_host->close(Profiler);
+    QTRY_VERIFY(m_host->regions().of(Profiler).isEmpty());
+    QVERIFY(!m_host->profilerRegions().handleOf(Profiler, 3));
 }
 
 void tst_ProfilerHost::deviceFollowsMovedRegions_data()
@@ -177,18 +177,18 @@ void tst_ProfilerHost::deviceFollowsMovedRegions()
     set("CenterImageY", "Off");
     set("Height", "200");
     set("OffsetY", "824"); // the range has to go up before it can grow
-    HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, number ? 1 : 0, number ? 0 : 1);
-    const int handle = host->profilerRegions().handleOf(profiler, number).value_or(-1);
-    QSignalSpy log(host.get(), &HostContext::logLine);
-    host->regions().move(handle, QRect(5, 5, 60, 60));
-    host->regions().move(handle, area);
+    HostCore::DrawROI(Key, 0, 0, 0, 0, name, accepted, number ? 1 : 0, number ? 0 : 1);
+    const int handle = m_host->profilerRegions().handleOf(Profiler, number).value_or(-1);
+    QSignalSpy log(m_host.get(), &HostContext::logLine);
+    m_host->regions().move(handle, QRect(5, 5, 60, 60));
+    m_host->regions().move(handle, area);
     const auto onDevice = [&] {
         return number == 0 ? QRect(0, int(read("OffsetY")), 2048, int(read("Height"))) : maskOnDevice(number);
     };
     QTRY_COMPARE(onDevice(), result);
     QTRY_COMPARE(region(number), result);
     QCOMPARE(log.size(), 0);
-    HostCore::RomoveROI(key, number);
+    HostCore::RomoveROI(Key, number);
 }
 
 void tst_ProfilerHost::measureRangeIsLockedWhileAcquiring()
@@ -198,10 +198,10 @@ void tst_ProfilerHost::measureRangeIsLockedWhileAcquiring()
     set("AcquisitionMode", "Continuous");
     set("Height", "200");
     set("OffsetY", "300");
-    HostCore::DrawROI(key, 0, 0, 2048, 1024, name, accepted, 0, 1);
-    QVERIFY(host->startAcquisition(profiler));
-    QSignalSpy log(host.get(), &HostContext::logLine);
-    host->regions().move(*host->profilerRegions().handleOf(profiler, 0), QRect(0, 100, 2048, 200));
+    HostCore::DrawROI(Key, 0, 0, 2048, 1024, name, accepted, 0, 1);
+    QVERIFY(m_host->startAcquisition(Profiler));
+    QSignalSpy log(m_host.get(), &HostContext::logLine);
+    m_host->regions().move(*m_host->profilerRegions().handleOf(Profiler, 0), QRect(0, 100, 2048, 200));
     QTRY_COMPARE(region(0), QRect(0, 300, 2048, 200)); // as the device has it
     QCOMPARE(log.size(), 1);
 }
@@ -213,11 +213,11 @@ void tst_ProfilerHost::automaticRangeIsFoundOnce()
     set("TestMountingScale", "1");
     ImportListener import;
     HostCore::RegisterImportUpdateListener(&import);
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
-    std::thread([] { HostCore::StartGrab(key); }).join();
-    QTRY_COMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE), std::string("0"));
-    const std::string minimum = HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM);
-    const std::string maximum = HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM);
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+    std::thread([] { HostCore::StartGrab(Key); }).join();
+    QTRY_COMPARE(HostCore::GetCameraInfo(Key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE), std::string("0"));
+    const std::string minimum = HostCore::GetCameraInfo(Key, HostCore::CAM_INFO_Z_MINIMUM);
+    const std::string maximum = HostCore::GetCameraInfo(Key, HostCore::CAM_INFO_Z_MAXIMUM);
     const double lowest = std::stod(minimum), highest = std::stod(maximum);
     QVERIFY2(lowest > -5.2 && highest < -4.8 && lowest < highest, "the belt lies at -5 mm");
     takeFrame();
@@ -228,23 +228,23 @@ void tst_ProfilerHost::automaticRangeIsFoundOnce()
 /// By a range of one's own, and by the end of the host.
 void tst_ProfilerHost::automaticRangeIsTakenBack()
 {
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "1");
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_Z_MINIMUM, "1");
     takeFrame();
-    QCOMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
-    host->close(profiler);
-    QTRY_VERIFY(host->open(profiler));
+    QCOMPARE(HostCore::GetCameraInfo(Key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+    m_host->close(Profiler);
+    QTRY_VERIFY(m_host->open(Profiler));
     takeFrame();
-    QCOMPARE(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
+    QCOMPARE(HostCore::GetCameraInfo(Key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
 }
 
 /// Parts of a frame leave the wish, a complete one ends it, even when the range stays as it was.
 void tst_ProfilerHost::automaticRangeTakesOneCompleteFrame()
 {
     auto *const device = new TestDevice(QStringLiteral("cam"));
-    host->addDevice(std::unique_ptr<Device>(device));
-    QVERIFY(host->open(QStringLiteral("cam")));
+    m_host->addDevice(std::unique_ptr<Device>(device));
+    QVERIFY(m_host->open(QStringLiteral("cam")));
     ImportListener import;
     HostCore::RegisterImportUpdateListener(&import);
     HeightFrame frame;
@@ -283,18 +283,18 @@ void tst_ProfilerHost::correctionsLevelTheBelt()
         box->setDecimals(4);
     }
     takeFrame();
-    HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 0.0f, &tilt);
+    HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 0.0f, &tilt);
     QVERIFY2(std::abs(tilt.value() - 1.2) < 0.1, qPrintable(tilt.text())); // as it is mounted
     set("SinData", qPrintable(QString::number(std::sin(qDegreesToRadians(tilt.value())))));
     set("CosData", qPrintable(QString::number(std::cos(qDegreesToRadians(tilt.value())))));
     const double found = tilt.value();
-    HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 0.0f, &tilt);
+    HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 0.0f, &tilt);
     QVERIFY2(tilt.value() == found, "the profile was taken before the correction");
     takeFrame();
-    HostCore::NotifyCorrection(key, ProfilerHeights::HeightScale, 1.0f, &scale);
+    HostCore::NotifyCorrection(Key, ProfilerHeights::HeightScale, 1.0f, &scale);
     set("ZCoorScale", qPrintable(scale.text()));
     double mean = 0.0, ends = 0.0; // of a profile that is right
-    connect(host.get(), &HostContext::heightReady, this, [&](const QString &, const HeightFrame &frame) {
+    connect(m_host.get(), &HostContext::heightReady, this, [&](const QString &, const HeightFrame &frame) {
         const auto line = HeightAnalysis::mainLine(frame.lastProfile(), frame.firstX, frame.pitchX);
         mean = line->meanHeight;
         ends = line->slope * frame.pitchX * frame.width;
@@ -308,13 +308,13 @@ void tst_ProfilerHost::correctionsThatFailAreLogged()
 {
     QDoubleSpinBox box;
     box.setValue(1.5);
-    QSignalSpy log(host.get(), &HostContext::logLine);
-    HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 1.5f, &box);
+    QSignalSpy log(m_host.get(), &HostContext::logLine);
+    HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 1.5f, &box);
     HostCore::NotifyCorrection("nobody", ProfilerHeights::HeightScale, 1.5f, &box);
-    HostCore::NotifyCorrection(key, 2, 1.5f, &box);
+    HostCore::NotifyCorrection(Key, 2, 1.5f, &box);
     takeFrame();
     box.setRange(1.3, 1.8); // it is 1.2
-    HostCore::NotifyCorrection(key, ProfilerHeights::Tilt, 1.5f, &box);
+    HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 1.5f, &box);
     QCOMPARE(log.size(), 4);
     QCOMPARE(box.value(), 1.5);
 }
@@ -322,45 +322,45 @@ void tst_ProfilerHost::correctionsThatFailAreLogged()
 void tst_ProfilerHost::pictureFollowsTheSettings()
 {
     set("DepthDataType", "Uint32_t");
-    HeightDisplay display(*host);
+    HeightDisplay display(*m_host);
     QSignalSpy changed(&display, &HeightDisplay::changed);
     const QImage gray(4, 4, QImage::Format_Grayscale8);
-    QCOMPARE(display.picture(profiler, gray), gray);
+    QCOMPARE(display.picture(Profiler, gray), gray);
     takeFrame();
-    QVERIFY(display.shows(profiler));
-    const QImage wide = display.picture(profiler, gray);
+    QVERIFY(display.shows(Profiler));
+    const QImage wide = display.picture(Profiler, gray);
     QCOMPARE(wide.size(), QSize(2048, 40));
-    QVERIFY(display.textAt(profiler, {1000, 10}).contains(QLatin1String(" mm: -4.8")));
-    QVERIFY(display.textAt(profiler, {1000, 40}).isEmpty());
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "-5.5");
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM, "nonsense");
-    QVERIFY(display.picture(profiler, gray).pixel(1000, 10) != wide.pixel(1000, 10));
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_CONTOUR_SPACING, "0.002000"); // hides everything
-    QCOMPARE(display.picture(profiler, gray).size(), wide.size());
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_CONTOUR_SPACING, "0.040000");
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_SAMPLING_RATE, "4");
-    QCOMPARE(display.picture(profiler, gray).size(), QSize(512, 20));
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_SAMPLING_RATE, "0");
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_GRAY_IMAGE, "1");
-    QCOMPARE(display.picture(profiler, gray).size(), QSize(2048, 80));
-    QCOMPARE(display.picture(profiler, gray).format(), QImage::Format_Grayscale8);
-    QVERIFY(display.textAt(profiler, {1000, 10}).isEmpty());
+    QVERIFY(display.textAt(Profiler, {1000, 10}).contains(QLatin1String(" mm: -4.8")));
+    QVERIFY(display.textAt(Profiler, {1000, 40}).isEmpty());
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_Z_MINIMUM, "-5.5");
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_Z_MAXIMUM, "nonsense");
+    QVERIFY(display.picture(Profiler, gray).pixel(1000, 10) != wide.pixel(1000, 10));
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_CONTOUR_SPACING, "0.002000"); // hides everything
+    QCOMPARE(display.picture(Profiler, gray).size(), wide.size());
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_CONTOUR_SPACING, "0.040000");
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_SAMPLING_RATE, "4");
+    QCOMPARE(display.picture(Profiler, gray).size(), QSize(512, 20));
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_SAMPLING_RATE, "0");
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_GRAY_IMAGE, "1");
+    QCOMPARE(display.picture(Profiler, gray).size(), QSize(2048, 80));
+    QCOMPARE(display.picture(Profiler, gray).format(), QImage::Format_Grayscale8);
+    QVERIFY(display.textAt(Profiler, {1000, 10}).isEmpty());
     QCOMPARE(changed.size(), 7);
     set("ImageOutputMode", "SensorImage");
-    QVERIFY(host->startAcquisition(profiler));
-    QTRY_VERIFY(!display.shows(profiler));
-    host->close(profiler);
-    QCOMPARE(display.picture(profiler, gray), gray);
+    QVERIFY(m_host->startAcquisition(Profiler));
+    QTRY_VERIFY(!display.shows(Profiler));
+    m_host->close(Profiler);
+    QCOMPARE(display.picture(Profiler, gray), gray);
 }
 
 /// They lie on a picture of the sensor, which is below the height map and has nothing to do with it.
 void tst_ProfilerHost::regionsLieBelowHeights()
 {
-    ViewerWindow window(*host);
-    window.openWhenKnown(profiler);
+    ViewerWindow window(*m_host);
+    window.openWhenKnown(Profiler);
     window.show();
     set("ImageOutputMode", "SensorImage");
-    QVERIFY(host->startAcquisition(profiler));
+    QVERIFY(m_host->startAcquisition(Profiler));
     QTRY_VERIFY(!window.image().frame().isNull() && hasStopped());
     const QImage sensor = window.image().frame();
     set("ImageOutputMode", "HeightMap");
@@ -368,19 +368,19 @@ void tst_ProfilerHost::regionsLieBelowHeights()
     ImageView &view = window.image();
     QTRY_COMPARE(view.frame().format(), QImage::Format_RGB32);
     const QRgb before = view.frame().pixel(1000, 10);
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_Z_MINIMUM, "-5.5");
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_Z_MINIMUM, "-5.5");
     QVERIFY(view.frame().pixel(1000, 10) != before);
 
     ImageView &below = window.regionView();
     QVERIFY(&below != &view && !below.isVisible());
     bool accepted = false;
     for (int name : {1, 2})
-        HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, 1, 0);
+        HostCore::DrawROI(Key, 0, 0, 0, 0, name, accepted, 1, 0);
     QVERIFY(below.isVisible() && below.isCanvas());
     QCOMPARE(below.imageSize(), sensor.size());
     QCOMPARE(below.canvasPicture(), sensor);
     set("AcquisitionMode", "Continuous");
-    QVERIFY(host->startAcquisition(profiler));
+    QVERIFY(m_host->startAcquisition(Profiler));
     QTRY_VERIFY(view.framesPerSecond() > 0);
     QVERIFY(&below == &window.regionView() && below.isVisible());
     const QRect mask = maskOnDevice(2);
@@ -392,7 +392,7 @@ void tst_ProfilerHost::regionsLieBelowHeights()
     QTRY_VERIFY(maskOnDevice(2).x() > mask.x() && maskOnDevice(2).y() > mask.y());
     QCOMPARE(view.regions().selected(), 0);
     for (int name : {1, 2})
-        HostCore::RomoveROI(key, name);
+        HostCore::RomoveROI(Key, name);
     QVERIFY(!below.isVisible());
 }
 
@@ -411,35 +411,35 @@ void tst_ProfilerHost::regionsFollowTheDevice()
     set("ImageMaskOffsetX", "77");
     int name = 2;
     bool accepted = false;
-    HostCore::DrawROI(key, 0, 0, 0, 0, name, accepted, 1, 0);
+    HostCore::DrawROI(Key, 0, 0, 0, 0, name, accepted, 1, 0);
     QCOMPARE(region(2), usual.translated(77 - usual.x(), 0));
     set("ImageMaskerSelector", "ImageMasker2");
     set("UserSetSelector", "Default");
-    QSignalSpy log(host.get(), &HostContext::logLine);
+    QSignalSpy log(m_host.get(), &HostContext::logLine);
     set(command.constData(), "");
     QTRY_COMPARE(region(2), usual);
     QString selected;
-    host->readNode(profiler, QStringLiteral("ImageMaskerSelector"), &selected);
+    m_host->readNode(Profiler, QStringLiteral("ImageMaskerSelector"), &selected);
     QVERIFY2(selected != QStringLiteral("ImageMasker1"), "which was selected only to be asked");
-    HostCore::RomoveROI(key, 3); // a switch that has followed the device has no region
+    HostCore::RomoveROI(Key, 3); // a switch that has followed the device has no region
     QCOMPARE(log.size(), 0);
 }
 
 void tst_ProfilerHost::panelShowsTheFoundRange()
 {
-    ViewerWindow window(*host);
-    window.openWhenKnown(profiler);
+    ViewerWindow window(*m_host);
+    window.openWhenKnown(Profiler);
     const auto shown = [&] {
         const auto *const row = window.findChild<QWidget *>(QStringLiteral("ZUpSizeInfo"));
         const auto *const field = row ? row->findChild<QDoubleSpinBox *>() : nullptr;
         return field ? field->value() : 0.0;
     };
     set("AcquisitionMode", "Continuous");
-    QVERIFY(host->startAcquisition(profiler)); // the panel hears of it, and of the device
+    QVERIFY(m_host->startAcquisition(Profiler)); // the panel hears of it, and of the device
     QTRY_COMPARE(shown(), 9.0);
-    HostCore::SetCameraInfo(key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
+    HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
     QTRY_VERIFY(shown() != 9.0);
-    QVERIFY(std::abs(shown() - std::stod(HostCore::GetCameraInfo(key, HostCore::CAM_INFO_Z_MAXIMUM))) <= 0.005001);
+    QVERIFY(std::abs(shown() - std::stod(HostCore::GetCameraInfo(Key, HostCore::CAM_INFO_Z_MAXIMUM))) <= 0.005001);
 }
 
 /// Not while the device acquires: the switch goes back.
@@ -448,21 +448,21 @@ void tst_ProfilerHost::panelRestoresTheFullHeight()
     set("AcquisitionMode", "Continuous");
     set("Height", "300");
     set("OffsetY", "600");
-    host->close(profiler);
-    ViewerWindow window(*host);
-    QTRY_VERIFY(host->open(profiler));
+    m_host->close(Profiler);
+    ViewerWindow window(*m_host);
+    QTRY_VERIFY(m_host->open(Profiler));
     const auto measureRange = [&] {
         const auto *const row = window.findChild<QWidget *>(QStringLiteral("GrabRangeCompression"));
         return row ? row->findChild<QPushButton *>() : nullptr;
     };
     QTRY_VERIFY(measureRange() && measureRange()->isChecked());
     QCOMPARE(region(0), QRect(0, 600, 2048, 300));
-    QVERIFY(host->startAcquisition(profiler));
-    QSignalSpy log(host.get(), &HostContext::logLine);
+    QVERIFY(m_host->startAcquisition(Profiler));
+    QSignalSpy log(m_host.get(), &HostContext::logLine);
     measureRange()->click();
     QVERIFY(measureRange()->isChecked() && !region(0).isEmpty());
     QCOMPARE(log.size(), 1);
-    host->stopAcquisition(profiler);
+    m_host->stopAcquisition(Profiler);
     measureRange()->click();
     QVERIFY(!measureRange()->isChecked() && region(0).isEmpty());
     QCOMPARE(read("OffsetY"), 0.0);

@@ -14,18 +14,18 @@ namespace {
 class WordPort : public GenApi::IPort
 {
 public:
-    WordPort(SparseMemoryPort &deviceMemory, QString &accessTrace) : memory(deviceMemory), trace(accessTrace) { }
+    WordPort(SparseMemoryPort &deviceMemory, QString &accessTrace) : m_memory(deviceMemory), m_trace(accessTrace) { }
 
     GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
     void Read(void *buffer, int64_t address, int64_t length) override
     {
         note('R', address, length);
-        memory.Read(buffer, address, length);
+        m_memory.Read(buffer, address, length);
     }
     void Write(const void *buffer, int64_t address, int64_t length) override
     {
         note('W', address, length);
-        memory.Write(buffer, address, length);
+        m_memory.Write(buffer, address, length);
     }
 
 private:
@@ -33,11 +33,11 @@ private:
     {
         if (address % 4 != 0 || length % 4 != 0)
             throw RUNTIME_EXCEPTION("bad alignment");
-        trace += QStringLiteral("%1%2:%3 ").arg(QLatin1Char(direction)).arg(address).arg(length);
+        m_trace += QStringLiteral("%1%2:%3 ").arg(QLatin1Char(direction)).arg(address).arg(length);
     }
 
-    SparseMemoryPort &memory;
-    QString &trace;
+    SparseMemoryPort &m_memory;
+    QString &m_trace;
 };
 
 QByteArray read(GenApi::IPort &port, int64_t address, int length)

@@ -19,7 +19,7 @@ struct PageFeature
     GenApi::EAccessMode access; ///< right after opening
 };
 
-const PageFeature pageFeatures[] = {
+const PageFeature PageFeatures[] = {
     {"AcquisitionFrameRateEnable", GenApi::intfIBoolean, GenApi::RW},
     {"ResultingFrameRate", GenApi::intfIFloat, GenApi::RO},
     {"AcquisitionFrameRate", GenApi::intfIFloat, GenApi::RW},
@@ -137,7 +137,7 @@ private Q_SLOTS:
 void tst_SimulatedAreaScan::pageFeaturesExist()
 {
     const OpenDevice device("SIM-AREA-01");
-    for (const PageFeature &feature : pageFeatures) {
+    for (const PageFeature &feature : PageFeatures) {
         const GenApi::INode *const node = device.node(feature.name);
         QVERIFY2(node && node->IsFeature(), feature.name);
         QVERIFY2(node->GetPrincipalInterfaceType() == feature.type, feature.name);
@@ -311,17 +311,17 @@ void tst_SimulatedAreaScan::theStartSetIsLoadedAtTheStart()
 void tst_SimulatedAreaScan::resultingFrameRateIsWhatTheCameraDoes_data()
 {
     QTest::addColumn<double>("rate");
-    constexpr double packets = 1464.0 / 1500.0; // of the link is left for images
-    constexpr double image = 2448.0 * 2048.0;
+    constexpr double Packets = 1464.0 / 1500.0; // of the link is left for images
+    constexpr double Image = 2448.0 * 2048.0;
     const auto row = [](const char *settings, double rate) { QTest::newRow(settings) << rate; };
     row("AcquisitionFrameRate=5", 5.0);
-    row("AcquisitionFrameRateEnable=0", 125e6 * packets / image);
+    row("AcquisitionFrameRateEnable=0", 125e6 * Packets / Image);
     row("AcquisitionFrameRateEnable=0 Width=64", 1e6 / (2048 * 10 + 400)); // the sensor
     row("ExposureTime=199950", 5.0);
-    row("DeviceLinkThroughputLimitMode=On DeviceLinkThroughputLimit=10000000", 1e7 * packets / image);
-    row("AcquisitionFrameRateEnable=0 GevSCPSPacketSize=576", 125e6 * 540 / 576 / image);
-    row("GevSCPD=1000", 1464 / (1500 / 125e6 + 8e-6) / image); // pauses of 8 us
-    row("Height=512 AcquisitionFrameRate=5 TriggerMode=On", 125e6 * packets / (2448 * 512));
+    row("DeviceLinkThroughputLimitMode=On DeviceLinkThroughputLimit=10000000", 1e7 * Packets / Image);
+    row("AcquisitionFrameRateEnable=0 GevSCPSPacketSize=576", 125e6 * 540 / 576 / Image);
+    row("GevSCPD=1000", 1464 / (1500 / 125e6 + 8e-6) / Image); // pauses of 8 us
+    row("Height=512 AcquisitionFrameRate=5 TriggerMode=On", 125e6 * Packets / (2448 * 512));
     row("AcquisitionFrameRate=5 TriggerSelector=FrameBurstStart TriggerMode=On", 5.0);
 }
 

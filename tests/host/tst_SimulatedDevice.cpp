@@ -13,15 +13,15 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr auto areaScan = "SIM-AREA-01";
-constexpr auto profiler = "SIM-PROFILER-01";
-constexpr auto structuredLight = "SIM-SL-01";
-constexpr auto card = "SIM-CARD-01";
+constexpr auto AreaScan = "SIM-AREA-01";
+constexpr auto Profiler = "SIM-PROFILER-01";
+constexpr auto StructuredLight = "SIM-SL-01";
+constexpr auto Card = "SIM-CARD-01";
 
 void addDevices()
 {
     QTest::addColumn<QByteArray>("id");
-    for (const char *id : {areaScan, "SIM-AREA-02", profiler, structuredLight, card})
+    for (const char *id : {AreaScan, "SIM-AREA-02", Profiler, StructuredLight, Card})
         QTest::newRow(id) << QByteArray(id);
 }
 
@@ -102,7 +102,7 @@ void tst_SimulatedDevice::descriptionsLoadWithoutComplaint()
     const OpenDevice device(id.constData());
     QCOMPARE(device->inside().oddLines(), QByteArrayList());
     const size_t count = features(device.nodes()).size();
-    const size_t least = id == card ? 36 : id == profiler ? 85 : id == structuredLight ? 65 : 290;
+    const size_t least = id == Card ? 36 : id == Profiler ? 85 : id == StructuredLight ? 65 : 290;
     QVERIFY2(count >= least && count <= least + 40, qPrintable(QString::number(count)));
 }
 
@@ -131,7 +131,7 @@ void tst_SimulatedDevice::everyFeatureIsDescribed()
 
 void tst_SimulatedDevice::devicesDiffer()
 {
-    const OpenDevice large(areaScan);
+    const OpenDevice large(AreaScan);
     const OpenDevice small("SIM-AREA-02");
     QCOMPARE(large->typeCode(), QStringLiteral("0"));
     QCOMPARE(large.integer("WidthMax")->GetValue(), int64_t(2448));
@@ -140,14 +140,14 @@ void tst_SimulatedDevice::devicesDiffer()
     QCOMPARE(small.text("DeviceSerialNumber"), small->id());
     QVERIFY(GenApi::IsAvailable(large.node("BalanceWhiteAuto")));
     QVERIFY(!GenApi::IsAvailable(small.node("BalanceWhiteAuto")));
-    const OpenDevice input(card);
+    const OpenDevice input(Card);
     QCOMPARE(input->kind(), Device::Kind::Card);
     QVERIFY(!input->canAcquire());
 }
 
 void tst_SimulatedDevice::reopenedDevicesWork()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     QString error;
     QVERIFY(device->startAcquisition(&error));
     device->close();
@@ -164,7 +164,7 @@ void tst_SimulatedDevice::reopenedDevicesWork()
 
 void tst_SimulatedDevice::busyCommandsEndByThemselves()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     const GenApi::CCommandPtr command = device.command("DeviceRegistersCheck");
     QVERIFY(command->IsDone());
     command->Execute();
@@ -174,7 +174,7 @@ void tst_SimulatedDevice::busyCommandsEndByThemselves()
 
 void tst_SimulatedDevice::measuredValuesMove()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     const GenApi::CFloatPtr temperature = device.number("DeviceTemperature");
     QVERIFY(temperature->GetNode()->GetPollingTime() > 0 || device.node("DeviceTemperatureReg")->GetPollingTime() > 0);
     const double before = temperature->GetValue(false, true);
@@ -207,7 +207,7 @@ void tst_SimulatedDevice::refusalsCarryTheDevicesWords()
     QFETCH(QByteArray, feature);
     QFETCH(QByteArray, value);
     QFETCH(QString, words);
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     const QString before = device.text(feature.constData());
     QCOMPARE(device.refusal(feature.constData(), value.constData()), words);
     QCOMPARE(device.text(feature.constData()) == before, !words.isEmpty());
@@ -215,14 +215,14 @@ void tst_SimulatedDevice::refusalsCarryTheDevicesWords()
 
 void tst_SimulatedDevice::aSilentDeviceCostsOneDeadline()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     device->setFault(SimulatedDevice::Fault::Timeout);
     QElapsedTimer clock;
     clock.start();
     for (int i = 0; i < 20; ++i)
         QVERIFY_EXCEPTION_THROWN(device.integer("Width")->GetValue(false, true), GenICam::TimeoutException);
-    QVERIFY(clock.elapsed() >= SimulatedPort::deadline.count());
-    QVERIFY(clock.elapsed() < 2 * SimulatedPort::deadline.count());
+    QVERIFY(clock.elapsed() >= SimulatedPort::Deadline.count());
+    QVERIFY(clock.elapsed() < 2 * SimulatedPort::Deadline.count());
 }
 
 void tst_SimulatedDevice::faultsAndTheirEnd_data()
@@ -236,7 +236,7 @@ void tst_SimulatedDevice::faultsAndTheirEnd_data()
 void tst_SimulatedDevice::faultsAndTheirEnd()
 {
     QFETCH(int, fault);
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     device->setFault(SimulatedDevice::Fault(fault));
     QVERIFY_EXCEPTION_THROWN(device.integer("OffsetX")->GetValue(false, true), GenICam::GenericException);
     QVERIFY_EXCEPTION_THROWN(device.integer("Width")->SetValue(640, false), GenICam::GenericException);
@@ -255,7 +255,7 @@ void tst_SimulatedDevice::faultsAndTheirEnd()
 
 void tst_SimulatedDevice::latencyIsPaidPerAccess()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     device->setLatency(milliseconds(20));
     QElapsedTimer clock;
     clock.start();
@@ -266,7 +266,7 @@ void tst_SimulatedDevice::latencyIsPaidPerAccess()
 
 void tst_SimulatedDevice::aDroppedLinkIsAnnounced()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     QString error;
     QVERIFY(device->startAcquisition(&error));
     QSignalSpy lost(device.operator->(), &Device::lost);
@@ -283,7 +283,7 @@ void tst_SimulatedDevice::aDroppedLinkIsAnnounced()
 
 void tst_SimulatedDevice::aRestartForgetsSettings()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     device.set("ExposureTime", "777");
     device.set("DeviceUserID", "kept");
     device.command("DeviceReset")->Execute();
@@ -293,7 +293,7 @@ void tst_SimulatedDevice::aRestartForgetsSettings()
 
 void tst_SimulatedDevice::textsOfSelectorPositions()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     device.set("UserSetSelector", "UserSet1");
     QCOMPARE(device.text("UserSetDescription"), QStringLiteral("Night"));
     device.set("UserSetDescription", "Dämmerung 黄昏");
@@ -305,7 +305,7 @@ void tst_SimulatedDevice::textsOfSelectorPositions()
 
 void tst_SimulatedDevice::bitsOfOneRegisterKeepTheirNeighbours()
 {
-    const OpenDevice device(areaScan);
+    const OpenDevice device(AreaScan);
     device.set("GevSCPSDoNotFragment", "1");
     device.set("GevSCPSPacketSize", "8996");
     QCOMPARE(device.text("GevSCPSDoNotFragment"), QStringLiteral("1"));
@@ -315,7 +315,7 @@ void tst_SimulatedDevice::bitsOfOneRegisterKeepTheirNeighbours()
 
 void tst_SimulatedDevice::theCardCountsPulses()
 {
-    const OpenDevice device(card);
+    const OpenDevice device(Card);
     device.set("TriggerMode", "On");
     device.set("TriggerSource", "Software");
     QVERIFY(!GenApi::IsAvailable(device.node("TriggerRate")));

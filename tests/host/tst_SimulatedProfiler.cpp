@@ -16,9 +16,9 @@ using Heights = std::vector<float>;
 
 namespace {
 
-constexpr auto profiler = "SIM-PROFILER-01";
-constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
-constexpr double belt = 0.0, part = 30.0; ///< places along Y: without a part, and at its dark patch
+constexpr auto Profiler = "SIM-PROFILER-01";
+constexpr float Nothing = std::numeric_limits<float>::quiet_NaN();
+constexpr double Belt = 0.0, Part = 30.0; ///< places along Y: without a part, and at its dark patch
 
 ProfilerSettings settingsOf(const OpenDevice &device)
 {
@@ -31,11 +31,11 @@ struct Shape
     explicit Shape(const Heights &heights)
     {
         double moment = 0.0, square = 0.0; // of a profile whose points lie evenly on both sides of the middle
-        double x = ProfilerSettings::firstX;
+        double x = ProfilerSettings::FirstX;
         for (const float z : heights) {
             if (!std::isnan(z))
                 ++points, stray += z > 6.0f, mean += double(z), moment += x * double(z), square += x * x;
-            x += ProfilerSettings::pitchX;
+            x += ProfilerSettings::PitchX;
         }
         mean /= points, slope = moment / square;
     }
@@ -96,7 +96,7 @@ private Q_SLOTS:
 
 void tst_SimulatedProfiler::triggersShareModeAndSource()
 {
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     const GenApi::CEnumerationPtr selector = device.enumeration("TriggerSelector");
     selector->SetIntValue(1);
     device.setAll("TriggerMode=On TriggerSource=Software");
@@ -112,7 +112,7 @@ void tst_SimulatedProfiler::triggersShareModeAndSource()
 
 void tst_SimulatedProfiler::measureRangeStaysOnTheSensor()
 {
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     device.setAll("Height=300 OffsetY=600");
     QVERIFY(!device.refusal("OffsetY", "725").isEmpty());
     QVERIFY(!device.refusal("Height", "425").isEmpty());
@@ -141,7 +141,7 @@ void tst_SimulatedProfiler::linesFollowTimeOrEncoder()
                                              {encoder + "TriggerSource=Line1", 0.0},
                                              {encoder + "EncoderOutputMode=Motion TestPartSpeed=-20", 500.0}};
     for (const auto &[settings, rate] : rates) {
-        const OpenDevice device(profiler);
+        const OpenDevice device(Profiler);
         device.setAll(settings);
         const double found = device->inside().inspect(&ProfilerRates::lineRate);
         QVERIFY2(std::abs(found - rate) < 0.5, (settings + " makes " + QByteArray::number(found)).constData());
@@ -157,29 +157,29 @@ void tst_SimulatedProfiler::featuresChangeTheProfile_data()
     const auto onlyStray = [](S, S after) { return after.stray == after.points && after.points > 200; };
     const auto fewer = [](S before, S after) { return after.points < before.points - 50; };
     const auto more = [](S before, S after) { return after.points > before.points + 15; };
-    row(belt,
+    row(Belt,
         "ImageMaskerSelector=ImageMasker2 ImageMask=1 ImageMaskOffsetX=1370 ImageMaskWidth=260 ImageMaskHeight=120",
         clean);
-    row(belt, "ExtractionMode=Far", clean);
-    row(part, "ExtractionMode=Near", [](S before, S after) { return after.stray > before.stray + 20; });
-    row(part, "ExtractionMode=Far Threshold=20", more);
-    row(part, "ExtractionMode=Far SensingMode=HDRLevel3", more);
-    row(belt, "ExposureTime=45", fewer);
-    row(belt, "Lasersetting=25", fewer);
-    row(part, "LaserWidthUpper=8", fewer);
-    row(belt, "LaserWidthLower=6", fewer);
-    row(belt, "Height=400", onlyStray);
-    row(belt, "LaserSwitch=0", onlyStray);
-    row(belt, "ZCoorOffset=1.5", [](S before, S after) { return std::abs(after.mean - before.mean - 1.5) < 0.05; });
-    row(belt, "ExtractionMode=Far ReverseX=1", [](S, S after) { return std::abs(after.slope + 0.02095) < 2e-4; });
-    row(belt, "ExtractionMode=Far XCoorOffset=-4", [](S, S after) { return after.points == 2048 - 200; });
+    row(Belt, "ExtractionMode=Far", clean);
+    row(Part, "ExtractionMode=Near", [](S before, S after) { return after.stray > before.stray + 20; });
+    row(Part, "ExtractionMode=Far Threshold=20", more);
+    row(Part, "ExtractionMode=Far SensingMode=HDRLevel3", more);
+    row(Belt, "ExposureTime=45", fewer);
+    row(Belt, "Lasersetting=25", fewer);
+    row(Part, "LaserWidthUpper=8", fewer);
+    row(Belt, "LaserWidthLower=6", fewer);
+    row(Belt, "Height=400", onlyStray);
+    row(Belt, "LaserSwitch=0", onlyStray);
+    row(Belt, "ZCoorOffset=1.5", [](S before, S after) { return std::abs(after.mean - before.mean - 1.5) < 0.05; });
+    row(Belt, "ExtractionMode=Far ReverseX=1", [](S, S after) { return std::abs(after.slope + 0.02095) < 2e-4; });
+    row(Belt, "ExtractionMode=Far XCoorOffset=-4", [](S, S after) { return after.points == 2048 - 200; });
 }
 
 void tst_SimulatedProfiler::featuresChangeTheProfile()
 {
     QFETCH(double, y);
     QFETCH(Expectation, expected);
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     const Shape before = shapeOf(device, y);
     device.setAll(QTest::currentDataTag());
     QVERIFY(expected(before, shapeOf(device, y)));
@@ -187,26 +187,26 @@ void tst_SimulatedProfiler::featuresChangeTheProfile()
 
 void tst_SimulatedProfiler::correctionsUndoTheMounting()
 {
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     device.setAll("TestStrayLight=0 TestMountingTilt=-2.5 TestMountingScale=0.9");
-    const double tilt = std::atan(shapeOf(device, belt).slope);
+    const double tilt = std::atan(shapeOf(device, Belt).slope);
     QVERIFY(std::abs(tilt * 180.0 / M_PI + 2.5) < 0.02);
     device.number("SinData")->SetValue(std::sin(tilt));
     device.number("CosData")->SetValue(std::cos(tilt));
-    device.number("ZCoorScale")->SetValue(device.number("ZReferenceHeight")->GetValue() / shapeOf(device, belt).mean);
-    const Shape levelled = shapeOf(device, belt);
+    device.number("ZCoorScale")->SetValue(device.number("ZReferenceHeight")->GetValue() / shapeOf(device, Belt).mean);
+    const Shape levelled = shapeOf(device, Belt);
     QVERIFY(std::abs(levelled.slope) < 3e-4);
-    QVERIFY(std::abs(levelled.mean - ProfilerScene::beltHeight) < 0.005);
+    QVERIFY(std::abs(levelled.mean - ProfilerScene::BeltHeight) < 0.005);
 }
 
 void tst_SimulatedProfiler::filters()
 {
-    Heights gaps{nothing, 1, nothing, nothing, 4, nothing, 9};
+    Heights gaps{Nothing, 1, Nothing, Nothing, 4, Nothing, 9};
     ProfilerFilters::fillGaps(gaps, 1);
     QVERIFY(std::isnan(gaps[0]) && std::isnan(gaps[2]) && gaps[5] == 6.5f);
     ProfilerFilters::fillGaps(gaps, 2);
     QVERIFY(gaps[2] == 2.0f && gaps[3] == 3.0f);
-    Heights steps{1, 1, 9, 1, 3, nothing, 3};
+    Heights steps{1, 1, 9, 1, 3, Nothing, 3};
     ProfilerFilters::median(steps, 3);
     QVERIFY(steps[2] == 1.0f && steps[3] == 3.0f && std::isnan(steps[5]));
     ProfilerFilters::average(steps, 3);
@@ -221,7 +221,7 @@ void tst_SimulatedProfiler::filters()
 
 void tst_SimulatedProfiler::framesComeInBatches()
 {
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     device.setAll("AcquisitionLineCount=50 BatchNumber=20 AcquisitionLineRate=100 AcquisitionMode=SingleFrame");
     const Frames frames(device);
     QTRY_VERIFY(!frames.complete.empty());
@@ -240,7 +240,7 @@ void tst_SimulatedProfiler::framesComeInBatches()
 
 void tst_SimulatedProfiler::framesWaitForTheirTrigger()
 {
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     device.setAll("TriggerMode=On TriggerSource=Software AcquisitionLineCount=4000 EndFrameMode=NextTrigger");
     const Frames frames(device);
     QTest::qWait(300);
@@ -254,7 +254,7 @@ void tst_SimulatedProfiler::framesWaitForTheirTrigger()
 
 void tst_SimulatedProfiler::framesStartWithThePart()
 {
-    const OpenDevice device(profiler); // 0.09 mm from line to line, 3 mm from the light barrier to the part
+    const OpenDevice device(Profiler); // 0.09 mm from line to line, 3 mm from the light barrier to the part
     device.setAll("TestStrayLight=0 TestPartSpeed=90 AcquisitionLineCount=200 TriggerMode=On TriggerSource=Line1");
     const Frames frames(device);
     QTRY_VERIFY(frames.complete.size() >= 2);
@@ -268,7 +268,7 @@ void tst_SimulatedProfiler::framesStartWithThePart()
 
 void tst_SimulatedProfiler::sendsTheSensorImage()
 {
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     device.set("ImageOutputMode", "SensorImage");
     QSignalSpy images(device.operator->(), &Device::frameReady);
     const Frames frames(device);
@@ -276,12 +276,12 @@ void tst_SimulatedProfiler::sendsTheSensorImage()
     QVERIFY(frames.lines.isEmpty());
     const QImage image = images.last().first().value<QImage>();
     QCOMPARE(image.size(), QSize(2048, 1024));
-    QVERIFY(image.copy(ProfilerScene::strayLight) != image.copy(ProfilerScene::strayLight.translated(-300, 0)));
+    QVERIFY(image.copy(ProfilerScene::StrayLight) != image.copy(ProfilerScene::StrayLight.translated(-300, 0)));
 }
 
 void tst_SimulatedProfiler::locksAndRefuses()
 {
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     QVERIFY(device.refusal("AcquisitionLineRate", "4000").contains(QLatin1String("are too many")));
     device.setAll(
         "UserSetSelector=UserSet4 ExposureTime=77.0 ImageMaskerSelector=ImageMasker1 ImageMask=1 "
@@ -301,7 +301,7 @@ void tst_SimulatedProfiler::locksAndRefuses()
 
 void tst_SimulatedProfiler::laserAdjustsItself()
 {
-    const OpenDevice device(profiler);
+    const OpenDevice device(Profiler);
     device.setAll("ExposureTime=50.0 LaserAdjustMode=Auto");
     QCOMPARE(device.access("Lasersetting"), GenApi::RO);
     QVERIFY(settingsOf(device).lineBrightness(1.0) < 100.0);

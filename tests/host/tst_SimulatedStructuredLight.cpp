@@ -21,9 +21,9 @@
 
 namespace {
 
-constexpr auto camera = "SIM-SL-01";
-const QString id = QString::fromLatin1(camera);
-constexpr const char *outputs[] = {"Left2DImage",   "Right2DImage",   "Left2DSrcImage", "Right2DSrcImage",
+constexpr auto Serial = "SIM-SL-01";
+const QString Id = QString::fromLatin1(Serial);
+constexpr const char *Outputs[] = {"Left2DImage",   "Right2DImage",   "Left2DSrcImage", "Right2DSrcImage",
                                    "Left2.5DFront", "Right2.5DFront", "Left2.5DBack",   "Right2.5DBack"};
 
 HeightFrame shotOf(const OpenDevice &device)
@@ -112,7 +112,7 @@ struct Camera
     Camera() : source(device().inside()) { set("Bining", 2); }
     SimulatedDevice &device()
     {
-        const auto isCamera = [](const std::unique_ptr<Device> &one) { return one->id() == id; };
+        const auto isCamera = [](const std::unique_ptr<Device> &one) { return one->id() == Id; };
         return static_cast<SimulatedDevice &>(**std::find_if(devices.begin(), devices.end(), isCamera));
     }
     void set(const char *name, double value)
@@ -151,8 +151,8 @@ struct Viewer
 {
     Viewer()
     {
-        window.openWhenKnown(id);
-        if (!QTest::qWaitFor([this] { return host.isReady(id); }))
+        window.openWhenKnown(Id);
+        if (!QTest::qWaitFor([this] { return host.isReady(Id); }))
             qFatal("the camera does not open");
     }
 
@@ -243,7 +243,7 @@ void tst_SimulatedStructuredLight::featuresChangeTheShot()
 {
     QFETCH(QByteArray, before);
     QFETCH(Expectation, expected);
-    const OpenDevice device(camera);
+    const OpenDevice device(Serial);
     device.setAll("Bining=Binning4 " + before);
     const Shape first(shotOf(device));
     device.setAll(QTest::currentDataTag());
@@ -264,23 +264,23 @@ void tst_SimulatedStructuredLight::featuresChangeTheShot()
 
 void tst_SimulatedStructuredLight::sendsTheWantedImages()
 {
-    const OpenDevice device(camera);
+    const OpenDevice device(Serial);
     device.setAll("Bining=Binning2 Left2DImage=0");
     for (int wanted = 0; wanted < StructuredLightSettings::outputCount; ++wanted) {
-        device.boolean(outputs[wanted])->SetValue(true);
+        device.boolean(Outputs[wanted])->SetValue(true);
         const HeightFrame frame = shotOf(device);
         QCOMPARE(QSize(frame.width, frame.height), QSize(320, 240));
         QCOMPARE(int64_t(frame.width), device.integer("Width")->GetValue());
         for (int i = 0; i < StructuredLightSettings::outputCount; ++i)
             QCOMPARE(frame.outputs[size_t(i)].size(), i == wanted ? QSize(320, 240) : QSize(0, 0));
-        device.boolean(outputs[wanted])->SetValue(false);
+        device.boolean(Outputs[wanted])->SetValue(false);
     }
 }
 
 void tst_SimulatedStructuredLight::imagesShowWhatTheyShould()
 {
-    const OpenDevice device(camera);
-    for (const char *output : outputs)
+    const OpenDevice device(Serial);
+    for (const char *output : Outputs)
         device.boolean(output)->SetValue(true);
     const std::vector<QImage> images = shotOf(device).outputs;
     const QRect domeBack(130, 255, 20, 20), domeFront(130, 365, 20, 20);
@@ -360,7 +360,7 @@ void tst_SimulatedStructuredLight::thePlateMoves()
 
 void tst_SimulatedStructuredLight::acquisitionsEndAndLock()
 {
-    const OpenDevice device(camera);
+    const OpenDevice device(Serial);
     device.setAll("Bining=Binning4 AcquisitionMode=SingleFrame SensorExposure=40000.0");
     const double rate = device->inside().inspect(&StructuredLightSettings::rate);
     QCOMPARE(rate, 1e6 / 480e3);
@@ -388,7 +388,7 @@ void tst_SimulatedStructuredLight::userSetsKeepEverything()
                                "Contrast=12 Modulation=9 LowBrightness=6 HighBrightness=240 FilterThreshold=4.0 "
                                "HighFilteringThreshold=5.0 Radius=1 Neighborhoods=3 FillThreshold=7 Denoising=1 "
                                "HighTruncation=50.0 LowTruncation=-2.0";
-    const OpenDevice device(camera);
+    const OpenDevice device(Serial);
     const auto values = [&] {
         QStringList texts;
         for (const QByteArray &word : changed.split(' '))
@@ -415,46 +415,46 @@ void tst_SimulatedStructuredLight::showModeChoosesThePicture()
     ViewerWindow &window = viewer.window;
     HeightDisplay display(host);
     const ImageView &view = window.image();
-    for (const char *output : outputs)
-        QVERIFY(host.writeNode(id, QLatin1String(output), QStringLiteral("1")));
-    QVERIFY(host.writeNode(id, QStringLiteral("Right2DImage"), QStringLiteral("0")));
+    for (const char *output : Outputs)
+        QVERIFY(host.writeNode(Id, QLatin1String(output), QStringLiteral("1")));
+    QVERIFY(host.writeNode(Id, QStringLiteral("Right2DImage"), QStringLiteral("0")));
     const QSignalSpy shots(&host, &HostContext::heightReady);
-    QVERIFY(host.writeNode(id, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
-    QVERIFY(host.startAcquisition(id));
+    QVERIFY(host.writeNode(Id, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
+    QVERIFY(host.startAcquisition(Id));
     QTRY_COMPARE(view.frame().format(), QImage::Format_RGB32);
-    QTRY_VERIFY(!host.device(id)->isAcquiring());
+    QTRY_VERIFY(!host.device(Id)->isAcquiring());
     const QImage depth = view.frame();
     QVERIFY2(depth.pixel(150, 100) != depth.pixel(150, 20), "box and plate have the same colour");
     QVERIFY2(depth.pixel(150, 100) != depth.pixel(320, 350), "box and disc have the same colour");
-    QVERIFY(display.textAt(id, {150, 100}).contains(QLatin1String(" mm: 1")));
+    QVERIFY(display.textAt(Id, {150, 100}).contains(QLatin1String(" mm: 1")));
     const std::vector<QImage> images = shots.last().at(1).value<HeightFrame>().outputs;
     for (const int mode : {1, 3, 4, 5, 6, 7, 8}) { // with the last shot
-        HostCore::SetSLImageShowMode(camera, mode);
+        HostCore::SetSLImageShowMode(Serial, mode);
         QCOMPARE(view.frame(), images[size_t(mode - 1)]);
-        QVERIFY(display.textAt(id, {150, 100}).isEmpty());
+        QVERIFY(display.textAt(Id, {150, 100}).isEmpty());
     }
     const QImage &stripes = images[3];
     QSignalSpy log(&host, &HostContext::logLine);
     for (const int mode : {2, 0, 9, -1}) { // not sent, none, unknown
-        HostCore::SetSLImageShowMode(camera, 4);
+        HostCore::SetSLImageShowMode(Serial, 4);
         QCOMPARE(view.frame(), stripes);
-        HostCore::SetSLImageShowMode(camera, mode);
+        HostCore::SetSLImageShowMode(Serial, mode);
         QCOMPARE(view.frame(), depth);
-        QCOMPARE(host.showModes().of(id), mode == 2 ? 2 : 0);
+        QCOMPARE(host.showModes().of(Id), mode == 2 ? 2 : 0);
     }
     QCOMPARE(log.size(), 2);
     HostCore::SetSLImageShowMode("nobody", 1);
     QCOMPARE(log.size(), 3);
-    QVERIFY(host.writeNode(id, QStringLiteral("AcquisitionMode"), QStringLiteral("Continuous")));
-    QVERIFY(host.startAcquisition(id));
+    QVERIFY(host.writeNode(Id, QStringLiteral("AcquisitionMode"), QStringLiteral("Continuous")));
+    QVERIFY(host.startAcquisition(Id));
     QTRY_VERIFY(window.frameStatus().text().contains(QLatin1String("Coord3D_C32f")));
-    HostCore::SetSLImageShowMode(camera, 1);
+    HostCore::SetSLImageShowMode(Serial, 1);
     QVERIFY(window.frameStatus().text().contains(QLatin1String("Mono8")));
-    host.close(id);
-    QTRY_VERIFY(!host.device(id)->isOpen());
-    QVERIFY(host.open(id));
-    QCOMPARE(host.showModes().of(id), 0);
-    QVERIFY(view.frame().isNull() && !display.shows(id));
+    host.close(Id);
+    QTRY_VERIFY(!host.device(Id)->isOpen());
+    QVERIFY(host.open(Id));
+    QCOMPARE(host.showModes().of(Id), 0);
+    QVERIFY(view.frame().isNull() && !display.shows(Id));
 }
 
 void tst_SimulatedStructuredLight::restartsReachThePanel()
@@ -464,10 +464,10 @@ void tst_SimulatedStructuredLight::restartsReachThePanel()
     QTRY_VERIFY(row());
     const auto *const showTypes = row()->findChild<QComboBox *>();
     QCOMPARE(showTypes->count(), 2);
-    QVERIFY(viewer.host.writeNode(id, QStringLiteral("Right2DImage"), QStringLiteral("1")));
-    viewer.host.listeners().raiseImport(id);
+    QVERIFY(viewer.host.writeNode(Id, QStringLiteral("Right2DImage"), QStringLiteral("1")));
+    viewer.host.listeners().raiseImport(Id);
     QTRY_COMPARE(showTypes->count(), 3);
-    QVERIFY(viewer.host.writeNode(id, QStringLiteral("DeviceReset"), QString()));
+    QVERIFY(viewer.host.writeNode(Id, QStringLiteral("DeviceReset"), QString()));
     QTRY_COMPARE(showTypes->count(), 2);
 }
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr float nothing = std::numeric_limits<float>::quiet_NaN();
+constexpr float Nothing = std::numeric_limits<float>::quiet_NaN();
 
 HeightFrame mapOf(int width, const std::vector<float> &heights)
 {
@@ -41,7 +41,7 @@ void tst_StructuredLightFilters::filters_data()
     QTest::addColumn<Filter>("filter");
     QTest::addColumn<std::vector<float>>("filtered");
     using namespace StructuredLightFilters;
-    const float N = nothing;
+    const float N = Nothing;
     QTest::newRow("a spike takes the height around it; a step stays")
         << std::vector<float>{1, 2, 7, 2, 9, 7, 3, 3, 7} << Filter([](HeightFrame &map) { replaceSpikes(map, 5.5f); })
         << std::vector<float>{1, 2, 7, 2, 3, 7, 3, 3, 7};

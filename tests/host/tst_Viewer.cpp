@@ -151,9 +151,9 @@ void tst_Viewer::zoomStaysInItsRange()
     view.resize(400, 300);
     view.showFrame(chequered(800, 600));
     turnWheel(view, {200, 150}, 200);
-    QCOMPARE(view.zoom(), ImageView::maximumZoom);
+    QCOMPARE(view.zoom(), ImageView::MaximumZoom);
     turnWheel(view, {200, 150}, -400);
-    QCOMPARE(view.zoom(), ImageView::minimumZoom);
+    QCOMPARE(view.zoom(), ImageView::MinimumZoom);
 }
 
 void tst_Viewer::readsThePixelUnderTheCursor()
@@ -195,13 +195,13 @@ void tst_Viewer::logIsBounded()
     LogModel log;
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(0);
     const auto append = [&](int line) { log.append(time, QStringLiteral("Module"), QString::number(line)); };
-    for (int line = 0; line < LogModel::maximumLines; ++line)
+    for (int line = 0; line < LogModel::MaximumLines; ++line)
         append(line);
     const QAbstractItemModelTester tester(&log);
-    append(LogModel::maximumLines);
-    QCOMPARE(log.rowCount(), int(LogModel::maximumLines));
+    append(LogModel::MaximumLines);
+    QCOMPARE(log.rowCount(), int(LogModel::MaximumLines));
     QVERIFY(log.lineText(0).endsWith(QStringLiteral("\tModule\t1")));
-    QVERIFY(log.lineText(log.rowCount() - 1).endsWith(QString::number(LogModel::maximumLines)));
+    QVERIFY(log.lineText(log.rowCount() - 1).endsWith(QString::number(LogModel::MaximumLines)));
     log.clear();
     QCOMPARE(log.rowCount(), 0);
 }

@@ -20,9 +20,9 @@ namespace {
 using Fault = SimulatedDevice::Fault;
 using State = DeviceTree::State;
 
-const QString camera = QStringLiteral("SIM-AREA-01");
-const QString feature = QStringLiteral("ExposureTime");
-constexpr int attributeTab = 1;
+const QString Camera = QStringLiteral("SIM-AREA-01");
+const QString Feature = QStringLiteral("ExposureTime");
+constexpr int AttributeTab = 1;
 
 /// Tells when a device-list event has begun. Who registers later is called after it.
 class FirstListener final : public HostCore::IDeviceListUpdate
@@ -57,50 +57,50 @@ private Q_SLOTS:
     void onlyFrameIsShown();
 
 private:
-    SimulatedDevice &device() const { return *static_cast<SimulatedDevice *>(context->device(camera)); }
-    State state() const { return window->devices().state(camera); }
+    SimulatedDevice &device() const { return *static_cast<SimulatedDevice *>(m_context->device(Camera)); }
+    State state() const { return m_window->devices().state(Camera); }
     bool acquire();
     QWidget *typeValue(const QString &text);
     QString exposure() const;
 
-    QTemporaryDir folder;
-    std::unique_ptr<HostContext> context;
-    std::unique_ptr<ViewerWindow> window;
-    std::unique_ptr<TourStage> stage;
+    QTemporaryDir m_folder;
+    std::unique_ptr<HostContext> m_context;
+    std::unique_ptr<ViewerWindow> m_window;
+    std::unique_ptr<TourStage> m_stage;
 };
 
 void tst_ViewerFaults::init()
 {
     HostContext::Options options;
-    options.settingsFile = folder.filePath(QStringLiteral("viewer.ini"));
-    context = std::make_unique<HostContext>(options);
+    options.settingsFile = m_folder.filePath(QStringLiteral("viewer.ini"));
+    m_context = std::make_unique<HostContext>(options);
     for (std::unique_ptr<Device> &one : makeSimulatedDevices())
-        QVERIFY(context->addDevice(std::move(one)));
-    window = std::make_unique<ViewerWindow>(*context);
-    window->show();
-    stage = std::make_unique<TourStage>(*window);
-    window->openWhenKnown(camera);
-    QTRY_VERIFY(stage->tree() && stage->tree()->model());
-    QVERIFY(stage->openTab(attributeTab));
+        QVERIFY(m_context->addDevice(std::move(one)));
+    m_window = std::make_unique<ViewerWindow>(*m_context);
+    m_window->show();
+    m_stage = std::make_unique<TourStage>(*m_window);
+    m_window->openWhenKnown(Camera);
+    QTRY_VERIFY(m_stage->tree() && m_stage->tree()->model());
+    QVERIFY(m_stage->openTab(AttributeTab));
 }
 
 void tst_ViewerFaults::cleanup()
 {
-    stage.reset();
-    window.reset();
-    context.reset();
+    m_stage.reset();
+    m_window.reset();
+    m_context.reset();
 }
 
 bool tst_ViewerFaults::acquire()
 {
-    return context->startAcquisition(camera)
-        && TourHand::waitUntil([this] { return window->image().framesPerSecond() > 0; });
+    return m_context->startAcquisition(Camera)
+        && TourHand::waitUntil([this] { return m_window->image().framesPerSecond() > 0; });
 }
 
 /// The editor with the text, not committed.
 QWidget *tst_ViewerFaults::typeValue(const QString &text)
 {
-    QWidget *editor = stage->openEditor(feature);
+    QWidget *editor = m_stage->openEditor(Feature);
     if (editor)
         TourHand::retype(editor, text);
     return editor;
@@ -109,7 +109,7 @@ QWidget *tst_ViewerFaults::typeValue(const QString &text)
 QString tst_ViewerFaults::exposure() const
 {
     QString value;
-    context->readNode(camera, feature, &value);
+    m_context->readNode(Camera, Feature, &value);
     return value;
 }
 
@@ -133,20 +133,20 @@ void tst_ViewerFaults::editOnAFailingLink()
     QVERIFY(!acquiring || acquire());
     QVERIFY(typeValue(QStringLiteral("4321")));
     device().setFault(fault);
-    if (QWidget *editor = stage->editor())
+    if (QWidget *editor = m_stage->editor())
         TourHand::key(editor, Qt::Key_Return);
     if (fault == Fault::Drop)
         QTRY_COMPARE(state(), State::Lost);
     else
-        QTRY_VERIFY(stage->isLogged(feature));
-    context->close(camera);
+        QTRY_VERIFY(m_stage->isLogged(Feature));
+    m_context->close(Camera);
     QTRY_VERIFY(!device().isOpen());
-    QTRY_COMPARE(stage->shownRows(), 0);
+    QTRY_COMPARE(m_stage->shownRows(), 0);
 
     device().setFault(Fault::None);
-    QVERIFY(context->open(camera));
+    QVERIFY(m_context->open(Camera));
     QCOMPARE(state(), State::Open);
-    QTRY_VERIFY(stage->isShown(QStringLiteral("Device")));
+    QTRY_VERIFY(m_stage->isShown(QStringLiteral("Device")));
     QCOMPARE(exposure(), before);
 }
 
@@ -154,10 +154,10 @@ void tst_ViewerFaults::closingEndsAnOpenEditor()
 {
     const QString before = exposure();
     QVERIFY(typeValue(QStringLiteral("4321")));
-    context->close(camera);
+    m_context->close(Camera);
     QTRY_VERIFY(!device().isOpen());
-    QVERIFY(!stage->editor());
-    QVERIFY(context->open(camera));
+    QVERIFY(!m_stage->editor());
+    QVERIFY(m_context->open(Camera));
     QCOMPARE(exposure(), before);
 }
 
@@ -167,7 +167,7 @@ void tst_ViewerFaults::quittingWhileAcquiring()
     QVERIFY(typeValue(QStringLiteral("4321")));
     QElapsedTimer clock;
     clock.start();
-    QVERIFY(window->close());
+    QVERIFY(m_window->close());
     cleanup();
     QVERIFY2(clock.elapsed() < 1000, "quitting takes too long");
 }
@@ -175,12 +175,12 @@ void tst_ViewerFaults::quittingWhileAcquiring()
 /// The event that opens the camera's panel waits for the thread that deletes the window.
 void tst_ViewerFaults::quittingWhileThePanelFollows()
 {
-    stage.reset();
-    window.reset();
+    m_stage.reset();
+    m_window.reset();
     FirstListener listener;
-    window = std::make_unique<ViewerWindow>(*context);
-    QVERIFY(context->startAcquisition(camera));
-    context->close(camera);
+    m_window = std::make_unique<ViewerWindow>(*m_context);
+    QVERIFY(m_context->startAcquisition(Camera));
+    m_context->close(Camera);
     QVERIFY(listener.called.tryAcquire(1, 5000));
     QElapsedTimer clock;
     clock.start();
@@ -191,18 +191,18 @@ void tst_ViewerFaults::quittingWhileThePanelFollows()
 void tst_ViewerFaults::rateEndsWithTheAcquisition()
 {
     QVERIFY(acquire());
-    context->stopAcquisition(camera);
+    m_context->stopAcquisition(Camera);
     QTRY_COMPARE(state(), State::Open);
-    QTRY_COMPARE(window->image().framesPerSecond(), 0.0);
-    QVERIFY(!window->image().frame().isNull());
+    QTRY_COMPARE(m_window->image().framesPerSecond(), 0.0);
+    QVERIFY(!m_window->image().frame().isNull());
 }
 
 /// The camera has stopped by itself when its image comes.
 void tst_ViewerFaults::onlyFrameIsShown()
 {
-    QVERIFY(context->writeNode(camera, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
-    QVERIFY(context->startAcquisition(camera));
-    QTRY_VERIFY(!window->image().frame().isNull());
+    QVERIFY(m_context->writeNode(Camera, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
+    QVERIFY(m_context->startAcquisition(Camera));
+    QTRY_VERIFY(!m_window->image().frame().isNull());
 }
 
 QTEST_MAIN(tst_ViewerFaults)

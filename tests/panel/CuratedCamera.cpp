@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr size_t registerSize = 8;
-const std::string limits = "<Min>0</Min><Max>1000000</Max>";
+constexpr size_t RegisterSize = 8;
+const std::string Limits = "<Min>0</Min><Max>1000000</Max>";
 
 std::string entries(const std::vector<std::string> &names)
 {
@@ -23,26 +23,26 @@ CuratedFeatures allFeatures()
     return {
         {"Boolean", "AcquisitionFrameRateEnable", ""},
         {"Float", "ResultingFrameRate", "<ImposedAccessMode>RO</ImposedAccessMode>"},
-        {"Float", "AcquisitionFrameRate", limits},
+        {"Float", "AcquisitionFrameRate", Limits},
         {"Enumeration", "ExposureAuto", entries({"Off", "Continuous"})},
-        {"Float", "ExposureTime", "<pIsLocked>ExposureAutoReg</pIsLocked>" + limits + "<Unit>us</Unit>"},
+        {"Float", "ExposureTime", "<pIsLocked>ExposureAutoReg</pIsLocked>" + Limits + "<Unit>us</Unit>"},
         {"Enumeration", "GainAuto", onOff},
-        {"Float", "Gain", limits},
+        {"Float", "Gain", Limits},
         {"Boolean", "GammaEnable", ""},
-        {"Float", "Gamma", limits},
-        {"Integer", "Brightness", limits},
-        {"Integer", "Contrast", limits},
-        {"Integer", "GevSCPSPacketSize", limits},
-        {"Integer", "GevSCPD", limits},
+        {"Float", "Gamma", Limits},
+        {"Integer", "Brightness", Limits},
+        {"Integer", "Contrast", Limits},
+        {"Integer", "GevSCPSPacketSize", Limits},
+        {"Integer", "GevSCPD", Limits},
         {"Enumeration", "TriggerSelector", entries({"FrameStart"})},
         {"Enumeration", "TriggerMode", onOff},
         {"Enumeration", "TriggerSource", entries({"Software", "Line0"})},
-        {"Float", "TriggerDelay", limits},
+        {"Float", "TriggerDelay", Limits},
         {"Command", "TriggerSoftware", executes},
         {"Enumeration", "LineSelector", entries({"Line0", "Line1"})},
         {"Enumeration", "LineMode", entries({"Input", "Output"})},
         {"Enumeration", "LineSource", onOff},
-        {"Float", "LineDebouncerTime", limits},
+        {"Float", "LineDebouncerTime", Limits},
         {"Enumeration", "PixelFormat", entries({"Mono8", "Mono12"})},
         {"Integer", "Width", "<Min>16</Min><pMax>WidthLimit</pMax><Inc>4</Inc>"},
         {"Integer", "Height", "<Min>16</Min><pMax>HeightLimit</pMax><Inc>2</Inc>"},
@@ -98,7 +98,7 @@ std::string text(const CuratedFeatures &features)
     std::string nodes;
     for (size_t i = 0; i < features.size(); ++i) {
         const CuratedFeature &feature = features[i];
-        nodes += registerOf(feature, i * registerSize);
+        nodes += registerOf(feature, i * RegisterSize);
         if (feature.kind.empty())
             continue;
         children += "<pFeature>" + feature.name + "</pFeature>";
@@ -138,9 +138,9 @@ CuratedFeatures profilerFeatures()
     for (const char *name : {"EncoderDivider", "AcquisitionLineCount", "LowerBound", "UpperBound", "Lasersetting",
                              "InvalidPointNum", "Threshold", "LaserWidthLower", "LaserWidthUpper", "AvgFilterWinLen",
                              "MidFilterWinLen", "TimeAxisAvgFltWinLen", "TimeAxisMedFltWinLen"})
-        features.push_back({"Integer", name, limits});
+        features.push_back({"Integer", name, Limits});
     for (const char *name : {"AcquisitionLineRate", "ExposureTime", "XCoorOffset", "ZCoorOffset"})
-        features.push_back({"Float", name, limits});
+        features.push_back({"Float", name, Limits});
     return features;
 }
 
@@ -175,7 +175,7 @@ int64_t CuratedCamera::address(const std::string &feature) const
 {
     const auto hasName = [&](const CuratedFeature &one) { return one.name == feature; };
     const auto found = std::find_if(m_features.begin(), m_features.end(), hasName);
-    return int64_t(size_t(found - m_features.begin()) * registerSize);
+    return int64_t(size_t(found - m_features.begin()) * RegisterSize);
 }
 
 std::vector<std::string> CuratedCamera::written() const
@@ -183,7 +183,7 @@ std::vector<std::string> CuratedCamera::written() const
     std::vector<std::string> names;
     for (const MemoryPort::Access &access : port.accesses) {
         if (access.isWrite)
-            names.push_back(m_features.at(size_t(access.address) / registerSize).name);
+            names.push_back(m_features.at(size_t(access.address) / RegisterSize).name);
     }
     return names;
 }

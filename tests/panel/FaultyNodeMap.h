@@ -11,30 +11,30 @@ class FaultyNodeMap : public GenApi::INodeMap
 public:
     explicit FaultyNodeMap(
         GenApi::INode *node, std::function<void()> fault = [] {})
-        : node(node), fault(fault)
+        : m_node(node), m_fault(fault)
     { }
 
     void GetNodes(GenApi::NodeList_t &nodes) const override
     {
-        fault();
+        m_fault();
         nodes.clear();
-        nodes.push_back(node);
+        nodes.push_back(m_node);
     }
     GenApi::INode *GetNode(const GenICam::gcstring &) const override
     {
-        fault();
-        return node;
+        m_fault();
+        return m_node;
     }
     void InvalidateNodes() const override { }
     GenICam::gcstring GetDeviceName() override { return "faulty"; }
     void Poll(int64_t) override { }
-    GenApi::CLock &GetLock() const override { return lock; }
+    GenApi::CLock &GetLock() const override { return m_lock; }
     uint64_t GetNumNodes() const override { return 1; }
     bool Connect(GenApi::IPort *, const GenICam::gcstring &) const override { return false; }
     bool Connect(GenApi::IPort *) const override { return false; }
 
 private:
-    GenApi::INode *node;
-    std::function<void()> fault;
-    mutable GenApi::CLock lock;
+    GenApi::INode *m_node;
+    std::function<void()> m_fault;
+    mutable GenApi::CLock m_lock;
 };

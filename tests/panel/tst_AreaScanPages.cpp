@@ -22,7 +22,7 @@ QStringList words(const char *text)
     return QString::fromUtf8(text).split(QLatin1Char('|'), Qt::SkipEmptyParts);
 }
 
-const char *const toolBoxes[] = {"firstToolBox", "secondToolBox", "thirdToolBox"};
+const char *const ToolBoxes[] = {"firstToolBox", "secondToolBox", "thirdToolBox"};
 
 } // namespace
 

@@ -69,7 +69,7 @@ Q_DECLARE_METATYPE(PageSet)
 
 namespace {
 
-const QStringList beginnerFeatures = {
+const QStringList BeginnerFeatures = {
     QStringLiteral("Width"),   QStringLiteral("WidthMax"),       QStringLiteral("Flags"),     QStringLiteral("Height"),
     QStringLiteral("GainRaw"), QStringLiteral("ExposureTime"),   QStringLiteral("FrameRate"), QStringLiteral("Mode"),
     QStringLiteral("Name"),    QStringLiteral("TriggerSoftware")};
@@ -168,7 +168,7 @@ void tst_AttributeTab::opensWithTheStoredLevel()
     const std::pair<const char *, QStringList> levels[] = {{"", {}}, {"1", experts}, {"7", all}};
     for (const auto &[stored, more] : levels) {
         open(stored);
-        QStringList expected = beginnerFeatures + more;
+        QStringList expected = BeginnerFeatures + more;
         QStringList actual = shownFeatures();
         actual.sort();
         expected.sort();
@@ -185,7 +185,7 @@ void tst_AttributeTab::choosingALevel()
     open("2");
     QVERIFY(shownFeatures().contains(QStringLiteral("Secret")));
     m_level->setCurrentIndex(0);
-    QCOMPARE(shownFeatures(), beginnerFeatures);
+    QCOMPARE(shownFeatures(), BeginnerFeatures);
     QCOMPARE(m_host.callsTo(QStringLiteral("SetParamterInfo")),
              QStringList({QStringLiteral("SetParamterInfo(24, 0)")}));
 
@@ -197,7 +197,7 @@ void tst_AttributeTab::choosingALevel()
     m_panel->retranslate(1); // selects the first level; meanwhile another panel stored it
     m_host.setParamterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL, "0");
     m_panel->updateAttributeLevel();
-    QCOMPARE(shownFeatures(), beginnerFeatures);
+    QCOMPARE(shownFeatures(), BeginnerFeatures);
 }
 
 /// New texts select the first level without a choice: neither the tree nor the host follows it, unless it is chosen.
@@ -269,7 +269,7 @@ void tst_AttributeTab::searchUnfoldsLevelDoesNot()
     QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
     QCOMPARE(expandedRows(), 1);
     m_search->clear();
-    QCOMPARE(shownFeatures(), beginnerFeatures);
+    QCOMPARE(shownFeatures(), BeginnerFeatures);
 }
 
 void tst_AttributeTab::withoutNodeMapOnlyTheLevelIsStored()
@@ -278,7 +278,7 @@ void tst_AttributeTab::withoutNodeMapOnlyTheLevelIsStored()
     m_host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr);
     m_search->setText(QStringLiteral("gain"));
     m_level->setCurrentIndex(2);
-    QCOMPARE(shownFeatures(), beginnerFeatures);
+    QCOMPARE(shownFeatures(), BeginnerFeatures);
     QCOMPARE(m_fold->text(), QStringLiteral("Expand"));
     QCOMPARE(m_host.callsTo(QStringLiteral("SetParamterInfo")),
              QStringList({QStringLiteral("SetParamterInfo(24, 0)"), QStringLiteral("SetParamterInfo(24, 2)")}));
@@ -330,7 +330,7 @@ void tst_AttributeTab::buildingAgainFreesTheModel()
     const QPointer<QAbstractItemModel> before = m_tree->model();
     m_panel->parameterTreeViewInit(m_camera->map);
     QVERIFY(before.isNull());
-    QCOMPARE(shownFeatures(), beginnerFeatures);
+    QCOMPARE(shownFeatures(), BeginnerFeatures);
     const QPointer<QAbstractItemModel> last = m_tree->model();
     m_panel.reset();
     QVERIFY(last.isNull());

@@ -37,7 +37,7 @@ QStringList tabTexts(const QTabWidget *tabs)
     return texts;
 }
 
-const QStringList innerTitles = {QStringLiteral("Commom"), QStringLiteral("Trigger"), QStringLiteral("Advance")};
+const QStringList InnerTitles = {QStringLiteral("Commom"), QStringLiteral("Trigger"), QStringLiteral("Advance")};
 
 } // namespace
 
@@ -164,7 +164,7 @@ void tst_ParamterWidget::pagesByDevice()
     m_panel->initUI(device);
 
     QTEST(m_host.callsTo({QStringLiteral("GetAttrNodeMap"), QStringLiteral("GetCameraInfo")}), "calls");
-    QCOMPARE(tabTexts(innerTabs()), innerTitles);
+    QCOMPARE(tabTexts(innerTabs()), InnerTitles);
     QTEST(mainTabs()->currentIndex(), "mainTab");
     const auto *view = find<FeatureTreeView>("widget_featrue");
     QCOMPARE(view->model() && view->model()->rowCount() == 1, tree);
@@ -203,7 +203,7 @@ void tst_ParamterWidget::faultyNodeMaps()
     m_messages->allow(QStringLiteral("An error is raised"));
     m_host.setNodeMap(HostCore::FOCUS_CAMERA, "bad", &map);
     m_panel->initUI(QStringLiteral("bad"));
-    QCOMPARE(tabTexts(innerTabs()), innerTitles);
+    QCOMPARE(tabTexts(innerTabs()), InnerTitles);
     find<QLineEdit>("edit_search")->setText(QStringLiteral("x"));
     const bool told =
         m_host.callsTo(QStringLiteral("VLogInfo")).contains(QStringLiteral("VLogInfo(ParamterWidget, no nodes, 0)"));

@@ -182,14 +182,14 @@ void tst_ParamterWnd::goingTakesNoEvent()
 
 QStringList tst_ParamterWnd::unreadable() const
 {
-    constexpr std::pair<QPalette::ColorRole, QPalette::ColorRole> pairs[] = {
+    constexpr std::pair<QPalette::ColorRole, QPalette::ColorRole> Pairs[] = {
         {QPalette::WindowText, QPalette::Window},
         {QPalette::Text, QPalette::Base},
         {QPalette::ButtonText, QPalette::Button},
         {QPalette::ToolTipText, QPalette::ToolTipBase}};
     QStringList names;
     for (const QWidget *widget : m_window->findChildren<QWidget *>()) {
-        for (const auto &[text, ground] : pairs) {
+        for (const auto &[text, ground] : Pairs) {
             for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
                 const QColor under = widget->palette().color(group, ground);
                 const bool isDark = under.alpha() == 255 && qGray(under.rgb()) < 0x90;

@@ -8,7 +8,7 @@
 namespace {
 
 /// What opening does with a device and a host that know nothing, from the first write on.
-const char *const firstSync = "TriggerSelector=1 Get(TriggerMode)"
+const char *const FirstSync = "TriggerSelector=1 Get(TriggerMode)"
                               " TriggerSelector=1 TriggerMode=1 Get(TriggerSource) TriggerSelector=2"
                               " TriggerSelector=2 Get(TriggerMode)"
                               " TriggerSelector=2 TriggerMode=1 TriggerSource=4 AcquisitionLineRateEnable=0"
@@ -101,7 +101,7 @@ void tst_ProfilerPages::start()
     QFETCH(QString, with);
     QFETCH(QString, shows);
     open(words(known.toLatin1().constData(), '|'));
-    QString expected = QString::fromLatin1(firstSync);
+    QString expected = QString::fromLatin1(FirstSync);
     QVERIFY(expected.contains(replaced));
     if (!replaced.isEmpty())
         expected.replace(replaced, with);

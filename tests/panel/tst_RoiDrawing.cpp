@@ -16,9 +16,9 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-const QStringList cameraRows = {QStringLiteral("Width"), QStringLiteral("Height"), QStringLiteral("OffsetX"),
+const QStringList CameraRows = {QStringLiteral("Width"), QStringLiteral("Height"), QStringLiteral("OffsetX"),
                                 QStringLiteral("OffsetY")};
-const QStringList drawnRows = {QStringLiteral("Draw-Width"), QStringLiteral("Draw-Height"),
+const QStringList DrawnRows = {QStringLiteral("Draw-Width"), QStringLiteral("Draw-Height"),
                                QStringLiteral("Draw-OffsetX"), QStringLiteral("Draw-OffsetY")};
 
 } // namespace
@@ -93,7 +93,7 @@ QStringList tst_RoiDrawing::sizeRows() const
 {
     QStringList shown;
     for (const QString &label : m_panel->labels("thirdToolBox")) {
-        if (cameraRows.contains(label) || drawnRows.contains(label))
+        if (CameraRows.contains(label) || DrawnRows.contains(label))
             shown << label;
     }
     return shown;
@@ -103,7 +103,7 @@ void tst_RoiDrawing::starts()
 {
     auto *const apply = m_panel->editor<QPushButton>("ROIEffective");
     auto *const restore = m_panel->editor<QPushButton>("Restore Image Size");
-    QCOMPARE(sizeRows(), cameraRows);
+    QCOMPARE(sizeRows(), CameraRows);
     QVERIFY(!apply->isEnabled());
 
     m_panel->camera.port.poke(m_panel->camera.address("OffsetX"), 100);
@@ -115,7 +115,7 @@ void tst_RoiDrawing::starts()
              QStringList({QStringLiteral("GetCameraNodeValue(cam, Width)"),
                           QStringLiteral("GetCameraNodeValue(cam, Height)"),
                           QStringLiteral("DrawROI(cam, 0, 0, 1280, 1024, 0, false, 0, 0)")}));
-    QCOMPARE(sizeRows(), drawnRows);
+    QCOMPARE(sizeRows(), DrawnRows);
     QCOMPARE(region(), QList<int>({1280, 1024, 100, 50}));
     const std::tuple<const char *, int, int, int> ranges[] = {
         {"Width", 16, 1280, 4}, {"Height", 16, 1024, 2}, {"OffsetX", 100, 100, 4}, {"OffsetY", 50, 50, 2}};
@@ -149,7 +149,7 @@ void tst_RoiDrawing::staysIdle()
     m_panel->host.setRoiAnswer({result, 7, accepted});
     draw();
     QVERIFY(!isDrawing());
-    QCOMPARE(sizeRows(), cameraRows);
+    QCOMPARE(sizeRows(), CameraRows);
     QVERIFY(!m_panel->editor<QPushButton>("ROIEffective")->isEnabled());
     QVERIFY(m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
     QCOMPARE(hostCalls("RomoveROI"), QStringList());
@@ -163,7 +163,7 @@ void tst_RoiDrawing::cancelWritesNothing()
     draw();
     QVERIFY(!isDrawing());
     QCOMPARE(hostCalls("RomoveROI"), QStringList({QStringLiteral("RomoveROI(cam, 7)")}));
-    QCOMPARE(sizeRows(), cameraRows);
+    QCOMPARE(sizeRows(), CameraRows);
     QVERIFY(!m_panel->editor<QPushButton>("ROIEffective")->isEnabled());
     QVERIFY(m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
     QCOMPARE(m_panel->camera.written(), Names());
@@ -338,7 +338,7 @@ void tst_RoiDrawing::acquisitionEndsDrawing()
     m_panel->panel->updateWidget(false);
     QVERIFY(!isDrawing());
     QCOMPARE(hostCalls("RomoveROI").size(), 1);
-    QCOMPARE(sizeRows(), cameraRows);
+    QCOMPARE(sizeRows(), CameraRows);
     QVERIFY(!m_panel->editor<SelectedButton>("DrawRoi")->isEnabled());
     QVERIFY(!m_panel->editor<QPushButton>("Restore Image Size")->isEnabled());
     QVERIFY(!m_panel->editor<QPushButton>("UserSetLoad")->isEnabled());
@@ -388,7 +388,7 @@ void tst_RoiDrawing::otherImageEndsDrawing()
         cause(*m_panel->panel);
         QVERIFY(!isDrawing());
         QCOMPARE(hostCalls("RomoveROI"), QStringList(QStringLiteral("RomoveROI(cam, 7)")));
-        QCOMPARE(sizeRows(), cameraRows);
+        QCOMPARE(sizeRows(), CameraRows);
         QCOMPARE(m_panel->editor<QSpinBox>(feature)->value(), 600);
         QCOMPARE(m_panel->camera.written(), Names());
     }
@@ -438,7 +438,7 @@ void tst_RoiDrawing::eventsWithinHostCalls()
     }
     QTEST(enabled, "enabled");
     QCOMPARE(isDrawing(), enabled.contains(QStringLiteral("ROIEffective")));
-    QCOMPARE(sizeRows(), isDrawing() ? drawnRows : cameraRows);
+    QCOMPARE(sizeRows(), isDrawing() ? DrawnRows : CameraRows);
     QTEST(int(hostCalls("RomoveROI").size()), "removals");
     QTEST(int(m_panel->camera.written().size()), "writes");
 }
@@ -449,29 +449,29 @@ void tst_RoiDrawing::rowsStayHiddenWhileDrawing()
     m_panel->innerTabs()->setCurrentIndex(2);
     draw();
     m_panel->panel->updateWidget(true);
-    QCOMPARE(sizeRows(), drawnRows);
+    QCOMPARE(sizeRows(), DrawnRows);
     m_panel->editor<QPushButton>("UserSetLoad")->click();
-    QCOMPARE(sizeRows(), drawnRows);
+    QCOMPARE(sizeRows(), DrawnRows);
     m_panel->editor<QComboBox>("PixelFormat")->setCurrentIndex(1);
     m_panel->editor<SwitchButton>("ReverseX")->click();
-    QCOMPARE(sizeRows(), drawnRows);
+    QCOMPARE(sizeRows(), DrawnRows);
     m_panel->innerTabs()->setCurrentIndex(0);
     m_panel->innerTabs()->setCurrentIndex(2);
-    QCOMPARE(sizeRows(), drawnRows);
+    QCOMPARE(sizeRows(), DrawnRows);
     draw();
-    QCOMPARE(sizeRows(), cameraRows);
+    QCOMPARE(sizeRows(), CameraRows);
     m_panel->panel->setDrawRoiStatus(true);
-    QCOMPARE(sizeRows(), drawnRows);
+    QCOMPARE(sizeRows(), DrawnRows);
     m_panel->panel->setDrawRoiStatus(false);
-    QCOMPARE(sizeRows(), cameraRows);
+    QCOMPARE(sizeRows(), CameraRows);
 }
 
 void tst_RoiDrawing::missingFeaturesHaveNoRows()
 {
     open({{"", "OffsetY", ""}});
-    QCOMPARE(sizeRows(), cameraRows.mid(0, 3));
+    QCOMPARE(sizeRows(), CameraRows.mid(0, 3));
     draw();
-    QCOMPARE(sizeRows(), drawnRows.mid(0, 3));
+    QCOMPARE(sizeRows(), DrawnRows.mid(0, 3));
     QVERIFY(!m_panel->row("Restore Image Size")->isHidden());
     m_panel->editor<QPushButton>("ROIEffective")->click();
     QCOMPARE(m_panel->camera.written(), Names({"Width", "Height", "OffsetX"}));

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr const char *outputFeatures[] = {"Left2DImage",   "Right2DImage",   "Left2DSrcImage", "Right2DSrcImage",
+constexpr const char *OutputFeatures[] = {"Left2DImage",   "Right2DImage",   "Left2DSrcImage", "Right2DSrcImage",
                                           "Left2.5DFront", "Right2.5DFront", "Left2.5DBack",   "Right2.5DBack"};
 
 QStringList words(const char *text, const char *separator = " ")
@@ -104,7 +104,7 @@ void tst_StructuredLightPages::open(const QString &on, const QString &unknown, c
 void tst_StructuredLightPages::setOutputs(const QString &on, const QString &unknown)
 {
     FakeHostCore &host = FakeHostCore::instance();
-    for (const char *feature : outputFeatures) {
+    for (const char *feature : OutputFeatures) {
         const QLatin1String name(feature);
         host.setNodeValue("cam", feature, words(on.toLatin1()).contains(name) ? "True" : "False");
         host.setReadResult("cam", feature, words(unknown.toLatin1()).contains(name) ? -1 : 0);
@@ -248,7 +248,7 @@ void tst_StructuredLightPages::start()
     QFETCH(QString, shown);
     open(on, unknown);
     QStringList reads;
-    for (const char *feature : outputFeatures)
+    for (const char *feature : OutputFeatures)
         reads << QStringLiteral("Get(%1)").arg(QLatin1String(feature));
     QCOMPARE(taken(), reads.join(QLatin1Char(' ')));
     QCOMPARE(offered(), shown);
@@ -264,7 +264,7 @@ void tst_StructuredLightPages::everyOutput()
               "|2.5D Right Reflex",
               "|");
     for (int output = 0; output < names.size(); ++output) {
-        const QString feature = QLatin1String(outputFeatures[output]);
+        const QString feature = QLatin1String(OutputFeatures[output]);
         toggle(output);
         QCOMPARE(taken(), QStringLiteral("Set(%1, 1)").arg(feature));
         QTest::keyClick(outputs()->view(), Qt::Key_Escape);

@@ -36,7 +36,7 @@ private:
     const std::function<void()> m_follow;
 };
 
-constexpr int middle = 300; // of the screen, which is 800 pixels wide
+constexpr int Middle = 300; // of the screen, which is 800 pixels wide
 
 /// Input travels the way of real input: through the windows, with the popup rules of the toolkit.
 class tst_CComboBox : public QObject
@@ -303,8 +303,8 @@ void tst_CComboBox::narrowBox_data()
 {
     QTest::addColumn<Qt::LayoutDirection>("direction");
     QTest::addColumn<int>("windowX");
-    QTest::newRow("left to right") << Qt::LeftToRight << middle;
-    QTest::newRow("right to left") << Qt::RightToLeft << middle;
+    QTest::newRow("left to right") << Qt::LeftToRight << Middle;
+    QTest::newRow("right to left") << Qt::RightToLeft << Middle;
     QTest::newRow("left to right, at the edge") << Qt::LeftToRight << 700;
     QTest::newRow("right to left, at the edge") << Qt::RightToLeft << 0;
 }
@@ -331,7 +331,7 @@ void tst_CComboBox::narrowBox()
     const QRect list = view()->window()->geometry();
     QVERIFY(m_box->screen()->geometry().contains(list));
     const QRect box(m_box->mapToGlobal(QPoint()), m_box->size());
-    if (windowX == middle)
+    if (windowX == Middle)
         QCOMPARE(direction == Qt::LeftToRight ? list.left() : list.right(),
                  direction == Qt::LeftToRight ? box.left() : box.right());
 }

@@ -78,7 +78,7 @@ struct Leaving
     bool ends;
 };
 
-const Leaving leavings[] = {
+const Leaving Leavings[] = {
     {"Enter", [](Window &window) { window.key(Qt::Key_Enter); }, true},
     {"Return", [](Window &window) { window.key(Qt::Key_Return); }, true},
     {"Tab", [](Window &window) { window.key(Qt::Key_Tab); }, true},
@@ -158,7 +158,7 @@ QAbstractSpinBox *makeExact()
 }
 
 using Maker = QAbstractSpinBox *(*)();
-constexpr std::pair<const char *, Maker> makers[] = {
+constexpr std::pair<const char *, Maker> Makers[] = {
     {"integer", makeInteger}, {"real", makeReal}, {"64 bits", makeExact}};
 
 } // namespace
@@ -195,8 +195,8 @@ void tst_NumberField::leaving_data()
     QTest::addColumn<Maker>("make");
     QTest::addColumn<Way>("leave");
     QTest::addColumn<bool>("ends");
-    for (const auto &[kind, make] : makers) {
-        for (const Leaving &leaving : leavings)
+    for (const auto &[kind, make] : Makers) {
+        for (const Leaving &leaving : Leavings)
             QTest::addRow("%s: %s", kind, leaving.name) << make << leaving.leave << leaving.ends;
     }
 }
@@ -228,7 +228,7 @@ void tst_NumberField::leaving()
 void tst_NumberField::unfinishedInputSurvives_data()
 {
     QTest::addColumn<Maker>("make");
-    for (const auto &[kind, make] : makers)
+    for (const auto &[kind, make] : Makers)
         QTest::newRow(kind) << make;
 }
 
@@ -273,7 +273,7 @@ void tst_NumberField::arrowsEndWithTheirRelease()
 {
     QFETCH(int, key);
     QFETCH(double, to);
-    for (const auto &[kind, make] : makers) {
+    for (const auto &[kind, make] : Makers) {
         Window window(make());
         QSignalSpy ended(window.field, &QAbstractSpinBox::editingFinished);
         bool keepsFocus = false;
@@ -323,7 +323,7 @@ void tst_NumberField::anythingCanBeTyped_data()
         {"1200", true, true},  {"100000", false, false},  {"-5", false, false},
         {"4x2", false, false}, {"", false, false},        {"33.1", false, true},
         {"33,1", false, true}, {"1,234.5", false, false}, {"0.12345678", false, true}};
-    for (const auto &[kind, make] : makers) {
+    for (const auto &[kind, make] : Makers) {
         for (const auto &[typed, asInteger, asReal] : rows)
             QTest::addRow("%s: %s", kind, typed)
                 << make << QString::fromLatin1(typed) << (make == Maker(makeReal) ? asReal : asInteger);

@@ -20,11 +20,11 @@ QColor colorOf(ToolPageWidgetItem &row)
     return row.grab().toImage().pixelColor(1, 1);
 }
 
-const QStringList names{QStringLiteral("Label"), QStringLiteral("标签")};
-const QStringList descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
-const QColor normalColor(240, 240, 240);
-const QColor hoverColor(216, 216, 216);
-const QColor pressedColor(191, 231, 213);
+const QStringList Names{QStringLiteral("Label"), QStringLiteral("标签")};
+const QStringList Descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
+const QColor NormalColor(240, 240, 240);
+const QColor HoverColor(216, 216, 216);
+const QColor PressedColor(191, 231, 213);
 
 } // namespace
 
@@ -49,7 +49,7 @@ private:
 std::unique_ptr<ToolPageWidgetItem> tst_RowLooks::rowOf(TestCamera &camera, const char *nodeName)
 {
     auto row = std::make_unique<ToolPageWidgetItem>(&m_page);
-    row->setItemInfo(names, descriptions, camera.node(nodeName), true);
+    row->setItemInfo(Names, Descriptions, camera.node(nodeName), true);
     return row;
 }
 
@@ -57,7 +57,7 @@ void tst_RowLooks::framesTheFocusedEditor()
 {
     TestCamera camera;
     ToolPageWidgetItem custom(&m_page);
-    custom.setItemInfo(names, descriptions, new SelectedButton);
+    custom.setItemInfo(Names, Descriptions, new SelectedButton);
     const auto width = rowOf(camera, "Width");
     const auto power = rowOf(camera, "Power");
     const auto selector = rowOf(camera, "Selector");
@@ -120,20 +120,20 @@ void tst_RowLooks::geometry()
 void tst_RowLooks::colors()
 {
     ToolPageWidgetItem row;
-    row.setItemInfo(names, descriptions, static_cast<QWidget *>(nullptr));
-    QCOMPARE(colorOf(row), normalColor);
+    row.setItemInfo(Names, Descriptions, static_cast<QWidget *>(nullptr));
+    QCOMPARE(colorOf(row), NormalColor);
     QSignalSpy clicked(&row, &ToolPageWidgetItem::itemClicked);
     QTest::mousePress(&row, Qt::LeftButton);
     QCOMPARE(clicked.count(), 1);
-    QCOMPARE(colorOf(row), pressedColor);
+    QCOMPARE(colorOf(row), PressedColor);
     QTest::mouseRelease(&row, Qt::LeftButton);
     QCOMPARE(clicked.count(), 1);
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(&row, &leave);
-    QCOMPARE(colorOf(row), normalColor);
+    QCOMPARE(colorOf(row), NormalColor);
     QEnterEvent enter({}, {}, {});
     QCoreApplication::sendEvent(&row, &enter);
-    QCOMPARE(colorOf(row), hoverColor);
+    QCOMPARE(colorOf(row), HoverColor);
     row.setCurrentColor(Qt::red);
     QCOMPARE(colorOf(row), QColor(Qt::red));
 }
@@ -142,7 +142,7 @@ void tst_RowLooks::customSwitch()
 {
     ToolPageWidgetItem row;
     auto *button = new SwitchButton;
-    row.setItemInfo(names, descriptions, button);
+    row.setItemInfo(Names, Descriptions, button);
     row.resize(300, 40);
     row.show();
     QCOMPARE(button->size(), QSize(44, 20));

@@ -37,8 +37,8 @@ QVariant shownBy(const ToolPageWidgetItem &row)
     return QVariant();
 }
 
-const QStringList names{QStringLiteral("Label"), QStringLiteral("标签")};
-const QStringList descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
+const QStringList Names{QStringLiteral("Label"), QStringLiteral("标签")};
+const QStringList Descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
 
 } // namespace
 
@@ -78,7 +78,7 @@ void tst_ToolPageWidgetItem::init()
 std::unique_ptr<ToolPageWidgetItem> tst_ToolPageWidgetItem::rowOf(TestCamera &camera, const char *nodeName)
 {
     auto row = std::make_unique<ToolPageWidgetItem>(&m_page);
-    row->setItemInfo(names, descriptions, camera.node(nodeName), true);
+    row->setItemInfo(Names, Descriptions, camera.node(nodeName), true);
     row->deviceName = QStringLiteral("cam");
     return row;
 }
@@ -131,7 +131,7 @@ void tst_ToolPageWidgetItem::withoutEditor()
     QVERIFY(!shownBy(*row).isValid());
 
     ToolPageWidgetItem alwaysShown(&m_page);
-    alwaysShown.setItemInfo(names, descriptions, camera.node(node), false);
+    alwaysShown.setItemInfo(Names, Descriptions, camera.node(node), false);
     QVERIFY(!alwaysShown.isHidden());
     QVERIFY(FakeHostCore::instance().calls().isEmpty());
 }
@@ -217,7 +217,7 @@ void tst_ToolPageWidgetItem::pagesHideRows()
     const auto bound = rowOf(camera, "GatedByBoolean");
     const auto absent = rowOf(camera, "NoSuchNode");
     ToolPageWidgetItem custom(&m_page);
-    custom.setItemInfo(names, descriptions, new QPushButton);
+    custom.setItemInfo(Names, Descriptions, new QPushButton);
     const auto hidden = [&](bool isAvailable, bool visible) {
         GenApi::CBooleanPtr(camera.node("Power"))->SetValue(isAvailable);
         for (ToolPageWidgetItem *row : {bound.get(), absent.get(), &custom}) {
@@ -277,7 +277,7 @@ void tst_ToolPageWidgetItem::faultyNodes()
     });
     node.hasShape = hasShape;
     ToolPageWidgetItem row(&m_page);
-    row.setItemInfo(names, descriptions, &node, true);
+    row.setItemInfo(Names, Descriptions, &node, true);
     row.updateWidget(false);
     row.updateWidget(true);
     row.setCurrentValue();
@@ -298,12 +298,12 @@ void tst_ToolPageWidgetItem::texts()
     QCOMPARE(label->text(), QString());
     for (const int language : {1, 7, 0}) {
         row->setLanguage(language);
-        QCOMPARE(label->text(), names.at(language != 0));
+        QCOMPARE(label->text(), Names.at(language != 0));
         QCOMPARE(row->findChild<SwitchButton *>()->accessibleName(), label->text());
     }
     QCOMPARE(rowOf(camera, "Gain")->findChild<QDoubleSpinBox *>()->accessibleDescription(), QStringLiteral("dB"));
     QCOMPARE(rowOf(camera, "Width")->findChild<QSpinBox *>()->accessibleDescription(), QString());
-    QCOMPARE(row->getDescription(1), descriptions.at(1));
+    QCOMPARE(row->getDescription(1), Descriptions.at(1));
     QCOMPARE(row->getDescription(5), QString());
     QCOMPARE(row->getDescription(-1), QString());
 
