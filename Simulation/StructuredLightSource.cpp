@@ -21,7 +21,7 @@ double platePosition(const RegisterMemory &memory, qint64 nanoseconds)
 QImage grayPicture(const HeightFrame &frame)
 {
     constexpr float Darkest = 16.0f, Lowest = -20.0f, LevelsPerMm = 4.0f;
-    const auto level = [Darkest](float height) {
+    const auto level = [=](float height) {
         const float bright = std::clamp(Darkest + (height - Lowest) * LevelsPerMm, Darkest, 255.0f);
         return std::isnan(height) ? uchar(0) : uchar(bright);
     };
