@@ -44,7 +44,7 @@ private:
     };
 
     void keep(const QString &id, const HeightFrame &frame);
-    void followFrame(const QString &id);
+    void adoptFrame(const QString &id);
     /// The 2D image that the show mode of the device asks for; null when the frame does not have it.
     QImage chosenOutput(const QString &id, const HeightFrame &frame) const;
     bool showsIntensity(const QString &id, const HeightFrame &frame) const;

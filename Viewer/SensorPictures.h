@@ -33,7 +33,7 @@ private:
     };
 
     void keep(const QString &id, const QImage &frame);
-    void followState(const QString &id);
+    void adoptState(const QString &id);
     void locate(const QString &id);
 
     HostContext &m_host;

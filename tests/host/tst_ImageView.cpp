@@ -79,7 +79,7 @@ void tst_ImageView::init()
     m_reports = std::make_unique<QSignalSpy>(m_regions.get(), &ImageRegions::movedByUser);
     m_view->resize(ViewSize);
     m_view->showFrame(plainImage(Qt::black));
-    m_view->regions().follow(*m_regions, Camera);
+    m_view->regions().edit(*m_regions, Camera);
     m_view->show();
     m_view->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_view.get()));

@@ -151,9 +151,9 @@ void tst_Viewer::zoomStaysInItsRange()
     view.resize(400, 300);
     view.showFrame(chequered(800, 600));
     turnWheel(view, {200, 150}, 200);
-    QCOMPARE(view.zoom(), ImageView::MaximumZoom);
+    QCOMPARE(view.zoom(), ImageZoom::Maximum);
     turnWheel(view, {200, 150}, -400);
-    QCOMPARE(view.zoom(), ImageView::MinimumZoom);
+    QCOMPARE(view.zoom(), ImageZoom::Minimum);
 }
 
 void tst_Viewer::readsThePixelUnderTheCursor()

@@ -80,8 +80,8 @@ void tst_ViewerFaults::init()
     m_window->show();
     m_stage = std::make_unique<TourStage>(*m_window);
     m_window->openWhenKnown(Camera);
-    QTRY_VERIFY(m_stage->tree() && m_stage->tree()->model());
-    QVERIFY(m_stage->openTab(AttributeTab));
+    QTRY_VERIFY(m_stage->tree().view() && m_stage->tree().view()->model());
+    QVERIFY(m_stage->panel().openTab(AttributeTab));
 }
 
 void tst_ViewerFaults::cleanup()
@@ -100,7 +100,7 @@ bool tst_ViewerFaults::acquire()
 /// The editor with the text, not committed.
 QWidget *tst_ViewerFaults::typeValue(const QString &text)
 {
-    QWidget *editor = m_stage->openEditor(Feature);
+    QWidget *editor = m_stage->tree().openEditor(Feature);
     if (editor)
         TourHand::retype(editor, text);
     return editor;
@@ -133,7 +133,7 @@ void tst_ViewerFaults::editOnAFailingLink()
     QVERIFY(!acquiring || acquire());
     QVERIFY(typeValue(QStringLiteral("4321")));
     device().setFault(fault);
-    if (QWidget *editor = m_stage->editor())
+    if (QWidget *editor = m_stage->tree().editor())
         TourHand::key(editor, Qt::Key_Return);
     if (fault == Fault::Drop)
         QTRY_COMPARE(state(), State::Lost);
@@ -141,12 +141,12 @@ void tst_ViewerFaults::editOnAFailingLink()
         QTRY_VERIFY(m_stage->isLogged(Feature));
     m_context->close(Camera);
     QTRY_VERIFY(!device().isOpen());
-    QTRY_COMPARE(m_stage->shownRows(), 0);
+    QTRY_COMPARE(m_stage->tree().shownRows(), 0);
 
     device().setFault(Fault::None);
     QVERIFY(m_context->open(Camera));
     QCOMPARE(state(), State::Open);
-    QTRY_VERIFY(m_stage->isShown(QStringLiteral("Device")));
+    QTRY_VERIFY(m_stage->tree().isShown(QStringLiteral("Device")));
     QCOMPARE(exposure(), before);
 }
 
@@ -156,7 +156,7 @@ void tst_ViewerFaults::closingEndsAnOpenEditor()
     QVERIFY(typeValue(QStringLiteral("4321")));
     m_context->close(Camera);
     QTRY_VERIFY(!device().isOpen());
-    QVERIFY(!m_stage->editor());
+    QVERIFY(!m_stage->tree().editor());
     QVERIFY(m_context->open(Camera));
     QCOMPARE(exposure(), before);
 }
