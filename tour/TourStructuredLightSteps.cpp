@@ -29,11 +29,11 @@ struct Output
     const char *name; ///< in both lists
 };
 constexpr Output LeftPlain{"Left2DImage", "2D Left"}, RightPlain{"Right2DImage", "2D Right"};
-constexpr Output leftStreak{"Left2DSrcImage", "Left Streak"}, rightStreak{"Right2DSrcImage", "Right Streak"};
-constexpr Output leftShot{"Left2.5DFront", "2.5D Left Shot"}, rightShot{"Right2.5DFront", "2.5D Right Shot"};
-constexpr Output leftReflex{"Left2.5DBack", "2.5D Left Reflex"}, rightReflex{"Right2.5DBack", "2.5D Right Reflex"};
-constexpr Output Outputs[] = {LeftPlain, RightPlain, leftStreak, rightStreak,
-                              leftShot,  rightShot,  leftReflex, rightReflex}; // in the order of the list
+constexpr Output LeftStreak{"Left2DSrcImage", "Left Streak"}, RightStreak{"Right2DSrcImage", "Right Streak"};
+constexpr Output LeftShot{"Left2.5DFront", "2.5D Left Shot"}, RightShot{"Right2.5DFront", "2.5D Right Shot"};
+constexpr Output LeftReflex{"Left2.5DBack", "2.5D Left Reflex"}, RightReflex{"Right2.5DBack", "2.5D Right Reflex"};
+constexpr Output Outputs[] = {LeftPlain, RightPlain, LeftStreak, RightStreak,
+                              LeftShot,  RightShot,  LeftReflex, RightReflex}; // in the order of the list
 
 Device &camera(TourStage &stage)
 {
@@ -85,7 +85,7 @@ bool toggle(TourStage &stage, const Output &output, bool sent)
 
 bool tickByMouse(TourStage &stage)
 {
-    return toggle(stage, RightPlain, true) && toggle(stage, leftShot, true) && toggle(stage, LeftPlain, false);
+    return toggle(stage, RightPlain, true) && toggle(stage, LeftShot, true) && toggle(stage, LeftPlain, false);
 }
 
 /// With the last shot, only the choice changes the picture.
@@ -123,7 +123,7 @@ template <const Output &left, const Output &right>
 bool showBoth(TourStage &stage)
 {
     QImage before = picture(stage);
-    for (const Output *output : {&RightPlain, &LeftPlain}) {
+    for (const Output *output : {&right, &left}) {
         if (!stage.page().choose(ShowList, say(output->name)))
             return false;
         const auto shows = [&] { return picture(stage).isGrayscale() && picture(stage) != before; };
@@ -136,7 +136,7 @@ bool showBoth(TourStage &stage)
 
 bool dropShownOutput(TourStage &stage)
 {
-    return toggle(stage, leftReflex, false)
+    return toggle(stage, LeftReflex, false)
         && stage.expect(stage.page().control<QComboBox>(ShowList)->currentText() == say("-"),
                         say("the output that is not sent is still chosen"))
         && showsDepthMap(stage) && stage.acquires();
@@ -201,8 +201,8 @@ bool useUserSets(TourStage &stage)
     const QString selector = say("UserSetSelector");
     return stage.page().open(AdvancedPage) && stage.page().choose(selector, say("UserSet1"))
         && stage.page().press(say("UserSetSave")) && stage.page().open(ShootPage) && toggle(stage, LeftPlain, false)
-        && toggle(stage, leftReflex, true) && stage.page().open(AdvancedPage) && stage.page().press(say("UserSetLoad"))
-        && isSent(stage, LeftPlain, true) && isSent(stage, leftReflex, false) && stage.page().open(ShootPage)
+        && toggle(stage, LeftReflex, true) && stage.page().open(AdvancedPage) && stage.page().press(say("UserSetLoad"))
+        && isSent(stage, LeftPlain, true) && isSent(stage, LeftReflex, false) && stage.page().open(ShootPage)
         && stage.expect(stage.page().control<QComboBox>(ShowList)->findText(say(LeftPlain.name)) > 0,
                         say("the loaded output is not offered"));
 }
@@ -221,9 +221,9 @@ const std::vector<TourStep> &tourStructuredLightSteps()
         {"depth-outputs-by-mouse", tickByMouse},
         {"depth-outputs-by-keyboard", tickByKeyboard},
         {"depth-2d", showBoth<LeftPlain, RightPlain>},
-        {"depth-streaks", showBoth<leftStreak, rightStreak>},
-        {"depth-2.5d-shot", showBoth<leftShot, rightShot>},
-        {"depth-2.5d-reflex", showBoth<leftReflex, rightReflex>},
+        {"depth-streaks", showBoth<LeftStreak, RightStreak>},
+        {"depth-2.5d-shot", showBoth<LeftShot, RightShot>},
+        {"depth-2.5d-reflex", showBoth<LeftReflex, RightReflex>},
         {"depth-shown-output-dropped", dropShownOutput},
         {"depth-heights-cut", cutHeights},
         {"depth-light", dimLight},

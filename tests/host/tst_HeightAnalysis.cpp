@@ -31,15 +31,14 @@ class tst_HeightAnalysis : public QObject
 private Q_SLOTS:
     void lineIsFoundAmongOutliers()
     {
-        const struct
+        struct Row
         {
             const char *name;
             double slope;
-            int strays; ///< points at 7 mm
-            int step; ///< points on a stair that is 2 mm higher
-            int gaps; ///< points without data
+            int strays, step, gaps; ///< points at 7 mm, on a stair that is 2 mm higher, without data
             bool found;
-        } rows[] = {
+        };
+        const Row rows[] = {
             {"flat", 0.0, 0, 0, 0, true},
             {"stray light", -0.02, 300, 0, 0, true},
             {"a part, stray light and gaps", 0.1, 200, 300, 200, true},
@@ -99,29 +98,24 @@ private Q_SLOTS:
 
     void pictureFollowsTheSampling()
     {
-        const struct
-        {
-            const char *name;
-            HeightSampling sampling;
-            QSize size;
-            QPoint last; ///< the point of the frame in the bottom right pixel
-        } rows[] = {
+        // last: the point of the frame in the bottom right pixel
+        const std::tuple<const char *, HeightSampling, QSize, QPoint> rows[] = {
             {"each point", {1, 1.0}, {10, 6}, {9, 5}},          {"every fourth", {4, 1.0}, {3, 2}, {8, 0}},
             {"wide rows", {1, 2.5}, {10, 15}, {9, 5}},          {"narrow rows", {1, 0.5}, {10, 3}, {9, 4}},
             {"flatter than a row", {128, 0.0}, {1, 1}, {0, 0}},
         };
-        for (const auto &row : rows) {
+        for (const auto &[name, sampling, size, last] : rows) {
             HeightFrame frame = frameOf(10, std::vector<float>(60, 0.0f));
-            frame.heights[size_t(row.last.y() * 10 + row.last.x())] = 9.0f;
+            frame.heights[size_t(last.y() * 10 + last.x())] = 9.0f;
             frame.intensity = QImage(10, 6, QImage::Format_Grayscale8);
             frame.intensity.fill(0);
-            frame.intensity.scanLine(row.last.y())[row.last.x()] = 255;
-            const QImage colours = heightColours(frame, -9, 9, row.sampling);
-            const QImage gray = intensityPicture(frame, row.sampling);
-            QVERIFY2(colours.size() == row.size && gray.size() == row.size, row.name);
+            frame.intensity.scanLine(last.y())[last.x()] = 255;
+            const QImage colours = heightColours(frame, -9, 9, sampling);
+            const QImage gray = intensityPicture(frame, sampling);
+            QVERIFY2(colours.size() == size && gray.size() == size, name);
             const QPoint corner = gray.rect().bottomRight();
-            QVERIFY2(qGray(gray.pixel(corner)) == 255, row.name);
-            QVERIFY2(colours.pixel(corner) == heightColours(frameOf(1, {9.0f}), -9, 9).pixel(0, 0), row.name);
+            QVERIFY2(qGray(gray.pixel(corner)) == 255, name);
+            QVERIFY2(colours.pixel(corner) == heightColours(frameOf(1, {9.0f}), -9, 9).pixel(0, 0), name);
         }
         QVERIFY(intensityPicture(frameOf(1, {9.0f})).isNull());
     }

@@ -50,38 +50,32 @@ private Q_SLOTS:
 
     void dragging()
     {
-        const QPoint way(10, -6);
-        const struct
-        {
-            const char *name;
-            QPoint from;
-            QPoint way;
-            QRect result;
-        } rows[] = {
-            {"body", {200, 150}, way, {220, 138, 400, 300}},
-            {"left", {100, 150}, way, {220, 150, 380, 300}},
-            {"top", {200, 75}, way, {200, 138, 400, 312}},
-            {"top right", {300, 75}, way, {200, 138, 420, 312}},
-            {"bottom left", {100, 225}, way, {220, 150, 380, 288}},
-            {"just outside of an edge", {305, 150}, way, {200, 150, 420, 300}},
+        const QPoint usual(10, -6);
+        const std::tuple<const char *, QPoint, QPoint, QRect> rows[] = {
+            {"body", {200, 150}, usual, {220, 138, 400, 300}},
+            {"left", {100, 150}, usual, {220, 150, 380, 300}},
+            {"top", {200, 75}, usual, {200, 138, 400, 312}},
+            {"top right", {300, 75}, usual, {200, 138, 420, 312}},
+            {"bottom left", {100, 225}, usual, {220, 150, 380, 288}},
+            {"just outside of an edge", {305, 150}, usual, {200, 150, 420, 300}},
             {"body beyond the image", {200, 150}, {-190, 149}, {0, 300, 400, 300}},
             {"corner beyond the image", {300, 225}, {99, 74}, {200, 150, 598, 448}},
             {"edges meet", {300, 225}, {-250, -200}, {200, 150, 1, 1}},
             {"edge beyond its opposite", {100, 150}, {290, 0}, {599, 150, 1, 300}},
-            {"beside", {50, 50}, way, Drawn},
+            {"beside", {50, 50}, usual, Drawn},
         };
-        for (const auto &row : rows) {
+        for (const auto &[name, from, way, result] : rows) {
             const int handle = draw(Drawn);
             m_reports->clear();
-            press(row.from);
-            moveTo(row.from);
-            QVERIFY2(m_reports->isEmpty(), row.name);
-            moveTo(row.from + row.way);
-            moveTo(row.from + row.way);
-            release(row.from + row.way);
-            moveTo(row.from);
-            QVERIFY2(area(handle) == row.result, row.name);
-            QVERIFY2(m_reports->size() == (row.result == Drawn ? 0 : 1), row.name);
+            press(from);
+            moveTo(from);
+            QVERIFY2(m_reports->isEmpty(), name);
+            moveTo(from + way);
+            moveTo(from + way);
+            release(from + way);
+            moveTo(from);
+            QVERIFY2(area(handle) == result, name);
+            QVERIFY2(m_reports->size() == (result == Drawn ? 0 : 1), name);
             m_regions->remove(Camera, handle);
         }
     }
@@ -120,37 +114,26 @@ private Q_SLOTS:
 
     void keysMoveTheSelectedRegion()
     {
-        const struct
-        {
-            const char *name;
-            Qt::Key key;
-            Qt::KeyboardModifiers modifiers;
-            QRect result;
-        } rows[] = {
+        const std::tuple<const char *, Qt::Key, Qt::KeyboardModifiers, QRect> rows[] = {
             {"left", Qt::Key_Left, {}, Drawn.translated(-1, 0)},
             {"down by ten", Qt::Key_Down, Qt::ShiftModifier, Drawn.translated(0, 10)},
             {"wider", Qt::Key_Right, Qt::ControlModifier, {200, 150, 401, 300}},
             {"lower by ten", Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier, {200, 150, 400, 290}},
         };
         const int other = draw(Drawn);
-        for (const auto &row : rows) {
+        for (const auto &[name, key, modifiers, result] : rows) {
             const int handle = draw(Drawn);
             m_reports->clear();
-            QTest::keyClick(m_view.get(), row.key, row.modifiers);
-            QVERIFY2(area(handle) == row.result, row.name);
-            QVERIFY2(m_reports->size() == 1, row.name);
+            QTest::keyClick(m_view.get(), key, modifiers);
+            QVERIFY2(area(handle) == result, name);
+            QVERIFY2(m_reports->size() == 1, name);
         }
         QCOMPARE(area(other), Drawn);
     }
 
     void cursorTellsThePart()
     {
-        const struct
-        {
-            QRect region;
-            QPoint at;
-            Qt::CursorShape cursor;
-        } rows[] = {
+        const std::tuple<QRect, QPoint, Qt::CursorShape> rows[] = {
             {Drawn, {50, 50}, Qt::ArrowCursor},
             {Drawn, {200, 150}, Qt::SizeAllCursor},
             {Drawn, {99, 150}, Qt::SizeHorCursor},
@@ -159,10 +142,10 @@ private Q_SLOTS:
             {Drawn, {102, 226}, Qt::SizeBDiagCursor},
             {{400, 300, 10, 10}, {202, 152}, Qt::SizeAllCursor}, // a small one is all body
         };
-        for (const auto &row : rows) {
-            const int handle = draw(row.region);
-            moveTo(row.at);
-            QCOMPARE(m_view->cursor().shape(), row.cursor);
+        for (const auto &[region, at, cursor] : rows) {
+            const int handle = draw(region);
+            moveTo(at);
+            QCOMPARE(m_view->cursor().shape(), cursor);
             m_regions->remove(Camera, handle);
         }
     }
@@ -230,10 +213,10 @@ private Q_SLOTS:
     void doubleClickZoomsBesideRegions()
     {
         draw(Drawn);
-        QTest::mouseDClick(m_view->windowHandle(), Qt::LeftButton, {}, {200, 150});
-        QVERIFY(m_view->isFitted());
-        QTest::mouseDClick(m_view->windowHandle(), Qt::LeftButton, {}, {50, 50});
-        QVERIFY(!m_view->isFitted());
+        for (const QPoint &at : {QPoint(200, 150), QPoint(50, 50)}) {
+            QTest::mouseDClick(m_view->windowHandle(), Qt::LeftButton, {}, at);
+            QCOMPARE(m_view->isFitted(), at.x() == 200);
+        }
     }
 
     void linesShowOnEveryImage()

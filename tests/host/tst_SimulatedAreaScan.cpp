@@ -28,21 +28,19 @@ struct Levels
 {
     explicit Levels(const PictureSettings &settings)
     {
-        const QImage image = Picture().draw(settings);
+        const QImage image = Picture().draw(settings).convertToFormat(QImage::Format_Grayscale8);
         const double count = image.width() * image.height();
         double squares = 0.0;
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
-                const double level = qGray(image.pixel(x, y));
-                mean += level / count;
-                squares += level * level / count;
+                const double level = image.constScanLine(y)[x];
+                mean += level / count, squares += level * level / count;
             }
         }
         spread = std::sqrt(std::max(0.0, squares - mean * mean));
     }
 
-    double mean = 0.0;
-    double spread = 0.0;
+    double mean = 0.0, spread = 0.0;
 };
 
 /// What the device would take a picture with, at one moment.
@@ -83,11 +81,7 @@ private Q_SLOTS:
 
     void selectorsShowTheirSelection()
     {
-        const struct
-        {
-            const char *selector, *feature;
-            QByteArray positions, values;
-        } rows[] = {
+        const std::tuple<const char *, const char *, QByteArray, QByteArray> rows[] = {
             {"LineSelector", "LineMode", "Line0 Line2 Line3", "Input Output Output"},
             {"TriggerSelector", "TriggerMode", "FrameStart FrameBurstStart", "Off On"},
             {"TriggerSelector", "TriggerDelay", "FrameStart AcquisitionStart", "12.5 300.0"},
@@ -95,18 +89,18 @@ private Q_SLOTS:
             {"MultiSlopeKneePointSelector", "MultiSlopeExposureLimit", "0 2", "40 99"},
             {"LUTIndex", "LUTValue", "0 255", "17 4095"},
         };
-        for (const auto &row : rows) {
-            const QByteArrayList positions = row.positions.split(' '), values = row.values.split(' ');
+        for (const auto &[selector, feature, selected, shown] : rows) {
+            const QByteArrayList positions = selected.split(' '), values = shown.split(' ');
             const OpenDevice device(Camera);
             device.set("MultiSlopeMode", "Manual");
             for (int i = 0; i < positions.size(); ++i) {
-                device.set(row.selector, positions[i].constData());
-                device.set(row.feature, values[i].constData());
+                device.set(selector, positions[i].constData());
+                device.set(feature, values[i].constData());
             }
             for (int i = 0; i < positions.size(); ++i) {
-                device.set(row.selector, positions[i].constData());
-                const GenApi::CValuePtr value = device.node(row.feature);
-                QVERIFY2(value->ToString().c_str() == values[i], row.feature);
+                device.set(selector, positions[i].constData());
+                const GenApi::CValuePtr value = device.node(feature);
+                QVERIFY2(value->ToString().c_str() == values[i], feature);
             }
         }
     }
@@ -144,10 +138,7 @@ private Q_SLOTS:
 
     void modesSwitchAvailability()
     {
-        const struct
-        {
-            const char *mode, *off, *on, *feature;
-        } rows[] = {
+        const std::tuple<const char *, const char *, const char *, const char *> rows[] = {
             {"GammaEnable", "0", "1", "Gamma"},
             {"AcquisitionFrameRateEnable", "0", "1", "AcquisitionFrameRate"},
             {"AcquisitionMode", "Continuous", "MultiFrame", "AcquisitionFrameCount"},
@@ -158,12 +149,12 @@ private Q_SLOTS:
             {"EncoderMode", "Off", "FourPhase", "EncoderReset"},
         };
         const OpenDevice device(Camera);
-        for (const auto &row : rows) {
+        for (const auto &[mode, off, on, feature] : rows) {
             for (int round = 0; round < 2; ++round) {
-                device.set(row.mode, row.on);
-                QVERIFY2(GenApi::IsAvailable(device.node(row.feature)), row.feature);
-                device.set(row.mode, row.off);
-                QVERIFY2(device.access(row.feature) == GenApi::NA, row.feature);
+                device.set(mode, on);
+                QVERIFY2(GenApi::IsAvailable(device.node(feature)), feature);
+                device.set(mode, off);
+                QVERIFY2(device.access(feature) == GenApi::NA, feature);
             }
         }
     }
@@ -286,23 +277,19 @@ private Q_SLOTS:
 
     void featuresChangeThePicture()
     {
-        const struct
-        {
-            const char *setting;
-            int mean; ///< 1: grows, -1: shrinks, 0: does not matter
-            int spread;
-        } rows[] = {
+        // mean: 1: grows, -1: shrinks, 0: does not matter
+        const std::tuple<const char *, int, int> rows[] = {
             {"ExposureTime=2000", -1, -1}, {"Gain=3", 1, 0},           {"Gamma=0.5", 1, -1},
             {"Brightness=60", 1, -1},      {"Brightness=-60", -1, -1}, {"Contrast=50", 0, -1},
         };
-        for (const auto &row : rows) {
+        for (const auto &[setting, mean, spread] : rows) {
             const OpenDevice device("SIM-AREA-02");
             device.setAll("GammaEnable=1 ExposureTime=10000");
             const Levels before(settingsOf(device));
-            device.setAll(row.setting);
+            device.setAll(setting);
             const Levels after(settingsOf(device));
-            QVERIFY2(row.mean == 0 || (after.mean - before.mean) * row.mean > 1.0, row.setting);
-            QVERIFY2(row.spread == 0 || (after.spread - before.spread) * row.spread > 1.0, row.setting);
+            QVERIFY2(mean == 0 || (after.mean - before.mean) * mean > 1.0, setting);
+            QVERIFY2(spread == 0 || (after.spread - before.spread) * spread > 1.0, setting);
         }
     }
 

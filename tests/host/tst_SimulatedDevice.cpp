@@ -133,11 +133,7 @@ private Q_SLOTS:
 
     void refusalsCarryTheDevicesWords()
     {
-        const struct
-        {
-            const char *feature, *value;
-            QString words;
-        } rows[] = {
+        const std::tuple<const char *, const char *, QString> rows[] = {
             {"AcquisitionFrameRate", "300",
              QStringLiteral("300.0 frames per second need 1504.1 MB/s, the link carries 122.0 MB/s")},
             {"AcquisitionFrameRate", "24", {}},
@@ -147,11 +143,11 @@ private Q_SLOTS:
              QStringLiteral("the address of a camera cannot be 0.0.0.0 or 255.255.255.255")},
             {"UserSetDefault", "UserSet2", QStringLiteral("the user set UserSet2 was never saved")},
         };
-        for (const auto &row : rows) {
+        for (const auto &[feature, value, words] : rows) {
             const OpenDevice device(AreaScan);
-            const QString before = device.text(row.feature);
-            QCOMPARE(device.refusal(row.feature, row.value), row.words);
-            QVERIFY2((device.text(row.feature) == before) != row.words.isEmpty(), row.feature);
+            const QString before = device.text(feature);
+            QCOMPARE(device.refusal(feature, value), words);
+            QVERIFY2((device.text(feature) == before) != words.isEmpty(), feature);
         }
     }
 

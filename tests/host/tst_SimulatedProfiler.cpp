@@ -133,12 +133,7 @@ private Q_SLOTS:
         const auto onlyStray = [](S, S after) { return after.stray == after.points && after.points > 200; };
         const auto fewer = [](S before, S after) { return after.points < before.points - 50; };
         const auto more = [](S before, S after) { return after.points > before.points + 15; };
-        const struct
-        {
-            double y;
-            const char *settings;
-            bool (*holds)(S before, S after);
-        } rows[] = {
+        const std::tuple<double, const char *, bool (*)(S before, S after)> rows[] = {
             {Belt,
              "ImageMaskerSelector=ImageMasker2 ImageMask=1 ImageMaskOffsetX=1370 ImageMaskWidth=260 "
              "ImageMaskHeight=120",
@@ -157,11 +152,11 @@ private Q_SLOTS:
             {Belt, "ExtractionMode=Far ReverseX=1", [](S, S after) { return std::abs(after.slope + 0.02095) < 2e-4; }},
             {Belt, "ExtractionMode=Far XCoorOffset=-4", [](S, S after) { return after.points == 2048 - 200; }},
         };
-        for (const auto &row : rows) {
+        for (const auto &[y, settings, holds] : rows) {
             const OpenDevice device(Profiler);
-            const Shape before = shapeOf(device, row.y);
-            device.setAll(row.settings);
-            QVERIFY2(row.holds(before, shapeOf(device, row.y)), row.settings);
+            const Shape before = shapeOf(device, y);
+            device.setAll(settings);
+            QVERIFY2(holds(before, shapeOf(device, y)), settings);
         }
     }
 

@@ -69,12 +69,7 @@ class tst_Viewer : public QObject
 private Q_SLOTS:
     void parsesOptions()
     {
-        const struct
-        {
-            const char *arguments;
-            bool valid;
-            bool textOnly;
-        } rows[] = {
+        const std::tuple<const char *, bool, bool> rows[] = {
             {"viewer", true, false},
             {"viewer --developer --genicam a.xml --language Chinese", true, false},
             {"viewer --dump --genicam a.xml", true, true},
@@ -87,12 +82,12 @@ private Q_SLOTS:
             {"viewer stray", false, true},
             {"viewer -h", true, true},
         };
-        for (const auto &row : rows) {
-            const QString line = QString::fromLatin1(row.arguments);
+        for (const auto &[arguments, valid, textOnly] : rows) {
+            const QString line = QString::fromLatin1(arguments);
             const ViewerOptions options = ViewerOptions::parse(line.split(QLatin1Char(' ')));
-            QVERIFY2(options.error.isEmpty() == row.valid, row.arguments);
-            QVERIFY2(options.isTextOnly() == row.textOnly, row.arguments);
-            QVERIFY2(options.developer == line.contains(QLatin1String("--developer")), row.arguments);
+            QVERIFY2(options.error.isEmpty() == valid, arguments);
+            QVERIFY2(options.isTextOnly() == textOnly, arguments);
+            QVERIFY2(options.developer == line.contains(QLatin1String("--developer")), arguments);
         }
         QVERIFY(ViewerOptions::helpText().contains(QLatin1String("--developer")));
     }
