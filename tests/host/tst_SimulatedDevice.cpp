@@ -80,15 +80,13 @@ private Q_SLOTS:
 
     void devicesDiffer()
     {
-        const OpenDevice large(AreaScan);
-        const OpenDevice small("SIM-AREA-02");
-        QCOMPARE(large->typeCode(), QStringLiteral("0"));
-        QCOMPARE(large.integer("WidthMax")->GetValue(), int64_t(2448));
-        QCOMPARE(small.integer("WidthMax")->GetValue(), int64_t(640));
-        QCOMPARE(large.text("DeviceSerialNumber"), large->id());
-        QCOMPARE(small.text("DeviceSerialNumber"), small->id());
-        QVERIFY(GenApi::IsAvailable(large.node("BalanceWhiteAuto")));
-        QVERIFY(!GenApi::IsAvailable(small.node("BalanceWhiteAuto")));
+        for (const auto &[id, width, hasColours] : {std::tuple{AreaScan, 2448, true}, {"SIM-AREA-02", 640, false}}) {
+            const OpenDevice device(id);
+            QCOMPARE(device->typeCode(), QStringLiteral("0"));
+            QCOMPARE(device.integer("WidthMax")->GetValue(), int64_t(width));
+            QCOMPARE(device.text("DeviceSerialNumber"), device->id());
+            QCOMPARE(GenApi::IsAvailable(device.node("BalanceWhiteAuto")), hasColours);
+        }
         const OpenDevice input(Card);
         QCOMPARE(input->kind(), Device::Kind::Card);
         QVERIFY(!input->canAcquire());
@@ -97,17 +95,15 @@ private Q_SLOTS:
     void reopenedDevicesWork()
     {
         const OpenDevice device(AreaScan);
-        QString error;
-        QVERIFY(device->startAcquisition(&error));
+        device.start();
         device->close();
-        QVERIFY(!device->isOpen());
-        QVERIFY(!device->isAcquiring());
-        QVERIFY(!device->nodeMap());
+        QVERIFY(!device->isOpen() && !device->isAcquiring() && !device->nodeMap());
+        QString error;
         QVERIFY(!device->startAcquisition(&error));
         QVERIFY(!error.isEmpty());
         QVERIFY(device->open(&error));
         QSignalSpy frames(device.operator->(), &Device::frameReady);
-        QVERIFY2(device->startAcquisition(&error), qPrintable(error));
+        device.start();
         QTRY_VERIFY(frames.count() > 1);
     }
 
