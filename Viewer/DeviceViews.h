@@ -18,11 +18,11 @@ class DeviceViews : public QSplitter
     Q_OBJECT
 
 public:
-    /// Both must outlive the views. `devices` hears of frames and states before the views.
+    /// Both must outlive the views.
     DeviceViews(HostContext &context, const DeviceTree &devices);
 
     ImageView &image() const { return *m_image; }
-    /// On which the regions of the current device lie: under a height map it is another one than that of the images.
+    /// Where the regions of the current device are drawn: image(), or the view of the sensor below a height map.
     ImageView &regionView() const;
     /// The PFNC name of what is shown, where `sent` names what the current camera sends.
     QString pixelFormat(const QString &sent) const;

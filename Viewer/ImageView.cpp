@@ -217,7 +217,7 @@ void ImageView::showCursor()
     setCursor(m_panning ? Qt::ClosedHandCursor : regionCursor(part));
 }
 
-/// On a region it is one more press: hurried drags must not change the zoom.
+/// A double click on a region is just another press, so that two quick drags do not change the zoom.
 void ImageView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (imageSize().isEmpty())

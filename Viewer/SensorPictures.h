@@ -16,7 +16,7 @@ class SensorPictures : public QObject
     Q_OBJECT
 
 public:
-    /// Both must outlive this; `heights` hears of frames before this.
+    /// Both must outlive this. `heights` is made first, so that it knows of a frame when the frame comes here.
     SensorPictures(HostContext &host, const HeightDisplay &heights, QObject *parent = nullptr);
 
     /// Null without one.

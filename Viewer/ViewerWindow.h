@@ -37,7 +37,7 @@ public:
     HostContext &host() { return m_context; }
     DeviceTree &devices() { return *m_devices; }
     ImageView &image() const;
-    /// On which the regions of the current device lie: under a height map it is another one than that of the images.
+    /// Where the regions of the current device are drawn: image(), or the view of the sensor below a height map.
     ImageView &regionView() const;
     FrameStatus &frameStatus() { return *m_status; }
     LogView &log() { return *m_log; }

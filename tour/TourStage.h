@@ -35,7 +35,7 @@ public:
     bool leave(const Device &device);
     /// Between English and Chinese, by the menu.
     void changeLanguage();
-    /// Waits until the viewer shows the device in that state, and the panel has followed.
+    /// Waits until the viewer shows the device in that state, and its panel is up to date.
     bool reaches(const Device &device, DeviceTree::State state);
     /// Starts the acquisition and waits for images.
     bool acquires();

@@ -91,7 +91,7 @@ bool raiseLevel(TourStage &stage)
                         say("the level is not stored"));
 }
 
-/// What a switch shows comes at once, wherever it is.
+/// Features that a switch makes available appear at once, however far they are from the switch.
 bool switchFeatures(TourStage &stage)
 {
     const bool before = stage.tree().isShown(say("ChunkEnable"));
