@@ -73,7 +73,7 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     connect(&m_context, &HostContext::deviceListChanged, this, &DeviceTree::rebuild);
-    connect(&m_context, &HostContext::deviceStateChanged, this, &DeviceTree::followState);
+    connect(&m_context, &HostContext::deviceStateChanged, this, &DeviceTree::adoptState);
     connect(this, &QTreeWidget::currentItemChanged, this, &DeviceTree::announceCurrent);
     retranslate();
     rebuild();
@@ -175,7 +175,7 @@ void DeviceTree::markLost()
     Q_EMIT stateChanged(device->id());
 }
 
-void DeviceTree::followState(const QString &id)
+void DeviceTree::adoptState(const QString &id)
 {
     if (m_context.isReady(id))
         m_lost.remove(id);

@@ -43,7 +43,7 @@ private:
     void rebuild();
     void addRow(Device *device);
     void markLost();
-    void followState(const QString &id);
+    void adoptState(const QString &id);
     void announceCurrent();
     int rowOfGroup(int group) const;
     QTreeWidgetItem *groupItem(int group);

@@ -28,7 +28,7 @@ HeightAnalysis::Range colourRange(const HeightFrame &frame)
 HeightDisplay::HeightDisplay(HostContext &host, QObject *parent) : QObject(parent), m_host(host)
 {
     connect(&host, &HostContext::heightReady, this, &HeightDisplay::keep);
-    connect(&host, &HostContext::frameReady, this, [this](const QString &id) { followFrame(id); });
+    connect(&host, &HostContext::frameReady, this, [this](const QString &id) { adoptFrame(id); });
     const auto announce = [this](const QString &id) {
         if (shows(id))
             Q_EMIT changed(id);
@@ -50,7 +50,7 @@ void HeightDisplay::keep(const QString &id, const HeightFrame &frame)
 }
 
 /// A device may send other images between its height maps.
-void HeightDisplay::followFrame(const QString &id)
+void HeightDisplay::adoptFrame(const QString &id)
 {
     const auto shown = m_shown.find(id);
     if (shown == m_shown.end())

@@ -19,7 +19,7 @@ class HeightDisplay : public QObject
     Q_OBJECT
 
 public:
-    /// `host` must outlive this. Hears of frames before whatever connects to the host afterwards.
+    /// `host` must outlive this. What shows its pictures connects to the host later, so that a frame is kept by then.
     explicit HeightDisplay(HostContext &host, QObject *parent = nullptr);
 
     /// The newest frame of the device has heights.
@@ -28,7 +28,7 @@ public:
     QImage picture(const QString &id, const QImage &gray) const;
     /// The PFNC name of what picture() shows, where `sent` names what the camera sends.
     QString pixelFormat(const QString &id, const QString &sent) const;
-    /// Place and height at a pixel of the picture; empty where the view knows better.
+    /// Place and height at a pixel of the picture; empty when the picture shows no heights.
     QString textAt(const QString &id, const QPoint &pixel) const;
 
 Q_SIGNALS:
@@ -44,7 +44,7 @@ private:
     };
 
     void keep(const QString &id, const HeightFrame &frame);
-    void followFrame(const QString &id);
+    void adoptFrame(const QString &id);
     /// The 2D image that the show mode of the device asks for; null when the frame does not have it.
     QImage chosenOutput(const QString &id, const HeightFrame &frame) const;
     bool showsIntensity(const QString &id, const HeightFrame &frame) const;

@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <QWheelEvent>
 
-#include <algorithm>
 #include <cmath>
 
 #include "Viewer/RegionPainter.h"
@@ -17,130 +16,72 @@ const QColor BackgroundColour(62, 64, 66);
 const QColor FocusColour(79, 214, 156);
 const QColor HintColour(196, 198, 200);
 constexpr double ZoomStep = 1.25;
-constexpr qint64 RateWindow = 1000; // ms
-constexpr int Silence = 2000; // ms without a frame
 constexpr Qt::MouseButtons DragButtons = Qt::MouseButtons(Qt::LeftButton) | Qt::MiddleButton;
 const QPointF Nowhere(-1, -1);
 
 } // namespace
 
-ImageView::ImageView(QWidget *parent) : QWidget(parent), m_regions(new RegionEditor(this)), m_cursor(Nowhere)
+ImageView::ImageView(QWidget *parent)
+    : QWidget(parent), m_regions(new RegionEditor(this)), m_rate(new FrameRate(this)), m_cursor(Nowhere)
 {
     setObjectName(QStringLiteral("imageView"));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    m_clock.start();
-    m_silence.setSingleShot(true);
-    m_silence.setInterval(Silence);
-    connect(&m_silence, &QTimer::timeout, this, [this] {
-        m_arrivals.clear();
-        Q_EMIT statusChanged();
-    });
+    connect(m_rate, &FrameRate::ended, this, &ImageView::statusChanged);
     connect(m_regions, &RegionEditor::changed, this, qOverload<>(&QWidget::update));
 }
 
 void ImageView::showFrame(const QImage &frame)
 {
-    countFrame();
+    m_rate->count();
     setImage(frame, QSize());
 }
 
 void ImageView::showStill(const QImage &frame)
 {
-    m_arrivals.clear();
+    m_rate->restart();
     setImage(frame, QSize());
 }
 
 void ImageView::showCanvas(const QSize &size, const QString &hint, const QImage &picture, const QRect &place)
 {
-    m_arrivals.clear();
+    m_rate->restart();
     m_hint = hint;
     m_below = picture;
     m_place = place;
-    m_fitted = true; // there is nothing to look at closely
+    m_zoom.fit(); // there is nothing to look at closely
     setImage(QImage(), size);
 }
 
 void ImageView::clear(const QString &hint)
 {
-    m_arrivals.clear();
+    m_rate->restart();
     m_hint = hint;
     setImage(QImage(), QSize());
 }
 
 void ImageView::setImage(const QImage &frame, const QSize &canvas)
 {
-    const QSize before = imageSize();
     m_frame = frame;
     m_canvas = canvas;
-    if (imageSize() != before)
-        m_centre = imageCentre();
+    m_zoom.setImageSize(imageSize());
     update();
     Q_EMIT statusChanged();
 }
 
-void ImageView::countFrame()
-{
-    const qint64 now = m_clock.elapsed();
-    m_arrivals.push_back(now);
-    while (m_arrivals.size() > 2 && m_arrivals.front() < now - RateWindow)
-        m_arrivals.pop_front();
-    m_silence.start();
-}
-
-double ImageView::framesPerSecond() const
-{
-    if (m_arrivals.size() < 2 || m_arrivals.back() == m_arrivals.front())
-        return 0;
-    return 1000.0 * double(m_arrivals.size() - 1) / double(m_arrivals.back() - m_arrivals.front());
-}
-
-double ImageView::fittingZoom() const
-{
-    if (imageSize().isEmpty())
-        return 1;
-    const QSizeF view = QSizeF(size()) * devicePixelRatioF();
-    return std::min(view.width() / imageSize().width(), view.height() / imageSize().height());
-}
-
-double ImageView::zoom() const
-{
-    return m_fitted ? fittingZoom() : m_zoom;
-}
-
-QRectF ImageView::imageRect() const
-{
-    const double scale = zoom() / devicePixelRatioF();
-    const QPointF centre = m_fitted ? imageCentre() : m_centre;
-    const QPointF topLeft = QRectF(rect()).center() - centre * scale;
-    return {topLeft, QSizeF(imageSize()) * scale};
-}
-
-void ImageView::setZoom(double zoom, const QPointF &anchor)
+void ImageView::setZoom(double factor, const QPointF &anchor)
 {
     if (imageSize().isEmpty())
         return;
-    const QRectF before = imageRect();
-    const double oldScale = this->zoom() / devicePixelRatioF();
-    const QPointF pixel = (anchor - before.topLeft()) / oldScale;
-    m_zoom = std::clamp(zoom, MinimumZoom, MaximumZoom);
-    m_fitted = false;
-    m_centre = pixel + (QRectF(rect()).center() - anchor) / (m_zoom / devicePixelRatioF());
-    keepInView();
+    m_zoom.zoomTo(factor, anchor, space());
     update();
     Q_EMIT statusChanged();
-}
-
-void ImageView::keepInView()
-{
-    m_centre.setX(std::clamp(m_centre.x(), 0.0, double(imageSize().width())));
-    m_centre.setY(std::clamp(m_centre.y(), 0.0, double(imageSize().height())));
 }
 
 void ImageView::zoomToFit()
 {
-    m_fitted = true;
+    m_zoom.fit();
     update();
     Q_EMIT statusChanged();
 }
@@ -169,7 +110,7 @@ QString ImageView::pixelText() const
 {
     if (m_frame.isNull() || m_cursor == Nowhere)
         return QString();
-    const QPointF position = (m_cursor - imageRect().topLeft()) * devicePixelRatioF() / zoom();
+    const QPointF position = (m_cursor - imageRect().topLeft()) / m_zoom.scale(space());
     const QPoint pixel(int(std::floor(position.x())), int(std::floor(position.y())));
     if (!m_frame.rect().contains(pixel))
         return QString();
@@ -236,7 +177,7 @@ void ImageView::mousePressEvent(QMouseEvent *event)
     m_dragButton = event->button();
     if (m_dragButton == Qt::LeftButton && m_regions->press(m_cursor, placement()))
         return;
-    m_panning = !m_fitted;
+    m_panning = !isFitted();
     m_dragFrom = m_cursor;
     showCursor();
 }
@@ -255,9 +196,8 @@ void ImageView::mouseMoveEvent(QMouseEvent *event)
 
 void ImageView::panTo(const QPointF &position)
 {
-    m_centre -= (position - m_dragFrom) * devicePixelRatioF() / zoom();
+    m_zoom.pan(position - m_dragFrom, space());
     m_dragFrom = position;
-    keepInView();
     update();
 }
 
@@ -277,7 +217,7 @@ void ImageView::showCursor()
     setCursor(m_panning ? Qt::ClosedHandCursor : regionCursor(part));
 }
 
-/// On a region it is one more press: hurried drags must not change the zoom.
+/// A double click on a region is just another press, so that two quick drags do not change the zoom.
 void ImageView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (imageSize().isEmpty())
@@ -285,7 +225,7 @@ void ImageView::mouseDoubleClickEvent(QMouseEvent *event)
     const bool onRegion = m_regions->partAt(event->localPos(), placement()) != NoEdge;
     if (onRegion || event->button() != Qt::LeftButton)
         mousePressEvent(event);
-    else if (m_fitted)
+    else if (isFitted())
         zoomToOriginal();
     else
         zoomToFit();

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QElapsedTimer>
 #include <QImage>
-#include <QTimer>
 #include <QWidget>
 
-#include <deque>
 #include <functional>
 
+#include "Viewer/FrameRate.h"
+#include "Viewer/ImageZoom.h"
 #include "Viewer/RegionEditor.h"
 
 /// Shows the frames of a camera, fitted to the view or at a chosen zoom, and the regions that lie on them.
@@ -21,9 +20,6 @@ class ImageView : public QWidget
     Q_OBJECT
 
 public:
-    static constexpr double MinimumZoom = 1.0 / 32;
-    static constexpr double MaximumZoom = 32;
-
     explicit ImageView(QWidget *parent = nullptr);
 
     /// The newest frame; it counts for framesPerSecond().
@@ -42,14 +38,13 @@ public:
     /// Of the frame or the canvas; empty without both.
     QSize imageSize() const { return m_frame.isNull() ? m_canvas : m_frame.size(); }
     /// Where the image lies in the view; it may reach beyond.
-    QRectF imageRect() const;
+    QRectF imageRect() const { return m_zoom.imageRect(space()); }
     RegionEditor &regions() { return *m_regions; }
     const QImage &frame() const { return m_frame; }
-    bool isFitted() const { return m_fitted; }
+    bool isFitted() const { return m_zoom.isFitted(); }
     /// The zoom in force, fitted or chosen.
-    double zoom() const;
-    /// Frames per second over the last second, or between the last two frames; 0 when none came for two seconds.
-    double framesPerSecond() const;
+    double zoom() const { return m_zoom.factor(space()); }
+    double framesPerSecond() const { return m_rate->framesPerSecond(); }
     /// The value of the pixel under the cursor, "(x, y): value"; empty outside of the image.
     QString pixelText() const;
     /// Says what a pixel of the frame stands for, or leaves it to the view with an empty text.
@@ -84,33 +79,26 @@ protected:
 
 private:
     void setImage(const QImage &frame, const QSize &canvas);
-    double fittingZoom() const;
-    QPointF imageCentre() const { return QRectF(QPointF(), QSizeF(imageSize())).center(); }
+    ImageZoom::View space() const { return {size(), devicePixelRatioF()}; }
     ImagePlacement placement() const { return {imageRect(), imageSize()}; }
     void paintContent(QPainter &painter) const;
     void paintCanvas(QPainter &painter) const;
     void panTo(const QPointF &position);
     void showCursor();
-    void setZoom(double zoom, const QPointF &anchor);
+    void setZoom(double factor, const QPointF &anchor);
     void zoomAroundCentre(double factor);
-    void keepInView();
-    void countFrame();
 
     RegionEditor *m_regions;
+    FrameRate *m_rate;
     PixelReader m_pixelReader;
     QImage m_frame;
     QSize m_canvas; ///< the size of the image to come; empty unless the canvas is shown
     QImage m_below; ///< what is seen on the canvas
     QRect m_place; ///< of that, in pixels of the canvas
     QString m_hint;
-    bool m_fitted = true;
-    double m_zoom = 1;
-    QPointF m_centre; ///< image point in the middle of the view; the image's middle while fitted
+    ImageZoom m_zoom;
     QPointF m_cursor; ///< in view coordinates; negative while outside
     Qt::MouseButton m_dragButton = Qt::NoButton; ///< the one whose release ends the drag
     bool m_panning = false;
     QPointF m_dragFrom; ///< in view coordinates
-    QElapsedTimer m_clock;
-    QTimer m_silence; ///< fires when frames have stopped coming
-    std::deque<qint64> m_arrivals; ///< ms of the frames that count for the rate
 };

@@ -33,7 +33,7 @@ LogView::LogView(QWidget *parent) : QTableView(parent), m_log(new LogModel(this)
     setColumnWidth(LogModel::TimeColumn, fontMetrics().horizontalAdvance(QStringLiteral("00:00:00.000 ")) + 24);
     setColumnWidth(LogModel::ModuleColumn, fontMetrics().horizontalAdvance(QLatin1Char('M')) * 14);
     addActions();
-    followNewestLine();
+    keepNewestLineInView();
     retranslate();
 }
 
@@ -48,7 +48,7 @@ void LogView::addActions()
     QTableView::addActions({m_copy, m_clear});
 }
 
-void LogView::followNewestLine()
+void LogView::keepNewestLineInView()
 {
     connect(m_log, &QAbstractItemModel::rowsAboutToBeInserted, this,
             [this] { m_atEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum(); });
@@ -81,7 +81,7 @@ void LogView::contextMenuEvent(QContextMenuEvent *event)
     m_copy->setEnabled(true);
 }
 
-void LogView::copySelection() const
+void LogView::copySelection()
 {
     QModelIndexList rows = selectionModel()->selectedRows();
     std::sort(rows.begin(), rows.end());

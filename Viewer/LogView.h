@@ -16,7 +16,7 @@ public:
     explicit LogView(QWidget *parent = nullptr);
 
     LogModel &log() const { return *m_log; }
-    void copySelection() const;
+    void copySelection();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -25,7 +25,7 @@ protected:
 private:
     void addActions();
     void retranslate();
-    void followNewestLine();
+    void keepNewestLineInView();
 
     LogModel *m_log;
     QAction *m_copy = nullptr;

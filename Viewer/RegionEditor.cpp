@@ -40,7 +40,7 @@ QPoint wholePixels(const QPointF &way)
 
 } // namespace
 
-void RegionEditor::follow(ImageRegions &regions, const QString &device)
+void RegionEditor::edit(ImageRegions &regions, const QString &device)
 {
     if (m_regions == &regions && m_device == device)
         return;
@@ -48,18 +48,18 @@ void RegionEditor::follow(ImageRegions &regions, const QString &device)
         disconnect(m_regions, nullptr, this, nullptr);
     m_regions = &regions;
     m_device = device;
-    connect(&regions, &ImageRegions::listChanged, this, &RegionEditor::followList);
+    connect(&regions, &ImageRegions::listChanged, this, &RegionEditor::adoptList);
     connect(&regions, &ImageRegions::placed, this, [this](const QString &moved) {
         if (moved == m_device)
             Q_EMIT changed();
     });
     m_selected = m_newest = 0;
     m_drag.reset();
-    followList(device);
+    adoptList(device);
 }
 
 /// A new region gets the selection; the newest inherits it from one that went.
-void RegionEditor::followList(const QString &device)
+void RegionEditor::adoptList(const QString &device)
 {
     if (device != m_device)
         return;

@@ -24,7 +24,7 @@ public:
     using QObject::QObject;
 
     /// From now on the regions of `device`; an empty id has none.
-    void follow(ImageRegions &regions, const QString &device);
+    void edit(ImageRegions &regions, const QString &device);
 
     /// 0 without a region.
     int selected() const { return m_selected; }
@@ -61,7 +61,7 @@ private:
     ImageRegion region(int handle) const;
     ImageRegion regionAt(const QPointF &position, const ImagePlacement &placement) const;
     void select(int handle);
-    void followList(const QString &device);
+    void adoptList(const QString &device);
     void takeBack();
 
     QPointer<ImageRegions> m_regions;

@@ -31,7 +31,7 @@ QPen line(const QColor &colour, double width)
     return pen;
 }
 
-/// Along a border of the view a line lies just inside, where it is seen whole.
+/// A line on the border of the view moves inside, where all of its width is seen.
 double inside(double edge, double border, double inward)
 {
     return std::abs(edge - border) < LineRoom ? border + inward * LineRoom : edge;

@@ -7,7 +7,7 @@ SensorPictures::SensorPictures(HostContext &host, const HeightDisplay &heights, 
     : QObject(parent), m_host(host), m_heights(heights)
 {
     connect(&host, &HostContext::frameReady, this, &SensorPictures::keep);
-    connect(&host, &HostContext::deviceStateChanged, this, &SensorPictures::followState);
+    connect(&host, &HostContext::deviceStateChanged, this, &SensorPictures::adoptState);
 }
 
 void SensorPictures::keep(const QString &id, const QImage &frame)
@@ -19,7 +19,7 @@ void SensorPictures::keep(const QString &id, const QImage &frame)
         locate(id);
 }
 
-void SensorPictures::followState(const QString &id)
+void SensorPictures::adoptState(const QString &id)
 {
     if (!m_host.isReady(id))
         m_pictures.remove(id);

@@ -16,7 +16,7 @@ class SensorPictures : public QObject
     Q_OBJECT
 
 public:
-    /// Both must outlive this; `heights` hears of frames before this.
+    /// Both must outlive this. `heights` is made first, so that it knows of a frame when the frame comes here.
     SensorPictures(HostContext &host, const HeightDisplay &heights, QObject *parent = nullptr);
 
     /// Null without one.
@@ -33,7 +33,7 @@ private:
     };
 
     void keep(const QString &id, const QImage &frame);
-    void followState(const QString &id);
+    void adoptState(const QString &id);
     void locate(const QString &id);
 
     HostContext &m_host;

@@ -13,7 +13,7 @@
 
 namespace {
 
-enum Menu { DeviceMenu, ViewMenu, DefaultModeMenu, LanguageMenu, HelpMenu };
+enum Menu { DeviceMenu, ViewMenu, DeveloperMenu, DefaultModeMenu, LanguageMenu, HelpMenu };
 
 struct MenuSpec
 {
@@ -24,7 +24,8 @@ struct MenuSpec
 constexpr MenuSpec Menus[] = {
     {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&Device")},
     {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&View")},
-    {ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Default Panel &Mode")},
+    {ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Developer")},
+    {DeveloperMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Default Panel &Mode")},
     {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&Language")},
     {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&Help")},
 };
@@ -74,12 +75,12 @@ constexpr CommandSpec Commands[] = {
      QT_TRANSLATE_NOOP("ViewerCommands", "Enlarge the image")},
     {Command::ZoomOut, ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Zoom &Out"), "Ctrl+-", Glyph::ZoomOut, InToolBar,
      QT_TRANSLATE_NOOP("ViewerCommands", "Reduce the image")},
-    {Command::ShowCommonTab, ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Show &Common Attributes"), "", Glyph::None,
-     Checkable | Separated, QT_TRANSLATE_NOOP("ViewerCommands", "Show the panel's tab of common attributes")},
-    {Command::ShowAttributeTab, ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Show &All Attributes"), "", Glyph::None,
-     Checkable, QT_TRANSLATE_NOOP("ViewerCommands", "Show the panel's tab of all attributes")},
-    {Command::DisablePanel, ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Disable Panel of Device"), "", Glyph::None,
-     Plain,
+    {Command::ShowCommonTab, DeveloperMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Show &Common Attributes"), "",
+     Glyph::None, Checkable, QT_TRANSLATE_NOOP("ViewerCommands", "Show the panel's tab of common attributes")},
+    {Command::ShowAttributeTab, DeveloperMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Show &All Attributes"), "",
+     Glyph::None, Checkable, QT_TRANSLATE_NOOP("ViewerCommands", "Show the panel's tab of all attributes")},
+    {Command::DisablePanel, DeveloperMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Disable Panel of Device"), "",
+     Glyph::None, Plain,
      QT_TRANSLATE_NOOP("ViewerCommands",
                        "Let the panel of the focused camera stop reading it, until it is opened again")},
     {Command::DefaultMode0, DefaultModeMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Mode &0"), "", Glyph::None,
@@ -122,7 +123,13 @@ void ViewerCommands::addActions(QToolBar *toolBar)
 {
     for (int row = 0; row < int(std::size(Commands)); ++row)
         addAction(row, toolBar);
-    m_menus[ViewMenu]->addMenu(m_menus[DefaultModeMenu]);
+    m_menus[DeveloperMenu]->addMenu(m_menus[DefaultModeMenu]);
+}
+
+void ViewerCommands::showDeveloperMenu()
+{
+    m_menus[ViewMenu]->addSeparator();
+    m_menus[ViewMenu]->addMenu(m_menus[DeveloperMenu]);
 }
 
 void ViewerCommands::addAction(int row, QToolBar *toolBar)

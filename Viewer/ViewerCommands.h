@@ -46,6 +46,8 @@ public:
     QList<QAction *> deviceActions() const;
     /// Adds the show-and-hide actions of docks and tool bars to the View menu.
     void addViewToggles(const QList<QAction *> &toggles);
+    /// Adds the submenu of the switches for developers of the panel to the View menu, which lacks it otherwise.
+    void showDeveloperMenu();
 
 Q_SIGNALS:
     void triggered(Command command, bool checked);

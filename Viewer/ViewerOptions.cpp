@@ -23,6 +23,8 @@ const OptionSpec Specs[] = {
      &ViewerOptions::dump},
     {"simulated", "", "Do not search for cameras; offer the simulated devices only.", nullptr,
      &ViewerOptions::simulatedOnly},
+    {"developer", "", "Offer the switches for developers of the panel in the View menu.", nullptr,
+     &ViewerOptions::developer},
     {"language", "NAME", "Language of the user interface: English or Chinese.", &ViewerOptions::language, nullptr},
     {"settings", "FILE", "Keep the settings in FILE.", &ViewerOptions::settings, nullptr},
     {"help", "", "Print this text and exit.", nullptr, &ViewerOptions::help},

@@ -13,6 +13,7 @@ struct ViewerOptions
     QString settings; ///< file for the settings; empty: the user's own
     bool dump = false;
     bool simulatedOnly = false;
+    bool developer = false; ///< the View menu has the switches for developers
     bool help = false;
     bool version = false;
     QString error; ///< a sentence when the command line is wrong

@@ -10,7 +10,6 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSettings>
-#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -20,13 +19,12 @@
 #include "Host/HostContext.h"
 #include "ParamterWnd/ParamterWnd.h"
 #include "Viewer/DeviceTree.h"
+#include "Viewer/DeviceViews.h"
 #include "Viewer/FrameStatus.h"
 #include "Viewer/GlyphIcons.h"
-#include "Viewer/HeightDisplay.h"
 #include "Viewer/ImageView.h"
 #include "Viewer/LogModel.h"
 #include "Viewer/LogView.h"
-#include "Viewer/SensorPictures.h"
 #include "Viewer/ViewerCommands.h"
 
 namespace {
@@ -36,8 +34,6 @@ constexpr int PanelMinimumHeight = 420;
 constexpr int PanelWidth = 500;
 constexpr int DeviceListWidth = 270;
 constexpr int LogHeight = 150;
-constexpr int ImageShare = 600; ///< of the height, beside that of the sensor's view
-constexpr int SensorShare = 400;
 /// Cameras of these types get the pages of laser profilers.
 constexpr const char *ProfilerTypeCodes = "profilerTypeCodes";
 const QStringList ProfilerTypes{QStringLiteral("5")};
@@ -50,14 +46,12 @@ const QString LayoutKey = QStringLiteral("Viewer/layout");
 } // namespace
 
 ViewerWindow::ViewerWindow(HostContext &context)
-    : m_context(context), m_devices(new DeviceTree(context)), m_image(new ImageView), m_sensor(new ImageView),
-      m_heights(new HeightDisplay(context, this)), m_pictures(new SensorPictures(context, *m_heights, this)),
-      m_status(new FrameStatus(*m_image)), m_log(new LogView), m_panel(new ParamterWnd)
+    : m_context(context), m_devices(new DeviceTree(context)), m_views(new DeviceViews(context, *m_devices)),
+      m_status(new FrameStatus(m_views->image())), m_log(new LogView), m_panel(new ParamterWnd)
 {
     setObjectName(QStringLiteral("ViewerWindow"));
     setWindowIcon(glyphIcon(Glyph::Camera));
-    buildViews();
-    m_image->setPixelReader([this](const QPoint &pixel) { return m_heights->textAt(currentId(), pixel); });
+    setCentralWidget(m_views);
     m_panel->setProperty(ProfilerTypeCodes, ProfilerTypes);
     m_panel->setProperty(StructuredLightTypeCodes, StructuredLightTypes);
     statusBar()->addPermanentWidget(m_status);
@@ -67,26 +61,15 @@ ViewerWindow::ViewerWindow(HostContext &context)
     useLanguage(m_context.language());
     retranslate();
     restoreLayout();
-    followFocus();
+    adoptFocus();
     m_devices->setFocus();
 }
 
 ViewerWindow::~ViewerWindow()
 {
     disconnect(&m_context, nullptr, this, nullptr);
+    disconnect(&m_context, nullptr, m_views, nullptr);
     delete m_panel;
-}
-
-void ViewerWindow::buildViews()
-{
-    auto *const views = new QSplitter(Qt::Vertical);
-    views->setChildrenCollapsible(false);
-    views->addWidget(m_image);
-    views->addWidget(m_sensor);
-    views->setSizes({ImageShare, SensorShare});
-    m_sensor->setObjectName(QStringLiteral("sensorView"));
-    m_sensor->hide();
-    setCentralWidget(views);
 }
 
 QDockWidget *ViewerWindow::addDock(const QString &name, Qt::DockWidgetArea area, QWidget *content)
@@ -108,7 +91,7 @@ void ViewerWindow::buildDocks()
     m_devices->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_devices, &QWidget::customContextMenuRequested, this, &ViewerWindow::showDeviceMenu);
     connect(m_devices, &DeviceTree::stepRequested, this, &ViewerWindow::takeNextStep);
-    connect(m_devices, &DeviceTree::stateChanged, this, &ViewerWindow::followState);
+    connect(m_devices, &DeviceTree::stateChanged, this, &ViewerWindow::adoptState);
 }
 
 void ViewerWindow::buildCommands()
@@ -128,11 +111,10 @@ void ViewerWindow::buildCommands()
 
 void ViewerWindow::connectHost()
 {
-    connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::followFocus);
-    connect(&m_context, &HostContext::frameReady, this, &ViewerWindow::showFrame);
-    connect(&m_context.regions(), &ImageRegions::listChanged, this, &ViewerWindow::followRegions);
-    connect(m_heights, &HeightDisplay::changed, this, &ViewerWindow::followHeights);
-    connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::followSearch,
+    connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::adoptFocus);
+    connect(m_views, &DeviceViews::pictureChanged, this, &ViewerWindow::showFormat);
+    connect(m_views, &DeviceViews::contentChanged, this, &ViewerWindow::updateCommands);
+    connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::adoptSearch,
             Qt::QueuedConnection); // after the list of found devices
     connect(&m_context, &HostContext::deviceListChanged, this, &ViewerWindow::openPending);
     connect(&m_context, &HostContext::logLine, this,
@@ -149,24 +131,24 @@ void ViewerWindow::run(Command command, bool checked)
     case Command::OpenDevice:
         return m_context.openLater(currentId());
     case Command::CloseDevice:
-        return closeDevice();
+        return m_context.close(currentId());
     case Command::OpenFile:
         return askForDescription();
     case Command::StartAcquisition:
         return startAcquisition();
     case Command::StopAcquisition:
-        return stopAcquisition();
+        return m_context.stopAcquisition(currentId());
     case Command::Quit:
         close();
         return;
     case Command::ZoomFit:
-        return m_image->zoomToFit();
+        return image().zoomToFit();
     case Command::ZoomOriginal:
-        return m_image->zoomToOriginal();
+        return image().zoomToOriginal();
     case Command::ZoomIn:
-        return m_image->zoomIn();
+        return image().zoomIn();
     case Command::ZoomOut:
-        return m_image->zoomOut();
+        return image().zoomOut();
     case Command::ShowCommonTab:
         return m_panel->setPanelWidgetVisiable(checked);
     case Command::ShowAttributeTab:
@@ -186,27 +168,26 @@ void ViewerWindow::run(Command command, bool checked)
     }
 }
 
+ImageView &ViewerWindow::image() const
+{
+    return m_views->image();
+}
+
+ImageView &ViewerWindow::regionView() const
+{
+    return m_views->regionView();
+}
+
 QString ViewerWindow::currentId() const
 {
     const Device *device = m_devices->currentDevice();
     return device ? device->id() : QString();
 }
 
-void ViewerWindow::closeDevice()
-{
-    m_context.close(currentId());
-}
-
 void ViewerWindow::startAcquisition()
 {
-    const QString id = currentId();
-    if (m_context.startAcquisition(id))
-        m_image->zoomToFit();
-}
-
-void ViewerWindow::stopAcquisition()
-{
-    m_context.stopAcquisition(currentId());
+    if (m_context.startAcquisition(currentId()))
+        image().zoomToFit();
 }
 
 void ViewerWindow::takeNextStep()
@@ -250,7 +231,7 @@ void ViewerWindow::openPending()
     m_context.openLater(id);
 }
 
-void ViewerWindow::followSearch(bool searching)
+void ViewerWindow::adoptSearch(bool searching)
 {
     updateCommands();
     if (!searching && !m_pendingId.isEmpty())
@@ -281,10 +262,10 @@ void ViewerWindow::useLanguage(const QString &language)
     m_commands->action(english ? Command::English : Command::Chinese)->setChecked(true);
 }
 
-void ViewerWindow::followFocus()
+void ViewerWindow::adoptFocus()
 {
     const QString id = currentId();
-    showPicture();
+    m_views->showCurrent();
     m_cameraFormat.clear();
     if (m_devices->state(id) == DeviceTree::State::Acquiring)
         m_context.readNode(id, QStringLiteral("PixelFormat"), &m_cameraFormat);
@@ -294,126 +275,16 @@ void ViewerWindow::followFocus()
 
 void ViewerWindow::showFormat()
 {
-    m_status->setPixelFormat(m_cameraFormat.isEmpty() ? QString()
-                                                      : m_heights->pixelFormat(currentId(), m_cameraFormat));
+    m_status->setPixelFormat(m_cameraFormat.isEmpty() ? QString() : m_views->pixelFormat(m_cameraFormat));
 }
 
-ImageView &ViewerWindow::regionView() const
-{
-    return m_heights->shows(currentId()) ? *m_sensor : *m_image;
-}
-
-QSize ViewerWindow::canvasSize() const
-{
-    const QList<ImageRegion> regions = m_context.regions().of(currentId());
-    if (regions.isEmpty())
-        return {};
-    const QSize drawnOn = regions.last().image;
-    const bool isCovered =
-        !m_heights->shows(currentId()) && m_pictures->placeOn(currentId(), drawnOn) == QRect(QPoint(), drawnOn);
-    return isCovered ? QSize() : drawnOn;
-}
-
-void ViewerWindow::showCanvas(ImageView &view)
-{
-    const QSize canvas = canvasSize();
-    const QRect place = m_pictures->placeOn(currentId(), canvas);
-    const QString hint = tr("No image of this size yet. Drag the region by its edges and corners.");
-    view.showCanvas(canvas, place.contains(QRect(QPoint(), canvas)) ? QString() : hint, m_pictures->of(currentId()),
-                    place);
-}
-
-/// Height maps have a view of the sensor below them while there are regions.
-void ViewerWindow::showSensor()
-{
-    m_showsHeights = m_heights->shows(currentId());
-    const bool below = m_showsHeights && !canvasSize().isEmpty();
-    m_image->regions().follow(m_context.regions(), m_showsHeights ? QString() : currentId());
-    m_sensor->regions().follow(m_context.regions(), m_showsHeights ? currentId() : QString());
-    if (below)
-        showCanvas(*m_sensor);
-    m_sensor->setVisible(below);
-}
-
-void ViewerWindow::showPicture()
-{
-    const QString id = currentId();
-    showSensor();
-    if (&regionView() == m_image && !canvasSize().isEmpty())
-        showCanvas(*m_image);
-    else if (m_frames.contains(id))
-        m_image->showStill(m_heights->picture(id, m_frames.value(id)));
-    else
-        m_image->clear(imageHint());
-}
-
-void ViewerWindow::followRegions(const QString &id)
-{
-    const ImageView &view = regionView();
-    const QSize shown = view.isCanvas() && view.isVisibleTo(this) ? view.imageSize() : QSize();
-    if (id != currentId() || shown == canvasSize())
-        return;
-    showPicture();
-    updateCommands();
-}
-
-void ViewerWindow::followHeights(const QString &id)
-{
-    if (id != currentId() || !m_heights->shows(id) || !m_frames.contains(id))
-        return;
-    m_image->replaceFrame(m_heights->picture(id, m_frames.value(id)));
-    showFormat();
-}
-
-void ViewerWindow::followState(const QString &id)
+void ViewerWindow::adoptState(const QString &id)
 {
     const DeviceTree::State state = m_devices->state(id);
     if (state == DeviceTree::State::Closed || state == DeviceTree::State::Lost)
-        m_frames.remove(id);
+        m_views->forgetFrame(id);
     if (id == currentId())
-        followFocus();
-}
-
-void ViewerWindow::showFrame(const QString &id, const QImage &frame)
-{
-    const DeviceTree::State state = m_devices->state(id);
-    if (state != DeviceTree::State::Acquiring && state != DeviceTree::State::Open)
-        return;
-    const bool first = !m_frames.contains(id);
-    m_frames.insert(id, frame);
-    if (id != currentId())
-        return;
-    if (m_heights->shows(id) != m_showsHeights)
-        showSensor();
-    if (state == DeviceTree::State::Acquiring)
-        m_image->showFrame(m_heights->picture(id, frame));
-    else // the last one of an acquisition, which ended before it was here
-        showPicture();
-    showFormat();
-    if (first)
-        updateCommands();
-}
-
-QString ViewerWindow::imageHint() const
-{
-    const Device *device = m_devices->currentDevice();
-    if (!device)
-        return tr("Select a device.");
-    const QString error = m_context.openingError(device->id());
-    switch (m_devices->state(device->id())) {
-    case DeviceTree::State::Closed:
-        return error.isEmpty() ? tr("%1 is closed. Double-click it to open it.").arg(device->displayName())
-                               : tr("%1 could not be opened: %2").arg(device->displayName(), error);
-    case DeviceTree::State::Opening:
-        return tr("Opening %1...").arg(device->displayName());
-    case DeviceTree::State::Lost:
-        return tr("%1 does not answer any more. Double-click it to open it again.").arg(device->displayName());
-    case DeviceTree::State::Acquiring:
-        return tr("Waiting for images...");
-    case DeviceTree::State::Open:
-        break;
-    }
-    return device->canAcquire() ? tr("Start the acquisition to see images.") : tr("This device has no images.");
+        adoptFocus();
 }
 
 void ViewerWindow::updateCommands()
@@ -422,7 +293,7 @@ void ViewerWindow::updateCommands()
     const DeviceTree::State state = m_devices->state(currentId());
     const bool open = state == DeviceTree::State::Open || state == DeviceTree::State::Acquiring;
     const bool acquiring = state == DeviceTree::State::Acquiring;
-    const bool image = !m_image->imageSize().isEmpty();
+    const bool hasImage = !image().imageSize().isEmpty();
     const std::pair<Command, bool> enabled[] = {
         {Command::Refresh, !m_context.isRefreshing()},
         {Command::OpenDevice, device && !open && state != DeviceTree::State::Opening},
@@ -430,10 +301,10 @@ void ViewerWindow::updateCommands()
         {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
         {Command::StopAcquisition, acquiring},
         {Command::DisablePanel, device && open && device->kind() == Device::Kind::Camera},
-        {Command::ZoomFit, image},
-        {Command::ZoomOriginal, image},
-        {Command::ZoomIn, image},
-        {Command::ZoomOut, image},
+        {Command::ZoomFit, hasImage},
+        {Command::ZoomOriginal, hasImage},
+        {Command::ZoomIn, hasImage},
+        {Command::ZoomOut, hasImage},
     };
     for (const auto &[command, possible] : enabled)
         m_commands->action(command)->setEnabled(possible);
@@ -447,13 +318,7 @@ void ViewerWindow::retranslate()
     m_panelDock->setWindowTitle(tr("Parameters"));
     m_logDock->setWindowTitle(tr("Log"));
     findChild<QToolBar *>(QStringLiteral("toolBar"))->setWindowTitle(tr("Tool Bar"));
-    m_image->setAccessibleName(tr("Image"));
-    m_sensor->setAccessibleName(tr("Sensor"));
-    if (m_image->frame().isNull())
-        showPicture();
-    else
-        showSensor();
-    m_image->update(); // names of regions
+    m_views->retranslate();
 }
 
 void ViewerWindow::changeEvent(QEvent *event)

@@ -9,6 +9,7 @@
 #include "Simulation/SimulatedDevices.h"
 #include "Viewer/DumpRun.h"
 #include "Viewer/MessageLog.h"
+#include "Viewer/ViewerCommands.h"
 #include "Viewer/ViewerOptions.h"
 #include "Viewer/ViewerStyle.h"
 #include "Viewer/ViewerWindow.h"
@@ -47,6 +48,8 @@ int show(HostContext &context, const ViewerOptions &options)
     if (!options.language.isEmpty())
         context.setLanguage(options.language);
     ViewerWindow window(context);
+    if (options.developer)
+        window.commands().showDeveloperMenu();
     window.show();
     if (!options.description.isEmpty())
         window.openDescription(options.description);

@@ -65,6 +65,53 @@
     </message>
 </context>
 <context>
+    <name>DeviceViews</name>
+    <message>
+        <source>No image of this size yet. Drag the region by its edges and corners.</source>
+        <translation>尚无此尺寸的图像。请拖动区域的边和角进行调整。</translation>
+    </message>
+    <message>
+        <source>Select a device.</source>
+        <translation>请选择一个设备。</translation>
+    </message>
+    <message>
+        <source>%1 is closed. Double-click it to open it.</source>
+        <translation>%1 已关闭。双击即可打开。</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened: %2</source>
+        <translation>无法打开 %1：%2</translation>
+    </message>
+    <message>
+        <source>Opening %1...</source>
+        <translation>正在打开 %1...</translation>
+    </message>
+    <message>
+        <source>%1 does not answer any more. Double-click it to open it again.</source>
+        <translation>%1 已无响应。双击可重新打开。</translation>
+    </message>
+    <message>
+        <source>Waiting for images...</source>
+        <translation>正在等待图像...</translation>
+    </message>
+    <message>
+        <source>Start the acquisition to see images.</source>
+        <translation>开始采集后即可看到图像。</translation>
+    </message>
+    <message>
+        <source>This device has no images.</source>
+        <translation>该设备没有图像。</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>图像</translation>
+    </message>
+    <message>
+        <source>Sensor</source>
+        <translation>传感器</translation>
+    </message>
+</context>
+<context>
     <name>FrameStatus</name>
     <message>
         <source>%1 fps</source>
@@ -140,6 +187,10 @@
     <message>
         <source>&amp;View</source>
         <translation>视图(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Developer</source>
+        <translation>开发者(&amp;D)</translation>
     </message>
     <message>
         <source>Default Panel &amp;Mode</source>
@@ -277,10 +328,6 @@
 <context>
     <name>ViewerWindow</name>
     <message>
-        <source>No image of this size yet. Drag the region by its edges and corners.</source>
-        <translation>尚无此尺寸的图像。请拖动区域的边和角进行调整。</translation>
-    </message>
-    <message>
         <source>Open Description File</source>
         <translation>打开描述文件</translation>
     </message>
@@ -295,30 +342,6 @@
     <message>
         <source>&lt;h3&gt;Parameter Viewer %1&lt;/h3&gt;&lt;p&gt;Shows the features of GenICam cameras in the ParamterWnd panel.&lt;/p&gt;&lt;p&gt;MIT licence&lt;/p&gt;</source>
         <translation>&lt;h3&gt;参数查看器 %1&lt;/h3&gt;&lt;p&gt;在 ParamterWnd 面板中显示 GenICam 相机的属性。&lt;/p&gt;&lt;p&gt;MIT 许可证&lt;/p&gt;</translation>
-    </message>
-    <message>
-        <source>Select a device.</source>
-        <translation>请选择一个设备。</translation>
-    </message>
-    <message>
-        <source>%1 is closed. Double-click it to open it.</source>
-        <translation>%1 已关闭。双击即可打开。</translation>
-    </message>
-    <message>
-        <source>%1 does not answer any more. Double-click it to open it again.</source>
-        <translation>%1 已无响应。双击可重新打开。</translation>
-    </message>
-    <message>
-        <source>Waiting for images...</source>
-        <translation>正在等待图像...</translation>
-    </message>
-    <message>
-        <source>Start the acquisition to see images.</source>
-        <translation>开始采集后即可看到图像。</translation>
-    </message>
-    <message>
-        <source>This device has no images.</source>
-        <translation>该设备没有图像。</translation>
     </message>
     <message>
         <source>Searching for devices...</source>
@@ -345,24 +368,8 @@
         <translation>工具栏</translation>
     </message>
     <message>
-        <source>Image</source>
-        <translation>图像</translation>
-    </message>
-    <message>
-        <source>Sensor</source>
-        <translation>传感器</translation>
-    </message>
-    <message>
         <source>There is no device %1.</source>
         <translation>没有设备 %1。</translation>
-    </message>
-    <message>
-        <source>Opening %1...</source>
-        <translation>正在打开 %1...</translation>
-    </message>
-    <message>
-        <source>%1 could not be opened: %2</source>
-        <translation>无法打开 %1：%2</translation>
     </message>
 </context>
 </TS>

@@ -27,17 +27,17 @@ int Tour::run()
     int number = 0;
     int failed = 0;
     for (const TourStep &step : tourSteps()) {
-        stage.leaveEditor();
+        stage.tree().leaveEditor();
         const bool walked = step.walk(stage);
         const bool passed = stage.expect(walked, QStringLiteral("it did not work"));
         const bool saved = stage.expect(save(++number, step.name), QStringLiteral("the screenshot cannot be saved"));
         out << (passed && saved ? "ok   " : "FAIL ") << step.name;
         if (!passed || !saved)
-            out << ": " << stage.failure();
+            out << ": " << stage.verdict().failure();
         out << '\n';
         out.flush();
         failed += passed && saved ? 0 : 1;
-        stage.forgetFailure();
+        stage.verdict().forget();
     }
     return failed == 0 ? 0 : 1;
 }

@@ -12,19 +12,19 @@ bool performOne(TourStage &stage, const Deed &deed)
     const QString name = say(deed.name);
     switch (deed.kind) {
     case Deed::Open:
-        return stage.expect(stage.openPage(deed.page), say("the page does not open"));
+        return stage.expect(stage.page().open(deed.page), say("the page does not open"));
     case Deed::Choose:
-        return stage.choose(name, say(deed.text));
+        return stage.page().choose(name, say(deed.text));
     case Deed::Enter:
-        return stage.enter(name, say(deed.text));
+        return stage.page().enter(name, say(deed.text));
     case Deed::Press:
-        return stage.press(name);
+        return stage.page().press(name);
     case Deed::Becomes:
         return stage.becomes(deed.name, deed.text);
     case Deed::Shown:
-        return stage.expect(stage.row(name), QStringLiteral("the row %1 is not shown").arg(name));
+        return stage.expect(stage.page().row(name), QStringLiteral("the row %1 is not shown").arg(name));
     case Deed::Hidden:
-        return stage.expect(!stage.row(name), QStringLiteral("the row %1 is shown").arg(name));
+        return stage.expect(!stage.page().row(name), QStringLiteral("the row %1 is shown").arg(name));
     }
     return false;
 }

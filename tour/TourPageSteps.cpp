@@ -27,31 +27,31 @@ const QString TriggerSwitch = QStringLiteral("Software Trigger Auto Enable");
 
 bool opens(TourStage &stage, int page)
 {
-    return stage.expect(stage.openPage(page), say("the page does not open"));
+    return stage.expect(stage.page().open(page), say("the page does not open"));
 }
 
 bool describeRow(TourStage &stage)
 {
     if (!opens(stage, CommonPage))
         return false;
-    QWidget *row = stage.row(ExposureTime);
+    QWidget *row = stage.page().row(ExposureTime);
     if (!stage.expect(row, say("there is no row for the exposure time")))
         return false;
     TourHand::click(row, QPoint(40, row->height() / 2));
-    return stage.expect(!stage.description()->toPlainText().isEmpty(), say("the row is not described"));
+    return stage.expect(!stage.panel().description()->toPlainText().isEmpty(), say("the row is not described"));
 }
 
 bool setExposure(TourStage &stage)
 {
-    return stage.enter(ExposureTime, say("2500")) && stage.becomes("ExposureTime", "2500");
+    return stage.page().enter(ExposureTime, say("2500")) && stage.becomes("ExposureTime", "2500");
 }
 
 /// The darkness that the short exposure left is what the camera corrects.
 bool exposeAutomatically(TourStage &stage)
 {
-    if (!stage.acquires() || !stage.choose(ExposureAuto, say("Continuous")))
+    if (!stage.acquires() || !stage.page().choose(ExposureAuto, say("Continuous")))
         return false;
-    const auto *field = stage.control<QDoubleSpinBox>(ExposureTime);
+    const auto *field = stage.page().control<QDoubleSpinBox>(ExposureTime);
     const bool follows = TourHand::waitUntil([&] { return field->value() > 3000; }, 8000);
     return stage.expect(!field->isEnabled(), say("the exposure time can be edited"))
         && stage.expect(follows, say("the exposure time does not follow the camera"));
@@ -59,7 +59,7 @@ bool exposeAutomatically(TourStage &stage)
 
 bool setExposureBack(TourStage &stage)
 {
-    const bool back = stage.choose(ExposureAuto, say("Off")) && stage.enter(ExposureTime, say("10000"));
+    const bool back = stage.page().choose(ExposureAuto, say("Off")) && stage.page().enter(ExposureTime, say("10000"));
     stage.order(Command::StopAcquisition);
     return back && stage.becomes("ExposureTime", "10000");
 }
@@ -67,37 +67,38 @@ bool setExposureBack(TourStage &stage)
 bool refuseFrameRate(TourStage &stage)
 {
     const QString row = say("Acquisition Frame Rate");
-    const double before = stage.control<QDoubleSpinBox>(row)->value();
-    return stage.enter(row, say("400"))
-        && stage.expect(stage.control<QDoubleSpinBox>(row)->value() == before, say("the refused value stays"))
+    const double before = stage.page().control<QDoubleSpinBox>(row)->value();
+    return stage.page().enter(row, say("400"))
+        && stage.expect(stage.page().control<QDoubleSpinBox>(row)->value() == before, say("the refused value stays"))
         && stage.expect(stage.isLogged(say("Set AcquisitionFrameRate value failed")), say("the refusal is not logged"));
 }
 
 bool walkByKeyboard(TourStage &stage)
 {
-    auto *field = stage.control<QDoubleSpinBox>(ExposureTime);
+    auto *field = stage.page().control<QDoubleSpinBox>(ExposureTime);
     TourHand::click(field, QPoint(field->width() / 3, field->height() / 2));
     TourHand::key(field, Qt::Key_Tab);
-    return stage.expect(stage.control<QComboBox>(say("Gain Auto"))->hasFocus(),
+    return stage.expect(stage.page().control<QComboBox>(say("Gain Auto"))->hasFocus(),
                         say("Tab does not lead to the next row"));
 }
 
 bool triggerOnce(TourStage &stage)
 {
-    if (!opens(stage, TriggerPage) || !stage.choose(say("TriggerMode"), say("On"))
-        || !stage.choose(say("TriggerSource"), say("Software")))
+    if (!opens(stage, TriggerPage) || !stage.page().choose(say("TriggerMode"), say("On"))
+        || !stage.page().choose(say("TriggerSource"), say("Software")))
         return false;
     stage.order(Command::StartAcquisition);
     TourHand::pause(500);
     const bool waits = stage.window().image().framesPerSecond() == 0;
-    return stage.expect(waits, say("the camera does not wait for the trigger")) && stage.press(say("TriggerSoftware"))
+    return stage.expect(waits, say("the camera does not wait for the trigger"))
+        && stage.page().press(say("TriggerSoftware"))
         && stage.expect(TourHand::waitUntil([&] { return !stage.window().image().frame().isNull(); }),
                         say("the trigger gives no image"));
 }
 
 bool triggerAutomatically(TourStage &stage)
 {
-    if (!stage.enter(say("Software Trigger Auto Time(ms)"), say("100")) || !stage.press(TriggerSwitch))
+    if (!stage.page().enter(say("Software Trigger Auto Time(ms)"), say("100")) || !stage.page().press(TriggerSwitch))
         return false;
     TourHand::pause(1500);
     const double rate = stage.window().image().framesPerSecond();
@@ -106,26 +107,26 @@ bool triggerAutomatically(TourStage &stage)
 
 bool endTriggering(TourStage &stage)
 {
-    const bool ended = stage.press(TriggerSwitch) && stage.choose(say("TriggerMode"), say("Off"));
+    const bool ended = stage.page().press(TriggerSwitch) && stage.page().choose(say("TriggerMode"), say("Off"));
     stage.order(Command::StopAcquisition);
     return ended;
 }
 
 bool openAdvanced(TourStage &stage)
 {
-    return endTriggering(stage) && opens(stage, AdvancedPage) && stage.row(say("PixelFormat"));
+    return endTriggering(stage) && opens(stage, AdvancedPage) && stage.page().row(say("PixelFormat"));
 }
 
 /// Drags the lower right corner to the middle of the image.
 bool drawOnImage(TourStage &stage)
 {
-    if (!stage.press(DrawRegion))
+    if (!stage.page().press(DrawRegion))
         return false;
     ImageView &image = stage.window().image();
     TourHand::pause(300);
     const QRectF area = image.imageRect();
     TourHand::drag(&image, area.bottomRight().toPoint() - QPoint(1, 1), area.center().toPoint());
-    const auto *width = stage.control<QSpinBox>(say("Draw-Width"));
+    const auto *width = stage.page().control<QSpinBox>(say("Draw-Width"));
     return stage.expect(width && width->value() < width->maximum(), say("the region is not drawn"));
 }
 
@@ -135,15 +136,15 @@ bool moveRegion(TourStage &stage)
     image.setFocus();
     TourHand::key(&image, Qt::Key_Right, Qt::ShiftModifier);
     TourHand::key(&image, Qt::Key_Down, Qt::ShiftModifier);
-    const bool moved = stage.control<QSpinBox>(say("Draw-OffsetX"))->value() > 0;
+    const bool moved = stage.page().control<QSpinBox>(say("Draw-OffsetX"))->value() > 0;
     return stage.expect(moved, say("the arrow keys do not move the region"))
-        && stage.enter(say("Draw-Width"), say("1024")) && stage.enter(say("Draw-Height"), say("768"))
-        && stage.enter(say("Draw-OffsetX"), say("480")) && stage.enter(say("Draw-OffsetY"), say("400"));
+        && stage.page().enter(say("Draw-Width"), say("1024")) && stage.page().enter(say("Draw-Height"), say("768"))
+        && stage.page().enter(say("Draw-OffsetX"), say("480")) && stage.page().enter(say("Draw-OffsetY"), say("400"));
 }
 
 bool applyRegion(TourStage &stage)
 {
-    if (!stage.press(say("ROIEffective")))
+    if (!stage.page().press(say("ROIEffective")))
         return false;
     return stage.becomes("Width", "1024") && stage.becomes("Height", "768") && stage.becomes("OffsetX", "480")
         && stage.becomes("OffsetY", "400") && stage.acquires()
@@ -153,17 +154,17 @@ bool applyRegion(TourStage &stage)
 bool restoreSize(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
-    return stage.press(say("Restore Image Size")) && stage.becomes("OffsetX", "0") && stage.becomes("OffsetY", "0")
-        && stage.becomes("Width", "2448") && stage.becomes("Height", "2048");
+    return stage.page().press(say("Restore Image Size")) && stage.becomes("OffsetX", "0")
+        && stage.becomes("OffsetY", "0") && stage.becomes("Width", "2448") && stage.becomes("Height", "2048");
 }
 
 bool useUserSets(TourStage &stage)
 {
-    return stage.choose(say("UserSetSelector"), say("UserSet1")) && stage.press(say("UserSetSave"))
-        && opens(stage, CommonPage) && stage.enter(ExposureTime, say("1234")) && stage.becomes("ExposureTime", "1234")
-        && opens(stage, AdvancedPage) && stage.press(say("UserSetLoad")) && stage.becomes("ExposureTime", "10000")
-        && opens(stage, CommonPage)
-        && stage.expect(stage.control<QDoubleSpinBox>(ExposureTime)->value() == 10000,
+    return stage.page().choose(say("UserSetSelector"), say("UserSet1")) && stage.page().press(say("UserSetSave"))
+        && opens(stage, CommonPage) && stage.page().enter(ExposureTime, say("1234"))
+        && stage.becomes("ExposureTime", "1234") && opens(stage, AdvancedPage) && stage.page().press(say("UserSetLoad"))
+        && stage.becomes("ExposureTime", "10000") && opens(stage, CommonPage)
+        && stage.expect(stage.page().control<QDoubleSpinBox>(ExposureTime)->value() == 10000,
                         say("the row does not show the loaded value"));
 }
 

@@ -40,15 +40,15 @@ double setting(TourStage &stage, HostCore::CAM_INFO item)
 
 bool chooseLevel(TourStage &stage, Level level)
 {
-    return stage.expect(TourHand::choose(stage.levelBox(), stage.levelBox()->itemText(level)),
+    return stage.expect(TourHand::choose(stage.tree().levelBox(), stage.tree().levelBox()->itemText(level)),
                         say("the level cannot be chosen"));
 }
 
 /// Edits a feature that has no row, in the tree of all features.
 bool editInTree(TourStage &stage, const char *feature, const char *text)
 {
-    return stage.expect(stage.openTab(AttributeTab), say("the attribute tab does not open")) && chooseLevel(stage, Guru)
-        && stage.edit(say(feature), say(text)) && stage.becomes(feature, text);
+    return stage.expect(stage.panel().openTab(AttributeTab), say("the attribute tab does not open"))
+        && chooseLevel(stage, Guru) && stage.tree().edit(say(feature), say(text)) && stage.becomes(feature, text);
 }
 
 constexpr Deed asPoweredUp[] = {
@@ -80,9 +80,9 @@ bool triggerFrame(TourStage &stage)
 {
     if (!perform<waitForSoftware>(stage))
         return false;
-    const auto *button = stage.control<QPushButton>(say("TriggerSoftware"));
+    const auto *button = stage.page().control<QPushButton>(say("TriggerSoftware"));
     const bool unable = stage.expect(button && !button->isEnabled(), say("a frame of Line2 can be triggered"));
-    if (!unable || !stage.choose(say("TriggerSource"), say("Software")))
+    if (!unable || !stage.page().choose(say("TriggerSource"), say("Software")))
         return false;
     stage.order(Command::StopAcquisition);
     stage.order(Command::StartAcquisition);
@@ -120,7 +120,7 @@ bool scanLines(TourStage &stage)
         int lines;
     } Modes[] = {{"Fast", 400}, {"Full", 800}, {"Normal", 100}};
     for (const auto &mode : Modes) {
-        if (!stage.choose(say("BatchTransmitMode"), say(mode.entry)))
+        if (!stage.page().choose(say("BatchTransmitMode"), say(mode.entry)))
             return false;
         const HeightFrame part =
             TourHeights::next(stage, [&](const HeightFrame &frame) { return frame.lines == mode.lines; });
@@ -173,11 +173,11 @@ constexpr Deed typeRange[] = {
 bool typeHeights(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
-    if (!stage.choose(say("Sampling Rate"), say("1")))
+    if (!stage.page().choose(say("Sampling Rate"), say("1")))
         return false;
     const QImage before = stage.window().image().frame();
     return perform<typeRange>(stage)
-        && stage.expect(stage.control<QDoubleSpinBox>(say("ZUpSizeInfo"))->value() == 5.0,
+        && stage.expect(stage.page().control<QDoubleSpinBox>(say("ZUpSizeInfo"))->value() == 5.0,
                         say("an inverted range stays in the field"))
         && stage.expect(setting(stage, HostCore::CAM_INFO_Z_MAXIMUM) == 5.0, say("the range is inverted"))
         && stage.expect(setting(stage, HostCore::CAM_INFO_Z_MINIMUM) == -6.0, say("the minimum is not taken"))
@@ -188,8 +188,8 @@ bool typeHeights(TourStage &stage)
 bool findHeights(TourStage &stage)
 {
     const auto isFound = [&] { return setting(stage, HostCore::CAM_INFO_Z_MAXIMUM) > AboveParts; };
-    const auto isShown = [&] { return stage.control<QDoubleSpinBox>(say("ZUpSizeInfo"))->value() > AboveParts; };
-    return stage.press(say("Z Range"))
+    const auto isShown = [&] { return stage.page().control<QDoubleSpinBox>(say("ZUpSizeInfo"))->value() > AboveParts; };
+    return stage.page().press(say("Z Range"))
         && stage.expect(stage.reaches(*stage.profiler(), State::Acquiring), say("no acquisition starts"))
         && stage.expect(TourHand::waitUntil(isFound), say("the range does not follow the heights"))
         && stage.expect(TourHand::waitUntil(isShown, 1000), say("the fields do not show the range"));
@@ -219,7 +219,7 @@ void dragOnImage(TourStage &stage, const QPoint &from, const QPoint &to)
 bool drawRange(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
-    if (!stage.press(say("GrabRangeCompression")))
+    if (!stage.page().press(say("GrabRangeCompression")))
         return false;
     TourHand::pause(200);
     if (!stage.expect(stage.window().regionView().isCanvas() && areaOf(stage, 0).height() == 1024,
@@ -239,9 +239,9 @@ bool captureInRange(TourStage &stage)
 
 bool lockRange(TourStage &stage)
 {
-    const auto *button = stage.control<QPushButton>(say("GrabRangeCompression"));
+    const auto *button = stage.page().control<QPushButton>(say("GrabRangeCompression"));
     const bool before = button->isChecked();
-    return stage.press(say("GrabRangeCompression"))
+    return stage.page().press(say("GrabRangeCompression"))
         && stage.expect(button->isChecked() == before, say("the switch says what the device did not do"))
         && stage.expect(stage.isLogged(say("The measure range cannot be switched")), say("nobody tells why"));
 }
@@ -255,7 +255,7 @@ constexpr Deed endRange[] = {
 /// Drags the new region's middle and then its lower right corner.
 bool drawMask(TourStage &stage, int number, const QRect &target)
 {
-    if (!stage.press(QStringLiteral("  Mask%1").arg(number)))
+    if (!stage.page().press(QStringLiteral("  Mask%1").arg(number)))
         return false;
     const QRect fresh = areaOf(stage, number);
     if (!stage.expect(!fresh.isEmpty(), QStringLiteral("mask %1 is not shown").arg(number)))
@@ -276,8 +276,8 @@ bool drawMask(TourStage &stage, int number, const QRect &target)
 bool drawMasks(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
-    if (!perform<endRange>(stage) || !editInTree(stage, "ImageOutputMode", "SensorImage") || !stage.openPage(ImagePage)
-        || !stage.acquires())
+    if (!perform<endRange>(stage) || !editInTree(stage, "ImageOutputMode", "SensorImage")
+        || !stage.page().open(ImagePage) || !stage.acquires())
         return false;
     return stage.expect(stage.window().image().frame().size() == QSize(2048, 1024), say("no sensor image is shown"))
         && drawMask(stage, 1, StrayLight.adjusted(-40, -30, 40, 30)) && drawMask(stage, 2, {1700, 820, 260, 120})
@@ -288,7 +288,7 @@ bool drawMasks(TourStage &stage)
 bool captureBesideMasks(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
-    return editInTree(stage, "ImageOutputMode", "HeightMap") && stage.openPage(ImagePage)
+    return editInTree(stage, "ImageOutputMode", "HeightMap") && stage.page().open(ImagePage)
         && stage.expect(TourHeights::firstRange(stage).highest < AboveParts, say("the stray light is captured"));
 }
 
@@ -309,7 +309,7 @@ bool endMasks(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
     for (const char *mask : {"  Mask1", "  Mask2", "  Mask3"}) {
-        if (!stage.press(say(mask)) || !stage.becomes("ImageMask", "False"))
+        if (!stage.page().press(say(mask)) || !stage.becomes("ImageMask", "False"))
             return false;
     }
     return stage.expect(stage.host().regions().of(stage.profiler()->id()).isEmpty(), say("a region stays"))
@@ -340,9 +340,9 @@ bool adjustBrightness(TourStage &stage)
         || !stage.expect(TourHand::waitUntil([&] { return power() > before + 5; }), say("the laser stays dark"))
         || !perform<setLaser>(stage))
         return false;
-    const auto *field = stage.control<QSpinBox>(say("Lasersetting"));
+    const auto *field = stage.page().control<QSpinBox>(say("Lasersetting"));
     return stage.expect(field && field->value() == power(), say("the row does not show the laser's power"))
-        && stage.enter(say("Lasersetting"), say("60")) && stage.becomes("Lasersetting", "60");
+        && stage.page().enter(say("Lasersetting"), say("60")) && stage.becomes("Lasersetting", "60");
 }
 
 constexpr double Tilt = 3.0; // degrees
@@ -377,14 +377,14 @@ bool tiltProfiler(TourStage &stage)
 
 bool correctMounting(TourStage &stage)
 {
-    if (!stage.press(say("TiltCorrection")))
+    if (!stage.page().press(say("TiltCorrection")))
         return false;
-    const auto *angle = stage.control<QDoubleSpinBox>(say("TiltCorrection"));
+    const auto *angle = stage.page().control<QDoubleSpinBox>(say("TiltCorrection"));
     const double sine = stage.value(say("SinData")).toDouble();
     if (!stage.expect(std::abs(angle->value() - Tilt) < 0.05, QStringLiteral("the tilt is %1").arg(angle->value()))
         || !stage.expect(std::abs(sine - std::sin(qDegreesToRadians(Tilt))) < 0.001, say("the device is not told"))
         || !stage.expect(std::abs(newLine(stage).slope) < 0.001, say("the profiles are still tilted"))
-        || !stage.press(say("HighCorrection")))
+        || !stage.page().press(say("HighCorrection")))
         return false;
     const double reference = stage.value(say("ZReferenceHeight")).toDouble();
     return stage.expect(std::abs(newLine(stage).meanHeight - reference) < 0.02, say("the belt has another height"));
@@ -413,10 +413,11 @@ constexpr Deed endOfOthers[] = {
 bool useUserSet(TourStage &stage)
 {
     return perform<useSet>(stage)
-        && stage.expect(!stage.control<QPushButton>(say("  Mask1"))->isChecked(), say("the mask's switch stays on"))
+        && stage.expect(!stage.page().control<QPushButton>(say("  Mask1"))->isChecked(),
+                        say("the mask's switch stays on"))
         && stage.expect(stage.host().regions().of(stage.profiler()->id()).isEmpty(), say("the mask's region stays"))
-        && stage.openPage(ContourPage)
-        && stage.expect(stage.control<QSpinBox>(say("Threshold"))->value() == 40,
+        && stage.page().open(ContourPage)
+        && stage.expect(stage.page().control<QSpinBox>(say("Threshold"))->value() == 40,
                         say("the row does not show the loaded value"))
         && perform<endOfOthers>(stage);
 }
@@ -425,8 +426,8 @@ bool useUserSet(TourStage &stage)
 QStringList pageTexts(TourStage &stage)
 {
     QStringList texts;
-    const auto *pages = stage.panel()->findChild<QTabWidget *>(say("tabWidget"));
-    const QWidget *row = stage.openPage(OthersPage) ? stage.row(say("TiltCorrection")) : nullptr;
+    const auto *pages = stage.panel().widget()->findChild<QTabWidget *>(say("tabWidget"));
+    const QWidget *row = stage.page().open(OthersPage) ? stage.page().row(say("TiltCorrection")) : nullptr;
     if (!row)
         return texts;
     for (int page = 0; page < pages->count(); ++page)
@@ -450,8 +451,8 @@ bool changePageLanguage(TourStage &stage)
 bool leaveProfiler(TourStage &stage)
 {
     stage.changeLanguage();
-    return stage.resizePanel(500) && stage.openTab(AttributeTab) && chooseLevel(stage, Beginner)
-        && stage.openPage(TriggerPage) && stage.leave(*stage.profiler());
+    return stage.resizePanel(500) && stage.panel().openTab(AttributeTab) && chooseLevel(stage, Beginner)
+        && stage.page().open(TriggerPage) && stage.leave(*stage.profiler());
 }
 
 } // namespace

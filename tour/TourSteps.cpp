@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QTabWidget>
@@ -36,70 +37,71 @@ constexpr int Guru = 2;
 
 bool showStart(TourStage &stage)
 {
-    return stage.expect(stage.panel(), say("no default panel is shown"))
-        && stage.expect(stage.shownRows() == 0, say("the default panel has features"))
+    return stage.expect(stage.panel().widget(), say("no default panel is shown"))
+        && stage.expect(stage.tree().shownRows() == 0, say("the default panel has features"))
         && stage.expect(stage.simulated(false) && stage.simulated(true), say("a simulated device is missing"));
 }
 
 bool openCamera(TourStage &stage)
 {
     return stage.open(*stage.simulated(false))
-        && stage.expect(stage.tree() && stage.tree()->model(), say("the panel has no features"));
+        && stage.expect(stage.tree().view() && stage.tree().view()->model(), say("the panel has no features"));
 }
 
 bool openAttributeTab(TourStage &stage)
 {
-    return stage.expect(stage.openTab(AttributeTab), say("the attribute tab does not open"))
-        && stage.expect(stage.tree()->isExpanded(stage.tree()->model()->index(0, 0)), say("the root is not open"))
-        && stage.expect(stage.isShown(say("ImageFormatControl")), say("a category is missing"));
+    return stage.expect(stage.panel().openTab(AttributeTab), say("the attribute tab does not open"))
+        && stage.expect(stage.tree().view()->isExpanded(stage.tree().view()->model()->index(0, 0)),
+                        say("the root is not open"))
+        && stage.expect(stage.tree().isShown(say("ImageFormatControl")), say("a category is missing"));
 }
 
 bool expandTree(TourStage &stage)
 {
-    const int folded = stage.shownRows();
-    const QString offer = stage.foldButton()->text();
-    TourHand::click(stage.foldButton());
-    return stage.expect(stage.shownRows() > folded, say("nothing unfolds"))
-        && stage.expect(stage.foldButton()->text() != offer, say("the button does not offer to fold"));
+    const int folded = stage.tree().shownRows();
+    const QString offer = stage.tree().foldButton()->text();
+    TourHand::click(stage.tree().foldButton());
+    return stage.expect(stage.tree().shownRows() > folded, say("nothing unfolds"))
+        && stage.expect(stage.tree().foldButton()->text() != offer, say("the button does not offer to fold"));
 }
 
 bool selectFeature(TourStage &stage)
 {
-    TourHand::clickCell(stage.tree(), stage.feature(say("ExposureTime")));
-    const QString text = stage.description()->toPlainText();
+    TourHand::clickCell(stage.tree().view(), stage.tree().feature(say("ExposureTime")));
+    const QString text = stage.panel().description()->toPlainText();
     return stage.expect(text.startsWith(say("ExposureTime")) && text.contains(say("Max:")),
                         say("the description pane does not describe the feature"));
 }
 
 bool searchFeature(TourStage &stage)
 {
-    TourHand::click(stage.searchField());
-    TourHand::type(stage.searchField(), say("gain"));
-    const bool filtered = stage.isShown(say("Gain")) && !stage.isShown(say("ExposureTime"));
+    TourHand::click(stage.tree().searchField());
+    TourHand::type(stage.tree().searchField(), say("gain"));
+    const bool filtered = stage.tree().isShown(say("Gain")) && !stage.tree().isShown(say("ExposureTime"));
     return stage.expect(filtered, say("the search does not filter"));
 }
 
 bool raiseLevel(TourStage &stage)
 {
-    TourHand::retype(stage.searchField(), QString());
-    const int beginner = stage.shownRows();
-    const bool chosen = TourHand::choose(stage.levelBox(), stage.levelBox()->itemText(2));
-    return stage.expect(chosen && stage.shownRows() > beginner, say("the level Guru does not show more"))
+    TourHand::retype(stage.tree().searchField(), QString());
+    const int beginner = stage.tree().shownRows();
+    const bool chosen = TourHand::choose(stage.tree().levelBox(), stage.tree().levelBox()->itemText(2));
+    return stage.expect(chosen && stage.tree().shownRows() > beginner, say("the level Guru does not show more"))
         && stage.expect(stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2"),
                         say("the level is not stored"));
 }
 
-/// What a switch shows comes at once, wherever it is.
+/// Features that a switch makes available appear at once, however far they are from the switch.
 bool switchFeatures(TourStage &stage)
 {
-    const bool before = stage.isShown(say("ChunkEnable"));
-    return stage.edit(say("ChunkModeActive"), say("True"))
-        && stage.expect(!before && stage.isShown(say("ChunkEnable")), say("the switched feature is not shown"));
+    const bool before = stage.tree().isShown(say("ChunkEnable"));
+    return stage.tree().edit(say("ChunkModeActive"), say("True"))
+        && stage.expect(!before && stage.tree().isShown(say("ChunkEnable")), say("the switched feature is not shown"));
 }
 
 bool discardAddress(TourStage &stage)
 {
-    return stage.edit(say("GevPersistentIPAddress"), say("192168000007"))
+    return stage.tree().edit(say("GevPersistentIPAddress"), say("192168000007"))
         && stage.expect(stage.isLogged(say("GevPersistentIPAddress: addresses are not written")),
                         say("nobody tells that the address is not written"));
 }
@@ -114,7 +116,7 @@ struct Edit
 bool takesValue(TourStage &stage, const Edit &edit)
 {
     const QString feature = say(edit.feature);
-    if (!stage.edit(feature, say(edit.typed)))
+    if (!stage.tree().edit(feature, say(edit.typed)))
         return false;
     const QString value = stage.value(feature);
     return stage.expect(value == say(edit.expected), QStringLiteral("%1 is %2").arg(feature, value));
@@ -124,7 +126,7 @@ bool takesValue(TourStage &stage, const Edit &edit)
 bool editsAgain(TourStage &stage, const Edit &edit)
 {
     return takesValue(stage, edit)
-        && stage.expect(stage.showEditor(say(edit.feature)), say("the editor does not open again"));
+        && stage.expect(stage.tree().showEditor(say(edit.feature)), say("the editor does not open again"));
 }
 
 bool editInteger(TourStage &stage)
@@ -135,9 +137,9 @@ bool editInteger(TourStage &stage)
 bool editFloat(TourStage &stage)
 {
     const QString feature = say("ExposureTime");
-    return stage.edit(feature, say("2500"))
+    return stage.tree().edit(feature, say("2500"))
         && stage.expect(stage.value(feature).toDouble() == 2500.0, say("ExposureTime is not 2500"))
-        && stage.expect(stage.showEditor(feature), say("the editor does not open again"));
+        && stage.expect(stage.tree().showEditor(feature), say("the editor does not open again"));
 }
 
 bool editEnumeration(TourStage &stage)
@@ -159,7 +161,7 @@ bool editText(TourStage &stage)
 bool runCommand(TourStage &stage)
 {
     const QString before = stage.value(say("TimestampLatchValue"));
-    auto *button = qobject_cast<QPushButton *>(stage.openEditor(say("TimestampLatch")));
+    auto *button = qobject_cast<QPushButton *>(stage.tree().openEditor(say("TimestampLatch")));
     if (!stage.expect(button, say("the command has no button")))
         return false;
     TourHand::click(button);
@@ -175,16 +177,27 @@ bool refuseWrite(TourStage &stage)
         && stage.expect(!stage.isLogged(say("Failed to set data")), say("the refused write is logged twice"));
 }
 
+/// Opens the View menu and its submenu of switches, for the picture.
+bool openDeveloperMenu(TourStage &stage)
+{
+    QMenuBar *bar = stage.window().menuBar();
+    QAction *entry = bar->actions().at(1);
+    TourHand::click(bar, bar->actionGeometry(entry).center());
+    QMenu *menu = entry->menu();
+    const QMenu *switches = menu->actions().last()->menu();
+    TourHand::click(menu, menu->actionGeometry(menu->actions().last()).center());
+    return stage.expect(switches && TourHand::waitUntil([&] { return switches->isVisible(); }),
+                        say("the switches for developers are not shown"));
+}
+
 bool hideTab(TourStage &stage)
 {
     stage.order(Command::ShowCommonTab);
-    const int hidden = stage.tabs()->count();
+    const int hidden = stage.panel().tabs()->count();
     stage.order(Command::ShowCommonTab);
-    QMenuBar *bar = stage.window().menuBar();
-    TourHand::click(bar, bar->actionGeometry(bar->actions().at(1)).center());
     return stage.expect(hidden == 1, say("the common tab is not hidden"))
-        && stage.expect(stage.tabs()->count() == 2, say("the common tab does not come back"))
-        && stage.openTab(AttributeTab);
+        && stage.expect(stage.panel().tabs()->count() == 2, say("the common tab does not come back"))
+        && stage.panel().openTab(AttributeTab) && openDeveloperMenu(stage);
 }
 
 bool startAcquisition(TourStage &stage)
@@ -195,7 +208,7 @@ bool startAcquisition(TourStage &stage)
     return stage.expect(stage.reaches(camera, State::Acquiring), say("the camera does not acquire"))
         && stage.expect(frames, say("no frames arrive"))
         && stage.expect(stage.window().frameStatus().text().contains(say("640")), say("the status has no image size"))
-        && stage.expect(!stage.openEditor(say("Width")), say("a locked feature can be edited"));
+        && stage.expect(!stage.tree().openEditor(say("Width")), say("a locked feature can be edited"));
 }
 
 bool zoomImage(TourStage &stage)
@@ -208,27 +221,28 @@ bool zoomImage(TourStage &stage)
 
 bool changeFocus(TourStage &stage)
 {
-    return stage.open(*stage.simulated(true)) && stage.expect(stage.shownRows() > 1, say("the card has no features"));
+    return stage.open(*stage.simulated(true))
+        && stage.expect(stage.tree().shownRows() > 1, say("the card has no features"));
 }
 
 bool changeLanguage(TourStage &stage)
 {
     stage.pointAt(*stage.simulated(false), false);
-    const QString button = stage.foldButton()->text();
+    const QString button = stage.tree().foldButton()->text();
     const QString title = stage.window().windowTitle();
     stage.changeLanguage();
-    return stage.expect(stage.foldButton()->text() != button, say("the panel does not change its language"))
+    return stage.expect(stage.tree().foldButton()->text() != button, say("the panel does not change its language"))
         && stage.expect(stage.window().windowTitle() != title, say("the window does not change its language"))
-        && stage.expect(stage.levelBox()->currentIndex() == Guru, say("the level is forgotten"));
+        && stage.expect(stage.tree().levelBox()->currentIndex() == Guru, say("the level is forgotten"));
 }
 
 bool searchInOtherLanguage(TourStage &stage)
 {
-    TourHand::click(stage.searchField());
-    TourHand::type(stage.searchField(), say("chunk"));
-    const bool isKept = stage.levelBox()->currentIndex() == Guru
+    TourHand::click(stage.tree().searchField());
+    TourHand::type(stage.tree().searchField(), say("chunk"));
+    const bool isKept = stage.tree().levelBox()->currentIndex() == Guru
         && stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2");
-    TourHand::retype(stage.searchField(), QString());
+    TourHand::retype(stage.tree().searchField(), QString());
     return stage.expect(isKept, say("a search changes the level"));
 }
 
@@ -238,7 +252,7 @@ bool closeCamera(TourStage &stage)
     stage.order(Command::StopAcquisition);
     stage.order(Command::CloseDevice);
     return stage.expect(stage.reaches(camera, State::Closed), say("the camera does not close"))
-        && stage.expect(TourHand::waitUntil([&] { return stage.panel() && stage.shownRows() == 0; }),
+        && stage.expect(TourHand::waitUntil([&] { return stage.panel().widget() && stage.tree().shownRows() == 0; }),
                         say("the default panel is not shown"))
         && stage.expect(stage.window().image().frame().isNull(), say("the image stays"));
 }
@@ -249,9 +263,9 @@ bool openDescription(TourStage &stage)
     const QString file = directory.filePath(say("camera.xml"));
     return stage.expect(QFile::copy(say(":/simulation/area_scan.xml"), file), say("there is no description to open"))
         && stage.expect(stage.window().openDescription(file), say("the description does not open"))
-        && stage.expect(TourHand::waitUntil([&] { return stage.tree() && stage.tree()->model(); }),
+        && stage.expect(TourHand::waitUntil([&] { return stage.tree().view() && stage.tree().view()->model(); }),
                         say("the description gets no panel"))
-        && stage.expect(stage.openTab(AttributeTab) && stage.isShown(say("DeviceControl")),
+        && stage.expect(stage.panel().openTab(AttributeTab) && stage.tree().isShown(say("DeviceControl")),
                         say("the features are not shown"));
 }
 

@@ -29,11 +29,11 @@ struct Output
     const char *name; ///< in both lists
 };
 constexpr Output LeftPlain{"Left2DImage", "2D Left"}, RightPlain{"Right2DImage", "2D Right"};
-constexpr Output leftStreak{"Left2DSrcImage", "Left Streak"}, rightStreak{"Right2DSrcImage", "Right Streak"};
-constexpr Output leftShot{"Left2.5DFront", "2.5D Left Shot"}, rightShot{"Right2.5DFront", "2.5D Right Shot"};
-constexpr Output leftReflex{"Left2.5DBack", "2.5D Left Reflex"}, rightReflex{"Right2.5DBack", "2.5D Right Reflex"};
-constexpr Output Outputs[] = {LeftPlain, RightPlain, leftStreak, rightStreak,
-                              leftShot,  rightShot,  leftReflex, rightReflex}; // in the order of the list
+constexpr Output LeftStreak{"Left2DSrcImage", "Left Streak"}, RightStreak{"Right2DSrcImage", "Right Streak"};
+constexpr Output LeftShot{"Left2.5DFront", "2.5D Left Shot"}, RightShot{"Right2.5DFront", "2.5D Right Shot"};
+constexpr Output LeftReflex{"Left2.5DBack", "2.5D Left Reflex"}, RightReflex{"Right2.5DBack", "2.5D Right Reflex"};
+constexpr Output Outputs[] = {LeftPlain, RightPlain, LeftStreak, RightStreak,
+                              LeftShot,  RightShot,  LeftReflex, RightReflex}; // in the order of the list
 
 Device &camera(TourStage &stage)
 {
@@ -58,13 +58,13 @@ bool showsDepthMap(TourStage &stage)
 
 bool openCamera(TourStage &stage)
 {
-    return stage.open(camera(stage)) && stage.openPage(ShootPage) && stage.acquires() && showsDepthMap(stage);
+    return stage.open(camera(stage)) && stage.page().open(ShootPage) && stage.acquires() && showsDepthMap(stage);
 }
 
 /// The list of outputs, open.
 QAbstractItemView *openOutputs(TourStage &stage)
 {
-    auto *box = stage.control<QComboBox>(OutputList);
+    auto *box = stage.page().control<QComboBox>(OutputList);
     if (!stage.expect(box, say("there is no list of outputs")))
         return nullptr;
     if (!box->view()->isVisible())
@@ -85,7 +85,7 @@ bool toggle(TourStage &stage, const Output &output, bool sent)
 
 bool tickByMouse(TourStage &stage)
 {
-    return toggle(stage, RightPlain, true) && toggle(stage, leftShot, true) && toggle(stage, LeftPlain, false);
+    return toggle(stage, RightPlain, true) && toggle(stage, LeftShot, true) && toggle(stage, LeftPlain, false);
 }
 
 /// With the last shot, only the choice changes the picture.
@@ -102,7 +102,7 @@ bool stopWithAllOutputs(TourStage &stage)
 /// Walks down the list and toggles the entries that are not ticked.
 bool tickByKeyboard(TourStage &stage)
 {
-    auto *const box = stage.control<QComboBox>(OutputList);
+    auto *const box = stage.page().control<QComboBox>(OutputList);
     box->setFocus(Qt::TabFocusReason);
     TourHand::key(box, Qt::Key_Space);
     TourHand::key(box->view(), Qt::Key_Home);
@@ -123,8 +123,8 @@ template <const Output &left, const Output &right>
 bool showBoth(TourStage &stage)
 {
     QImage before = picture(stage);
-    for (const Output *output : {&RightPlain, &LeftPlain}) {
-        if (!stage.choose(ShowList, say(output->name)))
+    for (const Output *output : {&right, &left}) {
+        if (!stage.page().choose(ShowList, say(output->name)))
             return false;
         const auto shows = [&] { return picture(stage).isGrayscale() && picture(stage) != before; };
         if (!stage.expect(TourHand::waitUntil(shows), say("the picture does not change")))
@@ -136,8 +136,8 @@ bool showBoth(TourStage &stage)
 
 bool dropShownOutput(TourStage &stage)
 {
-    return toggle(stage, leftReflex, false)
-        && stage.expect(stage.control<QComboBox>(ShowList)->currentText() == say("-"),
+    return toggle(stage, LeftReflex, false)
+        && stage.expect(stage.page().control<QComboBox>(ShowList)->currentText() == say("-"),
                         say("the output that is not sent is still chosen"))
         && showsDepthMap(stage) && stage.acquires();
 }
@@ -166,7 +166,7 @@ bool becomesMissing(TourStage &stage, double least, double most)
 bool cutHeights(TourStage &stage)
 {
     const double before = missing(picture(stage));
-    return stage.openPage(ImagePage) && stage.enter(LowTruncation, say("5"))
+    return stage.page().open(ImagePage) && stage.page().enter(LowTruncation, say("5"))
         && becomesMissing(stage, before + 0.3, 1.0);
 }
 
@@ -183,27 +183,27 @@ double meanGray(const QImage &image)
 /// The heights come back; the lamps then darken the 2D image, not the fringes of the projector.
 bool dimLight(TourStage &stage)
 {
-    if (!stage.enter(LowTruncation, say("-20")) || !becomesMissing(stage, 0.0, 0.3) || !stage.openPage(ShootPage)
-        || !stage.choose(ShowList, say(LeftPlain.name)))
+    if (!stage.page().enter(LowTruncation, say("-20")) || !becomesMissing(stage, 0.0, 0.3)
+        || !stage.page().open(ShootPage) || !stage.page().choose(ShowList, say(LeftPlain.name)))
         return false;
     const double before = meanGray(picture(stage));
     const auto isDark = [&] { return meanGray(picture(stage)) < before / 2; };
-    return stage.openPage(ImagePage) && stage.enter(Lamp, say("15"))
+    return stage.page().open(ImagePage) && stage.page().enter(Lamp, say("15"))
         && stage.expect(TourHand::waitUntil(isDark), say("the image does not get darker"));
 }
 
 /// The outputs are part of the set.
 bool useUserSets(TourStage &stage)
 {
-    if (!stage.enter(Lamp, say("60")))
+    if (!stage.page().enter(Lamp, say("60")))
         return false;
     stage.order(Command::StopAcquisition);
     const QString selector = say("UserSetSelector");
-    return stage.openPage(AdvancedPage) && stage.choose(selector, say("UserSet1")) && stage.press(say("UserSetSave"))
-        && stage.openPage(ShootPage) && toggle(stage, LeftPlain, false) && toggle(stage, leftReflex, true)
-        && stage.openPage(AdvancedPage) && stage.press(say("UserSetLoad")) && isSent(stage, LeftPlain, true)
-        && isSent(stage, leftReflex, false) && stage.openPage(ShootPage)
-        && stage.expect(stage.control<QComboBox>(ShowList)->findText(say(LeftPlain.name)) > 0,
+    return stage.page().open(AdvancedPage) && stage.page().choose(selector, say("UserSet1"))
+        && stage.page().press(say("UserSetSave")) && stage.page().open(ShootPage) && toggle(stage, LeftPlain, false)
+        && toggle(stage, LeftReflex, true) && stage.page().open(AdvancedPage) && stage.page().press(say("UserSetLoad"))
+        && isSent(stage, LeftPlain, true) && isSent(stage, LeftReflex, false) && stage.page().open(ShootPage)
+        && stage.expect(stage.page().control<QComboBox>(ShowList)->findText(say(LeftPlain.name)) > 0,
                         say("the loaded output is not offered"));
 }
 
@@ -221,9 +221,9 @@ const std::vector<TourStep> &tourStructuredLightSteps()
         {"depth-outputs-by-mouse", tickByMouse},
         {"depth-outputs-by-keyboard", tickByKeyboard},
         {"depth-2d", showBoth<LeftPlain, RightPlain>},
-        {"depth-streaks", showBoth<leftStreak, rightStreak>},
-        {"depth-2.5d-shot", showBoth<leftShot, rightShot>},
-        {"depth-2.5d-reflex", showBoth<leftReflex, rightReflex>},
+        {"depth-streaks", showBoth<LeftStreak, RightStreak>},
+        {"depth-2.5d-shot", showBoth<LeftShot, RightShot>},
+        {"depth-2.5d-reflex", showBoth<LeftReflex, RightReflex>},
         {"depth-shown-output-dropped", dropShownOutput},
         {"depth-heights-cut", cutHeights},
         {"depth-light", dimLight},

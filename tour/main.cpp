@@ -6,6 +6,7 @@
 #include "Host/HostContext.h"
 #include "Simulation/SimulatedDevices.h"
 #include "Viewer/MessageLog.h"
+#include "Viewer/ViewerCommands.h"
 #include "Viewer/ViewerStyle.h"
 #include "Viewer/ViewerWindow.h"
 #include "tour/Tour.h"
@@ -45,6 +46,7 @@ int main(int argc, char **argv)
     applyViewerStyle(application);
     context.setLanguage(parser.value(language));
     ViewerWindow window(context);
+    window.commands().showDeveloperMenu();
     window.show();
     return Tour(window, directory).run();
 }

@@ -24,6 +24,13 @@ public:
     }
 
     SimulatedDevice *operator->() const { return m_device.get(); }
+    /// Starts the acquisition, which must work.
+    void start() const
+    {
+        QString error;
+        if (!m_device->startAcquisition(&error))
+            qFatal("%s", qPrintable(error));
+    }
     GenApi::INodeMap &nodes() const { return *m_device->nodeMap(); }
     GenApi::INode *node(const char *name) const { return nodes().GetNode(name); }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <cmath>
 #include <limits>
-#include <map>
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -58,9 +57,7 @@ struct Frames
             if (part.complete)
                 complete.push_back(part);
         });
-        QString error;
-        if (!device->startAcquisition(&error))
-            qFatal("%s", qPrintable(error));
+        device.start();
     }
 
     QObject context;
@@ -70,245 +67,223 @@ struct Frames
 
 } // namespace
 
-using S = const Shape &;
-using Expectation = bool (*)(S before, S after);
-Q_DECLARE_METATYPE(Expectation)
-
 class tst_SimulatedProfiler : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void triggersShareModeAndSource();
-    void measureRangeStaysOnTheSensor();
-    void linesFollowTimeOrEncoder();
-    void featuresChangeTheProfile_data();
-    void featuresChangeTheProfile();
-    void correctionsUndoTheMounting();
-    void filters();
-    void framesComeInBatches();
-    void framesWaitForTheirTrigger();
-    void framesStartWithThePart();
-    void sendsTheSensorImage();
-    void locksAndRefuses();
-    void laserAdjustsItself();
-};
-
-void tst_SimulatedProfiler::triggersShareModeAndSource()
-{
-    const OpenDevice device(Profiler);
-    const GenApi::CEnumerationPtr selector = device.enumeration("TriggerSelector");
-    selector->SetIntValue(1);
-    device.setAll("TriggerMode=On TriggerSource=Software");
-    selector->SetIntValue(2);
-    QCOMPARE(device.text("TriggerMode"), QStringLiteral("Off"));
-    device.enumeration("TriggerSource")->SetIntValue(4);
-    QCOMPARE(device.text("TriggerSource"), QStringLiteral("ShaftEncoderModuleOut"));
-    QVERIFY(!device.refusal("TriggerSource", "Timer").isEmpty()); // for frames only
-    selector->SetIntValue(1);
-    QCOMPARE(device.text("TriggerMode"), QStringLiteral("On"));
-    QCOMPARE(device.text("TriggerSource"), QStringLiteral("Software"));
-}
-
-void tst_SimulatedProfiler::measureRangeStaysOnTheSensor()
-{
-    const OpenDevice device(Profiler);
-    device.setAll("Height=300 OffsetY=600");
-    QVERIFY(!device.refusal("OffsetY", "725").isEmpty());
-    QVERIFY(!device.refusal("Height", "425").isEmpty());
-    device.set("Height", "424");
-    QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(600));
-    device.set("CenterImageY", "On");
-    QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(300));
-    QCOMPARE(device.access("OffsetY"), GenApi::RO);
-    QCOMPARE(device.integer("Height")->GetMax(), int64_t(1024));
-    device.set("Height", "524");
-    QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(250));
-    device.setAll("CenterImageY=Off OffsetY=0");
-    QCOMPARE(device.integer("Height")->GetMax(), device.integer("HeightMax")->GetValue());
-}
-
-void tst_SimulatedProfiler::linesFollowTimeOrEncoder()
-{
-    const QByteArray encoder = "TriggerSelector=LineStart TriggerMode=On "; // 4000 cycles a second
-    const std::map<QByteArray, double> rates{{"AcquisitionLineRate=250", 250.0},
-                                             {"ExposureTime=1816.4", 500.0}, // as high as possible
-                                             {"AcquisitionLineRateEnable=Off Height=800", 4000.0},
-                                             {encoder + "EncoderDivider=10", 400.0},
-                                             {encoder + "EncoderMode=OneCycleFourPulse EncoderDivider=16", 1000.0},
-                                             {encoder + "EncoderOutputMode=DirectionDown", 0.0},
-                                             {encoder + "EncoderOutputMode=PositionDown TestPartSpeed=-20", 500.0},
-                                             {encoder + "TriggerSource=Line1", 0.0},
-                                             {encoder + "EncoderOutputMode=Motion TestPartSpeed=-20", 500.0}};
-    for (const auto &[settings, rate] : rates) {
+    void triggersShareModeAndSource()
+    {
         const OpenDevice device(Profiler);
-        device.setAll(settings);
-        const double found = device->inside().inspect(&ProfilerRates::lineRate);
-        QVERIFY2(std::abs(found - rate) < 0.5, (settings + " makes " + QByteArray::number(found)).constData());
+        const GenApi::CEnumerationPtr selector = device.enumeration("TriggerSelector");
+        selector->SetIntValue(1);
+        device.setAll("TriggerMode=On TriggerSource=Software");
+        selector->SetIntValue(2);
+        QCOMPARE(device.text("TriggerMode"), QStringLiteral("Off"));
+        device.enumeration("TriggerSource")->SetIntValue(4);
+        QCOMPARE(device.text("TriggerSource"), QStringLiteral("ShaftEncoderModuleOut"));
+        QVERIFY(!device.refusal("TriggerSource", "Timer").isEmpty()); // for frames only
+        selector->SetIntValue(1);
+        QCOMPARE(device.text("TriggerMode"), QStringLiteral("On"));
+        QCOMPARE(device.text("TriggerSource"), QStringLiteral("Software"));
     }
-}
 
-void tst_SimulatedProfiler::featuresChangeTheProfile_data()
-{
-    QTest::addColumn<double>("y");
-    QTest::addColumn<Expectation>("expected");
-    const auto row = [](double y, const char *settings, Expectation check) { QTest::newRow(settings) << y << check; };
-    const auto clean = [](S before, S after) { return before.stray > 200 && !after.stray && after.points == 2048; };
-    const auto onlyStray = [](S, S after) { return after.stray == after.points && after.points > 200; };
-    const auto fewer = [](S before, S after) { return after.points < before.points - 50; };
-    const auto more = [](S before, S after) { return after.points > before.points + 15; };
-    row(Belt,
-        "ImageMaskerSelector=ImageMasker2 ImageMask=1 ImageMaskOffsetX=1370 ImageMaskWidth=260 ImageMaskHeight=120",
-        clean);
-    row(Belt, "ExtractionMode=Far", clean);
-    row(Part, "ExtractionMode=Near", [](S before, S after) { return after.stray > before.stray + 20; });
-    row(Part, "ExtractionMode=Far Threshold=20", more);
-    row(Part, "ExtractionMode=Far SensingMode=HDRLevel3", more);
-    row(Belt, "ExposureTime=45", fewer);
-    row(Belt, "Lasersetting=25", fewer);
-    row(Part, "LaserWidthUpper=8", fewer);
-    row(Belt, "LaserWidthLower=6", fewer);
-    row(Belt, "Height=400", onlyStray);
-    row(Belt, "LaserSwitch=0", onlyStray);
-    row(Belt, "ZCoorOffset=1.5", [](S before, S after) { return std::abs(after.mean - before.mean - 1.5) < 0.05; });
-    row(Belt, "ExtractionMode=Far ReverseX=1", [](S, S after) { return std::abs(after.slope + 0.02095) < 2e-4; });
-    row(Belt, "ExtractionMode=Far XCoorOffset=-4", [](S, S after) { return after.points == 2048 - 200; });
-}
-
-void tst_SimulatedProfiler::featuresChangeTheProfile()
-{
-    QFETCH(double, y);
-    QFETCH(Expectation, expected);
-    const OpenDevice device(Profiler);
-    const Shape before = shapeOf(device, y);
-    device.setAll(QTest::currentDataTag());
-    QVERIFY(expected(before, shapeOf(device, y)));
-}
-
-void tst_SimulatedProfiler::correctionsUndoTheMounting()
-{
-    const OpenDevice device(Profiler);
-    device.setAll("TestStrayLight=0 TestMountingTilt=-2.5 TestMountingScale=0.9");
-    const double tilt = std::atan(shapeOf(device, Belt).slope);
-    QVERIFY(std::abs(tilt * 180.0 / M_PI + 2.5) < 0.02);
-    device.number("SinData")->SetValue(std::sin(tilt));
-    device.number("CosData")->SetValue(std::cos(tilt));
-    device.number("ZCoorScale")->SetValue(device.number("ZReferenceHeight")->GetValue() / shapeOf(device, Belt).mean);
-    const Shape levelled = shapeOf(device, Belt);
-    QVERIFY(std::abs(levelled.slope) < 3e-4);
-    QVERIFY(std::abs(levelled.mean - ProfilerScene::BeltHeight) < 0.005);
-}
-
-void tst_SimulatedProfiler::filters()
-{
-    Heights gaps{Nothing, 1, Nothing, Nothing, 4, Nothing, 9};
-    ProfilerFilters::fillGaps(gaps, 1);
-    QVERIFY(std::isnan(gaps[0]) && std::isnan(gaps[2]) && gaps[5] == 6.5f);
-    ProfilerFilters::fillGaps(gaps, 2);
-    QVERIFY(gaps[2] == 2.0f && gaps[3] == 3.0f);
-    Heights steps{1, 1, 9, 1, 3, Nothing, 3};
-    ProfilerFilters::median(steps, 3);
-    QVERIFY(steps[2] == 1.0f && steps[3] == 3.0f && std::isnan(steps[5]));
-    ProfilerFilters::average(steps, 3);
-    QVERIFY(steps[2] == float(5.0 / 3.0) && steps[6] == 3.0f);
-    ProfilerFilters::OverTime middle(ProfilerFilters::OverTime::Kind::Median);
-    for (const auto &[now, filtered] : {std::pair{7.0f, 7.0f}, {1.0f, 7.0f}, {2.0f, 2.0f}, {50.0f, 2.0f}}) {
-        Heights line{now};
-        middle.apply(line, 3);
-        QCOMPARE(line[0], filtered);
+    void measureRangeStaysOnTheSensor()
+    {
+        const OpenDevice device(Profiler);
+        device.setAll("Height=300 OffsetY=600");
+        QVERIFY(!device.refusal("OffsetY", "725").isEmpty());
+        QVERIFY(!device.refusal("Height", "425").isEmpty());
+        device.set("Height", "424");
+        QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(600));
+        device.set("CenterImageY", "On");
+        QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(300));
+        QCOMPARE(device.access("OffsetY"), GenApi::RO);
+        QCOMPARE(device.integer("Height")->GetMax(), int64_t(1024));
+        device.set("Height", "524");
+        QCOMPARE(device.integer("OffsetY")->GetValue(), int64_t(250));
+        device.setAll("CenterImageY=Off OffsetY=0");
+        QCOMPARE(device.integer("Height")->GetMax(), device.integer("HeightMax")->GetValue());
     }
-}
 
-void tst_SimulatedProfiler::framesComeInBatches()
-{
-    const OpenDevice device(Profiler);
-    device.setAll("AcquisitionLineCount=50 BatchNumber=20 AcquisitionLineRate=100 AcquisitionMode=SingleFrame");
-    const Frames frames(device);
-    QTRY_VERIFY(!frames.complete.empty());
-    QCOMPARE(frames.lines, (QList<int>{20, 40, 50}));
-    QCOMPARE(frames.complete[0].heights.size(), size_t(2048 * 50));
-    QVERIFY(frames.complete[0].intensity.isNull());
-    QVERIFY(Shape(frames.complete[0].lastProfile()).points > 1000);
-    QTRY_VERIFY(!device->isAcquiring());
-    device.setAll("ContinuousMode=ShortFrame DepthDataType=Uint32_t");
-    const Frames shortFrames(device);
-    QTRY_VERIFY(!shortFrames.complete.empty());
-    QCOMPARE(shortFrames.complete[0].heights.size(), size_t(2048 * 20));
-    QCOMPARE(shortFrames.complete[0].intensity.size(), QSize(2048, 20));
-    QVERIFY(shortFrames.complete[0].intensity.constScanLine(19)[1024] > 30);
-}
-
-void tst_SimulatedProfiler::framesWaitForTheirTrigger()
-{
-    const OpenDevice device(Profiler);
-    device.setAll("TriggerMode=On TriggerSource=Software AcquisitionLineCount=4000 EndFrameMode=NextTrigger");
-    const Frames frames(device);
-    QTest::qWait(300);
-    QVERIFY(frames.lines.isEmpty());
-    device.command("TriggerSoftware")->Execute();
-    QTRY_VERIFY(!frames.lines.isEmpty());
-    device.command("TriggerSoftware")->Execute();
-    QTRY_COMPARE(frames.complete.size(), size_t(1));
-    QVERIFY(frames.complete[0].height < 4000);
-}
-
-void tst_SimulatedProfiler::framesStartWithThePart()
-{
-    const OpenDevice device(Profiler); // 0.09 mm from line to line, 3 mm from the light barrier to the part
-    device.setAll("TestStrayLight=0 TestPartSpeed=90 AcquisitionLineCount=200 TriggerMode=On TriggerSource=Line1");
-    const Frames frames(device);
-    QTRY_VERIFY(frames.complete.size() >= 2);
-    for (const HeightFrame &frame : frames.complete) {
-        int line = 0;
-        while (line < frame.height && !(frame.profile(line)[1024] > -2.0f))
-            ++line;
-        QVERIFY2(std::abs(line * 0.09 - 3.0) < 0.15, qPrintable(QString::number(line)));
+    void linesFollowTimeOrEncoder()
+    {
+        const QByteArray encoder = "TriggerSelector=LineStart TriggerMode=On "; // 4000 cycles a second
+        const std::pair<QByteArray, double> rows[] = {
+            {"AcquisitionLineRate=250", 250.0},
+            {"ExposureTime=1816.4", 500.0}, // as high as possible
+            {"AcquisitionLineRateEnable=Off Height=800", 4000.0},
+            {encoder + "EncoderMode=OneCycleFourPulse EncoderDivider=16", 1000.0},
+            {encoder + "EncoderOutputMode=DirectionDown", 0.0},
+            {encoder + "EncoderOutputMode=PositionDown TestPartSpeed=-20", 500.0},
+            {encoder + "TriggerSource=Line1", 0.0},
+            {encoder + "EncoderOutputMode=Motion TestPartSpeed=-20", 500.0}};
+        for (const auto &[settings, rate] : rows) {
+            const OpenDevice device(Profiler);
+            device.setAll(settings);
+            const double found = device->inside().inspect(&ProfilerRates::lineRate);
+            QVERIFY2(std::abs(found - rate) < 0.5, (settings + " makes " + QByteArray::number(found)).constData());
+        }
     }
-}
 
-void tst_SimulatedProfiler::sendsTheSensorImage()
-{
-    const OpenDevice device(Profiler);
-    device.set("ImageOutputMode", "SensorImage");
-    QSignalSpy images(device.operator->(), &Device::frameReady);
-    const Frames frames(device);
-    QTRY_VERIFY(!images.isEmpty());
-    QVERIFY(frames.lines.isEmpty());
-    const QImage image = images.last().first().value<QImage>();
-    QCOMPARE(image.size(), QSize(2048, 1024));
-    QVERIFY(image.copy(ProfilerScene::StrayLight) != image.copy(ProfilerScene::StrayLight.translated(-300, 0)));
-}
+    void featuresChangeTheProfile()
+    {
+        using S = const Shape &;
+        const auto clean = [](S before, S after) { return before.stray > 200 && !after.stray && after.points == 2048; };
+        const auto onlyStray = [](S, S after) { return after.stray == after.points && after.points > 200; };
+        const auto fewer = [](S before, S after) { return after.points < before.points - 50; };
+        const auto more = [](S before, S after) { return after.points > before.points + 15; };
+        const std::tuple<double, const char *, bool (*)(S before, S after)> rows[] = {
+            {Belt,
+             "ImageMaskerSelector=ImageMasker2 ImageMask=1 ImageMaskOffsetX=1370 ImageMaskWidth=260 "
+             "ImageMaskHeight=120",
+             clean},
+            {Belt, "ExtractionMode=Far", clean},
+            {Part, "ExtractionMode=Near", [](S before, S after) { return after.stray > before.stray + 20; }},
+            {Part, "ExtractionMode=Far Threshold=20", more},
+            {Part, "ExtractionMode=Far SensingMode=HDRLevel3", more},
+            {Belt, "ExposureTime=45", fewer},
+            {Part, "LaserWidthUpper=8", fewer},
+            {Belt, "LaserWidthLower=6", fewer},
+            {Belt, "Height=400", onlyStray},
+            {Belt, "LaserSwitch=0", onlyStray},
+            {Belt, "ZCoorOffset=1.5",
+             [](S before, S after) { return std::abs(after.mean - before.mean - 1.5) < 0.05; }},
+            {Belt, "ExtractionMode=Far ReverseX=1", [](S, S after) { return std::abs(after.slope + 0.02095) < 2e-4; }},
+            {Belt, "ExtractionMode=Far XCoorOffset=-4", [](S, S after) { return after.points == 2048 - 200; }},
+        };
+        for (const auto &[y, settings, holds] : rows) {
+            const OpenDevice device(Profiler);
+            const Shape before = shapeOf(device, y);
+            device.setAll(settings);
+            QVERIFY2(holds(before, shapeOf(device, y)), settings);
+        }
+    }
 
-void tst_SimulatedProfiler::locksAndRefuses()
-{
-    const OpenDevice device(Profiler);
-    QVERIFY(device.refusal("AcquisitionLineRate", "4000").contains(QLatin1String("are too many")));
-    device.setAll(
-        "UserSetSelector=UserSet4 ExposureTime=77.0 ImageMaskerSelector=ImageMasker1 ImageMask=1 "
-        "AvgFilterWinLen=Window33 TimeAxisAvgFltWinLen=Window3 TimeAxisMedFltWinLen=Window9 CosData=0.866025");
-    device.command("UserSetSave")->Execute();
-    device.setAll("ExposureTime=88.0 ImageMask=0 TimeAxisMedFltWinLen=Off");
-    const Frames running(device);
-    for (const char *name : {"Height", "OffsetY", "DepthDataType", "AcquisitionLineCount"})
-        QCOMPARE(device.access(name), GenApi::RO);
-    QCOMPARE(device.access("UserSetLoad"), GenApi::NA);
-    device->stopAcquisition();
-    device.command("UserSetLoad")->Execute();
-    QCOMPARE(device.number("ExposureTime")->GetValue(), 77.0);
-    QVERIFY(device.boolean("ImageMask")->GetValue());
-    QCOMPARE(device.text("TimeAxisMedFltWinLen"), QStringLiteral("Window9"));
-}
+    void correctionsUndoTheMounting()
+    {
+        const OpenDevice device(Profiler);
+        device.setAll("TestStrayLight=0 TestMountingTilt=-2.5 TestMountingScale=0.9");
+        const double tilt = std::atan(shapeOf(device, Belt).slope);
+        QVERIFY(std::abs(tilt * 180.0 / M_PI + 2.5) < 0.02);
+        device.number("SinData")->SetValue(std::sin(tilt));
+        device.number("CosData")->SetValue(std::cos(tilt));
+        const double reference = device.number("ZReferenceHeight")->GetValue();
+        device.number("ZCoorScale")->SetValue(reference / shapeOf(device, Belt).mean);
+        const Shape levelled = shapeOf(device, Belt);
+        QVERIFY(std::abs(levelled.slope) < 3e-4);
+        QVERIFY(std::abs(levelled.mean - ProfilerScene::BeltHeight) < 0.005);
+    }
 
-void tst_SimulatedProfiler::laserAdjustsItself()
-{
-    const OpenDevice device(Profiler);
-    device.setAll("ExposureTime=50.0 LaserAdjustMode=Auto");
-    QCOMPARE(device.access("Lasersetting"), GenApi::RO);
-    QVERIFY(settingsOf(device).lineBrightness(1.0) < 100.0);
-    QTRY_VERIFY(settingsOf(device).lineBrightness(1.0) >= 120.0);
-    device.set("LaserControlMode", "AcqTrigger");
-    QCOMPARE(settingsOf(device).laser, 0.0);
-}
+    void filters()
+    {
+        Heights gaps{Nothing, 1, Nothing, Nothing, 4, Nothing, 9};
+        ProfilerFilters::fillGaps(gaps, 1);
+        QVERIFY(std::isnan(gaps[0]) && std::isnan(gaps[2]) && gaps[5] == 6.5f);
+        Heights steps{1, 1, 9, 1, 3, Nothing, 3};
+        ProfilerFilters::median(steps, 3);
+        QVERIFY(steps[2] == 1.0f && steps[3] == 3.0f && std::isnan(steps[5]));
+        ProfilerFilters::average(steps, 3);
+        QVERIFY(steps[2] == float(5.0 / 3.0) && steps[6] == 3.0f);
+        ProfilerFilters::OverTime middle(ProfilerFilters::OverTime::Kind::Median);
+        for (const auto &[now, filtered] : {std::pair{7.0f, 7.0f}, {1.0f, 7.0f}, {2.0f, 2.0f}, {50.0f, 2.0f}}) {
+            Heights line{now};
+            middle.apply(line, 3);
+            QCOMPARE(line[0], filtered);
+        }
+    }
+
+    void framesComeInBatches()
+    {
+        const OpenDevice device(Profiler);
+        device.setAll("AcquisitionLineCount=50 BatchNumber=20 AcquisitionLineRate=100 AcquisitionMode=SingleFrame");
+        const Frames frames(device);
+        QTRY_VERIFY(!frames.complete.empty());
+        QCOMPARE(frames.lines, (QList<int>{20, 40, 50}));
+        QCOMPARE(frames.complete[0].heights.size(), size_t(2048 * 50));
+        QVERIFY(frames.complete[0].intensity.isNull());
+        QVERIFY(Shape(frames.complete[0].lastProfile()).points > 1000);
+        QTRY_VERIFY(!device->isAcquiring());
+        device.setAll("ContinuousMode=ShortFrame DepthDataType=Uint32_t");
+        const Frames shortFrames(device);
+        QTRY_VERIFY(!shortFrames.complete.empty());
+        QCOMPARE(shortFrames.complete[0].heights.size(), size_t(2048 * 20));
+        QCOMPARE(shortFrames.complete[0].intensity.size(), QSize(2048, 20));
+        QVERIFY(shortFrames.complete[0].intensity.constScanLine(19)[1024] > 30);
+    }
+
+    void framesWaitForTheirTrigger()
+    {
+        const OpenDevice device(Profiler);
+        device.setAll("TriggerMode=On TriggerSource=Software AcquisitionLineCount=4000 EndFrameMode=NextTrigger");
+        const Frames frames(device);
+        QTest::qWait(300);
+        QVERIFY(frames.lines.isEmpty());
+        device.command("TriggerSoftware")->Execute();
+        QTRY_VERIFY(!frames.lines.isEmpty());
+        device.command("TriggerSoftware")->Execute();
+        QTRY_COMPARE(frames.complete.size(), size_t(1));
+        QVERIFY(frames.complete[0].height < 4000);
+    }
+
+    void framesStartWithThePart()
+    {
+        const OpenDevice device(Profiler); // 0.09 mm from line to line, 3 mm from the light barrier to the part
+        device.setAll("TestStrayLight=0 TestPartSpeed=90 AcquisitionLineCount=200 TriggerMode=On TriggerSource=Line1");
+        const Frames frames(device);
+        QTRY_VERIFY(frames.complete.size() >= 2);
+        for (const HeightFrame &frame : frames.complete) {
+            int line = 0;
+            while (line < frame.height && !(frame.profile(line)[1024] > -2.0f))
+                ++line;
+            QVERIFY2(std::abs(line * 0.09 - 3.0) < 0.15, qPrintable(QString::number(line)));
+        }
+    }
+
+    void sendsTheSensorImage()
+    {
+        const OpenDevice device(Profiler);
+        device.set("ImageOutputMode", "SensorImage");
+        QSignalSpy images(device.operator->(), &Device::frameReady);
+        const Frames frames(device);
+        QTRY_VERIFY(!images.isEmpty());
+        QVERIFY(frames.lines.isEmpty());
+        const QImage image = images.last().first().value<QImage>();
+        QCOMPARE(image.size(), QSize(2048, 1024));
+        QVERIFY(image.copy(ProfilerScene::StrayLight) != image.copy(ProfilerScene::StrayLight.translated(-300, 0)));
+    }
+
+    void locksAndRefuses()
+    {
+        const OpenDevice device(Profiler);
+        QVERIFY(device.refusal("AcquisitionLineRate", "4000").contains(QLatin1String("are too many")));
+        device.setAll(
+            "UserSetSelector=UserSet4 ExposureTime=77.0 ImageMaskerSelector=ImageMasker1 ImageMask=1 "
+            "AvgFilterWinLen=Window33 TimeAxisAvgFltWinLen=Window3 TimeAxisMedFltWinLen=Window9 CosData=0.866025");
+        device.command("UserSetSave")->Execute();
+        device.setAll("ExposureTime=88.0 ImageMask=0 TimeAxisMedFltWinLen=Off");
+        const Frames running(device);
+        for (const char *name : {"Height", "OffsetY", "DepthDataType", "AcquisitionLineCount"})
+            QCOMPARE(device.access(name), GenApi::RO);
+        QCOMPARE(device.access("UserSetLoad"), GenApi::NA);
+        device->stopAcquisition();
+        device.command("UserSetLoad")->Execute();
+        QCOMPARE(device.number("ExposureTime")->GetValue(), 77.0);
+        QVERIFY(device.boolean("ImageMask")->GetValue());
+        QCOMPARE(device.text("TimeAxisMedFltWinLen"), QStringLiteral("Window9"));
+    }
+
+    void laserAdjustsItself()
+    {
+        const OpenDevice device(Profiler);
+        device.setAll("ExposureTime=50.0 LaserAdjustMode=Auto");
+        QCOMPARE(device.access("Lasersetting"), GenApi::RO);
+        QVERIFY(settingsOf(device).lineBrightness(1.0) < 100.0);
+        QTRY_VERIFY(settingsOf(device).lineBrightness(1.0) >= 120.0);
+        device.set("LaserControlMode", "AcqTrigger");
+        QCOMPARE(settingsOf(device).laser, 0.0);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_SimulatedProfiler)
 #include "tst_SimulatedProfiler.moc"

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <QAbstractItemModelTester>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
 #include <QTreeWidgetItemIterator>
 #include <QWheelEvent>
 
@@ -12,19 +16,27 @@
 #include "Viewer/GlyphIcons.h"
 #include "Viewer/ImageView.h"
 #include "Viewer/LogModel.h"
+#include "Viewer/ViewerCommands.h"
 #include "Viewer/ViewerOptions.h"
 
 namespace {
 
-QImage chequered(int width, int height)
+const QString Camera = QStringLiteral("camera");
+
+/// Shows a frame whose pixels have the sum of their coordinates as value.
+struct View : ImageView
 {
-    QImage image(width, height, QImage::Format_Grayscale8);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x)
-            image.scanLine(y)[x] = uchar((x + y) % 256);
+    View(const QSize &size, const QSize &image)
+    {
+        resize(size);
+        QImage frame(image, QImage::Format_Grayscale8);
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                frame.scanLine(y)[x] = uchar((x + y) % 256);
+        }
+        showFrame(frame);
     }
-    return image;
-}
+};
 
 void turnWheel(QWidget &widget, const QPoint &position, int notches)
 {
@@ -40,13 +52,12 @@ void pointAt(QWidget &widget, const QPoint &position)
     QCoreApplication::sendEvent(&widget, &event);
 }
 
-QString stateText(const DeviceTree &tree, const QString &id)
+QString stateText(DeviceTree &tree)
 {
-    for (QTreeWidgetItemIterator item(const_cast<DeviceTree *>(&tree)); *item; ++item) {
-        if ((*item)->text(0) == id)
-            return (*item)->text(1);
-    }
-    return QString();
+    QTreeWidgetItemIterator item(&tree, QTreeWidgetItemIterator::NoChildren);
+    while (*item && (*item)->text(0) != Camera)
+        ++item;
+    return *item ? (*item)->text(1) : QString();
 }
 
 } // namespace
@@ -56,224 +67,179 @@ class tst_Viewer : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void parsesOptions_data();
-    void parsesOptions();
-    void fitsTheImage_data();
-    void fitsTheImage();
-    void wheelKeepsThePixelUnderTheCursor();
-    void zoomStaysInItsRange();
-    void readsThePixelUnderTheCursor();
-    void forgetsTheFrame();
-    void rateEndsWithTheFrames();
-    void logIsBounded();
-    void logCountsRepetitions();
-    void everyGlyphIsDrawn();
-    void treeFollowsTheDevices();
-    void treeShowsALostDevice();
+    void parsesOptions()
+    {
+        const std::tuple<const char *, bool, bool> rows[] = {
+            {"viewer", true, false},
+            {"viewer --developer --genicam a.xml --language Chinese", true, false},
+            {"viewer --dump --genicam a.xml", true, true},
+            {"viewer --dump --device D", true, true},
+            {"viewer --dump", false, true},
+            {"viewer --dump --device D --genicam a.xml", false, true},
+            {"viewer --language Klingon", false, true},
+            {"viewer --unknown", false, true},
+            {"viewer --device", false, true},
+            {"viewer stray", false, true},
+            {"viewer -h", true, true},
+        };
+        for (const auto &[arguments, valid, textOnly] : rows) {
+            const QString line = QString::fromLatin1(arguments);
+            const ViewerOptions options = ViewerOptions::parse(line.split(QLatin1Char(' ')));
+            QVERIFY2(options.error.isEmpty() == valid, arguments);
+            QVERIFY2(options.isTextOnly() == textOnly, arguments);
+            QVERIFY2(options.developer == line.contains(QLatin1String("--developer")), arguments);
+        }
+        QVERIFY(ViewerOptions::helpText().contains(QLatin1String("--developer")));
+    }
+
+    void developersGetTheirSwitches()
+    {
+        QMainWindow window;
+        ViewerCommands commands(window.menuBar(), window.addToolBar(QString()));
+        const QMenu *view = window.menuBar()->actions().at(1)->menu();
+        QVERIFY(view->actions().contains(commands.action(Command::ZoomFit)));
+        for (const QAction *action : view->actions())
+            QVERIFY2(!action->menu() && !action->isCheckable(), qPrintable(action->text()));
+        commands.showDeveloperMenu();
+        const QMenu *switches = view->actions().last()->menu();
+        QVERIFY(switches);
+        QCOMPARE(switches->title(), QStringLiteral("&Developer"));
+        for (const Command command : {Command::ShowCommonTab, Command::ShowAttributeTab, Command::DisablePanel})
+            QVERIFY(switches->actions().contains(commands.action(command)));
+        QVERIFY(switches->actions().last()->menu()->actions().contains(commands.action(Command::DefaultMode1)));
+    }
+
+    void fitsTheImage()
+    {
+        const std::pair<QSize, double> rows[] = {{{800, 100}, 0.5}, {{100, 600}, 0.5}, {{100, 100}, 3.0}};
+        for (const auto &[size, zoom] : rows) {
+            View view({400, 300}, size);
+            QCOMPARE(view.zoom(), zoom);
+            view.zoomToOriginal();
+            QCOMPARE(view.zoom(), 1.0);
+            QVERIFY(!view.isFitted());
+            view.zoomToFit();
+            QCOMPARE(view.zoom(), zoom);
+        }
+    }
+
+    void wheelZoomsAroundTheCursor()
+    {
+        View view({400, 300}, {800, 600});
+        const QPoint cursor(100, 75);
+        pointAt(view, cursor);
+        const QString before = view.pixelText();
+        QVERIFY(!before.isEmpty());
+        turnWheel(view, cursor, 3);
+        QVERIFY(view.zoom() > 0.5);
+        QCOMPARE(view.pixelText(), before);
+        turnWheel(view, cursor, 200);
+        QCOMPARE(view.zoom(), ImageZoom::Maximum);
+        turnWheel(view, cursor, -400);
+        QCOMPARE(view.zoom(), ImageZoom::Minimum);
+    }
+
+    void readsThePixelUnderTheCursor()
+    {
+        View view({100, 200}, {100, 100});
+        pointAt(view, {10, 70});
+        QCOMPARE(view.pixelText(), QStringLiteral("(10, 20): 30"));
+        pointAt(view, {10, 20});
+        QCOMPARE(view.pixelText(), QString());
+        view.showFrame(view.frame().convertToFormat(QImage::Format_RGB888)); // a gray scene in colour
+        pointAt(view, {10, 70});
+        QCOMPARE(view.pixelText(), QStringLiteral("(10, 20): 30, 30, 30"));
+    }
+
+    void forgetsTheFrame()
+    {
+        View view({100, 100}, {10, 10});
+        view.clear(QStringLiteral("Nothing here"));
+        QVERIFY(view.frame().isNull());
+        QCOMPARE(view.framesPerSecond(), 0.0);
+        turnWheel(view, {50, 50}, 1);
+        QTest::mouseDClick(&view, Qt::LeftButton);
+        QVERIFY(view.isFitted()); // what comes next
+    }
+
+    void rateEndsWithTheFrames()
+    {
+        View view({100, 100}, {10, 10});
+        QTRY_VERIFY((view.showFrame(view.frame()), view.framesPerSecond() > 0));
+        QTRY_COMPARE(view.framesPerSecond(), 0.0);
+    }
+
+    void logIsBounded()
+    {
+        LogModel log;
+        const auto append = [&](int line) { log.append({}, QStringLiteral("Module"), QString::number(line)); };
+        for (int line = 0; line < LogModel::MaximumLines; ++line)
+            append(line);
+        const QAbstractItemModelTester tester(&log);
+        append(LogModel::MaximumLines);
+        QCOMPARE(log.rowCount(), int(LogModel::MaximumLines));
+        QVERIFY(log.lineText(0).endsWith(QStringLiteral("\tModule\t1")));
+        log.clear();
+        QCOMPARE(log.rowCount(), 0);
+    }
+
+    void logCountsRepetitions()
+    {
+        LogModel log;
+        const QAbstractItemModelTester tester(&log);
+        int second = 0;
+        for (const char *module : {"Host", "Host", "Host", "Panel", "Host"})
+            log.append(QDateTime({2024, 1, 1}, QTime(0, 0, ++second)), QLatin1String(module),
+                       QStringLiteral("refused %2"));
+        QCOMPARE(log.rowCount(), 3);
+        QCOMPARE(log.lineText(0), QString::fromUtf8("00:00:03.000\tHost\trefused %2 (\u00d73)"));
+        QCOMPARE(log.lineText(2), QStringLiteral("00:00:05.000\tHost\trefused %2"));
+    }
+
+    void everyGlyphIsDrawn()
+    {
+        QVERIFY(glyphIcon(Glyph::None).isNull());
+        for (int glyph = int(Glyph::None) + 1; glyph <= int(Glyph::Card); ++glyph) {
+            const QImage image = glyphIcon(Glyph(glyph)).pixmap(24, 24).toImage();
+            QImage empty(image.size(), image.format());
+            empty.fill(Qt::transparent);
+            QVERIFY2(image != empty, qPrintable(QString::number(glyph)));
+        }
+    }
+
+    void treeShowsTheDevices()
+    {
+        HostContext context({m_directory.filePath(QStringLiteral("viewer.ini")), {}});
+        const QString card = QStringLiteral("card");
+        DeviceTree tree(context);
+        context.addDevice(std::make_unique<TestDevice>(card, Device::Kind::Card));
+        context.addDevice(std::make_unique<TestDevice>(Camera));
+        QCOMPARE(tree.topLevelItemCount(), 2);
+        QCOMPARE(tree.topLevelItem(1)->child(0)->text(0), card);
+
+        QVERIFY(tree.select(Camera));
+        QCOMPARE(context.focus(), Camera);
+        QCOMPARE(stateText(tree), QStringLiteral("Closed"));
+        QVERIFY(context.open(Camera));
+        QCOMPARE(stateText(tree), QStringLiteral("Open"));
+        Q_EMIT context.device(Camera)->lost(QStringLiteral("cable"));
+        QCOMPARE(tree.state(Camera), DeviceTree::State::Lost);
+        QTRY_VERIFY(!context.device(Camera)->isOpen());
+        QCOMPARE(stateText(tree), QStringLiteral("Lost"));
+        QVERIFY(context.open(Camera));
+        QCOMPARE(stateText(tree), QStringLiteral("Open"));
+        QVERIFY(context.startAcquisition(Camera));
+        QCOMPARE(stateText(tree), QStringLiteral("Acquiring"));
+        context.close(Camera);
+        QCOMPARE(stateText(tree), QStringLiteral("Closed"));
+        tree.setCurrentItem(tree.topLevelItem(0));
+        QCOMPARE(context.focus(), QString());
+        QVERIFY(!tree.currentDevice());
+    }
 
 private:
     QTemporaryDir m_directory;
 };
-
-void tst_Viewer::initTestCase()
-{
-    QVERIFY(m_directory.isValid());
-}
-
-void tst_Viewer::parsesOptions_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<bool>("textOnly");
-    const auto list = [](const char *text) { return QString::fromLatin1(text).split(QLatin1Char(' ')); };
-    QTest::newRow("nothing") << list("viewer") << true << false;
-    QTest::newRow("window") << list("viewer --genicam a.xml --language Chinese") << true << false;
-    QTest::newRow("dump of a file") << list("viewer --dump --genicam a.xml") << true << true;
-    QTest::newRow("dump of a device") << list("viewer --dump --device D") << true << true;
-    QTest::newRow("dump of nothing") << list("viewer --dump") << false << true;
-    QTest::newRow("dump of two things") << list("viewer --dump --device D --genicam a.xml") << false << true;
-    QTest::newRow("language") << list("viewer --language Klingon") << false << true;
-    QTest::newRow("unknown") << list("viewer --unknown") << false << true;
-    QTest::newRow("value missing") << list("viewer --device") << false << true;
-    QTest::newRow("stray word") << list("viewer stray") << false << true;
-    QTest::newRow("help") << list("viewer -h") << true << true;
-}
-
-void tst_Viewer::parsesOptions()
-{
-    QFETCH(QStringList, arguments);
-    const ViewerOptions options = ViewerOptions::parse(arguments);
-    QTEST(options.error.isEmpty(), "valid");
-    QTEST(options.isTextOnly(), "textOnly");
-}
-
-void tst_Viewer::fitsTheImage_data()
-{
-    QTest::addColumn<QSize>("image");
-    QTest::addColumn<double>("zoom");
-    QTest::newRow("wide") << QSize(800, 100) << 0.5;
-    QTest::newRow("high") << QSize(100, 600) << 0.5;
-    QTest::newRow("small") << QSize(100, 100) << 3.0;
-}
-
-void tst_Viewer::fitsTheImage()
-{
-    QFETCH(QSize, image);
-    ImageView view;
-    view.resize(400, 300);
-    view.showFrame(chequered(image.width(), image.height()));
-    QTEST(view.zoom(), "zoom");
-    view.zoomToOriginal();
-    QCOMPARE(view.zoom(), 1.0);
-    QVERIFY(!view.isFitted());
-    view.zoomToFit();
-    QTEST(view.zoom(), "zoom");
-}
-
-void tst_Viewer::wheelKeepsThePixelUnderTheCursor()
-{
-    ImageView view;
-    view.resize(400, 300);
-    view.showFrame(chequered(800, 600));
-    const QPoint cursor(100, 75);
-    pointAt(view, cursor);
-    const QString before = view.pixelText();
-    QVERIFY(!before.isEmpty());
-    turnWheel(view, cursor, 3);
-    QVERIFY(view.zoom() > 0.5);
-    QCOMPARE(view.pixelText(), before);
-}
-
-void tst_Viewer::zoomStaysInItsRange()
-{
-    ImageView view;
-    view.resize(400, 300);
-    view.showFrame(chequered(800, 600));
-    turnWheel(view, {200, 150}, 200);
-    QCOMPARE(view.zoom(), ImageView::MaximumZoom);
-    turnWheel(view, {200, 150}, -400);
-    QCOMPARE(view.zoom(), ImageView::MinimumZoom);
-}
-
-void tst_Viewer::readsThePixelUnderTheCursor()
-{
-    ImageView view;
-    view.resize(100, 200);
-    view.showFrame(chequered(100, 100));
-    pointAt(view, {10, 70});
-    QCOMPARE(view.pixelText(), QStringLiteral("(10, 20): 30"));
-    pointAt(view, {10, 20});
-    QCOMPARE(view.pixelText(), QString());
-    view.showFrame(chequered(100, 100).convertToFormat(QImage::Format_RGB888)); // a gray scene in colour
-    pointAt(view, {10, 70});
-    QCOMPARE(view.pixelText(), QStringLiteral("(10, 20): 30, 30, 30"));
-}
-
-void tst_Viewer::forgetsTheFrame()
-{
-    ImageView view;
-    view.resize(100, 100);
-    view.showFrame(chequered(10, 10));
-    view.clear(QStringLiteral("Nothing here"));
-    QVERIFY(view.frame().isNull());
-    QCOMPARE(view.framesPerSecond(), 0.0);
-    turnWheel(view, {50, 50}, 1);
-    QTest::mouseDClick(&view, Qt::LeftButton);
-    QVERIFY(view.isFitted()); // what comes next
-}
-
-void tst_Viewer::rateEndsWithTheFrames()
-{
-    ImageView view;
-    QTRY_VERIFY((view.showFrame(chequered(10, 10)), view.framesPerSecond() > 0));
-    QTRY_COMPARE(view.framesPerSecond(), 0.0);
-}
-
-void tst_Viewer::logIsBounded()
-{
-    LogModel log;
-    const QDateTime time = QDateTime::fromMSecsSinceEpoch(0);
-    const auto append = [&](int line) { log.append(time, QStringLiteral("Module"), QString::number(line)); };
-    for (int line = 0; line < LogModel::MaximumLines; ++line)
-        append(line);
-    const QAbstractItemModelTester tester(&log);
-    append(LogModel::MaximumLines);
-    QCOMPARE(log.rowCount(), int(LogModel::MaximumLines));
-    QVERIFY(log.lineText(0).endsWith(QStringLiteral("\tModule\t1")));
-    QVERIFY(log.lineText(log.rowCount() - 1).endsWith(QString::number(LogModel::MaximumLines)));
-    log.clear();
-    QCOMPARE(log.rowCount(), 0);
-}
-
-void tst_Viewer::logCountsRepetitions()
-{
-    LogModel log;
-    const QAbstractItemModelTester tester(&log);
-    const auto append = [&](int second, const char *module, const char *message) {
-        log.append(QDateTime({2024, 1, 1}, QTime(0, 0, second)), QLatin1String(module), QLatin1String(message));
-    };
-    append(1, "Host", "refused %2");
-    append(2, "Host", "refused %2");
-    append(3, "Host", "refused %2");
-    append(4, "Panel", "refused %2");
-    append(5, "Host", "refused %2");
-    QCOMPARE(log.rowCount(), 3);
-    QCOMPARE(log.lineText(0), QString::fromUtf8("00:00:03.000\tHost\trefused %2 (\u00d73)"));
-    QCOMPARE(log.lineText(2), QStringLiteral("00:00:05.000\tHost\trefused %2"));
-}
-
-void tst_Viewer::everyGlyphIsDrawn()
-{
-    QVERIFY(glyphIcon(Glyph::None).isNull());
-    for (int glyph = int(Glyph::None) + 1; glyph <= int(Glyph::Card); ++glyph) {
-        const QImage image = glyphIcon(Glyph(glyph)).pixmap(24, 24).toImage();
-        QImage empty(image.size(), image.format());
-        empty.fill(Qt::transparent);
-        QVERIFY2(image != empty, qPrintable(QString::number(glyph)));
-    }
-}
-
-void tst_Viewer::treeFollowsTheDevices()
-{
-    HostContext context({m_directory.filePath(QStringLiteral("follow.ini")), {}});
-    const QString camera = QStringLiteral("camera");
-    const QString card = QStringLiteral("card");
-    DeviceTree tree(context);
-    context.addDevice(std::make_unique<TestDevice>(card, Device::Kind::Card));
-    context.addDevice(std::make_unique<TestDevice>(camera, Device::Kind::Camera));
-    QCOMPARE(tree.topLevelItemCount(), 2);
-    QCOMPARE(tree.topLevelItem(1)->child(0)->text(0), card);
-
-    QVERIFY(tree.select(camera));
-    QCOMPARE(context.focus(), camera);
-    QCOMPARE(stateText(tree, camera), QStringLiteral("Closed"));
-    QVERIFY(context.open(camera));
-    QCOMPARE(stateText(tree, camera), QStringLiteral("Open"));
-    QVERIFY(context.startAcquisition(camera));
-    QCOMPARE(stateText(tree, camera), QStringLiteral("Acquiring"));
-    context.close(camera);
-    QCOMPARE(stateText(tree, camera), QStringLiteral("Closed"));
-
-    tree.setCurrentItem(tree.topLevelItem(0));
-    QCOMPARE(context.focus(), QString());
-    QVERIFY(!tree.currentDevice());
-}
-
-void tst_Viewer::treeShowsALostDevice()
-{
-    HostContext context({m_directory.filePath(QStringLiteral("lost.ini")), {}});
-    const QString id = QStringLiteral("camera");
-    context.addDevice(std::make_unique<TestDevice>(id, Device::Kind::Camera));
-    DeviceTree tree(context);
-    QVERIFY(context.open(id));
-    Q_EMIT context.device(id)->lost(QStringLiteral("cable"));
-    QCOMPARE(tree.state(id), DeviceTree::State::Lost);
-    QTRY_VERIFY(!context.device(id)->isOpen());
-    QCOMPARE(stateText(tree, id), QStringLiteral("Lost"));
-    QVERIFY(context.open(id));
-    QCOMPARE(stateText(tree, id), QStringLiteral("Open"));
-}
 
 QTEST_MAIN(tst_Viewer)
 #include "tst_Viewer.moc"
