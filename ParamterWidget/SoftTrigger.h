@@ -21,13 +21,13 @@ public:
     QSpinBox *intervalSpinBox() const { return m_interval; }
     SwitchButton *switchButton() const { return m_switch; }
 
-    /// Follows the state of a switch. Nothing happens for null.
-    void follow(const SwitchButton *switchButton);
+    /// Starts or stops the timer, as a switch says. Nothing happens for null.
+    void apply(const SwitchButton *switchButton);
     /// Triggers the camera once; a failure changes nothing.
-    void fire() const;
+    void fire();
 
 private:
-    const PanelContext &m_context;
+    PanelContext &m_context;
     QTimer m_timer;
     QSpinBox *m_interval;
     SwitchButton *m_switch;

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "ParamterWidget/ShownAgain.h"
+
+#include <utility>
+
+#include <QEvent>
+#include <QWidget>
+
+ShownAgain::ShownAgain(QWidget *panel) : QObject(panel)
+{
+    panel->installEventFilter(this);
+}
+
+void ShownAgain::watch(QWidget *page, std::function<void()> shown)
+{
+    m_pages[page] = std::move(shown);
+    page->installEventFilter(this);
+}
+
+/// A panel is told after its pages that it is shown.
+bool ShownAgain::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Show)
+        return false;
+    if (watched == parent())
+        m_panelWasShown = true;
+    else if (m_panelWasShown && !event->spontaneous())
+        m_pages.value(watched)();
+    return false;
+}
