@@ -59,7 +59,7 @@ const std::vector<std::string> Cameras = {"areaScan", "profiler", "structuredLig
 
 Panels::Panels(const QStringList &functions)
 {
-    messages.allow(QStringLiteral("^This plugin does not support"));
+    messages.allow("^This plugin does not support"_s);
     host.reset();
     GenApi::INodeMap *const maps[] = {areaScan.map, profiler.map, structuredLight.map};
     for (std::size_t camera = 0; camera < Cameras.size(); ++camera) {
@@ -79,8 +79,8 @@ Panels::Panels(const QStringList &functions)
             throw std::runtime_error("no host");
     });
     window = std::make_unique<ParamterWnd>();
-    window->setProperty("profilerTypeCodes", QStringList(QStringLiteral("profiler")));
-    window->setProperty("structuredLightTypeCodes", QStringList(QStringLiteral("structuredLight")));
+    window->setProperty("profilerTypeCodes", QStringList("profiler"_s));
+    window->setProperty("structuredLightTypeCodes", QStringList("structuredLight"_s));
     window->show();
 }
 
@@ -158,88 +158,81 @@ class tst_ThrowingHost : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void nothingLeavesThePanel_data();
-    void nothingLeavesThePanel();
-    void refusedWritesRollBack();
+    /// Functions fail together where no call of the others depends on their answer.
+    void nothingLeavesThePanel_data()
+    {
+        QTest::addColumn<QStringList>("functions");
+        const auto row = [](const char *functions) {
+            QTest::newRow(functions) << QString::fromLatin1(functions).split(QLatin1Char(' '));
+        };
+        QTest::newRow("registering") << forEachListener("Register");
+        QTest::newRow("unregistering") << forEachListener("UnRegister");
+        for (const char *function : {"GetCameraInfo", "GetAttrNodeMap", "GetCameraNodeValue", "SetCameraNodeValue",
+                                     "DrawROI", "GetCardInfo GetParamterInfo", "VLogInfo"})
+            row(function);
+        row("SetCameraInfo SetParamterInfo RomoveROI SetROIPos StartGrab SetCameraImageMode SetSLImageShowMode"
+            " NotifyCorrection");
+    }
+
+    void nothingLeavesThePanel()
+    {
+        QFETCH(QStringList, functions);
+        try {
+            Panels panels(functions);
+            panels.areaScan.port.writeFault = MemoryPort::Fault::Refused;
+            panels.open();
+            checkTree(panels.show("areaScan"_s), functions);
+            if (!Registrations.contains(functions.first()))
+                panels.useAll();
+            panels.window.reset();
+            for (const QString &function : std::as_const(functions))
+                QTRY_VERIFY2(!panels.host.callsTo(function).isEmpty(), // on a thread of its own, maybe
+                             qPrintable(function + " is not called"_s));
+            QCOMPARE(panels.host.callsTo(Registrations).size(), 12);
+        } catch (const std::exception &) {
+            QFAIL("the exception left the panel");
+        }
+    }
+
+    /// A refusal is reported and rolled back, also when the report is what fails.
+    void refusedWritesRollBack()
+    {
+        Panels panels({"VLogInfo"_s});
+        panels.open();
+        ParamterWidget *const panel = panels.show("areaScan"_s);
+        auto *const field = panel->findChild<QWidget *>("Width"_s)->findChild<QSpinBox *>();
+        const int before = field->value();
+        panels.areaScan.port.writeFault = MemoryPort::Fault::Refused;
+        panels.host.clearCalls();
+        field->selectAll();
+        QTest::keyClicks(field, "640"_s);
+        QTest::keyClick(field, Qt::Key_Return);
+        QCOMPARE(panels.host.callsTo("VLogInfo"_s).size(), 1);
+        QCOMPARE(field->value(), before);
+    }
 
 private:
-    static void checkTree(const ParamterWidget *panel, const QStringList &functions);
-};
-
-/// Functions fail together where no call of the others depends on their answer.
-void tst_ThrowingHost::nothingLeavesThePanel_data()
-{
-    QTest::addColumn<QStringList>("functions");
-    const auto row = [](const char *functions) {
-        QTest::newRow(functions) << QString::fromLatin1(functions).split(QLatin1Char(' '));
-    };
-    QTest::newRow("registering") << forEachListener("Register");
-    QTest::newRow("unregistering") << forEachListener("UnRegister");
-    for (const char *function : {"GetCameraInfo", "GetAttrNodeMap", "GetCameraNodeValue", "SetCameraNodeValue",
-                                 "DrawROI", "GetCardInfo GetParamterInfo", "VLogInfo"})
-        row(function);
-    row("SetCameraInfo SetParamterInfo RomoveROI SetROIPos StartGrab SetCameraImageMode SetSLImageShowMode"
-        " NotifyCorrection");
-}
-
-void tst_ThrowingHost::nothingLeavesThePanel()
-{
-    QFETCH(QStringList, functions);
-    try {
-        Panels panels(functions);
-        panels.areaScan.port.writeFault = MemoryPort::Fault::Refused;
-        panels.open();
-        checkTree(panels.show(QStringLiteral("areaScan")), functions);
-        if (!Registrations.contains(functions.first()))
-            panels.useAll();
-        panels.window.reset();
-        for (const QString &function : std::as_const(functions))
-            QTRY_VERIFY2(!panels.host.callsTo(function).isEmpty(), // on a thread of its own, maybe
-                         qPrintable(function + QStringLiteral(" is not called")));
-        QCOMPARE(panels.host.callsTo(Registrations).size(), 12);
-    } catch (const std::exception &) {
-        QFAIL("the exception left the panel");
+    /// The tree is there and can be filtered.
+    static void checkTree(const ParamterWidget *panel, const QStringList &functions)
+    {
+        QCOMPARE(panel == nullptr,
+                 functions.contains("GetCameraInfo"_s) || functions.contains("RegisterDeviceListUpdateListener"_s));
+        if (!panel)
+            return;
+        const auto *const view = panel->findChild<FeatureTreeView *>();
+        QCOMPARE(view->model() == nullptr, functions.contains("GetAttrNodeMap"_s));
+        if (!view->model())
+            return;
+        const auto isShown = [view](const char *feature) {
+            const QModelIndexList found = view->model()->match(view->model()->index(0, 0), Qt::DisplayRole,
+                                                               QLatin1String(feature), 1, Qt::MatchRecursive);
+            return !found.isEmpty() && !view->isRowHidden(found.first().row(), found.first().parent());
+        };
+        QVERIFY(isShown("ExposureTime"));
+        panel->findChild<QLineEdit *>("edit_search"_s)->setText("Width"_s);
+        QVERIFY(isShown("Width") && !isShown("ExposureTime"));
     }
-}
-
-/// The tree is there and can be filtered.
-void tst_ThrowingHost::checkTree(const ParamterWidget *panel, const QStringList &functions)
-{
-    QCOMPARE(panel == nullptr,
-             functions.contains(QStringLiteral("GetCameraInfo"))
-                 || functions.contains(QStringLiteral("RegisterDeviceListUpdateListener")));
-    if (!panel)
-        return;
-    const auto *const view = panel->findChild<FeatureTreeView *>();
-    QCOMPARE(view->model() == nullptr, functions.contains(QStringLiteral("GetAttrNodeMap")));
-    if (!view->model())
-        return;
-    const auto isShown = [view](const char *feature) {
-        const QModelIndexList found = view->model()->match(view->model()->index(0, 0), Qt::DisplayRole,
-                                                           QLatin1String(feature), 1, Qt::MatchRecursive);
-        return !found.isEmpty() && !view->isRowHidden(found.first().row(), found.first().parent());
-    };
-    QVERIFY(isShown("ExposureTime"));
-    panel->findChild<QLineEdit *>(QStringLiteral("edit_search"))->setText(QStringLiteral("Width"));
-    QVERIFY(isShown("Width") && !isShown("ExposureTime"));
-}
-
-/// A refusal is reported and rolled back, also when the report is what fails.
-void tst_ThrowingHost::refusedWritesRollBack()
-{
-    Panels panels({QStringLiteral("VLogInfo")});
-    panels.open();
-    ParamterWidget *const panel = panels.show(QStringLiteral("areaScan"));
-    auto *const field = panel->findChild<QWidget *>(QStringLiteral("Width"))->findChild<QSpinBox *>();
-    const int before = field->value();
-    panels.areaScan.port.writeFault = MemoryPort::Fault::Refused;
-    panels.host.clearCalls();
-    field->selectAll();
-    QTest::keyClicks(field, QStringLiteral("640"));
-    QTest::keyClick(field, Qt::Key_Return);
-    QCOMPARE(panels.host.callsTo(QStringLiteral("VLogInfo")).size(), 1);
-    QCOMPARE(field->value(), before);
-}
+};
 
 QTEST_MAIN(tst_ThrowingHost)
 #include "tst_ThrowingHost.moc"

@@ -66,19 +66,181 @@ public:
     }
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void survive_data();
-    void survive();
-    void pressesInThePanelEndThem_data();
-    void pressesInThePanelEndThem();
-    void goneWithTheCamera();
+    void init()
+    {
+        m_host.reset();
+        m_messages = std::make_unique<FatalMessages>();
+        m_camera = std::make_unique<PanelCamera>();
+        m_window = std::make_unique<QWidget>();
+        auto *layout = new QVBoxLayout(m_window.get());
+        m_beside = new QLineEdit;
+        m_panels = new ParamterWnd;
+        layout->addWidget(m_beside);
+        layout->addWidget(m_panels);
+        m_window->resize(800, 900);
+        m_window->show();
+        QApplication::setActiveWindow(m_window.get());
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        setReady("cam", true);
+        list({"cam"});
+        focus("cam");
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_camera.reset();
+        m_messages.reset();
+    }
+
+    void survive_data()
+    {
+        QTest::addColumn<bool>("isInTree");
+        QTest::addColumn<Interruption>("interrupt");
+        using Test = tst_UnfinishedEdits;
+        const std::pair<const char *, Interruption> interruptions[] = {
+            {"another camera opens",
+             [](Test &test) {
+                 test.setReady("other", true);
+                 test.list({"cam", "other"});
+             }},
+            {"and gets the focus for a while",
+             [](Test &test) {
+                 test.setReady("other", true);
+                 test.list({"cam", "other"});
+                 test.focus("other");
+                 test.focus("cam");
+             }},
+            {"a camera is closed",
+             [](Test &test) {
+                 test.setReady("closed", false);
+                 test.list({"cam", "closed"});
+                 test.focus("cam");
+             }},
+            {"acquisition starts", [](Test &test) { test.acquire("1"); }},
+            {"acquisition stops", [](Test &test) { test.acquire("0"); }},
+            {"import", [](Test &test) { test.import(); }},
+            {"language", [](Test &test) { test.changeLanguage(); }},
+            {"another window", [](Test &test) { test.toAnotherWindow(); }},
+            {"both tabs hidden and shown", [](Test &test) { test.hideBothTabs(); }},
+            {"window locked", [](Test &test) { test.lock(); }}};
+        for (const bool isInTree : {false, true}) {
+            for (const auto &[name, interruption] : interruptions)
+                QTest::addRow("%s: %s", isInTree ? "tree" : "row", name) << isInTree << interruption;
+        }
+    }
+
+    /// Nothing is written, the next keys go on with the number, and Enter writes it.
+    void survive()
+    {
+        QFETCH(bool, isInTree);
+        QFETCH(Interruption, interrupt);
+        open(isInTree);
+        for (int time = 0; time < 2; ++time) {
+            interrupt(*this);
+            QVERIFY(m_field);
+            QCOMPARE(m_field->text(), "123"_s);
+            QCOMPARE(written(), quint64(0));
+            QVERIFY(m_field->isVisible());
+            QVERIFY(m_field->hasFocus());
+        }
+        QTest::keyClicks(m_field, "45"_s);
+        QTest::keyClick(m_field, Qt::Key_Return);
+        QCOMPARE(written(), quint64(1));
+        QCOMPARE(GenApi::CFloatPtr(m_camera->node("ExposureTime"))->GetValue(true, true), 12345.0);
+        QCOMPARE(m_host.callsTo("VLogInfo"_s), QStringList());
+    }
+
+    void pressesInThePanelEndThem_data()
+    {
+        QTest::addColumn<bool>("isInTree");
+        QTest::addColumn<QByteArray>("target");
+        QTest::addColumn<bool>("ends");
+        for (const char *target : {"pushButtonFold", "tabMainWidget", "widget_attrInfo", "splitter"})
+            QTest::addRow("row: %s", target) << false << QByteArray(target) << true;
+        for (const char *target : {"toolButton", "edit_search", "label", "tabMainWidget"})
+            QTest::addRow("tree: %s", target) << true << QByteArray(target) << true;
+        QTest::newRow("row: beside the panel") << false << QByteArray() << false;
+        QTest::newRow("tree: beside the panel") << true << QByteArray() << false;
+    }
+
+    /// Also presses on what takes no focus.
+    void pressesInThePanelEndThem()
+    {
+        QFETCH(bool, isInTree);
+        QFETCH(QByteArray, target);
+        QFETCH(bool, ends);
+        open(isInTree);
+        QWidget *pressed = m_beside;
+        if (!target.isEmpty())
+            pressed = at(target.constData());
+        if (auto *tabs = qobject_cast<QTabWidget *>(pressed))
+            pressed = tabs->tabBar();
+        quint64 writtenBefore = 99; // when the press takes effect
+        if (auto *button = qobject_cast<QAbstractButton *>(pressed))
+            connect(button, &QAbstractButton::pressed, this, [&] { writtenBefore = written(); });
+        QTest::mouseClick(pressed, Qt::LeftButton, {}, QPoint(4, 4));
+        QCOMPARE(written(), quint64(ends ? 1 : 0));
+        QVERIFY(writtenBefore == 99 || writtenBefore == 1);
+        if (ends)
+            QCOMPARE(GenApi::CFloatPtr(m_camera->node("ExposureTime"))->GetValue(true, true), 123.0);
+        else
+            QCOMPARE(m_field->text(), "123"_s);
+    }
+
+    void goneWithTheCamera()
+    {
+        for (const bool isInTree : {false, true}) {
+            open(isInTree);
+            setReady("cam", false);
+            list({"cam"});
+            QTRY_VERIFY(!m_field);
+            QCOMPARE(written(), quint64(0));
+            cleanup();
+            init();
+        }
+    }
 
 private:
-    void open(bool isInTree);
-    void currentTab(bool tree);
+    /// "123" of the exposure time 12345 is typed.
+    void open(bool isInTree)
+    {
+        m_isInTree = isInTree;
+        currentTab(isInTree);
+        if (isInTree) {
+            auto *tree = panel()->findChild<FeatureTreeView *>();
+            tree->expandAll();
+            const QModelIndex row = tree->model()
+                                        ->match(tree->model()->index(0, 0), Qt::DisplayRole, "ExposureTime"_s, 1,
+                                                Qt::MatchExactly | Qt::MatchRecursive)
+                                        .value(0);
+            tree->scrollTo(row);
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(row.siblingAtColumn(1)).center());
+            m_field = tree->viewport()->findChild<QDoubleSpinBox *>();
+        } else {
+            m_field = panel()->findChild<ToolPageWidgetItem *>("Exposure Time(us)"_s)->findChild<QDoubleSpinBox *>();
+            m_field->setFocus();
+        }
+        QVERIFY(m_field && m_field->hasFocus());
+        m_field->selectAll();
+        QTest::keyClicks(m_field, "123"_s);
+        m_camera->port.resetCounters();
+        m_host.clearCalls();
+    }
+
+    void currentTab(bool tree) { panel()->findChild<QTabWidget *>("tabMainWidget"_s)->setCurrentIndex(tree ? 1 : 0); }
+
     QWidget *at(const char *name) const { return panel()->findChild<QWidget *>(QLatin1String(name)); }
-    ParamterWidget *panel() const;
+
+    ParamterWidget *panel() const
+    {
+        for (ParamterWidget *panel : m_panels->findChildren<ParamterWidget *>()) {
+            if (panel->deviceName() == "cam"_s)
+                return panel;
+        }
+        return nullptr;
+    }
+
     quint64 written() const { return m_camera->port.writes; }
 
     FakeHostCore &m_host = FakeHostCore::instance();
@@ -90,183 +252,6 @@ private:
     QPointer<QAbstractSpinBox> m_field;
     bool m_isInTree = false;
 };
-
-void tst_UnfinishedEdits::init()
-{
-    m_host.reset();
-    m_messages = std::make_unique<FatalMessages>();
-    m_camera = std::make_unique<PanelCamera>();
-    m_window = std::make_unique<QWidget>();
-    auto *layout = new QVBoxLayout(m_window.get());
-    m_beside = new QLineEdit;
-    m_panels = new ParamterWnd;
-    layout->addWidget(m_beside);
-    layout->addWidget(m_panels);
-    m_window->resize(800, 900);
-    m_window->show();
-    QApplication::setActiveWindow(m_window.get());
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    setReady("cam", true);
-    list({"cam"});
-    focus("cam");
-}
-
-void tst_UnfinishedEdits::cleanup()
-{
-    m_window.reset();
-    m_camera.reset();
-    m_messages.reset();
-}
-
-ParamterWidget *tst_UnfinishedEdits::panel() const
-{
-    for (ParamterWidget *panel : m_panels->findChildren<ParamterWidget *>()) {
-        if (panel->deviceName() == QLatin1String("cam"))
-            return panel;
-    }
-    return nullptr;
-}
-
-void tst_UnfinishedEdits::currentTab(bool tree)
-{
-    panel()->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"))->setCurrentIndex(tree ? 1 : 0);
-}
-
-/// "123" of the exposure time 12345 is typed.
-void tst_UnfinishedEdits::open(bool isInTree)
-{
-    m_isInTree = isInTree;
-    currentTab(isInTree);
-    if (isInTree) {
-        auto *tree = panel()->findChild<FeatureTreeView *>();
-        tree->expandAll();
-        const QModelIndex row = tree->model()
-                                    ->match(tree->model()->index(0, 0), Qt::DisplayRole, QStringLiteral("ExposureTime"),
-                                            1, Qt::MatchExactly | Qt::MatchRecursive)
-                                    .value(0);
-        tree->scrollTo(row);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(row.siblingAtColumn(1)).center());
-        m_field = tree->viewport()->findChild<QDoubleSpinBox *>();
-    } else {
-        m_field = panel()
-                      ->findChild<ToolPageWidgetItem *>(QStringLiteral("Exposure Time(us)"))
-                      ->findChild<QDoubleSpinBox *>();
-        m_field->setFocus();
-    }
-    QVERIFY(m_field && m_field->hasFocus());
-    m_field->selectAll();
-    QTest::keyClicks(m_field, QStringLiteral("123"));
-    m_camera->port.resetCounters();
-    m_host.clearCalls();
-}
-
-void tst_UnfinishedEdits::survive_data()
-{
-    QTest::addColumn<bool>("isInTree");
-    QTest::addColumn<Interruption>("interrupt");
-    using Test = tst_UnfinishedEdits;
-    const std::pair<const char *, Interruption> interruptions[] = {
-        {"another camera opens",
-         [](Test &test) {
-             test.setReady("other", true);
-             test.list({"cam", "other"});
-         }},
-        {"and gets the focus for a while",
-         [](Test &test) {
-             test.setReady("other", true);
-             test.list({"cam", "other"});
-             test.focus("other");
-             test.focus("cam");
-         }},
-        {"a camera is closed",
-         [](Test &test) {
-             test.setReady("closed", false);
-             test.list({"cam", "closed"});
-             test.focus("cam");
-         }},
-        {"acquisition starts", [](Test &test) { test.acquire("1"); }},
-        {"acquisition stops", [](Test &test) { test.acquire("0"); }},
-        {"import", [](Test &test) { test.import(); }},
-        {"language", [](Test &test) { test.changeLanguage(); }},
-        {"another window", [](Test &test) { test.toAnotherWindow(); }},
-        {"both tabs hidden and shown", [](Test &test) { test.hideBothTabs(); }},
-        {"window locked", [](Test &test) { test.lock(); }}};
-    for (const bool isInTree : {false, true}) {
-        for (const auto &[name, interruption] : interruptions)
-            QTest::addRow("%s: %s", isInTree ? "tree" : "row", name) << isInTree << interruption;
-    }
-}
-
-/// Nothing is written, the next keys go on with the number, and Enter writes it.
-void tst_UnfinishedEdits::survive()
-{
-    QFETCH(bool, isInTree);
-    QFETCH(Interruption, interrupt);
-    open(isInTree);
-    for (int time = 0; time < 2; ++time) {
-        interrupt(*this);
-        QVERIFY(m_field);
-        QCOMPARE(m_field->text(), QStringLiteral("123"));
-        QCOMPARE(written(), quint64(0));
-        QVERIFY(m_field->isVisible());
-        QVERIFY(m_field->hasFocus());
-    }
-    QTest::keyClicks(m_field, QStringLiteral("45"));
-    QTest::keyClick(m_field, Qt::Key_Return);
-    QCOMPARE(written(), quint64(1));
-    QCOMPARE(GenApi::CFloatPtr(m_camera->node("ExposureTime"))->GetValue(true, true), 12345.0);
-    QCOMPARE(m_host.callsTo(QStringLiteral("VLogInfo")), QStringList());
-}
-
-void tst_UnfinishedEdits::pressesInThePanelEndThem_data()
-{
-    QTest::addColumn<bool>("isInTree");
-    QTest::addColumn<QByteArray>("target");
-    QTest::addColumn<bool>("ends");
-    for (const char *target : {"pushButtonFold", "tabMainWidget", "widget_attrInfo", "splitter"})
-        QTest::addRow("row: %s", target) << false << QByteArray(target) << true;
-    for (const char *target : {"toolButton", "edit_search", "label", "tabMainWidget"})
-        QTest::addRow("tree: %s", target) << true << QByteArray(target) << true;
-    QTest::newRow("row: beside the panel") << false << QByteArray() << false;
-    QTest::newRow("tree: beside the panel") << true << QByteArray() << false;
-}
-
-/// Also presses on what takes no focus.
-void tst_UnfinishedEdits::pressesInThePanelEndThem()
-{
-    QFETCH(bool, isInTree);
-    QFETCH(QByteArray, target);
-    QFETCH(bool, ends);
-    open(isInTree);
-    QWidget *pressed = m_beside;
-    if (!target.isEmpty())
-        pressed = at(target.constData());
-    if (auto *tabs = qobject_cast<QTabWidget *>(pressed))
-        pressed = tabs->tabBar();
-    quint64 writtenBefore = 99; // when the press takes effect
-    if (auto *button = qobject_cast<QAbstractButton *>(pressed))
-        connect(button, &QAbstractButton::pressed, this, [&] { writtenBefore = written(); });
-    QTest::mouseClick(pressed, Qt::LeftButton, {}, QPoint(4, 4));
-    QCOMPARE(written(), quint64(ends ? 1 : 0));
-    QVERIFY(writtenBefore == 99 || writtenBefore == 1);
-    if (ends)
-        QCOMPARE(GenApi::CFloatPtr(m_camera->node("ExposureTime"))->GetValue(true, true), 123.0);
-    else
-        QCOMPARE(m_field->text(), QStringLiteral("123"));
-}
-
-void tst_UnfinishedEdits::goneWithTheCamera()
-{
-    for (const bool isInTree : {false, true}) {
-        open(isInTree);
-        setReady("cam", false);
-        list({"cam"});
-        QTRY_VERIFY(!m_field);
-        QCOMPARE(written(), quint64(0));
-        cleanup();
-        init();
-    }
-}
 
 QTEST_MAIN(tst_UnfinishedEdits)
 #include "tst_UnfinishedEdits.moc"
