@@ -17,8 +17,6 @@ public:
     SoftTrigger(PanelContext &context, QWidget *controlsParent);
 
     QTimer *timer() { return &m_timer; }
-    /// The period in ms, 1 to 10000, 1000 at first. Enabled while the trigger is off.
-    QSpinBox *intervalSpinBox() const { return m_interval; }
     SwitchButton *switchButton() const { return m_switch; }
 
     /// Starts or stops the timer, as a switch says. Nothing happens for null.
@@ -29,6 +27,6 @@ public:
 private:
     PanelContext &m_context;
     QTimer m_timer;
-    QSpinBox *m_interval;
+    QSpinBox *m_interval; ///< in ms, 1 to 10000, 1000 at first; enabled while the trigger is off
     SwitchButton *m_switch;
 };

@@ -23,7 +23,8 @@ public:
     QPushButton *tiltButton() const { return m_tiltButton; }
     QPushButton *heightButton() const { return m_heightButton; }
 
-    /// Writes an edited field to the device; what it refuses, the field gives back. Other objects are ignored.
+    /// Writes an edited field to the device; after a refusal the field shows what the device has. Other objects are
+    /// ignored.
     void apply(const QObject *field);
     /// Lets the host determine the value of a button's field, which it may set, and writes it. Other objects are
     /// ignored.

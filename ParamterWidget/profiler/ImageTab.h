@@ -27,7 +27,8 @@ public:
     void applyMeasureRange();
     /// Switches on a measure range that the device has, and off one that it has not.
     void adoptMeasureRange();
-    /// Shows whether the device has a measure range, without drawing; one that it has not leaves the image.
+    /// Shows whether the device has a measure range, without drawing one. If it has none any more, the region is
+    /// removed from the image.
     void showMeasureRange();
     void applyGrayImage();
     void applyContourSpacing();

@@ -24,8 +24,8 @@ public:
     /// Switches on the masks that the device has enabled and the others off. A mask that cannot be selected keeps
     /// its switch.
     void adopt();
-    /// Shows what the device has enabled, without drawing; areas that are off leave the image. To ask for each mask it
-    /// is selected, and at last the one that was before.
+    /// Shows what the device has enabled, without drawing; areas that are off are removed from the image. Each mask is
+    /// selected to be asked for, and at the end the one that was selected before.
     void show();
 
 private:

@@ -123,7 +123,7 @@ private Q_SLOTS:
         const QStringList names =
             words("2D Left|2D Right|Left Streak|Right Streak|2.5D Left Shot|2.5D Right Shot|2.5D Left Reflex"
                   "|2.5D Right Reflex",
-                  "|");
+                  '|');
         for (int output = 0; output < names.size(); ++output) {
             const QString feature = QLatin1String(OutputFeatures[output]);
             toggle(output);

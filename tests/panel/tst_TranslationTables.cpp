@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <QSet>
-#include <QtTest>
 
 #include "PanelBase/TranslationTables.h"
+#include "support/Rows.h"
 
 class tst_TranslationTables : public QObject
 {
