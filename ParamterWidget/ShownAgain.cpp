@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/ShownAgain.h"
 
-#include <utility>
-
 #include <QEvent>
 #include <QWidget>
 
@@ -11,9 +9,9 @@ ShownAgain::ShownAgain(QWidget *panel) : QObject(panel)
     panel->installEventFilter(this);
 }
 
-void ShownAgain::watch(QWidget *page, std::function<void()> shown)
+void ShownAgain::watch(QWidget *page, const std::function<void()> &shown)
 {
-    m_pages[page] = std::move(shown);
+    m_pages.insert(page, shown);
     page->installEventFilter(this);
 }
 
@@ -24,7 +22,9 @@ bool ShownAgain::eventFilter(QObject *watched, QEvent *event)
         return false;
     if (watched == parent())
         m_panelWasShown = true;
-    else if (m_panelWasShown && !event->spontaneous())
-        m_pages.value(watched)();
+    else if (m_panelWasShown && !event->spontaneous()) {
+        for (const auto &shown : m_pages.values(watched))
+            shown();
+    }
     return false;
 }

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include <QHash>
+#include <QMultiHash>
 #include <QObject>
 
 class QWidget;
@@ -16,13 +16,13 @@ public:
     /// `panel` is the parent, and has not been shown yet.
     explicit ShownAgain(QWidget *panel);
 
-    /// Calls a function each time that `page`, which is watched once at most, is shown again.
-    void watch(QWidget *page, std::function<void()> shown);
+    /// Calls a function each time that a page is shown again.
+    void watch(QWidget *page, const std::function<void()> &shown);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    QHash<QObject *, std::function<void()>> m_pages;
+    QMultiHash<QObject *, std::function<void()>> m_pages;
     bool m_panelWasShown = false;
 };

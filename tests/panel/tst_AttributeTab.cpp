@@ -169,17 +169,6 @@ private Q_SLOTS:
         QCOMPARE(stores(), words("SetParamterInfo(24, 0)|SetParamterInfo(24, 2)", '|'));
     }
 
-    void cardsAskForTheirOwnNodeMap()
-    {
-        m_host.setNodeMap(HostCore::FOCUS_CARD, "card", m_camera->map);
-        m_panel = std::make_unique<ParamterWidget>();
-        m_panel->setCard(true);
-        m_panel->initUI("card"_s);
-        m_host.clearCalls();
-        m_panel->findChild<QLineEdit *>("edit_search"_s)->setText("a"_s);
-        QCOMPARE(m_host.callsTo("GetAttrNodeMap"_s), QStringList("GetAttrNodeMap(2, card, 3)"_s));
-    }
-
     void describesTheSelectedFeature()
     {
         open();
