@@ -20,11 +20,10 @@ bool ShownAgain::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::Show)
         return false;
-    if (watched == parent())
-        m_panelWasShown = true;
-    else if (m_panelWasShown && !event->spontaneous()) {
-        for (const auto &shown : m_pages.values(watched))
-            shown();
-    }
+    m_panelWasShown = m_panelWasShown || watched == parent();
+    if (!m_panelWasShown || event->spontaneous())
+        return false;
+    for (const auto &shown : m_pages.values(watched))
+        shown();
     return false;
 }
