@@ -8,15 +8,17 @@
 #include <QCoreApplication>
 #include <QIcon>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
-#include <QTextBrowser>
 #include <QToolButton>
+#include <QWidgetAction>
 
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "PanelBase/HostCall.h"
-#include "ParamterWidget/FeatureDescription.h"
+#include "ParamterWidget/FormStyleSheets.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "Resources/Icons.h"
@@ -27,6 +29,9 @@ constexpr const char *Module = "AttributeTab";
 
 /// Property of the folding button: true when the tree is folded, so that the next click unfolds it.
 constexpr const char *CollapseProperty = "collapse";
+
+constexpr int FoldButtonWidthEnglish = 85;
+constexpr int FoldButtonWidthChinese = 60;
 
 constexpr int TopCategoryOpen = 0;
 constexpr int TwoLevelsOpen = 1;
@@ -46,13 +51,43 @@ int attributeLevelFromText(const std::string &text)
         std::clamp(std::strtol(text.c_str(), nullptr, Base), long(GenApi::Beginner), long(GenApi::Guru)));
 }
 
-AttributeTab::AttributeTab(const PanelContext &context, const Ui_ParamterWidget &form, QTextBrowser *descriptionPane)
-    : m_context(context), m_form(form), m_descriptionPane(descriptionPane)
+AttributeTab::AttributeTab(const PanelContext &context, const Ui_ParamterWidget &form)
+    : m_context(context), m_form(form)
 {
-    m_form.toolButton->setProperty(CollapseProperty, true);
+    setUpSearch();
+    setUpFolding();
 }
 
 AttributeTab::~AttributeTab() = default;
+
+void AttributeTab::setUpSearch()
+{
+    auto *const button = new QPushButton(m_form.edit_search);
+    button->setCursor(Qt::ArrowCursor);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setStyleSheet(StyleSheets::SearchButton);
+    auto *const action = new QWidgetAction(m_form.edit_search);
+    action->setDefaultWidget(button);
+    m_form.edit_search->addAction(action, QLineEdit::LeadingPosition);
+    // The tree takes no focus by Tab; from the search field the arrow key leads into it.
+    auto *const intoTree = new QShortcut(Qt::Key_Down, m_form.edit_search);
+    intoTree->setContext(Qt::WidgetShortcut);
+    QObject::connect(intoTree, &QShortcut::activated, m_form.widget_featrue, [tree = m_form.widget_featrue] {
+        tree->setFocus();
+        const QModelIndex row = tree->currentIndex().isValid() ? tree->currentIndex() : tree->indexAt({});
+        tree->setCurrentIndex(row.siblingAtColumn(0)); // the focus alone marks no row
+        tree->scrollTo(tree->currentIndex());
+    });
+}
+
+void AttributeTab::setUpFolding()
+{
+    m_form.toolButton->setProperty(CollapseProperty, true);
+    m_form.toolButton->setIcon(QIcon(Icons::Fold));
+    m_form.toolButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_form.toolButton->setLayoutDirection(Qt::RightToLeft);
+    m_form.toolButton->setStyleSheet(StyleSheets::FoldButton);
+}
 
 void AttributeTab::build(GenApi::INodeMap *nodeMap)
 {
@@ -103,14 +138,10 @@ void AttributeTab::toggleFolding()
     setFolded(!isFolded());
 }
 
-bool AttributeTab::describe(const QModelIndex &index)
+GenApi::INode *AttributeTab::featureAt(const QModelIndex &index) const
 {
-    if (!m_model || m_context.disabled || index.model() != m_model.get())
-        return false;
-    GenApi::INode *const node = m_model->getItem(index)->GetFeaturePtr();
-    if (node)
-        m_descriptionPane->setText(featureDescription(node));
-    return node;
+    const bool isOwn = m_model && !m_context.disabled && index.model() == m_model.get();
+    return isOwn ? m_model->getItem(index)->GetFeaturePtr() : nullptr;
 }
 
 void AttributeTab::selectStoredLevel()
@@ -129,9 +160,10 @@ void AttributeTab::showStoredLevel()
     m_isLevelReset = false;
 }
 
-void AttributeTab::retranslate()
+void AttributeTab::retranslate(int language)
 {
     m_isLevelReset = true;
+    m_form.toolButton->setFixedWidth(language == 0 ? FoldButtonWidthEnglish : FoldButtonWidthChinese);
     showFoldingText();
 }
 

@@ -8,10 +8,10 @@
 
 FocusReturn::FocusReturn(QWidget *panel) : QObject(panel), m_panel(panel)
 {
-    connect(qApp, &QApplication::focusChanged, this, &FocusReturn::follow);
+    connect(qApp, &QApplication::focusChanged, this, &FocusReturn::adopt);
 }
 
-void FocusReturn::follow(QWidget *before, QWidget *now)
+void FocusReturn::adopt(QWidget *before, QWidget *now)
 {
     if (now && now == m_lost) {
         m_lost->removeEventFilter(this);

@@ -18,7 +18,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void follow(QWidget *before, QWidget *now);
+    void adopt(QWidget *before, QWidget *now);
     bool isLost(const QWidget *before) const;
 
     QWidget *m_panel;

@@ -26,6 +26,18 @@ int GetCamerFloatNodeValue(QString device, QString nodeName, float &value, float
 /// outputs read so far written. A node of another type gives 0 and leaves the outputs as they were.
 int GetCameraIntNodeInfo(QString device, QString nodeName, int &value, int &min, int &max, int &inc);
 
+/// What GetCameraIntNodeInfo() reads, on top of what is here.
+struct IntegerInfo
+{
+    int value = 0;
+    int minimum = 0;
+    int maximum = 0;
+    int increment = 1;
+};
+
+/// The same as one object: zeros, and `value`, for a feature that cannot be read.
+IntegerInfo readInteger(const QString &device, const char *feature, int value = 0);
+
 /// Writes an integer feature with verification. -2: no such node; -3: not writable; -4: GenICam refused.
 /// A node of another type gives 0 and is not written.
 int SetCameraIntNodeValue(QString device, QString nodeName, int value);

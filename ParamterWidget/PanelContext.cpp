@@ -24,13 +24,13 @@ PlacedRow PanelContext::placed(RowId id) const
     return found == placedRows.end() ? PlacedRow() : found->second;
 }
 
-void PanelContext::showRow(RowId id, bool visible) const
+void PanelContext::showRow(RowId id, bool visible)
 {
     if (ToolPageWidgetItem *const row = placed(id).row)
         row->setWidgetItemVisible(visible);
 }
 
-void PanelContext::refreshPages() const
+void PanelContext::refreshPages()
 {
     for (CToolBox *toolBox : toolBoxes.mid(0, RefreshedToolBoxes))
         toolBox->updateWidget();

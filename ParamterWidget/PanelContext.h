@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 
 #include <QSet>
@@ -12,6 +13,7 @@
 
 #include <GenApi/GenApi.h>
 
+#include "PanelBase/Guarded.h"
 #include "ParamterWidget/pages/RowSpec.h"
 
 class CToolBox;
@@ -32,17 +34,15 @@ struct PanelContext
     QString deviceName; ///< the host's identifier of the device; empty in the default panel
     bool areaScan = false; ///< an area-scan camera
     bool card = false; ///< a card instead of a camera
-    int language = 0; ///< 0 English, any other value Chinese
     bool disabled = false; ///< the device must not be touched any more; stays true
 
     QVector<CToolBox *> toolBoxes; ///< of the inner tabs, first to fourth
     std::map<RowId, QWidget *> controls; ///< editors that the controllers made for rows of their own
     QVector<ToolPageWidgetItem *> rows; ///< of the curated pages, in the order of building
     std::map<RowId, PlacedRow> placedRows; ///< the rows among them that have an id
-    QVector<ToolPageWidgetItem *> liveRows; ///< rows that follow the device while the first page is in view
-    ToolPageWidgetItem *selectedRow = nullptr; ///< the row that is described
+    QVector<ToolPageWidgetItem *> liveRows; ///< rows that keep showing the device while the first page is in view
 
-    /// To be called after features were written or commands executed beside the feature tree, which follows then.
+    /// To be called after features were written or commands executed beside the feature tree, which shows them then.
     std::function<void()> written = [] {};
 
     mutable QSet<QString> logged; ///< by log() and logOnce()
@@ -54,9 +54,17 @@ struct PanelContext
     /// Both null without that row.
     PlacedRow placed(RowId id) const;
     /// Shows or hides a row, if there is one; a row whose feature is not available stays hidden.
-    void showRow(RowId id, bool visible) const;
+    void showRow(RowId id, bool visible);
     /// Reads the pages in the first three tool boxes again, except folded groups.
-    void refreshPages() const;
+    void refreshPages();
+    /// Calls a function with one of the panel's controllers, unless the panel has none such or must not touch the
+    /// device any more. No exception leaves it.
+    template <class Controller, class Function>
+    void use(const std::unique_ptr<Controller> &controller, Function &&function) const
+    {
+        if (controller && !disabled)
+            guarded("ParamterWidget", [&] { function(*controller); });
+    }
     /// Adds a line of `module` to the host's log.
     void log(const char *module, const QString &message) const;
     /// The same, unless this panel has done so before.

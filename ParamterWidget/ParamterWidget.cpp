@@ -6,26 +6,23 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QFile>
-#include <QIcon>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QSplitter>
-#include <QTextBrowser>
 #include <QToolButton>
-#include <QWidgetAction>
 
 #include "FeatureTree/FeatureTreeView.h"
 #include "PanelBase/Guarded.h"
 #include "ParamterWidget/AttributeTab.h"
+#include "ParamterWidget/DescriptionPane.h"
 #include "ParamterWidget/FocusReturn.h"
-#include "ParamterWidget/FormStyleSheets.h"
 #include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/PanelTabs.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "ParamterWidget/RoiDrawing.h"
-#include "ParamterWidget/ShowWatcher.h"
+#include "ParamterWidget/ShownAgain.h"
 #include "ParamterWidget/SoftTrigger.h"
 #include "ParamterWidget/UserSets.h"
 #include "ParamterWidget/pages/AreaScanCatalogue.h"
@@ -36,7 +33,6 @@
 #include "Resources/Icons.h"
 #include "ToolPage/CTabWidget.h"
 #include "ToolPage/CToolBox.h"
-#include "ToolPage/CToolPage.h"
 #include "ToolPage/SelectedButton.h"
 #include "ToolPage/SwitchButton.h"
 #include "ToolPage/ToolPageWidgetItem.h"
@@ -52,40 +48,13 @@ constexpr const char *AttributeTabOnlyType = "4";
 
 constexpr auto LiveRefreshPeriod = 1500ms;
 constexpr int PanelMinimumWidth = 200;
-constexpr int FoldButtonWidthEnglish = 85;
-constexpr int FoldButtonWidthChinese = 60;
 constexpr int TreeStretch = 3;
 constexpr int DescriptionStretch = 1;
 constexpr int FirstHeight = 150;
 
-/// Titles of the inner tabs, which show as many tool boxes.
-constexpr const char *AreaScanTitles[] = {QT_TRANSLATE_NOOP("ParamterWidget", "Commom"),
-                                          QT_TRANSLATE_NOOP("ParamterWidget", "Trigger"),
-                                          QT_TRANSLATE_NOOP("ParamterWidget", "Advance")};
-constexpr const char *ProfilerTitles[] = {
-    QT_TRANSLATE_NOOP("ParamterWidget", "Trigger"), QT_TRANSLATE_NOOP("ParamterWidget", "Image"),
-    QT_TRANSLATE_NOOP("ParamterWidget", "Contour"), QT_TRANSLATE_NOOP("ParamterWidget", "Others")};
-constexpr const char *StructuredLightTitles[] = {QT_TRANSLATE_NOOP("ParamterWidget", "Shoot"),
-                                                 QT_TRANSLATE_NOOP("ParamterWidget", "Image"),
-                                                 QT_TRANSLATE_NOOP("ParamterWidget", "Advance")};
-
-struct PageSetSpec
-{
-    Table<const char *> titles;
-    void (ParamterWidget::*build)();
-};
-
-/// In the order of PageSet.
-constexpr PageSetSpec PageSets[] = {
-    {AreaScanTitles, &ParamterWidget::init2DParameterUI},
-    {ProfilerTitles, &ParamterWidget::init3DParameterUI},
-    {StructuredLightTitles, &ParamterWidget::initSLParameterUI},
-};
-
-const PageSetSpec &specOf(PageSet pageSet)
-{
-    return PageSets[int(pageSet)];
-}
+/// What builds the pages, in the order of PageSet.
+constexpr void (ParamterWidget::*PageSetBuilders[])() = {
+    &ParamterWidget::init2DParameterUI, &ParamterWidget::init3DParameterUI, &ParamterWidget::initSLParameterUI};
 
 QString panelStyleSheet()
 {
@@ -93,26 +62,35 @@ QString panelStyleSheet()
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
+void setUpSplitter(QSplitter &splitter)
+{
+    splitter.setStretchFactor(0, TreeStretch);
+    splitter.setStretchFactor(1, DescriptionStretch);
+    // The factors alone weigh the size hints of the two parts; these sizes make them the ratio of the heights.
+    splitter.setSizes({TreeStretch * FirstHeight, DescriptionStretch * FirstHeight});
+}
+
 } // namespace
 
 ParamterWidget::ParamterWidget(QWidget *parent)
-    : QWidget(parent), m_descriptionPane(new QTextBrowser(this)), m_unplacedControls(new QWidget(this)),
+    : QWidget(parent), m_description(std::make_unique<DescriptionPane>(this)), m_unplacedControls(new QWidget(this)),
       m_softTrigger(std::make_unique<SoftTrigger>(m_context, m_unplacedControls)),
       m_roiDrawing(std::make_unique<RoiDrawing>(m_context, m_unplacedControls)),
-      m_userSets(std::make_unique<UserSets>(m_context, m_unplacedControls)), m_ui(std::make_unique<Ui_ParamterWidget>())
+      m_userSets(std::make_unique<UserSets>(m_context, m_unplacedControls)),
+      m_ui(std::make_unique<Ui_ParamterWidget>()), m_shownAgain(new ShownAgain(this))
 {
     m_unplacedControls->hide();
     m_ui->setupUi(this);
     m_context.written = [tree = m_ui->widget_featrue] { tree->followDevice(); };
     m_context.toolBoxes = {m_ui->firstToolBox, m_ui->secondToolBox, m_ui->thirdToolBox, m_ui->fourthToolBox};
-    m_attributeTab = std::make_unique<AttributeTab>(m_context, *m_ui, m_descriptionPane);
+    m_attributeTab = std::make_unique<AttributeTab>(m_context, *m_ui);
+    m_tabs = std::make_unique<PanelTabs>(m_context, *m_ui);
 
     setStyleSheet(panelStyleSheet());
     setMinimumWidth(PanelMinimumWidth);
     setFocusPolicy(Qt::StrongFocus);
-    setUpFilterBar();
-    setUpDescriptionPane();
-    setUpTabs();
+    m_description->placeIn(m_ui->widget_attrInfo);
+    setUpSplitter(*m_ui->splitter);
     connectControls();
     new FocusReturn(this);
     m_liveRefreshTimer.start(LiveRefreshPeriod);
@@ -123,52 +101,6 @@ ParamterWidget::~ParamterWidget()
 {
     for (QWidget *child : findChildren<QWidget *>())
         child->disconnect(this);
-}
-
-void ParamterWidget::setUpFilterBar()
-{
-    auto *const searchButton = new QPushButton(m_ui->edit_search);
-    searchButton->setCursor(Qt::ArrowCursor);
-    searchButton->setFocusPolicy(Qt::NoFocus);
-    searchButton->setStyleSheet(StyleSheets::SearchButton);
-    auto *const searchAction = new QWidgetAction(m_ui->edit_search);
-    searchAction->setDefaultWidget(searchButton);
-    m_ui->edit_search->addAction(searchAction, QLineEdit::LeadingPosition);
-    // The tree takes no focus by Tab; from the search field the arrow key leads into it.
-    auto *const intoTree = new QShortcut(Qt::Key_Down, m_ui->edit_search);
-    intoTree->setContext(Qt::WidgetShortcut);
-    connect(intoTree, &QShortcut::activated, m_ui->widget_featrue, [tree = m_ui->widget_featrue] {
-        tree->setFocus();
-        const QModelIndex row = tree->currentIndex().isValid() ? tree->currentIndex() : tree->indexAt({});
-        tree->setCurrentIndex(row.siblingAtColumn(0)); // the focus alone marks no row
-        tree->scrollTo(tree->currentIndex());
-    });
-
-    m_ui->toolButton->setIcon(QIcon(Icons::Fold));
-    m_ui->toolButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_ui->toolButton->setLayoutDirection(Qt::RightToLeft);
-    m_ui->toolButton->setStyleSheet(StyleSheets::FoldButton);
-}
-
-void ParamterWidget::setUpDescriptionPane()
-{
-    m_ui->widget_attrInfo->setStretchEnable(true);
-    m_ui->widget_attrInfo->setAutoStretchEnable(true);
-    m_descriptionPane->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_ui->widget_attrInfo->addWidget(tr("Parameter Description"), QString(), m_descriptionPane);
-    m_descriptionPane->setAccessibleName(tr("Parameter Description"));
-    m_ui->splitter->setStretchFactor(0, TreeStretch);
-    m_ui->splitter->setStretchFactor(1, DescriptionStretch);
-    // The factors alone weigh the size hints of the two parts; these sizes make them the ratio of the heights.
-    m_ui->splitter->setSizes({TreeStretch * FirstHeight, DescriptionStretch * FirstHeight});
-}
-
-void ParamterWidget::setUpTabs()
-{
-    while (m_ui->tabWidget->count() > 0)
-        m_ui->tabWidget->removeTab(m_ui->tabWidget->count() - 1);
-    m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabPannel), tr("Common Attribute"));
-    m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabAttribute), tr("All Attribute"));
 }
 
 void ParamterWidget::connectControls()
@@ -209,14 +141,14 @@ void ParamterWidget::initUI(QString device)
     m_ui->widget_featrue->deviceName = device;
     if (m_context.card)
         setPageSet(PageSet::AreaScan);
-    guarded(Module, [&] { (this->*specOf(m_pageSet).build)(); });
+    guarded(Module, [&] { (this->*PageSetBuilders[int(m_pageSet)])(); });
     for (QAbstractSpinBox *spinBox : findChildren<QAbstractSpinBox *>())
         spinBox->setContextMenuPolicy(Qt::NoContextMenu);
 }
 
 void ParamterWidget::init2DParameterUI()
 {
-    addPages();
+    m_tabs->addPages(m_pageSet);
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     const bool attributesOnly = m_context.card
         || callHost<HostCore::GetCameraInfo>(Module, m_context.deviceKey(), HostCore::CAM_INFO_TYPE_CODE)
@@ -233,12 +165,6 @@ void ParamterWidget::init2DParameterUI()
     parameterTreeViewInit(nodeMap);
 }
 
-void ParamterWidget::addPages()
-{
-    for (const char *title : specOf(m_pageSet).titles)
-        m_ui->tabWidget->addTab(m_context.toolBoxes.at(m_ui->tabWidget->count()), tr(title));
-}
-
 void ParamterWidget::commonAttributeInit(GenApi::INodeMap *nodeMap)
 {
     buildTab(AreaScanCatalogue::Common, m_ui->firstToolBox, nodeMap);
@@ -253,7 +179,7 @@ void ParamterWidget::advancedSettingsInit(GenApi::INodeMap *nodeMap)
 {
     buildTab(AreaScanCatalogue::Advanced, m_ui->thirdToolBox, nodeMap);
     m_roiDrawing->pairRows();
-    whenShownAgain(m_ui->thirdToolBox, [this] { followImageSize(); });
+    m_shownAgain->watch(m_ui->thirdToolBox, [this] { adoptImageSize(); });
 }
 
 void ParamterWidget::buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap)
@@ -275,45 +201,25 @@ void ParamterWidget::parameterTreeViewInit(GenApi::INodeMap *nodeMap)
 
 void ParamterWidget::retranslate(int language)
 {
-    m_ui->widget_attrInfo->setText(tr("Parameter Description"));
-    m_descriptionPane->setAccessibleName(tr("Parameter Description"));
     {
         const QSignalBlocker blocker(m_ui->cboboxLevel);
         m_ui->retranslateUi(this);
     }
-    m_attributeTab->retranslate();
-    m_ui->toolButton->setFixedWidth(language == 0 ? FoldButtonWidthEnglish : FoldButtonWidthChinese);
-    int page = 0;
-    for (const char *title : specOf(m_pageSet).titles) {
-        m_ui->tabWidget->setTabText(page, tr(title));
-        m_context.toolBoxes.at(page++)->setLanguage(language);
-    }
+    m_attributeTab->retranslate(language);
+    m_tabs->retranslate(m_pageSet, language);
     if (m_profiler)
         m_profiler->retranslate();
-    m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabPannel), tr("Common Attribute"));
-    m_ui->tabMainWidget->setTabText(m_ui->tabMainWidget->indexOf(m_ui->tabAttribute), tr("All Attribute"));
-    m_context.language = language;
-    describeSelectedRow();
+    m_description->retranslate(language);
 }
 
 void ParamterWidget::setPanelWidgetVisiable(bool visible)
 {
-    QTabWidget *const tabs = m_ui->tabMainWidget;
-    const int index = tabs->indexOf(m_ui->tabPannel);
-    if (!visible)
-        tabs->removeTab(index);
-    else if (index < 0)
-        tabs->insertTab(0, m_ui->tabPannel, tr("Common Attribute"));
+    m_tabs->setPagesVisible(visible);
 }
 
 void ParamterWidget::setAllDetailWidgetVisiable(bool visible)
 {
-    QTabWidget *const tabs = m_ui->tabMainWidget;
-    const int index = tabs->indexOf(m_ui->tabAttribute);
-    if (!visible)
-        tabs->removeTab(index);
-    else if (index < 0)
-        tabs->addTab(m_ui->tabAttribute, tr("All Attribute"));
+    m_tabs->setTreeVisible(visible);
 }
 
 void ParamterWidget::setParamterViewDisable()
@@ -331,35 +237,19 @@ void ParamterWidget::updateWidget(bool afterImport)
 {
     m_context.written();
     guarded(Module, [this] { m_context.refreshPages(); });
-    followDevice(afterImport);
+    showDevice(afterImport);
 }
 
-void ParamterWidget::followDevice(bool wholly)
+void ParamterWidget::showDevice(bool wholly)
 {
-    followImageSize();
-    if (followsProfiler())
-        guarded(Module, [&] { wholly ? m_profiler->showAll() : m_profiler->show(); });
-    readOutputs();
+    adoptImageSize();
+    m_context.use(m_profiler, [wholly](ProfilerPages &pages) { wholly ? pages.showAll() : pages.show(); });
+    m_context.use(m_outputSelection, [](OutputSelection &selection) { selection.show(); });
 }
 
-void ParamterWidget::followImageSize()
+void ParamterWidget::adoptImageSize()
 {
-    guarded(Module, [this] { m_roiDrawing->followCamera(); });
-}
-
-/// The pages of the panel have been shown before.
-void ParamterWidget::showEvent(QShowEvent *event)
-{
-    QWidget::showEvent(event);
-    m_wasShown = true;
-}
-
-void ParamterWidget::whenShownAgain(QWidget *page, std::function<void()> follow)
-{
-    new ShowWatcher(page, [this, follow = std::move(follow)] {
-        if (m_wasShown)
-            follow();
-    });
+    guarded(Module, [this] { m_roiDrawing->adoptCameraChange(); });
 }
 
 void ParamterWidget::startAcquireOperation()
@@ -383,7 +273,7 @@ void ParamterWidget::updateAttributeLevel()
 
 void ParamterWidget::setDrawRoiPos(int leftX, int leftY, int rightX, int rightY)
 {
-    guarded(Module, [&] { m_roiDrawing->followHost(leftX, leftY, rightX, rightY); });
+    guarded(Module, [&] { m_roiDrawing->adoptHostRegion(leftX, leftY, rightX, rightY); });
 }
 
 void ParamterWidget::setDrawRoiStatus(bool drawing)
@@ -417,14 +307,14 @@ void ParamterWidget::on_filter_changed()
 void ParamterWidget::onSigSelectItemClick(QModelIndex index)
 {
     guarded(Module, [&] {
-        if (m_attributeTab->describe(index))
-            m_context.selectedRow = nullptr;
+        if (GenApi::INode *const feature = m_attributeTab->featureAt(index))
+            m_description->describe(feature);
     });
 }
 
 void ParamterWidget::onTriggerSwitchButtonClicked()
 {
-    m_softTrigger->follow(qobject_cast<SwitchButton *>(sender()));
+    m_softTrigger->apply(qobject_cast<SwitchButton *>(sender()));
 }
 
 void ParamterWidget::onTriggerTimeout()
@@ -434,13 +324,13 @@ void ParamterWidget::onTriggerTimeout()
 
 void ParamterWidget::onRoiSelectedButtonClicked()
 {
-    guarded(Module, [this] { m_roiDrawing->followSelectButton(); });
+    guarded(Module, [this] { m_roiDrawing->applySelectButton(); });
 }
 
 void ParamterWidget::onDrawParametersButtonClicked()
 {
     const QObject *const spinBox = sender();
-    guarded(Module, [&] { m_roiDrawing->followCoordinate(spinBox); });
+    guarded(Module, [&] { m_roiDrawing->applyCoordinate(spinBox); });
 }
 
 void ParamterWidget::onExecDrawButtonClicked()
@@ -456,7 +346,7 @@ void ParamterWidget::onResetImageSizeButtonClicked()
 void ParamterWidget::onUserSetLoadButtonClicked()
 {
     guarded(Module, [this] { m_userSets->load(); });
-    followDevice(true);
+    showDevice(true);
 }
 
 void ParamterWidget::onCollapseButtonClicked()
@@ -467,13 +357,12 @@ void ParamterWidget::onCollapseButtonClicked()
 
 void ParamterWidget::onToolPageWidgetItemClicked()
 {
-    m_context.selectedRow = qobject_cast<ToolPageWidgetItem *>(sender());
-    describeSelectedRow();
+    m_description->describe(qobject_cast<ToolPageWidgetItem *>(sender()));
 }
 
 void ParamterWidget::onTabWidgetIndexChanged()
 {
-    if (isFirstPageInView() && !m_context.disabled)
+    if (m_tabs->isFirstPageInView() && !m_context.disabled)
         m_liveRefreshTimer.start();
     else
         m_liveRefreshTimer.stop();
@@ -483,15 +372,4 @@ void ParamterWidget::onRealUpdateTimerTimeout()
 {
     for (ToolPageWidgetItem *row : m_context.liveRows)
         guarded(Module, [row] { row->updateWidget(true); });
-}
-
-bool ParamterWidget::isFirstPageInView() const
-{
-    return m_ui->tabMainWidget->currentIndex() == 0 && m_ui->tabWidget->currentIndex() == 0;
-}
-
-void ParamterWidget::describeSelectedRow()
-{
-    if (m_context.selectedRow)
-        m_descriptionPane->setText(m_context.selectedRow->getDescription(m_context.language == 0 ? 0 : 1));
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include <QModelIndex>
@@ -14,9 +13,11 @@
 #include "ParamterWidget/PanelContext.h"
 
 class AttributeTab;
+class DescriptionPane;
 class OutputSelection;
-class QTextBrowser;
+class PanelTabs;
 class RoiDrawing;
+class ShownAgain;
 class SoftTrigger;
 class Ui_ParamterWidget;
 struct ProfilerPages;
@@ -86,7 +87,7 @@ public:
     /// Stops all reading of the device, for good.
     void setParamterViewDisable();
     /// Reads the curated pages again, except folded groups. After an import all controls that belong to no feature
-    /// follow the device too, without a write; else those that may change with the acquisition.
+    /// show the device too, without a write; else those that may change with the acquisition.
     void updateWidget(bool afterImport);
     /// Locks and unlocks what must not change while the camera acquires.
     void startAcquireOperation();
@@ -144,43 +145,18 @@ public Q_SLOTS:
     void on2DGrabOutputChanged(int index, bool status);
     void on2DShowTypeChanged(int index);
 
-protected:
-    void showEvent(QShowEvent *event) override;
-
 private:
-    void setUpFilterBar();
-    void setUpDescriptionPane();
-    void setUpTabs();
     void connectControls();
     void buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap);
-    /// Shows the tool boxes of the page set.
-    void addPages();
     void buildProfilerTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap);
-    void connectProfiler();
-    /// Whether the profiler's controls are to follow the device.
-    bool followsProfiler() const;
-    void followProfilerPage(int page);
-    /// Calls `follow` each time that a page is shown again; not when the panel is shown for the first time, as it has
-    /// just been built then.
-    void whenShownAgain(QWidget *page, std::function<void()> follow);
-    template <class Tool>
-    void forward(Tool ProfilerPages::*tool, void (Tool::*follow)() const);
-    template <class Tool>
-    void forward(Tool ProfilerPages::*tool, void (Tool::*follow)(const QObject *control) const);
-    template <class Use>
-    void useOutputs(Use use);
-    /// Lets the choice of 2D images follow the device.
-    void readOutputs();
-    /// Lets the controls that belong to no feature follow the device, all of them or those that may change with the
+    /// Shows the device in the controls that belong to no feature, in all of them or in those that may change with the
     /// acquisition.
-    void followDevice(bool wholly);
-    /// Lets drawing of a region end when the camera's image has become another one.
-    void followImageSize();
-    void describeSelectedRow();
-    bool isFirstPageInView() const;
+    void showDevice(bool wholly);
+    /// Ends the drawing of a region when the camera's image has become another one.
+    void adoptImageSize();
 
     PanelContext m_context;
-    QTextBrowser *m_descriptionPane;
+    std::unique_ptr<DescriptionPane> m_description;
     /// Hidden parent of the controls that no page has placed yet.
     QWidget *m_unplacedControls;
     std::unique_ptr<SoftTrigger> m_softTrigger;
@@ -191,6 +167,7 @@ private:
     QTimer m_liveRefreshTimer{this};
     std::unique_ptr<Ui_ParamterWidget> m_ui;
     std::unique_ptr<AttributeTab> m_attributeTab;
+    std::unique_ptr<PanelTabs> m_tabs;
+    ShownAgain *m_shownAgain;
     PageSet m_pageSet = PageSet::AreaScan;
-    bool m_wasShown = false;
 };

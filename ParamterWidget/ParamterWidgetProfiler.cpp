@@ -6,8 +6,10 @@
 #include <QDoubleSpinBox>
 
 #include "PanelBase/Guarded.h"
+#include "ParamterWidget/PanelTabs.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "ParamterWidget/ParamterWidget.h"
+#include "ParamterWidget/ShownAgain.h"
 #include "ParamterWidget/pages/ProfilerCatalogue.h"
 #include "ParamterWidget/profiler/ProfilerPages.h"
 #include "ToolPage/CToolBox.h"
@@ -19,12 +21,47 @@ constexpr const char *Module = "ParamterWidget";
 
 using Slot = void (ParamterWidget::*)();
 
+void connectPages(const ProfilerPages &pages, ParamterWidget *panel)
+{
+    const std::tuple<QComboBox *, Slot> lists[] = {
+        {pages.trigger.frameTriggerMode(), &ParamterWidget::onFrameTriggerModeChanged},
+        {pages.trigger.frameTriggerSource(), &ParamterWidget::onFrameTriggerSourceChanged},
+        {pages.trigger.lineScanMode(), &ParamterWidget::onLineScanModeChanged},
+        {pages.data.batchMode(), &ParamterWidget::onBatchModeChanged},
+        {pages.contour.laserAdjustMode(), &ParamterWidget::onLaserAdjustModeChanged},
+    };
+    for (const auto &[list, slot] : lists)
+        QObject::connect(list, qOverload<int>(&QComboBox::currentIndexChanged), panel, slot);
+    const std::tuple<QPushButton *, Slot> buttons[] = {
+        {pages.trigger.softwareTrigger(), &ParamterWidget::onSoftwareTriggerBtnClicked},
+        {pages.image.measureRange(), &ParamterWidget::onDrawMeasureRangeClicked},
+        {pages.image.grayImage(), &ParamterWidget::onGrayImageButtonClicked},
+        {pages.zRange.autoButton(), &ParamterWidget::onSizeInfoAutoClicked},
+        {pages.corrections.heightButton(), &ParamterWidget::onCorrectionButtonClicked},
+        {pages.corrections.tiltButton(), &ParamterWidget::onCorrectionButtonClicked},
+    };
+    for (const auto &[button, slot] : buttons)
+        QObject::connect(button, &QPushButton::clicked, panel, slot);
+    for (SwitchButton *mask : pages.masks.switches())
+        QObject::connect(mask, &QPushButton::clicked, panel, &ParamterWidget::onMaskWidgetMouseClicked);
+    const std::tuple<QDoubleSpinBox *, Slot> fields[] = {
+        {pages.zRange.maximum(), &ParamterWidget::onZSizeInfoChanged},
+        {pages.zRange.minimum(), &ParamterWidget::onZSizeInfoChanged},
+        {pages.corrections.tilt(), &ParamterWidget::onCorrectionValueChanged},
+        {pages.corrections.height(), &ParamterWidget::onCorrectionValueChanged},
+    };
+    for (const auto &[field, slot] : fields)
+        QObject::connect(field, &QDoubleSpinBox::editingFinished, panel, slot);
+    QObject::connect(pages.image.contourSpacing(), qOverload<double>(&QDoubleSpinBox::valueChanged), panel,
+                     &ParamterWidget::onYMeasureValueChanged);
+}
+
 } // namespace
 
 void ParamterWidget::init3DParameterUI()
 {
     setPageSet(PageSet::Profiler);
-    addPages();
+    m_tabs->addPages(m_pageSet);
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     if (!nodeMap)
         return;
@@ -64,173 +101,111 @@ void ParamterWidget::buildProfilerTab(const TabSpec &tab, CToolBox *toolBox, Gen
         if (m_profiler)
             return;
         m_profiler = std::make_unique<ProfilerPages>(m_context, m_unplacedControls);
-        connectProfiler();
+        connectPages(*m_profiler, this);
         for (int page = 0; page < m_context.toolBoxes.size(); ++page)
-            whenShownAgain(m_context.toolBoxes.at(page), [this, page] { followProfilerPage(page); });
+            m_shownAgain->watch(m_context.toolBoxes.at(page), [this, page] {
+                m_context.use(m_profiler, [page](ProfilerPages &pages) { pages.showPage(page); });
+            });
     });
     buildTab(tab, toolBox, nodeMap);
 }
 
-void ParamterWidget::connectProfiler()
-{
-    const ProfilerPages &pages = *m_profiler;
-    const std::tuple<QComboBox *, Slot> lists[] = {
-        {pages.trigger.frameTriggerMode(), &ParamterWidget::onFrameTriggerModeChanged},
-        {pages.trigger.frameTriggerSource(), &ParamterWidget::onFrameTriggerSourceChanged},
-        {pages.trigger.lineScanMode(), &ParamterWidget::onLineScanModeChanged},
-        {pages.trigger.batchMode(), &ParamterWidget::onBatchModeChanged},
-        {pages.contour.laserAdjustMode(), &ParamterWidget::onLaserAdjustModeChanged},
-    };
-    for (const auto &[list, slot] : lists)
-        connect(list, qOverload<int>(&QComboBox::currentIndexChanged), this, slot);
-    const std::tuple<QPushButton *, Slot> buttons[] = {
-        {pages.trigger.softwareTrigger(), &ParamterWidget::onSoftwareTriggerBtnClicked},
-        {pages.image.measureRange(), &ParamterWidget::onDrawMeasureRangeClicked},
-        {pages.image.grayImage(), &ParamterWidget::onGrayImageButtonClicked},
-        {pages.zRange.autoButton(), &ParamterWidget::onSizeInfoAutoClicked},
-        {pages.corrections.heightButton(), &ParamterWidget::onCorrectionButtonClicked},
-        {pages.corrections.tiltButton(), &ParamterWidget::onCorrectionButtonClicked},
-    };
-    for (const auto &[button, slot] : buttons)
-        connect(button, &QPushButton::clicked, this, slot);
-    for (SwitchButton *mask : pages.masks.switches())
-        connect(mask, &QPushButton::clicked, this, &ParamterWidget::onMaskWidgetMouseClicked);
-    const std::tuple<QDoubleSpinBox *, Slot> fields[] = {
-        {pages.zRange.maximum(), &ParamterWidget::onZSizeInfoChanged},
-        {pages.zRange.minimum(), &ParamterWidget::onZSizeInfoChanged},
-        {pages.corrections.tilt(), &ParamterWidget::onCorrectionValueChanged},
-        {pages.corrections.height(), &ParamterWidget::onCorrectionValueChanged},
-    };
-    for (const auto &[field, slot] : fields)
-        connect(field, &QDoubleSpinBox::editingFinished, this, slot);
-    connect(pages.image.contourSpacing(), qOverload<double>(&QDoubleSpinBox::valueChanged), this,
-            &ParamterWidget::onYMeasureValueChanged);
-}
-
-bool ParamterWidget::followsProfiler() const
-{
-    return m_profiler && !m_context.disabled && !m_context.areaScan && !m_context.deviceName.isEmpty();
-}
-
-void ParamterWidget::followProfilerPage(int page)
-{
-    if (followsProfiler())
-        guarded(Module, [&] { m_profiler->showPage(page); });
-}
-
 void ParamterWidget::init3DParameters()
 {
-    if (!followsProfiler())
-        return;
-    update3DCustomParameters();
-    guarded(Module, [this] { m_profiler->readSettings(); });
+    m_context.use(m_profiler, [](ProfilerPages &pages) {
+        if (pages.hasProfiler())
+            pages.adoptDevice();
+    });
+    m_context.use(m_profiler, [](ProfilerPages &pages) { pages.adoptSettings(); });
 }
 
 void ParamterWidget::update3DCustomParameters()
 {
-    if (m_profiler && !m_context.disabled)
-        guarded(Module, [this] { m_profiler->readDevice(); });
+    m_context.use(m_profiler, [](ProfilerPages &pages) { pages.adoptDevice(); });
 }
 
 void ParamterWidget::measureRangeAreaUpdate()
 {
-    if (followsProfiler())
-        guarded(Module, [this] { m_profiler->image.readMeasureRange(); });
+    m_context.use(m_profiler, [](ProfilerPages &pages) { pages.adoptMeasureRange(); });
 }
 
 void ParamterWidget::imageMaskWidgetUpdate()
 {
-    if (followsProfiler())
-        guarded(Module, [this] { m_profiler->masks.read(); });
-}
-
-template <class Tool>
-void ParamterWidget::forward(Tool ProfilerPages::*tool, void (Tool::*follow)() const)
-{
-    if (m_profiler && !m_context.disabled)
-        guarded(Module, [&] { (m_profiler.get()->*tool.*follow)(); });
-}
-
-template <class Tool>
-void ParamterWidget::forward(Tool ProfilerPages::*tool, void (Tool::*follow)(const QObject *control) const)
-{
-    const QObject *const control = sender();
-    if (m_profiler && !m_context.disabled && control)
-        guarded(Module, [&] { (m_profiler.get()->*tool.*follow)(control); });
+    m_context.use(m_profiler, [](ProfilerPages &pages) { pages.adoptMasks(); });
 }
 
 void ParamterWidget::onFrameTriggerModeChanged()
 {
     if (sender() && !m_context.areaScan)
-        forward(&ProfilerPages::trigger, &TriggerTab::followFrameTriggerMode);
+        m_context.use(m_profiler, [](ProfilerPages &pages) { pages.trigger.applyFrameTriggerMode(); });
 }
 
 void ParamterWidget::onFrameTriggerSourceChanged()
 {
-    forward(&ProfilerPages::trigger, &TriggerTab::followFrameTriggerSource);
+    m_context.use(m_profiler, [](ProfilerPages &pages) { pages.trigger.applyFrameTriggerSource(); });
 }
 
 void ParamterWidget::onSoftwareTriggerBtnClicked()
 {
-    forward(&ProfilerPages::trigger, &TriggerTab::trigger);
+    m_context.use(m_profiler, [](ProfilerPages &pages) { pages.trigger.trigger(); });
 }
 
 void ParamterWidget::onLineScanModeChanged()
 {
     if (sender() && !m_context.areaScan)
-        forward(&ProfilerPages::trigger, &TriggerTab::followLineScanMode);
+        m_context.use(m_profiler, [](ProfilerPages &pages) { pages.trigger.applyLineScanMode(); });
 }
 
 void ParamterWidget::onBatchModeChanged()
 {
-    forward(&ProfilerPages::trigger, &TriggerTab::followBatchMode);
+    m_context.use(m_profiler, [](ProfilerPages &pages) { pages.data.applyBatchMode(); });
 }
 
 void ParamterWidget::onDrawMeasureRangeClicked()
 {
     if (sender())
-        forward(&ProfilerPages::image, &ImageTab::followMeasureRange);
+        m_context.use(m_profiler, [](ProfilerPages &pages) { pages.image.applyMeasureRange(); });
 }
 
 void ParamterWidget::onGrayImageButtonClicked()
 {
     if (sender() && !m_context.areaScan)
-        forward(&ProfilerPages::image, &ImageTab::followGrayImage);
+        m_context.use(m_profiler, [](ProfilerPages &pages) { pages.image.applyGrayImage(); });
 }
 
 void ParamterWidget::onYMeasureValueChanged()
 {
     if (sender() && !m_context.areaScan)
-        forward(&ProfilerPages::image, &ImageTab::followContourSpacing);
+        m_context.use(m_profiler, [](ProfilerPages &pages) { pages.image.applyContourSpacing(); });
 }
 
 void ParamterWidget::onMaskWidgetMouseClicked()
 {
-    forward(&ProfilerPages::masks, &ShieldMasks::follow);
+    m_context.use(m_profiler, [control = sender()](ProfilerPages &pages) { pages.masks.apply(control); });
 }
 
 void ParamterWidget::onLaserAdjustModeChanged()
 {
     if (sender())
-        forward(&ProfilerPages::contour, &ContourTab::followLaserAdjustMode);
+        m_context.use(m_profiler, [](ProfilerPages &pages) { pages.contour.applyLaserAdjustMode(); });
 }
 
 void ParamterWidget::onSizeInfoAutoClicked()
 {
-    forward(&ProfilerPages::zRange, &ZRange::determine);
+    m_context.use(m_profiler, [](ProfilerPages &pages) { pages.zRange.determine(); });
 }
 
 void ParamterWidget::onZSizeInfoChanged()
 {
-    forward(&ProfilerPages::zRange, &ZRange::follow);
+    m_context.use(m_profiler, [control = sender()](ProfilerPages &pages) { pages.zRange.apply(control); });
 }
 
 void ParamterWidget::onCorrectionValueChanged()
 {
-    forward(&ProfilerPages::corrections, &Corrections::follow);
+    m_context.use(m_profiler, [control = sender()](ProfilerPages &pages) { pages.corrections.apply(control); });
 }
 
 void ParamterWidget::onCorrectionButtonClicked()
 {
-    forward(&ProfilerPages::corrections, &Corrections::determine);
+    m_context.use(m_profiler, [control = sender()](ProfilerPages &pages) { pages.corrections.determine(control); });
 }

@@ -3,8 +3,10 @@
 #include <QComboBox>
 
 #include "PanelBase/Guarded.h"
+#include "ParamterWidget/PanelTabs.h"
 #include "ParamterWidget/ParamterForm.h"
 #include "ParamterWidget/ParamterWidget.h"
+#include "ParamterWidget/ShownAgain.h"
 #include "ParamterWidget/pages/StructuredLightCatalogue.h"
 #include "ParamterWidget/structuredlight/OutputSelection.h"
 #include "ToolPage/CComboBox.h"
@@ -19,7 +21,7 @@ constexpr const char *Module = "ParamterWidget";
 void ParamterWidget::initSLParameterUI()
 {
     setPageSet(PageSet::StructuredLight);
-    addPages();
+    m_tabs->addPages(m_pageSet);
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     if (!nodeMap)
         return;
@@ -37,7 +39,9 @@ void ParamterWidget::SLCommonAttributeInit(GenApi::INodeMap *nodeMap)
                 &ParamterWidget::on2DGrabOutputChanged);
         connect(m_outputSelection->showTypes(), qOverload<int>(&QComboBox::currentIndexChanged), this,
                 &ParamterWidget::on2DShowTypeChanged);
-        whenShownAgain(m_ui->firstToolBox, [this] { readOutputs(); });
+        m_shownAgain->watch(m_ui->firstToolBox, [this] {
+            m_context.use(m_outputSelection, [](OutputSelection &selection) { selection.show(); });
+        });
     });
     buildTab(StructuredLightCatalogue::Shoot, m_ui->firstToolBox, nodeMap);
 }
@@ -52,29 +56,17 @@ void ParamterWidget::SLAdvancedSettingsInit(GenApi::INodeMap *nodeMap)
     buildTab(StructuredLightCatalogue::Advanced, m_ui->thirdToolBox, nodeMap);
 }
 
-template <class Use>
-void ParamterWidget::useOutputs(Use use)
-{
-    if (m_outputSelection && !m_context.disabled)
-        guarded(Module, [&] { use(*m_outputSelection); });
-}
-
 void ParamterWidget::on2DGrabOutputChanged(int index, bool status)
 {
-    useOutputs([&](const OutputSelection &selection) { selection.followOutput(index, status); });
+    m_context.use(m_outputSelection, [&](OutputSelection &selection) { selection.applyOutput(index, status); });
 }
 
 void ParamterWidget::on2DShowTypeChanged(int)
 {
-    useOutputs([](const OutputSelection &selection) { selection.followShowType(); });
+    m_context.use(m_outputSelection, [](OutputSelection &selection) { selection.applyShowType(); });
 }
 
 void ParamterWidget::update2DShowTypeComboBox()
 {
-    useOutputs([](const OutputSelection &selection) { selection.updateShowTypes(); });
-}
-
-void ParamterWidget::readOutputs()
-{
-    useOutputs([](const OutputSelection &selection) { selection.read(); });
+    m_context.use(m_outputSelection, [](OutputSelection &selection) { selection.updateShowTypes(); });
 }

@@ -16,7 +16,6 @@
 #include "PanelBase/HostCall.h"
 #include "PanelBase/StyleSheets.h"
 #include "ParamterWidget/NodeAccess.h"
-#include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ToolPage/SelectedButton.h"
 #include "ToolPage/ToolPageWidget.h"
@@ -36,22 +35,6 @@ constexpr std::pair<RowId, RowId> PairedRows[] = {
 /// The answer of SetCameraIntNodeValue() for a feature that the camera lacks.
 constexpr int NoSuchFeature = -2;
 
-struct NodeInfo
-{
-    int value = 0;
-    int minimum = 0;
-    int maximum = 0;
-    int increment = 1;
-};
-
-/// Zeros, and that value, when the feature cannot be read.
-NodeInfo nodeInfo(const QString &device, const char *feature, int value = 0)
-{
-    NodeInfo info{value};
-    GetCameraIntNodeInfo(device, QString::fromLatin1(feature), info.value, info.minimum, info.maximum, info.increment);
-    return info;
-}
-
 /// The host's text of a number; nothing when the host cannot read it.
 std::optional<int> hostValue(const std::string &device, const char *feature)
 {
@@ -59,15 +42,6 @@ std::optional<int> hostValue(const std::string &device, const char *feature)
     if (callHost<HostCore::GetCameraNodeValue>(Module, device, feature, text) != 0)
         return std::nullopt;
     return QString::fromStdString(text).toInt();
-}
-
-void setUp(QSpinBox *spinBox, int minimum, int maximum, const NodeInfo &info)
-{
-    const QSignalBlocker blocker(spinBox);
-    spinBox->setRange(minimum, maximum);
-    spinBox->setSingleStep(qMax(1, info.increment));
-    spinBox->setValue(info.value);
-    PageControls::settle(spinBox);
 }
 
 void log(const QString &message)
@@ -79,12 +53,8 @@ void log(const QString &message)
 
 RoiDrawing::RoiDrawing(PanelContext &context, QWidget *controlsParent)
     : m_context(context), m_selectButton(new SelectedButton(controlsParent)),
-      m_drawButton(new QPushButton(controlsParent)),
-      m_resetImageSizeButton(new QPushButton(controlsParent)), m_horizontal{"Width", "OffsetX",
-                                                                            PageControls::integerField(controlsParent),
-                                                                            PageControls::integerField(controlsParent)},
-      m_vertical{"Height", "OffsetY", PageControls::integerField(controlsParent),
-                 PageControls::integerField(controlsParent)}
+      m_drawButton(new QPushButton(controlsParent)), m_resetImageSizeButton(new QPushButton(controlsParent)),
+      m_horizontal("Width", "OffsetX", controlsParent), m_vertical("Height", "OffsetY", controlsParent)
 {
     for (QPushButton *button : {static_cast<QPushButton *>(m_selectButton), m_drawButton, m_resetImageSizeButton}) {
         button->setText(QCoreApplication::translate("ParamterWidget", "Execute"));
@@ -92,17 +62,17 @@ RoiDrawing::RoiDrawing(PanelContext &context, QWidget *controlsParent)
     }
     m_drawButton->setEnabled(false);
     context.controls[RowId::RoiSelect] = m_selectButton;
-    context.controls[RowId::DrawWidth] = m_horizontal.size;
-    context.controls[RowId::DrawHeight] = m_vertical.size;
-    context.controls[RowId::DrawOffsetX] = m_horizontal.offset;
-    context.controls[RowId::DrawOffsetY] = m_vertical.offset;
+    context.controls[RowId::DrawWidth] = m_horizontal.size();
+    context.controls[RowId::DrawHeight] = m_vertical.size();
+    context.controls[RowId::DrawOffsetX] = m_horizontal.offset();
+    context.controls[RowId::DrawOffsetY] = m_vertical.offset();
     context.controls[RowId::RoiApply] = m_drawButton;
     context.controls[RowId::RestoreImageSize] = m_resetImageSizeButton;
 }
 
 std::array<QSpinBox *, 4> RoiDrawing::coordinates() const
 {
-    return {m_horizontal.size, m_vertical.size, m_horizontal.offset, m_vertical.offset};
+    return {m_horizontal.size(), m_vertical.size(), m_horizontal.offset(), m_vertical.offset()};
 }
 
 void RoiDrawing::pairRows()
@@ -117,7 +87,7 @@ void RoiDrawing::pairRows()
     }
 }
 
-void RoiDrawing::followSelectButton()
+void RoiDrawing::applySelectButton()
 {
     // The host may raise events or throw while it is asked; the controls show the state that this leads to.
     const auto showState = qScopeGuard([this] {
@@ -140,8 +110,8 @@ void RoiDrawing::enterDrawing()
         callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), m_region);
         return;
     }
-    adoptCameraRegion(m_horizontal);
-    adoptCameraRegion(m_vertical);
+    m_horizontal.adoptCamera(m_context.deviceName);
+    m_vertical.adoptCamera(m_context.deviceName);
     m_drawing = true;
     showDrawingRows(true);
 }
@@ -165,8 +135,8 @@ void RoiDrawing::enableButtons()
 bool RoiDrawing::requestRegion()
 {
     const std::string device = m_context.deviceKey();
-    const std::optional<int> width = hostValue(device, m_horizontal.sizeFeature);
-    const std::optional<int> height = width ? hostValue(device, m_vertical.sizeFeature) : std::nullopt;
+    const std::optional<int> width = hostValue(device, m_horizontal.sizeFeature());
+    const std::optional<int> height = width ? hostValue(device, m_vertical.sizeFeature()) : std::nullopt;
     if (!height || !m_selectButton->isSelected())
         return false;
     bool accepted = false;
@@ -177,17 +147,7 @@ bool RoiDrawing::requestRegion()
     return false;
 }
 
-/// The drawn region starts as, and never leaves, the camera's current one.
-void RoiDrawing::adoptCameraRegion(Axis &axis) const
-{
-    const NodeInfo offset = nodeInfo(m_context.deviceName, axis.offsetFeature);
-    const NodeInfo size = nodeInfo(m_context.deviceName, axis.sizeFeature);
-    setUp(axis.size, size.minimum, size.value, size);
-    setUp(axis.offset, offset.value, offset.value, offset);
-    axis.edge = offset.value + size.value;
-}
-
-void RoiDrawing::showDrawingRows(bool drawing) const
+void RoiDrawing::showDrawingRows(bool drawing)
 {
     for (const RowPair &rows : m_rowPairs) {
         rows.camera->setWidgetItemVisible(!drawing);
@@ -195,28 +155,16 @@ void RoiDrawing::showDrawingRows(bool drawing) const
     }
 }
 
-void RoiDrawing::followCoordinate(const QObject *spinBox)
+void RoiDrawing::applyCoordinate(const QObject *spinBox)
 {
-    for (const Axis &axis : {m_horizontal, m_vertical}) {
-        if (spinBox == axis.size)
-            axis.offset->setMaximum(axis.edge - axis.size->value());
-        else if (spinBox == axis.offset)
-            axis.size->setMaximum(axis.edge - axis.offset->value());
-        else
-            continue;
-        PageControls::settle(axis.size);
-        PageControls::settle(axis.offset);
-        if (!m_horizontal.offset->signalsBlocked()) // not while the host's move is followed
-            moveHostRegion();
-    }
+    const bool isOwn = m_horizontal.limitPartner(spinBox) || m_vertical.limitPartner(spinBox);
+    if (isOwn && !m_horizontal.offset()->signalsBlocked()) // not while a move of the host is taken
+        moveHostRegion();
 }
 
-/// In the pixels of the host's image.
 QRect RoiDrawing::drawnRegion() const
 {
-    return {m_horizontal.offset->value() - m_horizontal.offset->minimum(),
-            m_vertical.offset->value() - m_vertical.offset->minimum(), m_horizontal.size->value(),
-            m_vertical.size->value()};
+    return {m_horizontal.begin(), m_vertical.begin(), m_horizontal.length(), m_vertical.length()};
 }
 
 void RoiDrawing::moveHostRegion()
@@ -227,42 +175,24 @@ void RoiDrawing::moveHostRegion()
                                   region.x() + region.width(), region.y() + region.height());
 }
 
-void RoiDrawing::followHost(int leftX, int leftY, int rightX, int rightY)
+void RoiDrawing::adoptHostRegion(int leftX, int leftY, int rightX, int rightY)
 {
     if (!m_hostMoveExpected || !m_drawing)
         return;
-    const QSignalBlocker horizontal(m_horizontal.offset);
-    const QSignalBlocker vertical(m_vertical.offset);
-    followHost(m_vertical, leftY, rightY);
-    followHost(m_horizontal, leftX, rightX);
+    const QSignalBlocker horizontal(m_horizontal.offset());
+    const QSignalBlocker vertical(m_vertical.offset());
+    m_vertical.adoptHost(leftY, rightY);
+    m_horizontal.adoptHost(leftX, rightX);
     const QPoint corner(std::min(leftX, rightX), std::min(leftY, rightY));
     const QSize size(std::abs(rightX - leftX), std::abs(rightY - leftY));
     if (drawnRegion() != QRect(corner, size)) // the image must not show what the camera cannot have
         moveHostRegion();
 }
 
-void RoiDrawing::followHost(const Axis &axis, int from, int to)
+void RoiDrawing::adoptCameraChange()
 {
-    const auto [begin, end] = std::minmax(from, to);
-    axis.size->setMaximum(axis.edge - axis.offset->minimum());
-    axis.size->setValue(end - begin); // limits the offset
-    axis.offset->setValue(begin + axis.offset->minimum());
-    axis.size->setMaximum(axis.edge - axis.offset->value());
-    PageControls::settle(axis.size);
-    PageControls::settle(axis.offset);
-}
-
-bool RoiDrawing::isCurrent(const Axis &axis) const
-{
-    const int offset = axis.offset->minimum();
-    const int size = axis.edge - offset;
-    return nodeInfo(m_context.deviceName, axis.offsetFeature, offset).value == offset
-        && nodeInfo(m_context.deviceName, axis.sizeFeature, size).value == size;
-}
-
-void RoiDrawing::followCamera()
-{
-    if (m_drawing && !m_context.disabled && !(isCurrent(m_horizontal) && isCurrent(m_vertical)))
+    if (m_drawing && !m_context.disabled
+        && !(m_horizontal.isCurrent(m_context.deviceName) && m_vertical.isCurrent(m_context.deviceName)))
         m_selectButton->click();
 }
 
@@ -272,22 +202,22 @@ void RoiDrawing::apply()
         m_selectButton->click();
     if (m_context.disabled) // the host closed the device with the region
         return;
-    write(m_horizontal.sizeFeature, m_horizontal.size->value());
-    write(m_vertical.sizeFeature, m_vertical.size->value());
-    write(m_horizontal.offsetFeature, m_horizontal.offset->value());
-    write(m_vertical.offsetFeature, m_vertical.offset->value());
+    write(m_horizontal.sizeFeature(), m_horizontal.size()->value());
+    write(m_vertical.sizeFeature(), m_vertical.size()->value());
+    write(m_horizontal.offsetFeature(), m_horizontal.offset()->value());
+    write(m_vertical.offsetFeature(), m_vertical.offset()->value());
     m_context.written();
     for (const RowPair &rows : m_rowPairs)
         rows.camera->updateWidget(false);
 }
 
-void RoiDrawing::write(const char *feature, int value) const
+void RoiDrawing::write(const char *feature, int value)
 {
     const QString name = QString::fromLatin1(feature);
     const int result = SetCameraIntNodeValue(m_context.deviceName, name, value);
     if (result == 0 || result == NoSuchFeature)
         return;
-    const NodeInfo info = nodeInfo(m_context.deviceName, feature);
+    const IntegerInfo info = readInteger(m_context.deviceName, feature);
     const int fitting = value - (value - info.minimum) % qMax(1, info.increment);
     if (fitting != value && SetCameraIntNodeValue(m_context.deviceName, name, fitting) == 0)
         log(QStringLiteral("The camera refuses %1 %2, it gets %3").arg(name).arg(value).arg(fitting));
@@ -295,16 +225,16 @@ void RoiDrawing::write(const char *feature, int value) const
         log(QStringLiteral("The camera refuses %1 %2").arg(name).arg(value));
 }
 
-void RoiDrawing::restoreFullSize() const
+void RoiDrawing::restoreFullSize()
 {
     const std::string device = m_context.deviceKey();
-    for (const Axis *axis : {&m_vertical, &m_horizontal})
-        callHost<HostCore::SetCameraNodeValue>(Module, device, axis->offsetFeature, "0");
+    for (const RoiAxis *axis : {&m_vertical, &m_horizontal})
+        callHost<HostCore::SetCameraNodeValue>(Module, device, axis->offsetFeature(), "0");
     // Only now the maxima are those of the sensor.
-    const int height = nodeInfo(m_context.deviceName, m_vertical.sizeFeature).maximum;
-    const int width = nodeInfo(m_context.deviceName, m_horizontal.sizeFeature).maximum;
+    const int height = readInteger(m_context.deviceName, m_vertical.sizeFeature()).maximum;
+    const int width = readInteger(m_context.deviceName, m_horizontal.sizeFeature()).maximum;
     for (const auto &[feature, size] :
-         {std::pair(m_vertical.sizeFeature, height), std::pair(m_horizontal.sizeFeature, width)}) {
+         {std::pair(m_vertical.sizeFeature(), height), std::pair(m_horizontal.sizeFeature(), width)}) {
         if (size > 0)
             callHost<HostCore::SetCameraNodeValue>(Module, device, feature, std::to_string(size));
     }

@@ -6,6 +6,8 @@
 #include <QRect>
 #include <QVector>
 
+#include "ParamterWidget/RoiAxis.h"
+
 class QObject;
 class QPushButton;
 class QSpinBox;
@@ -26,7 +28,7 @@ public:
     /// The controls become children of `controlsParent`, until a page places them.
     RoiDrawing(PanelContext &context, QWidget *controlsParent);
 
-    /// Selected while a region is being drawn; toggles itself before it is followed.
+    /// Selected while a region is being drawn; toggles itself before applySelectButton() is called.
     SelectedButton *selectButton() const { return m_selectButton; }
     /// Writes the drawn region to the camera; disabled unless a region is being drawn.
     QPushButton *drawButton() const { return m_drawButton; }
@@ -40,23 +42,23 @@ public:
 
     /// Starts or stops drawing, as the select button says. If the camera's size cannot be read or the host refuses,
     /// the state stays idle.
-    void followSelectButton();
+    void applySelectButton();
     /// A spin box was changed: limits its partner to the region's edge and moves the host's rectangle, unless the
     /// change came from there. Other senders are ignored.
-    void followCoordinate(const QObject *spinBox);
+    void applyCoordinate(const QObject *spinBox);
     /// The user moved the host's rectangle; the host hears nothing of it, unless the camera cannot have that one.
-    void followHost(int leftX, int leftY, int rightX, int rightY);
+    void adoptHostRegion(int leftX, int leftY, int rightX, int rightY);
     /// Shows the rows of the drawn region in place of those of the camera's, or the other way round.
-    void showDrawingRows(bool drawing) const;
+    void showDrawingRows(bool drawing);
 
     /// Ends drawing, with nothing written, when the camera's region is not the one any more in which is being drawn.
-    void followCamera();
+    void adoptCameraChange();
 
     /// Ends drawing and writes width, height, x and y offset, in this order. A value that the camera refuses is
     /// written again as the next smaller one that fits its increment; refusals are logged.
     void apply();
     /// Sets the offsets to 0 and then height and width to their maxima.
-    void restoreFullSize() const;
+    void restoreFullSize();
 
     /// Ends drawing as the user's click would, and keeps the image size as it is until unlock().
     void lock();
@@ -65,16 +67,6 @@ public:
     void disable();
 
 private:
-    /// One direction of the region. Names are those of the camera's features.
-    struct Axis
-    {
-        const char *sizeFeature;
-        const char *offsetFeature;
-        QSpinBox *size;
-        QSpinBox *offset;
-        int edge = 0; ///< right or bottom end of the camera's region in sensor pixels
-    };
-
     struct RowPair
     {
         ToolPageWidgetItem *camera;
@@ -85,20 +77,17 @@ private:
     void leaveDrawing();
     void enableButtons();
     bool requestRegion();
-    void adoptCameraRegion(Axis &axis) const;
-    /// The camera still has the region that was adopted, as far as it tells.
-    bool isCurrent(const Axis &axis) const;
+    /// In the pixels of the host's image.
     QRect drawnRegion() const;
     void moveHostRegion();
-    static void followHost(const Axis &axis, int from, int to);
-    void write(const char *feature, int value) const;
+    void write(const char *feature, int value);
 
-    const PanelContext &m_context;
+    PanelContext &m_context;
     SelectedButton *m_selectButton;
     QPushButton *m_drawButton;
     QPushButton *m_resetImageSizeButton;
-    Axis m_horizontal;
-    Axis m_vertical;
+    RoiAxis m_horizontal;
+    RoiAxis m_vertical;
     QVector<RowPair> m_rowPairs;
     bool m_drawing = false;
     bool m_locked = false;

@@ -26,7 +26,7 @@ SoftTrigger::SoftTrigger(PanelContext &context, QWidget *controlsParent)
     context.controls[RowId::SoftTriggerSwitch] = m_switch;
 }
 
-void SoftTrigger::follow(const SwitchButton *switchButton)
+void SoftTrigger::apply(const SwitchButton *switchButton)
 {
     if (!switchButton)
         return;
@@ -36,7 +36,7 @@ void SoftTrigger::follow(const SwitchButton *switchButton)
     m_interval->setEnabled(!switchButton->isOn());
 }
 
-void SoftTrigger::fire() const
+void SoftTrigger::fire()
 {
     callHost<HostCore::SetCameraNodeValue>("SoftTrigger", m_context.deviceKey(), "TriggerSoftware", std::string());
 }

@@ -17,18 +17,16 @@ public:
     SoftTrigger(PanelContext &context, QWidget *controlsParent);
 
     QTimer *timer() { return &m_timer; }
-    /// The period in ms, 1 to 10000, 1000 at first. Enabled while the trigger is off.
-    QSpinBox *intervalSpinBox() const { return m_interval; }
     SwitchButton *switchButton() const { return m_switch; }
 
-    /// Follows the state of a switch. Nothing happens for null.
-    void follow(const SwitchButton *switchButton);
+    /// Starts or stops the timer, as a switch says. Nothing happens for null.
+    void apply(const SwitchButton *switchButton);
     /// Triggers the camera once; a failure changes nothing.
-    void fire() const;
+    void fire();
 
 private:
-    const PanelContext &m_context;
+    PanelContext &m_context;
     QTimer m_timer;
-    QSpinBox *m_interval;
+    QSpinBox *m_interval; ///< in ms, 1 to 10000, 1000 at first; enabled while the trigger is off
     SwitchButton *m_switch;
 };

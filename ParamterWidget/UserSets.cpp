@@ -17,14 +17,14 @@ UserSets::UserSets(PanelContext &context, QWidget *controlsParent)
     context.controls[RowId::UserSetLoad] = m_loadButton;
 }
 
-void UserSets::load() const
+void UserSets::load()
 {
     callHost<HostCore::SetCameraNodeValue>("UserSets", m_context.deviceKey(), "UserSetLoad", std::string());
     m_context.written();
     m_context.refreshPages();
 }
 
-void UserSets::setLoadable(bool loadable) const
+void UserSets::setLoadable(bool loadable)
 {
     if (ToolPageWidgetItem *const row = m_context.placed(RowId::UserSetLoad).row)
         row->setWidgetItemEnable(loadable);

@@ -14,14 +14,14 @@ public:
 
     QPushButton *loadButton() const { return m_loadButton; }
     /// Executes "UserSetLoad", then reads the pages again.
-    void load() const;
+    void load();
     /// The camera's settings must not be exchanged while it acquires.
-    void lock() const { setLoadable(false); }
-    void unlock() const { setLoadable(true); }
+    void lock() { setLoadable(false); }
+    void unlock() { setLoadable(true); }
 
 private:
-    void setLoadable(bool loadable) const;
+    void setLoadable(bool loadable);
 
-    const PanelContext &m_context;
+    PanelContext &m_context;
     QPushButton *m_loadButton;
 };

@@ -13,7 +13,7 @@ struct NodeWrite
     const char *feature;
     int entry; ///< of an enumeration, by its integer value, or Command; unused with a text
     const char *text; ///< written by name through the host; null: the node is written, or executed
-    int pause; ///< what the device gets to follow, in ms; blocks the GUI thread
+    int pause; ///< before the next write, for the device to take this one, in ms; blocks the GUI thread
 
     static constexpr NodeWrite ofEntry(const char *feature, int entry, int pause = 0)
     {

@@ -16,7 +16,7 @@
 class ParameterWidgetManager;
 
 // The bridges turn each call of the host into one signal; the caller's thread decides how it is delivered. They have
-// no parent: their creator unregisters and deletes them.
+// no parent: a HostLink holds them.
 
 /// The flag of a device-list event, set by the GUI thread and polled by the host's thread.
 void setFinished(bool &flag);
@@ -31,7 +31,7 @@ class DeviceListUpdate : public QObject, public HostCore::IDeviceListUpdate
 public:
     ~DeviceListUpdate() override { release(); }
 
-    /// Sets the finish flags of all calls that wait, and of all to come: nobody will follow them. Any thread.
+    /// Sets the finish flags of all calls that wait, and of all to come, which nobody will handle. Any thread.
     void release();
     void OnUpdate(int source, std::vector<std::string> cardList, std::vector<std::string> camList) override;
 

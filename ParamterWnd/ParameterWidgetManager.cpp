@@ -12,7 +12,7 @@
 
 #include "PanelBase/Guarded.h"
 #include "ParamterWidget/ParamterWidget.h"
-#include "ParamterWnd/HostEventBridges.h"
+#include "ParamterWnd/HostLink.h"
 #include "ParamterWnd/PageSetLists.h"
 #include "ParamterWnd/WindowForm.h"
 
@@ -22,7 +22,7 @@ namespace {
 
 constexpr const char *Module = "ParameterWidgetManager";
 
-constexpr int DeviceListOfHost = 1; ///< the source of the device-list events that the manager follows
+constexpr int DeviceListOfHost = 1; ///< the source of the device-list events that the manager takes
 constexpr int RegionMoved = 1;
 constexpr const char *CardUsable = "4";
 constexpr const char *Yes = "1";
@@ -41,7 +41,7 @@ bool isAreaScan(const QString &typeCode)
     return typeCode != QLatin1String("1") && typeCode != QLatin1String("5");
 }
 
-void followAcquisition(ParamterWidget *panel, const std::string &acquisition)
+void adoptAcquisition(ParamterWidget *panel, const std::string &acquisition)
 {
     if (acquisition == Yes)
         panel->startAcquireOperation();
@@ -63,76 +63,36 @@ void giveFocus(ParamterWidget *panel)
 } // namespace
 
 ParameterWidgetManager::ParameterWidgetManager(QWidget *parent)
-    : QWidget(parent), m_deviceListBridge(std::make_unique<DeviceListUpdate>()),
-      m_focusBridge(std::make_unique<FocusUpdate>()), m_languageBridge(std::make_unique<LanguageUpdate>()),
-      m_roiBridge(std::make_unique<ROIUpdate>(this)), m_imageModeBridge(std::make_unique<ImageModeUpdate>()),
-      m_importBridge(std::make_unique<ImportUpdate>()), m_defaultPanel(new ParamterWidget(this)),
-      m_ui(std::make_unique<WindowForm>())
+    : QWidget(parent), m_defaultPanel(new ParamterWidget(this)), m_ui(std::make_unique<WindowForm>())
 {
     m_ui->setupUi(this, "ParameterWidgetManager", QSize(400, 300));
     setWindowTitle(QCoreApplication::translate("ParameterWidgetManager", "Form"));
     if (parent)
         parent->installEventFilter(this);
     setCurParamWidget(m_defaultPanel);
-    registerListeners();
+    m_host = std::make_unique<HostLink>(this);
     qRegisterMetaType<QStringList>("QStringList");
     qRegisterMetaType<QSharedPointer<bool>>("QSharedPointer<bool>");
-    connectBridges();
+    connectHost();
     QTimer::singleShot(FirstLevelDelay, this, [this] { m_defaultPanel->updateAttributeLevel(); });
 }
 
+/// A host that unregisters may wait for a call that waits for this thread, and may serve what is queued meanwhile.
 ParameterWidgetManager::~ParameterWidgetManager()
 {
-    takeNoEvents();
-    unregisterListeners();
-    m_focusBridge.reset();
-    m_deviceListBridge.reset();
-    m_languageBridge.reset();
-    m_roiBridge.reset();
-    m_imageModeBridge.reset();
-    m_importBridge.reset();
-}
-
-void ParameterWidgetManager::registerListeners()
-{
-    callHost<HostCore::RegisterDeviceListUpdateListener>(Module, m_deviceListBridge.get());
-    callHost<HostCore::RegisterFocusUpdateListener>(Module, m_focusBridge.get());
-    callHost<HostCore::RegisterLangUpdateListener>(Module, m_languageBridge.get());
-    callHost<HostCore::RegisterROIUpdateListener>(Module, m_roiBridge.get());
-    callHost<HostCore::RegisterImageModeUpdateListener>(Module, m_imageModeBridge.get());
-    callHost<HostCore::RegisterImportUpdateListener>(Module, m_importBridge.get());
-}
-
-void ParameterWidgetManager::connectBridges()
-{
-    connect(m_deviceListBridge.get(), &DeviceListUpdate::updateCams, this, &ParameterWidgetManager::onDeviceListUpdate);
-    connect(m_focusBridge.get(), &FocusUpdate::focusChanged, this, &ParameterWidgetManager::onFoucusChanged);
-    connect(m_imageModeBridge.get(), &ImageModeUpdate::imageModeChanged, this,
-            &ParameterWidgetManager::onImageModeUpdate);
-    connect(m_languageBridge.get(), &LanguageUpdate::languageChanged, this, &ParameterWidgetManager::onLanguageChanged);
-    connect(m_importBridge.get(), &ImportUpdate::importUpdate, this, &ParameterWidgetManager::onImportChanged);
-}
-
-void ParameterWidgetManager::unregisterListeners()
-{
-    callHost<HostCore::UnRegisterFocusUpdateListener>(Module, m_focusBridge.get());
-    callHost<HostCore::UnRegisterDeviceListUpdateListener>(Module, m_deviceListBridge.get());
-    callHost<HostCore::UnRegisterLangUpdateListener>(Module, m_languageBridge.get());
-    callHost<HostCore::UnRegisterROIUpdateListener>(Module, m_roiBridge.get());
-    callHost<HostCore::UnRegisterImageModeUpdateListener>(Module, m_imageModeBridge.get());
-    callHost<HostCore::UnRegisterImportUpdateListener>(Module, m_importBridge.get());
-}
-
-/// A host that unregisters may wait for a call that waits for this thread, and may serve what is queued meanwhile.
-void ParameterWidgetManager::takeNoEvents()
-{
-    const QObject *const bridges[] = {m_deviceListBridge.get(), m_focusBridge.get(), m_languageBridge.get(),
-                                      m_imageModeBridge.get(), m_importBridge.get()};
-    for (const QObject *bridge : bridges)
-        bridge->disconnect(this);
-    m_cameraPanels.clear(); // of which the moved region is one's
+    m_cameraPanels.clear(); // the host may still move a region, which reaches the panels on no queue
+    m_host->release(this);
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
-    m_deviceListBridge->release();
+    m_host.reset();
+}
+
+void ParameterWidgetManager::connectHost()
+{
+    connect(&m_host->deviceList, &DeviceListUpdate::updateCams, this, &ParameterWidgetManager::onDeviceListUpdate);
+    connect(&m_host->focus, &FocusUpdate::focusChanged, this, &ParameterWidgetManager::onFoucusChanged);
+    connect(&m_host->imageMode, &ImageModeUpdate::imageModeChanged, this, &ParameterWidgetManager::onImageModeUpdate);
+    connect(&m_host->language, &LanguageUpdate::languageChanged, this, &ParameterWidgetManager::onLanguageChanged);
+    connect(&m_host->import, &ImportUpdate::importUpdate, this, &ParameterWidgetManager::onImportChanged);
 }
 
 void ParameterWidgetManager::setCurParamWidget(ParamterWidget *panel)
@@ -207,7 +167,7 @@ void ParameterWidgetManager::updateCamera(const QString &camera)
         openCamera(camera);
     // A host may list the camera again while it is asked here, also as closed.
     if (ParamterWidget *const panel = m_cameraPanels.value(camera))
-        followAcquisition(panel, acquisition);
+        adoptAcquisition(panel, acquisition);
 }
 
 void ParameterWidgetManager::openCamera(const QString &camera)

@@ -14,19 +14,14 @@
 
 #include "ParamterWnd/HostCore.h"
 
-class DeviceListUpdate;
-class FocusUpdate;
-class ImageModeUpdate;
-class ImportUpdate;
-class LanguageUpdate;
+class HostLink;
 class ParamterWidget;
-class ROIUpdate;
 struct WindowForm;
 
 /// Keeps one panel per open camera and per open card, creates and removes them as the host's device list says, and
 /// shows the one of the focused device, or the empty default panel.
 ///
-/// Owns the listeners that it registers with the host; all panels are its child widgets. GUI thread only.
+/// Its HostLink registers listeners with the host; all panels are its child widgets. GUI thread only.
 /// No exception leaves its functions or slots; failures are logged through HostCore::VLogInfo.
 class ParameterWidgetManager : public QWidget
 {
@@ -61,11 +56,7 @@ public Q_SLOTS:
 private:
     using PanelMap = QMap<QString, ParamterWidget *>;
 
-    void registerListeners();
-    void connectBridges();
-    void unregisterListeners();
-    /// From here on; waiting host threads are let go.
-    void takeNoEvents();
+    void connectHost();
     void onLanguageChanged(int language);
     /// Logs what is wrong with a list of type codes (PageSetLists) that the host has just set.
     void checkList(const QByteArray &property) const;
@@ -83,12 +74,7 @@ private:
     QList<ParamterWidget *> allPanelsLocked();
     void showWindowIfTabs();
 
-    std::unique_ptr<DeviceListUpdate> m_deviceListBridge;
-    std::unique_ptr<FocusUpdate> m_focusBridge;
-    std::unique_ptr<LanguageUpdate> m_languageBridge;
-    std::unique_ptr<ROIUpdate> m_roiBridge;
-    std::unique_ptr<ImageModeUpdate> m_imageModeBridge;
-    std::unique_ptr<ImportUpdate> m_importBridge;
+    std::unique_ptr<HostLink> m_host;
     ParamterWidget *m_defaultPanel;
     ParamterWidget *m_currentPanel = nullptr; ///< null after the shown panel was removed
     PanelMap m_cameraPanels;

@@ -89,7 +89,7 @@ struct RowSpec
 {
     enum Flag {
         Plain, ///< hidden while the feature is not available
-        Live, ///< the same; a float or an enumeration also follows the device while the first page is in view
+        Live, ///< the same; a float or an enumeration also keeps showing the device while the first page is in view
         AlwaysShown, ///< stays, without an editor, when the feature is not available
     };
 

@@ -27,7 +27,7 @@ ContourTab::ContourTab(PanelContext &context, QWidget *controlsParent)
     context.controls[RowId::LaserAdjustMode] = m_laserAdjustMode;
 }
 
-void ContourTab::followLaserAdjustMode() const
+void ContourTab::applyLaserAdjustMode()
 {
     if (HostValues::writeNode(m_context, Mode, mode()))
         showRows();
@@ -35,12 +35,12 @@ void ContourTab::followLaserAdjustMode() const
         showLaserAdjustMode();
 }
 
-void ContourTab::readLaserAdjustMode()
+void ContourTab::adoptLaserAdjustMode()
 {
     PageControls::choose(m_laserAdjustMode, entryOf(HostValues::readNode(m_context, Mode)));
 }
 
-void ContourTab::showLaserAdjustMode() const
+void ContourTab::showLaserAdjustMode()
 {
     if (const auto mode = HostValues::knownText(m_context, Mode))
         PageControls::show(m_laserAdjustMode, entryOf(*mode));
@@ -53,7 +53,7 @@ QString ContourTab::mode() const
     return zhTransEnMap.value(shown, shown);
 }
 
-void ContourTab::showRows() const
+void ContourTab::showRows()
 {
     const bool manual = mode() == Manual;
     m_context.showRow(RowId::LowerBound, !manual);

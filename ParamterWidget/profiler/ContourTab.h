@@ -15,16 +15,16 @@ public:
 
     QComboBox *laserAdjustMode() const { return m_laserAdjustMode; }
     /// Writes the mode and shows the rows that belong to it. A refused one goes back to that of the device.
-    void followLaserAdjustMode() const;
-    /// Sets the list from the device and follows it as if the user had chosen the entry.
-    void readLaserAdjustMode();
+    void applyLaserAdjustMode();
+    /// Sets the list from the device and applies it as if the user had chosen the entry.
+    void adoptLaserAdjustMode();
     /// Shows what the device has and the rows that belong to it, writing nothing. A mode that cannot be read stays.
-    void showLaserAdjustMode() const;
+    void showLaserAdjustMode();
 
 private:
     QString mode() const; ///< the device's name of the entry that is shown
-    void showRows() const;
+    void showRows();
 
-    const PanelContext &m_context;
+    PanelContext &m_context;
     QComboBox *m_laserAdjustMode;
 };

@@ -46,7 +46,7 @@ Corrections::Corrections(PanelContext &context, QWidget *controlsParent)
     context.controls[RowId::HeightCorrection] = PageControls::row({m_height, m_heightButton}, controlsParent);
 }
 
-void Corrections::follow(const QObject *field) const
+void Corrections::apply(const QObject *field)
 {
     if (field == m_tilt)
         writeTilt();
@@ -54,7 +54,7 @@ void Corrections::follow(const QObject *field) const
         writeHeight();
 }
 
-void Corrections::writeTilt() const
+void Corrections::writeTilt()
 {
     const double angle = PageControls::value(m_tilt) * RadiansPerDegree;
     bool done = writeNode(m_context, "SinData", text(std::sin(angle)));
@@ -65,7 +65,7 @@ void Corrections::writeTilt() const
         showTilt();
 }
 
-void Corrections::writeHeight() const
+void Corrections::writeHeight()
 {
     const bool done = writeNode(m_context, "ZCoorScale", text(PageControls::value(m_height)));
     leave(m_height, RowId::HeightCorrection);
@@ -73,7 +73,7 @@ void Corrections::writeHeight() const
         showHeight();
 }
 
-void Corrections::leave(QDoubleSpinBox *field, RowId id) const
+void Corrections::leave(QDoubleSpinBox *field, RowId id)
 {
     ToolPageWidgetItem *const row = m_context.placed(id).row;
     PageControls::settle(field);
@@ -81,7 +81,7 @@ void Corrections::leave(QDoubleSpinBox *field, RowId id) const
         row->setFocus(Qt::OtherFocusReason);
 }
 
-void Corrections::determine(const QObject *button) const
+void Corrections::determine(const QObject *button)
 {
     if (button != m_tiltButton && button != m_heightButton)
         return;
@@ -92,13 +92,13 @@ void Corrections::determine(const QObject *button) const
     Q_EMIT field->editingFinished();
 }
 
-void Corrections::show() const
+void Corrections::show()
 {
     showTilt();
     showHeight();
 }
 
-void Corrections::showTilt() const
+void Corrections::showTilt()
 {
     const auto sine = HostValues::readNumber(m_context, "SinData");
     if (sine && std::abs(*sine) > 1.0) {
@@ -109,7 +109,7 @@ void Corrections::showTilt() const
     }
 }
 
-void Corrections::showHeight() const
+void Corrections::showHeight()
 {
     float value = 0, minimum = 0, maximum = 0, increment = 0;
     if (GetCamerFloatNodeValue(m_context.deviceName, QStringLiteral("ZCoorScale"), value, minimum, maximum, increment)
@@ -119,7 +119,7 @@ void Corrections::showHeight() const
     }
 }
 
-void Corrections::retranslate() const
+void Corrections::retranslate()
 {
     for (QPushButton *button : {m_tiltButton, m_heightButton})
         button->setText(QCoreApplication::translate("ParamterWidget", "Settings"));

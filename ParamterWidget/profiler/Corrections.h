@@ -23,26 +23,27 @@ public:
     QPushButton *tiltButton() const { return m_tiltButton; }
     QPushButton *heightButton() const { return m_heightButton; }
 
-    /// Writes an edited field to the device; what it refuses, the field gives back. Other objects are ignored.
-    void follow(const QObject *field) const;
+    /// Writes an edited field to the device; after a refusal the field shows what the device has. Other objects are
+    /// ignored.
+    void apply(const QObject *field);
     /// Lets the host determine the value of a button's field, which it may set, and writes it. Other objects are
     /// ignored.
-    void determine(const QObject *button) const;
+    void determine(const QObject *button);
     /// Shows what the device has, writing nothing. What cannot be read, or is being typed, stays as it is.
-    void show() const;
+    void show();
     /// Sets the texts in the application's language.
-    void retranslate() const;
+    void retranslate();
 
 private:
-    void writeTilt() const;
-    void writeHeight() const;
-    void showTilt() const;
-    void showHeight() const;
+    void writeTilt();
+    void writeHeight();
+    void showTilt();
+    void showHeight();
     /// Takes the focus from a field, unless it is being stepped; its row keeps the place, so that Tab goes on from
     /// there.
-    void leave(QDoubleSpinBox *field, RowId id) const;
+    void leave(QDoubleSpinBox *field, RowId id);
 
-    const PanelContext &m_context;
+    PanelContext &m_context;
     QDoubleSpinBox *m_tilt;
     QDoubleSpinBox *m_height;
     QPushButton *m_tiltButton;

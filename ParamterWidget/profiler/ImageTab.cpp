@@ -49,7 +49,7 @@ ImageTab::ImageTab(PanelContext &context, QWidget *controlsParent)
     PageControls::setRange(m_contourSpacing, 0.0, 1.0, 0.01);
     showSettings();
     QObject::connect(m_samplingRate, qOverload<int>(&QComboBox::currentIndexChanged), m_samplingRate,
-                     [this](int index) { guarded(Module, [&] { followSamplingRate(index); }); });
+                     [this](int index) { guarded(Module, [&] { applySamplingRate(index); }); });
 
     context.controls[RowId::MeasureRange] = m_measureRange;
     context.controls[RowId::GrayImage] = m_grayImage;
@@ -57,7 +57,7 @@ ImageTab::ImageTab(PanelContext &context, QWidget *controlsParent)
     context.controls[RowId::SamplingRate] = m_samplingRate;
 }
 
-void ImageTab::showSettings() const
+void ImageTab::showSettings()
 {
     m_grayImage->setSwitch(readSetting(m_context, HostCore::CAM_INFO_GRAY_IMAGE) == QLatin1String("1"));
     if (const auto spacing = readNumber(m_context, HostCore::CAM_INFO_CONTOUR_SPACING))
@@ -67,7 +67,7 @@ void ImageTab::showSettings() const
     m_samplingRate->setCurrentText(rate == AutomaticSetting ? QString(AutomaticText) : rate);
 }
 
-void ImageTab::followMeasureRange() const
+void ImageTab::applyMeasureRange()
 {
     const bool on = m_measureRange->isOn();
     if (isRangeLocked() && isRangeLimited().value_or(on) != on) {
@@ -85,7 +85,7 @@ void ImageTab::followMeasureRange() const
     }
 }
 
-void ImageTab::drawMeasureRange() const
+void ImageTab::drawMeasureRange()
 {
     int region = MeasureRangeRegion;
     bool accepted = false;
@@ -94,7 +94,7 @@ void ImageTab::drawMeasureRange() const
 }
 
 /// The maximum may grow when the offset has gone. False when the device refuses.
-bool ImageTab::restoreHeight() const
+bool ImageTab::restoreHeight()
 {
     const int before = largestHeight();
     bool done = writeNode(m_context, "OffsetY", QStringLiteral("0"));
@@ -107,9 +107,7 @@ bool ImageTab::restoreHeight() const
 /// 0 when the device does not tell.
 int ImageTab::largestHeight() const
 {
-    int value = 0, minimum = 0, maximum = 0, increment = 0;
-    GetCameraIntNodeInfo(m_context.deviceName, QStringLiteral("Height"), value, minimum, maximum, increment);
-    return maximum;
+    return readInteger(m_context.deviceName, "Height").maximum;
 }
 
 bool ImageTab::isRangeLocked() const
@@ -127,7 +125,7 @@ std::optional<bool> ImageTab::isRangeLimited() const
     return height && maximum ? std::optional(*height != *maximum) : std::nullopt;
 }
 
-void ImageTab::showMeasureRange() const
+void ImageTab::showMeasureRange()
 {
     const bool on = isRangeLimited().value_or(m_measureRange->isOn());
     if (m_measureRange->isOn() && !on)
@@ -135,7 +133,7 @@ void ImageTab::showMeasureRange() const
     m_measureRange->setSwitch(on);
 }
 
-void ImageTab::readMeasureRange() const
+void ImageTab::adoptMeasureRange()
 {
     const auto height = readNumber(m_context, "Height", QStringLiteral("2048"));
     const auto maximum = readNumber(m_context, "HeightMax");
@@ -143,26 +141,26 @@ void ImageTab::readMeasureRange() const
         m_measureRange->click();
 }
 
-void ImageTab::followGrayImage() const
+void ImageTab::applyGrayImage()
 {
     writeSetting(m_context, HostCore::CAM_INFO_GRAY_IMAGE, QString::number(m_grayImage->isOn() ? 1 : 0));
     callHost<HostCore::SetCameraImageMode>(Module, m_context.deviceKey(), GrayImageMode, true);
 }
 
-void ImageTab::followContourSpacing() const
+void ImageTab::applyContourSpacing()
 {
     writeSetting(m_context, HostCore::CAM_INFO_CONTOUR_SPACING,
                  HostValues::text(PageControls::value(m_contourSpacing)));
     PageControls::settle(m_contourSpacing);
 }
 
-void ImageTab::readContourSpacing() const
+void ImageTab::adoptContourSpacing()
 {
     if (const auto spacing = readNumber(m_context, HostCore::CAM_INFO_CONTOUR_SPACING, DefaultSpacing))
         m_contourSpacing->setValue(*spacing);
 }
 
-void ImageTab::followSamplingRate(int index) const
+void ImageTab::applySamplingRate(int index)
 {
     const QString rate = m_samplingRate->itemText(index);
     writeSetting(m_context, HostCore::CAM_INFO_SAMPLING_RATE, rate == AutomaticText ? QString(AutomaticSetting) : rate);

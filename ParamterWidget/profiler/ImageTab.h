@@ -24,29 +24,30 @@ public:
 
     /// Lets the user draw the measure range, or removes it and restores the full sensor height. The switch goes back
     /// when the device does not allow it.
-    void followMeasureRange() const;
+    void applyMeasureRange();
     /// Switches on a measure range that the device has, and off one that it has not.
-    void readMeasureRange() const;
-    /// Shows whether the device has a measure range, without drawing; one that it has not leaves the image.
-    void showMeasureRange() const;
-    void followGrayImage() const;
-    void followContourSpacing() const;
+    void adoptMeasureRange();
+    /// Shows whether the device has a measure range, without drawing one. If it has none any more, the region is
+    /// removed from the image.
+    void showMeasureRange();
+    void applyGrayImage();
+    void applyContourSpacing();
     /// Sets the spacing from the host's settings, which get the default one if they have none.
-    void readContourSpacing() const;
+    void adoptContourSpacing();
     /// Shows the host's settings, writing nothing. What is not usable, or is being typed, stays as it is.
-    void showSettings() const;
+    void showSettings();
 
 private:
-    void followSamplingRate(int index) const;
-    void drawMeasureRange() const;
-    bool restoreHeight() const;
+    void applySamplingRate(int index);
+    void drawMeasureRange();
+    bool restoreHeight();
     int largestHeight() const;
     /// The device acquires and keeps its range as it is meanwhile.
     bool isRangeLocked() const;
     /// The device has a range that is less than the sensor; nothing when it does not tell.
     std::optional<bool> isRangeLimited() const;
 
-    const PanelContext &m_context;
+    PanelContext &m_context;
     SwitchButton *m_measureRange;
     SwitchButton *m_grayImage;
     QDoubleSpinBox *m_contourSpacing;

@@ -41,7 +41,7 @@ ShieldMasks::ShieldMasks(PanelContext &context, QWidget *controlsParent) : m_con
     }
 }
 
-void ShieldMasks::follow(const QObject *switchButton) const
+void ShieldMasks::apply(const QObject *switchButton)
 {
     const auto found = std::find(m_switches.begin(), m_switches.end(), switchButton);
     if (found == m_switches.end())
@@ -59,7 +59,7 @@ void ShieldMasks::follow(const QObject *switchButton) const
 }
 
 /// What became of it; as wished when the device refuses and does not tell either.
-bool ShieldMasks::enable(int mask, bool on) const
+bool ShieldMasks::enable(int mask, bool on)
 {
     const bool selected = writeNode(m_context, Selector, selectorEntry(mask));
     if (on)
@@ -74,7 +74,7 @@ std::optional<bool> ShieldMasks::isEnabled() const
     return enabled ? std::optional(*enabled == QLatin1String("True")) : std::nullopt;
 }
 
-void ShieldMasks::show() const
+void ShieldMasks::show()
 {
     const auto selected = HostValues::knownText(m_context, Selector);
     int mask = 0;
@@ -89,7 +89,7 @@ void ShieldMasks::show() const
         writeNode(m_context, Selector, *selected);
 }
 
-void ShieldMasks::read() const
+void ShieldMasks::adopt()
 {
     const std::string device = m_context.deviceKey();
     for (int mask = 0; mask < int(m_switches.size()); ++mask) {

@@ -20,19 +20,19 @@ public:
     const std::array<SwitchButton *, 3> &switches() const { return m_switches; }
     /// Lets the user draw the area of a switch, or removes it. A switch that the device refuses goes back, with its
     /// area. Other objects are ignored.
-    void follow(const QObject *switchButton) const;
+    void apply(const QObject *switchButton);
     /// Switches on the masks that the device has enabled and the others off. A mask that cannot be selected keeps
     /// its switch.
-    void read() const;
-    /// Shows what the device has enabled, without drawing; areas that are off leave the image. To ask for each mask it
-    /// is selected, and at last the one that was before.
-    void show() const;
+    void adopt();
+    /// Shows what the device has enabled, without drawing; areas that are off are removed from the image. Each mask is
+    /// selected to be asked for, and at the end the one that was selected before.
+    void show();
 
 private:
-    bool enable(int mask, bool on) const;
+    bool enable(int mask, bool on);
     /// Of the mask that is selected.
     std::optional<bool> isEnabled() const;
 
-    const PanelContext &m_context;
+    PanelContext &m_context;
     std::array<SwitchButton *, 3> m_switches;
 };

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/profiler/TriggerTab.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include <QComboBox>
 #include <QPushButton>
 #include <QThread>
 
-#include "PanelBase/Guarded.h"
 #include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
@@ -30,8 +26,6 @@ constexpr int Pause = 10; // ms
 
 const char *const Source = "TriggerSource";
 const QLatin1String DefaultSource("Line1");
-const QLatin1String DepthOnly("Uint16_t");
-const QLatin1String DepthAndIntensity("Uint32_t");
 
 constexpr NodeWrite SelectFrameTrigger[] = {NodeWrite::ofEntry("TriggerSelector", FrameTrigger, Pause)};
 constexpr NodeWrite SelectLineTrigger[] = {NodeWrite::ofEntry("TriggerSelector", LineTrigger)};
@@ -60,9 +54,6 @@ constexpr int Continuous = 1;
 constexpr int ByTime = 0; ///< places in the list of line scan modes
 constexpr int ByEncoder = 1;
 
-/// Lines per batch, by the place in the list of modes.
-constexpr int BatchLines[] = {100, 400, 800};
-
 QStringList words(std::initializer_list<const char *> texts)
 {
     QStringList list;
@@ -78,21 +69,15 @@ TriggerTab::TriggerTab(PanelContext &context, QWidget *controlsParent)
       m_frameTriggerMode(PageControls::list(words({"ExternalTrigger", "ContinuousTrigger"}), controlsParent)),
       m_frameTriggerSource(PageControls::list(words({"Line1", "Line2", "Software"}), controlsParent)),
       m_softwareTrigger(PageControls::button("Execute", controlsParent)),
-      m_lineScanMode(PageControls::list(words({"Continuous", "Encoder"}), controlsParent)),
-      m_dataSource(PageControls::list(words({"3D", "3D + 2D"}), controlsParent)),
-      m_batchMode(PageControls::list(words({"Normal", "Fast", "Full"}), controlsParent))
+      m_lineScanMode(PageControls::list(words({"Continuous", "Encoder"}), controlsParent))
 {
     context.controls[RowId::FrameTriggerMode] = m_frameTriggerMode;
     context.controls[RowId::FrameTriggerSource] = m_frameTriggerSource;
     context.controls[RowId::FrameTriggerSoftware] = m_softwareTrigger;
     context.controls[RowId::LineScanMode] = m_lineScanMode;
-    context.controls[RowId::AcquisitionDataSource] = m_dataSource;
-    context.controls[RowId::BatchMode] = m_batchMode;
-    QObject::connect(m_dataSource, qOverload<int>(&QComboBox::currentIndexChanged), m_dataSource,
-                     [this](int index) { guarded("TriggerTab", [&] { followDataSource(index); }); });
 }
 
-void TriggerTab::followFrameTriggerMode() const
+void TriggerTab::applyFrameTriggerMode()
 {
     bool done = false;
     if (m_frameTriggerMode->currentIndex() == External) {
@@ -108,7 +93,7 @@ void TriggerTab::followFrameTriggerMode() const
 }
 
 /// The internal timer is no source of an external trigger.
-bool TriggerTab::useFrameTriggerSource() const
+bool TriggerTab::useFrameTriggerSource()
 {
     const QString source = readNode(m_context, Source, DefaultSource);
     const bool isUsable = source != QLatin1String("Timer");
@@ -117,20 +102,20 @@ bool TriggerTab::useFrameTriggerSource() const
     return done;
 }
 
-void TriggerTab::showFrameTriggerSource(const QString &source) const
+void TriggerTab::showFrameTriggerSource(const QString &source)
 {
     PageControls::show(m_frameTriggerSource, m_frameTriggerSource->findText(source));
     enableSoftwareTrigger(source);
 }
 
-void TriggerTab::showFrameTriggerRows() const
+void TriggerTab::showFrameTriggerRows()
 {
     const bool external = m_frameTriggerMode->currentIndex() == External;
     m_context.showRow(RowId::FrameTriggerSource, external);
     m_context.showRow(RowId::FrameTriggerSoftware, external);
 }
 
-void TriggerTab::followFrameTriggerSource() const
+void TriggerTab::applyFrameTriggerSource()
 {
     const QString source = m_frameTriggerSource->currentText();
     bool done = writeSequence(m_context, SelectFrameTrigger);
@@ -142,12 +127,12 @@ void TriggerTab::followFrameTriggerSource() const
         showModes();
 }
 
-void TriggerTab::enableSoftwareTrigger(const QString &source) const
+void TriggerTab::enableSoftwareTrigger(const QString &source)
 {
     m_softwareTrigger->setEnabled(source.contains(QLatin1String("Software")));
 }
 
-void TriggerTab::followLineScanMode() const
+void TriggerTab::applyLineScanMode()
 {
     const bool continuous = showLineScanRows();
     const bool done =
@@ -159,7 +144,7 @@ void TriggerTab::followLineScanMode() const
         showModes();
 }
 
-bool TriggerTab::showLineScanRows() const
+bool TriggerTab::showLineScanRows()
 {
     const bool continuous = m_lineScanMode->currentIndex() == ByTime;
     m_context.showRow(RowId::AcquisitionLineRate, continuous);
@@ -168,27 +153,12 @@ bool TriggerTab::showLineScanRows() const
     return continuous;
 }
 
-void TriggerTab::followBatchMode() const
-{
-    const int mode = m_batchMode->currentIndex();
-    if (mode < 0 || mode >= int(std::size(BatchLines)))
-        return;
-    if (!writeNode(m_context, "BatchNumber", QString::number(BatchLines[mode])))
-        showBatchMode();
-}
-
-void TriggerTab::followDataSource(int index) const
-{
-    if (!writeNode(m_context, "DepthDataType", index == 0 ? DepthOnly : DepthAndIntensity))
-        showDataSource();
-}
-
-void TriggerTab::trigger() const
+void TriggerTab::trigger()
 {
     writeSequence(m_context, SoftwareTrigger);
 }
 
-void TriggerTab::readModes()
+void TriggerTab::adoptModes()
 {
     selectToRead(m_context, SelectFrameTrigger);
     PageControls::choose(m_frameTriggerMode, isTriggerOff().value_or(false) ? Continuous : External);
@@ -196,7 +166,7 @@ void TriggerTab::readModes()
     PageControls::choose(m_lineScanMode, isTriggerOff().value_or(false) ? ByTime : ByEncoder);
 }
 
-void TriggerTab::showModes() const
+void TriggerTab::showModes()
 {
     if (selectToRead(m_context, SelectFrameTrigger)) {
         showMode(m_frameTriggerMode, Continuous, External);
@@ -210,7 +180,7 @@ void TriggerTab::showModes() const
     }
 }
 
-void TriggerTab::showMode(QComboBox *list, int entryOfOff, int entryOfOn) const
+void TriggerTab::showMode(QComboBox *list, int entryOfOff, int entryOfOn)
 {
     if (const auto isOff = isTriggerOff())
         PageControls::show(list, *isOff ? entryOfOff : entryOfOn);
@@ -220,33 +190,4 @@ std::optional<bool> TriggerTab::isTriggerOff() const
 {
     const auto mode = knownText(m_context, "TriggerMode");
     return mode ? std::optional(*mode == QLatin1String("Off")) : std::nullopt;
-}
-
-void TriggerTab::readDataSource() const
-{
-    PageControls::show(m_dataSource, readNode(m_context, "DepthDataType", DepthOnly) == DepthOnly ? 0 : 1);
-}
-
-void TriggerTab::showDataSource() const
-{
-    if (const auto type = knownText(m_context, "DepthDataType"))
-        PageControls::show(m_dataSource, *type == DepthOnly ? 0 : 1);
-}
-
-void TriggerTab::readBatchMode()
-{
-    m_batchMode->setCurrentIndex(batchMode(HostValues::readNumber(m_context, "BatchNumber", QStringLiteral("100"))));
-}
-
-void TriggerTab::showBatchMode() const
-{
-    PageControls::show(m_batchMode, batchMode(HostValues::readNumber(m_context, "BatchNumber")));
-}
-
-int TriggerTab::batchMode(const std::optional<double> &lines) const
-{
-    if (!lines || *lines < 1)
-        return m_batchMode->currentIndex();
-    const int *const end = std::prev(std::end(BatchLines));
-    return int(std::lower_bound(std::begin(BatchLines), end, *lines) - std::begin(BatchLines));
 }

@@ -45,7 +45,7 @@ ZRange::ZRange(PanelContext &context, QWidget *controlsParent)
     context.controls[RowId::ZMinimum] = m_minimum.field;
 }
 
-void ZRange::show() const
+void ZRange::show()
 {
     for (const Bound *bound : {&m_maximum, &m_minimum}) {
         if (const auto stored = readNumber(m_context, bound->item, QString::number(bound->usual)))
@@ -53,7 +53,7 @@ void ZRange::show() const
     }
 }
 
-void ZRange::determine() const
+void ZRange::determine()
 {
     HostValues::writeSetting(m_context, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("1"));
     callHost<HostCore::SetCameraImageMode>("ZRange", m_context.deviceKey(), ProfileMode, false);
@@ -61,7 +61,7 @@ void ZRange::determine() const
     std::thread([device = m_context.deviceKey()] { errorOf([&] { HostCore::StartGrab(device); }); }).detach();
 }
 
-void ZRange::follow(const QObject *edited) const
+void ZRange::apply(const QObject *edited)
 {
     const bool inverted = PageControls::value(m_maximum.field) < PageControls::value(m_minimum.field);
     for (const Bound *bound : {&m_maximum, &m_minimum}) {
@@ -77,7 +77,7 @@ void ZRange::follow(const QObject *edited) const
     }
 }
 
-void ZRange::retranslate() const
+void ZRange::retranslate()
 {
     m_auto->setText(QCoreApplication::translate("ParamterWidget", "Auto"));
 }

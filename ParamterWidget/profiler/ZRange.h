@@ -23,14 +23,14 @@ public:
     QDoubleSpinBox *minimum() const { return m_minimum.field; }
 
     /// Asks the host for a range and starts an acquisition from a thread of its own, which nobody waits for.
-    void determine() const;
+    void determine();
     /// Stores an edited bound, or restores it if the range would be inverted: to what the host has stored, or to the
     /// last one that was taken. Other objects are ignored.
-    void follow(const QObject *bound) const;
+    void apply(const QObject *bound);
     /// Shows the host's settings. A bound that is no number, or that is being typed, stays as it is.
-    void show() const;
+    void show();
     /// Sets the texts in the application's language.
-    void retranslate() const;
+    void retranslate();
 
 private:
     struct Bound
@@ -40,7 +40,7 @@ private:
         double usual;
     };
 
-    const PanelContext &m_context;
+    PanelContext &m_context;
     QPushButton *m_auto;
     Bound m_maximum;
     Bound m_minimum;

@@ -54,7 +54,7 @@ OutputSelection::OutputSelection(PanelContext &context, QWidget *controlsParent)
     context.controls[RowId::ImageShowType] = m_showTypes;
 }
 
-void OutputSelection::followOutput(int output, bool on) const
+void OutputSelection::applyOutput(int output, bool on)
 {
     const bool isKnown = output >= 0 && output < OutputCount;
     const QString text = on ? QStringLiteral("1") : QStringLiteral("0");
@@ -67,13 +67,13 @@ void OutputSelection::followOutput(int output, bool on) const
         updateShowTypes();
 }
 
-void OutputSelection::followShowType() const
+void OutputSelection::applyShowType()
 {
     callHost<HostCore::SetSLImageShowMode>("OutputSelection", m_context.deviceKey(),
                                            imgShowTypeMap.value(m_showTypes->currentText(), 0));
 }
 
-void OutputSelection::updateShowTypes() const
+void OutputSelection::updateShowTypes()
 {
     const QStringList names = m_outputs->getCheckedItemsName();
     if (names == offered())
@@ -87,10 +87,10 @@ void OutputSelection::updateShowTypes() const
         m_showTypes->addItem(name, name);
     m_showTypes->setCurrentText(shown);
     if (m_showTypes->currentText() != shown)
-        followShowType();
+        applyShowType();
 }
 
-void OutputSelection::show(int output, bool otherwise) const
+void OutputSelection::show(int output, bool otherwise)
 {
     const QString text = HostValues::knownText(m_context, Outputs[output].feature).value_or(otherwise ? On : Off);
     m_outputs->setItemChecked(output + FirstRow, text == On);
@@ -106,7 +106,7 @@ QStringList OutputSelection::offered() const
 
 /// Features that the device lacks are not asked for: the host would report each of them every time. The host may take
 /// the device away at any call.
-void OutputSelection::read() const
+void OutputSelection::show()
 {
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     if (!nodeMap)

@@ -22,21 +22,21 @@ public:
 
     /// Switches an output of the device, by its place in the list. A refused one shows what the device has, or stays as
     /// the user set it if that cannot be read.
-    void followOutput(int output, bool on) const;
+    void applyOutput(int output, bool on);
     /// Tells the host which image to show; none is 0.
-    void followShowType() const;
+    void applyShowType();
     /// Offers the outputs that are on. If the one that is shown has gone, none is, and the host is told.
-    void updateShowTypes() const;
-    /// Follows the device without writing to it. An output that cannot be read stays as it is.
-    void read() const;
+    void updateShowTypes();
+    /// Shows what the device has, without writing to it. An output that cannot be read stays as it is.
+    void show();
 
 private:
     /// Ticks an output as the device has it.
-    void show(int output, bool otherwise) const;
+    void show(int output, bool otherwise);
     /// The outputs that can be chosen.
     QStringList offered() const;
 
-    const PanelContext &m_context;
+    PanelContext &m_context;
     CComboBox *m_outputs;
     QComboBox *m_showTypes;
 };

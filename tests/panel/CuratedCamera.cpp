@@ -2,58 +2,61 @@
 #include "CuratedCamera.h"
 
 #include <algorithm>
+#include <iterator>
+#include <sstream>
 
 namespace {
 
 constexpr size_t RegisterSize = 8;
 const std::string Limits = "<Min>0</Min><Max>1000000</Max>";
 
-std::string entries(const std::vector<std::string> &names)
+std::vector<std::string> words(const char *text)
+{
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+/// The entries of an enumeration, from 0 on.
+std::string entries(const char *names)
 {
     std::string all;
-    for (size_t i = 0; i < names.size(); ++i)
-        all += "<EnumEntry Name=\"" + names[i] + "\"><Value>" + std::to_string(i) + "</Value></EnumEntry>";
+    int value = 0;
+    for (const std::string &name : words(names))
+        all += "<EnumEntry Name=\"" + name + "\"><Value>" + std::to_string(value++) + "</Value></EnumEntry>";
     return all;
 }
 
+/// Adds features of one kind.
+void add(CuratedFeatures &features, const char *kind, const char *names, const std::string &elements = {})
+{
+    for (const std::string &name : words(names))
+        features.push_back({kind, name, elements});
+}
+
+const std::string Executes = "<CommandValue>1</CommandValue>";
+
 CuratedFeatures allFeatures()
 {
-    const std::string onOff = entries({"Off", "On"});
-    const std::string executes = "<CommandValue>1</CommandValue>";
-    return {
-        {"Boolean", "AcquisitionFrameRateEnable", ""},
-        {"Float", "ResultingFrameRate", "<ImposedAccessMode>RO</ImposedAccessMode>"},
-        {"Float", "AcquisitionFrameRate", Limits},
-        {"Enumeration", "ExposureAuto", entries({"Off", "Continuous"})},
-        {"Float", "ExposureTime", "<pIsLocked>ExposureAutoReg</pIsLocked>" + Limits + "<Unit>us</Unit>"},
-        {"Enumeration", "GainAuto", onOff},
-        {"Float", "Gain", Limits},
-        {"Boolean", "GammaEnable", ""},
-        {"Float", "Gamma", Limits},
-        {"Integer", "Brightness", Limits},
-        {"Integer", "Contrast", Limits},
-        {"Integer", "GevSCPSPacketSize", Limits},
-        {"Integer", "GevSCPD", Limits},
-        {"Enumeration", "TriggerSelector", entries({"FrameStart"})},
-        {"Enumeration", "TriggerMode", onOff},
-        {"Enumeration", "TriggerSource", entries({"Software", "Line0"})},
-        {"Float", "TriggerDelay", Limits},
-        {"Command", "TriggerSoftware", executes},
-        {"Enumeration", "LineSelector", entries({"Line0", "Line1"})},
-        {"Enumeration", "LineMode", entries({"Input", "Output"})},
-        {"Enumeration", "LineSource", onOff},
-        {"Float", "LineDebouncerTime", Limits},
-        {"Enumeration", "PixelFormat", entries({"Mono8", "Mono12"})},
-        {"Integer", "Width", "<Min>16</Min><pMax>WidthLimit</pMax><Inc>4</Inc>"},
-        {"Integer", "Height", "<Min>16</Min><pMax>HeightLimit</pMax><Inc>2</Inc>"},
-        {"Integer", "OffsetX", "<Min>0</Min><pMax>OffsetXLimit</pMax><Inc>4</Inc>"},
-        {"Integer", "OffsetY", "<Min>0</Min><pMax>OffsetYLimit</pMax><Inc>2</Inc>"},
-        {"Boolean", "ReverseX", ""},
-        {"Boolean", "ReverseY", ""},
-        {"Enumeration", "UserSetSelector", entries({"Default", "UserSet1"})},
-        {"Command", "UserSetSave", executes},
-        {"Enumeration", "UserSetDefault", entries({"Default", "UserSet1"})},
-    };
+    CuratedFeatures all;
+    add(all, "Boolean", "AcquisitionFrameRateEnable GammaEnable ReverseX ReverseY");
+    add(all, "Float", "ResultingFrameRate", "<ImposedAccessMode>RO</ImposedAccessMode>");
+    add(all, "Float", "AcquisitionFrameRate Gain Gamma TriggerDelay LineDebouncerTime", Limits);
+    add(all, "Float", "ExposureTime", "<pIsLocked>ExposureAutoReg</pIsLocked>" + Limits + "<Unit>us</Unit>");
+    add(all, "Integer", "Brightness Contrast GevSCPSPacketSize GevSCPD", Limits);
+    add(all, "Integer", "Width", "<Min>16</Min><pMax>WidthLimit</pMax><Inc>4</Inc>");
+    add(all, "Integer", "Height", "<Min>16</Min><pMax>HeightLimit</pMax><Inc>2</Inc>");
+    add(all, "Integer", "OffsetX", "<Min>0</Min><pMax>OffsetXLimit</pMax><Inc>4</Inc>");
+    add(all, "Integer", "OffsetY", "<Min>0</Min><pMax>OffsetYLimit</pMax><Inc>2</Inc>");
+    add(all, "Enumeration", "ExposureAuto", entries("Off Continuous"));
+    add(all, "Enumeration", "GainAuto TriggerMode LineSource", entries("Off On"));
+    add(all, "Enumeration", "TriggerSelector", entries("FrameStart"));
+    add(all, "Enumeration", "TriggerSource", entries("Software Line0"));
+    add(all, "Enumeration", "LineSelector", entries("Line0 Line1"));
+    add(all, "Enumeration", "LineMode", entries("Input Output"));
+    add(all, "Enumeration", "PixelFormat", entries("Mono8 Mono12"));
+    add(all, "Enumeration", "UserSetSelector UserSetDefault", entries("Default UserSet1"));
+    add(all, "Command", "TriggerSoftware UserSetSave", Executes);
+    return all;
 }
 
 CuratedFeatures merged(const CuratedFeatures &changes)
@@ -116,50 +119,38 @@ std::string text(const CuratedFeatures &features)
 
 CuratedFeatures profilerFeatures()
 {
-    const std::string userSets = entries({"Default", "UserSet1"});
-    const std::string modes = entries({"First", "Second"});
-    CuratedFeatures features = {
-        {"Enumeration", "TriggerSelector", entries({"AcquisitionStart", "FrameStart", "LineStart"})},
-        {"Enumeration", "TriggerMode", entries({"Off", "On"})},
-        {"Enumeration", "TriggerSource", entries({"Line1", "Line2", "Software", "Timer", "ShaftEncoderModuleOut"})},
-        {"Command", "TriggerSoftware", "<CommandValue>1</CommandValue>"},
-        {"Command", "UserSetSave", "<CommandValue>1</CommandValue>"},
-        {"Enumeration", "AcquisitionLineRateEnable", entries({"Off", "On"})},
-        {"Enumeration", "UserSetSelector", userSets},
-        {"Enumeration", "UserSetDefault", userSets},
-        {"Boolean", "ReverseX", ""},
-        {"Boolean", "LaserSwitch", ""},
-        {"Float", "ZCoorScale", "<Min>0.5</Min><Max>2</Max>"},
-        {"Integer", "Height", "<Min>16</Min><pMax>HeightLimit</pMax><Inc>2</Inc>"},
-    };
-    for (const char *name : {"EncoderOutputMode", "EncoderMode", "EndFrameMode", "SensingMode", "ExtractionMode",
-                             "ContinuousMode", "LaserControlMode"})
-        features.push_back({"Enumeration", name, modes});
-    for (const char *name : {"EncoderDivider", "AcquisitionLineCount", "LowerBound", "UpperBound", "Lasersetting",
-                             "InvalidPointNum", "Threshold", "LaserWidthLower", "LaserWidthUpper", "AvgFilterWinLen",
-                             "MidFilterWinLen", "TimeAxisAvgFltWinLen", "TimeAxisMedFltWinLen"})
-        features.push_back({"Integer", name, Limits});
-    for (const char *name : {"AcquisitionLineRate", "ExposureTime", "XCoorOffset", "ZCoorOffset"})
-        features.push_back({"Float", name, Limits});
-    return features;
+    CuratedFeatures all;
+    add(all, "Enumeration", "TriggerSelector", entries("AcquisitionStart FrameStart LineStart"));
+    add(all, "Enumeration", "TriggerMode AcquisitionLineRateEnable", entries("Off On"));
+    add(all, "Enumeration", "TriggerSource", entries("Line1 Line2 Software Timer ShaftEncoderModuleOut"));
+    add(all, "Enumeration", "UserSetSelector UserSetDefault", entries("Default UserSet1"));
+    add(all, "Enumeration",
+        "EncoderOutputMode EncoderMode EndFrameMode SensingMode ExtractionMode ContinuousMode LaserControlMode",
+        entries("First Second"));
+    add(all, "Command", "TriggerSoftware UserSetSave", Executes);
+    add(all, "Boolean", "ReverseX LaserSwitch");
+    add(all, "Integer", "Height", "<Min>16</Min><pMax>HeightLimit</pMax><Inc>2</Inc>");
+    add(all, "Integer",
+        "EncoderDivider AcquisitionLineCount LowerBound UpperBound Lasersetting InvalidPointNum Threshold"
+        " LaserWidthLower LaserWidthUpper AvgFilterWinLen MidFilterWinLen TimeAxisAvgFltWinLen TimeAxisMedFltWinLen",
+        Limits);
+    add(all, "Float", "ZCoorScale", "<Min>0.5</Min><Max>2</Max>");
+    add(all, "Float", "AcquisitionLineRate ExposureTime XCoorOffset ZCoorOffset", Limits);
+    return all;
 }
 
 CuratedFeatures structuredLightFeatures()
 {
-    CuratedFeatures all = {
-        {"Enumeration", "AcquisitionMode", "<EnumEntry Name=\"Continuous\"><Value>0</Value></EnumEntry>"}};
-    for (const char *number : {"SensorMethod",   "Bining",          "Light1Selector",
-                               "Light1Mode",     "Light1Value",     "Light2Selector",
-                               "Light2Mode",     "Light2Value",     "Light3Selector",
-                               "Light3Mode",     "Light3Value",     "SensorGain",
-                               "SensorExposure", "Modulation",      "LowBrightness",
-                               "HighBrightness", "FilterThreshold", "HighFilteringThreshold",
-                               "Radius",         "Neighborhoods",   "FillThreshold",
-                               "HighTruncation", "LowTruncation"})
-        all.push_back({"Integer", number, "<Min>0</Min><Max>1000</Max>"});
-    for (const char *boolean : {"Left2DImage", "Right2DImage", "Left2DSrcImage", "Right2DSrcImage", "Left2.5DFront",
-                                "Right2.5DFront", "Left2.5DBack", "Right2.5DBack", "Denoising"})
-        all.push_back({"Boolean", boolean, ""});
+    CuratedFeatures all;
+    add(all, "Enumeration", "AcquisitionMode", entries("Continuous"));
+    add(all, "Integer",
+        "SensorMethod Bining Light1Selector Light1Mode Light1Value Light2Selector Light2Mode Light2Value Light3Selector"
+        " Light3Mode Light3Value SensorGain SensorExposure Modulation LowBrightness HighBrightness FilterThreshold"
+        " HighFilteringThreshold Radius Neighborhoods FillThreshold HighTruncation LowTruncation",
+        "<Min>0</Min><Max>1000</Max>");
+    add(all, "Boolean",
+        "Left2DImage Right2DImage Left2DSrcImage Right2DSrcImage Left2.5DFront Right2.5DFront Left2.5DBack"
+        " Right2.5DBack Denoising");
     return all;
 }
 
@@ -188,10 +179,10 @@ std::vector<std::string> CuratedCamera::written() const
     return names;
 }
 
-void CuratedCamera::watchWrites(const std::function<void(const std::string &feature, uint64_t value)> &follow)
+void CuratedCamera::watchWrites(const std::function<void(const std::string &feature, uint64_t value)> &written)
 {
     for (const CuratedFeature &feature : m_features) {
         const int64_t place = address(feature.name);
-        port.onWrite[place] = [=](MemoryPort &memory) { follow(feature.name, memory.peek(place)); };
+        port.onWrite[place] = [=](MemoryPort &memory) { written(feature.name, memory.peek(place)); };
     }
 }

@@ -36,8 +36,8 @@ public:
     int64_t address(const std::string &feature) const;
     /// The features whose registers were written since MemoryPort::resetCounters(), in order.
     std::vector<std::string> written() const;
-    /// Calls `follow` after every write to a register with the feature and the low 32 bits of its value.
-    void watchWrites(const std::function<void(const std::string &feature, uint64_t value)> &follow);
+    /// Calls `written` after every write to a register with the feature and the low 32 bits of its value.
+    void watchWrites(const std::function<void(const std::string &feature, uint64_t value)> &written);
 
 private:
     const CuratedFeatures m_features;

@@ -2,7 +2,6 @@
 #include "CuratedPanel.h"
 
 #include <QLabel>
-#include <QTabWidget>
 
 CuratedPanel::CuratedPanel(const CuratedFeatures &changes, PageSet pageSet,
                            const std::function<void(CuratedPanel &)> &prepare)
@@ -15,11 +14,9 @@ CuratedPanel::CuratedPanel(const CuratedFeatures &changes, PageSet pageSet,
     panel->setPageSet(pageSet);
     if (prepare)
         prepare(*this);
-    panel->initUI(QStringLiteral("cam"));
+    panel->initUI("cam"_s);
     panel->retranslate(0);
 }
-
-CuratedPanel::~CuratedPanel() = default;
 
 ToolPageWidgetItem *CuratedPanel::row(const char *label) const
 {
@@ -28,8 +25,7 @@ ToolPageWidgetItem *CuratedPanel::row(const char *label) const
 
 QStringList CuratedPanel::labels(const char *toolBox) const
 {
-    const QObject *const parent =
-        toolBox ? panel->findChild<QObject *>(QString::fromLatin1(toolBox)) : static_cast<QObject *>(panel.get());
+    const QObject *const parent = toolBox ? panel->findChild<QObject *>(QLatin1String(toolBox)) : panel.get();
     QStringList texts;
     for (const ToolPageWidgetItem *row : parent->findChildren<ToolPageWidgetItem *>()) {
         if (!row->isHidden())
@@ -38,7 +34,37 @@ QStringList CuratedPanel::labels(const char *toolBox) const
     return texts;
 }
 
+QStringList CuratedPanel::groups() const
+{
+    QStringList titles;
+    for (const char *toolBox : {"firstToolBox", "secondToolBox", "thirdToolBox", "fourthToolBox"}) {
+        const auto *const page = panel->findChild<QObject *>(QLatin1String(toolBox));
+        for (const auto *bar : page->findChildren<QPushButton *>("pushButtonFold"_s))
+            titles << bar->accessibleName();
+    }
+    return titles;
+}
+
 QTabWidget *CuratedPanel::innerTabs() const
 {
-    return panel->findChild<QTabWidget *>(QStringLiteral("tabWidget"));
+    return panel->findChild<QTabWidget *>("tabWidget"_s);
+}
+
+QTabWidget *CuratedPanel::mainTabs() const
+{
+    return panel->findChild<QTabWidget *>("tabMainWidget"_s);
+}
+
+QStringList CuratedPanel::innerTitles() const
+{
+    QStringList texts;
+    for (int tab = 0; tab < innerTabs()->count(); ++tab)
+        texts << innerTabs()->tabText(tab);
+    return texts;
+}
+
+void CuratedPanel::poke(const char *feature, uint64_t value)
+{
+    camera.port.poke(camera.address(feature), value);
+    camera.map->InvalidateNodes();
 }

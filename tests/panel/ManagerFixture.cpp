@@ -42,10 +42,10 @@ void ManagerFixture::sendFocus(int type, const std::string &id)
     m_host.listeners.focus->OnUpdate(static_cast<HostCore::FOCUS_TYPE>(type), id);
 }
 
-ParamterWidget *ManagerFixture::panelOf(const QString &device, bool card) const
+ParamterWidget *ManagerFixture::panelOf(const std::string &device, bool card) const
 {
     for (ParamterWidget *panel : panels()) {
-        if (panel->deviceName() == device && panel->isCard() == card)
+        if (panel->deviceName().toStdString() == device && panel->isCard() == card)
             return panel;
     }
     return nullptr;
@@ -58,5 +58,5 @@ QString ManagerFixture::shown() const
         if (panel->isVisible())
             visible << panel->deviceName();
     }
-    return visible.size() == 1 ? visible.first() : QStringLiteral("%1 panels are visible").arg(visible.size());
+    return visible.size() == 1 ? visible.first() : "%1 panels are visible"_s.arg(visible.size());
 }

@@ -3,13 +3,12 @@
 
 #include <memory>
 
-#include <QtTest>
-
 #include "PanelDescription.h"
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWnd/ParamterWnd.h"
 #include "support/FakeHostCore.h"
 #include "support/FatalMessages.h"
+#include "support/Rows.h"
 
 /// Tests of the exported window and its manager, as a host sees them: a window over the fake host, whose devices all
 /// have the nodes of a PanelCamera.
@@ -24,7 +23,7 @@ protected:
     void sendDeviceList(const std::vector<std::string> &cards, const std::vector<std::string> &cameras, int source = 1);
     void sendFocus(int type, const std::string &id);
     QList<ParamterWidget *> panels() const { return m_window->findChildren<ParamterWidget *>(); }
-    ParamterWidget *panelOf(const QString &device, bool card = false) const;
+    ParamterWidget *panelOf(const std::string &device, bool card = false) const;
     /// The device of the visible panel ("" is the default panel), or a text that says why there is none.
     QString shown() const;
 

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ProfilerFixture.h"
 
-#include <QTabWidget>
-
-#include "ToolPage/SwitchButton.h"
-
 void ProfilerFixture::open(const QStringList &known, const CuratedFeatures &changes)
 {
     m_panel.reset();
@@ -16,14 +12,14 @@ void ProfilerFixture::open(const QStringList &known, const CuratedFeatures &chan
         know(known);
         panel.host.setCallHook([&](const QString &call) {
             log(call);
-            if (call.endsWith(QLatin1String("TriggerMode)")))
-                answer(QStringLiteral("TriggerMode"),
+            if (call.endsWith("TriggerMode)"_s))
+                answer("TriggerMode"_s,
                        std::to_string(panel.camera.port.peek(panel.camera.address("TriggerSelector"))));
-            else if (call.endsWith(QLatin1String("ImageMask)")))
-                answer(QStringLiteral("ImageMask"), panel.host.nodeValue("cam", "ImageMaskerSelector"));
+            else if (call.endsWith("ImageMask)"_s))
+                answer("ImageMask"_s, panel.host.nodeValue("cam", "ImageMaskerSelector"));
         });
         panel.camera.watchWrites([this](const std::string &feature, uint64_t value) {
-            m_log << QStringLiteral("%1=%2").arg(QString::fromStdString(feature)).arg(value);
+            m_log << "%1=%2"_s.arg(QString::fromStdString(feature)).arg(value);
         });
         panel.camera.port.pokeDouble(panel.camera.address("ZCoorScale"), 1.25);
     });
@@ -43,7 +39,7 @@ void ProfilerFixture::know(const QStringList &known)
 
 void ProfilerFixture::log(const QString &call)
 {
-    if (call.startsWith(QLatin1String("GetAttrNodeMap")) || call.startsWith(QLatin1String("VLogInfo")))
+    if (call.startsWith("GetAttrNodeMap"_s) || call.startsWith("VLogInfo"_s))
         return;
     QString line = call;
     for (const auto &[name, word] : {std::pair("SetCameraNodeValue", "Set"), std::pair("GetCameraNodeValue", "Get"),
@@ -79,7 +75,7 @@ QString ProfilerFixture::shown(const char *row) const
     if (const auto *list = editor<QComboBox>(row))
         return list->currentText();
     if (const auto *button = editor<SwitchButton>(row))
-        return button->isOn() ? QStringLiteral("on") : QStringLiteral("off");
+        return button->isOn() ? "on"_s : "off"_s;
     return QString::number(value(row));
 }
 

@@ -1,32 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QPushButton>
-#include <QSpinBox>
-#include <QTabWidget>
-#include <QTextBrowser>
-#include <QtTest>
-
 #include <map>
 #include <set>
 
+#include <QTextBrowser>
+
 #include "CuratedPanel.h"
 #include "ToolPage/CToolPage.h"
-#include "ToolPage/SwitchButton.h"
 #include "support/BracketTranslator.h"
 
-namespace {
-
-QStringList words(const char *text)
-{
-    return QString::fromUtf8(text).split(QLatin1Char('|'), Qt::SkipEmptyParts);
-}
-
-const char *const ToolBoxes[] = {"firstToolBox", "secondToolBox", "thirdToolBox"};
-
-} // namespace
-
-class tst_AreaScanPages : public QObject
+class tst_AreaScanPages : public PanelFixture
 {
     Q_OBJECT
 
@@ -34,18 +16,185 @@ private Q_SLOTS:
     void init() { open(); }
     void cleanup() { m_panel.reset(); }
 
-    void completeCamera();
-    void otherCameras_data();
-    void otherCameras();
-    void unexpectedKinds_data();
-    void unexpectedKinds();
-    void aWriteRefreshesItsGroup();
-    void liveRowsFollowTheDevice();
-    void descriptions();
-    void bothLanguages();
-    void userSetLoads();
-    void registersAreReadOnce();
-    void releasedCamera();
+    void completeCamera()
+    {
+        QCOMPARE(m_panel->groups(),
+                 words("Common Attribute|ISP|Transport Control|Acquisition Control|Digital IO Control|Image Format"
+                       "|UserSet Control",
+                       '|'));
+        QCOMPARE(m_panel->labels("firstToolBox").size(), 13);
+        QCOMPARE(m_panel->labels("secondToolBox").size(), 11);
+        QCOMPARE(m_panel->labels("thirdToolBox").size(), 14); // the rows of the drawn region wait
+        QCOMPARE(told(), QStringList());
+    }
+
+    void otherCameras()
+    {
+        struct Row
+        {
+            const char *name, *missing, *added, *hidden;
+        };
+        const QStringList all = m_panel->labels();
+        for (const Row &row :
+             {Row{"other names", "GammaEnable Gain AcquisitionFrameRate ExposureTime",
+                  "EnableGamma GainRaw AcquisitionFrameRateAbs ExposureTimeRaw", ""},
+              Row{"as they stand", "TriggerDelay Gamma", "TriggerDelayAbs", "TriggerDelay|Gamma"},
+              Row{"no transport features", "GevSCPSPacketSize GevSCPD", "", "GEV SCPS Packet Size|GEV SCPD"},
+              Row{"no debouncer", "LineDebouncerTime", "", "LineDebouncerTime"}}) {
+            const InRow inRow(row.name);
+            CuratedFeatures changes;
+            for (const QString &name : words(row.missing))
+                changes.push_back({"", name.toStdString(), ""});
+            for (const QString &name : words(row.added))
+                changes.push_back({"Integer", name.toStdString(), "<Min>0</Min><Max>10</Max>"});
+            open(changes);
+            QStringList gone = all;
+            for (const QString &label : m_panel->labels())
+                gone.removeOne(label);
+            QCOMPARE(gone, words(row.hidden, '|'));
+        }
+    }
+
+    void unexpectedKinds()
+    {
+        struct Row
+        {
+            const char *feature, *kind, *label, *editor;
+        };
+        const char *const rate = "Acquisition Frame Rate";
+        for (const Row &row :
+             {Row{"Gain", "Category", "Gain", ""}, Row{"Gain", "String", "Gain", ""}, // a register behind it
+              Row{"AcquisitionFrameRate", "Enumeration", rate, "QComboBox"},
+              Row{"AcquisitionFrameRate", "Integer", rate, "QSpinBox"},
+              Row{"AcquisitionFrameRateEnable", "Enumeration", "AcquisitionFrameRateEnable", "QComboBox"},
+              Row{"UserSetSave", "Boolean", "UserSetSave", "SwitchButton"},
+              Row{"Width", "Command", "Width", "QPushButton"}}) {
+            const InRow inRow(row.kind);
+            const bool isList = qstrcmp(row.kind, "Enumeration") == 0;
+            open({{row.kind, row.feature, isList ? "<EnumEntry Name=\"Off\"><Value>0</Value></EnumEntry>" : ""}});
+            QCOMPARE(isHidden(row.label), !*row.editor);
+            QStringList editors;
+            for (const QWidget *child : m_panel->row(row.label)->findChildren<QWidget *>())
+                editors << QLatin1String(child->metaObject()->className());
+            QVERIFY(!*row.editor || editors.contains(QLatin1String(row.editor)));
+            QCOMPARE(told(), QStringList());
+        }
+    }
+
+    void aWriteRefreshesItsGroup()
+    {
+        auto *const exposure = editor<QDoubleSpinBox>("Exposure Time(us)");
+        QCOMPARE(exposure->value(), 5000.0);
+        for (const bool isAutomatic : {false, true, false}) {
+            choose("Exposure Auto", isAutomatic ? 1 : 0);
+            QCOMPARE(exposure->isEnabled(), !isAutomatic);
+        }
+    }
+
+    void liveRowsShowTheDevice()
+    {
+        m_panel->host.setNodeValue("cam", "ExposureAuto", "Continuous");
+        m_panel->host.setNodeValue("cam", "ExposureTime", "7500");
+        m_panel->host.clearCalls();
+        panel()->onRealUpdateTimerTimeout();
+        QCOMPARE(m_panel->host.calls(),
+                 words("GetCameraNodeValue(cam, ExposureAuto)|GetCameraNodeValue(cam, ExposureTime)", '|'));
+        QCOMPARE(editor<QComboBox>("Exposure Auto")->currentText(), "Continuous"_s);
+        QCOMPARE(editor<QDoubleSpinBox>("Exposure Time(us)")->value(), 7500.0);
+        QCOMPARE(m_panel->camera.written(), std::vector<std::string>());
+    }
+
+    void descriptions()
+    {
+        const auto description = [this] { return panel()->findChild<QTextBrowser *>()->toPlainText(); };
+        panel()->show();
+        QTest::mousePress(m_panel->row("Exposure Time(us)"), Qt::LeftButton, {}, QPoint(2, 2));
+        QCOMPARE(description(), "Exposure time in us when Exposure Mode is Timed."_s);
+        panel()->retranslate(1);
+        QCOMPARE(description(), "曝光模式定时下的曝光时间。"_s);
+        panel()->retranslate(0);
+        editor<QComboBox>("Gain Auto")->setFocus();
+        QTRY_COMPARE(description(), "Sets the automatic gain control (AGC) mode."_s);
+    }
+
+    void bothLanguages()
+    {
+        BracketTranslator translator;
+        QCoreApplication::installTranslator(&translator);
+        const QStringList english = m_panel->labels();
+        panel()->retranslate(1);
+        QCoreApplication::removeTranslator(&translator);
+        QCOMPARE(m_panel->labels().size(), english.size());
+        for (const QString &label : m_panel->labels())
+            QVERIFY2(label.contains(QRegularExpression("\\p{Han}"_s)), qPrintable(label));
+        QVERIFY(m_panel->groups().contains("图像格式"_s));
+        for (const QPushButton *button : panel()->findChildren<QPushButton *>())
+            QVERIFY2(button->text().isEmpty() || button->text() == "[Execute]"_s, qPrintable(button->accessibleName()));
+    }
+
+    void userSetLoads()
+    {
+        for (CToolPage *page : panel()->findChildren<CToolPage *>()) {
+            if (page->findChild<QPushButton *>("pushButtonFold"_s)->accessibleName() == "ISP"_s)
+                page->collapse();
+        }
+        m_panel->host.setCallHook([&](const QString &line) {
+            for (const char *feature : {"GevSCPD", "Contrast", "OffsetX", "TriggerMode"}) {
+                if (line.startsWith("SetCameraNodeValue"_s))
+                    m_panel->poke(feature, 1);
+            }
+        });
+        m_panel->host.clearCalls();
+        click("UserSetLoad");
+        m_panel->host.setCallHook({});
+        QCOMPARE(calls("SetCameraNodeValue"), QStringList("SetCameraNodeValue(cam, UserSetLoad, )"_s));
+        QCOMPARE(number("GEV SCPD"), 1);
+        QCOMPARE(number("OffsetX"), 1);
+        QCOMPARE(editor<QComboBox>("TriggerMode")->currentText(), "On"_s);
+        QCOMPARE(number("Contrast"), 0); // folded
+    }
+
+    void registersAreReadOnce()
+    {
+        panel()->show();
+        // An offset bounds its size, whose row comes before its own.
+        const std::set<int64_t> readForLimits = {m_panel->camera.address("OffsetX"),
+                                                 m_panel->camera.address("OffsetY")};
+        std::map<int64_t, int> reads;
+        for (const MemoryPort::Access &access : port().accesses)
+            ++reads[access.address];
+        QVERIFY(reads.size() > 20);
+        for (const auto &[address, count] : reads)
+            QCOMPARE(std::pair(address, count), std::pair(address, readForLimits.count(address) ? 2 : 1));
+    }
+
+    /// The node map goes; neither the user nor the host's events may reach into it any more.
+    void releasedCamera()
+    {
+        panel()->show();
+        m_panel->innerTabs()->setCurrentIndex(2);
+        click("DrawRoi");
+        panel()->setParamterViewDisable();
+        m_panel->host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr);
+        m_panel->camera.map->InvalidateNodes();
+        port().resetCounters();
+        m_panel->host.clearCalls();
+
+        panel()->startAcquireOperation();
+        panel()->stopAcquireOperation();
+        panel()->updateWidget(true);
+        panel()->setDrawRoiPos(0, 0, 50, 50);
+        panel()->onRealUpdateTimerTimeout();
+        panel()->retranslate(1);
+        for (int tab : {0, 1, 2})
+            m_panel->innerTabs()->setCurrentIndex(tab);
+        for (QPushButton *button : panel()->findChildren<QPushButton *>()) {
+            if (!button->text().isEmpty())
+                button->click();
+        }
+        QCOMPARE(m_panel->host.calls(), QStringList());
+        QCOMPARE(port().accesses.size(), size_t(0));
+    }
 
 private:
     void open(const CuratedFeatures &changes = {})
@@ -53,235 +202,7 @@ private:
         m_panel.reset();
         m_panel = std::make_unique<CuratedPanel>(changes);
     }
-    CToolPage *group(const char *title) const;
-    QStringList hostCalls(const char *function) const { return m_panel->host.callsTo(QString::fromLatin1(function)); }
-    QString description() const { return m_panel->panel->findChild<QTextBrowser *>()->toPlainText(); }
-
-    std::unique_ptr<CuratedPanel> m_panel;
 };
-
-CToolPage *tst_AreaScanPages::group(const char *title) const
-{
-    for (CToolPage *page : m_panel->panel->findChildren<CToolPage *>()) {
-        const auto *const bar = page->findChild<QPushButton *>(QStringLiteral("pushButtonFold"));
-        if (bar->accessibleName() == QString::fromUtf8(title))
-            return page;
-    }
-    return nullptr;
-}
-
-void tst_AreaScanPages::completeCamera()
-{
-    const std::pair<const char *, QStringList> groups[] = {
-        {"firstToolBox", words("Common Attribute|ISP|Transport Control")},
-        {"secondToolBox", words("Acquisition Control|Digital IO Control")},
-        {"thirdToolBox", words("Image Format|UserSet Control")},
-    };
-    for (const auto &[name, titles] : groups) {
-        QStringList found;
-        for (const QPushButton *bar : m_panel->panel->findChild<QWidget *>(QString::fromLatin1(name))
-                                          ->findChildren<QPushButton *>(QStringLiteral("pushButtonFold")))
-            found << bar->accessibleName();
-        QCOMPARE(found, titles);
-    }
-    QCOMPARE(m_panel->labels("firstToolBox").size(), 13);
-    QCOMPARE(m_panel->labels("secondToolBox").size(), 11);
-    QCOMPARE(m_panel->labels("thirdToolBox").size(), 14); // the rows of the drawn region wait
-    QCOMPARE(hostCalls("VLogInfo"), QStringList());
-}
-
-void tst_AreaScanPages::otherCameras_data()
-{
-    QTest::addColumn<QStringList>("missing");
-    QTest::addColumn<QStringList>("added");
-    QTest::addColumn<QStringList>("hidden");
-    const QStringList nothing;
-    QTest::newRow("other names") << words("GammaEnable|Gain|AcquisitionFrameRate|ExposureTime")
-                                 << words("EnableGamma|GainRaw|AcquisitionFrameRateAbs|ExposureTimeRaw") << nothing;
-    QTest::newRow("names that count as they stand")
-        << words("TriggerDelay|Gamma") << words("TriggerDelayAbs") << words("TriggerDelay|Gamma");
-    QTest::newRow("no transport features")
-        << words("GevSCPSPacketSize|GevSCPD") << nothing << words("GEV SCPS Packet Size|GEV SCPD");
-    QTest::newRow("no debouncer") << words("LineDebouncerTime") << nothing << words("LineDebouncerTime");
-}
-
-void tst_AreaScanPages::otherCameras()
-{
-    QFETCH(QStringList, missing);
-    QFETCH(QStringList, added);
-    QFETCH(QStringList, hidden);
-    const QStringList all = m_panel->labels();
-    CuratedFeatures changes;
-    for (const QString &name : missing)
-        changes.push_back({"", name.toStdString(), ""});
-    for (const QString &name : added)
-        changes.push_back({"Integer", name.toStdString(), "<Min>0</Min><Max>10</Max>"});
-    open(changes);
-    QStringList gone;
-    for (const QString &label : all) {
-        if (!m_panel->labels().contains(label))
-            gone << label;
-    }
-    QCOMPARE(gone, hidden);
-    QVERIFY(group("Transport Control") && !group("Transport Control")->isHidden());
-}
-
-void tst_AreaScanPages::unexpectedKinds_data()
-{
-    QTest::addColumn<QByteArray>("feature");
-    QTest::addColumn<QByteArray>("kind");
-    QTest::addColumn<QByteArray>("label");
-    QTest::addColumn<QByteArray>("editor");
-    const auto row = [](const char *feature, const char *kind, const char *label, const char *editor) {
-        QTest::addRow("%s as %s", feature, kind)
-            << QByteArray(feature) << QByteArray(kind) << QByteArray(label) << QByteArray(editor);
-    };
-    row("Gain", "Category", "Gain", "");
-    row("Gain", "Register", "Gain", "");
-    row("AcquisitionFrameRate", "Enumeration", "Acquisition Frame Rate", "QComboBox");
-    row("AcquisitionFrameRate", "Integer", "Acquisition Frame Rate", "QSpinBox");
-    row("AcquisitionFrameRateEnable", "Enumeration", "AcquisitionFrameRateEnable", "QComboBox");
-    row("UserSetSave", "Boolean", "UserSetSave", "SwitchButton");
-    row("Width", "Command", "Width", "QPushButton");
-}
-
-void tst_AreaScanPages::unexpectedKinds()
-{
-    QFETCH(QByteArray, feature);
-    QFETCH(QByteArray, kind);
-    QFETCH(QByteArray, label);
-    QFETCH(QByteArray, editor);
-    const bool isRegister = kind == "Register"; // its element is another one
-    open({{isRegister ? "String" : kind.toStdString(), feature.toStdString(),
-           kind == "Enumeration" ? "<EnumEntry Name=\"Off\"><Value>0</Value></EnumEntry>" : ""}});
-    const ToolPageWidgetItem *const row = m_panel->row(label.constData());
-    QCOMPARE(row->isHidden(), editor.isEmpty());
-    bool found = editor.isEmpty();
-    for (const QWidget *child : row->findChildren<QWidget *>())
-        found = found || child->metaObject()->className() == editor;
-    QVERIFY(found);
-    QCOMPARE(hostCalls("VLogInfo"), QStringList());
-}
-
-void tst_AreaScanPages::aWriteRefreshesItsGroup()
-{
-    auto *const exposure = m_panel->editor<QDoubleSpinBox>("Exposure Time(us)");
-    QVERIFY(exposure->isEnabled());
-    QCOMPARE(exposure->value(), 5000.0);
-    m_panel->editor<QComboBox>("Exposure Auto")->setCurrentText(QStringLiteral("Continuous"));
-    QVERIFY(!exposure->isEnabled());
-    m_panel->editor<QComboBox>("Exposure Auto")->setCurrentText(QStringLiteral("Off"));
-    QVERIFY(exposure->isEnabled());
-}
-
-void tst_AreaScanPages::liveRowsFollowTheDevice()
-{
-    m_panel->host.setNodeValue("cam", "ExposureAuto", "Continuous");
-    m_panel->host.setNodeValue("cam", "ExposureTime", "7500");
-    m_panel->host.clearCalls();
-    m_panel->panel->onRealUpdateTimerTimeout();
-    QCOMPARE(m_panel->host.calls(),
-             QStringList({QStringLiteral("GetCameraNodeValue(cam, ExposureAuto)"),
-                          QStringLiteral("GetCameraNodeValue(cam, ExposureTime)")}));
-    QCOMPARE(m_panel->editor<QComboBox>("Exposure Auto")->currentText(), QStringLiteral("Continuous"));
-    QCOMPARE(m_panel->editor<QDoubleSpinBox>("Exposure Time(us)")->value(), 7500.0);
-    QCOMPARE(m_panel->camera.written(), std::vector<std::string>());
-}
-
-void tst_AreaScanPages::descriptions()
-{
-    m_panel->panel->show();
-    QTest::mousePress(m_panel->row("Exposure Time(us)"), Qt::LeftButton, {}, QPoint(2, 2));
-    QCOMPARE(description(), QStringLiteral("Exposure time in us when Exposure Mode is Timed."));
-    m_panel->panel->retranslate(1);
-    QCOMPARE(description(), QStringLiteral("曝光模式定时下的曝光时间。"));
-    m_panel->panel->retranslate(0);
-    m_panel->editor<QComboBox>("Gain Auto")->setFocus();
-    QTRY_COMPARE(description(), QStringLiteral("Sets the automatic gain control (AGC) mode."));
-}
-
-void tst_AreaScanPages::bothLanguages()
-{
-    BracketTranslator translator;
-    QCoreApplication::installTranslator(&translator);
-    const QStringList english = m_panel->labels();
-    m_panel->panel->retranslate(1);
-    QCoreApplication::removeTranslator(&translator);
-    const QStringList chinese = m_panel->labels();
-    QCOMPARE(chinese.size(), english.size());
-    for (int i = 0; i < english.size(); ++i) {
-        const bool hasChinese = std::any_of(chinese[i].begin(), chinese[i].end(),
-                                            [](QChar letter) { return letter.script() == QChar::Script_Han; });
-        QVERIFY2(hasChinese, qPrintable(english[i]));
-    }
-    QVERIFY(group("图像格式"));
-    for (const QPushButton *button : m_panel->panel->findChildren<QPushButton *>()) {
-        if (!button->text().isEmpty())
-            QVERIFY2(button->text() == QStringLiteral("[Execute]"), qPrintable(button->accessibleName()));
-    }
-}
-
-void tst_AreaScanPages::userSetLoads()
-{
-    group("ISP")->collapse();
-    MemoryPort &port = m_panel->camera.port;
-    m_panel->host.setCallHook([&](const QString &line) {
-        if (!line.startsWith(QStringLiteral("SetCameraNodeValue")))
-            return;
-        for (const char *feature : {"GevSCPD", "Contrast", "OffsetX", "TriggerMode"})
-            port.poke(m_panel->camera.address(feature), 1);
-        m_panel->camera.map->InvalidateNodes();
-    });
-    m_panel->host.clearCalls();
-    m_panel->editor<QPushButton>("UserSetLoad")->click();
-    m_panel->host.setCallHook({});
-    QCOMPARE(hostCalls("SetCameraNodeValue"), QStringList({QStringLiteral("SetCameraNodeValue(cam, UserSetLoad, )")}));
-    QCOMPARE(m_panel->editor<QSpinBox>("GEV SCPD")->value(), 1);
-    QCOMPARE(m_panel->editor<QSpinBox>("OffsetX")->value(), 1);
-    QCOMPARE(m_panel->editor<QComboBox>("TriggerMode")->currentText(), QStringLiteral("On"));
-    QCOMPARE(m_panel->editor<QSpinBox>("Contrast")->value(), 0); // folded
-}
-
-void tst_AreaScanPages::registersAreReadOnce()
-{
-    m_panel->panel->show();
-    // An offset bounds its size, whose row comes before its own.
-    const std::set<int64_t> readForLimits = {m_panel->camera.address("OffsetX"), m_panel->camera.address("OffsetY")};
-    std::map<int64_t, int> reads;
-    for (const MemoryPort::Access &access : m_panel->camera.port.accesses)
-        ++reads[access.address];
-    QVERIFY(reads.size() > 20);
-    for (const auto &[address, count] : reads)
-        QCOMPARE(std::make_pair(address, count), std::make_pair(address, readForLimits.count(address) ? 2 : 1));
-}
-
-/// The node map goes; neither the user nor the host's events may reach into it any more.
-void tst_AreaScanPages::releasedCamera()
-{
-    m_panel->panel->show();
-    m_panel->innerTabs()->setCurrentIndex(2);
-    m_panel->editor<QPushButton>("DrawRoi")->click();
-    m_panel->panel->setParamterViewDisable();
-    m_panel->host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr);
-    m_panel->camera.map->InvalidateNodes();
-    m_panel->camera.port.resetCounters();
-    m_panel->host.clearCalls();
-
-    m_panel->panel->startAcquireOperation();
-    m_panel->panel->stopAcquireOperation();
-    m_panel->panel->updateWidget(true);
-    m_panel->panel->setDrawRoiPos(0, 0, 50, 50);
-    m_panel->panel->onRealUpdateTimerTimeout();
-    m_panel->panel->retranslate(1);
-    for (int tab : {0, 1, 2})
-        m_panel->innerTabs()->setCurrentIndex(tab);
-    for (QPushButton *button : m_panel->panel->findChildren<QPushButton *>()) {
-        if (!button->text().isEmpty())
-            button->click();
-    }
-    QCOMPARE(m_panel->host.calls(), QStringList());
-    QCOMPARE(m_panel->camera.port.accesses.size(), size_t(0));
-}
 
 QTEST_MAIN(tst_AreaScanPages)
 #include "tst_AreaScanPages.moc"

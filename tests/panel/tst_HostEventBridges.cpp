@@ -4,10 +4,10 @@
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
-#include <QtTest>
 
 #include "ParamterWnd/HostEventBridges.h"
 #include "support/FatalMessages.h"
+#include "support/Rows.h"
 
 namespace {
 
@@ -34,180 +34,155 @@ class tst_HostEventBridges : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void deviceListIsConverted();
-    void deviceListOnHostThreadWaitsForTheHandler();
-    void unhandledDeviceListReturnsAfterFiveSeconds();
-    void bridgesThatGoReleaseTheHost();
-    void languageIndex_data();
-    void languageIndex();
-    void textsSurvive();
-    void queuing();
-};
+    void initTestCase()
+    {
+        qRegisterMetaType<QStringList>("QStringList");
+        qRegisterMetaType<QSharedPointer<bool>>("QSharedPointer<bool>");
+    }
 
-void tst_HostEventBridges::initTestCase()
-{
-    qRegisterMetaType<QStringList>("QStringList");
-    qRegisterMetaType<QSharedPointer<bool>>("QSharedPointer<bool>");
-}
-
-void tst_HostEventBridges::deviceListIsConverted()
-{
-    DeviceListUpdate bridge;
-    int source = 0;
-    QStringList cards;
-    QStringList cameras;
-    connect(&bridge, &DeviceListUpdate::updateCams, this,
-            [&](int from, const QStringList &cardList, const QStringList &camList, const QSharedPointer<bool> &flag) {
-                source = from;
-                cards = cardList;
-                cameras = camList;
+    void deviceListIsConverted()
+    {
+        DeviceListUpdate bridge;
+        QStringList received;
+        connect(
+            &bridge, &DeviceListUpdate::updateCams, this,
+            [&](int source, const QStringList &cards, const QStringList &cameras, const QSharedPointer<bool> &flag) {
+                received = QStringList(QString::number(source)) + cards + cameras;
                 setFinished(*flag);
             });
-    QElapsedTimer timer;
-    timer.start();
-    for (int event = 0; event < 100; ++event)
-        bridge.OnUpdate(7, {"card"}, {"b", "", ChineseName, "a"});
-    QVERIFY2(timer.elapsed() < 100 * 5, "each event slept at least once");
-    QCOMPARE(source, 7);
-    QCOMPARE(cards, QStringList({QStringLiteral("card")}));
-    QCOMPARE(cameras,
-             QStringList({QStringLiteral("b"), QString(), QString::fromUtf8(ChineseName), QStringLiteral("a")}));
-}
+        QElapsedTimer timer;
+        timer.start();
+        for (int event = 0; event < 100; ++event)
+            bridge.OnUpdate(7, {"card"}, {"b", "", ChineseName, "a"});
+        QVERIFY2(timer.elapsed() < 100 * 5, "each event slept at least once");
+        QCOMPARE(received, QStringList({"7"_s, "card"_s, "b"_s, QString(), QString::fromUtf8(ChineseName), "a"_s}));
+    }
 
-void tst_HostEventBridges::deviceListOnHostThreadWaitsForTheHandler()
-{
-    DeviceListUpdate bridge;
-    QSharedPointer<bool> pending;
-    std::atomic<bool> returned{false};
-    connect(&bridge, &DeviceListUpdate::updateCams, this,
-            [&](int, const QStringList &, const QStringList &, const QSharedPointer<bool> &flag) {
-                QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
-                pending = flag;
-            });
-    std::thread host([&] {
-        bridge.OnUpdate(1, {}, {"cam"});
-        returned = true;
-    });
-    const bool delivered = QTest::qWaitFor([&] { return !pending.isNull(); }, 2000);
-    const bool waited = !returned;
-    if (pending)
-        setFinished(*pending);
-    const bool returnedThen = QTest::qWaitFor([&] { return returned.load(); }, 500);
-    host.join();
-    QVERIFY(delivered);
-    QVERIFY(waited);
-    QVERIFY(returnedThen);
-}
+    void deviceListOnHostThreadWaitsForTheHandler()
+    {
+        DeviceListUpdate bridge;
+        QSharedPointer<bool> pending;
+        std::atomic<bool> returned{false};
+        connect(&bridge, &DeviceListUpdate::updateCams, this,
+                [&](int, const QStringList &, const QStringList &, const QSharedPointer<bool> &flag) {
+                    QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
+                    pending = flag;
+                });
+        std::thread host([&] {
+            bridge.OnUpdate(1, {}, {"cam"});
+            returned = true;
+        });
+        const bool delivered = QTest::qWaitFor([&] { return !pending.isNull(); }, 2000);
+        const bool waited = !returned;
+        if (pending)
+            setFinished(*pending);
+        const bool returnedThen = QTest::qWaitFor([&] { return returned.load(); }, 500);
+        host.join();
+        QVERIFY(delivered);
+        QVERIFY(waited);
+        QVERIFY(returnedThen);
+    }
 
-void tst_HostEventBridges::unhandledDeviceListReturnsAfterFiveSeconds()
-{
-    DeviceListUpdate bridge;
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(raiseOnHostThread([&] { bridge.OnUpdate(1, {}, {}); }, 15000));
-    QVERIFY(timer.elapsed() >= 5000);
-}
+    void unhandledDeviceListReturnsAfterFiveSeconds()
+    {
+        DeviceListUpdate bridge;
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(raiseOnHostThread([&] { bridge.OnUpdate(1, {}, {}); }, 15000));
+        QVERIFY(timer.elapsed() >= 5000);
+    }
 
-/// The receiver may still handle the event: its flag outlives the bridge.
-void tst_HostEventBridges::bridgesThatGoReleaseTheHost()
-{
-    auto bridge = std::make_unique<DeviceListUpdate>();
-    std::atomic<bool> queued{false};
-    bool handled = false;
-    connect(bridge.get(), &DeviceListUpdate::updateCams, this,
-            [&](int, const QStringList &, const QStringList &, const QSharedPointer<bool> &flag) {
-                handled = isFinished(*flag);
-            });
-    connect(
-        bridge.get(), &DeviceListUpdate::updateCams, this, [&] { queued = true; }, Qt::DirectConnection);
-    std::thread host([&] { bridge->OnUpdate(1, {}, {"cam"}); });
-    while (!queued)
-        QThread::msleep(1);
-    QElapsedTimer timer;
-    timer.start();
-    bridge.reset();
-    host.join();
-    QVERIFY(timer.elapsed() < 2000);
-    QTRY_VERIFY(handled);
+    /// The receiver may still handle the event: its flag outlives the bridge.
+    void bridgesThatGoReleaseTheHost()
+    {
+        auto bridge = std::make_unique<DeviceListUpdate>();
+        std::atomic<bool> queued{false};
+        bool handled = false;
+        connect(bridge.get(), &DeviceListUpdate::updateCams, this,
+                [&](int, const QStringList &, const QStringList &, const QSharedPointer<bool> &flag) {
+                    handled = isFinished(*flag);
+                });
+        connect(
+            bridge.get(), &DeviceListUpdate::updateCams, this, [&] { queued = true; }, Qt::DirectConnection);
+        std::thread host([&] { bridge->OnUpdate(1, {}, {"cam"}); });
+        while (!queued)
+            QThread::msleep(1);
+        QElapsedTimer timer;
+        timer.start();
+        bridge.reset();
+        host.join();
+        QVERIFY(timer.elapsed() < 2000);
+        QTRY_VERIFY(handled);
 
-    DeviceListUpdate released;
-    released.release();
-    timer.start();
-    QVERIFY(raiseOnHostThread([&] { released.OnUpdate(1, {}, {}); }));
-}
+        DeviceListUpdate released;
+        released.release();
+        timer.start();
+        QVERIFY(raiseOnHostThread([&] { released.OnUpdate(1, {}, {}); }));
+    }
 
-void tst_HostEventBridges::languageIndex_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<int>("index");
-    QTest::newRow("English") << QByteArray("English") << 0;
-    QTest::newRow("lower case") << QByteArray("english") << 1;
-    QTest::newRow("with a blank") << QByteArray("English ") << 1;
-    QTest::newRow("another") << QByteArray("中文") << 1;
-    QTest::newRow("empty") << QByteArray() << 1;
-}
+    void languageIndex()
+    {
+        LanguageUpdate bridge;
+        QSignalSpy spy(&bridge, &LanguageUpdate::languageChanged);
+        for (const auto &[name, index] : {std::pair("English", 0), std::pair("english", 1), std::pair("English ", 1),
+                                          std::pair("中文", 1), std::pair("", 1)}) {
+            bridge.OnUpdate(name);
+            QCOMPARE(std::pair(name, spy.takeLast().first().toInt()), std::pair(name, index));
+        }
+    }
 
-void tst_HostEventBridges::languageIndex()
-{
-    QFETCH(QByteArray, name);
-    LanguageUpdate bridge;
-    QSignalSpy spy(&bridge, &LanguageUpdate::languageChanged);
-    bridge.OnUpdate(name.toStdString());
-    QCOMPARE(spy.size(), 1);
-    QTEST(spy.first().first().toInt(), "index");
-}
+    void textsSurvive()
+    {
+        QStringList received;
+        FocusUpdate focus;
+        connect(&focus, &FocusUpdate::focusChanged, this,
+                [&](HostCore::FOCUS_TYPE type, const QString &id) { received << QString::number(type) + id; });
+        focus.OnUpdate(HostCore::FOCUS_CAMERA, ChineseName);
 
-void tst_HostEventBridges::textsSurvive()
-{
-    QStringList received;
-    FocusUpdate focus;
-    connect(&focus, &FocusUpdate::focusChanged, this,
-            [&](HostCore::FOCUS_TYPE type, const QString &id) { received << QString::number(type) + id; });
-    focus.OnUpdate(HostCore::FOCUS_CAMERA, ChineseName);
+        ImageModeUpdate imageMode;
+        connect(&imageMode, &ImageModeUpdate::imageModeChanged, this, [&](const std::string &id, int mode) {
+            received << QString::number(mode) + QString::fromStdString(id);
+        });
+        imageMode.OnUpdate(ChineseName, 5);
 
-    ImageModeUpdate imageMode;
-    connect(&imageMode, &ImageModeUpdate::imageModeChanged, this,
-            [&](const std::string &id, int mode) { received << QString::number(mode) + QString::fromStdString(id); });
-    imageMode.OnUpdate(ChineseName, 5);
+        ImportUpdate import;
+        connect(&import, &ImportUpdate::importUpdate, this, [&](const QString &id) { received << id; });
+        import.OnUpdate(ChineseName);
 
-    ImportUpdate import;
-    connect(&import, &ImportUpdate::importUpdate, this, [&](const QString &id) { received << id; });
-    import.OnUpdate(ChineseName);
+        const QString name = QString::fromUtf8(ChineseName);
+        QCOMPARE(received, QStringList({"3"_s + name, "5"_s + name, name}));
+    }
 
-    const QString name = QString::fromUtf8(ChineseName);
-    QCOMPARE(received, QStringList({QStringLiteral("3") + name, QStringLiteral("5") + name, name}));
-}
-
-/// Language and import events cross threads, focus and image-mode events do not.
-void tst_HostEventBridges::queuing()
-{
+    /// Language and import events cross threads, focus and image-mode events do not.
+    void queuing()
+    {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    QSKIP("Qt 6 registers the types of connected signals by itself");
+        QSKIP("Qt 6 registers the types of connected signals by itself");
 #endif
-    FatalMessages messages;
-    messages.allow(QStringLiteral("Cannot queue arguments of type '(HostCore::FOCUS_TYPE|std::string)'"));
-    LanguageUpdate language;
-    ImportUpdate import;
-    FocusUpdate focus;
-    ImageModeUpdate imageMode;
-    QStringList received;
-    connect(&language, &LanguageUpdate::languageChanged, this, [&] { received << QStringLiteral("language"); });
-    connect(&import, &ImportUpdate::importUpdate, this, [&] { received << QStringLiteral("import"); });
-    connect(&focus, &FocusUpdate::focusChanged, this,
-            [&](HostCore::FOCUS_TYPE, const QString &) { received << QStringLiteral("focus"); });
-    connect(&imageMode, &ImageModeUpdate::imageModeChanged, this,
-            [&](const std::string &, int) { received << QStringLiteral("image mode"); });
+        FatalMessages messages;
+        messages.allow("Cannot queue arguments of type '(HostCore::FOCUS_TYPE|std::string)'"_s);
+        LanguageUpdate language;
+        ImportUpdate import;
+        FocusUpdate focus;
+        ImageModeUpdate imageMode;
+        QStringList received;
+        connect(&language, &LanguageUpdate::languageChanged, this, [&] { received << "language"_s; });
+        connect(&import, &ImportUpdate::importUpdate, this, [&] { received << "import"_s; });
+        connect(&focus, &FocusUpdate::focusChanged, this,
+                [&](HostCore::FOCUS_TYPE, const QString &) { received << "focus"_s; });
+        connect(&imageMode, &ImageModeUpdate::imageModeChanged, this,
+                [&](const std::string &, int) { received << "image mode"_s; });
 
-    QVERIFY(raiseOnHostThread([&] {
-        focus.OnUpdate(HostCore::FOCUS_CAMERA, "cam");
-        imageMode.OnUpdate("cam", 1);
-        import.OnUpdate("cam");
-        language.OnUpdate("English");
-    }));
-    QTRY_COMPARE(received, QStringList({QStringLiteral("import"), QStringLiteral("language")}));
-    QCOMPARE(messages.seen().size(), 2);
-}
+        QVERIFY(raiseOnHostThread([&] {
+            focus.OnUpdate(HostCore::FOCUS_CAMERA, "cam");
+            imageMode.OnUpdate("cam", 1);
+            import.OnUpdate("cam");
+            language.OnUpdate("English");
+        }));
+        QTRY_COMPARE(received, QStringList({"import"_s, "language"_s}));
+        QCOMPARE(messages.seen().size(), 2);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_HostEventBridges)
 #include "tst_HostEventBridges.moc"

@@ -5,268 +5,200 @@
 #include <QTabWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <QtTest>
 
 #include "FeatureTree/FeatureTreeView.h"
-#include "PanelDescription.h"
-#include "ParamterWidget/ParamterWidget.h"
-#include "ParamterWnd/ParamterWnd.h"
+#include "ManagerFixture.h"
 #include "ToolPage/ToolPageWidgetItem.h"
-#include "support/FakeHostCore.h"
-#include "support/FatalMessages.h"
-
-using Interruption = void (*)(class tst_UnfinishedEdits &test);
-Q_DECLARE_METATYPE(Interruption)
 
 /// Half a number stands in a field of a row or of the tree while the host, the devices and other windows go on.
-class tst_UnfinishedEdits : public QObject
+class tst_UnfinishedEdits : public ManagerFixture
 {
     Q_OBJECT
 
-public:
-    void list(const std::vector<std::string> &cameras) { m_host.listeners.deviceList->OnUpdate(1, {}, cameras); }
-    void focus(const std::string &camera) { m_host.listeners.focus->OnUpdate(HostCore::FOCUS_CAMERA, camera); }
-    void acquire(const char *state)
+private Q_SLOTS:
+    void init()
     {
-        m_host.setCameraInfo("cam", HostCore::CAM_INFO_ACQUISITION, state);
-        list({"cam", "closed"});
-        focus("cam");
+        start();
+        m_frame = std::make_unique<QWidget>();
+        auto *const layout = new QVBoxLayout(m_frame.get());
+        layout->addWidget(m_beside = new QLineEdit);
+        layout->addWidget(m_window.get());
+        m_frame->resize(800, 900);
+        m_frame->show();
+        QApplication::setActiveWindow(m_frame.get());
+        QVERIFY(QTest::qWaitForWindowActive(m_frame.get()));
+        setCamera("cam", true);
+        list({"cam"});
+        sendFocus(3, "cam");
     }
-    void setReady(const std::string &key, bool ready)
+
+    void cleanup()
     {
-        m_host.setCameraInfo(key, HostCore::CAM_INFO_OPENED, ready ? "1" : "0");
-        m_host.setCameraInfo(key, HostCore::CAM_INFO_READY, "1");
-        m_host.setNodeMap(HostCore::FOCUS_CAMERA, key, m_camera->map);
+        end();
+        m_frame.reset();
     }
-    void changeLanguage() { m_host.listeners.language->OnUpdate("中文"); }
-    void import() { m_host.listeners.import->OnUpdate("cam"); }
-    void toAnotherWindow()
+
+    /// Nothing is written, the next keys go on with the number, and Enter writes it.
+    void survive()
+    {
+        const auto acquire = [this](const char *state) {
+            m_host.setCameraInfo("cam", HostCore::CAM_INFO_ACQUISITION, state);
+            list({"cam", "closed"});
+            sendFocus(3, "cam");
+        };
+        const std::pair<const char *, std::function<void()>> interruptions[] = {
+            {"another camera opens, and gets the focus for a while",
+             [this] {
+                 setCamera("other", true);
+                 list({"cam", "other"});
+                 QVERIFY(isKept());
+                 sendFocus(3, "other");
+                 sendFocus(3, "cam");
+             }},
+            {"acquisition starts, a camera is closed", [&] { acquire("1"); }},
+            {"acquisition stops", [&] { acquire("0"); }},
+            {"import", [this] { m_host.listeners.import->OnUpdate("cam"); }},
+            {"language", [this] { m_host.listeners.language->OnUpdate("中文"); }},
+            {"another window", [this] { visitAnotherWindow(); }},
+            {"both tabs hidden and shown", [this] { hideBothTabs(); }},
+            {"window locked", [this] { lock(); }}};
+        for (const bool isInTree : {false, true}) {
+            for (const auto &[name, interrupt] : interruptions) {
+                const InRow inRow(name);
+                cleanup();
+                init();
+                open(isInTree);
+                for (int time = 0; time < 2; ++time) {
+                    interrupt();
+                    QVERIFY2(isKept(), isInTree ? "in the tree" : "in a row");
+                }
+                QTest::keyClicks(m_field, "45"_s);
+                QTest::keyClick(m_field, Qt::Key_Return);
+                QCOMPARE(m_camera->port.writes, 1U);
+                QCOMPARE(exposure(), 12345.0);
+                QCOMPARE(m_host.callsTo("VLogInfo"_s), QStringList());
+            }
+        }
+    }
+
+    /// Also presses on what takes no focus; none beside the panel does.
+    void pressesInThePanelEndThem()
+    {
+        const std::pair<bool, const char *> targets[] = {{false, "pushButtonFold"},
+                                                         {false, "tabMainWidget"},
+                                                         {false, "widget_attrInfo"},
+                                                         {false, "splitter"},
+                                                         {true, "toolButton"},
+                                                         {true, "edit_search"},
+                                                         {true, "label"},
+                                                         {true, "tabMainWidget"},
+                                                         {false, ""},
+                                                         {true, ""}};
+        for (const auto &[isInTree, target] : targets) {
+            const InRow inRow(target);
+            cleanup();
+            init();
+            open(isInTree);
+            QWidget *pressed = *target ? panel()->findChild<QWidget *>(QLatin1String(target)) : m_beside;
+            if (auto *tabs = qobject_cast<QTabWidget *>(pressed))
+                pressed = tabs->tabBar();
+            unsigned writtenBefore = 1; // when the press takes effect
+            if (auto *button = qobject_cast<QAbstractButton *>(pressed))
+                connect(button, &QAbstractButton::pressed, this, [&] { writtenBefore = m_camera->port.writes; });
+            QTest::mouseClick(pressed, Qt::LeftButton, {}, QPoint(4, 4));
+            QCOMPARE(m_camera->port.writes, *target ? 1U : 0U);
+            QCOMPARE(writtenBefore, 1U);
+            if (*target)
+                QCOMPARE(exposure(), 123.0);
+            else
+                QCOMPARE(m_field->text(), "123"_s);
+        }
+    }
+
+    void goneWithTheCamera()
+    {
+        for (const bool isInTree : {false, true}) {
+            cleanup();
+            init();
+            open(isInTree);
+            setCamera("cam", false);
+            list({"cam"});
+            QTRY_VERIFY(!m_field);
+            QCOMPARE(m_camera->port.writes, 0U);
+        }
+    }
+
+private:
+    void list(const std::vector<std::string> &cameras) { sendDeviceList({}, cameras); }
+    ParamterWidget *panel() const { return panelOf("cam"); }
+    double exposure() const { return GenApi::CFloatPtr(m_camera->node("ExposureTime"))->GetValue(true, true); }
+
+    /// "123" of the exposure time 12345 is typed.
+    void open(bool isInTree)
+    {
+        m_isInTree = isInTree;
+        showTab();
+        if (isInTree) {
+            auto *const tree = panel()->findChild<FeatureTreeView *>();
+            tree->expandAll();
+            const QAbstractItemModel *const model = tree->model();
+            const QModelIndex row = model->match(model->index(0, 0), Qt::DisplayRole, "ExposureTime"_s, 1,
+                                                 Qt::MatchExactly | Qt::MatchRecursive)[0];
+            tree->scrollTo(row);
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(row.siblingAtColumn(1)).center());
+            m_field = tree->viewport()->findChild<QDoubleSpinBox *>();
+        } else {
+            auto *const row = panel()->findChild<ToolPageWidgetItem *>("Exposure Time(us)"_s);
+            m_field = row->findChild<QDoubleSpinBox *>();
+            m_field->setFocus();
+        }
+        QVERIFY(m_field && m_field->hasFocus());
+        m_field->selectAll();
+        QTest::keyClicks(m_field, "123"_s);
+        m_camera->port.resetCounters();
+        m_host.clearCalls();
+    }
+
+    bool isKept() const
+    {
+        return m_field && m_field->text() == "123"_s && m_camera->port.writes == 0 && m_field->isVisible()
+            && m_field->hasFocus();
+    }
+
+    void showTab() { panel()->findChild<QTabWidget *>("tabMainWidget"_s)->setCurrentIndex(m_isInTree ? 1 : 0); }
+
+    void visitAnotherWindow()
     {
         QWidget other;
         other.show();
         QApplication::setActiveWindow(&other);
         QVERIFY(QTest::qWaitForWindowActive(&other));
         QCOMPARE(QApplication::focusWidget(), nullptr);
-        QApplication::setActiveWindow(m_window.get());
+        QApplication::setActiveWindow(m_frame.get());
     }
+
     void hideBothTabs()
     {
         for (const bool shown : {false, true}) {
-            m_panels->setPanelWidgetVisiable(shown);
-            m_panels->setAllDetailWidgetVisiable(shown);
+            m_window->setPanelWidgetVisiable(shown);
+            m_window->setAllDetailWidgetVisiable(shown);
         }
-        currentTab(m_isInTree);
+        showTab();
     }
+
     void lock()
     {
-        m_window->setEnabled(false);
+        m_frame->setEnabled(false);
         QMouseEvent press(QEvent::MouseButtonPress, {4, 4}, Qt::LeftButton, Qt::LeftButton, {});
-        QApplication::sendEvent(at("splitter"), &press);
-        m_window->setEnabled(true);
+        QApplication::sendEvent(panel()->findChild<QWidget *>("splitter"_s), &press);
+        m_frame->setEnabled(true);
     }
 
-private Q_SLOTS:
-    void init();
-    void cleanup();
-    void survive_data();
-    void survive();
-    void pressesInThePanelEndThem_data();
-    void pressesInThePanelEndThem();
-    void goneWithTheCamera();
-
-private:
-    void open(bool isInTree);
-    void currentTab(bool tree);
-    QWidget *at(const char *name) const { return panel()->findChild<QWidget *>(QLatin1String(name)); }
-    ParamterWidget *panel() const;
-    quint64 written() const { return m_camera->port.writes; }
-
-    FakeHostCore &m_host = FakeHostCore::instance();
-    std::unique_ptr<FatalMessages> m_messages;
-    std::unique_ptr<PanelCamera> m_camera;
-    std::unique_ptr<QWidget> m_window;
-    ParamterWnd *m_panels = nullptr;
+    std::unique_ptr<QWidget> m_frame;
     QLineEdit *m_beside = nullptr;
     QPointer<QAbstractSpinBox> m_field;
     bool m_isInTree = false;
 };
-
-void tst_UnfinishedEdits::init()
-{
-    m_host.reset();
-    m_messages = std::make_unique<FatalMessages>();
-    m_camera = std::make_unique<PanelCamera>();
-    m_window = std::make_unique<QWidget>();
-    auto *layout = new QVBoxLayout(m_window.get());
-    m_beside = new QLineEdit;
-    m_panels = new ParamterWnd;
-    layout->addWidget(m_beside);
-    layout->addWidget(m_panels);
-    m_window->resize(800, 900);
-    m_window->show();
-    QApplication::setActiveWindow(m_window.get());
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    setReady("cam", true);
-    list({"cam"});
-    focus("cam");
-}
-
-void tst_UnfinishedEdits::cleanup()
-{
-    m_window.reset();
-    m_camera.reset();
-    m_messages.reset();
-}
-
-ParamterWidget *tst_UnfinishedEdits::panel() const
-{
-    for (ParamterWidget *panel : m_panels->findChildren<ParamterWidget *>()) {
-        if (panel->deviceName() == QLatin1String("cam"))
-            return panel;
-    }
-    return nullptr;
-}
-
-void tst_UnfinishedEdits::currentTab(bool tree)
-{
-    panel()->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"))->setCurrentIndex(tree ? 1 : 0);
-}
-
-/// "123" of the exposure time 12345 is typed.
-void tst_UnfinishedEdits::open(bool isInTree)
-{
-    m_isInTree = isInTree;
-    currentTab(isInTree);
-    if (isInTree) {
-        auto *tree = panel()->findChild<FeatureTreeView *>();
-        tree->expandAll();
-        const QModelIndex row = tree->model()
-                                    ->match(tree->model()->index(0, 0), Qt::DisplayRole, QStringLiteral("ExposureTime"),
-                                            1, Qt::MatchExactly | Qt::MatchRecursive)
-                                    .value(0);
-        tree->scrollTo(row);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(row.siblingAtColumn(1)).center());
-        m_field = tree->viewport()->findChild<QDoubleSpinBox *>();
-    } else {
-        m_field = panel()
-                      ->findChild<ToolPageWidgetItem *>(QStringLiteral("Exposure Time(us)"))
-                      ->findChild<QDoubleSpinBox *>();
-        m_field->setFocus();
-    }
-    QVERIFY(m_field && m_field->hasFocus());
-    m_field->selectAll();
-    QTest::keyClicks(m_field, QStringLiteral("123"));
-    m_camera->port.resetCounters();
-    m_host.clearCalls();
-}
-
-void tst_UnfinishedEdits::survive_data()
-{
-    QTest::addColumn<bool>("isInTree");
-    QTest::addColumn<Interruption>("interrupt");
-    using Test = tst_UnfinishedEdits;
-    const std::pair<const char *, Interruption> interruptions[] = {
-        {"another camera opens",
-         [](Test &test) {
-             test.setReady("other", true);
-             test.list({"cam", "other"});
-         }},
-        {"and gets the focus for a while",
-         [](Test &test) {
-             test.setReady("other", true);
-             test.list({"cam", "other"});
-             test.focus("other");
-             test.focus("cam");
-         }},
-        {"a camera is closed",
-         [](Test &test) {
-             test.setReady("closed", false);
-             test.list({"cam", "closed"});
-             test.focus("cam");
-         }},
-        {"acquisition starts", [](Test &test) { test.acquire("1"); }},
-        {"acquisition stops", [](Test &test) { test.acquire("0"); }},
-        {"import", [](Test &test) { test.import(); }},
-        {"language", [](Test &test) { test.changeLanguage(); }},
-        {"another window", [](Test &test) { test.toAnotherWindow(); }},
-        {"both tabs hidden and shown", [](Test &test) { test.hideBothTabs(); }},
-        {"window locked", [](Test &test) { test.lock(); }}};
-    for (const bool isInTree : {false, true}) {
-        for (const auto &[name, interruption] : interruptions)
-            QTest::addRow("%s: %s", isInTree ? "tree" : "row", name) << isInTree << interruption;
-    }
-}
-
-/// Nothing is written, the next keys go on with the number, and Enter writes it.
-void tst_UnfinishedEdits::survive()
-{
-    QFETCH(bool, isInTree);
-    QFETCH(Interruption, interrupt);
-    open(isInTree);
-    for (int time = 0; time < 2; ++time) {
-        interrupt(*this);
-        QVERIFY(m_field);
-        QCOMPARE(m_field->text(), QStringLiteral("123"));
-        QCOMPARE(written(), quint64(0));
-        QVERIFY(m_field->isVisible());
-        QVERIFY(m_field->hasFocus());
-    }
-    QTest::keyClicks(m_field, QStringLiteral("45"));
-    QTest::keyClick(m_field, Qt::Key_Return);
-    QCOMPARE(written(), quint64(1));
-    QCOMPARE(GenApi::CFloatPtr(m_camera->node("ExposureTime"))->GetValue(true, true), 12345.0);
-    QCOMPARE(m_host.callsTo(QStringLiteral("VLogInfo")), QStringList());
-}
-
-void tst_UnfinishedEdits::pressesInThePanelEndThem_data()
-{
-    QTest::addColumn<bool>("isInTree");
-    QTest::addColumn<QByteArray>("target");
-    QTest::addColumn<bool>("ends");
-    for (const char *target : {"pushButtonFold", "tabMainWidget", "widget_attrInfo", "splitter"})
-        QTest::addRow("row: %s", target) << false << QByteArray(target) << true;
-    for (const char *target : {"toolButton", "edit_search", "label", "tabMainWidget"})
-        QTest::addRow("tree: %s", target) << true << QByteArray(target) << true;
-    QTest::newRow("row: beside the panel") << false << QByteArray() << false;
-    QTest::newRow("tree: beside the panel") << true << QByteArray() << false;
-}
-
-/// Also presses on what takes no focus.
-void tst_UnfinishedEdits::pressesInThePanelEndThem()
-{
-    QFETCH(bool, isInTree);
-    QFETCH(QByteArray, target);
-    QFETCH(bool, ends);
-    open(isInTree);
-    QWidget *pressed = m_beside;
-    if (!target.isEmpty())
-        pressed = at(target.constData());
-    if (auto *tabs = qobject_cast<QTabWidget *>(pressed))
-        pressed = tabs->tabBar();
-    quint64 writtenBefore = 99; // when the press takes effect
-    if (auto *button = qobject_cast<QAbstractButton *>(pressed))
-        connect(button, &QAbstractButton::pressed, this, [&] { writtenBefore = written(); });
-    QTest::mouseClick(pressed, Qt::LeftButton, {}, QPoint(4, 4));
-    QCOMPARE(written(), quint64(ends ? 1 : 0));
-    QVERIFY(writtenBefore == 99 || writtenBefore == 1);
-    if (ends)
-        QCOMPARE(GenApi::CFloatPtr(m_camera->node("ExposureTime"))->GetValue(true, true), 123.0);
-    else
-        QCOMPARE(m_field->text(), QStringLiteral("123"));
-}
-
-void tst_UnfinishedEdits::goneWithTheCamera()
-{
-    for (const bool isInTree : {false, true}) {
-        open(isInTree);
-        setReady("cam", false);
-        list({"cam"});
-        QTRY_VERIFY(!m_field);
-        QCOMPARE(written(), quint64(0));
-        cleanup();
-        init();
-    }
-}
 
 QTEST_MAIN(tst_UnfinishedEdits)
 #include "tst_UnfinishedEdits.moc"
