@@ -49,4 +49,7 @@ private:
     std::deque<std::string> m_entryNames;
 };
 
+/// The text of an element without the blanks around it.
+std::string_view textOf(pugi::xml_node element);
+
 } // namespace NodeEngine
