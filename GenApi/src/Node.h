@@ -64,14 +64,15 @@ public:
     /// The same for the access mode and value of this node alone, bytes of registers stay.
     virtual void forgetComputed() = 0;
 
-protected:
-    NodeDescription m_description;
-    Links m_links;
-
 private:
-    NodeCallbacks m_callbacks;
+    // What changes and lists need of every node comes first, so that they touch little memory.
     std::size_t m_position = Nowhere;
+    NodeCallbacks m_callbacks;
     bool m_broken = false;
+
+protected:
+    Links m_links;
+    NodeDescription m_description;
 };
 
 } // namespace NodeEngine

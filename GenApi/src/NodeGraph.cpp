@@ -22,21 +22,6 @@ void addUnlessLast(std::vector<Node *> &list, Node &node)
 
 } // namespace
 
-void NodeMarks::restart(std::size_t nodes)
-{
-    m_marks.resize(nodes);
-    ++m_current;
-}
-
-bool NodeMarks::add(const Node &node)
-{
-    uint64_t &mark = m_marks[node.position()];
-    if (mark == m_current)
-        return false;
-    mark = m_current;
-    return true;
-}
-
 void NodeGraph::add(Node &node)
 {
     node.setPosition(m_nodes.size());
@@ -49,11 +34,6 @@ NodeMarks &NodeGraph::freshMarks()
     return m_marks;
 }
 
-NodeGraph::Place &NodeGraph::placeOf(const Node &node)
-{
-    return m_places[node.position()];
-}
-
 void NodeGraph::connect()
 {
     if (!m_places.empty())
@@ -62,11 +42,11 @@ void NodeGraph::connect()
     for (Node *node : m_nodes) {
         for (const Link &link : node->links()) {
             if (isReadingLink(link.role) || link.role == Tag::EnumEntry)
-                addUnlessLast(placeOf(*link.target).parents, *node);
+                addUnlessLast(m_places[link.target->position()].parents, *node);
             if (link.role == Tag::pSelected)
                 connectSelected(*node, *link.target);
             else if (kindOf(link.role) != LinkKind::Other)
-                addUnlessLast(placeOf(*link.target).dependents, *node);
+                addUnlessLast(m_places[link.target->position()].dependents, *node);
         }
     }
 }
@@ -74,7 +54,7 @@ void NodeGraph::connect()
 // A selector switches what the registers behind its features hold, whether or not the description says so.
 void NodeGraph::connectSelected(const Node &selector, Node &selected)
 {
-    std::vector<Node *> &dependents = placeOf(selector).dependents;
+    std::vector<Node *> &dependents = m_places[selector.position()].dependents;
     addUnlessLast(dependents, selected);
     const std::vector<Node *> own = sourcesOf(*m_nodes[selector.position()]);
     for (Node *source : sourcesOf(selected)) {
@@ -87,12 +67,12 @@ void NodeGraph::connectSelected(const Node &selector, Node &selected)
 std::vector<Node *> NodeGraph::sourcesOf(Node &node)
 {
     NodeMarks &marks = freshMarks();
-    marks.add(node);
+    marks.add(node.position());
     std::vector<Node *> sources{&node};
     for (std::size_t i = 0; i < sources.size() && sources.size() < MostSources; ++i) {
         for (const Link &link : sources[i]->links()) {
             const LinkKind kind = kindOf(link.role);
-            if ((kind == LinkKind::Value || kind == LinkKind::Limit) && marks.add(*link.target))
+            if ((kind == LinkKind::Value || kind == LinkKind::Limit) && marks.add(link.target->position()))
                 sources.push_back(link.target);
         }
     }
@@ -102,19 +82,19 @@ std::vector<Node *> NodeGraph::sourcesOf(Node &node)
 const std::vector<Node *> &NodeGraph::parentsOf(const Node &node)
 {
     connect();
-    return placeOf(node).parents;
+    return m_places[node.position()].parents;
 }
 
 const std::vector<Node *> &NodeGraph::dependentsOf(const Node &node)
 {
     connect();
-    Place &place = placeOf(node);
+    Place &place = m_places[node.position()];
     if (place.closure)
         return *place.closure;
     std::vector<Node *> closure;
     std::unordered_set<const Node *> seen;
     const auto addDependents = [&](const Node &of) {
-        for (Node *dependent : placeOf(of).dependents) {
+        for (Node *dependent : m_places[of.position()].dependents) {
             if (seen.insert(dependent).second)
                 closure.push_back(dependent);
         }

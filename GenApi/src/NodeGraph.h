@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace NodeEngine {
@@ -13,9 +14,13 @@ namespace NodeEngine {
 class NodeMarks
 {
 public:
-    void restart(std::size_t nodes);
-    /// False if the node has been added since the last restart.
-    bool add(const Node &node);
+    void restart(std::size_t nodes)
+    {
+        m_marks.resize(nodes);
+        ++m_current;
+    }
+    /// False if the node of that position has been added since the last restart.
+    bool add(std::size_t position) { return std::exchange(m_marks[position], m_current) != m_current; }
 
 private:
     std::vector<uint64_t> m_marks; // by position
@@ -57,7 +62,6 @@ private:
     void connect();
     void connectSelected(const Node &selector, Node &selected);
     std::vector<Node *> sourcesOf(Node &node);
-    Place &placeOf(const Node &node);
 
     std::vector<Node *> m_nodes;
     std::vector<Place> m_places; // by position

@@ -25,14 +25,14 @@ bool holdsValue(Tag kind)
 void addTerminals(Node &start, NodeMarks &marks, GenApi::NodeList_t &list)
 {
     std::vector<Node *> reached{&start};
-    marks.add(start);
+    marks.add(start.position());
     for (std::size_t i = 0; i < reached.size(); ++i) {
         bool isEnd = holdsValue(reached[i]->tag());
         for (const Link &link : reached[i]->links()) {
             if (!isWritingLink(link.role))
                 continue;
             isEnd = false;
-            if (marks.add(*link.target))
+            if (marks.add(link.target->position()))
                 reached.push_back(link.target);
         }
         if (isEnd)
@@ -73,7 +73,7 @@ void listChildren(const Node &node, GenApi::ELinkType type, NodeGraph &graph, Ge
         return assign(graph.dependentsOf(node), children);
     NodeMarks &marks = graph.freshMarks();
     for (const Link &link : node.links()) {
-        if (isAsked(link.role, type) && marks.add(*link.target))
+        if (isAsked(link.role, type) && marks.add(link.target->position()))
             children.push_back(&link.target->asNode());
     }
 }
@@ -87,11 +87,11 @@ void listSelected(const Node &node, NodeGraph &graph, GenApi::FeatureList_t &fea
 {
     features.clear();
     NodeMarks &marks = graph.freshMarks();
-    marks.add(node);
+    marks.add(node.position());
     std::vector<const Node *> reached{&node};
     for (std::size_t i = 0; i < reached.size(); ++i) {
         for (const Link &link : reached[i]->links()) {
-            if (link.role != Tag::pSelected || !marks.add(*link.target))
+            if (link.role != Tag::pSelected || !marks.add(link.target->position()))
                 continue;
             reached.push_back(link.target);
             if (link.target->asValue())

@@ -233,12 +233,6 @@ GenApi::ECachingMode PublicNode::cachingMode() const
     return m_cachingMode;
 }
 
-void PublicNode::forgetComputed()
-{
-    m_valueValid = false;
-    m_accessMode = GenApi::_UndefinedAccesMode;
-}
-
 // --- the value of kinds that have none, or only one of the two numbers
 
 int64_t PublicNode::integerValue(bool fresh)

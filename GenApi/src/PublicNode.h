@@ -61,7 +61,11 @@ public:
     bool isAccessModeCachable() const override;
     GenApi::ECachingMode cachingMode() const override;
     void forget() override { PublicNode::forgetComputed(); }
-    void forgetComputed() override;
+    void forgetComputed() override
+    {
+        m_valueValid = false;
+        m_accessMode = GenApi::_UndefinedAccesMode;
+    }
 
     // NodeValue
     int64_t integerValue(bool fresh) override;
