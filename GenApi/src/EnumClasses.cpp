@@ -58,7 +58,7 @@ const char *textOf(const Name<Enum> (&names)[Count], Enum value)
 }
 
 template <class Enum, size_t Count>
-bool readText(const Name<Enum> (&names)[Count], const char *text, Enum *value)
+bool parse(const Name<Enum> (&names)[Count], const char *text, Enum *value)
 {
     *value = names[Count - 1].first;
     for (const Name<Enum> &name : names) {
@@ -75,7 +75,7 @@ bool readText(const Name<Enum> (&names)[Count], const char *text, Enum *value)
 #define GENAPI_ENUM_TEXTS(Enum, names)                                                                                 \
     bool Enum##Class::FromString(const gcstring &text, Enum *value)                                                    \
     {                                                                                                                  \
-        return readText(names, text, value);                                                                           \
+        return parse(names, text, value);                                                                           \
     }                                                                                                                  \
     void Enum##Class::ToString(gcstring &text, Enum *value)                                                            \
     {                                                                                                                  \
