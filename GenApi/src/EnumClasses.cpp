@@ -72,10 +72,11 @@ bool parse(const Name<Enum> (&names)[Count], const char *text, Enum *value)
 
 } // namespace
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are a type and a table
 #define GENAPI_ENUM_TEXTS(Enum, names)                                                                                 \
     bool Enum##Class::FromString(const gcstring &text, Enum *value)                                                    \
     {                                                                                                                  \
-        return parse(names, text, value);                                                                           \
+        return parse(names, text, value);                                                                              \
     }                                                                                                                  \
     void Enum##Class::ToString(gcstring &text, Enum *value)                                                            \
     {                                                                                                                  \
@@ -85,6 +86,7 @@ bool parse(const Name<Enum> (&names)[Count], const char *text, Enum *value)
     {                                                                                                                  \
         return textOf(names, value);                                                                                   \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 GENAPI_ENUM_TEXTS(EAccessMode, AccessModes)
 GENAPI_ENUM_TEXTS(EVisibility, Visibilities)

@@ -38,7 +38,7 @@ int64_t IntegerNode::givenLimit(Limit limit) const
     if (const std::optional<int64_t> own = m_limits.value(limit))
         return *own;
     const Node *target = m_source.currentTarget();
-    return target ? inheritedLimit<int64_t>(*target, m_source.copies(), limit) : PublicNode::integerLimit(limit);
+    return target ? inheritedLimit<int64_t>(*target, m_source.copies(), limit) : typeLimit(limit);
 }
 
 GenApi::EIncMode IntegerNode::incrementMode() const

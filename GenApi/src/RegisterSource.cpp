@@ -16,7 +16,7 @@ namespace NodeEngine {
 namespace {
 
 // What a wrong or lying description may ask for at most.
-constexpr int64_t GreatestRegister = 16 * 1024 * 1024;
+constexpr int64_t GreatestRegister = int64_t{16} * 1024 * 1024;
 
 int64_t sum(int64_t a, int64_t b)
 {

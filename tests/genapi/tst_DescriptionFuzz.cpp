@@ -125,30 +125,28 @@ class tst_DescriptionFuzz : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void survivesBrokenDescriptions();
-};
-
-void tst_DescriptionFuzz::survivesBrokenDescriptions()
-{
-    const std::string text = original();
-    Mutator mutator(20261122);
-    int loaded = 0;
-    for (int i = 0; i < 400; ++i) {
-        const std::string broken = mutator.mutated(text);
-        QElapsedTimer timer;
-        timer.start();
-        const std::string thrown = thrownBy([&] {
-            Camera camera(broken);
-            ++loaded;
-            camera.port.readFault = i % 5 ? MemoryPort::Fault::None : MemoryPort::Fault::Timeout;
-            exercise(camera);
-        });
-        QVERIFY2(thrown.empty() || thrown.rfind("Runtime: ", 0) == 0, thrown.c_str());
-        QVERIFY2(timer.elapsed() < 5000, broken.c_str());
+    void survivesBrokenDescriptions()
+    {
+        const std::string text = original();
+        Mutator mutator(20261122);
+        int loaded = 0;
+        for (int i = 0; i < 400; ++i) {
+            const std::string broken = mutator.mutated(text);
+            QElapsedTimer timer;
+            timer.start();
+            const std::string thrown = thrownBy([&] {
+                Camera camera(broken);
+                ++loaded;
+                camera.port.readFault = i % 5 ? MemoryPort::Fault::None : MemoryPort::Fault::Timeout;
+                exercise(camera);
+            });
+            QVERIFY2(thrown.empty() || thrown.rfind("Runtime: ", 0) == 0, thrown.c_str());
+            QVERIFY2(timer.elapsed() < 5000, broken.c_str());
+        }
+        QVERIFY(loaded > 100);
+        QVERIFY(loaded < 400);
     }
-    QVERIFY(loaded > 100);
-    QVERIFY(loaded < 400);
-}
+};
 
 QTEST_GUILESS_MAIN(tst_DescriptionFuzz)
 #include "tst_DescriptionFuzz.moc"

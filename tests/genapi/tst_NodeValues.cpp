@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Values, limits and texts of every kind of node.
 #include "Camera.h"
+#include "TableRows.h"
 
 #include <QScopeGuard>
 #include <QTest>
@@ -93,296 +94,237 @@ class tst_NodeValues : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void integerLimits_data();
-    void integerLimits();
-    void floatLimits_data();
-    void floatLimits();
-    void refusesWhatIsOutOfRange_data();
-    void refusesWhatIsOutOfRange();
-    void floatsOverIntegersSnapToTheGrid();
-    void convertersWorkInBothDirections();
-    void formulasKeepTheirNumberSystem();
-    void divisionByZeroThrows();
-    void indexChoosesThePlace();
-    void copiesAreWrittenToo();
-    void enumerationsKnowTheirEntries();
-    void commandsRunUntilTheDeviceClearsThem();
-    void textsInAndOut_data();
-    void textsInAndOut();
-    void textsDoNotDependOnTheLocale();
-};
-
-void tst_NodeValues::integerLimits_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<qint64>("min");
-    QTest::addColumn<qint64>("max");
-    QTest::addColumn<qint64>("inc");
-    const auto row = [](const char *node, int64_t min, int64_t max, int64_t inc) {
-        QTest::newRow(node) << QByteArray(node) << qint64(min) << qint64(max) << qint64(inc);
-    };
-    row("Plain", 0, 4294967295, 1);
-    row("Own", 10, 50, 5);
-    row("Copies", 10, 50, 1);
-    row("Big", Least, Most, 1);
-    row("Exact", Least, Most, 1);
-    row("Shifted", 0, int64_t(255) << 33, 1);
-    row("Table", Least, Most, 1);
-    row("Behind", 10, 50, 5);
-    row("Upper", 0, 0x7fffffff, 1);
-    row("Bounded", 1, 10, 1);
-    row("OverFine", Least, Most, 1);
-    row("OverFlat", 1, 10, 1);
-    row("IntOpen", 0, Most, 1);
-    row("Measured", -32768, 32767, 1);
-}
-
-void tst_NodeValues::integerLimits()
-{
-    QFETCH(QByteArray, node);
-    const Camera camera(zoo());
-    CIntegerPtr integer = camera.integer(node);
-    QTEST(qint64(integer->GetMin()), "min");
-    QTEST(qint64(integer->GetMax()), "max");
-    QTEST(qint64(integer->GetInc()), "inc");
-}
-
-void tst_NodeValues::floatLimits_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<double>("min");
-    QTest::addColumn<double>("max");
-    QTest::addColumn<double>("inc"); // 0 for none
-    const auto row = [](const char *node, double min, double max, double inc) {
-        QTest::newRow(node) << QByteArray(node) << min << max << inc;
-    };
-    const double widest = std::numeric_limits<double>::max();
-    row("OverInt", 1, 20, 5);
-    row("Milli", 0, 65.535, 0);
-    row("Falling", 1, 100, 0);
-    row("Wild", -widest, widest, 0);
-    row("Linear", 5, 43, 10);
-    row("Mixed", -widest, widest, 0);
-    row("RealBehind", 0, 65.535, 0);
-    row("RealBounded", -1.5, 10, 0);
-    row("Tiny", 0, 100, 0);
-    row("Flat", 0.5, 10, 0.1);
-    row("Open", 0, widest, 1);
-}
-
-void tst_NodeValues::floatLimits()
-{
-    QFETCH(QByteArray, node);
-    QFETCH(double, inc);
-    const Camera camera(zoo());
-    CFloatPtr real = camera.real(node);
-    QTEST(real->GetMin(), "min");
-    QTEST(real->GetMax(), "max");
-    QCOMPARE(real->HasInc(), inc != 0);
-    if (inc != 0)
-        QCOMPARE(real->GetInc(), inc);
-    else
-        QCOMPARE(thrownBy([&] { real->GetInc(); }), std::string("Runtime: node does not have an increment."));
-}
-
-void tst_NodeValues::refusesWhatIsOutOfRange_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("thrown");
-    const auto row = [](const char *node, const char *text, const char *thrown) {
-        QTest::addRow("%s %s", node, text) << QByteArray(node) << QByteArray(text) << QByteArray(thrown);
-    };
-    row("Own", "9", "OutOfRange: Value = 9 must be equal or greater than Min = 10.");
-    row("Own", "55", "OutOfRange: Value = 55 must be equal or smaller than Max = 50.");
-    row("Own", "12",
-        "OutOfRange: The difference between Value = 12 and Min = 10 must be dividable without rest by Inc = 5.");
-    row("Plain", "-1", "OutOfRange: Value = -1 must be equal or greater than Min = 0.");
-    row("Milli", "65.6", "OutOfRange: Value 65.600000 must be smaller than or equal 65.535000.");
-    row("Milli", "-0.001", "OutOfRange: Value -0.001000 must be greater than or equal 0.000000.");
-    row("Milli", "nan", "OutOfRange: Value nan must be greater than or equal 0.000000.");
-    row("Plain", "abc", "InvalidArgument: Node 'Plain' : cannot convert string 'abc' to int.");
-    row("Milli", "", "InvalidArgument: Node 'Milli' : cannot convert string '' to double.");
-    row("Flag", "True", "InvalidArgument: Node 'Flag' : cannot convert string 'True' to boolean");
-    row("Mode", "Fast", "InvalidArgument: Feature 'Mode' : cannot convert value 'Fast', the value is invalid.");
-    row("Mode", "Gone", "Access: Failed to write enumeration value. Enum entry is not writable");
-    row("Exact", "5", "Access: Node is not writable.");
-}
-
-void tst_NodeValues::refusesWhatIsOutOfRange()
-{
-    QFETCH(QByteArray, node);
-    QFETCH(QByteArray, text);
-    QFETCH(QByteArray, thrown);
-    Camera camera(zoo());
-    QCOMPARE(QByteArray::fromStdString(thrownBy([&] { camera.value(node)->FromString(text.constData()); })), thrown);
-    QCOMPARE(camera.port.writes, 0u);
-}
-
-void tst_NodeValues::floatsOverIntegersSnapToTheGrid()
-{
-    const Camera camera(zoo());
-    const struct
+    void integerLimits()
     {
-        double written;
-        int64_t stored;
-    } rows[] = {{12.0, 11}, {14.6, 16}, {13.4, 11}, {1.0, 1}, {16.0, 16}};
-    for (const auto &row : rows) {
-        camera.real("OverInt")->SetValue(row.written);
-        QCOMPARE(camera.integer("Grid")->GetValue(), row.stored);
+        // clang-format off
+        const struct
+        {
+            const char *node;
+            int64_t min, max, inc;
+        } rows[] = {
+            {"Plain", 0, 4294967295, 1}, {"Own", 10, 50, 5}, {"Copies", 10, 50, 1}, {"Big", Least, Most, 1},
+            {"Exact", Least, Most, 1}, {"Shifted", 0, int64_t(255) << 33, 1}, {"Table", Least, Most, 1},
+            {"Behind", 10, 50, 5}, {"Upper", 0, 0x7fffffff, 1}, {"Bounded", 1, 10, 1}, {"OverFine", Least, Most, 1},
+            {"OverFlat", 1, 10, 1}, {"IntOpen", 0, Most, 1}, {"Measured", -32768, 32767, 1}
+        };
+        // clang-format on
+        const Camera camera(zoo());
+        for (const auto &row : rows) {
+            CIntegerPtr integer = camera.integer(row.node);
+            COMPARE_ROW(row.node, integer->GetMin(), row.min);
+            COMPARE_ROW(row.node, integer->GetMax(), row.max);
+            COMPARE_ROW(row.node, integer->GetInc(), row.inc);
+        }
     }
-    QVERIFY(!thrownBy([&] { camera.real("OverInt")->SetValue(0.4); }).empty());
-}
 
-void tst_NodeValues::convertersWorkInBothDirections()
-{
-    Camera camera(zoo());
-    camera.port.poke(0x18, 1500, 2);
-    QCOMPARE(camera.real("Milli")->GetValue(), 1.5);
-    camera.real("Milli")->SetValue(2.2504); // rounds to a whole register
-    QCOMPARE(camera.port.peek(0x18, 2), uint64_t(2250));
-    QCOMPARE(camera.real("Milli")->GetValue(), 2.25);
-    camera.integer("Shifted")->SetValue(int64_t(5) << 33);
-    QCOMPARE(camera.port.peek(0x1C, 1), uint64_t(5));
-    QCOMPARE(camera.integer("Shifted")->GetValue(), int64_t(5) << 33);
-}
+    void floatLimits()
+    {
+        const double widest = std::numeric_limits<double>::max();
+        // clang-format off
+        const struct
+        {
+            const char *node;
+            double min, max, inc; // 0 for no increment
+        } rows[] = {
+            {"OverInt", 1, 20, 5}, {"Milli", 0, 65.535, 0}, {"Falling", 1, 100, 0}, {"Wild", -widest, widest, 0},
+            {"Linear", 5, 43, 10}, {"Mixed", -widest, widest, 0}, {"RealBehind", 0, 65.535, 0},
+            {"RealBounded", -1.5, 10, 0}, {"Tiny", 0, 100, 0}, {"Flat", 0.5, 10, 0.1}, {"Open", 0, widest, 1}
+        };
+        // clang-format on
+        const Camera camera(zoo());
+        for (const auto &row : rows) {
+            CFloatPtr real = camera.real(row.node);
+            COMPARE_ROW(row.node, real->GetMin(), row.min);
+            COMPARE_ROW(row.node, real->GetMax(), row.max);
+            COMPARE_ROW(row.node, real->HasInc(), row.inc != 0);
+            if (row.inc != 0)
+                COMPARE_ROW(row.node, real->GetInc(), row.inc);
+            else
+                COMPARE_ROW(row.node, thrownBy([&] { real->GetInc(); }), "Runtime: node does not have an increment.");
+        }
+    }
 
-void tst_NodeValues::formulasKeepTheirNumberSystem()
-{
-    Camera camera(zoo());
-    QCOMPARE(camera.integer("Exact")->GetValue(), int64_t(9007199254740994)); // odd + 1 is lost in double
-    camera.port.poke(0x20, 7);
-    camera.port.poke(0x24, 40);
-    QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 40 * 2 + 20 * 0.5 + 40);
-    camera.enumeration("Mode")->SetIntValue(1);
-    QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 1 * 2 + 20 * 0.5 + 40);
-}
+    void refusesWhatIsOutOfRange()
+    {
+        const struct
+        {
+            const char *node, *text, *thrown;
+        } rows[] = {
+            {"Own", "9", "OutOfRange: Value = 9 must be equal or greater than Min = 10."},
+            {"Own", "55", "OutOfRange: Value = 55 must be equal or smaller than Max = 50."},
+            {"Own", "12",
+             "OutOfRange: The difference between Value = 12 and Min = 10 must be dividable without rest by Inc = 5."},
+            {"Plain", "-1", "OutOfRange: Value = -1 must be equal or greater than Min = 0."},
+            {"Milli", "65.6", "OutOfRange: Value 65.600000 must be smaller than or equal 65.535000."},
+            {"Milli", "-0.001", "OutOfRange: Value -0.001000 must be greater than or equal 0.000000."},
+            {"Milli", "nan", "OutOfRange: Value nan must be greater than or equal 0.000000."},
+            {"Plain", "abc", "InvalidArgument: Node 'Plain' : cannot convert string 'abc' to int."},
+            {"Milli", "", "InvalidArgument: Node 'Milli' : cannot convert string '' to double."},
+            {"Flag", "True", "InvalidArgument: Node 'Flag' : cannot convert string 'True' to boolean"},
+            {"Mode", "Fast", "InvalidArgument: Feature 'Mode' : cannot convert value 'Fast', the value is invalid."},
+            {"Mode", "Gone", "Access: Failed to write enumeration value. Enum entry is not writable"},
+            {"Exact", "5", "Access: Node is not writable."}};
+        Camera camera(zoo());
+        for (const auto &row : rows) {
+            COMPARE_ROW(row.text, thrownBy([&] { camera.value(row.node)->FromString(row.text); }), row.thrown);
+            COMPARE_ROW(row.text, camera.port.writes, 0u);
+        }
+    }
 
-void tst_NodeValues::divisionByZeroThrows()
-{
-    const Camera camera(zoo());
-    QVERIFY(thrownBy([&] { camera.integer("Divided")->GetValue(); }).rfind("Runtime: ", 0) == 0);
-    camera.integer("Zero")->SetValue(2);
-    QCOMPARE(camera.integer("Divided")->GetValue(), int64_t(3));
-}
+    void floatsOverIntegersSnapToTheGrid()
+    {
+        const Camera camera(zoo());
+        const struct
+        {
+            double written;
+            int64_t stored;
+        } rows[] = {{12.0, 11}, {14.6, 16}, {13.4, 11}, {1.0, 1}, {16.0, 16}};
+        for (const auto &row : rows) {
+            camera.real("OverInt")->SetValue(row.written);
+            QCOMPARE(camera.integer("Grid")->GetValue(), row.stored);
+        }
+        QVERIFY(!thrownBy([&] { camera.real("OverInt")->SetValue(0.4); }).empty());
+    }
 
-void tst_NodeValues::indexChoosesThePlace()
-{
-    Camera camera(zoo());
-    camera.port.poke(0x10, 77);
-    CIntegerPtr table = camera.integer("Table");
-    QCOMPARE(table->GetValue(), int64_t(100));
-    camera.integer("Chosen")->SetValue(1);
-    QCOMPARE(table->GetValue(), int64_t(77));
-    table->SetValue(78);
-    QCOMPARE(camera.port.peek(0x10), uint64_t(78));
-    camera.integer("Chosen")->SetValue(9);
-    QCOMPARE(table->GetValue(), int64_t(-1));
-    camera.integer("Chosen")->SetValue(0);
-    QCOMPARE(table->GetValue(), int64_t(100));
-}
+    void convertersWorkInBothDirections()
+    {
+        Camera camera(zoo());
+        camera.port.poke(0x18, 1500, 2);
+        QCOMPARE(camera.real("Milli")->GetValue(), 1.5);
+        camera.real("Milli")->SetValue(2.2504); // rounds to a whole register
+        QCOMPARE(camera.port.peek(0x18, 2), uint64_t(2250));
+        QCOMPARE(camera.real("Milli")->GetValue(), 2.25);
+        camera.integer("Shifted")->SetValue(int64_t(5) << 33);
+        QCOMPARE(camera.port.peek(0x1C, 1), uint64_t(5));
+        QCOMPARE(camera.integer("Shifted")->GetValue(), int64_t(5) << 33);
+    }
 
-void tst_NodeValues::copiesAreWrittenToo()
-{
-    Camera camera(zoo());
-    camera.integer("Copies")->SetValue(25);
-    QCOMPARE(camera.port.peek(0x10), uint64_t(25));
-    QCOMPARE(camera.port.peek(0x14), uint64_t(25));
-    QVERIFY(!thrownBy([&] { camera.integer("Copies")->SetValue(60); }).empty());
-}
+    void formulasKeepTheirNumberSystem()
+    {
+        Camera camera(zoo());
+        QCOMPARE(camera.integer("Exact")->GetValue(), int64_t(9007199254740994)); // odd + 1 is lost in double
+        camera.port.poke(0x20, 7);
+        camera.port.poke(0x24, 40);
+        QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 40 * 2 + 20 * 0.5 + 40);
+        camera.enumeration("Mode")->SetIntValue(1);
+        QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 1 * 2 + 20 * 0.5 + 40);
+    }
 
-void tst_NodeValues::enumerationsKnowTheirEntries()
-{
-    Camera camera(zoo());
-    CEnumerationPtr mode = camera.enumeration("Mode");
-    StringList_t symbolics;
-    mode->GetSymbolics(symbolics);
-    QCOMPARE(symbolics.size(), size_t(2));
-    QCOMPARE(QByteArray(symbolics[1]), QByteArray("Quick"));
-    QVERIFY(mode->GetEntryByName("Gone"));
-    QVERIFY(!mode->GetEntryByName("Fast"));
-    camera.port.poke(0x24, 11);
-    QCOMPARE(mode->GetIntValue(), int64_t(11));
-    QVERIFY(!mode->GetCurrentEntry());
-    QVERIFY(thrownBy([&] { mode->ToString(); }).rfind("InvalidArgument: ", 0) == 0);
-    QVERIFY(thrownBy([&] { mode->GetIntValue(true); }).rfind("OutOfRange: ", 0) == 0);
-    camera.port.poke(0x24, 50);
-    QCOMPARE(QByteArray(mode->ToString(false, true)), QByteArray("Gone"));
-    QVERIFY(thrownBy([&] { mode->GetIntValue(true); }).rfind("Access: ", 0) == 0);
-    camera.integer("Zero")->SetValue(1);
-    mode->SetIntValue(60);
-    QCOMPARE(camera.port.peek(0x24), uint64_t(60));
-}
+    void divisionByZeroThrows()
+    {
+        const Camera camera(zoo());
+        QVERIFY(thrownBy([&] { camera.integer("Divided")->GetValue(); }).rfind("Runtime: ", 0) == 0);
+        camera.integer("Zero")->SetValue(2);
+        QCOMPARE(camera.integer("Divided")->GetValue(), int64_t(3));
+    }
 
-void tst_NodeValues::commandsRunUntilTheDeviceClearsThem()
-{
-    Camera camera("<Command Name=\"Run\"><pValue>RunReg</pValue><CommandValue>4</CommandValue></Command>"
-                  + intReg("RunReg", "0x10")
-                  + "<Command Name=\"Fire\"><pValue>FireReg</pValue><CommandValue>1</CommandValue></Command>"
-                  + intReg("FireReg", "0x14", "", 4, "WO"));
-    CCommandPtr run = camera.command("Run");
-    QVERIFY(run->IsDone());
-    run->Execute();
-    QCOMPARE(camera.port.peek(0x10), uint64_t(4));
-    QVERIFY(!run->IsDone());
-    camera.port.poke(0x10, 0);
-    QVERIFY(run->IsDone());
-    camera.port.resetCounters();
-    camera.command("Fire")->Execute();
-    QVERIFY(camera.command("Fire")->IsDone());
-    QCOMPARE(camera.port.trace(), std::string("W0x14:4"));
-}
+    void indexChoosesThePlace()
+    {
+        Camera camera(zoo());
+        camera.port.poke(0x10, 77);
+        CIntegerPtr table = camera.integer("Table");
+        QCOMPARE(table->GetValue(), int64_t(100));
+        camera.integer("Chosen")->SetValue(1);
+        QCOMPARE(table->GetValue(), int64_t(77));
+        table->SetValue(78);
+        QCOMPARE(camera.port.peek(0x10), uint64_t(78));
+        camera.integer("Chosen")->SetValue(9);
+        QCOMPARE(table->GetValue(), int64_t(-1));
+        camera.integer("Chosen")->SetValue(0);
+        QCOMPARE(table->GetValue(), int64_t(100));
+    }
 
-void tst_NodeValues::textsInAndOut_data()
-{
-    QTest::addColumn<QByteArray>("representation");
-    QTest::addColumn<QByteArray>("in");
-    QTest::addColumn<QByteArray>("out"); // empty: refused
-    const auto row = [](const char *representation, const char *in, const char *out) {
-        QTest::addRow("%s '%s'", representation, in) << QByteArray(representation) << QByteArray(in) << QByteArray(out);
-    };
-    row("PureNumber", "-12", "-12");
-    row("PureNumber", " 0x1F", "31");
-    row("PureNumber", "1.5", "1");
-    row("PureNumber", "99999999999999999999", "9223372036854775807");
-    row("PureNumber", "", "");
-    row("HexNumber", "255", "0xff");
-    row("HexNumber", "-1", "0xffffffffffffffff");
-    row("IPV4Address", "10.0.0.1", "10.0.0.1");
-    row("IPV4Address", "10.0.0.256", "");
-    row("IPV4Address", "10.0.0", "");
-    row("IPV4Address", "10.0.0.1.2", "");
-    row("MACAddress", "00:1A:2b:3C:4D:5F", "00:1a:2b:3c:4d:5f");
-    row("MACAddress", "00-1a-2b-3c-4d-5f", "");
-    row("Boolean", "true", "true");
-    row("Boolean", "0", "false");
-}
+    void copiesAreWrittenToo()
+    {
+        Camera camera(zoo());
+        camera.integer("Copies")->SetValue(25);
+        QCOMPARE(camera.port.peek(0x10), uint64_t(25));
+        QCOMPARE(camera.port.peek(0x14), uint64_t(25));
+        QVERIFY(!thrownBy([&] { camera.integer("Copies")->SetValue(60); }).empty());
+    }
 
-void tst_NodeValues::textsInAndOut()
-{
-    QFETCH(QByteArray, representation);
-    QFETCH(QByteArray, in);
-    QFETCH(QByteArray, out);
-    const Camera camera(constant("A", "3", "<Representation>" + representation.toStdString() + "</Representation>"));
-    const std::string thrown = thrownBy([&] { camera.value("A")->FromString(in.constData()); });
-    QCOMPARE(thrown.empty(), !out.isEmpty());
-    if (!out.isEmpty())
-        QCOMPARE(QByteArray(camera.value("A")->ToString()), out);
-}
+    void enumerationsKnowTheirEntries()
+    {
+        Camera camera(zoo());
+        CEnumerationPtr mode = camera.enumeration("Mode");
+        StringList_t symbolics;
+        mode->GetSymbolics(symbolics);
+        QCOMPARE(symbolics.size(), size_t(2));
+        QCOMPARE(QByteArray(symbolics[1]), QByteArray("Quick"));
+        QVERIFY(mode->GetEntryByName("Gone"));
+        QVERIFY(!mode->GetEntryByName("Fast"));
+        camera.port.poke(0x24, 11);
+        QCOMPARE(mode->GetIntValue(), int64_t(11));
+        QVERIFY(!mode->GetCurrentEntry());
+        QVERIFY(thrownBy([&] { mode->ToString(); }).rfind("InvalidArgument: ", 0) == 0);
+        QVERIFY(thrownBy([&] { mode->GetIntValue(true); }).rfind("OutOfRange: ", 0) == 0);
+        camera.port.poke(0x24, 50);
+        QCOMPARE(QByteArray(mode->ToString(false, true)), QByteArray("Gone"));
+        QVERIFY(thrownBy([&] { mode->GetIntValue(true); }).rfind("Access: ", 0) == 0);
+        camera.integer("Zero")->SetValue(1);
+        mode->SetIntValue(60);
+        QCOMPARE(camera.port.peek(0x24), uint64_t(60));
+    }
 
-void tst_NodeValues::textsDoNotDependOnTheLocale()
-{
-    const QByteArray before = setlocale(LC_NUMERIC, nullptr);
-    const auto restore = qScopeGuard([&] { setlocale(LC_NUMERIC, before.constData()); });
-    if (!setlocale(LC_NUMERIC, "de_DE.UTF-8") && !setlocale(LC_NUMERIC, "fr_FR.UTF-8"))
-        QSKIP("no locale with a decimal comma is installed");
-    const Camera camera("<Float Name=\"F\"><Value>0.25</Value><DisplayNotation>Fixed</DisplayNotation>"
-                        "<DisplayPrecision>3</DisplayPrecision></Float><Float Name=\"G\"><Value>1e-3</Value></Float>");
-    QCOMPARE(QByteArray(camera.value("F")->ToString()), QByteArray("0.250"));
-    camera.value("F")->FromString("1.5");
-    QCOMPARE(camera.real("F")->GetValue(), 1.5);
-    QCOMPARE(QByteArray(camera.value("G")->ToString()), QByteArray("0.001"));
-}
+    void commandsRunUntilTheDeviceClearsThem()
+    {
+        Camera camera("<Command Name=\"Run\"><pValue>RunReg</pValue><CommandValue>4</CommandValue></Command>"
+                      + intReg("RunReg", "0x10")
+                      + "<Command Name=\"Fire\"><pValue>FireReg</pValue><CommandValue>1</CommandValue></Command>"
+                      + intReg("FireReg", "0x14", "", 4, "WO"));
+        CCommandPtr run = camera.command("Run");
+        QVERIFY(run->IsDone());
+        run->Execute();
+        QCOMPARE(camera.port.peek(0x10), uint64_t(4));
+        QVERIFY(!run->IsDone());
+        camera.port.poke(0x10, 0);
+        QVERIFY(run->IsDone());
+        camera.port.resetCounters();
+        camera.command("Fire")->Execute();
+        QVERIFY(camera.command("Fire")->IsDone());
+        QCOMPARE(camera.port.trace(), std::string("W0x14:4"));
+    }
+
+    void textsInAndOut()
+    {
+        // clang-format off
+        const struct
+        {
+            const char *representation, *in;
+            const char *out; // empty: refused
+        } rows[] = {
+            {"PureNumber", "-12", "-12"}, {"PureNumber", " 0x1F", "31"}, {"PureNumber", "1.5", "1"},
+            {"PureNumber", "99999999999999999999", "9223372036854775807"}, {"PureNumber", "", ""},
+            {"HexNumber", "255", "0xff"}, {"HexNumber", "-1", "0xffffffffffffffff"},
+            {"IPV4Address", "10.0.0.1", "10.0.0.1"}, {"IPV4Address", "10.0.0.256", ""},
+            {"IPV4Address", "10.0.0", ""}, {"IPV4Address", "10.0.0.1.2", ""},
+            {"MACAddress", "00:1A:2b:3C:4D:5F", "00:1a:2b:3c:4d:5f"}, {"MACAddress", "00-1a-2b-3c-4d-5f", ""},
+            {"Boolean", "true", "true"}, {"Boolean", "0", "false"}
+        };
+        // clang-format on
+        for (const auto &[representation, in, out] : rows) {
+            const Camera camera(
+                constant("A", "3", std::string("<Representation>") + representation + "</Representation>"));
+            const bool isTaken = thrownBy([&] { camera.value("A")->FromString(in); }).empty();
+            COMPARE_ROW(in, isTaken ? camera.value("A")->ToString() : "", out);
+        }
+    }
+
+    void textsDoNotDependOnTheLocale()
+    {
+        const QByteArray before = setlocale(LC_NUMERIC, nullptr);
+        const auto restore = qScopeGuard([&] { setlocale(LC_NUMERIC, before.constData()); });
+        if (!setlocale(LC_NUMERIC, "de_DE.UTF-8") && !setlocale(LC_NUMERIC, "fr_FR.UTF-8"))
+            QSKIP("no locale with a decimal comma is installed");
+        const Camera camera(
+            "<Float Name=\"F\"><Value>0.25</Value><DisplayNotation>Fixed</DisplayNotation>"
+            "<DisplayPrecision>3</DisplayPrecision></Float><Float Name=\"G\"><Value>1e-3</Value></Float>");
+        QCOMPARE(QByteArray(camera.value("F")->ToString()), QByteArray("0.250"));
+        camera.value("F")->FromString("1.5");
+        QCOMPARE(camera.real("F")->GetValue(), 1.5);
+        QCOMPARE(QByteArray(camera.value("G")->ToString()), QByteArray("0.001"));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_NodeValues)
 #include "tst_NodeValues.moc"
