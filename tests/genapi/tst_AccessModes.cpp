@@ -9,20 +9,12 @@ using namespace GenApi;
 
 namespace {
 
-std::string constant(const char *name, int value)
-{
-    return std::string("<Integer Name=\"") + name + "\"><Value>" + std::to_string(value) + "</Value></Integer>";
-}
-
-std::string gated(const std::string &gate, const std::string &value)
-{
-    return "<Integer Name=\"A\">" + gate + value + "</Integer>";
-}
-
-const std::string Helpers = constant("Zero", 0) + constant("One", 1) + intReg("Rw", "0x10")
-    + intReg("Ro", "0x14", "", 4, "RO") + intReg("Wo", "0x18", "", 4, "WO")
-    + "<Integer Name=\"Gone\"><pIsAvailable>Zero</pIsAvailable><Value>1</Value></Integer>"
-      "<Integer Name=\"Never\"><pIsImplemented>Zero</pIsImplemented><Value>1</Value></Integer>";
+const std::string Helpers =
+    intReg("Rw", "0x10") + intReg("Ro", "0x14", "", 4, "RO") + intReg("Wo", "0x18", "", 4, "WO") + described(R"(
+        Integer Zero; Value=0
+        Integer One; Value=1
+        Integer Gone; pIsAvailable=Zero; Value=1
+        Integer Never; pIsImplemented=Zero; Value=1)");
 
 } // namespace
 
@@ -33,48 +25,40 @@ class tst_AccessModes : public QObject
 private Q_SLOTS:
     void followTheRules()
     {
-        const std::string rw = "<pValue>Rw</pValue>", ro = "<pValue>Ro</pValue>", wo = "<pValue>Wo</pValue>";
-        const std::string knife = "<IntSwissKnife Name=\"A\"><pVariable Name=\"X\">";
-        const std::string indexed =
-            "<Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>";
-        const struct
-        {
-            std::string node;
-            EAccessMode mode;
-        } rows[] = {{gated("", "<Value>1</Value>"), RW},
-                    {gated("", ro), RO},
-                    {gated("", wo), WO},
-                    {gated("<pIsAvailable>Zero</pIsAvailable>", rw), NA},
-                    {gated("<pIsImplemented>Zero</pIsImplemented>", rw), NI},
-                    {gated("<pIsImplemented>Zero</pIsImplemented><pIsAvailable>Zero</pIsAvailable>", rw), NI},
-                    {gated("<pIsLocked>One</pIsLocked>", rw), RO},
-                    {gated("<pIsLocked>One</pIsLocked>", wo), NA},
-                    {gated("<pIsLocked>Zero</pIsLocked>", wo), WO},
-                    {gated("<ImposedAccessMode>RO</ImposedAccessMode>", rw), RO},
-                    {gated("<ImposedAccessMode>RO</ImposedAccessMode>", wo), NA},
-                    {gated("<pIsAvailable>Gone</pIsAvailable>", rw), NA},
-                    {gated("<pIsAvailable>Never</pIsAvailable>", rw), NI},
-                    {gated("<pIsAvailable>Wo</pIsAvailable>", rw), NA},
-                    {gated("<pIsLocked>Gone</pIsLocked>", rw), NA},
-                    {gated("", "<pValue>Gone</pValue>"), NA},
-                    {gated("", "<pValue>Never</pValue>"), NI},
-                    {gated("", "<Value>1</Value><pMax>Gone</pMax>"), NA},
-                    {gated("", "<Value>1</Value><pMin>Never</pMin>"), NI},
-                    {gated("", "<pValueCopy>Wo</pValueCopy>" + rw), RW},
-                    {gated("", "<pValueCopy>Ro</pValueCopy>" + rw), RO},
-                    {gated("", "<pValueCopy>Gone</pValueCopy>" + rw), NA},
-                    {knife + "Rw</pVariable><Formula>X</Formula></IntSwissKnife>", RO},
-                    {knife + "Gone</pVariable><Formula>X</Formula></IntSwissKnife>", NA},
-                    {knife + "Never</pVariable><Formula>X</Formula></IntSwissKnife>", NI},
-                    {"<IntReg Name=\"A\"><pAddress>Gone</pAddress>" + indexed + "</IntReg>", NA},
-                    {"<IntReg Name=\"A\"><pIndex Offset=\"4\">Never</pIndex>" + indexed + "</IntReg>", NI},
-                    {"<Command Name=\"A\">" + wo + "<CommandValue>1</CommandValue></Command>", WO},
-                    {"<Command Name=\"A\"><Value>0</Value><CommandValue>1</CommandValue></Command>", RW},
-                    {"<Command Name=\"A\">" + wo + "<pCommandValue>Gone</pCommandValue></Command>", NA},
-                    {"<Category Name=\"A\"><pFeature>Never</pFeature><pFeature>Gone</pFeature></Category>", RO},
-                    {"<Category Name=\"A\"><pFeature>Never</pFeature></Category>", NI}};
+        const Row<EAccessMode> rows[] = {{"Integer A; Value=1", RW},
+                                         {"Integer A; pValue=Ro", RO},
+                                         {"Integer A; pValue=Wo", WO},
+                                         {"Integer A; pIsAvailable=Zero; pValue=Rw", NA},
+                                         {"Integer A; pIsImplemented=Zero; pValue=Rw", NI},
+                                         {"Integer A; pIsImplemented=Zero; pIsAvailable=Zero; pValue=Rw", NI},
+                                         {"Integer A; pIsLocked=One; pValue=Rw", RO},
+                                         {"Integer A; pIsLocked=One; pValue=Wo", NA},
+                                         {"Integer A; pIsLocked=Zero; pValue=Wo", WO},
+                                         {"Integer A; ImposedAccessMode=RO; pValue=Rw", RO},
+                                         {"Integer A; ImposedAccessMode=RO; pValue=Wo", NA},
+                                         {"Integer A; pIsAvailable=Gone; pValue=Rw", NA},
+                                         {"Integer A; pIsAvailable=Never; pValue=Rw", NI},
+                                         {"Integer A; pIsAvailable=Wo; pValue=Rw", NA},
+                                         {"Integer A; pIsLocked=Gone; pValue=Rw", NA},
+                                         {"Integer A; pValue=Gone", NA},
+                                         {"Integer A; pValue=Never", NI},
+                                         {"Integer A; Value=1; pMax=Gone", NA},
+                                         {"Integer A; Value=1; pMin=Never", NI},
+                                         {"Integer A; pValueCopy=Wo; pValue=Rw", RW},
+                                         {"Integer A; pValueCopy=Ro; pValue=Rw", RO},
+                                         {"Integer A; pValueCopy=Gone; pValue=Rw", NA},
+                                         {"IntSwissKnife A; pVariable.X=Rw; Formula=X", RO},
+                                         {"IntSwissKnife A; pVariable.X=Gone; Formula=X", NA},
+                                         {"IntSwissKnife A; pVariable.X=Never; Formula=X", NI},
+                                         {"IntReg A; pAddress=Gone; Length=4; AccessMode=RW; pPort=Device", NA},
+                                         {"IntReg A; pIndex.4=Never; Length=4; AccessMode=RW; pPort=Device", NI},
+                                         {"Command A; pValue=Wo; CommandValue=1", WO},
+                                         {"Command A; Value=0; CommandValue=1", RW},
+                                         {"Command A; pValue=Wo; pCommandValue=Gone", NA},
+                                         {"Category A; pFeature=Never; pFeature=Gone", RO},
+                                         {"Category A; pFeature=Never", NI}};
         for (const auto &row : rows)
-            COMPARE_ROW(row.node, Camera(Helpers + row.node).access("A"), row.mode);
+            COMPARE_ROW(row.text, Camera(Helpers + described(row.text)).access("A"), row.expected);
     }
 
     void enumerationsNeedAnEntry()
@@ -105,13 +89,11 @@ private Q_SLOTS:
     void limitsInARingDoNotRestrict()
     {
         // What one has left depends on what the other one takes, as width and offset do.
-        const auto ringed = [](const char *name, const char *other, const std::string &gate) {
-            return std::string("<Integer Name=\"") + name + "\">" + gate + "<pValue>Rw</pValue><pMax>" + name
-                + "Max</pMax></Integer><IntSwissKnife Name=\"" + name + "Max\"><pVariable Name=\"O\">" + other
-                + "</pVariable><Formula>100 - O</Formula></IntSwissKnife>";
-        };
-        const Camera camera(Helpers + ringed("Width", "Offset", "")
-                            + ringed("Offset", "Width", "<pIsAvailable>Zero</pIsAvailable>"));
+        Camera camera(Helpers + described(R"(
+            Integer Width; pValue=Rw; pMax=WidthMax
+            IntSwissKnife WidthMax; pVariable.O=Offset; Formula=100 - O
+            Integer Offset; pIsAvailable=Zero; pValue=Rw; pMax=OffsetMax
+            IntSwissKnife OffsetMax; pVariable.O=Width; Formula=100 - O)"));
         QCOMPARE(camera.access("Width"), RW);
         QCOMPARE(camera.access("Offset"), NA);
         QCOMPARE(camera.integer("Width")->GetMax(), int64_t(0xFFFFFFFF));
@@ -124,13 +106,11 @@ private Q_SLOTS:
 
     void portsDecideForTheirRegisters()
     {
-        Camera camera(Helpers
-                      + "<Port Name=\"Events\"><EventID>9001</EventID></Port>"
-                        "<Port Name=\"Chunks\"><ChunkID>17</ChunkID></Port>"
-                        "<IntReg Name=\"Event\"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode>"
-                        "<pPort>Events</pPort></IntReg>"
-                        "<IntReg Name=\"Chunk\"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode>"
-                        "<pPort>Chunks</pPort></IntReg>");
+        Camera camera(Helpers + described(R"(
+            Port Events; EventID=9001
+            Port Chunks; ChunkID=17
+            IntReg Event; Address=0; Length=4; AccessMode=RO; pPort=Events
+            IntReg Chunk; Address=0; Length=4; AccessMode=RO; pPort=Chunks)"));
         QCOMPARE(camera.access("Event"), NI);
         QCOMPARE(camera.access("Chunk"), NA);
         MemoryPort data;
@@ -145,10 +125,10 @@ private Q_SLOTS:
 
     void changeWithTheirSwitch()
     {
-        Camera camera(integer("Switch", "0x20")
-                      + "<Integer Name=\"A\"><pIsAvailable>Test</pIsAvailable><Value>1</Value></Integer>"
-                        "<IntSwissKnife Name=\"Test\"><pVariable Name=\"S\">Switch</pVariable><Formula>S = 2</Formula>"
-                        "</IntSwissKnife><Integer Name=\"OnA\"><pValue>A</pValue></Integer>");
+        Camera camera(integer("Switch", "0x20") + described(R"(
+            IntSwissKnife Test; pVariable.S=Switch; Formula=S = 2
+            Integer A; pIsAvailable=Test; Value=1
+            Integer OnA; pValue=A)"));
         QCOMPARE(camera.access("OnA"), NA);
         camera.port.resetCounters();
         QCOMPARE(camera.access("OnA"), NA);
@@ -164,7 +144,7 @@ private Q_SLOTS:
     void switchesThatAreNotCachedAreReadEveryTime()
     {
         Camera camera(integer("Switch", "0x20", "", "<Cachable>NoCache</Cachable>")
-                      + "<Integer Name=\"A\"><pIsAvailable>Switch</pIsAvailable><Value>1</Value></Integer>");
+                      + described("Integer A; pIsAvailable=Switch; Value=1"));
         QCOMPARE(camera.node("A")->IsAccessModeCacheable(), No);
         QCOMPARE(camera.access("A"), NA);
         camera.port.poke(0x20, 1);
@@ -177,21 +157,14 @@ private Q_SLOTS:
 
     void unverifiedWritesPassGatesAndLocksOnly()
     {
-        const std::string rw = "<pValue>Rw</pValue>";
-        const struct
-        {
-            std::string node;
-            bool passes;
-        } rows[] = {
-            {gated("<pIsAvailable>Zero</pIsAvailable>", rw), true},
-            {gated("<pIsLocked>One</pIsLocked>", rw), true},
-            {gated("", "<pValue>B</pValue>") + "<Integer Name=\"B\"><pIsLocked>One</pIsLocked>" + rw + "</Integer>",
-             true},
-            {gated("<pIsImplemented>Zero</pIsImplemented>", rw), false},
-            {gated("<ImposedAccessMode>RO</ImposedAccessMode>", rw), false},
-            {gated("", "<pValue>Ro</pValue>"), false}};
+        const Row<bool> rows[] = {{"Integer A; pIsAvailable=Zero; pValue=Rw", true},
+                                  {"Integer A; pIsLocked=One; pValue=Rw", true},
+                                  {"Integer A; pValue=B\nInteger B; pIsLocked=One; pValue=Rw", true},
+                                  {"Integer A; pIsImplemented=Zero; pValue=Rw", false},
+                                  {"Integer A; ImposedAccessMode=RO; pValue=Rw", false},
+                                  {"Integer A; pValue=Ro", false}};
         for (const auto &[node, passes] : rows) {
-            Camera camera(Helpers + node);
+            Camera camera(Helpers + described(node));
             const std::string refused = "Access: Node is not writable.";
             COMPARE_ROW(node, thrownBy([&] { camera.integer("A")->SetValue(9, true); }), refused);
             COMPARE_ROW(node, camera.port.writes, 0u);

@@ -36,13 +36,6 @@ std::string cached(const char *mode)
     return integer("A", "0x10", "", std::string("<Cachable>") + mode + "</Cachable>");
 }
 
-// An IntSwissKnife over one node, whose value it calls X.
-std::string knife(const char *name, const char *variable, const char *formula)
-{
-    return std::string("<IntSwissKnife Name=\"") + name + "\"><pVariable Name=\"X\">" + variable
-        + "</pVariable><Formula>" + formula + "</Formula></IntSwissKnife>";
-}
-
 } // namespace
 
 class tst_NodeCache : public QObject
@@ -82,10 +75,9 @@ private Q_SLOTS:
 
     void formulasFollowTheirVariables()
     {
-        Camera camera(
-            integer("A", "0x10") + integer("B", "0x14", "", "<Cachable>NoCache</Cachable>") + knife("Twice", "A", "X*2")
-            + "<IntSwissKnife Name=\"Sum\"><pVariable Name=\"X\">Twice</pVariable><pVariable Name=\"Y\">B</pVariable>"
-              "<Formula>X+Y</Formula></IntSwissKnife>");
+        Camera camera(integer("A", "0x10") + integer("B", "0x14", "", "<Cachable>NoCache</Cachable>") + described(R"(
+            IntSwissKnife Twice; pVariable.X=A; Formula=X*2
+            IntSwissKnife Sum; pVariable.X=Twice; pVariable.Y=B; Formula=X+Y)"));
         QCOMPARE(camera.integer("Sum")->GetValue(), int64_t(0));
         camera.integer("A")->SetValue(4);
         camera.port.poke(0x14, 1);
@@ -104,9 +96,7 @@ private Q_SLOTS:
     {
         Camera camera(integer("Width", "0x10", "<pMax>Room</pMax>") + integer("Offset", "0x14")
                       + integer("Full", "0x18")
-                      + "<IntSwissKnife Name=\"Room\"><pVariable Name=\"F\">Full</pVariable><pVariable "
-                        "Name=\"O\">Offset</pVariable>"
-                        "<Formula>F-O</Formula></IntSwissKnife>");
+                      + described("IntSwissKnife Room; pVariable.F=Full; pVariable.O=Offset; Formula=F-O"));
         camera.port.poke(0x18, 1000);
         QCOMPARE(camera.integer("Width")->GetMax(), int64_t(1000));
         camera.integer("Offset")->SetValue(300);
@@ -118,11 +108,9 @@ private Q_SLOTS:
 
     void indexedRegistersFollowTheirSelector()
     {
-        Camera camera(
-            integer("Line", "0x10")
-            + "<Integer Name=\"Level\"><pValue>LevelReg</pValue></Integer>"
-              "<IntReg Name=\"LevelReg\"><Address>0x100</Address><pIndex Offset=\"4\">Line</pIndex><Length>4</Length>"
-              "<AccessMode>RW</AccessMode><pPort>Device</pPort></IntReg>");
+        Camera camera(integer("Line", "0x10") + described(R"(
+            Integer Level; pValue=LevelReg
+            IntReg LevelReg; Address=0x100; pIndex.4=Line; Length=4; AccessMode=RW; pPort=Device)"));
         for (int line = 0; line < 3; ++line)
             camera.port.poke(0x100 + 4 * line, static_cast<uint64_t>(50 + line));
         for (const int line : {0, 2, 1, 0}) {
@@ -141,7 +129,8 @@ private Q_SLOTS:
     void selectedRegistersAreReadAgain()
     {
         const std::string rows[] = {
-            intReg("Gain", "0x20"), integer("Gain", "0x20"), knife("Gain", "R", "X") + intReg("R", "0x20"),
+            intReg("Gain", "0x20"), integer("Gain", "0x20"),
+            described("IntSwissKnife Gain; pVariable.X=R; Formula=X") + intReg("R", "0x20"),
             "<IntConverter Name=\"Gain\"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom><pValue>R</pValue>"
             "</IntConverter>"
                 + intReg("R", "0x20")};
@@ -162,9 +151,8 @@ private Q_SLOTS:
     void invalidatorsMakeReadAgain()
     {
         Camera camera(integer("A", "0x10", "", "<pInvalidator>Trigger</pInvalidator>") + integer("Trigger", "0x14")
-                      + integer("Other", "0x18")
-                      + "<Command Name=\"Load\"><pValue>LoadReg</pValue><CommandValue>1</CommandValue></Command>"
-                      + intReg("LoadReg", "0x1C", "", 4, "WO")
+                      + integer("Other", "0x18") + intReg("LoadReg", "0x1C", "", 4, "WO")
+                      + described("Command Load; pValue=LoadReg; CommandValue=1")
                       + integer("B", "0x20", "", "<pInvalidator>Load</pInvalidator>"));
         camera.integer("A")->GetValue();
         camera.integer("B")->GetValue();
@@ -195,11 +183,9 @@ private Q_SLOTS:
 
     void invalidateNodesForgetsEverySelection()
     {
-        Camera camera(
-            "<Integer Name=\"Line\"><Value>0</Value></Integer><IntReg Name=\"Level\"><Address>0x100</Address>"
-            "<pIndex "
-            "Offset=\"4\">Line</pIndex><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></IntReg>"
-            + intReg("First", "0x100"));
+        Camera camera(intReg("First", "0x100") + described(R"(
+            Integer Line; Value=0
+            IntReg Level; Address=0x100; pIndex.4=Line; Length=4; AccessMode=RW; pPort=Device)"));
         camera.integer("First")->GetValue();
         camera.integer("Line")->SetValue(1);
         camera.integer("Level")->GetValue();
@@ -215,7 +201,7 @@ private Q_SLOTS:
     void nodesOnOneAddressShareTheirBytes()
     {
         Camera camera(integer("A", "0x10") + integer("B", "0x10") + intReg("Half", "0x12", "", 2)
-                      + knife("OnB", "B", "X"));
+                      + described("IntSwissKnife OnB; pVariable.X=B; Formula=X"));
         camera.port.poke(0x10, 0x50003);
         for (const char *name : {"A", "B", "OnB"})
             QCOMPARE(camera.integer(name)->GetValue(), int64_t(0x50003));
@@ -248,13 +234,9 @@ private Q_SLOTS:
 
     void callbacksTellWhatDepends()
     {
-        Camera camera(
-            "<Category "
-            "Name=\"Root\"><pFeature>A</pFeature><pFeature>Twice</pFeature><pFeature>Other</pFeature></Category>"
-            + integer("A", "0x10", "<pSelected>Chosen</pSelected>") + integer("Other", "0x14")
-            + integer("Chosen", "0x18")
-            + "<IntSwissKnife Name=\"Twice\"><pVariable "
-              "Name=\"X\">A</pVariable><Formula>X*2</Formula></IntSwissKnife>");
+        Camera camera(described("Category Root; pFeature=A; pFeature=Twice; pFeature=Other")
+                      + integer("A", "0x10", "<pSelected>Chosen</pSelected>") + integer("Other", "0x14")
+                      + integer("Chosen", "0x18") + described("IntSwissKnife Twice; pVariable.X=A; Formula=X*2"));
         NodeList_t nodes;
         camera.map->GetNodes(nodes);
         for (INode *node : nodes)
@@ -351,7 +333,7 @@ private Q_SLOTS:
     void threadsMayShareTheMap()
     {
         const Camera camera(integer("A", "0x10", "<pMax>Room</pMax>") + integer("B", "0x14")
-                            + knife("Room", "B", "1000000 - X"));
+                            + described("IntSwissKnife Room; pVariable.X=B; Formula=1000000 - X"));
         std::atomic<int> mistakes{0};
         const auto write = [&](const char *name) {
             for (int i = 0; i < 500; ++i) {

@@ -16,75 +16,52 @@ namespace {
 constexpr int64_t Least = std::numeric_limits<int64_t>::min();
 constexpr int64_t Most = std::numeric_limits<int64_t>::max();
 
-std::string constant(const char *name, const char *value, const std::string &more = "")
-{
-    return std::string("<Integer Name=\"") + name + "\"><Value>" + value + "</Value>" + more + "</Integer>";
-}
-
 // A camera with one node of each kind of conversion, shared by the tests.
 std::string zoo()
 {
     return integer("Plain", "0x10") + integer("Own", "0x14", "<Min>10</Min><Max>50</Max><Inc>5</Inc>")
-        + "<Float Name=\"OverInt\"><pValue>Grid</pValue></Float>"
-        + constant("Grid", "10", "<Min>1</Min><Max>20</Max><Inc>5</Inc>")
-        + "<Integer Name=\"Copies\"><pValue>Plain</pValue><pValueCopy>Own</pValueCopy></Integer>"
-        + "<Converter Name=\"Milli\"><FormulaTo>FROM * 1000</FormulaTo><FormulaFrom>TO / 1000</FormulaFrom>"
-          "<pValue>RawMilli</pValue></Converter>"
-        + intReg("RawMilli", "0x18", "", 2)
-        + "<Converter Name=\"Falling\"><FormulaTo>100 / FROM</FormulaTo><FormulaFrom>100 / TO</FormulaFrom>"
-          "<pValue>Ten</pValue><Slope>Decreasing</Slope></Converter>"
-        + constant("Ten", "10", "<Min>1</Min><Max>100</Max>")
-        + "<Converter Name=\"Wild\"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom>"
-          "<pValue>Ten</pValue><Slope>Varying</Slope></Converter>"
-        + "<Converter Name=\"Linear\"><FormulaTo>(FROM - 3) / 2</FormulaTo><FormulaFrom>TO * 2 + 3</FormulaFrom>"
-          "<pValue>Grid</pValue><IsLinear>Yes</IsLinear></Converter>"
-        + "<IntConverter Name=\"Shifted\"><FormulaTo>FROM &gt;&gt; 33</FormulaTo>"
-          "<FormulaFrom>TO &lt;&lt; 33</FormulaFrom><pValue>Small</pValue></IntConverter>"
-        + intReg("Small", "0x1C", "", 1)
-        + "<IntSwissKnife Name=\"Exact\"><pVariable Name=\"X\">Big</pVariable><Formula>X + 1</Formula></IntSwissKnife>"
-        + constant("Big", "9007199254740993")
-        + "<IntSwissKnife Name=\"Divided\"><pVariable Name=\"X\">Zero</pVariable><Formula>7 / X</Formula>"
-          "</IntSwissKnife>"
-        + constant("Zero", "0")
-        + "<SwissKnife Name=\"Mixed\"><pVariable Name=\"B\">Flag</pVariable><pVariable Name=\"E\">Mode</pVariable>"
-          "<pVariable Name=\"G.Max\">Grid</pVariable><pVariable Name=\"M\">Mode</pVariable>"
-          "<Constant Name=\"K\">0.5</Constant><Expression Name=\"TWICE\">E * 2</Expression>"
-          "<Formula>B + TWICE + G.Max * K + M.Entry.Fast</Formula></SwissKnife>"
-        + "<Boolean Name=\"Flag\"><pValue>FlagReg</pValue><OnValue>7</OnValue><OffValue>5</OffValue></Boolean>"
-        + intReg("FlagReg", "0x20")
+        + intReg("RawMilli", "0x18", "", 2) + intReg("Small", "0x1C", "", 1) + intReg("FlagReg", "0x20")
+        + intReg("ModeReg", "0x24") + intReg("Wide", "0x28", "", 8)
+        + intReg("Measured", "0x30", "<Sign>Signed</Sign><pLength>Two</pLength>")
         + "<Enumeration Name=\"Mode\"><EnumEntry Name=\"Slow\"><Value>1</Value></EnumEntry>"
           "<EnumEntry Name=\"Fast\"><Value>40</Value><Symbolic>Quick</Symbolic></EnumEntry>"
           "<EnumEntry Name=\"Gone\"><pIsAvailable>Zero</pIsAvailable><Value>50</Value></EnumEntry>"
           "<EnumEntry Name=\"Never\"><pIsImplemented>Zero</pIsImplemented><Value>60</Value></EnumEntry>"
           "<pValue>ModeReg</pValue></Enumeration>"
-        + intReg("ModeReg", "0x24") + constant("Chosen", "0")
-        + "<Integer Name=\"Table\"><pIndex>Chosen</pIndex><ValueIndexed Index=\"0\">100</ValueIndexed>"
-          "<pValueIndexed Index=\"1\">Plain</pValueIndexed><ValueDefault>-1</ValueDefault></Integer>"
-        + "<Integer Name=\"Behind\"><pIndex>Chosen</pIndex><pValueIndexed Index=\"0\">Own</pValueIndexed>"
-          "<pValueDefault>Plain</pValueDefault></Integer>"
-        + "<Float Name=\"RealBehind\"><pIndex>Chosen</pIndex><pValueIndexed Index=\"0\">Milli</pValueIndexed>"
-          "<ValueDefault>0</ValueDefault></Float>"
-        + "<IntConverter Name=\"Upper\"><FormulaTo>FROM &lt;&lt; 32</FormulaTo>"
-          "<FormulaFrom>TO &gt;&gt; 32</FormulaFrom><pValue>Wide</pValue></IntConverter>"
-        + intReg("Wide", "0x28", "", 8)
-        + "<IntSwissKnife Name=\"Bounded\"><Formula>4</Formula><Min>1</Min><pMax>Ten</pMax></IntSwissKnife>"
-        + "<SwissKnife Name=\"RealBounded\"><Formula>4</Formula><Min>-1.5</Min><pMax>Ten</pMax></SwissKnife>"
-        + "<SwissKnife Name=\"Tiny\"><Formula>4</Formula><Min>1E-400</Min><Max>1E2</Max></SwissKnife>"
-        + "<Converter Name=\"Fine\"><FormulaTo>(FROM + 1304.2) * 65 - 43970</FormulaTo>"
-          "<FormulaFrom>(TO + 43970) / 65 - "
-          "1304.2</FormulaFrom><pValue>Plain</pValue><Slope>Varying</Slope></Converter>"
-        + "<Integer Name=\"OverFine\"><pValue>Fine</pValue></Integer>"
-        + "<Converter Name=\"Flat\"><FormulaTo>FROM * 10</FormulaTo><FormulaFrom>TO &lt; 4 ? 0.5 : TO / "
-          "10</FormulaFrom>"
-          "<pValue>Ten</pValue><IsLinear>Yes</IsLinear></Converter>"
-        + "<Integer Name=\"OverFlat\"><pValue>Flat</pValue></Integer>"
-        + "<SwissKnife Name=\"Endless\"><pVariable Name=\"X\">Zero</pVariable>"
-          "<Formula>X = 0 ? EXP(1000) : X</Formula></SwissKnife>"
-        + "<IntSwissKnife Name=\"NoStep\"><pVariable Name=\"X\">Zero</pVariable><Formula>X = 1 ? 4 : 0</Formula>"
-          "</IntSwissKnife>"
-        + "<Float Name=\"Open\"><Value>1</Value><Min>0</Min><pMax>Endless</pMax><pInc>NoStep</pInc></Float>"
-        + constant("IntOpen", "1", "<Min>0</Min><pMax>Endless</pMax><pInc>NoStep</pInc>")
-        + intReg("Measured", "0x30", "<Sign>Signed</Sign><pLength>Two</pLength>") + constant("Two", "2");
+        + described(R"(
+            Integer Zero; Value=0
+            Integer Two; Value=2
+            Integer Ten; Value=10; Min=1; Max=100
+            Integer Big; Value=9007199254740993
+            Integer Grid; Value=10; Min=1; Max=20; Inc=5
+            Integer Chosen; Value=0
+            Integer Copies; pValue=Plain; pValueCopy=Own
+            Integer Table; pIndex=Chosen; ValueIndexed.0=100; pValueIndexed.1=Plain; ValueDefault=-1
+            Integer Behind; pIndex=Chosen; pValueIndexed.0=Own; pValueDefault=Plain
+            Integer OverFine; pValue=Fine
+            Integer OverFlat; pValue=Flat
+            Integer IntOpen; Value=1; Min=0; pMax=Endless; pInc=NoStep
+            Boolean Flag; pValue=FlagReg; OnValue=7; OffValue=5
+            Float OverInt; pValue=Grid
+            Float RealBehind; pIndex=Chosen; pValueIndexed.0=Milli; ValueDefault=0
+            Float Open; Value=1; Min=0; pMax=Endless; pInc=NoStep
+            Converter Milli; FormulaTo=FROM * 1000; FormulaFrom=TO / 1000; pValue=RawMilli
+            Converter Falling; FormulaTo=100 / FROM; FormulaFrom=100 / TO; pValue=Ten; Slope=Decreasing
+            Converter Wild; FormulaTo=FROM; FormulaFrom=TO; pValue=Ten; Slope=Varying
+            Converter Linear; FormulaTo=(FROM - 3) / 2; FormulaFrom=TO * 2 + 3; pValue=Grid; IsLinear=Yes
+            Converter Fine; FormulaTo=(FROM + 1304.2) * 65; FormulaFrom=TO / 65 - 1304.2; pValue=Plain; Slope=Varying
+            Converter Flat; FormulaTo=FROM * 10; FormulaFrom=TO < 4 ? 0.5 : TO / 10; pValue=Ten; IsLinear=Yes
+            IntConverter Shifted; FormulaTo=FROM >> 33; FormulaFrom=TO << 33; pValue=Small
+            IntConverter Upper; FormulaTo=FROM << 32; FormulaFrom=TO >> 32; pValue=Wide
+            IntSwissKnife Exact; pVariable.X=Big; Formula=X + 1
+            IntSwissKnife Divided; pVariable.X=Zero; Formula=7 / X
+            IntSwissKnife Bounded; Formula=4; Min=1; pMax=Ten
+            IntSwissKnife NoStep; pVariable.X=Zero; Formula=X = 1 ? 4 : 0
+            SwissKnife RealBounded; Formula=4; Min=-1.5; pMax=Ten
+            SwissKnife Tiny; Formula=4; Min=1E-400; Max=1E2
+            SwissKnife Endless; pVariable.X=Zero; Formula=X = 0 ? EXP(1000) : X)")
+        + described("SwissKnife Mixed; pVariable.B=Flag; pVariable.E=Mode; pVariable.G.Max=Grid; pVariable.M=Mode; "
+                    "Constant.K=0.5; Expression.TWICE=E * 2; Formula=B + TWICE + G.Max * K + M.Entry.Fast");
 }
 
 } // namespace
@@ -268,10 +245,9 @@ private Q_SLOTS:
 
     void commandsRunUntilTheDeviceClearsThem()
     {
-        Camera camera("<Command Name=\"Run\"><pValue>RunReg</pValue><CommandValue>4</CommandValue></Command>"
-                      + intReg("RunReg", "0x10")
-                      + "<Command Name=\"Fire\"><pValue>FireReg</pValue><CommandValue>1</CommandValue></Command>"
-                      + intReg("FireReg", "0x14", "", 4, "WO"));
+        Camera camera(intReg("RunReg", "0x10") + intReg("FireReg", "0x14", "", 4, "WO")
+                      + described("Command Run; pValue=RunReg; CommandValue=4\n"
+                                  "Command Fire; pValue=FireReg; CommandValue=1"));
         CCommandPtr run = camera.command("Run");
         QVERIFY(run->IsDone());
         run->Execute();
@@ -303,8 +279,7 @@ private Q_SLOTS:
         };
         // clang-format on
         for (const auto &[representation, in, out] : rows) {
-            const Camera camera(
-                constant("A", "3", std::string("<Representation>") + representation + "</Representation>"));
+            const Camera camera(described(std::string("Integer A; Value=3; Representation=") + representation));
             const bool isTaken = thrownBy([&] { camera.value("A")->FromString(in); }).empty();
             COMPARE_ROW(in, isTaken ? camera.value("A")->ToString() : "", out);
         }
@@ -316,9 +291,8 @@ private Q_SLOTS:
         const auto restore = qScopeGuard([&] { setlocale(LC_NUMERIC, before.constData()); });
         if (!setlocale(LC_NUMERIC, "de_DE.UTF-8") && !setlocale(LC_NUMERIC, "fr_FR.UTF-8"))
             QSKIP("no locale with a decimal comma is installed");
-        const Camera camera(
-            "<Float Name=\"F\"><Value>0.25</Value><DisplayNotation>Fixed</DisplayNotation>"
-            "<DisplayPrecision>3</DisplayPrecision></Float><Float Name=\"G\"><Value>1e-3</Value></Float>");
+        const Camera camera(described("Float F; Value=0.25; DisplayNotation=Fixed; DisplayPrecision=3\n"
+                                      "Float G; Value=1e-3"));
         QCOMPARE(QByteArray(camera.value("F")->ToString()), QByteArray("0.250"));
         camera.value("F")->FromString("1.5");
         QCOMPARE(camera.real("F")->GetValue(), 1.5);
