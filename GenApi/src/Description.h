@@ -34,7 +34,6 @@ public:
     Description(std::string text, LoadLog &log);
 
     const std::vector<NodeRecord> &nodes() const { return m_nodes; }
-    std::string_view attribute(const char *name) const { return m_tree.document_element().attribute(name).value(); }
 
     /// The record of an entry inside of the enumeration.
     NodeRecord entry(std::string_view enumeration, pugi::xml_node element);

@@ -40,7 +40,6 @@ public:
     void write(const std::vector<uint8_t> &bytes);
     /// The bytes are to be read again.
     void forget();
-    bool isCached() const { return m_line && m_line->isValid; }
 
 private:
     struct Index

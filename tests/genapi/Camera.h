@@ -81,7 +81,9 @@ inline std::string described(const std::string &nodes)
             xml += "<" + tag;
             if (dot < end)
                 xml += std::string(" ") + attribute + "=\"" + part.substr(dot + 1, end - dot - 1) + "\"";
-            xml += "><![CDATA[" + part.substr(end + 1) + "]]></" + tag + ">";
+            const std::string text = part.substr(end + 1);
+            xml +=
+                ">" + (text.find_first_of("<>&") == text.npos ? text : "<![CDATA[" + text + "]]>") + "</" + tag + ">";
         }
         xml += "</" + kind + ">";
     }

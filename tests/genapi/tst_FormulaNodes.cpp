@@ -10,11 +10,12 @@ namespace {
 
 // What the formulas below can name: an integer 12 in 2..20 step 2, a float 2.5 in 0.5..4.5, a flag that is on,
 // and an enumeration that is "Fast" (7).
-const std::string Variables = "<Integer Name=\"Count\"><Value>12</Value><Min>2</Min><Max>20</Max><Inc>2</Inc></Integer>"
-                              "<Float Name=\"Level\"><Value>2.5</Value><Min>0.5</Min><Max>4.5</Max></Float>"
-                              "<Boolean Name=\"Flag\"><Value>1</Value></Boolean>"
-                              "<Enumeration Name=\"Mode\"><EnumEntry Name=\"Slow\"><Value>3</Value></EnumEntry>"
-                              "<EnumEntry Name=\"Fast\"><Value>7</Value></EnumEntry><Value>7</Value></Enumeration>";
+const std::string Variables = described(R"(
+        Integer Count; Value=12; Min=2; Max=20; Inc=2
+        Float Level; Value=2.5; Min=0.5; Max=4.5
+        Boolean Flag; Value=1)")
+    + "<Enumeration Name=\"Mode\"><EnumEntry Name=\"Slow\"><Value>3</Value></EnumEntry>"
+      "<EnumEntry Name=\"Fast\"><Value>7</Value></EnumEntry><Value>7</Value></Enumeration>";
 
 std::string variable(const char *name, const char *node)
 {

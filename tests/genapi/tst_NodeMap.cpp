@@ -63,10 +63,10 @@ private Q_SLOTS:
 
     void featuresAreReachableFromRoot()
     {
-        const Camera camera("<Category Name=\"Root\"><pFeature>Sub</pFeature></Category>"
-                            "<Category Name=\"Sub\"><pFeature>Inside</pFeature></Category>"
-                            "<Category Name=\"Orphan\"><pFeature>Outside</pFeature></Category>"
-                            + integer("Inside", "0") + integer("Outside", "4"));
+        const Camera camera(integer("Inside", "0") + integer("Outside", "4") + described(R"(
+            Category Root; pFeature=Sub
+            Category Sub; pFeature=Inside
+            Category Orphan; pFeature=Outside)"));
         for (const char *name : {"Root", "Sub", "Inside"})
             QVERIFY2(camera.node(name)->IsFeature(), name);
         for (const char *name : {"InsideReg", "Orphan", "Outside", "Device"})
@@ -75,13 +75,13 @@ private Q_SLOTS:
 
     void categoriesTakeTheirVisibilityFromTheirFeatures()
     {
-        const Camera camera(
-            "<Category Name=\"Root\"><pFeature>Gurus</pFeature><pFeature>Empty</pFeature></Category>"
-            "<Category Name=\"Gurus\"><Visibility>Beginner</Visibility><pFeature>G</pFeature></Category>"
-            "<Category Name=\"Hidden\"><Visibility>Invisible</Visibility><pFeature>B</pFeature></Category>"
-            "<Category Name=\"Empty\"/>"
-            "<Integer Name=\"G\"><Visibility>Guru</Visibility><Value>1</Value></Integer>"
-            "<Integer Name=\"B\"><Value>1</Value></Integer>");
+        const Camera camera(described(R"(
+            Category Root; pFeature=Gurus; pFeature=Empty
+            Category Gurus; Visibility=Beginner; pFeature=G
+            Category Hidden; Visibility=Invisible; pFeature=B
+            Category Empty
+            Integer G; Visibility=Guru; Value=1
+            Integer B; Value=1)"));
         QCOMPARE(camera.node("Gurus")->GetVisibility(), Guru);
         QCOMPARE(camera.node("Root")->GetVisibility(), Guru);
         QCOMPARE(camera.node("Hidden")->GetVisibility(), Beginner);
@@ -112,14 +112,12 @@ private Q_SLOTS:
 
     void selectorsSelectWhatTheirSelectorsDo()
     {
-        const auto selector = [](const char *name, const QByteArray &selected) {
-            std::string xml = std::string("<Integer Name=\"") + name + "\"><Value>0</Value>";
-            for (const char feature : selected)
-                xml += std::string("<pSelected>") + feature + "</pSelected>";
-            return xml + "</Integer>";
-        };
-        const Camera camera(selector("A", "BDA") + selector("B", "CDA") + selector("C", "") + selector("D", "E")
-                            + selector("E", ""));
+        const Camera camera(described(R"(
+            Integer A; Value=0; pSelected=B; pSelected=D; pSelected=A
+            Integer B; Value=0; pSelected=C; pSelected=D; pSelected=A
+            Integer C; Value=0
+            Integer D; Value=0; pSelected=E
+            Integer E; Value=0)"));
         FeatureList_t selected;
         CSelectorPtr(camera.node("A"))->GetSelectedFeatures(selected);
         QByteArray names;
@@ -160,25 +158,17 @@ private Q_SLOTS:
 
     void wrongNodesCostThemselvesOnly()
     {
-        const std::string text = "<String Name=\"Text\"><Value>x</Value></String>";
         const std::string rows[] = {
-            "<Integer Name=\"Bad\"><pValue>No</pValue></Integer>",
-            "<Integer Name=\"Bad\"><pIsAvailable>No</pIsAvailable><Value>1</Value></Integer>",
-            "<Integer Name=\"Bad\"><Value>1</Value><pMax>No</pMax></Integer>",
-            "<IntReg Name=\"Bad\"><Address>0</Address><Length>4</Length></IntReg>",
-            "<IntReg Name=\"Bad\"><Address>0</Address><Length>4</Length><pPort>Good</pPort></IntReg>",
-            "<Integer Name=\"Bad\"><pValue>Text</pValue></Integer>" + text,
-            "<Integer Name=\"Bad\"><pIsLocked>Text</pIsLocked><Value>1</Value></Integer>" + text,
-            "<IntSwissKnife Name=\"Bad\"><Formula>1 + (</Formula></IntSwissKnife>",
-            "<IntSwissKnife Name=\"Bad\"><Formula>UNKNOWN * 2</Formula></IntSwissKnife>",
-            "<IntSwissKnife Name=\"Bad\"><Expression Name=\"P\">Q</Expression>"
-            "<Expression Name=\"Q\">P</Expression><Formula>P</Formula></IntSwissKnife>",
-            "<Converter Name=\"Bad\"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom></Converter>",
+            "Integer Bad; pValue=No", "Integer Bad; pIsAvailable=No; Value=1", "Integer Bad; Value=1; pMax=No",
+            "IntReg Bad; Address=0; Length=4", "IntReg Bad; Address=0; Length=4; pPort=Good",
+            "Integer Bad; pValue=Text\nString Text; Value=x",
+            "Integer Bad; pIsLocked=Text; Value=1\nString Text; Value=x", "IntSwissKnife Bad; Formula=1 + (",
+            "IntSwissKnife Bad; Formula=UNKNOWN * 2", "IntSwissKnife Bad; Expression.P=Q; Expression.Q=P; Formula=P",
+            "Converter Bad; FormulaTo=FROM; FormulaFrom=TO",
             // an unknown element, no name, a name twice
-            "<Gadget Name=\"x\"/><Integer/><Integer Name=\"Good\"><Value>9</Value></Integer>"
-            "<Integer Name=\"Bad\"><pValue>No</pValue></Integer>"};
+            "Gadget x\nInteger ;Value=1\nInteger Good; Value=9\nInteger Bad; pValue=No"};
         for (const std::string &nodes : rows) {
-            const Camera camera("<Integer Name=\"Good\"><Value>7</Value></Integer>" + nodes);
+            const Camera camera(described("Integer Good; Value=7\n" + nodes));
             COMPARE_ROW(nodes, camera.access("Bad"), NA);
             COMPARE_ROW(nodes, thrownBy([&] { camera.value("Bad")->ToString(); }).substr(0, 8), "Access: ");
             COMPARE_ROW(nodes, thrownBy([&] { camera.value("Bad")->FromString("1"); }).empty(), false);
@@ -194,31 +184,18 @@ private Q_SLOTS:
             EAccessMode access;
             std::string ring;
         } rows[] = {
-            {"<Integer Name=\"A\"><pValue>A</pValue></Integer>", NA, "A -> A"},
-            {"<Integer Name=\"A\"><pValue>B</pValue></Integer><Float Name=\"B\"><pValue>A</pValue></Float>", NA,
-             "A -> B -> A"},
-            {"<IntSwissKnife Name=\"A\"><pVariable Name=\"X\">A</pVariable><Formula>X+1</Formula></IntSwissKnife>", NA,
-             "A -> A"},
-            {"<Integer Name=\"A\"><pValue>B</pValue></Integer><Integer Name=\"B\"><pValue>B</pValue></Integer>", NA,
-             "B -> B"},
-            {"<Integer Name=\"A\"><Value>5</Value><pMax>B</pMax></Integer>"
-             "<Integer Name=\"B\"><Value>7</Value><pMin>A</pMin></Integer>",
-             RW, "A -> B -> A"},
-            {"<Integer Name=\"A\"><Value>5</Value><pMax>B</pMax></Integer>"
-             "<IntSwissKnife Name=\"B\"><pVariable "
-             "Name=\"X.Max\">A</pVariable><Formula>X.Max</Formula></IntSwissKnife>",
-             RW, "A -> B -> A"},
-            {"<Integer Name=\"A\"><pIsAvailable>B</pIsAvailable><Value>1</Value></Integer>"
-             "<Integer Name=\"B\"><pIsAvailable>A</pIsAvailable><Value>1</Value></Integer>",
-             RW, "A -> B -> A"},
-            {"<Category Name=\"Root\"><pFeature>A</pFeature></Category>"
-             "<Category Name=\"A\"><pFeature>Root</pFeature><pFeature>X</pFeature></Category>"
-             "<Integer Name=\"X\"><Value>1</Value></Integer>",
-             RO, ""},
-            {"<Integer Name=\"A\"><Value>1</Value><pSelected>A</pSelected></Integer>", RW, ""}};
+            {"Integer A; pValue=A", NA, "A -> A"},
+            {"Integer A; pValue=B\nFloat B; pValue=A", NA, "A -> B -> A"},
+            {"IntSwissKnife A; pVariable.X=A; Formula=X+1", NA, "A -> A"},
+            {"Integer A; pValue=B\nInteger B; pValue=B", NA, "B -> B"},
+            {"Integer A; Value=5; pMax=B\nInteger B; Value=7; pMin=A", RW, "A -> B -> A"},
+            {"Integer A; Value=5; pMax=B\nIntSwissKnife B; pVariable.X.Max=A; Formula=X.Max", RW, "A -> B -> A"},
+            {"Integer A; pIsAvailable=B; Value=1\nInteger B; pIsAvailable=A; Value=1", RW, "A -> B -> A"},
+            {"Category Root; pFeature=A\nCategory A; pFeature=Root; pFeature=X\nInteger X; Value=1", RO, ""},
+            {"Integer A; Value=1; pSelected=A", RW, ""}};
         for (const auto &[nodes, access, ring] : rows) {
             const LayerLog log;
-            const Camera camera(nodes + integer("Good", "0"));
+            const Camera camera(described(nodes) + integer("Good", "0"));
             const std::string line = ring.empty() ? "" : "GenApi: camera: nodes read each other: " + ring + "\n";
             COMPARE_ROW(nodes, log.text().substr(0, line.size()), line);
             COMPARE_ROW(nodes, log.text().empty(), ring.empty());
@@ -245,8 +222,7 @@ private Q_SLOTS:
         constexpr int Length = 20000;
         for (int i = 1; i < Length; ++i) {
             const std::string below = std::to_string(i - 1);
-            nodes += "<Integer Name=\"N" + std::to_string(i) + "\"><pValue>N" + below + "</pValue><pMax>N" + below
-                + "</pMax></Integer>";
+            nodes += described("Integer N" + std::to_string(i) + "; pValue=N" + below + "; pMax=N" + below);
         }
         const Camera camera(nodes);
         const std::string last = "N" + std::to_string(Length - 1);
@@ -264,11 +240,8 @@ private Q_SLOTS:
         std::string nodes = integer("N0", "0", "", "<Cachable>NoCache</Cachable>");
         for (int i = 1; i < 60; ++i) {
             const std::string below = "N" + std::to_string(i - 1);
-            nodes += "<IntSwissKnife Name=\"N" + std::to_string(i) + "\"><pIsAvailable>" + below
-                + "</pIsAvailable>"
-                  "<pVariable Name=\"A\">"
-                + below + "</pVariable><pVariable Name=\"B\">" + below
-                + "</pVariable><Formula>A+B</Formula></IntSwissKnife>";
+            nodes += described("IntSwissKnife N" + std::to_string(i) + "; pIsAvailable=" + below
+                               + "; pVariable.A=" + below + "; pVariable.B=" + below + "; Formula=A+B");
         }
         Camera camera(nodes);
         camera.port.poke(0, 1);
@@ -286,8 +259,8 @@ private Q_SLOTS:
         const auto name = [](int i) { return "C" + std::to_string(i); };
         std::string nodes = "<Integer Name=\"C0\"><Value>1</Value></Integer>";
         for (int i = 1; i < Length; ++i)
-            nodes += "<Integer Name=\"" + name(i) + "\"><pValue>" + name(i - 1) + "</pValue><pSelected>"
-                + name(i * 7 % Length) + "</pSelected></Integer>";
+            nodes +=
+                described("Integer " + name(i) + "; pValue=" + name(i - 1) + "; pSelected=" + name(i * 7 % Length));
         const Camera camera(nodes);
         const std::clock_t start = std::clock();
         QCOMPARE(camera.integer("C9")->GetValue(), int64_t(1));

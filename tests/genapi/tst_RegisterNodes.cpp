@@ -152,13 +152,11 @@ private Q_SLOTS:
 
     void floatsOfBothWidths()
     {
-        const auto floatReg = [](const char *name, const char *address, int length, const char *order) {
-            return std::string("<FloatReg Name=\"") + name + "\"><Address>" + address + "</Address><Length>"
-                + std::to_string(length) + "</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>"
-                + order + "</Endianess></FloatReg>";
-        };
-        Camera camera(floatReg("D", "0x10", 8, "LittleEndian") + floatReg("F", "0x18", 4, "LittleEndian")
-                      + floatReg("B", "0x20", 4, "BigEndian") + floatReg("Odd", "0x28", 3, "LittleEndian"));
+        Camera camera(described(R"(
+            FloatReg D; Address=0x10; Length=8; AccessMode=RW; pPort=Device; Endianess=LittleEndian
+            FloatReg F; Address=0x18; Length=4; AccessMode=RW; pPort=Device; Endianess=LittleEndian
+            FloatReg B; Address=0x20; Length=4; AccessMode=RW; pPort=Device; Endianess=BigEndian
+            FloatReg Odd; Address=0x28; Length=3; AccessMode=RW; pPort=Device; Endianess=LittleEndian)"));
         camera.port.pokeDouble(0x10, 12.375);
         QCOMPARE(camera.real("D")->GetValue(), 12.375);
         camera.real("F")->SetValue(0.1);
@@ -173,9 +171,9 @@ private Q_SLOTS:
 
     void stringsArePaddedAndEndAtTheFirstZero()
     {
-        Camera camera(
-            "<String Name=\"Text\"><pValue>TextReg</pValue></String><StringReg Name=\"TextReg\"><Address>0x10</Address>"
-            "<Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>");
+        Camera camera(described(R"(
+            String Text; pValue=TextReg
+            StringReg TextReg; Address=0x10; Length=8; AccessMode=RW; pPort=Device)"));
         CStringPtr text = camera.string("Text");
         camera.port.pokeText(0x10, std::string("ab\0cd", 5), 8);
         QCOMPARE(QByteArray(text->GetValue()), QByteArray("ab"));
@@ -192,8 +190,7 @@ private Q_SLOTS:
 
     void rawRegisters()
     {
-        Camera camera("<Register Name=\"Raw\"><Address>0x10</Address><Length>3</Length><AccessMode>RW</AccessMode>"
-                      "<pPort>Device</pPort></Register>");
+        Camera camera(described("Register Raw; Address=0x10; Length=3; AccessMode=RW; pPort=Device"));
         CValuePtr value = camera.value("Raw");
         value->FromString("0x0a0bFF");
         QCOMPARE(QByteArray(value->ToString()), QByteArray("0x0a0bff"));
@@ -210,14 +207,11 @@ private Q_SLOTS:
 
     void emptyRegistersAreEmptyTexts()
     {
-        const auto ofLength = [](const std::string &kind) {
-            return "<" + kind + " Name=\"" + kind
-                + "\"><Address>0x10</Address><pLength>Length</pLength><AccessMode>RW</AccessMode><pPort>Device</"
-                  "pPort></"
-                + kind + ">";
-        };
-        Camera camera(std::string("<Integer Name=\"Length\"><Value>0</Value></Integer>") + ofLength("StringReg")
-                      + ofLength("Register") + ofLength("IntReg"));
+        Camera camera(described(R"(
+            Integer Length; Value=0
+            StringReg StringReg; Address=0x10; pLength=Length; AccessMode=RW; pPort=Device
+            Register Register; Address=0x10; pLength=Length; AccessMode=RW; pPort=Device
+            IntReg IntReg; Address=0x10; pLength=Length; AccessMode=RW; pPort=Device)"));
         for (const char *kind : {"StringReg", "Register"}) {
             CValuePtr text = camera.value(kind);
             QCOMPARE(camera.access(kind), RW);
@@ -259,9 +253,9 @@ private Q_SLOTS:
     // To swap them for a port with SwapEndianess is the host's part.
     void portsGetBytesAsTheyAre()
     {
-        Camera camera("<Port Name=\"Swapped\"><SwapEndianess>Yes</SwapEndianess></Port><IntReg Name=\"A\">"
-                      "<Address>0x10</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Swapped</pPort>"
-                      "<Endianess>LittleEndian</Endianess></IntReg>");
+        Camera camera(described(R"(
+            Port Swapped; SwapEndianess=Yes
+            IntReg A; Address=0x10; Length=4; AccessMode=RW; pPort=Swapped; Endianess=LittleEndian)"));
         MemoryPort other;
         camera.map->Connect(&other, "Swapped");
         other.poke(0x10, 0x01020304);
@@ -278,12 +272,9 @@ private Q_SLOTS:
             {MemoryPort::Fault::Refused, "Runtime: memory port: refused"},
             {MemoryPort::Fault::Foreign, "std: memory port: foreign error"}};
         for (const auto &[fault, expected] : rows) {
-            Camera camera(
-                integer("A", "0x10", "<pMax>Max</pMax>") + integer("Max", "0x14") + masked("Field", 0, 3)
-                + "<Float Name=\"F\"><pValue>A</pValue></Float>"
-                  "<SwissKnife Name=\"K\"><pVariable Name=\"X\">A</pVariable><Formula>X / 2</Formula></SwissKnife>"
-                  "<Boolean Name=\"B\"><pValue>Max</pValue></Boolean>"
-                  "<Integer Name=\"Gated\"><pIsAvailable>Max</pIsAvailable><Value>1</Value></Integer>");
+            Camera camera(integer("A", "0x10", "<pMax>Max</pMax>") + integer("Max", "0x14") + masked("Field", 0, 3)
+                          + described("Float F; pValue=A\nSwissKnife K; pVariable.X=A; Formula=X / 2\n"
+                                      "Boolean B; pValue=Max\nInteger Gated; pIsAvailable=Max; Value=1"));
             camera.port.readFault = fault;
             QCOMPARE(thrownBy([&] { camera.integer("A")->GetMax(); }), expected);
             QCOMPARE(thrownBy([&] { camera.integer("Field")->SetValue(1); }), expected);
@@ -300,8 +291,7 @@ private Q_SLOTS:
     void shortAnswersLeaveZeros()
     {
         Camera camera(intReg("A", "0x10")
-                      + "<StringReg Name=\"T\"><Address>0x20</Address><Length>8</Length>"
-                        "<AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>");
+                      + described("StringReg T; Address=0x20; Length=8; AccessMode=RW; pPort=Device"));
         camera.port.poke(0x10, 0x44332211);
         camera.port.pokeText(0x20, "longtext", 8);
         camera.port.readFault = MemoryPort::Fault::Short;
@@ -320,13 +310,9 @@ private Q_SLOTS:
                 const std::string element = kind;
                 const bool isEmpty =
                     (length == "0" || length == "x") && (element == "StringReg" || element == "Register");
-                const std::string parts =
-                    "<Address>0xFFFFFFFFFFFFFFF8</Address><AccessMode>RW</AccessMode><pPort>Device</pPort>";
-                Camera camera("<" + element + " Name=\"A\">" + parts + "<Length>" + length
-                              + "</Length><LSB>2</LSB>"
-                                "<MSB>3</MSB></"
-                              + element + "><" + element + " Name=\"B\">" + parts + "<pLength>L</pLength></" + element
-                              + "><Integer Name=\"L\"><Value>" + length + "</Value></Integer>");
+                const std::string parts = "Address=0xFFFFFFFFFFFFFFF8; AccessMode=RW; pPort=Device; ";
+                const Camera camera(described(element + " A;" + parts + "LSB=2; MSB=3; Length=" + length + "\n"
+                                              + element + " B;" + parts + "pLength=L\nInteger L; Value=" + length));
                 for (const char *name : {"A", "B"}) {
                     QCOMPARE(thrownBy([&] { camera.value(name)->ToString(); }).empty(), isEmpty); // no memory there
                     QVERIFY(!thrownBy([&] { camera.value(name)->FromString("1", false); }).empty());
