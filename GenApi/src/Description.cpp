@@ -14,6 +14,17 @@ constexpr unsigned ParseOptions = pugi::parse_escapes | pugi::parse_eol | pugi::
 
 } // namespace
 
+std::string_view textOf(pugi::xml_node element)
+{
+    std::string_view text = element.text().get();
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 Description::Description(std::string text, LoadLog &log) : m_text(std::move(text))
 {
     const pugi::xml_parse_result result =

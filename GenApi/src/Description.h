@@ -34,7 +34,6 @@ public:
     Description(std::string text, LoadLog &log);
 
     const std::vector<NodeRecord> &nodes() const { return m_nodes; }
-    std::string_view attribute(const char *name) const { return m_tree.document_element().attribute(name).value(); }
 
     /// The record of an entry inside of the enumeration.
     NodeRecord entry(std::string_view enumeration, pugi::xml_node element);
@@ -48,5 +47,8 @@ private:
     std::vector<NodeRecord> m_nodes;
     std::deque<std::string> m_entryNames;
 };
+
+/// The text of an element without the blanks around it.
+std::string_view textOf(pugi::xml_node element);
 
 } // namespace NodeEngine

@@ -58,7 +58,7 @@ const char *textOf(const Name<Enum> (&names)[Count], Enum value)
 }
 
 template <class Enum, size_t Count>
-bool readText(const Name<Enum> (&names)[Count], const char *text, Enum *value)
+bool parse(const Name<Enum> (&names)[Count], const char *text, Enum *value)
 {
     *value = names[Count - 1].first;
     for (const Name<Enum> &name : names) {
@@ -72,10 +72,11 @@ bool readText(const Name<Enum> (&names)[Count], const char *text, Enum *value)
 
 } // namespace
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are a type and a table
 #define GENAPI_ENUM_TEXTS(Enum, names)                                                                                 \
     bool Enum##Class::FromString(const gcstring &text, Enum *value)                                                    \
     {                                                                                                                  \
-        return readText(names, text, value);                                                                           \
+        return parse(names, text, value);                                                                              \
     }                                                                                                                  \
     void Enum##Class::ToString(gcstring &text, Enum *value)                                                            \
     {                                                                                                                  \
@@ -85,6 +86,7 @@ bool readText(const Name<Enum> (&names)[Count], const char *text, Enum *value)
     {                                                                                                                  \
         return textOf(names, value);                                                                                   \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 GENAPI_ENUM_TEXTS(EAccessMode, AccessModes)
 GENAPI_ENUM_TEXTS(EVisibility, Visibilities)

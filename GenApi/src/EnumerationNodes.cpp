@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "EnumerationNodes.h"
 
-#include "NodeBuilder.h"
+#include "NodeLoader.h"
 #include "NumberText.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ template <class Exception>
 
 // --- EnumEntryNode
 
-bool EnumEntryNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool EnumEntryNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::Value:
@@ -36,20 +36,20 @@ bool EnumEntryNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         m_isSelfClearing = textOf(child) == "Yes";
         return true;
     default:
-        return Node::take(tag, child, builder);
+        return PublicNode::take(tag, child, loader);
     }
 }
 
 std::string EnumEntryNode::symbolic() const
 {
     const char *own = text(Tag::Symbolic);
-    return *own ? own : element().attribute("Name").value();
+    return *own ? own : m_description.element().attribute("Name").value();
 }
 
-gcstring EnumEntryNode::GetDisplayName() const
+GenICam::gcstring EnumEntryNode::GetDisplayName() const
 {
     const char *own = text(Tag::DisplayName);
-    return *own ? gcstring(own) : gcstringOf(symbolic());
+    return *own ? GenICam::gcstring(own) : gcstringOf(symbolic());
 }
 
 std::string EnumEntryNode::textValue(bool, bool)
@@ -59,37 +59,37 @@ std::string EnumEntryNode::textValue(bool, bool)
 
 // --- EnumerationNode
 
-bool EnumerationNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool EnumerationNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::EnumEntry:
-        if (auto *entry = dynamic_cast<EnumEntryNode *>(builder.addEntry(*this, child)))
+        if (auto *entry = dynamic_cast<EnumEntryNode *>(loader.addEntry(*this, child)))
             m_entries.push_back(entry);
         return true;
     case Tag::Value:
         m_value = integerOfDescription(textOf(child)).value_or(0);
         return true;
     case Tag::pValue:
-        m_target = builder.link(*this, tag, child);
+        m_target = loader.link(*this, tag, child);
         return true;
     default:
-        return Node::take(tag, child, builder);
+        return PublicNode::take(tag, child, loader);
     }
 }
 
-EAccessMode EnumerationNode::ownAccessMode() const
+GenApi::EAccessMode EnumerationNode::ownAccessMode() const
 {
-    return combined(modeOfEntries(), m_target ? m_target->accessMode() : RW);
+    return combined(modeOfEntries(), m_target ? m_target->accessMode() : GenApi::RW);
 }
 
 // RW if there is an entry to choose.
-EAccessMode EnumerationNode::modeOfEntries() const
+GenApi::EAccessMode EnumerationNode::modeOfEntries() const
 {
-    EAccessMode best = m_entries.empty() ? RW : NI;
+    GenApi::EAccessMode best = m_entries.empty() ? GenApi::RW : GenApi::NI;
     for (const EnumEntryNode *entry : m_entries) {
-        const EAccessMode mode = entry->accessMode();
-        if (IsAvailable(mode))
-            return RW;
+        const GenApi::EAccessMode mode = entry->accessMode();
+        if (GenApi::IsAvailable(mode))
+            return GenApi::RW;
         best = std::max(best, mode);
     }
     return best;
@@ -113,24 +113,24 @@ EnumEntryNode *EnumerationNode::entryOf(const std::string &symbolic) const
     return nullptr;
 }
 
-void EnumerationNode::GetSymbolics(StringList_t &symbolics)
+void EnumerationNode::GetSymbolics(GenApi::StringList_t &symbolics)
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     symbolics.clear();
     for (const EnumEntryNode *entry : m_entries) {
-        if (IsAvailable(entry->accessMode()))
+        if (GenApi::IsAvailable(entry->accessMode()))
             symbolics.push_back(entry->GetSymbolic());
     }
 }
 
-void EnumerationNode::GetEntries(NodeList_t &entries)
+void EnumerationNode::GetEntries(GenApi::NodeList_t &entries)
 {
     entries.clear();
     for (EnumEntryNode *entry : m_entries)
         entries.push_back(entry);
 }
 
-IEnumeration &EnumerationNode::operator=(const gcstring &symbolic)
+GenApi::IEnumeration &EnumerationNode::operator=(const GenICam::gcstring &symbolic)
 {
     FromString(symbolic, true);
     return *this;
@@ -138,18 +138,18 @@ IEnumeration &EnumerationNode::operator=(const gcstring &symbolic)
 
 void EnumerationNode::SetIntValue(int64_t value, bool verify)
 {
-    m_map.change([&] { setInteger(value, verify); });
+    m_context.changes.change([&] { setInteger(value, verify); });
 }
 
 int64_t EnumerationNode::GetIntValue(bool verify, bool ignoreCache)
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     return verifiedValue(verify, ignoreCache);
 }
 
-IEnumEntry *EnumerationNode::GetCurrentEntry(bool verify, bool ignoreCache)
+GenApi::IEnumEntry *EnumerationNode::GetCurrentEntry(bool verify, bool ignoreCache)
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     return entryOf(verifiedValue(verify, ignoreCache));
 }
 
@@ -160,18 +160,18 @@ int64_t EnumerationNode::verifiedValue(bool verify, bool fresh)
         return value;
     const EnumEntryNode *entry = entryOf(value);
     if (!entry)
-        refuseValue<OutOfRangeException>(*this, decimalText(value), "OutOfRangeException");
-    if (!IsReadable(entry->accessMode()))
-        refuse("Failed to write enumeration value. Enum entry is not readable", "GetIntValue()");
+        refuseValue<GenICam::OutOfRangeException>(*this, decimalText(value), "OutOfRangeException");
+    if (!GenApi::IsReadable(entry->accessMode()))
+        refuse(*this, "Failed to write enumeration value. Enum entry is not readable", "GetIntValue()");
     return value;
 }
 
 int64_t EnumerationNode::integerValue(bool fresh)
 {
-    requireReadable("GetIntValue()");
+    requireReadable(*this, "GetIntValue()");
     if (!m_target || (m_valueValid && !fresh))
         return m_value;
-    const Evaluation step(*this, Evaluation::Value);
+    const Evaluation step(m_evaluation, Evaluation::Value);
     step.require();
     m_value = m_target->integerValue(fresh);
     m_valueValid = hasCachableValue();
@@ -183,18 +183,18 @@ std::string EnumerationNode::textValue(bool verify, bool fresh)
     const int64_t value = integerValue(fresh);
     const EnumEntryNode *entry = entryOf(value);
     if (!entry)
-        refuseValue<InvalidArgumentException>(*this, decimalText(value), "InvalidArgumentException");
-    if (verify && !IsReadable(entry->accessMode()))
+        refuseValue<GenICam::InvalidArgumentException>(*this, decimalText(value), "InvalidArgumentException");
+    if (verify && !GenApi::IsReadable(entry->accessMode()))
         throw ACCESS_EXCEPTION("Enumeration value '%s' is not available.", entry->name().c_str());
     return entry->symbolic();
 }
 
 void EnumerationNode::setInteger(int64_t value, bool verify)
 {
-    requireWritable(verify, "SetIntValue()");
+    requireWritable(*this, verify, "SetIntValue()");
     EnumEntryNode *entry = entryOf(value);
     if (!entry)
-        refuseValue<InvalidArgumentException>(*this, decimalText(value), "InvalidArgumentException");
+        refuseValue<GenICam::InvalidArgumentException>(*this, decimalText(value), "InvalidArgumentException");
     write(*entry, verify);
 }
 
@@ -202,7 +202,7 @@ void EnumerationNode::setFloat(double value, bool verify)
 {
     const int64_t nearest = std::isnan(value) ? 0 : saturatedInteger(value);
     if (static_cast<double>(nearest) != value)
-        refuseValue<InvalidArgumentException>(*this, std::to_string(value), "InvalidArgumentException");
+        refuseValue<GenICam::InvalidArgumentException>(*this, std::to_string(value), "InvalidArgumentException");
     setInteger(nearest, verify);
 }
 
@@ -210,25 +210,25 @@ void EnumerationNode::setTextValue(const std::string &text, bool verify)
 {
     EnumEntryNode *entry = entryOf(text);
     if (!entry)
-        refuseValue<InvalidArgumentException>(*this, text, "InvalidArgumentException");
-    requireWritable(verify, "FromString()");
+        refuseValue<GenICam::InvalidArgumentException>(*this, text, "InvalidArgumentException");
+    requireWritable(*this, verify, "FromString()");
     write(*entry, verify);
 }
 
 void EnumerationNode::write(EnumEntryNode &entry, bool verify)
 {
-    const EAccessMode mode = entry.accessMode();
-    if (verify && !IsAvailable(mode))
-        refuse("Failed to write enumeration value. Enum entry is not writable", "SetIntValue()");
-    if (!IsImplemented(mode))
-        refuse("Failed to write enumeration value. Enum entry is not implemented", "SetIntValue()");
-    const Evaluation step(*this, Evaluation::Write);
+    const GenApi::EAccessMode mode = entry.accessMode();
+    if (verify && !GenApi::IsAvailable(mode))
+        refuse(*this, "Failed to write enumeration value. Enum entry is not writable", "SetIntValue()");
+    if (!GenApi::IsImplemented(mode))
+        refuse(*this, "Failed to write enumeration value. Enum entry is not implemented", "SetIntValue()");
+    const Evaluation step(m_evaluation, Evaluation::Write);
     step.require();
     if (m_target)
         m_target->setInteger(entry.value(), verify);
     else
         m_value = entry.value();
-    m_map.changed(*this);
+    m_context.changes.changed(*this);
 }
 
 } // namespace NodeEngine

@@ -3,21 +3,24 @@
 
 #include "ValueNode.h"
 
+#include <optional>
+#include <vector>
+
 namespace NodeEngine {
 
 /// One entry of an enumeration. Its value is known while it is not available, too.
-class EnumEntryNode : public ValueNode<IEnumEntry>
+class EnumEntryNode : public ValueNode<GenApi::IEnumEntry>
 {
 public:
     using ValueNode::ValueNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIEnumEntry; }
-    gcstring GetDisplayName() const override;
-    gcstring GetDeviceName() const override { return {}; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIEnumEntry; }
+    GenICam::gcstring GetDisplayName() const override;
+    GenICam::gcstring GetDeviceName() const override { return {}; }
 
     // IEnumEntry
     int64_t GetValue() override { return m_value; }
-    gcstring GetSymbolic() const override { return gcstringOf(symbolic()); }
+    GenICam::gcstring GetSymbolic() const override { return gcstringOf(symbolic()); }
     double GetNumericValue() override { return m_numericValue.value_or(static_cast<double>(m_value)); }
     bool IsSelfClearing() override { return m_isSelfClearing; }
 
@@ -30,8 +33,8 @@ public:
     std::string textValue(bool verify, bool fresh) override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return RO; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override { return GenApi::RO; }
 
 private:
     int64_t m_value = 0;
@@ -40,23 +43,26 @@ private:
 };
 
 /// Enumeration: an integer whose values have names.
-class EnumerationNode : public ValueNode<IEnumeration>
+class EnumerationNode : public ValueNode<GenApi::IEnumeration>
 {
 public:
     using ValueNode::ValueNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIEnumeration; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIEnumeration; }
 
     // IEnumeration
-    void GetSymbolics(StringList_t &symbolics) override;
-    void GetEntries(NodeList_t &entries) override;
-    IEnumeration &operator=(const gcstring &symbolic) override;
+    void GetSymbolics(GenApi::StringList_t &symbolics) override;
+    void GetEntries(GenApi::NodeList_t &entries) override;
+    GenApi::IEnumeration &operator=(const GenICam::gcstring &symbolic) override;
     void SetIntValue(int64_t value, bool verify) override;
-    gcstring operator*() override { return ToString(false, false); }
+    GenICam::gcstring operator*() override { return ToString(false, false); }
     int64_t GetIntValue(bool verify, bool ignoreCache) override;
-    IEnumEntry *GetEntryByName(const gcstring &symbolic) override { return entryOf(stringOf(symbolic)); }
-    IEnumEntry *GetEntry(const int64_t value) override { return entryOf(value); }
-    IEnumEntry *GetCurrentEntry(bool verify, bool ignoreCache) override;
+    GenApi::IEnumEntry *GetEntryByName(const GenICam::gcstring &symbolic) override
+    {
+        return entryOf(stringOf(symbolic));
+    }
+    GenApi::IEnumEntry *GetEntry(const int64_t value) override { return entryOf(value); }
+    GenApi::IEnumEntry *GetCurrentEntry(bool verify, bool ignoreCache) override;
 
     // The protocol between nodes.
     int64_t integerValue(bool fresh) override;
@@ -67,17 +73,20 @@ public:
     void setTextValue(const std::string &text, bool verify) override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    bool isOwnImplemented() const override { return modeOfEntries() != NI; }
-    EAccessMode ownAccessMode() const override;
-    EAccessMode ownBaseAccessMode() const override { return m_target ? m_target->baseAccessMode() : RW; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    bool isOwnImplemented() const override { return modeOfEntries() != GenApi::NI; }
+    GenApi::EAccessMode ownAccessMode() const override;
+    GenApi::EAccessMode ownBaseAccessMode() const override
+    {
+        return m_target ? m_target->baseAccessMode() : GenApi::RW;
+    }
 
 private:
     EnumEntryNode *entryOf(int64_t value) const;
     EnumEntryNode *entryOf(const std::string &symbolic) const;
     void write(EnumEntryNode &entry, bool verify);
     int64_t verifiedValue(bool verify, bool fresh);
-    EAccessMode modeOfEntries() const;
+    GenApi::EAccessMode modeOfEntries() const;
 
     std::vector<EnumEntryNode *> m_entries;
     Node *m_target = nullptr;

@@ -1,42 +1,41 @@
 // SPDX-License-Identifier: MIT
 #include "Evaluation.h"
 
-#include "Node.h"
-#include "NodeMap.h"
+#include <string>
 
 namespace NodeEngine {
 
-EndlessEvaluation::EndlessEvaluation(const Node &node)
-    : RuntimeException("The node depends on itself, or on a chain of nodes that is too long.", __FILE__, __LINE__, "",
-                       node.name().c_str(), "RuntimeException")
+EndlessEvaluation::EndlessEvaluation(std::string_view node)
+    : GenICam::RuntimeException("The node depends on itself, or on a chain of nodes that is too long.", __FILE__,
+                                __LINE__, "", std::string(node).c_str(), "RuntimeException")
 { }
 
-Evaluation::Evaluation(const Node &node, Step step) : m_node(node), m_step(step)
+Evaluation::Evaluation(EvaluationState &node, Step step) : m_node(node), m_step(step)
 {
-    const NodeMap &map = node.map();
-    if (map.evaluationDepth == 0)
-        map.evaluationSteps = 0;
-    ++map.evaluationSteps;
-    const bool hasRoom = map.evaluationDepth < Deepest && map.evaluationSteps < MostSteps;
-    m_entered = hasRoom && !(node.evaluating & step);
+    EvaluationBudget &budget = node.budget;
+    if (budget.depth == 0)
+        budget.steps = 0;
+    ++budget.steps;
+    const bool hasRoom = budget.depth < Deepest && budget.steps < MostSteps;
+    m_entered = hasRoom && !(node.underWay & step);
     if (m_entered) {
-        node.evaluating |= step;
-        ++map.evaluationDepth;
+        node.underWay |= step;
+        ++budget.depth;
     }
 }
 
 Evaluation::~Evaluation()
 {
     if (m_entered) {
-        m_node.evaluating = static_cast<Flags>(m_node.evaluating & ~m_step);
-        --m_node.map().evaluationDepth;
+        m_node.underWay = static_cast<uint8_t>(m_node.underWay & ~m_step);
+        --m_node.budget.depth;
     }
 }
 
 void Evaluation::require() const
 {
     if (!m_entered)
-        throw EndlessEvaluation(m_node);
+        throw EndlessEvaluation(m_node.node);
 }
 
 } // namespace NodeEngine

@@ -4,16 +4,32 @@
 #include <Base/GCException.h>
 
 #include <cstdint>
+#include <string_view>
 
 namespace NodeEngine {
 
-class Node;
-
 /// A node was asked for what is just being computed for it, or the links run too deep or too wide.
-class EndlessEvaluation : public GENICAM_NAMESPACE::RuntimeException
+class EndlessEvaluation : public GenICam::RuntimeException
 {
 public:
-    explicit EndlessEvaluation(const Node &node);
+    explicit EndlessEvaluation(std::string_view node);
+};
+
+/// How many steps are under way in a map. The map's lock is held.
+struct EvaluationBudget
+{
+    int depth = 0; ///< steps within each other
+    int steps = 0; ///< since the outermost one began
+};
+
+/// The steps of one node that are under way.
+struct EvaluationState
+{
+    EvaluationState(EvaluationBudget &ofMap, std::string_view name) : budget(ofMap), node(name) { }
+
+    EvaluationBudget &budget;
+    std::string_view node; ///< its name
+    uint8_t underWay = 0; ///< Evaluation::Step, or-ed
 };
 
 /// Guards one step of a computation that follows links: no step of a node is entered twice at a time, and no chain of
@@ -21,8 +37,7 @@ public:
 class Evaluation
 {
 public:
-    using Flags = uint8_t;
-    enum Step : Flags {
+    enum Step : uint8_t {
         Access = 1,
         Value = 2,
         MinLimit = 4,
@@ -33,7 +48,7 @@ public:
         Write = 128
     };
 
-    Evaluation(const Node &node, Step step);
+    Evaluation(EvaluationState &node, Step step);
     ~Evaluation();
     Evaluation(const Evaluation &) = delete;
     Evaluation &operator=(const Evaluation &) = delete;
@@ -49,7 +64,7 @@ private:
     // Far more than the category of all features of a big camera needs.
     static constexpr int MostSteps = 300000;
 
-    const Node &m_node;
+    EvaluationState &m_node;
     const Step m_step;
     bool m_entered = false;
 };

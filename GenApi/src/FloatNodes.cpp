@@ -5,9 +5,9 @@ namespace NodeEngine {
 
 namespace {
 
-bool isWhole(const Node &node)
+bool isWhole(Node &node)
 {
-    return node.GetPrincipalInterfaceType() != intfIFloat;
+    return node.asNode().GetPrincipalInterfaceType() != GenApi::intfIFloat;
 }
 
 // The value that an integer with these limits takes for the number.
@@ -33,10 +33,10 @@ void write(Node &target, double value, bool verify)
 
 } // namespace
 
-bool FloatNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool FloatNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
-    return m_source.take(tag, child, builder) || m_limits.take(*this, tag, child, builder)
-        || FloatValue::take(tag, child, builder);
+    return m_source.take(tag, child, loader) || m_limits.take(*this, tag, child, loader)
+        || FloatValue::take(tag, child, loader);
 }
 
 double FloatNode::readNumber(bool fresh)
@@ -70,31 +70,31 @@ bool FloatNode::hasIncrement() const
 {
     if (m_limits.has(Limit::Inc))
         return true;
-    const Evaluation step(*this, Evaluation::Look);
+    const Evaluation step(m_evaluation, Evaluation::Look);
     return step.isEntered() && m_source.target() && m_source.target()->hasIncrement();
 }
 
-EIncMode FloatNode::incrementMode() const
+GenApi::EIncMode FloatNode::incrementMode() const
 {
     if (!hasIncrement())
-        return noIncrement;
+        return GenApi::noIncrement;
     const Node *target = m_limits.has(Limit::Inc) ? nullptr : m_source.target();
-    const Evaluation step(*this, Evaluation::IncLimit);
-    return target && step.isEntered() ? target->incrementMode() : fixedIncrement;
+    const Evaluation step(m_evaluation, Evaluation::IncLimit);
+    return target && step.isEntered() ? target->incrementMode() : GenApi::fixedIncrement;
 }
 
 template <class Value>
-Value FloatNode::inherited(Value own, Value none, Value (Node::*get)() const) const
+Value FloatNode::inherited(Value own, Value none, Value (NodeValue::*get)() const) const
 {
     if (own != none || !m_source.target())
         return own;
-    const Evaluation step(*this, Evaluation::Look);
+    const Evaluation step(m_evaluation, Evaluation::Look);
     return step.isEntered() ? (m_source.target()->*get)() : own;
 }
 
-ERepresentation FloatNode::representation() const
+GenApi::ERepresentation FloatNode::representation() const
 {
-    return inherited(FloatValue::representation(), _UndefinedRepresentation, &Node::representation);
+    return inherited(FloatValue::representation(), GenApi::_UndefinedRepresentation, &Node::representation);
 }
 
 std::string FloatNode::unit() const
@@ -102,9 +102,9 @@ std::string FloatNode::unit() const
     return inherited(FloatValue::unit(), std::string(), &Node::unit);
 }
 
-EDisplayNotation FloatNode::displayNotation() const
+GenApi::EDisplayNotation FloatNode::displayNotation() const
 {
-    return inherited(FloatValue::displayNotation(), _UndefinedEDisplayNotation, &Node::displayNotation);
+    return inherited(FloatValue::displayNotation(), GenApi::_UndefinedEDisplayNotation, &Node::displayNotation);
 }
 
 int64_t FloatNode::displayPrecision() const

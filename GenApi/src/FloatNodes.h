@@ -12,26 +12,26 @@ namespace NodeEngine {
 class FloatNode : public FloatValue
 {
 public:
-    FloatNode(NodeMap &map, const NodeRecord &record) : FloatValue(map, record), m_source(*this) { }
+    FloatNode(NodeContext &context, const NodeRecord &record) : FloatValue(context, record), m_source(*this) { }
 
     bool hasIncrement() const override;
-    EIncMode incrementMode() const override;
-    ERepresentation representation() const override;
+    GenApi::EIncMode incrementMode() const override;
+    GenApi::ERepresentation representation() const override;
     std::string unit() const override;
-    EDisplayNotation displayNotation() const override;
+    GenApi::EDisplayNotation displayNotation() const override;
     int64_t displayPrecision() const override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_source.accessMode(); }
-    EAccessMode ownBaseAccessMode() const override { return m_source.baseAccessMode(); }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override { return m_source.accessMode(); }
+    GenApi::EAccessMode ownBaseAccessMode() const override { return m_source.baseAccessMode(); }
     double readNumber(bool fresh) override;
     void writeNumber(double value, bool verify) override;
     double ownLimit(Limit limit) const override;
 
 private:
     template <class Value>
-    Value inherited(Value own, Value none, Value (Node::*get)() const) const;
+    Value inherited(Value own, Value none, Value (NodeValue::*get)() const) const;
 
     ValueSource<double> m_source;
     LimitSource<double> m_limits;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FloatValue.h"
 
-#include "NodeBuilder.h"
+#include "NodeLoader.h"
 #include "NumberText.h"
 #include "WordTables.h"
 
@@ -15,16 +15,16 @@ namespace {
 
 constexpr int64_t DefaultPrecision = 6;
 
-FloatForm formOf(EDisplayNotation notation)
+FloatForm formOf(GenApi::EDisplayNotation notation)
 {
-    if (notation == fnFixed)
+    if (notation == GenApi::fnFixed)
         return FloatForm::Fixed;
-    return notation == fnScientific ? FloatForm::Scientific : FloatForm::Automatic;
+    return notation == GenApi::fnScientific ? FloatForm::Scientific : FloatForm::Automatic;
 }
 
 } // namespace
 
-bool FloatValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool FloatValue::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::Representation:
@@ -37,41 +37,41 @@ bool FloatValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         m_precision = integerOfDescription(textOf(child)).value_or(-1);
         return true;
     default:
-        return Node::take(tag, child, builder);
+        return PublicNode::take(tag, child, loader);
     }
 }
 
 bool FloatValue::HasInc()
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     return hasIncrement();
 }
 
 double FloatValue::GetInc()
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     if (!hasIncrement())
-        throw RuntimeException("node does not have an increment.", __FILE__, __LINE__, "", name().c_str(),
-                               "RuntimeException");
+        throw GenICam::RuntimeException("node does not have an increment.", __FILE__, __LINE__, "", name().c_str(),
+                                        "RuntimeException");
     return publicLimit(Limit::Inc);
 }
 
-gcstring FloatValue::GetUnit() const
+GenICam::gcstring FloatValue::GetUnit() const
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     return gcstringOf(unit());
 }
 
-EDisplayNotation FloatValue::GetDisplayNotation() const
+GenApi::EDisplayNotation FloatValue::GetDisplayNotation() const
 {
-    AutoLock lock(m_map.GetLock());
-    const EDisplayNotation known = displayNotation();
-    return known == _UndefinedEDisplayNotation ? fnAutomatic : known;
+    const GenApi::AutoLock lock(m_context.lock);
+    const GenApi::EDisplayNotation known = displayNotation();
+    return known == GenApi::_UndefinedEDisplayNotation ? GenApi::fnAutomatic : known;
 }
 
 int64_t FloatValue::GetDisplayPrecision() const
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     const int64_t known = displayPrecision();
     return known < 0 ? DefaultPrecision : known;
 }
@@ -111,10 +111,10 @@ void FloatValue::requireInRange(double value, const char *call) const
 {
     const double min = floatLimit(Limit::Min);
     if (!(value >= min))
-        refuseRange(call, "Value %f must be greater than or equal %f.", value, min);
+        refuseRange(*this, call, "Value %f must be greater than or equal %f.", value, min);
     const double max = floatLimit(Limit::Max);
     if (!(value <= max))
-        refuseRange(call, "Value %f must be smaller than or equal %f.", value, max);
+        refuseRange(*this, call, "Value %f must be smaller than or equal %f.", value, max);
 }
 
 } // namespace NodeEngine

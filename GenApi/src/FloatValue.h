@@ -6,19 +6,19 @@
 namespace NodeEngine {
 
 /// IFloat for every kind of node that is a floating-point number: Float, FloatReg, SwissKnife, Converter.
-class FloatValue : public NumberValue<IFloat, double>
+class FloatValue : public NumberValue<GenApi::IFloat, double>
 {
 public:
     using NumberValue::NumberValue;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIFloat; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIFloat; }
 
     // IFloat
     bool HasInc() override;
     double GetInc() override;
-    double_autovector_t GetListOfValidValues(bool) override { return {}; }
-    gcstring GetUnit() const override;
-    EDisplayNotation GetDisplayNotation() const override;
+    GenApi::double_autovector_t GetListOfValidValues(bool) override { return {}; }
+    GenICam::gcstring GetUnit() const override;
+    GenApi::EDisplayNotation GetDisplayNotation() const override;
     int64_t GetDisplayPrecision() const override;
 
     // The protocol between nodes.
@@ -29,19 +29,22 @@ public:
     void setTextValue(const std::string &text, bool verify) override;
     int64_t integerLimit(Limit limit) const override;
     double floatLimit(Limit limit) const final { return validLimit(limit); }
-    EIncMode incrementMode() const override { return hasIncrement() ? fixedIncrement : noIncrement; }
-    EDisplayNotation displayNotation() const override { return m_notation; }
+    GenApi::EIncMode incrementMode() const override
+    {
+        return hasIncrement() ? GenApi::fixedIncrement : GenApi::noIncrement;
+    }
+    GenApi::EDisplayNotation displayNotation() const override { return m_notation; }
     int64_t displayPrecision() const override { return m_precision; }
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    ECachingMode ownCachingMode() const override { return WriteAround; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::ECachingMode ownCachingMode() const override { return GenApi::WriteAround; }
     double typeLimit(Limit limit) const final;
     void requireInRange(double value, const char *call) const override;
 
 private:
     int64_t m_precision = -1;
-    EDisplayNotation m_notation = _UndefinedEDisplayNotation;
+    GenApi::EDisplayNotation m_notation = GenApi::_UndefinedEDisplayNotation;
 };
 
 } // namespace NodeEngine

@@ -50,25 +50,27 @@ private:
 
 Formula Formula::parse(std::string_view text, const std::vector<std::string> &declaredNames)
 {
-    return FormulaParser(text, declaredNames).parse();
+    Formula formula;
+    formula.m_program = FormulaParser(text, declaredNames).parse();
+    return formula;
 }
 
 template <class Number>
 Number Formula::run(const Variable<Number> &variable) const
 {
-    if (m_steps.empty())
+    if (m_program.steps.empty())
         return 0;
-    VariableValues<Number> variables(variable, m_variables.size());
-    Room<Number, 24> stack(m_stackSize);
+    VariableValues<Number> variables(variable, m_program.variables.size());
+    Room<Number, 24> stack(m_program.stackSize);
     Number *top = stack.data() - 1;
-    for (std::size_t next = 0; next < m_steps.size();) {
-        const Step step = m_steps[next++];
+    for (std::size_t next = 0; next < m_program.steps.size();) {
+        const FormulaProgram::Step step = m_program.steps[next++];
         switch (step.op) {
         case FormulaOp::Constant:
             if constexpr (std::is_integral_v<Number>)
-                *++top = m_constants[step.operand].integer;
+                *++top = m_program.constants[step.operand].integer;
             else
-                *++top = m_constants[step.operand].real;
+                *++top = m_program.constants[step.operand].real;
             break;
         case FormulaOp::Variable:
             *++top = variables[step.operand];

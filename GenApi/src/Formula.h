@@ -1,24 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "FormulaProgram.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace NodeEngine {
-
-enum class FormulaOp : uint8_t;
-
-/// A formula that cannot be parsed (the text says what and at which position) or evaluated (division by zero).
-class FormulaError : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// An expression of a SwissKnife, IntSwissKnife, Converter or IntConverter, in the formula language of the GenICam
 /// standard with the operator precedence of C.
@@ -40,7 +32,7 @@ public:
     static Formula parse(std::string_view text, const std::vector<std::string> &declaredNames = {});
 
     /// The variables that occur in the formula, each once, in order of first mention; "X.Max" is one of its own.
-    const std::vector<std::string> &variables() const { return m_variables; }
+    const std::vector<std::string> &variables() const { return m_program.variables; }
 
     /// The value in 64-bit integers: never through double but for the transcendental functions, whose results round
     /// like literals with a fraction do. Overflow wraps, shifts by 64 and more move everything out.
@@ -54,29 +46,10 @@ public:
     double floatValue(const Variable<double> &variable) const;
 
 private:
-    friend class FormulaParser;
-
-    // One step of the stack machine that the formula is compiled to. What the operand means depends on the
-    // operation: index of a constant, slot of a variable, or the step to jump to.
-    struct Step
-    {
-        FormulaOp op;
-        uint32_t operand;
-    };
-    // A literal in both number systems.
-    struct Constant
-    {
-        int64_t integer;
-        double real;
-    };
-
     template <class Number>
     Number run(const Variable<Number> &variable) const;
 
-    std::vector<Step> m_steps;
-    std::vector<Constant> m_constants;
-    std::vector<std::string> m_variables;
-    std::size_t m_stackSize = 0;
+    FormulaProgram m_program;
 };
 
 } // namespace NodeEngine

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "Formula.h"
+#include "FormulaProgram.h"
 
 namespace NodeEngine {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FormulaNodes.h"
 
-#include "NodeBuilder.h"
+#include "NodeLoader.h"
 #include "WordTables.h"
 
 #include <algorithm>
@@ -12,10 +12,10 @@ namespace NodeEngine {
 
 // --- swiss knives
 
-bool IntSwissKnifeNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool IntSwissKnifeNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
-    return m_formula.take(tag, child, builder) || m_limits.take(*this, tag, child, builder)
-        || IntegerValue::take(tag, child, builder);
+    return m_formula.take(tag, child, loader) || m_limits.take(*this, tag, child, loader)
+        || IntegerValue::take(tag, child, loader);
 }
 
 int64_t IntSwissKnifeNode::ownLimit(Limit limit) const
@@ -26,14 +26,14 @@ int64_t IntSwissKnifeNode::ownLimit(Limit limit) const
 void IntSwissKnifeNode::setInteger(int64_t, bool verify)
 {
     if (verify)
-        requireWritable(true, "SetValue()");
-    refuse("IntSwissKnife is read only.", "SetValue()");
+        requireWritable(*this, true, "SetValue()");
+    refuse(*this, "IntSwissKnife is read only.", "SetValue()");
 }
 
-bool SwissKnifeNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool SwissKnifeNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
-    return m_formula.take(tag, child, builder) || m_limits.take(*this, tag, child, builder)
-        || FloatValue::take(tag, child, builder);
+    return m_formula.take(tag, child, loader) || m_limits.take(*this, tag, child, loader)
+        || FloatValue::take(tag, child, loader);
 }
 
 double SwissKnifeNode::ownLimit(Limit limit) const
@@ -44,17 +44,17 @@ double SwissKnifeNode::ownLimit(Limit limit) const
 void SwissKnifeNode::setFloat(double, bool verify)
 {
     if (verify)
-        requireWritable(true, "SetValue()");
+        requireWritable(*this, true, "SetValue()");
     throw LOGICAL_ERROR_EXCEPTION("SwissKnife : %s SetValue failed. SwissKnife is read only", name().c_str());
 }
 
 // --- what converters share
 
-bool ConverterPart::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool ConverterPart::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::pValue:
-        m_target = builder.link(m_owner, tag, child);
+        m_target = loader.link(m_owner, tag, child);
         return true;
     case Tag::Slope:
         m_slope = slopeOf(textOf(child));
@@ -63,7 +63,7 @@ bool ConverterPart::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         m_isLinear = textOf(child) == "Yes";
         return true;
     default:
-        return m_formula.take(tag, child, builder);
+        return m_formula.take(tag, child, loader);
     }
 }
 
@@ -84,7 +84,7 @@ std::optional<double> ConverterPart::mapped(double valueOfTarget) const
         return std::isnan(value) ? std::nullopt : std::optional<double>(value);
     } catch (const EndlessEvaluation &) {
         throw;
-    } catch (const RuntimeException &) {
+    } catch (const GenICam::RuntimeException &) {
         return std::nullopt; // a division by zero at the end of the range
     }
 }
@@ -93,7 +93,7 @@ bool ConverterPart::isFalling() const
 {
     // In double the greatest int64 is 2^63, which bitwise operators take for a negative number.
     constexpr double GreatestBelow = 9223372036854774784.0;
-    const bool isWhole = m_target->GetPrincipalInterfaceType() != intfIFloat;
+    const bool isWhole = m_target->asNode().GetPrincipalInterfaceType() != GenApi::intfIFloat;
     const double most = isWhole ? GreatestBelow : std::numeric_limits<double>::infinity();
     const std::optional<double> low = mapped(std::max(m_target->floatLimit(Limit::Min), -most));
     const std::optional<double> high = mapped(std::min(m_target->floatLimit(Limit::Max), most));
@@ -102,12 +102,12 @@ bool ConverterPart::isFalling() const
 
 std::optional<Limit> ConverterPart::limitOfTarget(Limit limit) const
 {
-    if (!isUsable() || m_slope == Varying)
+    if (!isUsable() || m_slope == GenApi::Varying)
         return std::nullopt;
     const Limit opposite = limit == Limit::Min ? Limit::Max : Limit::Min;
-    if (m_slope == Decreasing)
+    if (m_slope == GenApi::Decreasing)
         return opposite;
-    return m_slope == Automatic && limit != Limit::Inc && isFalling() ? opposite : limit;
+    return m_slope == GenApi::Automatic && limit != Limit::Inc && isFalling() ? opposite : limit;
 }
 
 std::optional<double> ConverterPart::mappedLimit(Limit limit) const
@@ -134,9 +134,9 @@ std::optional<double> ConverterPart::mappedIncrement() const
 
 // --- IntConverter
 
-bool IntConverterNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool IntConverterNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
-    return m_part.take(tag, child, builder) || IntegerValue::take(tag, child, builder);
+    return m_part.take(tag, child, loader) || IntegerValue::take(tag, child, loader);
 }
 
 int64_t IntConverterNode::readNumber(bool fresh)
@@ -164,9 +164,9 @@ int64_t IntConverterNode::ownLimit(Limit limit) const
 
 // --- Converter
 
-bool ConverterNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool ConverterNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
-    return m_part.take(tag, child, builder) || FloatValue::take(tag, child, builder);
+    return m_part.take(tag, child, loader) || FloatValue::take(tag, child, loader);
 }
 
 double ConverterNode::readNumber(bool fresh)
@@ -187,7 +187,7 @@ double ConverterNode::ownLimit(Limit limit) const
 
 bool ConverterNode::hasIncrement() const
 {
-    const Evaluation step(*this, Evaluation::Look);
+    const Evaluation step(m_evaluation, Evaluation::Look);
     return step.isEntered() && !isBroken() && m_part.isLinear() && m_part.target().hasIncrement();
 }
 

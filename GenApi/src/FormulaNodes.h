@@ -12,13 +12,18 @@ namespace NodeEngine {
 class IntSwissKnifeNode : public IntegerValue
 {
 public:
-    IntSwissKnifeNode(NodeMap &map, const NodeRecord &record) : IntegerValue(map, record), m_formula(*this) { }
+    IntSwissKnifeNode(NodeContext &context, const NodeRecord &record)
+        : IntegerValue(context, record), m_formula(*this, context)
+    { }
 
     void setInteger(int64_t value, bool verify) override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_formula.isUsable(Tag::Formula) ? RO : NA; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override
+    {
+        return m_formula.isUsable(Tag::Formula) ? GenApi::RO : GenApi::NA;
+    }
     int64_t readNumber(bool fresh) override { return m_formula.value<int64_t>(Tag::Formula, 0, fresh); }
     void writeNumber(int64_t, bool) override { }
     int64_t ownLimit(Limit limit) const override;
@@ -32,13 +37,18 @@ private:
 class SwissKnifeNode : public FloatValue
 {
 public:
-    SwissKnifeNode(NodeMap &map, const NodeRecord &record) : FloatValue(map, record), m_formula(*this) { }
+    SwissKnifeNode(NodeContext &context, const NodeRecord &record)
+        : FloatValue(context, record), m_formula(*this, context)
+    { }
 
     void setFloat(double value, bool verify) override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_formula.isUsable(Tag::Formula) ? RO : NA; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override
+    {
+        return m_formula.isUsable(Tag::Formula) ? GenApi::RO : GenApi::NA;
+    }
     double readNumber(bool fresh) override { return m_formula.value<double>(Tag::Formula, 0, fresh); }
     void writeNumber(double, bool) override { }
     double ownLimit(Limit limit) const override;
@@ -52,11 +62,11 @@ private:
 class ConverterPart
 {
 public:
-    explicit ConverterPart(Node &owner) : m_owner(owner), m_formula(owner) { }
+    ConverterPart(Node &owner, NodeContext &context) : m_owner(owner), m_formula(owner, context) { }
 
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder);
-    EAccessMode accessMode() const { return isUsable() ? m_target->accessMode() : NA; }
-    EAccessMode baseAccessMode() const { return isUsable() ? m_target->baseAccessMode() : NA; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader);
+    GenApi::EAccessMode accessMode() const { return isUsable() ? m_target->accessMode() : GenApi::NA; }
+    GenApi::EAccessMode baseAccessMode() const { return isUsable() ? m_target->baseAccessMode() : GenApi::NA; }
     Node &target() const { return *m_target; }
     bool isLinear() const { return m_isLinear; }
 
@@ -86,7 +96,7 @@ private:
     Node &m_owner;
     mutable FormulaScope m_formula;
     Node *m_target = nullptr;
-    ESlope m_slope = Automatic;
+    GenApi::ESlope m_slope = GenApi::Automatic;
     bool m_isLinear = false;
 };
 
@@ -94,13 +104,15 @@ private:
 class IntConverterNode : public IntegerValue
 {
 public:
-    IntConverterNode(NodeMap &map, const NodeRecord &record) : IntegerValue(map, record), m_part(*this) { }
+    IntConverterNode(NodeContext &context, const NodeRecord &record)
+        : IntegerValue(context, record), m_part(*this, context)
+    { }
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_part.accessMode(); }
-    EAccessMode ownBaseAccessMode() const override { return m_part.baseAccessMode(); }
-    ECachingMode ownCachingMode() const override { return WriteAround; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override { return m_part.accessMode(); }
+    GenApi::EAccessMode ownBaseAccessMode() const override { return m_part.baseAccessMode(); }
+    GenApi::ECachingMode ownCachingMode() const override { return GenApi::WriteAround; }
     int64_t readNumber(bool fresh) override;
     void writeNumber(int64_t value, bool verify) override;
     int64_t ownLimit(Limit limit) const override;
@@ -113,14 +125,15 @@ private:
 class ConverterNode : public FloatValue
 {
 public:
-    ConverterNode(NodeMap &map, const NodeRecord &record) : FloatValue(map, record), m_part(*this) { }
+    ConverterNode(NodeContext &context, const NodeRecord &record) : FloatValue(context, record), m_part(*this, context)
+    { }
 
     bool hasIncrement() const override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_part.accessMode(); }
-    EAccessMode ownBaseAccessMode() const override { return m_part.baseAccessMode(); }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override { return m_part.accessMode(); }
+    GenApi::EAccessMode ownBaseAccessMode() const override { return m_part.baseAccessMode(); }
     double readNumber(bool fresh) override;
     void writeNumber(double value, bool verify) override;
     double ownLimit(Limit limit) const override;

@@ -89,13 +89,13 @@ FormulaParser::FormulaParser(std::string_view text, const std::vector<std::strin
     : m_text(text), m_declaredNames(declaredNames)
 { }
 
-Formula FormulaParser::parse()
+FormulaProgram FormulaParser::parse()
 {
     skipBlanks();
     parseExpression();
     if (m_position != m_text.size())
         fail("an operator is expected");
-    return std::move(m_formula);
+    return std::move(m_program);
 }
 
 void FormulaParser::parseExpression()
@@ -302,20 +302,20 @@ std::size_t FormulaParser::emit(FormulaOp op, std::size_t operand)
         ++m_stackDepth;
     else if (op == FormulaOp::JumpIfZero || op == FormulaOp::JumpIfNotZero || takesTwoValues(op))
         --m_stackDepth;
-    m_formula.m_stackSize = std::max(m_formula.m_stackSize, m_stackDepth);
-    m_formula.m_steps.push_back({op, static_cast<uint32_t>(operand)});
-    return m_formula.m_steps.size() - 1;
+    m_program.stackSize = std::max(m_program.stackSize, m_stackDepth);
+    m_program.steps.push_back({op, static_cast<uint32_t>(operand)});
+    return m_program.steps.size() - 1;
 }
 
 void FormulaParser::emitConstant(int64_t integer, double real)
 {
-    m_formula.m_constants.push_back({integer, real});
-    emit(FormulaOp::Constant, m_formula.m_constants.size() - 1);
+    m_program.constants.push_back({integer, real});
+    emit(FormulaOp::Constant, m_program.constants.size() - 1);
 }
 
 void FormulaParser::emitVariable(std::string_view name)
 {
-    std::vector<std::string> &names = m_formula.m_variables;
+    std::vector<std::string> &names = m_program.variables;
     const auto known = std::find(names.begin(), names.end(), name);
     const auto slot = static_cast<std::size_t>(known - names.begin());
     if (known == names.end())
@@ -325,7 +325,7 @@ void FormulaParser::emitVariable(std::string_view name)
 
 void FormulaParser::jumpFromHere(std::size_t step)
 {
-    m_formula.m_steps[step].operand = static_cast<uint32_t>(m_formula.m_steps.size());
+    m_program.steps[step].operand = static_cast<uint32_t>(m_program.steps.size());
 }
 
 void FormulaParser::enterLevel()

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Formula.h"
+#include "FormulaProgram.h"
 
 namespace NodeEngine {
 
@@ -15,7 +15,7 @@ class FormulaParser
 public:
     FormulaParser(std::string_view text, const std::vector<std::string> &declaredNames);
 
-    Formula parse();
+    FormulaProgram parse();
 
 private:
     struct Operator;
@@ -54,7 +54,7 @@ private:
     std::size_t m_position = 0;
     std::size_t m_stackDepth = 0;
     int m_level = 0;
-    Formula m_formula;
+    FormulaProgram m_program;
 };
 
 } // namespace NodeEngine

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "FormulaScope.h"
 
-#include "NodeBuilder.h"
-#include "NodeMap.h"
+#include "NodeLoader.h"
 #include "NumberText.h"
+#include "Refusals.h"
 
 #include <algorithm>
 
@@ -17,11 +17,11 @@ constexpr int MostExpressions = 2000;
 
 } // namespace
 
-bool FormulaScope::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool FormulaScope::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::pVariable:
-        builder.link(m_owner, tag, child);
+        loader.link(m_owner, tag, child);
         return true;
     case Tag::Constant:
         m_constants.push_back({child.attribute("Name").value(), textOf(child)});
@@ -51,7 +51,7 @@ FormulaScope::Bound *FormulaScope::bound(Tag formula)
         fresh = bind(m_owner.text(formula), 0);
     } catch (const FormulaError &error) {
         m_owner.setBroken();
-        m_owner.map().log().warn("the formula of node '" + m_owner.name() + "' is not usable: " + error.what());
+        m_context.log.warn("the formula of node '" + m_owner.name() + "' is not usable: " + error.what());
     }
     m_bound.emplace_back(formula, std::move(fresh));
     return m_bound.back().second.get();
@@ -143,7 +143,7 @@ Node *FormulaScope::entryOf(const Node &enumeration, std::string_view symbolic)
 {
     for (const Link &link : enumeration.links()) {
         const bool isEntry = link.role == Tag::EnumEntry;
-        if (isEntry && std::string_view(link.target->element().attribute("Name").value()) == symbolic)
+        if (isEntry && std::string_view(link.target->description().element().attribute("Name").value()) == symbolic)
             return link.target;
     }
     return nullptr;
@@ -154,7 +154,7 @@ Number FormulaScope::value(Tag formula, Number input, bool fresh)
 {
     const Bound *known = bound(formula);
     if (!known)
-        m_owner.refuse("Node is not readable.", "GetValue()");
+        refuse(m_owner, "Node is not readable.", "GetValue()");
     try {
         return evaluate(*known, input, fresh);
     } catch (const FormulaError &error) {

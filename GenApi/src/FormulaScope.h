@@ -3,6 +3,7 @@
 
 #include "Formula.h"
 #include "Node.h"
+#include "NodeContext.h"
 
 #include <memory>
 #include <string_view>
@@ -17,9 +18,9 @@ namespace NodeEngine {
 class FormulaScope
 {
 public:
-    explicit FormulaScope(Node &owner) : m_owner(owner) { }
+    FormulaScope(Node &owner, NodeContext &context) : m_owner(owner), m_context(context) { }
 
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder);
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader);
 
     /// True if the formula in that child element of the owner can be evaluated.
     bool isUsable(Tag formula);
@@ -65,6 +66,7 @@ private:
     Number slotValue(const Binding &binding, Number input, bool fresh);
 
     Node &m_owner;
+    NodeContext &m_context;
     std::vector<Named> m_constants;
     std::vector<Named> m_expressions;
     int m_expressionUses = 0; ///< in the formula that is being bound

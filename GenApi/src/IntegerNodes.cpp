@@ -3,10 +3,10 @@
 
 namespace NodeEngine {
 
-bool IntegerNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool IntegerNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
-    return m_source.take(tag, child, builder) || m_limits.take(*this, tag, child, builder)
-        || IntegerValue::take(tag, child, builder);
+    return m_source.take(tag, child, loader) || m_limits.take(*this, tag, child, loader)
+        || IntegerValue::take(tag, child, loader);
 }
 
 int64_t IntegerNode::readNumber(bool fresh)
@@ -38,24 +38,25 @@ int64_t IntegerNode::givenLimit(Limit limit) const
     if (const std::optional<int64_t> own = m_limits.value(limit))
         return *own;
     const Node *target = m_source.currentTarget();
-    return target ? inheritedLimit<int64_t>(*target, m_source.copies(), limit) : Node::integerLimit(limit);
+    return target ? inheritedLimit<int64_t>(*target, m_source.copies(), limit) : typeLimit(limit);
 }
 
-EIncMode IntegerNode::incrementMode() const
+GenApi::EIncMode IntegerNode::incrementMode() const
 {
     if (!m_validValues.empty())
-        return listIncrement;
+        return GenApi::listIncrement;
     const Node *target = m_source.target();
-    const Evaluation step(*this, Evaluation::IncLimit);
-    return target && step.isEntered() && target->incrementMode() == listIncrement ? listIncrement : fixedIncrement;
+    const Evaluation step(m_evaluation, Evaluation::IncLimit);
+    return target && step.isEntered() && target->incrementMode() == GenApi::listIncrement ? GenApi::listIncrement
+                                                                                          : GenApi::fixedIncrement;
 }
 
-ERepresentation IntegerNode::representation() const
+GenApi::ERepresentation IntegerNode::representation() const
 {
-    const ERepresentation own = IntegerValue::representation();
-    if (own != _UndefinedRepresentation || !m_source.target())
+    const GenApi::ERepresentation own = IntegerValue::representation();
+    if (own != GenApi::_UndefinedRepresentation || !m_source.target())
         return own;
-    const Evaluation step(*this, Evaluation::Look);
+    const Evaluation step(m_evaluation, Evaluation::Look);
     return step.isEntered() ? m_source.target()->representation() : own;
 }
 
@@ -64,7 +65,7 @@ std::string IntegerNode::unit() const
     std::string own = IntegerValue::unit();
     if (!own.empty() || !m_source.target())
         return own;
-    const Evaluation step(*this, Evaluation::Look);
+    const Evaluation step(m_evaluation, Evaluation::Look);
     return step.isEntered() ? m_source.target()->unit() : own;
 }
 

@@ -10,16 +10,16 @@ namespace NodeEngine {
 class IntegerNode : public IntegerValue
 {
 public:
-    IntegerNode(NodeMap &map, const NodeRecord &record) : IntegerValue(map, record), m_source(*this) { }
+    IntegerNode(NodeContext &context, const NodeRecord &record) : IntegerValue(context, record), m_source(*this) { }
 
-    EIncMode incrementMode() const override;
-    ERepresentation representation() const override;
+    GenApi::EIncMode incrementMode() const override;
+    GenApi::ERepresentation representation() const override;
     std::string unit() const override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_source.accessMode(); }
-    EAccessMode ownBaseAccessMode() const override { return m_source.baseAccessMode(); }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override { return m_source.accessMode(); }
+    GenApi::EAccessMode ownBaseAccessMode() const override { return m_source.baseAccessMode(); }
     int64_t readNumber(bool fresh) override;
     void writeNumber(int64_t value, bool verify) override;
     int64_t ownLimit(Limit limit) const override;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "IntegerValue.h"
 
-#include "NodeBuilder.h"
+#include "NodeLoader.h"
 #include "NumberText.h"
 #include "WordTables.h"
 
@@ -27,7 +27,7 @@ std::vector<int64_t> listOf(std::string_view text)
 
 } // namespace
 
-bool IntegerValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool IntegerValue::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::Representation:
@@ -37,14 +37,14 @@ bool IntegerValue::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         m_validValues = listOf(textOf(child));
         return true;
     default:
-        return Node::take(tag, child, builder);
+        return PublicNode::take(tag, child, loader);
     }
 }
 
-int64_autovector_t IntegerValue::GetListOfValidValues(bool bounded)
+GenApi::int64_autovector_t IntegerValue::GetListOfValidValues(bool bounded)
 {
-    AutoLock lock(m_map.GetLock());
-    int64_autovector_t list;
+    const GenApi::AutoLock lock(m_context.lock);
+    GenApi::int64_autovector_t list;
     for (const int64_t value : m_validValues) {
         if (!bounded || (value >= integerLimit(Limit::Min) && value <= integerLimit(Limit::Max)))
             list.push_back(value);
@@ -52,9 +52,9 @@ int64_autovector_t IntegerValue::GetListOfValidValues(bool bounded)
     return list;
 }
 
-gcstring IntegerValue::GetUnit()
+GenICam::gcstring IntegerValue::GetUnit()
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     return gcstringOf(unit());
 }
 
@@ -64,13 +64,13 @@ std::string IntegerValue::textValue(bool verify, bool fresh)
     if (verify)
         requireInRange(value, "GetValue()");
     switch (representation()) {
-    case HexNumber:
+    case GenApi::HexNumber:
         return hexText(value);
-    case IPV4Address:
+    case GenApi::IPV4Address:
         return ipv4Text(value);
-    case MACAddress:
+    case GenApi::MACAddress:
         return macText(value);
-    case GENAPI_NAMESPACE::Boolean:
+    case GenApi::Boolean:
         return value != 0 ? "true" : "false";
     default:
         return decimalText(value);
@@ -86,13 +86,13 @@ void IntegerValue::setFloat(double value, bool verify)
 
 void IntegerValue::setTextValue(const std::string &text, bool verify)
 {
-    const ERepresentation form = representation();
+    const GenApi::ERepresentation form = representation();
     std::optional<int64_t> value;
-    if (form == IPV4Address)
+    if (form == GenApi::IPV4Address)
         value = ipv4OfText(text);
-    else if (form == MACAddress)
+    else if (form == GenApi::MACAddress)
         value = macOfText(text);
-    else if (form == GENAPI_NAMESPACE::Boolean && (text == "true" || text == "false"))
+    else if (form == GenApi::Boolean && (text == "true" || text == "false"))
         value = text == "true";
     else
         value = integerOfText(text);
@@ -107,18 +107,18 @@ void IntegerValue::requireInRange(int64_t value, const char *call) const
     const auto number = [](int64_t v) { return static_cast<long long>(v); };
     const int64_t min = integerLimit(Limit::Min);
     if (value < min)
-        refuseRange(call, "Value = %lld must be equal or greater than Min = %lld.", number(value), number(min));
+        refuseRange(*this, call, "Value = %lld must be equal or greater than Min = %lld.", number(value), number(min));
     const int64_t max = integerLimit(Limit::Max);
     if (value > max)
-        refuseRange(call, "Value = %lld must be equal or smaller than Max = %lld.", number(value), number(max));
-    if (incrementMode() == listIncrement)
+        refuseRange(*this, call, "Value = %lld must be equal or smaller than Max = %lld.", number(value), number(max));
+    if (incrementMode() == GenApi::listIncrement)
         return;
     const int64_t inc = integerLimit(Limit::Inc);
     if (inc <= 0)
         throw LOGICAL_ERROR_EXCEPTION("Increment must be larger than 0.");
     // Exact although the difference may exceed the range of int64.
     if ((static_cast<uint64_t>(value) - static_cast<uint64_t>(min)) % static_cast<uint64_t>(inc) != 0)
-        refuseRange(call,
+        refuseRange(*this, call,
                     "The difference between Value = %lld and Min = %lld must be dividable without rest "
                     "by Inc = %lld.",
                     number(value), number(min), number(inc));

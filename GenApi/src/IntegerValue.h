@@ -6,17 +6,17 @@
 namespace NodeEngine {
 
 /// IInteger for every kind of node that is a whole number: Integer, IntReg, MaskedIntReg, IntSwissKnife, IntConverter.
-class IntegerValue : public NumberValue<IInteger, int64_t>
+class IntegerValue : public NumberValue<GenApi::IInteger, int64_t>
 {
 public:
     using NumberValue::NumberValue;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIInteger; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIInteger; }
 
     // IInteger
     int64_t GetInc() override { return publicLimit(Limit::Inc); }
-    int64_autovector_t GetListOfValidValues(bool bounded) override;
-    gcstring GetUnit() override;
+    GenApi::int64_autovector_t GetListOfValidValues(bool bounded) override;
+    GenICam::gcstring GetUnit() override;
 
     // The protocol between nodes.
     int64_t integerValue(bool fresh) override { return number(fresh); }
@@ -27,11 +27,14 @@ public:
     void setTextValue(const std::string &text, bool verify) override;
     int64_t integerLimit(Limit limit) const final { return validLimit(limit); }
     bool hasIncrement() const override { return true; }
-    EIncMode incrementMode() const override { return m_validValues.empty() ? fixedIncrement : listIncrement; }
+    GenApi::EIncMode incrementMode() const override
+    {
+        return m_validValues.empty() ? GenApi::fixedIncrement : GenApi::listIncrement;
+    }
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    int64_t typeLimit(Limit limit) const final { return Node::integerLimit(limit); }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    int64_t typeLimit(Limit limit) const final { return PublicNode::integerLimit(limit); }
     void requireInRange(int64_t value, const char *call) const override;
 
     std::vector<int64_t> m_validValues;

@@ -12,7 +12,7 @@ template <class Number>
 class LimitSource
 {
 public:
-    bool take(Node &owner, Tag tag, pugi::xml_node child, NodeBuilder &builder)
+    bool take(Node &owner, Tag tag, pugi::xml_node child, NodeLoader &loader)
     {
         switch (tag) {
         case Tag::Min:
@@ -29,7 +29,7 @@ public:
             at(tag == Tag::pMin       ? Limit::Min
                    : tag == Tag::pMax ? Limit::Max
                                       : Limit::Inc)
-                .target = builder.link(owner, tag, child);
+                .target = loader.link(owner, tag, child);
             return true;
         default:
             return false;
@@ -45,7 +45,7 @@ public:
         const Entry &entry = at(limit);
         if (!entry.target)
             return entry.constant;
-        if (!IsReadable(entry.target->accessMode()))
+        if (!GenApi::IsReadable(entry.target->accessMode()))
             return std::nullopt;
         if constexpr (std::is_same_v<Number, double>)
             return entry.target->floatValue(false);

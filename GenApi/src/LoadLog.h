@@ -12,14 +12,13 @@ class LoadLog
 public:
     explicit LoadLog(std::string source) : m_source(std::move(source)) { }
 
-    void setSource(std::string source) { m_source = std::move(source); }
     void warn(const std::string &cause);
 
 private:
     // A description that is wrong everywhere must not flood the host's log.
     static constexpr std::size_t MostCauses = 100;
 
-    std::string m_source;
+    const std::string m_source;
     std::set<std::string> m_written;
 };
 

@@ -1,34 +1,52 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "NameTable.h"
 #include "Node.h"
+#include "NodeContext.h"
+#include "NodeLoader.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace NodeEngine {
 
-/// Makes the nodes of a map of its description and resolves their links.
+/// A node that is to be read again from time to time.
+struct PolledNode
+{
+    Node *node;
+    int64_t period; ///< in milliseconds
+    int64_t age = 0; ///< since it was read again last
+};
+
+/// The nodes that a description makes.
+struct LoadedNodes
+{
+    std::vector<std::unique_ptr<Node>> nodes;
+    NameTable names;
+    std::vector<PolledNode> polled;
+};
+
+/// Makes the nodes of a description and resolves their links.
 ///
 /// What is wrong in the description costs the nodes concerned, not the file: the first of two nodes of one name stays,
 /// a node with a link to nowhere or in a value cycle is broken (NA); each cause is logged once.
-class NodeBuilder
+class NodeBuilder : public NodeLoader
 {
 public:
-    explicit NodeBuilder(NodeMap &map) : m_map(map) { }
+    NodeBuilder(Description &description, NodeContext &context) : m_description(description), m_context(context) { }
 
-    void build();
+    LoadedNodes build();
 
-    /// Links a node to the one that the element names; null and broken if there is none.
-    Node *link(Node &from, Tag role, pugi::xml_node element);
-    Node *link(Node &from, Tag role, std::string_view name);
-    void link(Node &from, Tag role, Node &target);
-    /// The node that stands inside of another one; null if its name is another node's.
-    Node *addInner(const NodeRecord &record);
-    /// The entry of an enumeration.
-    Node *addEntry(Node &enumeration, pugi::xml_node element);
-    void warn(const std::string &cause);
-    void addPolled(Node &node);
+    Node *link(Node &from, Tag role, pugi::xml_node element) override;
+    Node *link(Node &from, Tag role, std::string_view name) override;
+    void link(Node &from, Tag role, Node &target) override;
+    Node *addInner(const NodeRecord &record) override;
+    Node *addEntry(Node &enumeration, pugi::xml_node element) override;
+    void addPolled(Node &node, int64_t period) override;
+    void warn(const std::string &cause) override;
 
 private:
     Node *resolve(Node &from, Tag role, std::string_view name);
@@ -37,10 +55,9 @@ private:
     void breakCycles();
     void markFeatures();
 
-    NodeMap &m_map;
+    Description &m_description;
+    NodeContext &m_context;
+    LoadedNodes m_loaded;
 };
-
-/// The text of an element without the blanks around it.
-std::string_view textOf(pugi::xml_node element);
 
 } // namespace NodeEngine

@@ -6,10 +6,10 @@
 namespace NodeEngine {
 
 class Node;
-class NodeMap;
+struct NodeContext;
 struct NodeRecord;
 
 /// The node of the kind that the record's tag names.
-std::unique_ptr<Node> makeNode(NodeMap &map, const NodeRecord &record);
+std::unique_ptr<Node> makeNode(NodeContext &context, const NodeRecord &record);
 
 } // namespace NodeEngine

@@ -21,7 +21,7 @@ public:
 
     void SetValue(Number value, bool verify) override
     {
-        this->m_map.change([&] {
+        this->m_context.changes.change([&] {
             if constexpr (std::is_integral_v<Number>)
                 this->setInteger(value, verify);
             else
@@ -35,7 +35,7 @@ public:
     }
     Number GetValue(bool verify, bool ignoreCache) override
     {
-        AutoLock lock(this->m_map.GetLock());
+        const GenApi::AutoLock lock(this->m_context.lock);
         const Number value = number(ignoreCache);
         if (verify)
             requireInRange(value, "GetValue()");
@@ -45,21 +45,21 @@ public:
     Number operator*() override { return GetValue(false, false); }
     Number GetMin() override { return publicLimit(Limit::Min); }
     Number GetMax() override { return publicLimit(Limit::Max); }
-    EIncMode GetIncMode() override
+    GenApi::EIncMode GetIncMode() override
     {
-        AutoLock lock(this->m_map.GetLock());
+        const GenApi::AutoLock lock(this->m_context.lock);
         return this->incrementMode();
     }
-    ERepresentation GetRepresentation() override
+    GenApi::ERepresentation GetRepresentation() override
     {
-        AutoLock lock(this->m_map.GetLock());
-        const ERepresentation known = this->representation();
-        return known == _UndefinedRepresentation ? PureNumber : known;
+        const GenApi::AutoLock lock(this->m_context.lock);
+        const GenApi::ERepresentation known = this->representation();
+        return known == GenApi::_UndefinedRepresentation ? GenApi::PureNumber : known;
     }
     void ImposeMin(Number value) override { impose(m_imposedMin, value); }
     void ImposeMax(Number value) override { impose(m_imposedMax, value); }
 
-    ERepresentation representation() const override { return m_representation; }
+    GenApi::ERepresentation representation() const override { return m_representation; }
     std::string unit() const override { return this->text(Tag::Unit); }
 
 protected:
@@ -72,10 +72,10 @@ protected:
 
     Number number(bool fresh)
     {
-        this->requireReadable("GetValue()");
+        requireReadable(*this, "GetValue()");
         if (this->m_valueValid && !fresh)
             return m_value;
-        const Evaluation step(*this, Evaluation::Value);
+        const Evaluation step(this->m_evaluation, Evaluation::Value);
         step.require();
         const Number value = readNumber(fresh);
         m_value = value;
@@ -85,13 +85,13 @@ protected:
 
     void setNumber(Number value, bool verify)
     {
-        this->requireWritable(verify, "SetValue()");
+        requireWritable(*this, verify, "SetValue()");
         if (verify)
             requireInRange(value, "SetValue()");
-        const Evaluation step(*this, Evaluation::Write);
+        const Evaluation step(this->m_evaluation, Evaluation::Write);
         step.require();
         writeNumber(value, verify);
-        this->m_map.changed(*this);
+        this->m_context.changes.changed(*this);
     }
 
     /// The limit that holds: the node's own, or the type's if limits depend on each other or a formula makes no
@@ -99,7 +99,7 @@ protected:
     Number validLimit(Limit limit) const
     {
         const Evaluation::Step steps[] = {Evaluation::MinLimit, Evaluation::MaxLimit, Evaluation::IncLimit};
-        const Evaluation step(*this, steps[static_cast<int>(limit)]);
+        const Evaluation step(this->m_evaluation, steps[static_cast<int>(limit)]);
         Number value = typeLimit(limit);
         if (step.isEntered()) {
             try {
@@ -120,19 +120,19 @@ protected:
     /// As the interface gives it: throws while the feature is not available.
     Number publicLimit(Limit limit) const
     {
-        AutoLock lock(this->m_map.GetLock());
-        this->requireAvailable();
+        const GenApi::AutoLock lock(this->m_context.lock);
+        requireAvailable(*this);
         return validLimit(limit);
     }
 
-    ERepresentation m_representation = _UndefinedRepresentation;
+    GenApi::ERepresentation m_representation = GenApi::_UndefinedRepresentation;
 
 private:
     void impose(std::optional<Number> &bound, Number value)
     {
-        this->m_map.change([&] {
+        this->m_context.changes.change([&] {
             bound = value;
-            this->m_map.changed(*this);
+            this->m_context.changes.changed(*this);
         });
     }
 

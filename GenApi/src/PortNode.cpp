@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "PortNode.h"
 
-#include "NodeBuilder.h"
-#include "NodeMap.h"
+#include "NodeLoader.h"
+#include "Refusals.h"
 
 namespace NodeEngine {
 
-bool PortNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool PortNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::ChunkID:
@@ -14,39 +14,39 @@ bool PortNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         m_isChunkPort = true;
         return true;
     default:
-        return Node::take(tag, child, builder);
+        return PublicNode::take(tag, child, loader);
     }
 }
 
-EAccessMode PortNode::ownAccessMode() const
+GenApi::EAccessMode PortNode::ownAccessMode() const
 {
     if (m_port)
         return m_port->GetAccessMode();
-    return m_isChunkPort ? NA : NI;
+    return m_isChunkPort ? GenApi::NA : GenApi::NI;
 }
 
 void PortNode::forget()
 {
-    Node::forget();
+    PublicNode::forget();
     m_cache.invalidate();
 }
 
-IPort &PortNode::connectedPort() const
+GenApi::IPort &PortNode::connectedPort() const
 {
     if (!m_port)
-        refuse("Node is not connected.", "Read()");
+        refuse(*this, "Node is not connected.", "Read()");
     return *m_port;
 }
 
 void PortNode::Read(void *buffer, int64_t address, int64_t length)
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     connectedPort().Read(buffer, address, length);
 }
 
 void PortNode::Write(const void *buffer, int64_t address, int64_t length)
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     connectedPort().Write(buffer, address, length);
 }
 

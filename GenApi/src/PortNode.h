@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Node.h"
+#include "PublicNode.h"
 #include "RegisterCache.h"
 
 #include <GenApi/IPort.h>
@@ -11,12 +11,12 @@ namespace NodeEngine {
 /// A Port of the description: what the host's IPort is connected to.
 ///
 /// Not connected it is NI, a port of chunk data NA. Bytes pass as they are: SwapEndianess is for the host's IPort.
-class PortNode : public Node, public IPort
+class PortNode : public PublicNode, public GenApi::IPort
 {
 public:
-    using Node::Node;
+    using PublicNode::PublicNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIPort; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIPort; }
 
     // IPort
     void Read(void *buffer, int64_t address, int64_t length) override;
@@ -25,17 +25,17 @@ public:
     /// Forgets all registers behind the port.
     void forget() override;
 
-    void connect(IPort *port) { m_port = port; }
+    void connect(GenApi::IPort *port) { m_port = port; }
     RegisterCache &cache() { return m_cache; }
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override;
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override;
 
 private:
-    IPort &connectedPort() const;
+    GenApi::IPort &connectedPort() const;
 
-    IPort *m_port = nullptr;
+    GenApi::IPort *m_port = nullptr;
     RegisterCache m_cache;
     bool m_isChunkPort = false;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "RegisterNodes.h"
 
-#include "NodeBuilder.h"
+#include "NodeLoader.h"
 #include "NumberText.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace NodeEngine {
 
 // --- IntRegNode
 
-bool IntRegNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool IntRegNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::LSB:
@@ -29,13 +29,13 @@ bool IntRegNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         m_isSigned = textOf(child) == "Signed";
         return true;
     default:
-        return RegisterOf::take(tag, child, builder);
+        return RegisterOf::take(tag, child, loader);
     }
 }
 
-void IntRegNode::loaded(NodeBuilder &builder)
+void IntRegNode::loaded(NodeLoader &loader)
 {
-    RegisterOf::loaded(builder);
+    RegisterOf::loaded(loader);
     if (!isBroken() && m_lsb >= 0 && m_msb >= 0) {
         const Field bits = field(m_register.constantLength());
         m_register.setMask(bits.mask() << bits.shift);
@@ -92,7 +92,7 @@ void IntRegNode::writeNumber(int64_t value, bool)
     const auto length = static_cast<std::size_t>(m_register.length());
     const bool isPart = m_lsb >= 0 && m_msb >= 0 && bits.width < static_cast<int>(8 * std::min<std::size_t>(length, 8));
     uint64_t whole = 0;
-    if (isPart && IsReadable(m_register.accessMode()))
+    if (isPart && GenApi::IsReadable(m_register.accessMode()))
         whole = word(m_register.read(false)) & ~mask;
     m_register.write(bytesOf(whole | (static_cast<uint64_t>(value) << bits.shift & mask), length));
 }

@@ -10,33 +10,35 @@ namespace NodeEngine {
 
 /// A node that is a register of the device: IRegister and the caching of bytes, beside its value interface.
 template <class Base>
-class RegisterOf : public Base, public IRegister
+class RegisterOf : public Base, public GenApi::IRegister
 {
 public:
-    RegisterOf(NodeMap &map, const NodeRecord &record) : Base(map, record), m_register(*this) { }
+    RegisterOf(NodeContext &context, const NodeRecord &record)
+        : Base(context, record), m_register(*this, context.changes)
+    { }
 
     // IRegister
     void Set(const uint8_t *buffer, int64_t length, bool verify) override
     {
-        this->m_map.change(
+        this->m_context.changes.change(
             [&] { setBytes(std::vector<uint8_t>(buffer, buffer + std::max<int64_t>(length, 0)), verify); });
     }
     void Get(uint8_t *buffer, int64_t length, bool, bool ignoreCache) override
     {
-        AutoLock lock(this->m_map.GetLock());
-        this->requireReadable("Get()");
+        const GenApi::AutoLock lock(this->m_context.lock);
+        requireReadable(*this, "Get()");
         const std::vector<uint8_t> &bytes = m_register.read(ignoreCache);
         requireLength(length, bytes.size());
         std::copy_n(bytes.begin(), static_cast<std::size_t>(length), buffer);
     }
     int64_t GetLength() override
     {
-        AutoLock lock(this->m_map.GetLock());
+        const GenApi::AutoLock lock(this->m_context.lock);
         return m_register.length();
     }
     int64_t GetAddress() override
     {
-        AutoLock lock(this->m_map.GetLock());
+        const GenApi::AutoLock lock(this->m_context.lock);
         return m_register.address();
     }
 
@@ -47,26 +49,26 @@ public:
     }
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override
     {
-        return m_register.take(tag, child, builder) || Base::take(tag, child, builder);
+        return m_register.take(tag, child, loader) || Base::take(tag, child, loader);
     }
-    void loaded(NodeBuilder &builder) override { m_register.loaded(builder); }
-    EAccessMode ownAccessMode() const override { return m_register.accessMode(); }
-    EAccessMode ownBaseAccessMode() const override { return m_register.baseAccessMode(); }
-    ECachingMode ownCachingMode() const override
+    void loaded(NodeLoader &loader) override { m_register.loaded(loader); }
+    GenApi::EAccessMode ownAccessMode() const override { return m_register.accessMode(); }
+    GenApi::EAccessMode ownBaseAccessMode() const override { return m_register.baseAccessMode(); }
+    GenApi::ECachingMode ownCachingMode() const override
     {
-        const ECachingMode mode = m_register.cachingMode();
-        return mode == WriteThrough ? Base::ownCachingMode() : mode;
+        const GenApi::ECachingMode mode = m_register.cachingMode();
+        return mode == GenApi::WriteThrough ? Base::ownCachingMode() : mode;
     }
 
     void setBytes(std::vector<uint8_t> bytes, bool verify)
     {
-        this->requireWritable(verify, "Set()");
+        requireWritable(*this, verify, "Set()");
         requireLength(static_cast<int64_t>(bytes.size()), static_cast<std::size_t>(m_register.length()));
         bytes.resize(static_cast<std::size_t>(m_register.length()));
         m_register.write(bytes);
-        this->m_map.changed(*this);
+        this->m_context.changes.changed(*this);
     }
 
     RegisterSource m_register;
@@ -87,8 +89,8 @@ public:
     using RegisterOf::RegisterOf;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    void loaded(NodeBuilder &builder) override;
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    void loaded(NodeLoader &loader) override;
     int64_t readNumber(bool fresh) override;
     void writeNumber(int64_t value, bool verify) override;
     int64_t ownLimit(Limit limit) const override;
@@ -138,12 +140,12 @@ protected:
 };
 
 /// What a Register has beside IRegister: nothing.
-class NoValue : public ValueNode<IValue>
+class NoValue : public ValueNode<GenApi::IValue>
 {
 public:
     using ValueNode::ValueNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIRegister; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIRegister; }
 };
 
 /// Register: bytes without a meaning.

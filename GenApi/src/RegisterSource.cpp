@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "RegisterSource.h"
 
-#include "NodeBuilder.h"
-#include "NodeMap.h"
+#include "NodeLoader.h"
 #include "NumberText.h"
 #include "PortNode.h"
+#include "Refusals.h"
 #include "WordTables.h"
 
 #include <GenApi/GenApi.h>
@@ -16,7 +16,7 @@ namespace NodeEngine {
 namespace {
 
 // What a wrong or lying description may ask for at most.
-constexpr int64_t GreatestRegister = 16 * 1024 * 1024;
+constexpr int64_t GreatestRegister = int64_t{16} * 1024 * 1024;
 
 int64_t sum(int64_t a, int64_t b)
 {
@@ -35,38 +35,38 @@ int64_t numberOf(pugi::xml_node element)
 
 } // namespace
 
-bool RegisterSource::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool RegisterSource::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::Address:
         m_address = sum(m_address, numberOf(child));
         return true;
     case Tag::pAddress:
-        if (Node *node = builder.link(m_owner, tag, child))
+        if (Node *node = loader.link(m_owner, tag, child))
             m_addresses.push_back(node);
         return true;
     case Tag::IntSwissKnife: // an address formula that stands inside of the register
-        if (Node *node = builder.addInner({tag, child.attribute("Name").value(), child, {}})) {
-            builder.link(m_owner, Tag::pAddress, *node);
+        if (Node *node = loader.addInner({tag, child.attribute("Name").value(), child, {}})) {
+            loader.link(m_owner, Tag::pAddress, *node);
             m_addresses.push_back(node);
         } else {
             m_owner.setBroken();
         }
         return true;
     case Tag::pIndex:
-        takeIndex(child, builder);
+        takeIndex(child, loader);
         return true;
     case Tag::Length:
         m_length = numberOf(child);
         return true;
     case Tag::pLength:
-        m_lengthNode = builder.link(m_owner, tag, child);
+        m_lengthNode = loader.link(m_owner, tag, child);
         return true;
     case Tag::AccessMode:
-        m_mode = accessModeOf(textOf(child), RO);
+        m_mode = accessModeOf(textOf(child), GenApi::RO);
         return true;
     case Tag::pPort:
-        m_port = dynamic_cast<PortNode *>(builder.link(m_owner, tag, child));
+        m_port = dynamic_cast<PortNode *>(loader.link(m_owner, tag, child));
         return true;
     case Tag::Cachable:
         m_caching = cachingModeOf(textOf(child));
@@ -79,33 +79,33 @@ bool RegisterSource::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
     }
 }
 
-void RegisterSource::takeIndex(pugi::xml_node child, NodeBuilder &builder)
+void RegisterSource::takeIndex(pugi::xml_node child, NodeLoader &loader)
 {
-    Node *node = builder.link(m_owner, Tag::pIndex, child);
+    Node *node = loader.link(m_owner, Tag::pIndex, child);
     if (!node)
         return;
     const std::string_view offset = child.attribute("Offset").value();
     const std::string_view offsetName = child.attribute("pOffset").value();
-    Node *offsetNode = offsetName.empty() ? nullptr : builder.link(m_owner, Tag::pAddress, offsetName);
+    Node *offsetNode = offsetName.empty() ? nullptr : loader.link(m_owner, Tag::pAddress, offsetName);
     m_indexes.push_back({node, integerOfDescription(offset), offsetNode});
 }
 
-void RegisterSource::loaded(NodeBuilder &builder)
+void RegisterSource::loaded(NodeLoader &loader)
 {
     if (m_port)
         return;
-    builder.warn("register '" + m_owner.name() + "' has no port");
+    loader.warn("register '" + m_owner.name() + "' has no port");
     m_owner.setBroken();
 }
 
-EAccessMode RegisterSource::accessMode() const
+GenApi::EAccessMode RegisterSource::accessMode() const
 {
-    return combined(m_mode, m_port ? m_port->accessMode() : NI);
+    return combined(m_mode, m_port ? m_port->accessMode() : GenApi::NI);
 }
 
-EAccessMode RegisterSource::baseAccessMode() const
+GenApi::EAccessMode RegisterSource::baseAccessMode() const
 {
-    return combined(m_mode, m_port ? m_port->baseAccessMode() : NI);
+    return combined(m_mode, m_port ? m_port->baseAccessMode() : GenApi::NI);
 }
 
 int64_t RegisterSource::address() const
@@ -125,15 +125,15 @@ int64_t RegisterSource::length() const
 {
     const int64_t length = m_lengthNode ? m_lengthNode->integerValue(false) : m_length;
     if (length < 0)
-        throw RuntimeException("The register has a negative length.", __FILE__, __LINE__, "", m_owner.name().c_str(),
-                               "RuntimeException");
+        throw GenICam::RuntimeException("The register has a negative length.", __FILE__, __LINE__, "",
+                                        m_owner.name().c_str(), "RuntimeException");
     return std::min(length, GreatestRegister);
 }
 
 CacheLine &RegisterSource::line()
 {
     if (!m_port)
-        m_owner.refuse("Node has no port.", "Read()");
+        refuse(m_owner, "Node has no port.", "Read()");
     const bool isFixed = m_addresses.empty() && m_indexes.empty() && !m_lengthNode;
     if (m_line && isFixed)
         return *m_line;
@@ -147,13 +147,13 @@ CacheLine &RegisterSource::line()
 const std::vector<uint8_t> &RegisterSource::read(bool fresh)
 {
     CacheLine &current = line();
-    const bool isDue = fresh || !current.isValid || m_owner.cachingMode() == NoCache;
+    const bool isDue = fresh || !current.isValid || m_owner.cachingMode() == GenApi::NoCache;
     if (isDue && current.length() > 0)
-        readLine(current);
+        refresh(current);
     return current.bytes;
 }
 
-void RegisterSource::readLine(CacheLine &line)
+void RegisterSource::refresh(CacheLine &line)
 {
     // Zeros where a port that answers short leaves the buffer alone.
     std::vector<uint8_t> bytes(line.bytes.size(), 0);
@@ -164,7 +164,7 @@ void RegisterSource::readLine(CacheLine &line)
     if (!isNews)
         return;
     for (RegisterSource *user : line.users)
-        m_owner.map().forgetDependents(user->m_owner);
+        m_changes.forgetDependents(user->m_owner);
 }
 
 void RegisterSource::write(const std::vector<uint8_t> &bytes)
@@ -173,7 +173,7 @@ void RegisterSource::write(const std::vector<uint8_t> &bytes)
         return;
     CacheLine &current = line();
     m_port->Write(bytes.data(), current.address, static_cast<int64_t>(bytes.size()));
-    current.isValid = m_owner.cachingMode() == WriteThrough;
+    current.isValid = m_owner.cachingMode() == GenApi::WriteThrough;
     if (current.isValid)
         current.bytes = bytes;
     tellOthers(current);
@@ -181,16 +181,15 @@ void RegisterSource::write(const std::vector<uint8_t> &bytes)
 
 void RegisterSource::tellOthers(const CacheLine &line)
 {
-    NodeMap &map = m_owner.map();
     for (RegisterSource *user : line.users) {
         if (user != this && user->m_line == &line && (user->m_mask & m_mask) != 0)
-            map.changed(user->m_owner);
+            m_changes.changed(user->m_owner);
     }
     for (CacheLine *other : m_port->cache().overlapping(line)) {
         other->isValid = false;
         for (RegisterSource *user : other->users) {
             if (user->m_line == other)
-                map.changed(user->m_owner);
+                m_changes.changed(user->m_owner);
         }
     }
 }

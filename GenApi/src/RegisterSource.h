@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Changes.h"
 #include "Node.h"
 #include "RegisterCache.h"
 
@@ -15,14 +16,14 @@ class PortNode;
 class RegisterSource
 {
 public:
-    explicit RegisterSource(Node &owner) : m_owner(owner) { }
+    RegisterSource(Node &owner, Changes &changes) : m_owner(owner), m_changes(changes) { }
 
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder);
-    void loaded(NodeBuilder &builder);
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader);
+    void loaded(NodeLoader &loader);
 
-    EAccessMode accessMode() const;
-    EAccessMode baseAccessMode() const;
-    ECachingMode cachingMode() const { return m_caching; }
+    GenApi::EAccessMode accessMode() const;
+    GenApi::EAccessMode baseAccessMode() const;
+    GenApi::ECachingMode cachingMode() const { return m_caching; }
     bool isBigEndian() const { return m_isBigEndian; }
     /// The bits of the register that the node shows; all for what is no masked integer.
     void setMask(uint64_t mask) { m_mask = mask; }
@@ -39,7 +40,6 @@ public:
     void write(const std::vector<uint8_t> &bytes);
     /// The bytes are to be read again.
     void forget();
-    bool isCached() const { return m_line && m_line->isValid; }
 
 private:
     struct Index
@@ -49,12 +49,13 @@ private:
         Node *offsetNode;
     };
 
-    void takeIndex(pugi::xml_node child, NodeBuilder &builder);
+    void takeIndex(pugi::xml_node child, NodeLoader &loader);
     CacheLine &line();
-    void readLine(CacheLine &line);
+    void refresh(CacheLine &line);
     void tellOthers(const CacheLine &line);
 
     Node &m_owner;
+    Changes &m_changes;
     PortNode *m_port = nullptr;
     std::vector<Node *> m_addresses;
     std::vector<Index> m_indexes;
@@ -63,8 +64,8 @@ private:
     int64_t m_length = 0;
     CacheLine *m_line = nullptr; // the one used last
     uint64_t m_mask = ~uint64_t(0);
-    EAccessMode m_mode = RO;
-    ECachingMode m_caching = WriteThrough;
+    GenApi::EAccessMode m_mode = GenApi::RO;
+    GenApi::ECachingMode m_caching = GenApi::WriteThrough;
     bool m_isBigEndian = false;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SimpleNodes.h"
 
-#include "NodeBuilder.h"
+#include "NodeLoader.h"
 #include "NumberText.h"
 
 #include <algorithm>
@@ -10,14 +10,14 @@ namespace NodeEngine {
 
 // --- Boolean
 
-bool BooleanNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool BooleanNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::Value:
         m_word = textOf(child);
         return true;
     case Tag::pValue:
-        m_target = builder.link(*this, tag, child);
+        m_target = loader.link(*this, tag, child);
         return true;
     case Tag::OnValue:
         m_on = integerOfDescription(textOf(child)).value_or(1);
@@ -26,11 +26,11 @@ bool BooleanNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         m_off = integerOfDescription(textOf(child)).value_or(0);
         return true;
     default:
-        return Node::take(tag, child, builder);
+        return PublicNode::take(tag, child, loader);
     }
 }
 
-void BooleanNode::loaded(NodeBuilder &)
+void BooleanNode::loaded(NodeLoader &)
 {
     const bool isOn = m_word == "true" || m_word == "Yes" || integerOfDescription(m_word).value_or(0) != 0;
     m_value = isOn ? m_on : m_off;
@@ -39,10 +39,10 @@ void BooleanNode::loaded(NodeBuilder &)
 
 void BooleanNode::SetValue(bool value, bool verify)
 {
-    m_map.change([&] { set(value, verify); });
+    m_context.changes.change([&] { set(value, verify); });
 }
 
-IBoolean &BooleanNode::operator=(bool value)
+GenApi::IBoolean &BooleanNode::operator=(bool value)
 {
     SetValue(value, true);
     return *this;
@@ -50,15 +50,15 @@ IBoolean &BooleanNode::operator=(bool value)
 
 bool BooleanNode::GetValue(bool, bool ignoreCache) const
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     return booleanValue(ignoreCache);
 }
 
 bool BooleanNode::booleanValue(bool fresh) const
 {
-    requireReadable("GetValue()");
+    requireReadable(*this, "GetValue()");
     if (m_target && (!m_valueValid || fresh)) {
-        const Evaluation step(*this, Evaluation::Value);
+        const Evaluation step(m_evaluation, Evaluation::Value);
         step.require();
         m_value = m_target->integerValue(fresh);
         m_valueValid = hasCachableValue();
@@ -77,15 +77,15 @@ std::string BooleanNode::textValue(bool, bool fresh)
 
 void BooleanNode::set(bool value, bool verify)
 {
-    requireWritable(verify, "SetValue()");
-    const Evaluation step(*this, Evaluation::Write);
+    requireWritable(*this, verify, "SetValue()");
+    const Evaluation step(m_evaluation, Evaluation::Write);
     step.require();
     const int64_t number = value ? m_on : m_off;
     if (m_target)
         m_target->setInteger(number, verify);
     else
         m_value = number;
-    m_map.changed(*this);
+    m_context.changes.changed(*this);
 }
 
 void BooleanNode::setTextValue(const std::string &text, bool verify)
@@ -99,14 +99,14 @@ void BooleanNode::setTextValue(const std::string &text, bool verify)
 
 // --- Command
 
-EAccessMode CommandNode::ownAccessMode() const
+GenApi::EAccessMode CommandNode::ownAccessMode() const
 {
     if (m_target)
         return m_target->accessMode();
-    return m_hasConstant ? RW : NA;
+    return m_hasConstant ? GenApi::RW : GenApi::NA;
 }
 
-bool CommandNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool CommandNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::Value:
@@ -114,59 +114,59 @@ bool CommandNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
         m_hasConstant = true;
         return true;
     case Tag::pValue:
-        m_target = builder.link(*this, tag, child);
+        m_target = loader.link(*this, tag, child);
         return true;
     case Tag::CommandValue:
         m_commandValue = integerOfDescription(textOf(child)).value_or(0);
         return true;
     case Tag::pCommandValue:
-        m_commandNode = builder.link(*this, tag, child);
+        m_commandNode = loader.link(*this, tag, child);
         return true;
     default:
-        return Node::take(tag, child, builder);
+        return PublicNode::take(tag, child, loader);
     }
 }
 
 void CommandNode::Execute(bool)
 {
-    m_map.change([this] { execute(); });
+    m_context.changes.change([this] { execute(); });
 }
 
 void CommandNode::execute()
 {
-    requireWritable(true, "Execute()");
-    const Evaluation step(*this, Evaluation::Write);
+    requireWritable(*this, true, "Execute()");
+    const Evaluation step(m_evaluation, Evaluation::Write);
     step.require();
     const int64_t value = m_commandNode ? m_commandNode->integerValue(false) : m_commandValue;
     if (m_target)
         m_target->setInteger(value, false);
     m_written = value;
     m_isUnderWay = m_target != nullptr;
-    m_map.changed(*this);
+    m_context.changes.changed(*this);
 }
 
 bool CommandNode::IsDone(bool)
 {
     bool isDone = true;
-    m_map.change([&] {
-        const EAccessMode mode = accessMode();
-        if (!IsImplemented(mode))
-            throw AccessException("Node is not implemented.", __FILE__, __LINE__, (name() + ".IsDone()").c_str(),
-                                  name().c_str(), "AccessException");
+    m_context.changes.change([&] {
+        const GenApi::EAccessMode mode = accessMode();
+        if (!GenApi::IsImplemented(mode))
+            throw GenICam::AccessException("Node is not implemented.", __FILE__, __LINE__,
+                                           (name() + ".IsDone()").c_str(), name().c_str(), "AccessException");
         if (!m_isUnderWay)
             return;
-        isDone = !IsReadable(mode) || m_target->integerValue(true) != m_written;
+        isDone = !GenApi::IsReadable(mode) || m_target->integerValue(true) != m_written;
         m_isUnderWay = !isDone;
         if (isDone)
-            m_map.changed(*this);
+            m_context.changes.changed(*this);
     });
     return isDone;
 }
 
 int64_t CommandNode::integerValue(bool fresh)
 {
-    requireReadable("GetValue()");
-    const Evaluation step(*this, Evaluation::Value);
+    requireReadable(*this, "GetValue()");
+    const Evaluation step(m_evaluation, Evaluation::Value);
     step.require();
     return m_target ? m_target->integerValue(fresh) : m_constant;
 }
@@ -183,40 +183,40 @@ void CommandNode::setTextValue(const std::string &, bool)
 
 // --- Category
 
-bool CategoryNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool CategoryNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     if (tag != Tag::pFeature)
-        return Node::take(tag, child, builder);
-    builder.link(*this, tag, child);
+        return PublicNode::take(tag, child, loader);
+    loader.link(*this, tag, child);
     return true;
 }
 
-EVisibility CategoryNode::GetVisibility() const
+GenApi::EVisibility CategoryNode::GetVisibility() const
 {
-    AutoLock lock(m_map.GetLock());
-    EVisibility lowest = Invisible;
-    const Evaluation step(*this, Evaluation::Look);
+    const GenApi::AutoLock lock(m_context.lock);
+    GenApi::EVisibility lowest = GenApi::Invisible;
+    const Evaluation step(m_evaluation, Evaluation::Look);
     if (!step.isEntered())
         return lowest;
     for (const Link &link : links()) {
-        if (link.role == Tag::pFeature && lowest != Beginner)
-            lowest = std::min(lowest, link.target->GetVisibility());
+        if (link.role == Tag::pFeature && lowest != GenApi::Beginner)
+            lowest = std::min(lowest, link.target->asNode().GetVisibility());
     }
     return lowest;
 }
 
-EAccessMode CategoryNode::computedAccessMode() const
+GenApi::EAccessMode CategoryNode::computedAccessMode() const
 {
-    const Evaluation step(*this, Evaluation::Access);
+    const Evaluation step(m_evaluation, Evaluation::Access);
     if (!step.isEntered())
-        return NI;
+        return GenApi::NI;
     const bool hasFeature = std::any_of(links().begin(), links().end(), [](const Link &link) {
-        return link.role == Tag::pFeature && IsImplemented(link.target->accessMode());
+        return link.role == Tag::pFeature && GenApi::IsImplemented(link.target->accessMode());
     });
-    return hasFeature ? RO : NI;
+    return hasFeature ? GenApi::RO : GenApi::NI;
 }
 
-void CategoryNode::GetFeatures(FeatureList_t &features) const
+void CategoryNode::GetFeatures(GenApi::FeatureList_t &features) const
 {
     features.clear();
     for (const Link &link : links()) {

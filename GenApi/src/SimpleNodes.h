@@ -6,16 +6,16 @@
 namespace NodeEngine {
 
 /// Boolean: an integer of two values.
-class BooleanNode : public ValueNode<IBoolean>
+class BooleanNode : public ValueNode<GenApi::IBoolean>
 {
 public:
     using ValueNode::ValueNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIBoolean; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIBoolean; }
 
     // IBoolean
     void SetValue(bool value, bool verify) override;
-    IBoolean &operator=(bool value) override;
+    GenApi::IBoolean &operator=(bool value) override;
     bool GetValue(bool verify, bool ignoreCache) const override;
     bool operator()() const override { return GetValue(false, false); }
 
@@ -28,10 +28,13 @@ public:
     void setTextValue(const std::string &text, bool verify) override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    void loaded(NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_target ? m_target->accessMode() : RW; }
-    EAccessMode ownBaseAccessMode() const override { return m_target ? m_target->baseAccessMode() : RW; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    void loaded(NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override { return m_target ? m_target->accessMode() : GenApi::RW; }
+    GenApi::EAccessMode ownBaseAccessMode() const override
+    {
+        return m_target ? m_target->baseAccessMode() : GenApi::RW;
+    }
 
 private:
     bool booleanValue(bool fresh) const;
@@ -45,12 +48,12 @@ private:
 };
 
 /// Command: writes a value that makes the device act.
-class CommandNode : public ValueNode<ICommand>
+class CommandNode : public ValueNode<GenApi::ICommand>
 {
 public:
     using ValueNode::ValueNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfICommand; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfICommand; }
 
     // ICommand
     void Execute(bool verify) override;
@@ -64,8 +67,8 @@ public:
     void setTextValue(const std::string &text, bool verify) override;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override;
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override;
 
 private:
     void execute();
@@ -80,35 +83,35 @@ private:
 };
 
 /// Category: a list of features. It cannot be less accessible, nor more hidden, than the best of them.
-class CategoryNode : public ValueNode<ICategory>
+class CategoryNode : public ValueNode<GenApi::ICategory>
 {
 public:
     using ValueNode::ValueNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfICategory; }
-    EVisibility GetVisibility() const override;
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfICategory; }
+    GenApi::EVisibility GetVisibility() const override;
 
     // ICategory
-    void GetFeatures(FeatureList_t &features) const override;
+    void GetFeatures(GenApi::FeatureList_t &features) const override;
 
     // The protocol between nodes.
     std::string textValue(bool, bool) override { return stringOf(GetDisplayName()); }
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode computedAccessMode() const override;
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode computedAccessMode() const override;
 };
 
 /// A Node of the description: names and texts only.
-class PlainNode : public Node
+class PlainNode : public PublicNode
 {
 public:
-    using Node::Node;
+    using PublicNode::PublicNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIBase; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIBase; }
 
 protected:
-    EAccessMode ownAccessMode() const override { return RO; }
+    GenApi::EAccessMode ownAccessMode() const override { return GenApi::RO; }
 };
 
 } // namespace NodeEngine

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "StringValue.h"
 
-#include "NodeBuilder.h"
+#include "NodeLoader.h"
 
 namespace NodeEngine {
 
@@ -12,77 +12,77 @@ constexpr int64_t GreatestConstant = 1073741820;
 
 } // namespace
 
-void StringValue::SetValue(const gcstring &value, bool verify)
+void StringValue::SetValue(const GenICam::gcstring &value, bool verify)
 {
-    m_map.change([&] { setTextValue(stringOf(value), verify); });
+    m_context.changes.change([&] { setTextValue(stringOf(value), verify); });
 }
 
-IString &StringValue::operator=(const gcstring &value)
+GenApi::IString &StringValue::operator=(const GenICam::gcstring &value)
 {
     SetValue(value, true);
     return *this;
 }
 
-gcstring StringValue::GetValue(bool verify, bool ignoreCache)
+GenICam::gcstring StringValue::GetValue(bool verify, bool ignoreCache)
 {
-    AutoLock lock(m_map.GetLock());
-    if (!IsReadable(accessMode()))
-        refuse("Node is not readable", "GetValue()");
+    const GenApi::AutoLock lock(m_context.lock);
+    if (!GenApi::IsReadable(accessMode()))
+        refuse(*this, "Node is not readable", "GetValue()");
     return gcstringOf(textValue(verify, ignoreCache));
 }
 
 int64_t StringValue::GetMaxLength(bool)
 {
-    AutoLock lock(m_map.GetLock());
+    const GenApi::AutoLock lock(m_context.lock);
     return greatestLength();
 }
 
 std::string StringValue::textValue(bool, bool fresh)
 {
-    if (!IsReadable(accessMode()))
-        refuse("Node is not readable", "GetValue()");
-    const Evaluation step(*this, Evaluation::Value);
+    if (!GenApi::IsReadable(accessMode()))
+        refuse(*this, "Node is not readable", "GetValue()");
+    const Evaluation step(m_evaluation, Evaluation::Value);
     step.require();
     return readString(fresh);
 }
 
 void StringValue::setTextValue(const std::string &text, bool verify)
 {
-    if (!IsWritable(verify ? accessMode() : baseAccessMode()))
-        refuse("Node is not writable", "SetValue()");
+    if (!GenApi::IsWritable(verify ? accessMode() : baseAccessMode()))
+        refuse(*this, "Node is not writable", "SetValue()");
     const int64_t most = capacity();
     if (static_cast<int64_t>(text.size()) > most)
         throw OUT_OF_RANGE_EXCEPTION("String exceeds maximum length. Max length is %lld", static_cast<long long>(most));
-    const Evaluation step(*this, Evaluation::Write);
+    const Evaluation step(m_evaluation, Evaluation::Write);
     step.require();
     writeString(text, verify);
-    m_map.changed(*this);
+    m_context.changes.changed(*this);
 }
 
 int64_t StringValue::greatestLength()
 {
     // Nothing longer than the present text can be there if nothing can be written.
-    const EAccessMode mode = accessMode();
-    const Evaluation step(*this, Evaluation::MaxLimit);
+    const GenApi::EAccessMode mode = accessMode();
+    const Evaluation step(m_evaluation, Evaluation::MaxLimit);
     step.require();
-    if (IsWritable(mode) || isBroken())
+    if (GenApi::IsWritable(mode) || isBroken())
         return capacity();
-    const Evaluation read(*this, Evaluation::Value);
+    const Evaluation read(m_evaluation, Evaluation::Value);
     read.require();
     return static_cast<int64_t>(readString(false).size());
 }
 
-bool StringNode::take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+bool StringNode::take(Tag tag, pugi::xml_node child, NodeLoader &loader)
 {
     switch (tag) {
     case Tag::Value:
         m_constant = child.text().get();
         return true;
     case Tag::pValue:
-        m_target = builder.link(*this, tag, child);
+        m_target = loader.link(*this, tag, child);
         return true;
     default:
-        return Node::take(tag, child, builder);
+        return PublicNode::take(tag, child, loader);
     }
 }
 

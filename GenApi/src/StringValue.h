@@ -6,19 +6,19 @@
 namespace NodeEngine {
 
 /// IString for String and StringReg.
-class StringValue : public ValueNode<IString>
+class StringValue : public ValueNode<GenApi::IString>
 {
 public:
     using ValueNode::ValueNode;
 
-    EInterfaceType GetPrincipalInterfaceType() const override { return intfIString; }
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override { return GenApi::intfIString; }
 
     // IString
-    void SetValue(const gcstring &value, bool verify) override;
-    IString &operator=(const gcstring &value) override;
-    gcstring GetValue(bool verify, bool ignoreCache) override;
-    gcstring operator()() override { return GetValue(false, false); }
-    gcstring operator*() override { return GetValue(false, false); }
+    void SetValue(const GenICam::gcstring &value, bool verify) override;
+    GenApi::IString &operator=(const GenICam::gcstring &value) override;
+    GenICam::gcstring GetValue(bool verify, bool ignoreCache) override;
+    GenICam::gcstring operator()() override { return GetValue(false, false); }
+    GenICam::gcstring operator*() override { return GetValue(false, false); }
     int64_t GetMaxLength(bool verify) override;
 
     // The protocol between nodes.
@@ -40,9 +40,12 @@ public:
     using StringValue::StringValue;
 
 protected:
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder) override;
-    EAccessMode ownAccessMode() const override { return m_target ? m_target->accessMode() : RW; }
-    EAccessMode ownBaseAccessMode() const override { return m_target ? m_target->baseAccessMode() : RW; }
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader) override;
+    GenApi::EAccessMode ownAccessMode() const override { return m_target ? m_target->accessMode() : GenApi::RW; }
+    GenApi::EAccessMode ownBaseAccessMode() const override
+    {
+        return m_target ? m_target->baseAccessMode() : GenApi::RW;
+    }
     std::string readString(bool fresh) override;
     void writeString(const std::string &value, bool verify) override;
     int64_t capacity() override;

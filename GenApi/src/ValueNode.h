@@ -1,52 +1,52 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Node.h"
-#include "NodeMap.h"
+#include "PublicNode.h"
+#include "Refusals.h"
 
 #include <GenApi/GenApi.h>
 
 namespace NodeEngine {
 
-inline std::string stringOf(const gcstring &text)
+inline std::string stringOf(const GenICam::gcstring &text)
 {
     return std::string(text.c_str(), text.size());
 }
 
-inline gcstring gcstringOf(const std::string &text)
+inline GenICam::gcstring gcstringOf(const std::string &text)
 {
-    return gcstring(text.data(), text.size());
+    return GenICam::gcstring(text.data(), text.size());
 }
 
 /// A node with one of the value interfaces: the part that all of them share.
 template <class Interface>
-class ValueNode : public Node, public virtual Interface
+class ValueNode : public PublicNode, public virtual Interface
 {
 public:
-    using Node::Node;
+    using PublicNode::PublicNode;
 
-    IValue *asValue() override { return this; }
+    GenApi::IValue *asValue() override { return this; }
 
     // IValue
-    INode *GetNode() override { return this; }
-    gcstring ToString(bool verify, bool ignoreCache) override
+    GenApi::INode *GetNode() override { return this; }
+    GenICam::gcstring ToString(bool verify, bool ignoreCache) override
     {
-        AutoLock lock(m_map.GetLock());
-        if (!IsReadable(accessMode()))
-            refuse("Node is not readable", "ToString()");
+        const GenApi::AutoLock lock(m_context.lock);
+        if (!GenApi::IsReadable(accessMode()))
+            refuse(*this, "Node is not readable", "ToString()");
         return gcstringOf(textValue(verify, ignoreCache));
     }
-    void FromString(const gcstring &text, bool verify) override
+    void FromString(const GenICam::gcstring &text, bool verify) override
     {
-        m_map.change([&] {
+        m_context.changes.change([&] {
             if (verify)
-                requireWritable(true, "FromString()");
+                requireWritable(*this, true, "FromString()");
             setTextValue(stringOf(text), verify);
         });
     }
     bool IsValueCacheValid() const override
     {
-        AutoLock lock(m_map.GetLock());
+        const GenApi::AutoLock lock(m_context.lock);
         return m_valueValid;
     }
 };

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "AccessModes.h"
 #include "Node.h"
-#include "NodeBuilder.h"
+#include "NodeLoader.h"
 #include "NumberText.h"
 
 #include <utility>
@@ -37,7 +38,7 @@ public:
 
     explicit ValueSource(Node &owner) : m_owner(owner) { }
 
-    bool take(Tag tag, pugi::xml_node child, NodeBuilder &builder)
+    bool take(Tag tag, pugi::xml_node child, NodeLoader &loader)
     {
         switch (tag) {
         case Tag::Value:
@@ -46,20 +47,20 @@ public:
             return true;
         case Tag::pValue:
         case Tag::pValueDefault:
-            m_default.target = builder.link(m_owner, tag, child);
+            m_default.target = loader.link(m_owner, tag, child);
             return true;
         case Tag::pValueCopy:
-            if (Node *copy = builder.link(m_owner, tag, child))
+            if (Node *copy = loader.link(m_owner, tag, child))
                 m_copies.push_back(copy);
             return true;
         case Tag::pIndex:
-            m_index = builder.link(m_owner, tag, child);
+            m_index = loader.link(m_owner, tag, child);
             return true;
         case Tag::ValueIndexed:
             m_indexed.push_back({indexOf(child), {nullptr, numberOfDescription<Number>(textOf(child)).value_or(0)}});
             return true;
         case Tag::pValueIndexed:
-            m_indexed.push_back({indexOf(child), {builder.link(m_owner, tag, child), 0}});
+            m_indexed.push_back({indexOf(child), {loader.link(m_owner, tag, child), 0}});
             return true;
         default:
             return false;
@@ -67,30 +68,31 @@ public:
     }
 
     /// The place that holds the value now.
-    Place &current() const
+    const Place &current() const
     {
         if (m_index) {
             const int64_t index = m_index->integerValue(false);
-            for (auto &[key, place] : m_indexed) {
+            for (const auto &[key, place] : m_indexed) {
                 if (key == index)
                     return place;
             }
         }
         return m_default;
     }
+    Place &current() { return const_cast<Place &>(std::as_const(*this).current()); }
 
     /// The node that the value always comes from, or null: what units and the like are inherited of.
     Node *target() const { return m_index ? nullptr : m_default.target; }
     /// The node that holds the value now, or null: where limits come from.
     Node *currentTarget() const
     {
-        const bool isKnown = !m_index || IsReadable(m_index->accessMode());
+        const bool isKnown = !m_index || GenApi::IsReadable(m_index->accessMode());
         return isKnown ? current().target : nullptr;
     }
     const std::vector<Node *> &copies() const { return m_copies; }
 
-    EAccessMode accessMode() const { return modeOf(&Node::accessMode); }
-    EAccessMode baseAccessMode() const { return modeOf(&Node::baseAccessMode); }
+    GenApi::EAccessMode accessMode() const { return modeOf(&Node::accessMode); }
+    GenApi::EAccessMode baseAccessMode() const { return modeOf(&Node::baseAccessMode); }
 
 private:
     static int64_t indexOf(pugi::xml_node element)
@@ -99,14 +101,17 @@ private:
     }
 
     // Copies are written, never read.
-    static EAccessMode modeOfCopy(EAccessMode mode) { return IsWritable(mode) ? RW : mode; }
-
-    EAccessMode modeOf(EAccessMode (Node::*mode)() const) const
+    static GenApi::EAccessMode modeOfCopy(GenApi::EAccessMode mode)
     {
-        if (m_index && !IsReadable(m_index->accessMode()))
-            return NA;
+        return GenApi::IsWritable(mode) ? GenApi::RW : mode;
+    }
+
+    GenApi::EAccessMode modeOf(GenApi::EAccessMode (Node::*mode)() const) const
+    {
+        if (m_index && !GenApi::IsReadable(m_index->accessMode()))
+            return GenApi::NA;
         const Node *target = current().target;
-        EAccessMode result = target ? (target->*mode)() : RW;
+        GenApi::EAccessMode result = target ? (target->*mode)() : GenApi::RW;
         for (const Node *copy : m_copies)
             result = combined(result, modeOfCopy((copy->*mode)()));
         return result;
@@ -114,8 +119,8 @@ private:
 
     Node &m_owner;
     Node *m_index = nullptr;
-    mutable Place m_default;
-    mutable std::vector<std::pair<int64_t, Place>> m_indexed;
+    Place m_default;
+    std::vector<std::pair<int64_t, Place>> m_indexed;
     std::vector<Node *> m_copies;
 };
 

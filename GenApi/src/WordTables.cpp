@@ -3,8 +3,6 @@
 
 namespace NodeEngine {
 
-using namespace GENAPI_NAMESPACE;
-
 namespace {
 
 template <class Enum>
@@ -14,18 +12,24 @@ struct Word
     Enum value;
 };
 
-constexpr Word<EVisibility> Visibilities[] = {
-    {"Beginner", Beginner}, {"Expert", Expert}, {"Guru", Guru}, {"Invisible", Invisible}};
-constexpr Word<EAccessMode> AccessModes[] = {{"RW", RW}, {"RO", RO}, {"WO", WO}, {"NA", NA}, {"NI", NI}};
-constexpr Word<ECachingMode> CachingModes[] = {
-    {"WriteThrough", WriteThrough}, {"WriteAround", WriteAround}, {"NoCache", NoCache}};
-constexpr Word<ERepresentation> Representations[] = {
-    {"Linear", Linear},       {"Logarithmic", Logarithmic}, {"Boolean", Boolean},      {"PureNumber", PureNumber},
-    {"HexNumber", HexNumber}, {"IPV4Address", IPV4Address}, {"MACAddress", MACAddress}};
-constexpr Word<EDisplayNotation> DisplayNotations[] = {
-    {"Automatic", fnAutomatic}, {"Fixed", fnFixed}, {"Scientific", fnScientific}};
-constexpr Word<ESlope> Slopes[] = {
-    {"Increasing", Increasing}, {"Decreasing", Decreasing}, {"Varying", Varying}, {"Automatic", Automatic}};
+constexpr Word<GenApi::EVisibility> Visibilities[] = {{"Beginner", GenApi::Beginner},
+                                                      {"Expert", GenApi::Expert},
+                                                      {"Guru", GenApi::Guru},
+                                                      {"Invisible", GenApi::Invisible}};
+constexpr Word<GenApi::EAccessMode> AccessModes[] = {
+    {"RW", GenApi::RW}, {"RO", GenApi::RO}, {"WO", GenApi::WO}, {"NA", GenApi::NA}, {"NI", GenApi::NI}};
+constexpr Word<GenApi::ECachingMode> CachingModes[] = {
+    {"WriteThrough", GenApi::WriteThrough}, {"WriteAround", GenApi::WriteAround}, {"NoCache", GenApi::NoCache}};
+constexpr Word<GenApi::ERepresentation> Representations[] = {
+    {"Linear", GenApi::Linear},         {"Logarithmic", GenApi::Logarithmic}, {"Boolean", GenApi::Boolean},
+    {"PureNumber", GenApi::PureNumber}, {"HexNumber", GenApi::HexNumber},     {"IPV4Address", GenApi::IPV4Address},
+    {"MACAddress", GenApi::MACAddress}};
+constexpr Word<GenApi::EDisplayNotation> DisplayNotations[] = {
+    {"Automatic", GenApi::fnAutomatic}, {"Fixed", GenApi::fnFixed}, {"Scientific", GenApi::fnScientific}};
+constexpr Word<GenApi::ESlope> Slopes[] = {{"Increasing", GenApi::Increasing},
+                                           {"Decreasing", GenApi::Decreasing},
+                                           {"Varying", GenApi::Varying},
+                                           {"Automatic", GenApi::Automatic}};
 
 template <class Enum, std::size_t size>
 Enum valueOf(const Word<Enum> (&words)[size], std::string_view text, Enum fallback)
@@ -49,49 +53,44 @@ const char *textOf(const Word<Enum> (&words)[size], Enum value)
 
 } // namespace
 
-EVisibility visibilityOf(std::string_view word)
+GenApi::EVisibility visibilityOf(std::string_view word)
 {
-    return valueOf(Visibilities, word, Beginner);
+    return valueOf(Visibilities, word, GenApi::Beginner);
 }
 
-EAccessMode accessModeOf(std::string_view word, EAccessMode fallback)
+GenApi::EAccessMode accessModeOf(std::string_view word, GenApi::EAccessMode fallback)
 {
     return valueOf(AccessModes, word, fallback);
 }
 
-ECachingMode cachingModeOf(std::string_view word)
+GenApi::ECachingMode cachingModeOf(std::string_view word)
 {
-    return valueOf(CachingModes, word, WriteThrough);
+    return valueOf(CachingModes, word, GenApi::WriteThrough);
 }
 
-ERepresentation representationOf(std::string_view word)
+GenApi::ERepresentation representationOf(std::string_view word)
 {
-    return valueOf(Representations, word, _UndefinedRepresentation);
+    return valueOf(Representations, word, GenApi::_UndefinedRepresentation);
 }
 
-EDisplayNotation displayNotationOf(std::string_view word)
+GenApi::EDisplayNotation displayNotationOf(std::string_view word)
 {
-    return valueOf(DisplayNotations, word, fnAutomatic);
+    return valueOf(DisplayNotations, word, GenApi::fnAutomatic);
 }
 
-ESlope slopeOf(std::string_view word)
+GenApi::ESlope slopeOf(std::string_view word)
 {
-    return valueOf(Slopes, word, Automatic);
+    return valueOf(Slopes, word, GenApi::Automatic);
 }
 
-const char *wordOf(EVisibility visibility)
+const char *wordOf(GenApi::EVisibility visibility)
 {
     return textOf(Visibilities, visibility);
 }
 
-const char *wordOf(EAccessMode mode)
+const char *wordOf(GenApi::EAccessMode mode)
 {
     return textOf(AccessModes, mode);
-}
-
-const char *wordOf(ECachingMode mode)
-{
-    return textOf(CachingModes, mode);
 }
 
 } // namespace NodeEngine

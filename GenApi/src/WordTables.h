@@ -9,15 +9,14 @@ namespace NodeEngine {
 
 // The words of the schema as the standard's enumerations. A word that is none of them gives the fallback.
 
-GENAPI_NAMESPACE::EVisibility visibilityOf(std::string_view word);
-GENAPI_NAMESPACE::EAccessMode accessModeOf(std::string_view word, GENAPI_NAMESPACE::EAccessMode fallback);
-GENAPI_NAMESPACE::ECachingMode cachingModeOf(std::string_view word);
-GENAPI_NAMESPACE::ERepresentation representationOf(std::string_view word);
-GENAPI_NAMESPACE::EDisplayNotation displayNotationOf(std::string_view word);
-GENAPI_NAMESPACE::ESlope slopeOf(std::string_view word);
+GenApi::EVisibility visibilityOf(std::string_view word);
+GenApi::EAccessMode accessModeOf(std::string_view word, GenApi::EAccessMode fallback);
+GenApi::ECachingMode cachingModeOf(std::string_view word);
+GenApi::ERepresentation representationOf(std::string_view word);
+GenApi::EDisplayNotation displayNotationOf(std::string_view word);
+GenApi::ESlope slopeOf(std::string_view word);
 
-const char *wordOf(GENAPI_NAMESPACE::EVisibility visibility);
-const char *wordOf(GENAPI_NAMESPACE::EAccessMode mode);
-const char *wordOf(GENAPI_NAMESPACE::ECachingMode mode);
+const char *wordOf(GenApi::EVisibility visibility);
+const char *wordOf(GenApi::EAccessMode mode);
 
 } // namespace NodeEngine

@@ -6,6 +6,8 @@
 #include <GenApi/GenApi.h>
 #include <GenApi/NodeMapFactory.h>
 
+#include <algorithm>
+#include <sstream>
 #include <string>
 
 /// A node map of a description written in a test, connected to a memory device.
@@ -56,6 +58,36 @@ inline std::string integer(const char *name, const char *address, const std::str
     const std::string registerName = std::string(name) + "Reg";
     return std::string("<Integer Name=\"") + name + "\"><pValue>" + registerName + "</pValue>" + more + "</Integer>"
         + intReg(registerName.c_str(), address, ofRegister);
+}
+
+/// Nodes in short, one a line: "Integer A; pValue=B; Max=9" is an Integer called A with these elements. What stands
+/// behind a dot is the element's attribute: a name, of pIndex the offset, of indexed values the index.
+inline std::string described(const std::string &nodes)
+{
+    std::istringstream lines(nodes);
+    std::string xml;
+    for (std::string line; std::getline(lines >> std::ws, line);) {
+        const std::size_t space = line.find(' ');
+        const std::string kind = line.substr(0, space);
+        std::istringstream parts(line.substr(space + 1));
+        std::string part;
+        std::getline(parts, part, ';');
+        xml += "<" + kind + " Name=\"" + part + "\">";
+        while (std::getline(parts >> std::ws, part, ';')) {
+            const std::size_t end = part.find('=');
+            const std::size_t dot = part.substr(0, end).find('.');
+            const std::string tag = part.substr(0, std::min(dot, end));
+            const char *attribute = tag == "pIndex" ? "Offset" : tag.find("Indexed") != tag.npos ? "Index" : "Name";
+            xml += "<" + tag;
+            if (dot < end)
+                xml += std::string(" ") + attribute + "=\"" + part.substr(dot + 1, end - dot - 1) + "\"";
+            const std::string text = part.substr(end + 1);
+            xml +=
+                ">" + (text.find_first_of("<>&") == text.npos ? text : "<![CDATA[" + text + "]]>") + "</" + tag + ">";
+        }
+        xml += "</" + kind + ">";
+    }
+    return xml;
 }
 
 /// The description of the GenICam exception that the action throws, after its class; "" if it throws none.

@@ -15,24 +15,22 @@ namespace {
 std::string original()
 {
     std::string nodes =
-        "<Category Name=\"Root\"><pFeature>Sub</pFeature><pFeature>N0</pFeature></Category>"
-        "<Category Name=\"Sub\"><pFeature>Mode</pFeature><pFeature>Run</pFeature><pFeature>Text</pFeature></Category>"
         "<Enumeration Name=\"Mode\"><EnumEntry Name=\"X\"><pIsAvailable>N1</pIsAvailable><Value>0</Value></EnumEntry>"
         "<EnumEntry Name=\"Y\"><Value>1</Value></EnumEntry><pValue>R3</pValue><pSelected>N2</pSelected></Enumeration>"
-        "<Command Name=\"Run\"><pValue>R4</pValue><pCommandValue>N3</pCommandValue></Command>"
-        "<String Name=\"Text\"><pValue>TextReg</pValue></String><StringReg Name=\"TextReg\"><Address>0x80</Address>"
-        "<pIndex "
-        "Offset=\"8\">Mode</pIndex><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>"
-        "<Boolean Name=\"Flag\"><pIsLocked>N4</pIsLocked><pValue>R5</pValue></Boolean>"
-        "<Float Name=\"F\"><pValue>C</pValue><pMax>K</pMax></Float><Converter Name=\"C\"><pVariable "
-        "Name=\"V\">N5</pVariable>"
-        "<FormulaTo>FROM * V</FormulaTo><FormulaFrom>TO / V</FormulaFrom><pValue>R6</pValue></Converter>"
-        "<SwissKnife Name=\"K\"><pVariable Name=\"A\">N6</pVariable><pVariable Name=\"B.Max\">N7</pVariable>"
-        "<Formula>(A &gt; 3) ? B.Max : A * 2</Formula></SwissKnife>";
+        + described(R"(
+            Category Root; pFeature=Sub; pFeature=N0
+            Category Sub; pFeature=Mode; pFeature=Run; pFeature=Text
+            Command Run; pValue=R4; pCommandValue=N3
+            String Text; pValue=TextReg
+            StringReg TextReg; Address=0x80; pIndex.8=Mode; Length=8; AccessMode=RW; pPort=Device
+            Boolean Flag; pIsLocked=N4; pValue=R5
+            Float F; pValue=C; pMax=K
+            Converter C; pVariable.V=N5; FormulaTo=FROM * V; FormulaFrom=TO / V; pValue=R6
+            SwissKnife K; pVariable.A=N6; pVariable.B.Max=N7; Formula=(A > 3) ? B.Max : A * 2)");
     for (int i = 0; i < 8; ++i) {
         const std::string n = std::to_string(i), next = std::to_string((i + 1) % 8);
-        nodes += "<Integer Name=\"N" + n + "\"><pInvalidator>Run</pInvalidator><pValue>R" + n + "</pValue><pMax>R"
-            + next + "</pMax></Integer>" + intReg(("R" + n).c_str(), std::to_string(16 * i).c_str(), "", 1 + i);
+        nodes += described("Integer N" + n + "; pInvalidator=Run; pValue=R" + n + "; pMax=R" + next)
+            + intReg(("R" + n).c_str(), std::to_string(16 * i).c_str(), "", 1 + i);
     }
     return nodes;
 }
@@ -125,30 +123,28 @@ class tst_DescriptionFuzz : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void survivesBrokenDescriptions();
-};
-
-void tst_DescriptionFuzz::survivesBrokenDescriptions()
-{
-    const std::string text = original();
-    Mutator mutator(20261122);
-    int loaded = 0;
-    for (int i = 0; i < 400; ++i) {
-        const std::string broken = mutator.mutated(text);
-        QElapsedTimer timer;
-        timer.start();
-        const std::string thrown = thrownBy([&] {
-            Camera camera(broken);
-            ++loaded;
-            camera.port.readFault = i % 5 ? MemoryPort::Fault::None : MemoryPort::Fault::Timeout;
-            exercise(camera);
-        });
-        QVERIFY2(thrown.empty() || thrown.rfind("Runtime: ", 0) == 0, thrown.c_str());
-        QVERIFY2(timer.elapsed() < 5000, broken.c_str());
+    void survivesBrokenDescriptions()
+    {
+        const std::string text = original();
+        Mutator mutator(20261122);
+        int loaded = 0;
+        for (int i = 0; i < 400; ++i) {
+            const std::string broken = mutator.mutated(text);
+            QElapsedTimer timer;
+            timer.start();
+            const std::string thrown = thrownBy([&] {
+                Camera camera(broken);
+                ++loaded;
+                camera.port.readFault = i % 5 ? MemoryPort::Fault::None : MemoryPort::Fault::Timeout;
+                exercise(camera);
+            });
+            QVERIFY2(thrown.empty() || thrown.rfind("Runtime: ", 0) == 0, thrown.c_str());
+            QVERIFY2(timer.elapsed() < 5000, broken.c_str());
+        }
+        QVERIFY(loaded > 100);
+        QVERIFY(loaded < 400);
     }
-    QVERIFY(loaded > 100);
-    QVERIFY(loaded < 400);
-}
+};
 
 QTEST_GUILESS_MAIN(tst_DescriptionFuzz)
 #include "tst_DescriptionFuzz.moc"

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "GenApi/src/DescriptionText.h"
+#include "TableRows.h"
 
 using NodeEngine::descriptionText;
 using NodeEngine::descriptionTextOfFile;
@@ -99,162 +100,125 @@ class tst_DescriptionText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void wrappings_data();
-    void wrappings();
-    void encodings_data();
-    void encodings();
-    void archives_data();
-    void archives();
-    void errors_data();
-    void errors();
-    void anyBytesGiveValidUtf8();
-    void files();
-    void unreadableFiles();
-};
-
-void tst_DescriptionText::wrappings_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("expected");
-    const QByteArray bare = "<RegisterDescription a=\"<?xm\"/>";
-    QTest::newRow("plain") << Xml << Xml;
-    QTest::newRow("UTF-8 mark") << "\xEF\xBB\xBF" + Xml << Xml;
-    QTest::newRow("leading blanks") << " \r\n\t" + Xml << Xml;
-    QTest::newRow("text line before") << "Device <A & B>, rev 2\n" + Xml << Xml;
-    QTest::newRow("trailing NULs") << Xml + QByteArray(4096, '\0') << Xml;
-    QTest::newRow("NUL inside") << QByteArray("<a>1\0002</a>", 11) << QByteArray("<a>1 2</a>");
-    QTest::newRow("no declaration") << bare << bare;
-    QTest::newRow("blanks, no declaration") << "\n " + bare << bare;
-    QTest::newRow("declaration out of reach")
-        << "<a>" + QByteArray(5000, 'x') + Xml << "<a>" + QByteArray(5000, 'x') + Xml;
-}
-
-void tst_DescriptionText::wrappings()
-{
-    QFETCH(QByteArray, bytes);
-    QTEST(textOf(bytes), "expected");
-}
-
-void tst_DescriptionText::encodings_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("expected");
-    const QString text = QStringLiteral("<a>\u00B0C \u00B5s \u66DD\u5149 \U0001F4F7</a>");
-    const QByteArray latin1 = "<?xml encoding='%1'?><a>\xB0 \xB5 \x80</a>";
-    const QString fromLatin1 = QStringLiteral("<?xml encoding='%1'?><a>\u00B0 \u00B5 \u20AC</a>");
-    QTest::newRow("UTF-8") << text.toUtf8() << text;
-    QTest::newRow("UTF-16 LE") << utf16(QChar(0xFEFF) + text, false) << text;
-    QTest::newRow("UTF-16 BE") << utf16(QChar(0xFEFF) + text, true) << text;
-    QTest::newRow("UTF-16 LE unmarked") << utf16(text, false) << text;
-    QTest::newRow("UTF-16 BE unmarked") << utf16(text, true) << text;
-    QTest::newRow("UTF-16 LE, odd NULs behind") << utf16(text, false) + QByteArray(6, '\0') << text;
-    QTest::newRow("UTF-16 half pair") << utf16(QStringLiteral("<a>") + QChar(0xD83D) + QLatin1String("b"), false)
-                                      << QStringLiteral("<a>\uFFFDb");
-    for (const char *name : {"ISO-8859-1", "iso-8859-1", "Latin1", "Windows-1252"}) {
-        QTest::newRow(name) << QByteArray(latin1).replace("%1", name)
-                            << QString(fromLatin1).replace(QLatin1String("%1"), QLatin1String(name));
+    void wrappings()
+    {
+        const QByteArray bare = "<RegisterDescription a=\"<?xm\"/>";
+        const QByteArray outOfReach = "<a>" + QByteArray(5000, 'x') + Xml;
+        const std::pair<QByteArray, QByteArray> rows[] = {{Xml, Xml},
+                                                          {"\xEF\xBB\xBF" + Xml, Xml},
+                                                          {" \r\n\t" + Xml, Xml},
+                                                          {"Device <A & B>, rev 2\n" + Xml, Xml},
+                                                          {Xml + QByteArray(4096, '\0'), Xml},
+                                                          {QByteArray("<a>1\0002</a>", 11), "<a>1 2</a>"},
+                                                          {bare, bare},
+                                                          {"\n " + bare, bare},
+                                                          {outOfReach, outOfReach}};
+        for (const auto &[bytes, expected] : rows)
+            COMPARE_ROW(bytes.toStdString(), textOf(bytes).toStdString(), expected.toStdString());
     }
-    QTest::newRow("Latin-9 is not Latin-1") << QByteArray("<?xml encoding='ISO-8859-15'?>\xC2\xB0")
-                                            << QStringLiteral("<?xml encoding='ISO-8859-15'?>\u00B0");
-    QTest::newRow("stray Latin-1 in UTF-8")
-        << QByteArray("<a>\xC2\xB0 \xB0 \xC3</a>") << QStringLiteral("<a>\u00B0 \u00B0 \u00C3</a>");
-    QTest::newRow("overlong slash") << QByteArray("<a>\xC0\xAF") << QStringLiteral("<a>\u00C0\u00AF");
-    QTest::newRow("surrogate") << QByteArray("<a>\xED\xA0\x80") << QStringLiteral("<a>\u00ED\u00A0\u20AC");
-    QTest::newRow("above U+10FFFF") << QByteArray("<a>\xF4\x90\x80\x80")
-                                    << QStringLiteral("<a>\u00F4\u0090\u20AC\u20AC");
-    QTest::newRow("cut off at the end") << QByteArray("<a>\xE6\x9B") << QStringLiteral("<a>\u00E6\u203A");
-}
 
-void tst_DescriptionText::encodings()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, expected);
-    QCOMPARE(textOf(bytes), expected.toUtf8());
-}
-
-void tst_DescriptionText::archives_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("one entry") << zipped({{"camera.xml", Xml}});
-    QTest::newRow("upper case, in a folder") << zipped({{"a/CAMERA.XML", Xml}});
-    QTest::newRow("among others") << zipped(
-        {{"readme.txt", "<no/>"}, {"xml", "<no/>"}, {"b.xml", Xml}, {"c.xml", "<no/>"}});
-    QTest::newRow("resource fork first") << zipped({{"__MACOSX/._b.xml", "<no/>"}, {"b.xml", Xml}});
-    QTest::newRow("resource fork in a folder") << zipped({{"a/__MACOSX/b.xml", "<no/>"}, {"b.xml", Xml}});
-    QTest::newRow("with mark and NULs") << zipped({{"camera.xml", "\xEF\xBB\xBF" + Xml + QByteArray(3, '\0')}});
-    QTest::newRow("NULs behind the archive") << zipped({{"camera.xml", Xml}}) + QByteArray(300, '\0');
-}
-
-void tst_DescriptionText::archives()
-{
-    QFETCH(QByteArray, bytes);
-    QCOMPARE(textOf(bytes), Xml);
-}
-
-void tst_DescriptionText::errors_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("part");
-    QByteArray damaged = zipped({{"camera.xml", Xml}});
-    damaged[50] = '!';
-    QTest::newRow("empty") << QByteArray() << QByteArray("holds no XML");
-    QTest::newRow("NULs only") << QByteArray(64, '\0') << QByteArray("holds no XML");
-    QTest::newRow("no markup") << QByteArray("\xFF\xFE\1") << QByteArray("holds no XML");
-    QTest::newRow("cut archive") << zipped({{"camera.xml", Xml}}).left(60) << QByteArray("cannot be opened");
-    QTest::newRow("damaged archive") << damaged << QByteArray("damaged: CRC error");
-    QTest::newRow("empty archive") << zipped({}) << QByteArray("holds no .xml file");
-    QTest::newRow("archive of others") << zipped({{"a.txt", Xml}}) << QByteArray("holds no .xml file");
-    QTest::newRow("archive of an archive")
-        << zipped({{"a.xml", zipped({{"b.txt", ""}})}}) << QByteArray("holds no XML");
-}
-
-void tst_DescriptionText::errors()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QByteArray, part);
-    const QByteArray error = errorOf([&bytes] { textOf(bytes); });
-    QVERIFY2(error.contains(part), error.constData());
-}
-
-void tst_DescriptionText::anyBytesGiveValidUtf8()
-{
-    quint32 state = 1;
-    for (int round = 0; round < 500; ++round) {
-        QByteArray bytes = round % 2 == 0 ? "<" : "<?xml encoding='latin1'";
-        for (int i = 0; i < 200; ++i) {
-            state = state * 1664525 + 1013904223;
-            bytes += char(state >> 24);
+    void encodings()
+    {
+        const QString text = QStringLiteral("<a>\u00B0C \u00B5s \u66DD\u5149 \U0001F4F7</a>");
+        const QString halfPair = QStringLiteral("<a>") + QChar(0xD83D) + QLatin1String("b");
+        const std::pair<QByteArray, QString> rows[] = {
+            {text.toUtf8(), text},
+            {utf16(QChar(0xFEFF) + text, false), text},
+            {utf16(QChar(0xFEFF) + text, true), text},
+            {utf16(text, false), text},
+            {utf16(text, true), text},
+            {utf16(text, false) + QByteArray(6, '\0'), text},
+            {utf16(halfPair, false), QStringLiteral("<a>\uFFFDb")},
+            {"<?xml encoding='ISO-8859-15'?>\xC2\xB0", QStringLiteral("<?xml encoding='ISO-8859-15'?>\u00B0")},
+            // what is no UTF-8 is taken for Latin-1
+            {"<a>\xC2\xB0 \xB0 \xC3</a>", QStringLiteral("<a>\u00B0 \u00B0 \u00C3</a>")},
+            {"<a>\xC0\xAF", QStringLiteral("<a>\u00C0\u00AF")},
+            {"<a>\xED\xA0\x80", QStringLiteral("<a>\u00ED\u00A0\u20AC")},
+            {"<a>\xF4\x90\x80\x80", QStringLiteral("<a>\u00F4\u0090\u20AC\u20AC")},
+            {"<a>\xE6\x9B", QStringLiteral("<a>\u00E6\u203A")}};
+        for (const auto &[bytes, expected] : rows)
+            COMPARE_ROW(bytes.toHex(' ').toStdString(), textOf(bytes).toStdString(), expected.toStdString());
+        for (const char *name : {"ISO-8859-1", "iso-8859-1", "Latin1", "Windows-1252"}) {
+            const QByteArray declared = QByteArray("<?xml encoding='") + name + "'?>";
+            COMPARE_ROW(name, textOf(declared + "\xB0 \xB5 \x80").toStdString(),
+                        (declared + "\xC2\xB0 \xC2\xB5 \xE2\x82\xAC").toStdString());
         }
-        const QByteArray text = textOf(bytes);
-        QVERIFY(!text.contains('\0'));
-        QCOMPARE(QString::fromUtf8(text).toUtf8(), text);
     }
-}
 
-void tst_DescriptionText::files()
-{
-    QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("\u66DD\u5149.zip")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    const QByteArray large = Xml + "<!--" + QByteArray(300000, 'x') + "-->";
-    QVERIFY(file.write(zipped({{"camera.xml", large}})) > large.size());
-    file.close();
-    QCOMPARE(QByteArray::fromStdString(descriptionTextOfFile(QFile::encodeName(file.fileName()).toStdString())), large);
-}
+    void archives()
+    {
+        const QByteArray rows[] = {
+            zipped({{"camera.xml", Xml}}),
+            zipped({{"a/CAMERA.XML", Xml}}),
+            zipped({{"readme.txt", "<no/>"}, {"xml", "<no/>"}, {"b.xml", Xml}, {"c.xml", "<no/>"}}),
+            zipped({{"__MACOSX/._b.xml", "<no/>"}, {"b.xml", Xml}}),
+            zipped({{"a/__MACOSX/b.xml", "<no/>"}, {"b.xml", Xml}}),
+            zipped({{"camera.xml", "\xEF\xBB\xBF" + Xml + QByteArray(3, '\0')}}),
+            zipped({{"camera.xml", Xml}}) + QByteArray(300, '\0')};
+        for (const QByteArray &bytes : rows)
+            COMPARE_ROW(bytes.toStdString(), textOf(bytes).toStdString(), Xml.toStdString());
+    }
 
-void tst_DescriptionText::unreadableFiles()
-{
-    QTemporaryDir folder;
-    const std::string missing = folder.filePath(QStringLiteral("missing.xml")).toStdString();
-    const QByteArray absent = errorOf([&] { descriptionTextOfFile(missing); });
-    QVERIFY2(absent.contains("missing.xml' cannot be read: No such file"), absent.constData());
-    const QByteArray notAFile = errorOf([&] { descriptionTextOfFile(folder.path().toStdString()); });
-    QVERIFY2(notAFile.contains("cannot be read: Is a directory"), notAFile.constData());
-    QFile empty(QString::fromStdString(missing));
-    QVERIFY(empty.open(QIODevice::WriteOnly));
-    const QByteArray noText = errorOf([&] { descriptionTextOfFile(missing); });
-    QVERIFY2(noText.contains("missing.xml' cannot be loaded: The description holds no XML."), noText.constData());
-}
+    void errors()
+    {
+        QByteArray damaged = zipped({{"camera.xml", Xml}});
+        damaged[50] = '!';
+        const std::pair<QByteArray, const char *> rows[] = {
+            {"", "holds no XML"},
+            {QByteArray(64, '\0'), "holds no XML"},
+            {"\xFF\xFE\1", "holds no XML"},
+            {zipped({{"camera.xml", Xml}}).left(60), "cannot be opened"},
+            {damaged, "damaged: CRC error"},
+            {zipped({}), "holds no .xml file"},
+            {zipped({{"a.txt", Xml}}), "holds no .xml file"},
+            {zipped({{"a.xml", zipped({{"b.txt", ""}})}}), "holds no XML"}};
+        for (const auto &row : rows) {
+            const QByteArray error = errorOf([&row] { textOf(row.first); });
+            QVERIFY2(error.contains(row.second), (row.second + (" is not in: " + error)).constData());
+        }
+    }
+
+    void anyBytesGiveValidUtf8()
+    {
+        quint32 state = 1;
+        for (int round = 0; round < 500; ++round) {
+            QByteArray bytes = round % 2 == 0 ? "<" : "<?xml encoding='latin1'";
+            for (int i = 0; i < 200; ++i) {
+                state = state * 1664525 + 1013904223;
+                bytes += char(state >> 24);
+            }
+            const QByteArray text = textOf(bytes);
+            QVERIFY(!text.contains('\0'));
+            QCOMPARE(QString::fromUtf8(text).toUtf8(), text);
+        }
+    }
+
+    void files()
+    {
+        QTemporaryDir folder;
+        QFile file(folder.filePath(QStringLiteral("\u66DD\u5149.zip")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QByteArray large = Xml + "<!--" + QByteArray(300000, 'x') + "-->";
+        QVERIFY(file.write(zipped({{"camera.xml", large}})) > large.size());
+        file.close();
+        QCOMPARE(QByteArray::fromStdString(descriptionTextOfFile(QFile::encodeName(file.fileName()).toStdString())),
+                 large);
+    }
+
+    void unreadableFiles()
+    {
+        QTemporaryDir folder;
+        const std::string missing = folder.filePath(QStringLiteral("missing.xml")).toStdString();
+        const QByteArray absent = errorOf([&] { descriptionTextOfFile(missing); });
+        QVERIFY2(absent.contains("missing.xml' cannot be read: No such file"), absent.constData());
+        const QByteArray notAFile = errorOf([&] { descriptionTextOfFile(folder.path().toStdString()); });
+        QVERIFY2(notAFile.contains("cannot be read: Is a directory"), notAFile.constData());
+        QFile empty(QString::fromStdString(missing));
+        QVERIFY(empty.open(QIODevice::WriteOnly));
+        const QByteArray noText = errorOf([&] { descriptionTextOfFile(missing); });
+        QVERIFY2(noText.contains("missing.xml' cannot be loaded: The description holds no XML."), noText.constData());
+    }
+};
 
 QTEST_APPLESS_MAIN(tst_DescriptionText)
 #include "tst_DescriptionText.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Values, limits and texts of every kind of node.
 #include "Camera.h"
+#include "TableRows.h"
 
 #include <QScopeGuard>
 #include <QTest>
@@ -15,75 +16,52 @@ namespace {
 constexpr int64_t Least = std::numeric_limits<int64_t>::min();
 constexpr int64_t Most = std::numeric_limits<int64_t>::max();
 
-std::string constant(const char *name, const char *value, const std::string &more = "")
-{
-    return std::string("<Integer Name=\"") + name + "\"><Value>" + value + "</Value>" + more + "</Integer>";
-}
-
 // A camera with one node of each kind of conversion, shared by the tests.
 std::string zoo()
 {
     return integer("Plain", "0x10") + integer("Own", "0x14", "<Min>10</Min><Max>50</Max><Inc>5</Inc>")
-        + "<Float Name=\"OverInt\"><pValue>Grid</pValue></Float>"
-        + constant("Grid", "10", "<Min>1</Min><Max>20</Max><Inc>5</Inc>")
-        + "<Integer Name=\"Copies\"><pValue>Plain</pValue><pValueCopy>Own</pValueCopy></Integer>"
-        + "<Converter Name=\"Milli\"><FormulaTo>FROM * 1000</FormulaTo><FormulaFrom>TO / 1000</FormulaFrom>"
-          "<pValue>RawMilli</pValue></Converter>"
-        + intReg("RawMilli", "0x18", "", 2)
-        + "<Converter Name=\"Falling\"><FormulaTo>100 / FROM</FormulaTo><FormulaFrom>100 / TO</FormulaFrom>"
-          "<pValue>Ten</pValue><Slope>Decreasing</Slope></Converter>"
-        + constant("Ten", "10", "<Min>1</Min><Max>100</Max>")
-        + "<Converter Name=\"Wild\"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom>"
-          "<pValue>Ten</pValue><Slope>Varying</Slope></Converter>"
-        + "<Converter Name=\"Linear\"><FormulaTo>(FROM - 3) / 2</FormulaTo><FormulaFrom>TO * 2 + 3</FormulaFrom>"
-          "<pValue>Grid</pValue><IsLinear>Yes</IsLinear></Converter>"
-        + "<IntConverter Name=\"Shifted\"><FormulaTo>FROM &gt;&gt; 33</FormulaTo>"
-          "<FormulaFrom>TO &lt;&lt; 33</FormulaFrom><pValue>Small</pValue></IntConverter>"
-        + intReg("Small", "0x1C", "", 1)
-        + "<IntSwissKnife Name=\"Exact\"><pVariable Name=\"X\">Big</pVariable><Formula>X + 1</Formula></IntSwissKnife>"
-        + constant("Big", "9007199254740993")
-        + "<IntSwissKnife Name=\"Divided\"><pVariable Name=\"X\">Zero</pVariable><Formula>7 / X</Formula>"
-          "</IntSwissKnife>"
-        + constant("Zero", "0")
-        + "<SwissKnife Name=\"Mixed\"><pVariable Name=\"B\">Flag</pVariable><pVariable Name=\"E\">Mode</pVariable>"
-          "<pVariable Name=\"G.Max\">Grid</pVariable><pVariable Name=\"M\">Mode</pVariable>"
-          "<Constant Name=\"K\">0.5</Constant><Expression Name=\"TWICE\">E * 2</Expression>"
-          "<Formula>B + TWICE + G.Max * K + M.Entry.Fast</Formula></SwissKnife>"
-        + "<Boolean Name=\"Flag\"><pValue>FlagReg</pValue><OnValue>7</OnValue><OffValue>5</OffValue></Boolean>"
-        + intReg("FlagReg", "0x20")
+        + intReg("RawMilli", "0x18", "", 2) + intReg("Small", "0x1C", "", 1) + intReg("FlagReg", "0x20")
+        + intReg("ModeReg", "0x24") + intReg("Wide", "0x28", "", 8)
+        + intReg("Measured", "0x30", "<Sign>Signed</Sign><pLength>Two</pLength>")
         + "<Enumeration Name=\"Mode\"><EnumEntry Name=\"Slow\"><Value>1</Value></EnumEntry>"
           "<EnumEntry Name=\"Fast\"><Value>40</Value><Symbolic>Quick</Symbolic></EnumEntry>"
           "<EnumEntry Name=\"Gone\"><pIsAvailable>Zero</pIsAvailable><Value>50</Value></EnumEntry>"
           "<EnumEntry Name=\"Never\"><pIsImplemented>Zero</pIsImplemented><Value>60</Value></EnumEntry>"
           "<pValue>ModeReg</pValue></Enumeration>"
-        + intReg("ModeReg", "0x24") + constant("Chosen", "0")
-        + "<Integer Name=\"Table\"><pIndex>Chosen</pIndex><ValueIndexed Index=\"0\">100</ValueIndexed>"
-          "<pValueIndexed Index=\"1\">Plain</pValueIndexed><ValueDefault>-1</ValueDefault></Integer>"
-        + "<Integer Name=\"Behind\"><pIndex>Chosen</pIndex><pValueIndexed Index=\"0\">Own</pValueIndexed>"
-          "<pValueDefault>Plain</pValueDefault></Integer>"
-        + "<Float Name=\"RealBehind\"><pIndex>Chosen</pIndex><pValueIndexed Index=\"0\">Milli</pValueIndexed>"
-          "<ValueDefault>0</ValueDefault></Float>"
-        + "<IntConverter Name=\"Upper\"><FormulaTo>FROM &lt;&lt; 32</FormulaTo>"
-          "<FormulaFrom>TO &gt;&gt; 32</FormulaFrom><pValue>Wide</pValue></IntConverter>"
-        + intReg("Wide", "0x28", "", 8)
-        + "<IntSwissKnife Name=\"Bounded\"><Formula>4</Formula><Min>1</Min><pMax>Ten</pMax></IntSwissKnife>"
-        + "<SwissKnife Name=\"RealBounded\"><Formula>4</Formula><Min>-1.5</Min><pMax>Ten</pMax></SwissKnife>"
-        + "<SwissKnife Name=\"Tiny\"><Formula>4</Formula><Min>1E-400</Min><Max>1E2</Max></SwissKnife>"
-        + "<Converter Name=\"Fine\"><FormulaTo>(FROM + 1304.2) * 65 - 43970</FormulaTo>"
-          "<FormulaFrom>(TO + 43970) / 65 - "
-          "1304.2</FormulaFrom><pValue>Plain</pValue><Slope>Varying</Slope></Converter>"
-        + "<Integer Name=\"OverFine\"><pValue>Fine</pValue></Integer>"
-        + "<Converter Name=\"Flat\"><FormulaTo>FROM * 10</FormulaTo><FormulaFrom>TO &lt; 4 ? 0.5 : TO / "
-          "10</FormulaFrom>"
-          "<pValue>Ten</pValue><IsLinear>Yes</IsLinear></Converter>"
-        + "<Integer Name=\"OverFlat\"><pValue>Flat</pValue></Integer>"
-        + "<SwissKnife Name=\"Endless\"><pVariable Name=\"X\">Zero</pVariable>"
-          "<Formula>X = 0 ? EXP(1000) : X</Formula></SwissKnife>"
-        + "<IntSwissKnife Name=\"NoStep\"><pVariable Name=\"X\">Zero</pVariable><Formula>X = 1 ? 4 : 0</Formula>"
-          "</IntSwissKnife>"
-        + "<Float Name=\"Open\"><Value>1</Value><Min>0</Min><pMax>Endless</pMax><pInc>NoStep</pInc></Float>"
-        + constant("IntOpen", "1", "<Min>0</Min><pMax>Endless</pMax><pInc>NoStep</pInc>")
-        + intReg("Measured", "0x30", "<Sign>Signed</Sign><pLength>Two</pLength>") + constant("Two", "2");
+        + described(R"(
+            Integer Zero; Value=0
+            Integer Two; Value=2
+            Integer Ten; Value=10; Min=1; Max=100
+            Integer Big; Value=9007199254740993
+            Integer Grid; Value=10; Min=1; Max=20; Inc=5
+            Integer Chosen; Value=0
+            Integer Copies; pValue=Plain; pValueCopy=Own
+            Integer Table; pIndex=Chosen; ValueIndexed.0=100; pValueIndexed.1=Plain; ValueDefault=-1
+            Integer Behind; pIndex=Chosen; pValueIndexed.0=Own; pValueDefault=Plain
+            Integer OverFine; pValue=Fine
+            Integer OverFlat; pValue=Flat
+            Integer IntOpen; Value=1; Min=0; pMax=Endless; pInc=NoStep
+            Boolean Flag; pValue=FlagReg; OnValue=7; OffValue=5
+            Float OverInt; pValue=Grid
+            Float RealBehind; pIndex=Chosen; pValueIndexed.0=Milli; ValueDefault=0
+            Float Open; Value=1; Min=0; pMax=Endless; pInc=NoStep
+            Converter Milli; FormulaTo=FROM * 1000; FormulaFrom=TO / 1000; pValue=RawMilli
+            Converter Falling; FormulaTo=100 / FROM; FormulaFrom=100 / TO; pValue=Ten; Slope=Decreasing
+            Converter Wild; FormulaTo=FROM; FormulaFrom=TO; pValue=Ten; Slope=Varying
+            Converter Linear; FormulaTo=(FROM - 3) / 2; FormulaFrom=TO * 2 + 3; pValue=Grid; IsLinear=Yes
+            Converter Fine; FormulaTo=(FROM + 1304.2) * 65; FormulaFrom=TO / 65 - 1304.2; pValue=Plain; Slope=Varying
+            Converter Flat; FormulaTo=FROM * 10; FormulaFrom=TO < 4 ? 0.5 : TO / 10; pValue=Ten; IsLinear=Yes
+            IntConverter Shifted; FormulaTo=FROM >> 33; FormulaFrom=TO << 33; pValue=Small
+            IntConverter Upper; FormulaTo=FROM << 32; FormulaFrom=TO >> 32; pValue=Wide
+            IntSwissKnife Exact; pVariable.X=Big; Formula=X + 1
+            IntSwissKnife Divided; pVariable.X=Zero; Formula=7 / X
+            IntSwissKnife Bounded; Formula=4; Min=1; pMax=Ten
+            IntSwissKnife NoStep; pVariable.X=Zero; Formula=X = 1 ? 4 : 0
+            SwissKnife RealBounded; Formula=4; Min=-1.5; pMax=Ten
+            SwissKnife Tiny; Formula=4; Min=1E-400; Max=1E2
+            SwissKnife Endless; pVariable.X=Zero; Formula=X = 0 ? EXP(1000) : X)")
+        + described("SwissKnife Mixed; pVariable.B=Flag; pVariable.E=Mode; pVariable.G.Max=Grid; pVariable.M=Mode; "
+                    "Constant.K=0.5; Expression.TWICE=E * 2; Formula=B + TWICE + G.Max * K + M.Entry.Fast");
 }
 
 } // namespace
@@ -93,296 +71,234 @@ class tst_NodeValues : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void integerLimits_data();
-    void integerLimits();
-    void floatLimits_data();
-    void floatLimits();
-    void refusesWhatIsOutOfRange_data();
-    void refusesWhatIsOutOfRange();
-    void floatsOverIntegersSnapToTheGrid();
-    void convertersWorkInBothDirections();
-    void formulasKeepTheirNumberSystem();
-    void divisionByZeroThrows();
-    void indexChoosesThePlace();
-    void copiesAreWrittenToo();
-    void enumerationsKnowTheirEntries();
-    void commandsRunUntilTheDeviceClearsThem();
-    void textsInAndOut_data();
-    void textsInAndOut();
-    void textsDoNotDependOnTheLocale();
-};
-
-void tst_NodeValues::integerLimits_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<qint64>("min");
-    QTest::addColumn<qint64>("max");
-    QTest::addColumn<qint64>("inc");
-    const auto row = [](const char *node, int64_t min, int64_t max, int64_t inc) {
-        QTest::newRow(node) << QByteArray(node) << qint64(min) << qint64(max) << qint64(inc);
-    };
-    row("Plain", 0, 4294967295, 1);
-    row("Own", 10, 50, 5);
-    row("Copies", 10, 50, 1);
-    row("Big", Least, Most, 1);
-    row("Exact", Least, Most, 1);
-    row("Shifted", 0, int64_t(255) << 33, 1);
-    row("Table", Least, Most, 1);
-    row("Behind", 10, 50, 5);
-    row("Upper", 0, 0x7fffffff, 1);
-    row("Bounded", 1, 10, 1);
-    row("OverFine", Least, Most, 1);
-    row("OverFlat", 1, 10, 1);
-    row("IntOpen", 0, Most, 1);
-    row("Measured", -32768, 32767, 1);
-}
-
-void tst_NodeValues::integerLimits()
-{
-    QFETCH(QByteArray, node);
-    const Camera camera(zoo());
-    CIntegerPtr integer = camera.integer(node);
-    QTEST(qint64(integer->GetMin()), "min");
-    QTEST(qint64(integer->GetMax()), "max");
-    QTEST(qint64(integer->GetInc()), "inc");
-}
-
-void tst_NodeValues::floatLimits_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<double>("min");
-    QTest::addColumn<double>("max");
-    QTest::addColumn<double>("inc"); // 0 for none
-    const auto row = [](const char *node, double min, double max, double inc) {
-        QTest::newRow(node) << QByteArray(node) << min << max << inc;
-    };
-    const double widest = std::numeric_limits<double>::max();
-    row("OverInt", 1, 20, 5);
-    row("Milli", 0, 65.535, 0);
-    row("Falling", 1, 100, 0);
-    row("Wild", -widest, widest, 0);
-    row("Linear", 5, 43, 10);
-    row("Mixed", -widest, widest, 0);
-    row("RealBehind", 0, 65.535, 0);
-    row("RealBounded", -1.5, 10, 0);
-    row("Tiny", 0, 100, 0);
-    row("Flat", 0.5, 10, 0.1);
-    row("Open", 0, widest, 1);
-}
-
-void tst_NodeValues::floatLimits()
-{
-    QFETCH(QByteArray, node);
-    QFETCH(double, inc);
-    const Camera camera(zoo());
-    CFloatPtr real = camera.real(node);
-    QTEST(real->GetMin(), "min");
-    QTEST(real->GetMax(), "max");
-    QCOMPARE(real->HasInc(), inc != 0);
-    if (inc != 0)
-        QCOMPARE(real->GetInc(), inc);
-    else
-        QCOMPARE(thrownBy([&] { real->GetInc(); }), std::string("Runtime: node does not have an increment."));
-}
-
-void tst_NodeValues::refusesWhatIsOutOfRange_data()
-{
-    QTest::addColumn<QByteArray>("node");
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("thrown");
-    const auto row = [](const char *node, const char *text, const char *thrown) {
-        QTest::addRow("%s %s", node, text) << QByteArray(node) << QByteArray(text) << QByteArray(thrown);
-    };
-    row("Own", "9", "OutOfRange: Value = 9 must be equal or greater than Min = 10.");
-    row("Own", "55", "OutOfRange: Value = 55 must be equal or smaller than Max = 50.");
-    row("Own", "12",
-        "OutOfRange: The difference between Value = 12 and Min = 10 must be dividable without rest by Inc = 5.");
-    row("Plain", "-1", "OutOfRange: Value = -1 must be equal or greater than Min = 0.");
-    row("Milli", "65.6", "OutOfRange: Value 65.600000 must be smaller than or equal 65.535000.");
-    row("Milli", "-0.001", "OutOfRange: Value -0.001000 must be greater than or equal 0.000000.");
-    row("Milli", "nan", "OutOfRange: Value nan must be greater than or equal 0.000000.");
-    row("Plain", "abc", "InvalidArgument: Node 'Plain' : cannot convert string 'abc' to int.");
-    row("Milli", "", "InvalidArgument: Node 'Milli' : cannot convert string '' to double.");
-    row("Flag", "True", "InvalidArgument: Node 'Flag' : cannot convert string 'True' to boolean");
-    row("Mode", "Fast", "InvalidArgument: Feature 'Mode' : cannot convert value 'Fast', the value is invalid.");
-    row("Mode", "Gone", "Access: Failed to write enumeration value. Enum entry is not writable");
-    row("Exact", "5", "Access: Node is not writable.");
-}
-
-void tst_NodeValues::refusesWhatIsOutOfRange()
-{
-    QFETCH(QByteArray, node);
-    QFETCH(QByteArray, text);
-    QFETCH(QByteArray, thrown);
-    Camera camera(zoo());
-    QCOMPARE(QByteArray::fromStdString(thrownBy([&] { camera.value(node)->FromString(text.constData()); })), thrown);
-    QCOMPARE(camera.port.writes, 0u);
-}
-
-void tst_NodeValues::floatsOverIntegersSnapToTheGrid()
-{
-    const Camera camera(zoo());
-    const struct
+    void integerLimits()
     {
-        double written;
-        int64_t stored;
-    } rows[] = {{12.0, 11}, {14.6, 16}, {13.4, 11}, {1.0, 1}, {16.0, 16}};
-    for (const auto &row : rows) {
-        camera.real("OverInt")->SetValue(row.written);
-        QCOMPARE(camera.integer("Grid")->GetValue(), row.stored);
+        // clang-format off
+        const struct
+        {
+            const char *node;
+            int64_t min, max, inc;
+        } rows[] = {
+            {"Plain", 0, 4294967295, 1}, {"Own", 10, 50, 5}, {"Copies", 10, 50, 1}, {"Big", Least, Most, 1},
+            {"Exact", Least, Most, 1}, {"Shifted", 0, int64_t(255) << 33, 1}, {"Table", Least, Most, 1},
+            {"Behind", 10, 50, 5}, {"Upper", 0, 0x7fffffff, 1}, {"Bounded", 1, 10, 1}, {"OverFine", Least, Most, 1},
+            {"OverFlat", 1, 10, 1}, {"IntOpen", 0, Most, 1}, {"Measured", -32768, 32767, 1}
+        };
+        // clang-format on
+        const Camera camera(zoo());
+        for (const auto &row : rows) {
+            CIntegerPtr integer = camera.integer(row.node);
+            COMPARE_ROW(row.node, integer->GetMin(), row.min);
+            COMPARE_ROW(row.node, integer->GetMax(), row.max);
+            COMPARE_ROW(row.node, integer->GetInc(), row.inc);
+        }
     }
-    QVERIFY(!thrownBy([&] { camera.real("OverInt")->SetValue(0.4); }).empty());
-}
 
-void tst_NodeValues::convertersWorkInBothDirections()
-{
-    Camera camera(zoo());
-    camera.port.poke(0x18, 1500, 2);
-    QCOMPARE(camera.real("Milli")->GetValue(), 1.5);
-    camera.real("Milli")->SetValue(2.2504); // rounds to a whole register
-    QCOMPARE(camera.port.peek(0x18, 2), uint64_t(2250));
-    QCOMPARE(camera.real("Milli")->GetValue(), 2.25);
-    camera.integer("Shifted")->SetValue(int64_t(5) << 33);
-    QCOMPARE(camera.port.peek(0x1C, 1), uint64_t(5));
-    QCOMPARE(camera.integer("Shifted")->GetValue(), int64_t(5) << 33);
-}
+    void floatLimits()
+    {
+        const double widest = std::numeric_limits<double>::max();
+        // clang-format off
+        const struct
+        {
+            const char *node;
+            double min, max, inc; // 0 for no increment
+        } rows[] = {
+            {"OverInt", 1, 20, 5}, {"Milli", 0, 65.535, 0}, {"Falling", 1, 100, 0}, {"Wild", -widest, widest, 0},
+            {"Linear", 5, 43, 10}, {"Mixed", -widest, widest, 0}, {"RealBehind", 0, 65.535, 0},
+            {"RealBounded", -1.5, 10, 0}, {"Tiny", 0, 100, 0}, {"Flat", 0.5, 10, 0.1}, {"Open", 0, widest, 1}
+        };
+        // clang-format on
+        const Camera camera(zoo());
+        for (const auto &row : rows) {
+            CFloatPtr real = camera.real(row.node);
+            COMPARE_ROW(row.node, real->GetMin(), row.min);
+            COMPARE_ROW(row.node, real->GetMax(), row.max);
+            COMPARE_ROW(row.node, real->HasInc(), row.inc != 0);
+            if (row.inc != 0)
+                COMPARE_ROW(row.node, real->GetInc(), row.inc);
+            else
+                COMPARE_ROW(row.node, thrownBy([&] { real->GetInc(); }), "Runtime: node does not have an increment.");
+        }
+    }
 
-void tst_NodeValues::formulasKeepTheirNumberSystem()
-{
-    Camera camera(zoo());
-    QCOMPARE(camera.integer("Exact")->GetValue(), int64_t(9007199254740994)); // odd + 1 is lost in double
-    camera.port.poke(0x20, 7);
-    camera.port.poke(0x24, 40);
-    QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 40 * 2 + 20 * 0.5 + 40);
-    camera.enumeration("Mode")->SetIntValue(1);
-    QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 1 * 2 + 20 * 0.5 + 40);
-}
+    void refusesWhatIsOutOfRange()
+    {
+        const struct
+        {
+            const char *node, *text, *thrown;
+        } rows[] = {
+            {"Own", "9", "OutOfRange: Value = 9 must be equal or greater than Min = 10."},
+            {"Own", "55", "OutOfRange: Value = 55 must be equal or smaller than Max = 50."},
+            {"Own", "12",
+             "OutOfRange: The difference between Value = 12 and Min = 10 must be dividable without rest by Inc = 5."},
+            {"Plain", "-1", "OutOfRange: Value = -1 must be equal or greater than Min = 0."},
+            {"Milli", "65.6", "OutOfRange: Value 65.600000 must be smaller than or equal 65.535000."},
+            {"Milli", "-0.001", "OutOfRange: Value -0.001000 must be greater than or equal 0.000000."},
+            {"Milli", "nan", "OutOfRange: Value nan must be greater than or equal 0.000000."},
+            {"Plain", "abc", "InvalidArgument: Node 'Plain' : cannot convert string 'abc' to int."},
+            {"Milli", "", "InvalidArgument: Node 'Milli' : cannot convert string '' to double."},
+            {"Flag", "True", "InvalidArgument: Node 'Flag' : cannot convert string 'True' to boolean"},
+            {"Mode", "Fast", "InvalidArgument: Feature 'Mode' : cannot convert value 'Fast', the value is invalid."},
+            {"Mode", "Gone", "Access: Failed to write enumeration value. Enum entry is not writable"},
+            {"Exact", "5", "Access: Node is not writable."}};
+        Camera camera(zoo());
+        for (const auto &row : rows) {
+            COMPARE_ROW(row.text, thrownBy([&] { camera.value(row.node)->FromString(row.text); }), row.thrown);
+            COMPARE_ROW(row.text, camera.port.writes, 0u);
+        }
+    }
 
-void tst_NodeValues::divisionByZeroThrows()
-{
-    const Camera camera(zoo());
-    QVERIFY(thrownBy([&] { camera.integer("Divided")->GetValue(); }).rfind("Runtime: ", 0) == 0);
-    camera.integer("Zero")->SetValue(2);
-    QCOMPARE(camera.integer("Divided")->GetValue(), int64_t(3));
-}
+    void floatsOverIntegersSnapToTheGrid()
+    {
+        const Camera camera(zoo());
+        const struct
+        {
+            double written;
+            int64_t stored;
+        } rows[] = {{12.0, 11}, {14.6, 16}, {13.4, 11}, {1.0, 1}, {16.0, 16}};
+        for (const auto &row : rows) {
+            camera.real("OverInt")->SetValue(row.written);
+            QCOMPARE(camera.integer("Grid")->GetValue(), row.stored);
+        }
+        QVERIFY(!thrownBy([&] { camera.real("OverInt")->SetValue(0.4); }).empty());
+    }
 
-void tst_NodeValues::indexChoosesThePlace()
-{
-    Camera camera(zoo());
-    camera.port.poke(0x10, 77);
-    CIntegerPtr table = camera.integer("Table");
-    QCOMPARE(table->GetValue(), int64_t(100));
-    camera.integer("Chosen")->SetValue(1);
-    QCOMPARE(table->GetValue(), int64_t(77));
-    table->SetValue(78);
-    QCOMPARE(camera.port.peek(0x10), uint64_t(78));
-    camera.integer("Chosen")->SetValue(9);
-    QCOMPARE(table->GetValue(), int64_t(-1));
-    camera.integer("Chosen")->SetValue(0);
-    QCOMPARE(table->GetValue(), int64_t(100));
-}
+    void convertersWorkInBothDirections()
+    {
+        Camera camera(zoo());
+        camera.port.poke(0x18, 1500, 2);
+        QCOMPARE(camera.real("Milli")->GetValue(), 1.5);
+        camera.real("Milli")->SetValue(2.2504); // rounds to a whole register
+        QCOMPARE(camera.port.peek(0x18, 2), uint64_t(2250));
+        QCOMPARE(camera.real("Milli")->GetValue(), 2.25);
+        camera.integer("Shifted")->SetValue(int64_t(5) << 33);
+        QCOMPARE(camera.port.peek(0x1C, 1), uint64_t(5));
+        QCOMPARE(camera.integer("Shifted")->GetValue(), int64_t(5) << 33);
+    }
 
-void tst_NodeValues::copiesAreWrittenToo()
-{
-    Camera camera(zoo());
-    camera.integer("Copies")->SetValue(25);
-    QCOMPARE(camera.port.peek(0x10), uint64_t(25));
-    QCOMPARE(camera.port.peek(0x14), uint64_t(25));
-    QVERIFY(!thrownBy([&] { camera.integer("Copies")->SetValue(60); }).empty());
-}
+    void formulasKeepTheirNumberSystem()
+    {
+        Camera camera(zoo());
+        QCOMPARE(camera.integer("Exact")->GetValue(), int64_t(9007199254740994)); // odd + 1 is lost in double
+        camera.port.poke(0x20, 7);
+        camera.port.poke(0x24, 40);
+        QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 40 * 2 + 20 * 0.5 + 40);
+        camera.enumeration("Mode")->SetIntValue(1);
+        QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 1 * 2 + 20 * 0.5 + 40);
+    }
 
-void tst_NodeValues::enumerationsKnowTheirEntries()
-{
-    Camera camera(zoo());
-    CEnumerationPtr mode = camera.enumeration("Mode");
-    StringList_t symbolics;
-    mode->GetSymbolics(symbolics);
-    QCOMPARE(symbolics.size(), size_t(2));
-    QCOMPARE(QByteArray(symbolics[1]), QByteArray("Quick"));
-    QVERIFY(mode->GetEntryByName("Gone"));
-    QVERIFY(!mode->GetEntryByName("Fast"));
-    camera.port.poke(0x24, 11);
-    QCOMPARE(mode->GetIntValue(), int64_t(11));
-    QVERIFY(!mode->GetCurrentEntry());
-    QVERIFY(thrownBy([&] { mode->ToString(); }).rfind("InvalidArgument: ", 0) == 0);
-    QVERIFY(thrownBy([&] { mode->GetIntValue(true); }).rfind("OutOfRange: ", 0) == 0);
-    camera.port.poke(0x24, 50);
-    QCOMPARE(QByteArray(mode->ToString(false, true)), QByteArray("Gone"));
-    QVERIFY(thrownBy([&] { mode->GetIntValue(true); }).rfind("Access: ", 0) == 0);
-    camera.integer("Zero")->SetValue(1);
-    mode->SetIntValue(60);
-    QCOMPARE(camera.port.peek(0x24), uint64_t(60));
-}
+    void divisionByZeroThrows()
+    {
+        const Camera camera(zoo());
+        QVERIFY(thrownBy([&] { camera.integer("Divided")->GetValue(); }).rfind("Runtime: ", 0) == 0);
+        camera.integer("Zero")->SetValue(2);
+        QCOMPARE(camera.integer("Divided")->GetValue(), int64_t(3));
+    }
 
-void tst_NodeValues::commandsRunUntilTheDeviceClearsThem()
-{
-    Camera camera("<Command Name=\"Run\"><pValue>RunReg</pValue><CommandValue>4</CommandValue></Command>"
-                  + intReg("RunReg", "0x10")
-                  + "<Command Name=\"Fire\"><pValue>FireReg</pValue><CommandValue>1</CommandValue></Command>"
-                  + intReg("FireReg", "0x14", "", 4, "WO"));
-    CCommandPtr run = camera.command("Run");
-    QVERIFY(run->IsDone());
-    run->Execute();
-    QCOMPARE(camera.port.peek(0x10), uint64_t(4));
-    QVERIFY(!run->IsDone());
-    camera.port.poke(0x10, 0);
-    QVERIFY(run->IsDone());
-    camera.port.resetCounters();
-    camera.command("Fire")->Execute();
-    QVERIFY(camera.command("Fire")->IsDone());
-    QCOMPARE(camera.port.trace(), std::string("W0x14:4"));
-}
+    void indexChoosesThePlace()
+    {
+        Camera camera(zoo());
+        camera.port.poke(0x10, 77);
+        CIntegerPtr table = camera.integer("Table");
+        QCOMPARE(table->GetValue(), int64_t(100));
+        camera.integer("Chosen")->SetValue(1);
+        QCOMPARE(table->GetValue(), int64_t(77));
+        table->SetValue(78);
+        QCOMPARE(camera.port.peek(0x10), uint64_t(78));
+        camera.integer("Chosen")->SetValue(9);
+        QCOMPARE(table->GetValue(), int64_t(-1));
+        camera.integer("Chosen")->SetValue(0);
+        QCOMPARE(table->GetValue(), int64_t(100));
+    }
 
-void tst_NodeValues::textsInAndOut_data()
-{
-    QTest::addColumn<QByteArray>("representation");
-    QTest::addColumn<QByteArray>("in");
-    QTest::addColumn<QByteArray>("out"); // empty: refused
-    const auto row = [](const char *representation, const char *in, const char *out) {
-        QTest::addRow("%s '%s'", representation, in) << QByteArray(representation) << QByteArray(in) << QByteArray(out);
-    };
-    row("PureNumber", "-12", "-12");
-    row("PureNumber", " 0x1F", "31");
-    row("PureNumber", "1.5", "1");
-    row("PureNumber", "99999999999999999999", "9223372036854775807");
-    row("PureNumber", "", "");
-    row("HexNumber", "255", "0xff");
-    row("HexNumber", "-1", "0xffffffffffffffff");
-    row("IPV4Address", "10.0.0.1", "10.0.0.1");
-    row("IPV4Address", "10.0.0.256", "");
-    row("IPV4Address", "10.0.0", "");
-    row("IPV4Address", "10.0.0.1.2", "");
-    row("MACAddress", "00:1A:2b:3C:4D:5F", "00:1a:2b:3c:4d:5f");
-    row("MACAddress", "00-1a-2b-3c-4d-5f", "");
-    row("Boolean", "true", "true");
-    row("Boolean", "0", "false");
-}
+    void copiesAreWrittenToo()
+    {
+        Camera camera(zoo());
+        camera.integer("Copies")->SetValue(25);
+        QCOMPARE(camera.port.peek(0x10), uint64_t(25));
+        QCOMPARE(camera.port.peek(0x14), uint64_t(25));
+        QVERIFY(!thrownBy([&] { camera.integer("Copies")->SetValue(60); }).empty());
+    }
 
-void tst_NodeValues::textsInAndOut()
-{
-    QFETCH(QByteArray, representation);
-    QFETCH(QByteArray, in);
-    QFETCH(QByteArray, out);
-    const Camera camera(constant("A", "3", "<Representation>" + representation.toStdString() + "</Representation>"));
-    const std::string thrown = thrownBy([&] { camera.value("A")->FromString(in.constData()); });
-    QCOMPARE(thrown.empty(), !out.isEmpty());
-    if (!out.isEmpty())
-        QCOMPARE(QByteArray(camera.value("A")->ToString()), out);
-}
+    void enumerationsKnowTheirEntries()
+    {
+        Camera camera(zoo());
+        CEnumerationPtr mode = camera.enumeration("Mode");
+        StringList_t symbolics;
+        mode->GetSymbolics(symbolics);
+        QCOMPARE(symbolics.size(), size_t(2));
+        QCOMPARE(QByteArray(symbolics[1]), QByteArray("Quick"));
+        QVERIFY(mode->GetEntryByName("Gone"));
+        QVERIFY(!mode->GetEntryByName("Fast"));
+        camera.port.poke(0x24, 11);
+        QCOMPARE(mode->GetIntValue(), int64_t(11));
+        QVERIFY(!mode->GetCurrentEntry());
+        QVERIFY(thrownBy([&] { mode->ToString(); }).rfind("InvalidArgument: ", 0) == 0);
+        QVERIFY(thrownBy([&] { mode->GetIntValue(true); }).rfind("OutOfRange: ", 0) == 0);
+        camera.port.poke(0x24, 50);
+        QCOMPARE(QByteArray(mode->ToString(false, true)), QByteArray("Gone"));
+        QVERIFY(thrownBy([&] { mode->GetIntValue(true); }).rfind("Access: ", 0) == 0);
+        camera.integer("Zero")->SetValue(1);
+        mode->SetIntValue(60);
+        QCOMPARE(camera.port.peek(0x24), uint64_t(60));
+    }
 
-void tst_NodeValues::textsDoNotDependOnTheLocale()
-{
-    const QByteArray before = setlocale(LC_NUMERIC, nullptr);
-    const auto restore = qScopeGuard([&] { setlocale(LC_NUMERIC, before.constData()); });
-    if (!setlocale(LC_NUMERIC, "de_DE.UTF-8") && !setlocale(LC_NUMERIC, "fr_FR.UTF-8"))
-        QSKIP("no locale with a decimal comma is installed");
-    const Camera camera("<Float Name=\"F\"><Value>0.25</Value><DisplayNotation>Fixed</DisplayNotation>"
-                        "<DisplayPrecision>3</DisplayPrecision></Float><Float Name=\"G\"><Value>1e-3</Value></Float>");
-    QCOMPARE(QByteArray(camera.value("F")->ToString()), QByteArray("0.250"));
-    camera.value("F")->FromString("1.5");
-    QCOMPARE(camera.real("F")->GetValue(), 1.5);
-    QCOMPARE(QByteArray(camera.value("G")->ToString()), QByteArray("0.001"));
-}
+    void commandsRunUntilTheDeviceClearsThem()
+    {
+        Camera camera(intReg("RunReg", "0x10") + intReg("FireReg", "0x14", "", 4, "WO")
+                      + described("Command Run; pValue=RunReg; CommandValue=4\n"
+                                  "Command Fire; pValue=FireReg; CommandValue=1"));
+        CCommandPtr run = camera.command("Run");
+        QVERIFY(run->IsDone());
+        run->Execute();
+        QCOMPARE(camera.port.peek(0x10), uint64_t(4));
+        QVERIFY(!run->IsDone());
+        camera.port.poke(0x10, 0);
+        QVERIFY(run->IsDone());
+        camera.port.resetCounters();
+        camera.command("Fire")->Execute();
+        QVERIFY(camera.command("Fire")->IsDone());
+        QCOMPARE(camera.port.trace(), std::string("W0x14:4"));
+    }
+
+    void textsInAndOut()
+    {
+        // clang-format off
+        const struct
+        {
+            const char *representation, *in;
+            const char *out; // empty: refused
+        } rows[] = {
+            {"PureNumber", "-12", "-12"}, {"PureNumber", " 0x1F", "31"}, {"PureNumber", "1.5", "1"},
+            {"PureNumber", "99999999999999999999", "9223372036854775807"}, {"PureNumber", "", ""},
+            {"HexNumber", "255", "0xff"}, {"HexNumber", "-1", "0xffffffffffffffff"},
+            {"IPV4Address", "10.0.0.1", "10.0.0.1"}, {"IPV4Address", "10.0.0.256", ""},
+            {"IPV4Address", "10.0.0", ""}, {"IPV4Address", "10.0.0.1.2", ""},
+            {"MACAddress", "00:1A:2b:3C:4D:5F", "00:1a:2b:3c:4d:5f"}, {"MACAddress", "00-1a-2b-3c-4d-5f", ""},
+            {"Boolean", "true", "true"}, {"Boolean", "0", "false"}
+        };
+        // clang-format on
+        for (const auto &[representation, in, out] : rows) {
+            const Camera camera(described(std::string("Integer A; Value=3; Representation=") + representation));
+            const bool isTaken = thrownBy([&] { camera.value("A")->FromString(in); }).empty();
+            COMPARE_ROW(in, isTaken ? camera.value("A")->ToString() : "", out);
+        }
+    }
+
+    void textsDoNotDependOnTheLocale()
+    {
+        const QByteArray before = setlocale(LC_NUMERIC, nullptr);
+        const auto restore = qScopeGuard([&] { setlocale(LC_NUMERIC, before.constData()); });
+        if (!setlocale(LC_NUMERIC, "de_DE.UTF-8") && !setlocale(LC_NUMERIC, "fr_FR.UTF-8"))
+            QSKIP("no locale with a decimal comma is installed");
+        const Camera camera(described("Float F; Value=0.25; DisplayNotation=Fixed; DisplayPrecision=3\n"
+                                      "Float G; Value=1e-3"));
+        QCOMPARE(QByteArray(camera.value("F")->ToString()), QByteArray("0.250"));
+        camera.value("F")->FromString("1.5");
+        QCOMPARE(camera.real("F")->GetValue(), 1.5);
+        QCOMPARE(QByteArray(camera.value("G")->ToString()), QByteArray("0.001"));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_NodeValues)
 #include "tst_NodeValues.moc"

@@ -85,44 +85,41 @@ class tst_ShippedDescriptions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void areStrict_data();
-    void areStrict();
-};
-
-void tst_ShippedDescriptions::areStrict_data()
-{
-    QTest::addColumn<QByteArray>("xml");
-    const QDir folder(QStringLiteral(DESCRIPTIONS));
-    for (const QString &name : folder.entryList({QStringLiteral("*.xml")})) {
-        QFile file(folder.filePath(name));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QTest::newRow(qPrintable(name)) << file.readAll();
-    }
-    QTest::newRow("made for the benchmarks") << QByteArray::fromStdString(makeDescription(200).xml);
-}
-
-void tst_ShippedDescriptions::areStrict()
-{
-    QFETCH(QByteArray, xml);
-    QCOMPARE(misplacedElements(xml).join(QLatin1Char(' ')), QString());
-    const LayerLog log;
-    MemoryPort port;
-    CNodeMapFactory factory(ContentType_Xml, xml.constData(), static_cast<std::size_t>(xml.size()));
-    const std::unique_ptr<INodeMap, void (*)(INodeMap *)> map(factory.CreateNodeMap(),
-                                                              [](INodeMap *made) { CastToIDestroy(made)->Destroy(); });
-    QVERIFY(map->Connect(&port));
-    NodeList_t nodes;
-    map->GetNodes(nodes);
-    for (INode *node : nodes) {
-        node->GetAccessMode(); // parses the formulas
-        for (const char *gate : {"pIsImplemented", "pIsAvailable", "pIsLocked"}) {
-            gcstring name, attribute;
-            if (node->GetProperty(gate, name, attribute))
-                QVERIFY2(map->GetNode(name)->GetPrincipalInterfaceType() != intfIFloat, node->GetName().c_str());
+    void areStrict_data()
+    {
+        QTest::addColumn<QByteArray>("xml");
+        const QDir folder(QStringLiteral(DESCRIPTIONS));
+        for (const QString &name : folder.entryList({QStringLiteral("*.xml")})) {
+            QFile file(folder.filePath(name));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QTest::newRow(qPrintable(name)) << file.readAll();
         }
+        QTest::newRow("made for the benchmarks") << QByteArray::fromStdString(makeDescription(200).xml);
     }
-    QCOMPARE(QByteArray::fromStdString(log.text()), QByteArray());
-}
+
+    void areStrict()
+    {
+        QFETCH(QByteArray, xml);
+        QCOMPARE(misplacedElements(xml).join(QLatin1Char(' ')), QString());
+        const LayerLog log;
+        MemoryPort port;
+        CNodeMapFactory factory(ContentType_Xml, xml.constData(), static_cast<std::size_t>(xml.size()));
+        const std::unique_ptr<INodeMap, void (*)(INodeMap *)> map(
+            factory.CreateNodeMap(), [](INodeMap *made) { CastToIDestroy(made)->Destroy(); });
+        QVERIFY(map->Connect(&port));
+        NodeList_t nodes;
+        map->GetNodes(nodes);
+        for (INode *node : nodes) {
+            node->GetAccessMode(); // parses the formulas
+            for (const char *gate : {"pIsImplemented", "pIsAvailable", "pIsLocked"}) {
+                gcstring name, attribute;
+                if (node->GetProperty(gate, name, attribute))
+                    QVERIFY2(map->GetNode(name)->GetPrincipalInterfaceType() != intfIFloat, node->GetName().c_str());
+            }
+        }
+        QCOMPARE(QByteArray::fromStdString(log.text()), QByteArray());
+    }
+};
 
 QTEST_APPLESS_MAIN(tst_ShippedDescriptions)
 #include "tst_ShippedDescriptions.moc"
