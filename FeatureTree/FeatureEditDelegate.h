@@ -69,7 +69,7 @@ private:
     void watch(QWidget *editor, const QModelIndex &index);
     void commit(QWidget *editor);
     void end(QWidget *editor, EndEditHint hint);
-    bool followKey(QWidget *editor, QKeyEvent &event);
+    bool handleKey(QWidget *editor, QKeyEvent &event);
 
     QTreeView *m_view; ///< the parent, if it is one
     bool m_isHovering = false;

@@ -141,7 +141,7 @@ void tst_ShownRows::onePassForAllThatChanges()
         m_camera->port.poke(TestCamera::Switch, isOn);
         m_camera->port.resetCounters();
         for (int i = 0; i < 3; ++i)
-            m_view->followDevice();
+            m_view->adoptDeviceChange();
     };
     change(0);
     QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 0u);
