@@ -181,7 +181,7 @@ QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionVi
     return editor;
 }
 
-/// Learns of all that ends the edit but the keys.
+/// Connects what ends an edit, except for keys, which eventFilter() sees.
 void FeatureEditDelegate::watch(QWidget *editor, const QModelIndex &index)
 {
     m_openEditor = editor;

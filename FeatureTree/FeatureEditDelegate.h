@@ -76,5 +76,5 @@ private:
     QModelIndex m_hoverIndex;
     QPointer<QWidget> m_openEditor;
     QPersistentModelIndex m_openIndex;
-    bool m_isEnding = false; ///< by one of the ways that a person has
+    bool m_isEnding = false; ///< while an edit ends by what the class comment names
 };

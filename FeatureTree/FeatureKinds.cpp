@@ -184,7 +184,8 @@ void fillIntegerBox(QWidget *editor, GenApi::INode *node)
 
 QVariant shownFloat(GenApi::INode *node)
 {
-    return contains(FreshFloats, nodeName(node)) ? GenApi::CFloatPtr(node)->GetValue(true, true) : readValue(node);
+    const ValueKind &kind = valueKind(node);
+    return contains(FreshFloats, nodeName(node)) ? kind.readFresh(node) : kind.read(node);
 }
 
 QWidget *makeFloatBox(const QString &feature, QWidget *parent)

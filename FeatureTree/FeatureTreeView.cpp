@@ -258,7 +258,7 @@ QModelIndex FeatureTreeView::moveCursor(CursorAction action, Qt::KeyboardModifie
     return index.siblingAtColumn(ValueColumn);
 }
 
-/// The open editor is where the keyboard was.
+/// Hands the focus on to the open editor.
 void FeatureTreeView::focusInEvent(QFocusEvent *event)
 {
     leaveVanishedRow();
@@ -268,7 +268,7 @@ void FeatureTreeView::focusInEvent(QFocusEvent *event)
         m_delegate->editor()->setFocus();
 }
 
-/// The model's current index may move while somebody types.
+/// Qt commits an editor also when the current index moves; that must not write what is still being typed.
 void FeatureTreeView::commitData(QWidget *editor)
 {
     if (m_delegate->mayEnd(editor))
@@ -285,7 +285,7 @@ void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEdi
         setFocus(Qt::OtherFocusReason);
 }
 
-/// The device locks features.
+/// A feature that is being edited may be locked by the device meanwhile.
 void FeatureTreeView::dropUneditable()
 {
     const QModelIndex index = m_delegate->editedIndex();

@@ -152,7 +152,7 @@ void TreeItem::write(int column, const QVariant &value, QVariant &old)
     QThread::msleep(SettleMs);
     if (!isReadable)
         return;
-    kind.refresh(m_feature);
+    kind.readFresh(m_feature);
     if (kind.isRestorable)
         m_itemData[column] = kind.read(m_feature);
 }

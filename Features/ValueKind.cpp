@@ -29,10 +29,10 @@ QVariant readAs(GenApi::INode *node)
     return QVariant::fromValue<Type>(Pointer(node)->GetValue());
 }
 
-template <class Pointer>
-void refreshAs(GenApi::INode *node)
+template <class Pointer, class Type>
+QVariant readFreshAs(GenApi::INode *node)
 {
-    Pointer(node)->GetValue(true, true);
+    return QVariant::fromValue<Type>(Pointer(node)->GetValue(true, true));
 }
 
 // Numbers
@@ -74,6 +74,11 @@ QVariant readString(GenApi::INode *node)
     return QString::fromUtf8(GenApi::CStringPtr(node)->GetValue().c_str());
 }
 
+QVariant readFreshString(GenApi::INode *node)
+{
+    return QString::fromUtf8(GenApi::CStringPtr(node)->GetValue(true, true).c_str());
+}
+
 bool writeString(GenApi::INode *node, const QVariant &value)
 {
     GenApi::CStringPtr(node)->SetValue(value.toString().toUtf8().constData(), true);
@@ -98,9 +103,10 @@ bool writeEntry(GenApi::INode *node, const QVariant &symbolic)
     return true;
 }
 
-void refreshEntry(GenApi::INode *node)
+QVariant refreshEntry(GenApi::INode *node)
 {
     GenApi::CEnumerationPtr(node)->GetIntValue(true, true);
+    return {};
 }
 
 void writeEntryText(GenApi::INode *node, const QString &text)
@@ -127,8 +133,6 @@ bool writeNothing(GenApi::INode *, const QVariant &)
     return false;
 }
 
-void refreshNothing(GenApi::INode *) { }
-
 void executeText(GenApi::INode *node, const QString &text)
 {
     if (text.isEmpty())
@@ -138,20 +142,19 @@ void executeText(GenApi::INode *node, const QString &text)
 }
 
 constexpr ValueKind Kinds[] = {
-    {GenApi::intfIInteger, true, readAs<GenApi::CIntegerPtr, qint64>, writeInteger, refreshAs<GenApi::CIntegerPtr>,
+    {GenApi::intfIInteger, true, readAs<GenApi::CIntegerPtr, qint64>, writeInteger,
+     readFreshAs<GenApi::CIntegerPtr, qint64>, standardText, writeStandardText},
+    {GenApi::intfIFloat, true, readAs<GenApi::CFloatPtr, double>, writeFloat, readFreshAs<GenApi::CFloatPtr, double>,
      standardText, writeStandardText},
-    {GenApi::intfIFloat, true, readAs<GenApi::CFloatPtr, double>, writeFloat, refreshAs<GenApi::CFloatPtr>,
-     standardText, writeStandardText},
-    {GenApi::intfIBoolean, true, readAs<GenApi::CBooleanPtr, bool>, writeBoolean, refreshAs<GenApi::CBooleanPtr>,
-     booleanText, writeBooleanText},
-    {GenApi::intfIString, true, readString, writeString, refreshAs<GenApi::CStringPtr>, standardText,
-     writeStandardText},
+    {GenApi::intfIBoolean, true, readAs<GenApi::CBooleanPtr, bool>, writeBoolean,
+     readFreshAs<GenApi::CBooleanPtr, bool>, booleanText, writeBooleanText},
+    {GenApi::intfIString, true, readString, writeString, readFreshString, standardText, writeStandardText},
     {GenApi::intfIEnumeration, false, readEntry, writeEntry, refreshEntry, standardText, writeEntryText},
-    {GenApi::intfICommand, false, readNothing, writeNothing, refreshNothing, standardText, executeText},
+    {GenApi::intfICommand, false, readNothing, writeNothing, readNothing, standardText, executeText},
 };
 
 constexpr ValueKind Other = {GenApi::intfIValue, false,        readNothing,      writeNothing,
-                             refreshNothing,     standardText, writeStandardText};
+                             readNothing,        standardText, writeStandardText};
 
 } // namespace
 

@@ -20,8 +20,9 @@ struct ValueKind
     /// Writes the value; false if there was nothing to write: a kind without value, or a text that is no entry of the
     /// enumeration. Verified, except for floats, which the device itself checks and which go out in single precision.
     bool (*write)(GenApi::INode *node, const QVariant &value);
-    /// Reads the value from the device, past the node cache, and verifies it.
-    void (*refresh)(GenApi::INode *node);
+    /// The value from the device, past the node cache, and verified. Of an enumeration it is only refreshed, for
+    /// read().
+    QVariant (*readFresh)(GenApi::INode *node);
     /// "True" or "False" for booleans, else the standard's text of the value.
     QString (*text)(GenApi::INode *node);
     /// Writes the value from text, verified. Booleans take "1", "0", "True" and "False"; enumerations the symbolic
