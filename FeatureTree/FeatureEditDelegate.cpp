@@ -22,26 +22,25 @@
 #include "PanelBase/NumberInput.h"
 #include "PanelBase/PressElsewhere.h"
 
-using FeatureKinds::EditorKind;
-
 namespace {
+
+using FeatureKinds::EditorKind;
 
 constexpr int ValueColumn = 1;
 
-/// The editor's kind if the node's value can be edited now, else None. Throws what the node throws.
-EditorKind usableEditor(GenApi::INode *node)
+/// Null unless the node's value can be edited now. Throws what the node throws.
+const EditorKind *usableEditor(GenApi::INode *node)
 {
     const GenApi::EAccessMode mode = node->GetAccessMode();
-    const bool isInteger = node->GetPrincipalInterfaceType() == GenApi::intfIInteger;
-    const bool isUsable = mode == GenApi::RW || (mode == GenApi::WO && !isInteger);
-    return isUsable ? FeatureKinds::editorKind(node) : EditorKind::None;
+    if (mode != GenApi::RW && mode != GenApi::WO)
+        return nullptr;
+    const EditorKind &kind = FeatureKinds::editorKind(node);
+    return kind.make && (mode == GenApi::RW || !kind.needsReadable) ? &kind : nullptr;
 }
 
 QString grayText(const QVariant &value)
 {
-    if (value.userType() == QMetaType::Double)
-        return QString::number(static_cast<double>(value.toFloat()), 'f', 3);
-    return value.toString();
+    return value.userType() == QMetaType::Double ? readOnlyFloatText(value.toDouble()) : value.toString();
 }
 
 void logFault(const char *message)
@@ -62,10 +61,10 @@ void logGenICam(const GenICam::GenericException &error)
 }
 
 /// Addresses are shown for editing and never written: one line for each edit tells so.
-void logDiscarded(QWidget *editor, EditorKind kind, const QString &name)
+void logDiscarded(QWidget *editor, const EditorKind &kind, const QString &name)
 {
     auto *line = qobject_cast<QLineEdit *>(editor);
-    if (!line || !line->isModified() || (kind != EditorKind::MacMask && kind != EditorKind::Ipv4Mask))
+    if (!kind.isDiscarded || !line || !line->isModified())
         return;
     line->setModified(false);
     const QString text = QStringLiteral("%1: addresses are not written, \"%2\" is discarded").arg(name, line->text());
@@ -161,7 +160,7 @@ bool FeatureEditDelegate::isEditable(const QModelIndex &index) const
 {
     bool isUsable = false;
     if (GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr)
-        guardNode([&] { isUsable = usableEditor(node) != EditorKind::None; });
+        guardNode([&] { isUsable = usableEditor(node); });
     return isUsable;
 }
 
@@ -172,10 +171,9 @@ QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionVi
     if (!node)
         return nullptr;
     QWidget *editor = nullptr;
-    EditorKind kind = EditorKind::None;
     const auto make = [&] {
-        kind = usableEditor(node);
-        editor = FeatureEditors::make(kind, FeatureKinds::nodeName(node), parent);
+        if (const EditorKind *kind = usableEditor(node))
+            editor = FeatureEditors::make(*kind, FeatureKinds::nodeName(node), parent);
     };
     if (!guardNode(make, logGenICam, logFault) || !editor)
         return nullptr;
@@ -183,7 +181,7 @@ QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionVi
     return editor;
 }
 
-/// Learns of all that ends the edit but the keys.
+/// Connects what ends an edit, except for keys, which eventFilter() sees.
 void FeatureEditDelegate::watch(QWidget *editor, const QModelIndex &index)
 {
     m_openEditor = editor;
@@ -238,7 +236,7 @@ void FeatureEditDelegate::setEditorData(QWidget *editor, const QModelIndex &inde
         return;
     guardNode([&] {
         if (FeatureKinds::isWritable(node))
-            FeatureEditors::fill(editor, FeatureKinds::editorKind(node), node);
+            FeatureEditors::fill(FeatureKinds::editorKind(node), editor, node);
     });
 }
 
@@ -248,10 +246,10 @@ void FeatureEditDelegate::setModelData(QWidget *editor, QAbstractItemModel *mode
     GenApi::INode *node = nodeAt(index);
     if (node && FeatureEditors::hasInput(editor)) {
         guardNode([&] {
-            const EditorKind kind = FeatureKinds::editorKind(node);
-            value = FeatureEditors::value(editor, kind);
+            const EditorKind &kind = FeatureKinds::editorKind(node);
+            value = kind.value(editor);
             logDiscarded(editor, kind, FeatureKinds::nodeName(node));
-            logRefusal(node, FeatureEditors::refusal(editor, kind));
+            logRefusal(node, kind.refusal(editor));
         });
         FeatureEditors::forgetInput(editor); // the model shows it what the device has made of it
     }
@@ -297,13 +295,13 @@ bool FeatureEditDelegate::eventFilter(QObject *watched, QEvent *event)
     case QEvent::FocusOut: // by whatever took the focus: the editor stays open
         return false;
     case QEvent::KeyPress:
-        return followKey(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
+        return handleKey(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event));
     default:
         return QStyledItemDelegate::eventFilter(watched, event);
     }
 }
 
-bool FeatureEditDelegate::followKey(QWidget *editor, QKeyEvent &event)
+bool FeatureEditDelegate::handleKey(QWidget *editor, QKeyEvent &event)
 {
     const EndEditHint hint = closingHint(event.key());
     const bool isTyped = qobject_cast<QLineEdit *>(editor) || NumberInput::of(editor);

@@ -69,12 +69,12 @@ private:
     void watch(QWidget *editor, const QModelIndex &index);
     void commit(QWidget *editor);
     void end(QWidget *editor, EndEditHint hint);
-    bool followKey(QWidget *editor, QKeyEvent &event);
+    bool handleKey(QWidget *editor, QKeyEvent &event);
 
     QTreeView *m_view; ///< the parent, if it is one
     bool m_isHovering = false;
     QModelIndex m_hoverIndex;
     QPointer<QWidget> m_openEditor;
     QPersistentModelIndex m_openIndex;
-    bool m_isEnding = false; ///< by one of the ways that a person has
+    bool m_isEnding = false; ///< while an edit ends by what the class comment names
 };

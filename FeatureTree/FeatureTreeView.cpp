@@ -14,6 +14,7 @@
 
 #include "FeatureTree/FeatureEditDelegate.h"
 #include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/ShownRows.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "FeatureTree/VisibilityPass.h"
@@ -118,7 +119,7 @@ void FeatureTreeView::updateAllVisibility()
         updateViewItemVisiable(model()->index(0, 0));
 }
 
-void FeatureTreeView::followDevice()
+void FeatureTreeView::adoptDeviceChange()
 {
     m_passTimer->start(isVisible() ? 0 : CalmMs);
 }
@@ -135,30 +136,8 @@ void FeatureTreeView::updateViewItemVisiable(const QModelIndex &parent)
     if (m_delegate->dataDisabled || !itemAt(parent))
         return;
     VisibilityPass pass{m_visibilityLevel, m_filterText, {}};
-    const QModelIndex row = parent.siblingAtColumn(NameColumn);
-    hideRow(row.row(), row.parent(), hideRowsOf(row, pass));
+    ShownRows::apply(*this, parent.siblingAtColumn(NameColumn), pass);
     leaveVanishedRow();
-}
-
-/// Shows and hides the rows under `parent`; true if all are hidden then, and so their parent is to be.
-bool FeatureTreeView::hideRowsOf(const QModelIndex &parent, VisibilityPass &pass)
-{
-    TreeItem *item = itemAt(parent);
-    bool isAllHidden = true;
-    for (int row = 0; row < item->childCount(); ++row) {
-        TreeItem *child = item->child(row);
-        const bool hide = child->childCount() > 0 ? hideRowsOf(parent.model()->index(row, NameColumn, parent), pass)
-                                                  : !child->getVisiable(pass);
-        hideRow(row, parent, hide);
-        isAllHidden = isAllHidden && hide;
-    }
-    return isAllHidden;
-}
-
-void FeatureTreeView::hideRow(int row, const QModelIndex &parent, bool hide)
-{
-    if (isRowHidden(row, parent) != hide)
-        setRowHidden(row, parent, hide);
 }
 
 void FeatureTreeView::onExpanded(const QModelIndex &index)
@@ -169,12 +148,6 @@ void FeatureTreeView::onExpanded(const QModelIndex &index)
         m_expansion = Expanded;
 }
 
-/// By the filter or by the device, not by folding.
-bool FeatureTreeView::isHiddenInTree(const QModelIndex &cell) const
-{
-    return cell.isValid() && (isRowHidden(cell.row(), cell.parent()) || isHiddenInTree(cell.parent()));
-}
-
 /// What was being typed in a row that is hidden is dropped, since it cannot be written any more; in a folded category
 /// it waits. The keyboard, also while another window is in front, goes on in the nearest row.
 void FeatureTreeView::leaveVanishedRow()
@@ -182,33 +155,14 @@ void FeatureTreeView::leaveVanishedRow()
     const QWidget *focus = window()->focusWidget();
     const bool hasKeyboard = focus && (focus == this || isAncestorOf(focus));
     const QModelIndex edited = m_delegate->editedIndex();
-    if (isHiddenInTree(edited) || (nearestShown(edited) != edited && m_delegate->mayEnd(m_delegate->editor())))
+    const bool isFolded = ShownRows::nearest(*this, edited) != edited;
+    if (ShownRows::isHidden(*this, edited) || (isFolded && m_delegate->mayEnd(m_delegate->editor())))
         m_delegate->dropEditor();
-    const QModelIndex row = nearestShown(currentIndex());
+    const QModelIndex row = ShownRows::nearest(*this, currentIndex());
     if (!hasKeyboard || row == currentIndex())
         return;
     setCurrentIndex(row.siblingAtColumn(NameColumn));
     setFocus(Qt::OtherFocusReason);
-}
-
-/// The cell itself if its row is shown, else the folded category that it is in, or the nearest row beside it or beside
-/// the category that vanished with it.
-QModelIndex FeatureTreeView::nearestShown(const QModelIndex &cell) const
-{
-    if (!cell.isValid())
-        return cell;
-    const QModelIndex parent = cell.parent();
-    const QModelIndex shownParent = nearestShown(parent);
-    if (shownParent != parent || (parent.isValid() && !isExpanded(parent)))
-        return shownParent;
-    for (int distance = 0; distance < model()->rowCount(parent); ++distance) {
-        for (const int row : {cell.row() + distance, cell.row() - distance}) {
-            const QModelIndex nearby = cell.sibling(row, cell.column());
-            if (nearby.isValid() && !isRowHidden(row, parent))
-                return nearby;
-        }
-    }
-    return {};
 }
 
 void FeatureTreeView::expandAll()
@@ -304,17 +258,17 @@ QModelIndex FeatureTreeView::moveCursor(CursorAction action, Qt::KeyboardModifie
     return index.siblingAtColumn(ValueColumn);
 }
 
-/// The open editor is where the keyboard was.
+/// Hands the focus on to the open editor.
 void FeatureTreeView::focusInEvent(QFocusEvent *event)
 {
     leaveVanishedRow();
     QTreeView::focusInEvent(event);
     const QModelIndex edited = m_delegate->editedIndex();
-    if (state() == EditingState && m_delegate->editor() && nearestShown(edited) == edited)
+    if (state() == EditingState && m_delegate->editor() && ShownRows::nearest(*this, edited) == edited)
         m_delegate->editor()->setFocus();
 }
 
-/// The model's current index may move while somebody types.
+/// Qt commits an editor also when the current index moves; that must not write what is still being typed.
 void FeatureTreeView::commitData(QWidget *editor)
 {
     if (m_delegate->mayEnd(editor))
@@ -331,7 +285,7 @@ void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEdi
         setFocus(Qt::OtherFocusReason);
 }
 
-/// The device locks features.
+/// A feature that is being edited may be locked by the device meanwhile.
 void FeatureTreeView::dropUneditable()
 {
     const QModelIndex index = m_delegate->editedIndex();
@@ -363,7 +317,7 @@ void FeatureTreeView::onCommandClicked()
         },
         logGenICam, logFault);
     if (self)
-        followDevice();
+        adoptDeviceChange();
 }
 
 /// A reset goes through the host, which loses the device by it. The host and whoever hears of a command may close the

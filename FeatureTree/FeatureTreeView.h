@@ -8,7 +8,6 @@
 
 class FeatureEditDelegate;
 class QTimer;
-struct VisibilityPass;
 
 /// The feature tree of the attribute tab: shows a TreeModel, repaints each second so that values follow the device,
 /// hides rows by level, name and availability, runs commands. No exception of a node leaves it. GUI thread only.
@@ -51,11 +50,11 @@ Q_SIGNALS:
     void triggerModeChanged();
 
 public Q_SLOTS:
-    /// Something was written or executed beside this view, which may switch features: one pass over all rows follows
-    /// for all such calls in one turn of the event loop. Behind other pages it waits until nothing more is written for
+    /// Something was written or executed beside this view, which may switch features: all such calls in one turn of the
+    /// event loop lead to one pass over all rows. Behind other pages it waits until nothing more is written for
     /// a moment, so that it slows down nobody who works there, or until the view is shown. What is written in the view
-    /// itself is followed at once.
-    void followDevice();
+    /// itself has its pass at once.
+    void adoptDeviceChange();
     void onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QVector<int> &roles);
 
 protected:
@@ -70,12 +69,8 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
 
 private:
-    bool hideRowsOf(const QModelIndex &parent, VisibilityPass &pass);
-    void hideRow(int row, const QModelIndex &parent, bool hide);
     void onExpanded(const QModelIndex &index);
-    bool isHiddenInTree(const QModelIndex &cell) const;
     void leaveVanishedRow();
-    QModelIndex nearestShown(const QModelIndex &cell) const;
     void updateAfterExpanding();
     void updateAllVisibility();
     void dropUneditable();

@@ -33,3 +33,8 @@ QString floatText(double value, const QLocale &locale)
     ungrouped.setNumberOptions(locale.numberOptions() | QLocale::OmitGroupSeparator);
     return ungrouped.toString(withoutExcessDigits(value), isPlain ? 'f' : 'g', QLocale::FloatingPointShortest);
 }
+
+QString readOnlyFloatText(double value)
+{
+    return QString::number(static_cast<double>(static_cast<float>(value)), 'f', 3);
+}

@@ -7,9 +7,9 @@
 #include <QThread>
 
 #include "FeatureTree/FeatureKinds.h"
-#include "FeatureTree/FeatureValues.h"
 #include "FeatureTree/VisibilityPass.h"
 #include "Features/NodeGuard.h"
+#include "Features/ValueKind.h"
 #include "PanelBase/HostCall.h"
 
 namespace {
@@ -106,7 +106,7 @@ QVariant TreeItem::data(int column)
         return storedData(column);
     QVariant value;
     bool unreadable = false;
-    guardNode([&] { value = FeatureValues::shown(m_feature); },
+    guardNode([&] { value = FeatureKinds::editorKind(m_feature).shown(m_feature); },
               [&](const GenICam::GenericException &error) { unreadable = isUnreadable(error); },
               [this](const char *message) { logNewFault(message); });
     if (unreadable)
@@ -143,18 +143,18 @@ bool TreeItem::setData(int column, const QVariant &value)
 
 void TreeItem::write(int column, const QVariant &value, QVariant &old)
 {
-    const bool isPlain = FeatureValues::isPlain(m_feature);
+    const ValueKind &kind = valueKind(m_feature);
     const bool isReadable = m_feature->GetAccessMode() != GenApi::WO;
-    if (isPlain && isReadable)
-        old = FeatureValues::read(m_feature);
-    if (!FeatureValues::write(m_feature, value))
+    if (kind.isRestorable && isReadable)
+        old = kind.read(m_feature);
+    if (!kind.write(m_feature, value))
         return;
     QThread::msleep(SettleMs);
     if (!isReadable)
         return;
-    FeatureValues::refresh(m_feature);
-    if (isPlain)
-        m_itemData[column] = FeatureValues::read(m_feature);
+    kind.readFresh(m_feature);
+    if (kind.isRestorable)
+        m_itemData[column] = kind.read(m_feature);
 }
 
 GenApi::INode *TreeItem::GetFeaturePtr() const

@@ -6,6 +6,7 @@
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FeatureTexts.h"
 #include "FeatureTree/NodeWarning.h"
+#include "FeatureTree/TreeBuilder.h"
 #include "FeatureTree/TreeItem.h"
 #include "Features/NodeGuard.h"
 #include "PanelBase/HostCall.h"
@@ -32,6 +33,20 @@ TreeModel::TreeModel(const QStringList &headers, const GenApi::node_vector &, QO
 { }
 
 TreeModel::~TreeModel() = default;
+
+void TreeModel::AddModelData(const GenApi::node_vector &nodes, const QString &)
+{
+    if (nodes.empty())
+        return;
+    beginResetModel();
+    setupModelData(nodes, m_rootItem.get(), true);
+    endResetModel();
+}
+
+void TreeModel::setupModelData(const GenApi::node_vector &nodes, TreeItem *parent, bool)
+{
+    buildTree(nodes, *parent);
+}
 
 void TreeModel::setFeatureLanguage(int index)
 {

@@ -5,10 +5,8 @@
 
 #include <QAbstractItemModel>
 #include <QHash>
-#include <QSet>
 #include <QString>
 #include <QStringList>
-#include <QVector>
 
 #include <GenApi/GenApi.h>
 
@@ -30,9 +28,8 @@ public:
     /// Adds the rows of a device: `nodes` are all nodes of its map, which must outlive the use of the model (until
     /// dataDisabled is set). Null nodes are skipped. `filter` is not used.
     void AddModelData(const GenApi::node_vector &nodes, const QString &filter);
-    /// Adds the rows of the nodes under `parent`; under the header item only the root category. With `useFilter`
-    /// only features whose name, or whose category's text, contains the build filter.
-    void setupModelData(const GenApi::node_vector &nodes, TreeItem *parent, bool useFilter);
+    /// The same under any item, and without telling the views. `useFilter` is not used.
+    static void setupModelData(const GenApi::node_vector &nodes, TreeItem *parent, bool useFilter);
     /// 0 English; with 1 the texts of cells are looked up in the translated texts.
     void setFeatureLanguage(int language);
 
@@ -60,20 +57,9 @@ public:
     bool dataDisabled = false;
 
 private:
-    bool isRoot(GenApi::INode *node) const;
-    bool isRow(GenApi::INode *node) const;
-    bool isTopLevel() const { return m_openCategories.isEmpty(); }
-    void addRow(GenApi::INode *node, TreeItem *parent, bool useFilter);
-    void addFeature(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter);
-    void addCategory(GenApi::INode *node, const QString &text, TreeItem *parent, bool useFilter);
-    QVariant initialValue(GenApi::INode *node);
     bool isValueShown(GenApi::INode *node) const;
 
     std::unique_ptr<TreeItem> m_rootItem; ///< the header row
-    QString m_filterText; ///< build filter
     QHash<QString, QString> m_translations; ///< English text, translated text
     int m_language = 0;
-    QSet<GenApi::INode *> m_listedFeatures; ///< while building: what categories list
-    QVector<GenApi::INode *> m_openCategories; ///< while building: the categories from the root to the current one
-    int m_rowBudget = 200000; ///< rows that may still be added: categories that list each other can make any number
 };

@@ -5,10 +5,9 @@
 
 #include <GenApi/GenApi.h>
 
-/// A feature's value as text: "True" or "False" for booleans, else the standard's text of the value.
-/// Throws a GenICam exception when the feature is unknown or unreadable.
+/// The text of a feature's value, as ValueKind says. Throws a GenICam exception when the feature is unknown or
+/// unreadable.
 QString readNodeText(GenApi::INodeMap &map, const QString &name);
 
-/// Writes a feature from text, verified. Booleans take "1", "0", "True" and "False"; enumerations the symbolic
-/// name or the number of an entry; an empty text executes a command. Throws a GenICam exception on failure.
+/// Writes a feature from text, as ValueKind says. Throws a GenICam exception on failure.
 void writeNodeText(GenApi::INodeMap &map, const QString &name, const QString &text);

@@ -81,7 +81,7 @@ ParamterWidget::ParamterWidget(QWidget *parent)
 {
     m_unplacedControls->hide();
     m_ui->setupUi(this);
-    m_context.written = [tree = m_ui->widget_featrue] { tree->followDevice(); };
+    m_context.written = [tree = m_ui->widget_featrue] { tree->adoptDeviceChange(); };
     m_context.toolBoxes = {m_ui->firstToolBox, m_ui->secondToolBox, m_ui->thirdToolBox, m_ui->fourthToolBox};
     m_attributeTab = std::make_unique<AttributeTab>(m_context, *m_ui);
     m_tabs = std::make_unique<PanelTabs>(m_context, *m_ui);

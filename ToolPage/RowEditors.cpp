@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
+#include "Features/ValueKind.h"
 #include "PanelBase/NumberField.h"
 #include "PanelBase/StyleSheets.h"
 #include "ToolPage/NodeNumbers.h"
@@ -181,12 +182,8 @@ void showEntries(QComboBox *comboBox, const QStringList &entries)
 
 void showEnumeration(QComboBox *comboBox, GenApi::IEnumeration &enumeration)
 {
-    GenApi::StringList_t symbolics;
-    enumeration.GetSymbolics(symbolics);
+    const QStringList entries = entryNames(enumeration);
     const QString current = QString::fromUtf8(enumeration.ToString().c_str());
-    QStringList entries;
-    for (const GenICam::gcstring &symbolic : symbolics)
-        entries.append(QString::fromUtf8(symbolic.c_str()));
     const QSignalBlocker blocker(comboBox);
     showEntries(comboBox, entries);
     comboBox->setCurrentIndex(comboBox->findText(current));

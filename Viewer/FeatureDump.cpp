@@ -20,9 +20,7 @@ const char *const TypeNames[] = {"Value",  "Base",     "Integer",  "Boolean",   
                                  "String", "Register", "Category", "Enumeration", "EnumEntry", "Port"};
 const char *const AccessNames[] = {"NI", "NA", "WO", "RO", "RW"};
 const char *const VisibilityNames[] = {"Beginner", "Expert", "Guru", "Invisible"};
-/// In the order of FeatureKinds::EditorKind.
-const char *const EditorNames[] = {"-",       "MAC field", "IPv4 field", "hex field", "number box",
-                                   "boolean", "button",    "float box",  "text",      "list"};
+const char *const NoEditor = "-";
 
 template <std::size_t count>
 QString nameOf(const char *const (&names)[count], int number)
@@ -38,8 +36,7 @@ QString shownText(const TreeModel &model, const QModelIndex &cell)
     const QVariant value = shown.isValid() ? shown : model.getItem(cell)->data(cell.column());
     if (value.userType() != QMetaType::Double)
         return value.toString().simplified();
-    return shown.isValid() ? floatText(value.toDouble())
-                           : QString::number(static_cast<double>(value.toFloat()), 'f', 3);
+    return shown.isValid() ? floatText(value.toDouble()) : readOnlyFloatText(value.toDouble());
 }
 
 class Dump
@@ -78,11 +75,9 @@ private:
         if (!node)
             return {};
         const QModelIndex value = name.sibling(name.row(), ValueColumn);
-        const auto editor =
-            m_delegate.isEditable(value) ? FeatureKinds::editorKind(node) : FeatureKinds::EditorKind::None;
+        const char *const editor = m_delegate.isEditable(value) ? FeatureKinds::editorKind(node).name : NoEditor;
         return {nameOf(TypeNames, node->GetPrincipalInterfaceType()), nameOf(AccessNames, node->GetAccessMode()),
-                nameOf(VisibilityNames, node->GetVisibility()), shownText(m_model, value),
-                nameOf(EditorNames, static_cast<int>(editor))};
+                nameOf(VisibilityNames, node->GetVisibility()), shownText(m_model, value), QLatin1String(editor)};
     }
 
     const TreeModel &m_model;

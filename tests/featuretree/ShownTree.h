@@ -4,6 +4,8 @@
 #include <memory>
 
 #include <QApplication>
+#include <QPushButton>
+#include <QtTest>
 
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeModel.h"
@@ -12,25 +14,84 @@
 #include "support/FakeHostCore.h"
 #include "support/FatalMessages.h"
 
-class QPushButton;
-
-/// The tree of a TestCamera in the active window, unfolded, with the level Beginner; unexpected warnings fail the test.
+/// The tree of a TestCamera, unfolded, with the level Beginner; unexpected warnings fail the test.
 class ShownTree
 {
 protected:
-    void open();
-    void close();
+    void make()
+    {
+        close();
+        FakeHostCore::instance().reset();
+        m_messages = std::make_unique<FatalMessages>();
+        m_camera = std::make_unique<TestCamera>();
+        m_camera->port.poke(TestCamera::Width, 48);
+        m_camera->port.poke(TestCamera::Switch, 1);
+        m_model = std::make_unique<TreeModel>(QStringList{QStringLiteral("Feature"), QStringLiteral("Value")},
+                                              m_camera->nodes());
+        m_model->AddModelData(m_camera->nodes(), QString());
+        m_view = std::make_unique<FeatureTreeView>();
+        m_view->deviceName = QStringLiteral("cam");
+        m_view->setModel(m_model.get());
+        m_view->resize(600, 1200);
+        m_view->expandAll();
+        m_view->SetFilter(0, QString());
+    }
+
+    /// The same in the active window, which is `window`, or the tree itself.
+    void show(QWidget *window = nullptr)
+    {
+        QWidget *shown = window ? window : m_view.get();
+        shown->show();
+        QApplication::setActiveWindow(shown);
+        QVERIFY(QTest::qWaitForWindowActive(shown));
+        m_camera->port.resetCounters();
+    }
+
+    void open()
+    {
+        make();
+        show();
+    }
+
+    void close()
+    {
+        m_view.reset();
+        m_model.reset();
+        m_camera.reset();
+        m_messages.reset();
+    }
 
     QModelIndex cell(const char *name, int column = 1) const { return findRow(*m_model, name, column); }
-    bool isShown(const char *name) const;
-    void click(const char *name, int column = 1);
+
+    bool isShown(const char *name) const
+    {
+        QModelIndex index = cell(name, 0);
+        while (index.isValid() && !m_view->isRowHidden(index.row(), index.parent()))
+            index = index.parent();
+        return !index.isValid();
+    }
+
+    void click(const char *name, int column = 1)
+    {
+        const QModelIndex index = cell(name, column);
+        m_view->scrollTo(index);
+        const QRect rect = m_view->visualRect(index);
+        QVERIFY2(rect.isValid(), name);
+        QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+    }
+
     /// What has the focus, if it is of this kind.
     template <class Editor>
     Editor *editor() const
     {
         return qobject_cast<Editor *>(QApplication::focusWidget());
     }
-    QPushButton *openCommand(const char *name);
+
+    QPushButton *openCommand(const char *name)
+    {
+        click(name);
+        return editor<QPushButton>();
+    }
 
     std::unique_ptr<FatalMessages> m_messages;
     std::unique_ptr<TestCamera> m_camera;

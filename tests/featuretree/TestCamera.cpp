@@ -130,6 +130,18 @@ TestCamera::~TestCamera()
     GenApi::CastToIDestroy(map)->Destroy();
 }
 
+void TestCamera::pokeValues()
+{
+    port.poke(Width, 48);
+    port.pokeDouble(Gain, 2.5);
+    port.poke(Flags, 255, 8);
+    port.poke(Mask, 0xffffff00);
+    port.poke(Mac, 0x001a2b3c4d5e, 8);
+    port.poke(Selector, 1);
+    port.pokeText(Label, "gr\xc3\xbc\xc3\x9f", 64);
+    port.pokeDouble(Temperature, 12.3456);
+}
+
 GenApi::node_vector TestCamera::nodes() const
 {
     GenApi::node_vector nodes;

@@ -41,6 +41,8 @@ public:
     TestCamera(const TestCamera &) = delete;
     TestCamera &operator=(const TestCamera &) = delete;
 
+    /// Lets the device hold values that are not its first ones.
+    void pokeValues();
     /// Null for an unknown name.
     GenApi::INode *node(const char *name) const { return map->GetNode(name); }
     GenApi::node_vector nodes() const;

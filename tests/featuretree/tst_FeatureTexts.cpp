@@ -1,17 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include <QTemporaryFile>
-#include <QtTest>
 
 #include "FeatureTree/FeatureTexts.h"
-
-using Texts = QHash<QString, QString>;
+#include "TestRows.h"
 
 namespace {
 
-Texts pair(const char *text, const char *translation)
+const struct
 {
-    return {{QString::fromUtf8(text), QString::fromUtf8(translation)}};
-}
+    const char *name;
+    QByteArray content;
+    const char *text; ///< null: the table is empty
+    const char *translation;
+} Files[] = {
+    {"UTF-8", "Gain>\xe5\xa2\x9e\xe7\x9b\x8a\n", "Gain", "\xe5\xa2\x9e\xe7\x9b\x8a"},
+    {"last line without line feed", "plain\nB>2", "B", "2"},
+    {"too many or no separators", "a>b>c\nplain\n\nA>1\n", "A", "1"},
+    {"empty translation", "Gain>\n", "Gain", ""},
+    {"carriage return and blanks stay", " A > 1 \r\n", " A ", " 1 \r"},
+    {"the later line wins", "A>1\nA>2\n", "A", "2"},
+    {"text ends at NUL", QByteArray("A\0x>1\0y\n", 8), "A", "1"},
+    {"empty file", "", nullptr, nullptr},
+    {"not UTF-8", "A>\xff\n", "A", "\xef\xbf\xbd"},
+};
 
 } // namespace
 
@@ -20,42 +31,23 @@ class tst_FeatureTexts : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void lines_data();
-    void lines();
-    void missingFile();
+    void files_data() { addRows(Files); }
+
+    void files()
+    {
+        const auto &row = currentRow(Files);
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        file.write(row.content);
+        file.close();
+        QHash<QString, QString> texts;
+        if (row.text)
+            texts.insert(QString::fromUtf8(row.text), QString::fromUtf8(row.translation));
+        QCOMPARE(readFeatureTexts(file.fileName()), texts);
+    }
+
+    void missingFile() { QVERIFY(readFeatureTexts(QStringLiteral("/no/such/feature.txt")).isEmpty()); }
 };
-
-void tst_FeatureTexts::lines_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<Texts>("texts");
-    QTest::newRow("pair") << QByteArray("Gain>X\n") << pair("Gain", "X");
-    QTest::newRow("UTF-8") << QByteArray("Gain>\xe5\xa2\x9e\xe7\x9b\x8a\n") << pair("Gain", "\xe5\xa2\x9e\xe7\x9b\x8a");
-    QTest::newRow("last line without line feed") << QByteArray("plain\nB>2") << pair("B", "2");
-    QTest::newRow("too many or no separators") << QByteArray("a>b>c\nplain\n\nA>1\n") << pair("A", "1");
-    QTest::newRow("empty translation") << QByteArray("Gain>\n") << pair("Gain", "");
-    QTest::newRow("carriage return and blanks stay") << QByteArray(" A > 1 \r\n") << pair(" A ", " 1 \r");
-    QTest::newRow("the later line wins") << QByteArray("A>1\nA>2\n") << pair("A", "2");
-    QTest::newRow("text ends at NUL") << QByteArray("A\0x>1\0y\n", 8) << pair("A", "1");
-    QTest::newRow("empty file") << QByteArray() << Texts{};
-    QTest::newRow("not UTF-8") << QByteArray("A>\xff\n") << pair("A", "\xef\xbf\xbd");
-}
-
-void tst_FeatureTexts::lines()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(Texts, texts);
-    QTemporaryFile file;
-    QVERIFY(file.open());
-    file.write(content);
-    file.close();
-    QCOMPARE(readFeatureTexts(file.fileName()), texts);
-}
-
-void tst_FeatureTexts::missingFile()
-{
-    QVERIFY(readFeatureTexts(QStringLiteral("/no/such/feature.txt")).isEmpty());
-}
 
 QTEST_GUILESS_MAIN(tst_FeatureTexts)
 #include "tst_FeatureTexts.moc"

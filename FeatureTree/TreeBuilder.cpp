@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "FeatureTree/TreeBuilder.h"
+
+#include <iostream>
+
+#include <QSet>
+#include <QVector>
+
+#include "FeatureTree/FeatureKinds.h"
+#include "FeatureTree/TreeItem.h"
+#include "Features/NodeGuard.h"
+#include "PanelBase/HostCall.h"
+
+namespace {
+
+/// Categories may list each other in any way; this and the number of rows keep a faulty description from using up the
+/// stack and the memory.
+constexpr int DeepestCategory = 100;
+constexpr int MostRows = 200000;
+
+bool isCategory(GenApi::INode *node)
+{
+    return node->GetPrincipalInterfaceType() == GenApi::intfICategory;
+}
+
+QString rootText(GenApi::INode *node)
+{
+    const GenICam::gcstring toolTip = node->GetToolTip();
+    return QString::fromUtf8((toolTip.empty() ? node->GetDeviceName() : toolTip).c_str());
+}
+
+/// The nodes that a category lists, in its order.
+GenApi::node_vector listedNodes(GenApi::INode *category)
+{
+    GenApi::value_vector features;
+    GenApi::CCategoryPtr(category)->GetFeatures(features);
+    GenApi::node_vector nodes;
+    for (GenApi::IValue *feature : features) {
+        if (feature)
+            nodes.push_back(feature->GetNode());
+    }
+    return nodes;
+}
+
+/// The nodes that are listed by any of the categories among `nodes`.
+QSet<GenApi::INode *> listedByAny(const GenApi::node_vector &nodes)
+{
+    QSet<GenApi::INode *> listed;
+    const auto addListed = [&listed](GenApi::INode *node) {
+        if (!isCategory(node))
+            return;
+        for (GenApi::INode *feature : listedNodes(node))
+            listed.insert(feature);
+    };
+    for (GenApi::INode *node : nodes) {
+        if (node)
+            guardNode([&] { addListed(node); });
+    }
+    return listed;
+}
+
+/// The first content of a value cell; invalid if it cannot be read, which is told once for each fault in the tree.
+QVariant initialValue(GenApi::INode *node, TreeItem &parent)
+{
+    QVariant value;
+    guardNode([&] { value = FeatureKinds::editorKind(node).initial(node); },
+              [&parent](const GenICam::GenericException &error) {
+                  if (parent.isNewFault(error.GetDescription()))
+                      std::cout << error.GetDescription() << std::endl;
+              },
+              [&parent](const char *message) {
+                  if (parent.isNewFault(message))
+                      logToHost("TreeItem", message);
+              });
+    return value;
+}
+
+class Builder
+{
+public:
+    explicit Builder(const GenApi::node_vector &all) : m_listed(listedByAny(all)) { }
+
+    void addRows(const GenApi::node_vector &nodes, TreeItem &parent)
+    {
+        for (GenApi::INode *node : nodes) {
+            if (node && m_rowBudget > 0)
+                guardNode([&] { addRow(node, parent); });
+        }
+    }
+
+private:
+    bool isTopLevel() const { return m_openCategories.isEmpty(); }
+
+    /// The root category, which nothing lists in a sound description.
+    bool isRoot(GenApi::INode *node) const
+    {
+        return !m_listed.contains(node) || FeatureKinds::nodeName(node) == QLatin1String("Root");
+    }
+
+    bool isRow(GenApi::INode *node) const
+    {
+        if (!node->IsFeature())
+            return false;
+        return isTopLevel() ? isRoot(node) : node->GetVisibility() <= GenApi::Guru;
+    }
+
+    void addRow(GenApi::INode *node, TreeItem &parent)
+    {
+        if (!isRow(node))
+            return;
+        const QString text = isTopLevel() ? rootText(node) : FeatureKinds::nodeName(node);
+        if (isCategory(node))
+            addCategory(node, text, parent);
+        else
+            bindRow(node, parent.appendChild({text, initialValue(node, parent)}));
+    }
+
+    void addCategory(GenApi::INode *node, const QString &text, TreeItem &parent)
+    {
+        if (m_openCategories.contains(node) || m_openCategories.size() >= DeepestCategory)
+            return;
+        TreeItem *row = parent.appendChild({text, QVariant()});
+        bindRow(node, row);
+        m_openCategories.append(node);
+        guardNode([&] { addRows(listedNodes(node), *row); });
+        m_openCategories.removeLast();
+        if (row->childCount() == 0 && !isTopLevel())
+            parent.removeChildren(row->childNumber(), 1);
+    }
+
+    void bindRow(GenApi::INode *node, TreeItem *row)
+    {
+        row->SetFeature(node);
+        --m_rowBudget;
+    }
+
+    QSet<GenApi::INode *> m_listed; ///< what categories list
+    QVector<GenApi::INode *> m_openCategories; ///< from the root to the one whose rows are being added
+    int m_rowBudget = MostRows; ///< rows that may still be added
+};
+
+} // namespace
+
+void buildTree(const GenApi::node_vector &nodes, TreeItem &top)
+{
+    Builder(nodes).addRows(nodes, top);
+}
