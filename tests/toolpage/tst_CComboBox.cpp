@@ -24,16 +24,16 @@ Q_DECLARE_METATYPE(Ending)
 class HideWatch : public QObject
 {
 public:
-    explicit HideWatch(std::function<void()> follow) : m_follow(std::move(follow)) { }
+    explicit HideWatch(std::function<void()> onHide) : m_onHide(std::move(onHide)) { }
     bool eventFilter(QObject *, QEvent *event) override
     {
         if (event->type() == QEvent::Hide)
-            m_follow();
+            m_onHide();
         return false;
     }
 
 private:
-    const std::function<void()> m_follow;
+    const std::function<void()> m_onHide;
 };
 
 constexpr int Middle = 300; // of the screen, which is 800 pixels wide
