@@ -7,8 +7,8 @@
 
 #include <memory>
 
-#include "DataRows.h"
 #include "Editors.h"
+#include "FailedAt.h"
 #include "support/FakeHostCore.h"
 
 using Row = ToolPageWidgetItem;

@@ -92,12 +92,6 @@ private Q_SLOTS:
         QCOMPARE(m_tabs->tabBar()->grab(QRect(0, 0, 150, 36)).toImage(), unfocused.copy(0, 0, 150, 36));
     }
 
-    void clickSelects()
-    {
-        QTest::mouseClick(m_tabs->tabBar(), Qt::LeftButton, Qt::NoModifier, m_tabs->tabBar()->tabRect(3).center());
-        QCOMPARE(m_tabs->currentIndex(), 3);
-    }
-
 private:
     std::unique_ptr<CTabWidget> m_tabs;
 };

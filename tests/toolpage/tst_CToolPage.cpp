@@ -49,6 +49,17 @@ QImage image(const QString &path)
     return QImage(path).convertToFormat(QImage::Format_ARGB32);
 }
 
+/// A group with one row.
+ToolPageWidgetItem *addGroup(CToolBox &box, const char *title, GenApi::INode *node)
+{
+    auto *group = new ToolPageWidget;
+    auto *row = new ToolPageWidgetItem(group);
+    row->setItemInfo({QStringLiteral("Width"), QStringLiteral("宽度")}, {}, node, true);
+    group->addWidget(row);
+    box.addWidget(QLatin1String(title), QStringLiteral("图像"), group);
+    return row;
+}
+
 QWidget *fixedContent(int height)
 {
     auto *content = new QWidget;
@@ -103,11 +114,7 @@ private Q_SLOTS:
         const QStringList titles{QStringLiteral("Image"), QStringLiteral("图像")};
         const QStringList labels{QStringLiteral("Width"), QStringLiteral("宽度")};
         CToolBox box;
-        auto *group = new ToolPageWidget;
-        auto *row = new ToolPageWidgetItem(group);
-        row->setItemInfo(labels, {}, static_cast<QWidget *>(nullptr));
-        group->addWidget(row);
-        box.addWidget(titles.at(0), titles.at(1), group);
+        const ToolPageWidgetItem *row = addGroup(box, "Image", nullptr);
         for (const int language : {1, 0, 2}) {
             box.setLanguage(language);
             QCOMPARE(titleOf(box.findChild<CToolPage *>()), titles.at(language != 0));
@@ -153,20 +160,53 @@ private Q_SLOTS:
     {
         TestCamera camera;
         CToolBox box;
-        QList<QSpinBox *> editors;
-        for (const char *title : {"open", "folded"}) {
-            auto *group = new ToolPageWidget;
-            auto *row = new ToolPageWidgetItem(group);
-            row->setItemInfo({}, {}, camera.node("Uncached"), true);
-            group->addWidget(row);
-            box.addWidget(QLatin1String(title), QString(), group);
-            editors.append(row->findChild<QSpinBox *>());
-        }
+        const ToolPageWidgetItem *open = addGroup(box, "open", camera.node("Uncached"));
+        const ToolPageWidgetItem *folded = addGroup(box, "folded", camera.node("Uncached"));
         box.findChildren<CToolPage *>().last()->collapse();
         camera.port.poke(TestCamera::Uncached, 7);
         box.updateWidget();
-        QCOMPARE(editors.first()->value(), 7);
-        QCOMPARE(editors.last()->value(), 0);
+        QCOMPARE(open->findChild<QSpinBox *>()->value(), 7);
+        QCOMPARE(folded->findChild<QSpinBox *>()->value(), 0);
+    }
+
+    /// They take no room. A row that shows brings its group back as it was folded.
+    void emptyGroupsAreHidden()
+    {
+        TestCamera camera;
+        CToolBox box;
+        ToolPageWidgetItem *row = addGroup(box, "gated", camera.node("GatedByBoolean"));
+        addGroup(box, "other", camera.node("Width"));
+        const auto pages = box.findChildren<CToolPage *>();
+        const auto hidden = [&pages] { return QVector<bool>{pages.first()->isHidden(), pages.last()->isHidden()}; };
+        const QVector<bool> none{false, false};
+        const QVector<bool> first{true, false};
+        const auto setAvailable = [&](bool isAvailable) {
+            GenApi::CBooleanPtr(camera.node("Power"))->SetValue(isAvailable);
+        };
+        QCOMPARE(hidden(), first);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        QCOMPARE(pages.last()->y(), 0);
+        setAvailable(true);
+        box.updateWidget();
+        QCOMPARE(hidden(), none);
+        QVERIFY(pages.first()->isExpanded() && row->isVisible());
+        QTRY_VERIFY(pages.last()->y() > 0);
+        pages.first()->collapse();
+        for (const bool isShown : {false, true}) {
+            row->setWidgetItemVisible(isShown);
+            QCOMPARE(hidden(), isShown ? none : first);
+        }
+        setAvailable(false);
+        row->updateWidget(false);
+        QCOMPARE(hidden(), first);
+        box.hide();
+        setAvailable(true);
+        box.show();
+        QCOMPARE(hidden(), none);
+        QVERIFY(!pages.first()->isExpanded());
+        pages.first()->expand();
+        QVERIFY(row->isVisible());
     }
 
     /// Editors made before and after the rows included; the keyboard's place survives a write.

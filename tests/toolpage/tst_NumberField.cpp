@@ -12,7 +12,7 @@
 #include <cfloat>
 #include <functional>
 
-#include "DataRows.h"
+#include "FailedAt.h"
 #include "FeatureTree/IntegerSpinBox.h"
 #include "PanelBase/NumberField.h"
 
@@ -140,38 +140,7 @@ struct Kind
 constexpr Kind Kinds[] = {
     {"integer", makeField<IntegerField>}, {"real", makeField<RealField>}, {"64 bits", makeField<IntegerSpinBox>}};
 
-struct Arrow
-{
-    const char *name;
-    int key; ///< 0: the button of the box
-    double to;
-};
-
-struct Limited
-{
-    const char *name;
-    const char *typed;
-    double value;
-    bool isRefused;
-};
-
-struct Step
-{
-    const char *name;
-    double minimum;
-    double maximum;
-    double increment;
-    double from;
-    int count;
-    double to;
-};
-
 } // namespace
-
-Q_DECLARE_METATYPE(Kind)
-Q_DECLARE_METATYPE(Arrow)
-Q_DECLARE_METATYPE(Limited)
-Q_DECLARE_METATYPE(Step)
 
 class tst_NumberField : public QObject
 {
@@ -180,78 +149,79 @@ class tst_NumberField : public QObject
 private Q_SLOTS:
     void initTestCase() { QLocale::setDefault(QLocale::c()); }
 
-    void leaving_data() { addDataRows(Kinds); }
     /// Half a number is taken by those ways alone that a person ends an edit by; all others leave it as it is.
     void leaving()
     {
-        QFETCH(Kind, row);
-        for (const Leaving &way : Leavings) {
-            for (const bool typed : {true, false}) {
-                Window window(row.make());
-                QVERIFY(window.isActive);
-                QSignalSpy ended(window.field, &QAbstractSpinBox::editingFinished);
-                if (typed)
-                    window.typeIn("123");
-                way.leave(window);
-                const QByteArray name(way.name);
-                const bool isEnter = name == "Enter" || name == "Return";
-                QVERIFY2(ended.count() == ((typed && way.ends) || isEnter ? 1 : 0), way.name);
-                QVERIFY2(window.input()->hasInput() == (typed && !way.ends), way.name);
-                QVERIFY2(!typed || way.ends || window.field->text() == QLatin1String("123"), way.name);
+        for (const Kind &row : Kinds) {
+            const FailedAt at(row.name);
+            for (const Leaving &way : Leavings) {
+                for (const bool typed : {true, false}) {
+                    Window window(row.make());
+                    QVERIFY(window.isActive);
+                    QSignalSpy ended(window.field, &QAbstractSpinBox::editingFinished);
+                    if (typed)
+                        window.typeIn("123");
+                    way.leave(window);
+                    const QByteArray name(way.name);
+                    const bool isEnter = name == "Enter" || name == "Return";
+                    QVERIFY2(ended.count() == ((typed && way.ends) || isEnter ? 1 : 0), way.name);
+                    QVERIFY2(window.input()->hasInput() == (typed && !way.ends), way.name);
+                    QVERIFY2(!typed || way.ends || window.field->text() == QLatin1String("123"), way.name);
+                }
             }
         }
     }
 
-    void unfinishedInputSurvives_data() { addDataRows(Kinds); }
     /// The cursor stays, too, and the next key goes on.
     void unfinishedInputSurvives()
     {
-        QFETCH(Kind, row);
-        Window window(row.make());
-        window.typeIn("13");
-        window.key(Qt::Key_Left);
-        visitAnotherWindow(window);
-        QApplication::setActiveWindow(&window.window);
-        QVERIFY(window.field->hasFocus());
-        Window::blink(window.window);
-        QApplication::setActiveWindow(&window.window);
-        QVERIFY(window.field->hasFocus());
-        QTest::keyClicks(window.field, QStringLiteral("2"));
-        QCOMPARE(window.field->text(), QStringLiteral("123"));
-        window.field->setEnabled(false);
-        QVERIFY(!window.input()->hasInput());
-        QVERIFY(window.field->text().startsWith(QLatin1String("48")));
+        for (const Kind &row : Kinds) {
+            const FailedAt at(row.name);
+            Window window(row.make());
+            window.typeIn("13");
+            window.key(Qt::Key_Left);
+            visitAnotherWindow(window);
+            QApplication::setActiveWindow(&window.window);
+            QVERIFY(window.field->hasFocus());
+            Window::blink(window.window);
+            QApplication::setActiveWindow(&window.window);
+            QVERIFY(window.field->hasFocus());
+            QTest::keyClicks(window.field, QStringLiteral("2"));
+            QCOMPARE(window.field->text(), QStringLiteral("123"));
+            window.field->setEnabled(false);
+            QVERIFY(!window.input()->hasInput());
+            QVERIFY(window.field->text().startsWith(QLatin1String("48")));
+        }
     }
 
-    void arrowsEndWithTheirRelease_data()
-    {
-        addDataRows<Arrow>(
-            {{"up", Qt::Key_Up, 49}, {"down", Qt::Key_Down, 47}, {"page up", Qt::Key_PageUp, 58}, {"button", 0, 49}});
-    }
     void arrowsEndWithTheirRelease()
     {
-        QFETCH(Arrow, row);
-        for (const Kind &kind : Kinds) {
-            Window window(kind.make());
-            QSignalSpy ended(window.field, &QAbstractSpinBox::editingFinished);
-            bool keepsFocus = false;
-            connect(window.field, &QAbstractSpinBox::editingFinished, this,
-                    [&] { keepsFocus = window.input()->keepsFocus(); });
-            if (row.key == 0) {
-                const QPoint up = arrowOf(window.field, QStyle::SC_SpinBoxUp);
-                QTest::mousePress(window.field, Qt::LeftButton, {}, up);
-                QCOMPARE(ended.count(), 0);
-                QTest::mouseRelease(window.field, Qt::LeftButton, {}, up);
-            } else {
-                QTest::keyPress(window.field, Qt::Key(row.key));
-                QKeyEvent repeat(QEvent::KeyRelease, row.key, Qt::NoModifier, QString(), true);
-                QApplication::sendEvent(window.field, &repeat);
-                QCOMPARE(ended.count(), 0);
-                QTest::keyRelease(window.field, Qt::Key(row.key));
+        const std::tuple<const char *, int, double> rows[] = {
+            {"up", Qt::Key_Up, 49}, {"down", Qt::Key_Down, 47}, {"page up", Qt::Key_PageUp, 58}, {"button", 0, 49}};
+        for (const auto &[name, key, to] : rows) {
+            const FailedAt at(name);
+            for (const Kind &kind : Kinds) {
+                Window window(kind.make());
+                QSignalSpy ended(window.field, &QAbstractSpinBox::editingFinished);
+                bool keepsFocus = false;
+                connect(window.field, &QAbstractSpinBox::editingFinished, this,
+                        [&] { keepsFocus = window.input()->keepsFocus(); });
+                if (key == 0) {
+                    const QPoint up = arrowOf(window.field, QStyle::SC_SpinBoxUp);
+                    QTest::mousePress(window.field, Qt::LeftButton, {}, up);
+                    QCOMPARE(ended.count(), 0);
+                    QTest::mouseRelease(window.field, Qt::LeftButton, {}, up);
+                } else {
+                    QTest::keyPress(window.field, Qt::Key(key));
+                    QKeyEvent repeat(QEvent::KeyRelease, key, Qt::NoModifier, QString(), true);
+                    QApplication::sendEvent(window.field, &repeat);
+                    QCOMPARE(ended.count(), 0);
+                    QTest::keyRelease(window.field, Qt::Key(key));
+                }
+                QCOMPARE(ended.count(), 1);
+                QVERIFY(keepsFocus && window.field->hasFocus());
+                QCOMPARE(window.field->property("value").toDouble(), to);
             }
-            QCOMPARE(ended.count(), 1);
-            QVERIFY(keepsFocus && window.field->hasFocus());
-            QCOMPARE(window.field->property("value").toDouble(), row.to);
         }
     }
 
@@ -269,62 +239,63 @@ private Q_SLOTS:
         QCOMPARE(ended.count(), 1);
     }
 
-    void anythingCanBeTyped_data() { addDataRows(Kinds); }
     /// No key is dropped, which would make another number.
     void anythingCanBeTyped()
     {
-        QFETCH(Kind, row);
-        const bool isReal = QByteArray(row.name) == "real";
-        const std::tuple<const char *, bool, bool> texts[] = {
-            {"1200", true, true},  {"100000", false, false},  {"-5", false, false},
-            {"4x2", false, false}, {"", false, false},        {"33.1", false, true},
-            {"33,1", false, true}, {"1,234.5", false, false}, {"0.12345678", false, true}};
-        for (const auto &[typed, asInteger, asReal] : texts) {
-            for (const QLocale &locale : {QLocale::c(), QLocale(QLocale::German)}) {
-                const bool isTaken = isReal ? asReal : asInteger;
-                std::unique_ptr<QAbstractSpinBox> field(row.make());
-                field->setLocale(locale);
-                field->selectAll();
-                QTest::keyClick(field.get(), Qt::Key_Delete);
-                QTest::keyClicks(field.get(), QLatin1String(typed));
-                QCOMPARE(field->text(), QLatin1String(typed));
-                QCOMPARE(NumberInput::of(field.get())->refusal(),
-                         isTaken ? QString()
-                                 : QStringLiteral("\"%1\" is no %2 from 0 to 99999")
-                                       .arg(QLatin1String(typed), QLatin1String(isReal ? "number" : "integer")));
-                field->interpretText();
-                QVERIFY2(field->property("value").toDouble() == 48.0 || isTaken, typed);
+        for (const Kind &row : Kinds) {
+            const FailedAt at(row.name);
+            const bool isReal = QByteArray(row.name) == "real";
+            const std::tuple<const char *, bool, bool> texts[] = {
+                {"1200", true, true},  {"100000", false, false},  {"-5", false, false},
+                {"4x2", false, false}, {"", false, false},        {"33.1", false, true},
+                {"33,1", false, true}, {"1,234.5", false, false}, {"0.12345678", false, true}};
+            for (const auto &[typed, asInteger, asReal] : texts) {
+                for (const QLocale &locale : {QLocale::c(), QLocale(QLocale::German)}) {
+                    const bool isTaken = isReal ? asReal : asInteger;
+                    std::unique_ptr<QAbstractSpinBox> field(row.make());
+                    field->setLocale(locale);
+                    field->selectAll();
+                    QTest::keyClick(field.get(), Qt::Key_Delete);
+                    QTest::keyClicks(field.get(), QLatin1String(typed));
+                    QCOMPARE(field->text(), QLatin1String(typed));
+                    QCOMPARE(NumberInput::of(field.get())->refusal(),
+                             isTaken ? QString()
+                                     : QStringLiteral("\"%1\" is no %2 from 0 to 99999")
+                                           .arg(QLatin1String(typed), QLatin1String(isReal ? "number" : "integer")));
+                    field->interpretText();
+                    QVERIFY2(field->property("value").toDouble() == 48.0 || isTaken, typed);
+                }
             }
         }
     }
 
-    void nearestLimit_data()
-    {
-        addDataRows<Limited>({{"inside", "7,5", 7.5, false},
-                              {"above", "70", 60, false},
-                              {"below", "-7000", -60, false},
-                              {"no number", "1,234.5", 5, true},
-                              {"as before, to the eye", "5.001", 5, false}});
-    }
     void nearestLimit()
     {
-        QFETCH(Limited, row);
-        auto *field = new RealField(nullptr, NumberInput::Beyond::Nearest);
-        field->setLimits(-60, 60);
-        field->load(5);
-        Window window(field);
-        QStringList reasons;
-        field->onRefused = [&](const QString &reason) { reasons << reason; };
-        QSignalSpy changed(field, qOverload<double>(&QDoubleSpinBox::valueChanged));
-        QSignalSpy ended(field, &QAbstractSpinBox::editingFinished);
-        window.typeIn(row.typed);
-        QCOMPARE(changed.count(), 0);
-        window.key(Qt::Key_Tab);
-        QCOMPARE(field->value(), row.value);
-        QCOMPARE(changed.count(), row.isRefused ? 0 : 1);
-        QCOMPARE(ended.count(), row.isRefused ? 0 : 1);
-        QCOMPARE(reasons.size(), row.isRefused ? 1 : 0);
-        QVERIFY(!field->hasInput());
+        const std::tuple<const char *, const char *, double, bool> rows[] = {
+            {"inside", "7,5", 7.5, false},
+            {"above", "70", 60, false},
+            {"below", "-7000", -60, false},
+            {"no number", "1,234.5", 5, true},
+            {"as before, to the eye", "5.001", 5, false}};
+        for (const auto &[name, typed, value, isRefused] : rows) {
+            const FailedAt at(name);
+            auto *field = new RealField(nullptr, NumberInput::Beyond::Nearest);
+            field->setLimits(-60, 60);
+            field->load(5);
+            Window window(field);
+            QStringList reasons;
+            field->onRefused = [&](const QString &reason) { reasons << reason; };
+            QSignalSpy changed(field, qOverload<double>(&QDoubleSpinBox::valueChanged));
+            QSignalSpy ended(field, &QAbstractSpinBox::editingFinished);
+            window.typeIn(typed);
+            QCOMPARE(changed.count(), 0);
+            window.key(Qt::Key_Tab);
+            QCOMPARE(field->value(), value);
+            QCOMPARE(changed.count(), isRefused ? 0 : 1);
+            QCOMPARE(ended.count(), isRefused ? 0 : 1);
+            QCOMPARE(reasons.size(), isRefused ? 1 : 0);
+            QVERIFY(!field->hasInput());
+        }
     }
 
     void moreDigitsThanShown()
@@ -342,34 +313,34 @@ private Q_SLOTS:
         QCOMPARE(field.number(), 0.123456789);
     }
 
-    void steps_data()
-    {
-        addDataRows<Step>({{"from value to value", 0, 60, 0.5, 2.5, 1, 3.0},
-                           {"down", 0, 60, 0.5, 2.5, -1, 2.0},
-                           {"onto the grid", 0, 60, 0.5, 2.6, 1, 3.0},
-                           {"onto the grid, down", 0, 60, 0.5, 2.6, -1, 2.5},
-                           {"the grid begins at the minimum", 0.3, 60, 0.5, 2.3, 1, 2.8},
-                           {"a page", 0, 60, 0.5, 2.5, 10, 7.5},
-                           {"last value", 0, 59.9, 0.5, 59.5, 1, 59.5},
-                           {"stops at the last value", 0, 59.9, 0.5, 58, 10, 59.5},
-                           {"stops at the minimum", 0.3, 60, 0.5, 0.8, -10, 0.3},
-                           {"tenths", 0, 10, 0.1, 0.2, 1, 0.3},
-                           {"finer than the digits", 0, 1, 0.00003, 0.00006, 1, 0.00009},
-                           {"no limits", -DBL_MAX, DBL_MAX, 0.5, 2.6, 1, 3.0},
-                           {"no increment", 0, 60, 0, 2.5, 1, 2.51},
-                           {"to a limit with more digits than shown", 0, 66.66666667, 0, 66.66, 10, 66.66666667}});
-    }
     void steps()
     {
-        QFETCH(Step, row);
-        RealField field;
-        field.setDecimals(4);
-        field.setLimits(row.minimum, row.maximum);
-        field.setSteps(static_cast<double>(0.01f), row.increment);
-        field.load(row.from);
-        field.stepBy(row.count);
-        QCOMPARE(field.number(), row.to);
-        QCOMPARE(field.hasInput(), row.to != row.from);
+        const std::tuple<const char *, double, double, double, double, int, double> rows[] = {
+            {"from value to value", 0, 60, 0.5, 2.5, 1, 3.0},
+            {"down", 0, 60, 0.5, 2.5, -1, 2.0},
+            {"onto the grid", 0, 60, 0.5, 2.6, 1, 3.0},
+            {"onto the grid, down", 0, 60, 0.5, 2.6, -1, 2.5},
+            {"the grid begins at the minimum", 0.3, 60, 0.5, 2.3, 1, 2.8},
+            {"a page", 0, 60, 0.5, 2.5, 10, 7.5},
+            {"last value", 0, 59.9, 0.5, 59.5, 1, 59.5},
+            {"stops at the last value", 0, 59.9, 0.5, 58, 10, 59.5},
+            {"stops at the minimum", 0.3, 60, 0.5, 0.8, -10, 0.3},
+            {"tenths", 0, 10, 0.1, 0.2, 1, 0.3},
+            {"finer than the digits", 0, 1, 0.00003, 0.00006, 1, 0.00009},
+            {"no limits", -DBL_MAX, DBL_MAX, 0.5, 2.6, 1, 3.0},
+            {"no increment", 0, 60, 0, 2.5, 1, 2.51},
+            {"to a limit with more digits than shown", 0, 66.66666667, 0, 66.66, 10, 66.66666667}};
+        for (const auto &[name, minimum, maximum, increment, from, count, to] : rows) {
+            const FailedAt at(name);
+            RealField field;
+            field.setDecimals(4);
+            field.setLimits(minimum, maximum);
+            field.setSteps(static_cast<double>(0.01f), increment);
+            field.load(from);
+            field.stepBy(count);
+            QCOMPARE(field.number(), to);
+            QCOMPARE(field.hasInput(), to != from);
+        }
     }
 
     /// A field of 32 bits with a longer value does not step from what it shows.

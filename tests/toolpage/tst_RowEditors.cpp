@@ -5,22 +5,9 @@
 #include <cmath>
 #include <limits>
 
-#include "DataRows.h"
 #include "Editors.h"
+#include "FailedAt.h"
 #include "support/FakeHostCore.h"
-
-namespace {
-
-struct Contradiction
-{
-    const char *name;
-    const char *element;
-    int shown; ///< -1: no editor
-};
-
-} // namespace
-
-Q_DECLARE_METATYPE(Contradiction)
 
 /// The ranges, steps and entries of editors, and what becomes of odd ones.
 class tst_RowEditors : public QObject
@@ -84,30 +71,31 @@ private Q_SLOTS:
         }
     }
 
-    void contradictions_data()
-    {
-        addDataRows<Contradiction>(
-            {{"minimum above maximum", "<Integer Name=\"N\"><Value>7</Value><Min>10</Min><Max>5</Max></Integer>", 7},
-             {"no increment", "<Integer Name=\"N\"><Value>7</Value><Inc>0</Inc></Integer>", 7},
-             {"float below its minimum", "<Float Name=\"N\"><Value>7</Value><Min>10</Min></Float>", 7},
-             {"no entries", "<Enumeration Name=\"N\"><Value>0</Value></Enumeration>", -1}});
-    }
     /// Features that contradict themselves: one log line, and an editor if there is a value to show.
     void contradictions()
     {
-        QFETCH(Contradiction, row);
-        TestCamera camera(descriptionWith(row.element));
-        ToolPageWidgetItem item;
-        bind(item, camera);
-        item.updateWidget(false);
-        QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
-        QCOMPARE(item.isHidden(), row.shown < 0);
-        auto *editor = item.findChild<QAbstractSpinBox *>();
-        QCOMPARE(editor != nullptr, row.shown >= 0);
-        if (!editor)
-            return;
-        QCOMPARE(editor->property("value").toInt(), row.shown);
-        QVERIFY(editor->property("singleStep").toDouble() > 0.0);
+        const std::tuple<const char *, const char *, int> rows[] = {
+            {"minimum above maximum", "<Integer Name=\"N\"><Value>7</Value><Min>10</Min><Max>5</Max></Integer>", 7},
+            {"no increment", "<Integer Name=\"N\"><Value>7</Value><Inc>0</Inc></Integer>", 7},
+            {"float below its minimum", "<Float Name=\"N\"><Value>7</Value><Min>10</Min></Float>", 7},
+            {"no entries", "<Enumeration Name=\"N\"><Value>0</Value></Enumeration>", -1}};
+        for (const auto &[name, element, shown] : rows) {
+            const FailedAt at(name);
+            init();
+
+            TestCamera camera(descriptionWith(element));
+            ToolPageWidgetItem item;
+            bind(item, camera);
+            item.updateWidget(false);
+            QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
+            QCOMPARE(item.isHidden(), shown < 0);
+            auto *editor = item.findChild<QAbstractSpinBox *>();
+            QCOMPARE(editor != nullptr, shown >= 0);
+            if (!editor)
+                return;
+            QCOMPARE(editor->property("value").toInt(), shown);
+            QVERIFY(editor->property("singleStep").toDouble() > 0.0);
+        }
     }
 
     void entriesChangeUnderAnOpenList()

@@ -38,33 +38,7 @@ const Way Ways[] = {{"Enter", [](Row &row, auto &) { QTest::keyClick(fieldOf(row
                     {"live refresh", [](Row &row, auto &) { row.setFocus(), row.updateWidget(true); }, 0},
                     {"device's event", refreshAfterAnEvent, 0}};
 
-struct Arrow
-{
-    const char *name;
-    const char *feature;
-    int key;
-    double written;
-};
-
-struct Refused
-{
-    const char *name; ///< what is typed
-    const char *node;
-};
-
-struct Interruption
-{
-    const char *name;
-    std::function<void(Row &row, const TestCamera &camera)> interrupt;
-    int shown; ///< 0: whatever it may be
-};
-
 } // namespace
-
-Q_DECLARE_METATYPE(Way)
-Q_DECLARE_METATYPE(Arrow)
-Q_DECLARE_METATYPE(Refused)
-Q_DECLARE_METATYPE(Interruption)
 
 /// When rows write numbers, which, and what they refuse.
 class tst_RowEdits : public EditedRow
@@ -75,81 +49,86 @@ private Q_SLOTS:
     void init() { setUp(); }
     void cleanup() { tearDown(); }
 
-    void leaving_data() { addDataRows(Ways); }
     /// Half a number is written by those ways alone that end an edit. All others leave it in its place.
     void leaving()
     {
-        QFETCH(Way, row);
-        for (const char *node : {"Width", "Gain"}) {
-            auto *spinBox = editorOf<QAbstractSpinBox>(node);
-            const double before = spinBox->property("value").toDouble();
-            FakeHostCore::instance().setNodeValue("", node, "12.5");
-            typeHalf(spinBox, "16");
-            QCOMPARE(m_camera->port.writes, 0u);
-            row.leave(*m_row, *m_camera);
-            QCOMPARE(int(m_camera->port.writes), row.writes);
-            QCOMPARE(m_written->count(), row.writes);
-            QCOMPARE(spinBox->property("value").toDouble(), row.writes > 0 ? 16 : before);
-            QVERIFY(row.writes > 0 || spinBox->text() == QLatin1String("16"));
+        for (const Way &row : Ways) {
+            const FailedAt at(row.name);
+            cleanup();
+            init();
+
+            for (const char *node : {"Width", "Gain"}) {
+                auto *spinBox = editorOf<QAbstractSpinBox>(node);
+                const double before = spinBox->property("value").toDouble();
+                FakeHostCore::instance().setNodeValue("", node, "12.5");
+                typeHalf(spinBox, "16");
+                QCOMPARE(m_camera->port.writes, 0u);
+                row.leave(*m_row, *m_camera);
+                QCOMPARE(int(m_camera->port.writes), row.writes);
+                QCOMPARE(m_written->count(), row.writes);
+                QCOMPARE(spinBox->property("value").toDouble(), row.writes > 0 ? 16 : before);
+                QVERIFY(row.writes > 0 || spinBox->text() == QLatin1String("16"));
+            }
+            QVERIFY(log().isEmpty());
         }
-        QVERIFY(log().isEmpty());
     }
 
-    void arrows_data()
-    {
-        const auto *real = "<Float Name=\"N\"><Value>2.5</Value><Min>-1</Min><Max>60</Max><Inc>0.5</Inc></Float>";
-        const auto *integer = "<Integer Name=\"N\"><Value>50</Value><Min>2</Min><Max>100</Max><Inc>4</Inc></Integer>";
-        addDataRows<Arrow>({{"real, up", real, Qt::Key_Up, 3},
-                            {"real, down", real, Qt::Key_Down, 2},
-                            {"real, page", real, Qt::Key_PageUp, 7.5},
-                            {"integer", integer, Qt::Key_Up, 54},
-                            {"integer, page", integer, Qt::Key_PageUp, 90},
-                            {"no increment", "<Float Name=\"N\"><Value>2.5</Value></Float>", Qt::Key_Up, 2.51}});
-    }
     /// They lead to the next value that the feature can take, before and after a refresh; the focus stays.
     void arrows()
     {
-        QFETCH(Arrow, row);
-        m_camera = std::make_unique<TestCamera>(descriptionWith(row.feature));
-        for (const bool isRefreshed : {false, true}) {
-            auto *spinBox = editorOf<QAbstractSpinBox>("N");
-            const QString before = spinBox->text();
-            if (isRefreshed)
-                m_row->updateWidget(false);
-            QTest::keyClick(spinBox, Qt::Key(row.key));
-            QCOMPARE(QString::fromUtf8(GenApi::CValuePtr(m_camera->node("N"))->ToString().c_str()).toDouble(),
-                     row.written);
-            QCOMPARE(m_written->count(), 1);
-            QVERIFY(spinBox->hasFocus());
-            type(spinBox, before);
+        const auto *real = "<Float Name=\"N\"><Value>2.5</Value><Min>-1</Min><Max>60</Max><Inc>0.5</Inc></Float>";
+        const auto *integer = "<Integer Name=\"N\"><Value>50</Value><Min>2</Min><Max>100</Max><Inc>4</Inc></Integer>";
+        const std::tuple<const char *, const char *, int, double> rows[] = {
+            {"real, up", real, Qt::Key_Up, 3},
+            {"real, down", real, Qt::Key_Down, 2},
+            {"real, page", real, Qt::Key_PageUp, 7.5},
+            {"integer", integer, Qt::Key_Up, 54},
+            {"integer, page", integer, Qt::Key_PageUp, 90},
+            {"no increment", "<Float Name=\"N\"><Value>2.5</Value></Float>", Qt::Key_Up, 2.51}};
+        for (const auto &[name, feature, key, written] : rows) {
+            const FailedAt at(name);
+            cleanup();
+            init();
+
+            m_camera = std::make_unique<TestCamera>(descriptionWith(feature));
+            for (const bool isRefreshed : {false, true}) {
+                auto *spinBox = editorOf<QAbstractSpinBox>("N");
+                const QString before = spinBox->text();
+                if (isRefreshed)
+                    m_row->updateWidget(false);
+                QTest::keyClick(spinBox, Qt::Key(key));
+                QCOMPARE(QString::fromUtf8(GenApi::CValuePtr(m_camera->node("N"))->ToString().c_str()).toDouble(),
+                         written);
+                QCOMPARE(m_written->count(), 1);
+                QVERIFY(spinBox->hasFocus());
+                type(spinBox, before);
+            }
+            QVERIFY(log().isEmpty());
         }
-        QVERIFY(log().isEmpty());
     }
 
-    void refusedTexts_data()
-    {
-        addDataRows<Refused>({{"1200", "Width"},
-                              {"33.1", "Width"},
-                              {"1,234", "Width"},
-                              {"700", "Gain"},
-                              {"1,2.5", "Gain"},
-                              {"", "Gain"}});
-    }
     void refusedTexts()
     {
-        QFETCH(Refused, row);
-        auto *spinBox = editorOf<QAbstractSpinBox>(row.node);
-        const QString before = spinBox->text();
-        typeHalf(spinBox, row.name);
-        QCOMPARE(spinBox->text(), QLatin1String(row.name));
-        QTest::keyClick(spinBox, Qt::Key_Enter);
-        QCOMPARE(m_camera->port.writes, 0u);
-        QCOMPARE(spinBox->text(), before);
-        const QLatin1String kind(qobject_cast<QSpinBox *>(spinBox) ? "integer" : "number");
-        QCOMPARE(log(),
-                 QStringList(line(QStringLiteral("Set %1 value failed, message = \"%2\" is no %3 from 0 to 100")
-                                      .arg(QLatin1String(row.node), QLatin1String(row.name), kind))));
-        QCOMPARE(m_written->count(), 0);
+        const std::tuple<const char *, const char *> rows[] = {{"1200", "Width"}, {"33.1", "Width"}, {"1,234", "Width"},
+                                                               {"700", "Gain"},   {"1,2.5", "Gain"}, {"", "Gain"}};
+        for (const auto &[name, node] : rows) {
+            const FailedAt at(name);
+            cleanup();
+            init();
+
+            auto *spinBox = editorOf<QAbstractSpinBox>(node);
+            const QString before = spinBox->text();
+            typeHalf(spinBox, name);
+            QCOMPARE(spinBox->text(), QLatin1String(name));
+            QTest::keyClick(spinBox, Qt::Key_Enter);
+            QCOMPARE(m_camera->port.writes, 0u);
+            QCOMPARE(spinBox->text(), before);
+            const QLatin1String kind(qobject_cast<QSpinBox *>(spinBox) ? "integer" : "number");
+            QCOMPARE(log(),
+                     QStringList(line(QStringLiteral("Set %1 value failed, message = \"%2\" is no %3 from 0 to 100")
+                                          .arg(QLatin1String(node), QLatin1String(name), kind))));
+            QCOMPARE(m_written->count(), 0);
+        }
     }
 
     /// The field shows them rounded. Both decimal signs are understood, whatever the locale.
@@ -193,7 +172,8 @@ private Q_SLOTS:
         QCOMPARE(m_camera->port.peek(TestCamera::Big, 8), quint64(700));
     }
 
-    void interruptedTyping_data()
+    /// What is typed stays while the row can be edited, and is dropped without a word when it cannot.
+    void interruptedTyping()
     {
         const auto set = [](const char *feature, int value) {
             return [=](Row &row, const TestCamera &camera) {
@@ -201,30 +181,31 @@ private Q_SLOTS:
                 row.updateWidget(false);
             };
         };
-        addDataRows<Interruption>({{"refreshed", set("Other", 6), 64},
-                                   {"limits", set("Most", 50), 64},
-                                   {"locked by the device", set("Lock", 1), 4},
-                                   {"not available", set("There", 0), 0},
-                                   {"disabled", [](Row &row, auto &) { row.setWidgetItemEnable(false); }, 0},
-                                   {"hidden", [](Row &row, auto &) { row.setWidgetItemVisible(false); }, 0}});
-    }
-    /// What is typed stays while the row can be edited, and is dropped without a word when it cannot.
-    void interruptedTyping()
-    {
-        m_camera = std::make_unique<TestCamera>(descriptionWith(
-            "<Integer Name=\"Lock\"><Value>0</Value></Integer><Integer Name=\"There\"><Value>1</Value></Integer>"
-            "<Integer Name=\"Other\"><Value>1</Value></Integer><Integer Name=\"Most\"><Value>1000</Value></Integer>"
-            "<Integer Name=\"N\"><pIsAvailable>There</pIsAvailable><pIsLocked>Lock</pIsLocked><Value>4</Value>"
-            "<pMax>Most</pMax></Integer>"));
-        QFETCH(Interruption, row);
-        auto *spinBox = editorOf<QSpinBox>("N");
-        typeHalf(spinBox, "64");
-        row.interrupt(*m_row, *m_camera);
-        if (row.shown != 0)
-            QCOMPARE(spinBox->text(), QString::number(row.shown));
-        QCOMPARE(spinBox->hasFocus(), row.shown == 64);
-        QCOMPARE(m_written->count(), 0);
-        QVERIFY(log().isEmpty());
+        const std::tuple<const char *, std::function<void(Row & row, const TestCamera &camera)>, int> rows[] = {
+            {"refreshed", set("Other", 6), 64},
+            {"limits", set("Most", 50), 64},
+            {"locked by the device", set("Lock", 1), 4},
+            {"not available", set("There", 0), 0},
+            {"disabled", [](Row &row, auto &) { row.setWidgetItemEnable(false); }, 0},
+            {"hidden", [](Row &row, auto &) { row.setWidgetItemVisible(false); }, 0}};
+        for (const auto &[name, interrupt, shown] : rows) {
+            const FailedAt at(name);
+            cleanup();
+            init();
+            m_camera = std::make_unique<TestCamera>(descriptionWith(
+                "<Integer Name=\"Lock\"><Value>0</Value></Integer><Integer Name=\"There\"><Value>1</Value></Integer>"
+                "<Integer Name=\"Other\"><Value>1</Value></Integer><Integer Name=\"Most\"><Value>1000</Value></Integer>"
+                "<Integer Name=\"N\"><pIsAvailable>There</pIsAvailable><pIsLocked>Lock</pIsLocked><Value>4</Value>"
+                "<pMax>Most</pMax></Integer>"));
+            auto *spinBox = editorOf<QSpinBox>("N");
+            typeHalf(spinBox, "64");
+            interrupt(*m_row, *m_camera);
+            if (shown != 0)
+                QCOMPARE(spinBox->text(), QString::number(shown));
+            QCOMPARE(spinBox->hasFocus(), shown == 64);
+            QCOMPARE(m_written->count(), 0);
+            QVERIFY(log().isEmpty());
+        }
     }
 
     void leavingAnUntouchedEditorWritesNothing()

@@ -6,8 +6,8 @@
 #include <QLayout>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 
+#include "FailedAt.h"
 #include "TestCamera.h"
 #include "ToolPage/SelectedButton.h"
 #include "ToolPage/SwitchButton.h"
@@ -22,9 +22,6 @@ QColor colorOf(ToolPageWidgetItem &row)
 
 const QStringList Names{QStringLiteral("Label"), QStringLiteral("标签")};
 const QStringList Descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
-const QColor NormalColor(240, 240, 240);
-const QColor HoverColor(216, 216, 216);
-const QColor PressedColor(191, 231, 213);
 
 } // namespace
 
@@ -39,15 +36,14 @@ private Q_SLOTS:
         TestCamera camera;
         ToolPageWidgetItem custom(&m_page);
         custom.setItemInfo(Names, Descriptions, new SelectedButton);
-        const auto width = rowOf(camera, "Width");
-        const auto power = rowOf(camera, "Power");
-        const auto selector = rowOf(camera, "Selector");
-        const auto start = rowOf(camera, "Start");
+        QList<ToolPageWidgetItem *> rows{&custom};
+        for (const char *feature : {"Width", "Power", "Selector", "Start"})
+            rows.append(rowOf(camera, feature).release()); // a child of the page
         m_page.show();
         QApplication::setActiveWindow(&m_page);
         QVERIFY(QTest::qWaitForWindowActive(&m_page));
         QTest::keyClick(&m_page, Qt::Key_Tab); // a switch shows its focus once the keyboard is in use
-        for (ToolPageWidgetItem *row : {&custom, width.get(), power.get(), selector.get(), start.get()}) {
+        for (ToolPageWidgetItem *row : std::as_const(rows)) {
             row->resize(300, 40);
             auto *switchButton = row->findChild<SwitchButton *>();
             QWidget *editor = switchButton ? switchButton : row->layout()->itemAt(1)->widget();
@@ -60,61 +56,53 @@ private Q_SLOTS:
         }
     }
 
-    void geometry_data()
-    {
-        QTest::addColumn<QByteArray>("node");
-        QTest::addColumn<int>("width");
-        QTest::addColumn<int>("labelWidth");
-        QTest::addColumn<QSize>("minimumEditor");
-        QTest::newRow("spin box") << QByteArray("Width") << 601 << 280 << QSize(150, 34);
-        QTest::newRow("combo box") << QByteArray("Selector") << 400 << 180 << QSize(150, 34);
-        QTest::newRow("switch") << QByteArray("Power") << 320 << 140 << QSize(44, 20);
-        QTest::newRow("narrow row") << QByteArray("Width") << 320 << -1 << QSize(150, 34);
-    }
-
     void geometry()
     {
         TestCamera camera;
-        QFETCH(QByteArray, node);
-        QFETCH(int, width);
-        QFETCH(int, labelWidth);
-        QFETCH(QSize, minimumEditor);
-        const auto row = rowOf(camera, node);
-        row->resize(width, 40);
-        row->setParent(nullptr);
-        row->show();
-        QVERIFY(QTest::qWaitForWindowExposed(row.get()));
-        QCOMPARE(row->size(), QSize(width, 40));
-        const auto *label = row->findChild<QLabel *>();
-        if (labelWidth >= 0)
-            QCOMPARE(label->width(), labelWidth);
-        QCOMPARE(label->x(), 30);
-        const auto *button = row->findChild<SwitchButton *>();
-        const QWidget *editor = button ? button : row->layout()->itemAt(row->layout()->count() - 1)->widget();
-        const QRect place(editor->mapTo(row.get(), QPoint(0, 0)), editor->size());
-        QCOMPARE(place.right(), width - 10 - 1);
-        QVERIFY(place.left() > label->geometry().right());
-        QCOMPARE(place.height(), minimumEditor.height());
-        QVERIFY(place.width() >= minimumEditor.width());
+        const std::tuple<const char *, const char *, int, int, QSize> rows[] = {
+            {"spin box", "Width", 601, 280, {150, 34}},
+            {"combo box", "Selector", 400, 180, {150, 34}},
+            {"switch", "Power", 320, 140, {44, 20}},
+            {"narrow row", "Width", 320, -1, {150, 34}}};
+        for (const auto &[name, node, width, labelWidth, minimumEditor] : rows) {
+            const FailedAt at(name);
+            const auto row = rowOf(camera, node);
+            row->resize(width, 40);
+            row->setParent(nullptr);
+            row->show();
+            QVERIFY(QTest::qWaitForWindowExposed(row.get()));
+            QCOMPARE(row->size(), QSize(width, 40));
+            const auto *label = row->findChild<QLabel *>();
+            if (labelWidth >= 0)
+                QCOMPARE(label->width(), labelWidth);
+            QCOMPARE(label->x(), 30);
+            const auto *button = row->findChild<SwitchButton *>();
+            const QWidget *editor = button ? button : row->layout()->itemAt(row->layout()->count() - 1)->widget();
+            const QRect place(editor->mapTo(row.get(), QPoint(0, 0)), editor->size());
+            QCOMPARE(place.right(), width - 10 - 1);
+            QVERIFY(place.left() > label->geometry().right());
+            QCOMPARE(place.height(), minimumEditor.height());
+            QVERIFY(place.width() >= minimumEditor.width());
+        }
     }
 
     void colors()
     {
         ToolPageWidgetItem row;
         row.setItemInfo(Names, Descriptions, static_cast<QWidget *>(nullptr));
-        QCOMPARE(colorOf(row), NormalColor);
+        QCOMPARE(colorOf(row), QColor(240, 240, 240));
         QSignalSpy clicked(&row, &ToolPageWidgetItem::itemClicked);
         QTest::mousePress(&row, Qt::LeftButton);
         QCOMPARE(clicked.count(), 1);
-        QCOMPARE(colorOf(row), PressedColor);
+        QCOMPARE(colorOf(row), QColor(191, 231, 213));
         QTest::mouseRelease(&row, Qt::LeftButton);
         QCOMPARE(clicked.count(), 1);
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(&row, &leave);
-        QCOMPARE(colorOf(row), NormalColor);
+        QCOMPARE(colorOf(row), QColor(240, 240, 240));
         QEnterEvent enter({}, {}, {});
         QCoreApplication::sendEvent(&row, &enter);
-        QCOMPARE(colorOf(row), HoverColor);
+        QCOMPARE(colorOf(row), QColor(216, 216, 216));
         row.setCurrentColor(Qt::red);
         QCOMPARE(colorOf(row), QColor(Qt::red));
     }

@@ -5,33 +5,6 @@
 
 #include "EditedRow.h"
 
-namespace {
-
-struct Rejected
-{
-    const char *name;
-    const char *node;
-    bool isReadable;
-    QVariant shown;
-};
-
-struct Entry
-{
-    const char *name; ///< what is chosen
-    int written;
-};
-
-struct Feature
-{
-    const char *name;
-};
-
-} // namespace
-
-Q_DECLARE_METATYPE(Rejected)
-Q_DECLARE_METATYPE(Entry)
-Q_DECLARE_METATYPE(Feature)
-
 /// What rows write, and what becomes of it when the device refuses.
 class tst_RowWriter : public EditedRow
 {
@@ -87,43 +60,45 @@ private Q_SLOTS:
         QCOMPARE(m_written->count(), 1);
     }
 
-    void releasedRowsLeaveTheDeviceAlone_data()
-    {
-        addDataRows<Feature>({{"Width"}, {"Gain"}, {"Power"}, {"Selector"}, {"Start"}});
-    }
     void releasedRowsLeaveTheDeviceAlone()
     {
-        QFETCH(Feature, row);
-        editorOf<QWidget>(row.name);
-        auto *comboBox = m_row->findChild<QComboBox *>();
-        auto *spinBox = m_row->findChild<QAbstractSpinBox *>();
-        if (comboBox)
-            comboBox->showPopup();
-        if (spinBox) {
-            spinBox->setFocus();
-            QTest::keyClicks(spinBox, QStringLiteral("6"));
-        }
-        m_row->releaseNode();
-        QCOMPARE(m_camera->port.writes, 0u);
-        m_camera.reset();
+        const std::tuple<const char *> rows[] = {{"Width"}, {"Gain"}, {"Power"}, {"Selector"}, {"Start"}};
+        for (const auto &[name] : rows) {
+            const FailedAt at(name);
+            cleanup();
+            init();
 
-        m_row->hide();
-        m_row->show();
-        m_row->updateWidget(true);
-        m_row->setWidgetItemEnable(true);
-        QVERIFY(m_row->isVisible());
-        m_row->setCurrentValue();
-        if (comboBox) {
-            QVERIFY(!comboBox->view()->isVisible());
-            comboBox->setCurrentIndex(1);
-        } else if (spinBox) {
-            Q_EMIT spinBox->editingFinished();
-        } else {
-            Q_EMIT m_row->findChild<QPushButton *>()->clicked();
+            editorOf<QWidget>(name);
+            auto *comboBox = m_row->findChild<QComboBox *>();
+            auto *spinBox = m_row->findChild<QAbstractSpinBox *>();
+            if (comboBox)
+                comboBox->showPopup();
+            if (spinBox) {
+                spinBox->setFocus();
+                QTest::keyClicks(spinBox, QStringLiteral("6"));
+            }
+            m_row->releaseNode();
+            QCOMPARE(m_camera->port.writes, 0u);
+            m_camera.reset();
+
+            m_row->hide();
+            m_row->show();
+            m_row->updateWidget(true);
+            m_row->setWidgetItemEnable(true);
+            QVERIFY(m_row->isVisible());
+            m_row->setCurrentValue();
+            if (comboBox) {
+                QVERIFY(!comboBox->view()->isVisible());
+                comboBox->setCurrentIndex(1);
+            } else if (spinBox) {
+                Q_EMIT spinBox->editingFinished();
+            } else {
+                Q_EMIT m_row->findChild<QPushButton *>()->clicked();
+            }
+            QVERIFY(!m_row->layout()->itemAt(m_row->layout()->count() - 1)->widget()->isEnabled());
+            QCOMPARE(m_written->count(), 0);
+            QCOMPARE(FakeHostCore::instance().calls(), QStringList());
         }
-        QVERIFY(!m_row->layout()->itemAt(m_row->layout()->count() - 1)->widget()->isEnabled());
-        QCOMPARE(m_written->count(), 0);
-        QCOMPARE(FakeHostCore::instance().calls(), QStringList());
     }
 
     void buttons()
@@ -141,62 +116,67 @@ private Q_SLOTS:
         QVERIFY(log().isEmpty());
     }
 
-    void enumeration_data()
-    {
-        // As it stands, and Chinese for the same name and for another one.
-        addDataRows<Entry>({{"Encoder", 1}, {"编码器", 1}, {"双向", 2}});
-    }
     void enumeration()
     {
-        m_camera = std::make_unique<TestCamera>(descriptionWith(
-            "<Enumeration Name=\"N\"><EnumEntry Name=\"Off\"><Value>0</Value></EnumEntry><EnumEntry Name=\"Encoder\">"
-            "<Value>1</Value></EnumEntry><EnumEntry Name=\"Motion\"><Value>2</Value></EnumEntry><Value>0</Value>"
-            "</Enumeration>"));
-        auto *comboBox = editorOf<QComboBox>("N");
-        QCOMPARE(comboBox->count(), 3);
-        QFETCH(Entry, row);
-        const QString chosen = QString::fromUtf8(row.name);
-        if (comboBox->findText(chosen) < 0)
-            comboBox->addItem(chosen);
-        comboBox->setCurrentText(chosen);
-        QCOMPARE(GenApi::CEnumerationPtr(m_camera->node("N"))->GetIntValue(), int64_t(row.written));
-        QVERIFY(!comboBox->hasFocus());
-        QCOMPARE(m_written->count(), 1);
-        QVERIFY(log().isEmpty());
+        // As it stands, and Chinese for the same name and for another one.
+        const std::tuple<const char *, int> rows[] = {{"Encoder", 1}, {"编码器", 1}, {"双向", 2}};
+        for (const auto &[name, written] : rows) {
+            const FailedAt at(name);
+            cleanup();
+            init();
+            m_camera = std::make_unique<TestCamera>(descriptionWith(
+                "<Enumeration Name=\"N\"><EnumEntry Name=\"Off\"><Value>0</Value></EnumEntry><EnumEntry "
+                "Name=\"Encoder\">"
+                "<Value>1</Value></EnumEntry><EnumEntry Name=\"Motion\"><Value>2</Value></EnumEntry><Value>0</Value>"
+                "</Enumeration>"));
+            auto *comboBox = editorOf<QComboBox>("N");
+            QCOMPARE(comboBox->count(), 3);
+            const QString chosen = QString::fromUtf8(name);
+            if (comboBox->findText(chosen) < 0)
+                comboBox->addItem(chosen);
+            comboBox->setCurrentText(chosen);
+            QCOMPARE(GenApi::CEnumerationPtr(m_camera->node("N"))->GetIntValue(), int64_t(written));
+            QVERIFY(!comboBox->hasFocus());
+            QCOMPARE(m_written->count(), 1);
+            QVERIFY(log().isEmpty());
+        }
     }
 
-    void refusedInput_data()
-    {
-        addDataRows<Rejected>({{"integer", "Width", true, 12},
-                               {"integer, unreadable", "Width", false, 48},
-                               {"float", "Gain", true, 12.5},
-                               {"float, unreadable", "Gain", false, 2.5},
-                               {"boolean", "Power", true, false},
-                               {"boolean, unreadable", "Power", false, false},
-                               {"enumeration", "Selector", true, QStringLiteral("Zulu")},
-                               {"enumeration, unreadable", "Selector", false, QStringLiteral("Zulu")},
-                               {"command", "Start", true, QStringLiteral("Execute")}});
-    }
     /// The device, whose numbers have changed meanwhile, refuses: the row shows what the device has, or what it had.
     void refusedInput()
     {
-        QFETCH(Rejected, row);
-        QVERIFY(editorOf<QWidget>(row.node));
-        MemoryPort &port = m_camera->port;
-        port.poke(TestCamera::Width, 12);
-        port.pokeDouble(TestCamera::Gain, 12.5);
-        port.writeFault = MemoryPort::Fault::Refused;
-        port.readFault = row.isReadable ? MemoryPort::Fault::None : MemoryPort::Fault::Timeout;
-        if (auto *comboBox = m_row->findChild<QComboBox *>())
-            comboBox->setCurrentIndex(1);
-        else if (auto *spinBox = m_row->findChild<QAbstractSpinBox *>())
-            type(spinBox, QStringLiteral("64"));
-        else
-            m_row->findChild<QPushButton *>()->click();
-        QCOMPARE(shownBy(*m_row), row.shown);
-        QCOMPARE(m_written->count(), 0);
-        QCOMPARE(log().size(), 1);
-        QVERIFY(log().first().contains(QStringLiteral("Set %1 value failed, message = ").arg(QLatin1String(row.node))));
+        const std::tuple<const char *, const char *, bool, QVariant> rows[] = {
+            {"integer", "Width", true, 12},
+            {"integer, unreadable", "Width", false, 48},
+            {"float", "Gain", true, 12.5},
+            {"float, unreadable", "Gain", false, 2.5},
+            {"boolean", "Power", true, false},
+            {"boolean, unreadable", "Power", false, false},
+            {"enumeration", "Selector", true, QStringLiteral("Zulu")},
+            {"enumeration, unreadable", "Selector", false, QStringLiteral("Zulu")},
+            {"command", "Start", true, QStringLiteral("Execute")}};
+        for (const auto &[name, node, isReadable, shown] : rows) {
+            const FailedAt at(name);
+            cleanup();
+            init();
+
+            QVERIFY(editorOf<QWidget>(node));
+            MemoryPort &port = m_camera->port;
+            port.poke(TestCamera::Width, 12);
+            port.pokeDouble(TestCamera::Gain, 12.5);
+            port.writeFault = MemoryPort::Fault::Refused;
+            port.readFault = isReadable ? MemoryPort::Fault::None : MemoryPort::Fault::Timeout;
+            if (auto *comboBox = m_row->findChild<QComboBox *>())
+                comboBox->setCurrentIndex(1);
+            else if (auto *spinBox = m_row->findChild<QAbstractSpinBox *>())
+                type(spinBox, QStringLiteral("64"));
+            else
+                m_row->findChild<QPushButton *>()->click();
+            QCOMPARE(shownBy(*m_row), shown);
+            QCOMPARE(m_written->count(), 0);
+            QCOMPARE(log().size(), 1);
+            QVERIFY(log().first().contains(QStringLiteral("Set %1 value failed, message = ").arg(QLatin1String(node))));
+        }
     }
 
     void wheelOverAnUnfocusedEditorScrollsOnly()

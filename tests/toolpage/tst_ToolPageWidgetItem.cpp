@@ -6,45 +6,17 @@
 #include <memory>
 #include <stdexcept>
 
-#include "DataRows.h"
 #include "Editors.h"
+#include "FailedAt.h"
 #include "FaultyNode.h"
 #include "support/FakeHostCore.h"
 
 namespace {
 
-struct Shown
-{
-    const char *name;
-    const char *node;
-    QVariant shown;
-    bool isEnabled;
-};
-
-struct Live
-{
-    const char *name;
-    const char *node;
-    const char *text; ///< that the host has read
-    int result; ///< of its read
-    QVariant shown;
-};
-
-struct Fault
-{
-    const char *name;
-    bool isGenICam;
-    bool hasShape;
-};
-
 const QStringList Names{QStringLiteral("Label"), QStringLiteral("标签")};
 const QStringList Descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
 
 } // namespace
-
-Q_DECLARE_METATYPE(Shown)
-Q_DECLARE_METATYPE(Live)
-Q_DECLARE_METATYPE(Fault)
 
 /// What a row shows, by itself and when the timer refreshes it; what it writes is the matter of tst_RowWriter.
 class tst_ToolPageWidgetItem : public QObject
@@ -73,32 +45,33 @@ private Q_SLOTS:
         m_page.hide();
     }
 
-    void editors_data()
-    {
-        addDataRows<Shown>({{"integer", "Width", 48, true},
-                            {"float", "Gain", 2.5, true},
-                            {"boolean", "Power", true, true},
-                            {"enumeration", "Selector", QStringLiteral("Alpha"), true},
-                            {"command", "Start", QStringLiteral("Execute"), true},
-                            {"read-only integer", "WidthMax", 100, false},
-                            {"locked command", "StartLocked", QStringLiteral("Execute"), false}});
-    }
     void editors()
     {
-        TestCamera camera;
-        camera.port.poke(TestCamera::Width, 48);
-        camera.port.pokeDouble(TestCamera::Gain, 2.5);
-        camera.port.poke(TestCamera::Power, 1);
-        camera.port.poke(TestCamera::Selector, 1);
-        QFETCH(Shown, row);
-        const auto item = rowOf(camera, row.node);
-        QVERIFY(!item->isHidden());
-        QCOMPARE(shownBy(*item), row.shown);
-        bool available = false;
-        QCOMPARE(item->getParameterWidget(camera.node(row.node), available)->isEnabled(), row.isEnabled);
-        QVERIFY(available);
-        QCOMPARE(camera.port.writes, 0u);
-        QVERIFY(m_host.calls().isEmpty());
+        const std::tuple<const char *, const char *, QVariant, bool> rows[] = {
+            {"integer", "Width", 48, true},
+            {"float", "Gain", 2.5, true},
+            {"boolean", "Power", true, true},
+            {"enumeration", "Selector", QStringLiteral("Alpha"), true},
+            {"command", "Start", QStringLiteral("Execute"), true},
+            {"read-only integer", "WidthMax", 100, false},
+            {"locked command", "StartLocked", QStringLiteral("Execute"), false}};
+        for (const auto &[name, node, shown, isEnabled] : rows) {
+            const FailedAt at(name);
+            init();
+            TestCamera camera;
+            camera.port.poke(TestCamera::Width, 48);
+            camera.port.pokeDouble(TestCamera::Gain, 2.5);
+            camera.port.poke(TestCamera::Power, 1);
+            camera.port.poke(TestCamera::Selector, 1);
+            const auto item = rowOf(camera, node);
+            QVERIFY(!item->isHidden());
+            QCOMPARE(shownBy(*item), shown);
+            bool available = false;
+            QCOMPARE(item->getParameterWidget(camera.node(node), available)->isEnabled(), isEnabled);
+            QVERIFY(available);
+            QCOMPARE(camera.port.writes, 0u);
+            QVERIFY(m_host.calls().isEmpty());
+        }
     }
 
     void withoutEditor()
@@ -234,34 +207,35 @@ private Q_SLOTS:
         QCOMPARE(shownBy(*row), QVariant(6));
     }
 
-    void faultyNodes_data()
-    {
-        addDataRows<Fault>({{"GenICam, every call", true, false},
-                            {"GenICam, value calls", true, true},
-                            {"foreign, every call", false, false},
-                            {"foreign, value calls", false, true}});
-    }
     void faultyNodes()
     {
-        QFETCH(Fault, row);
-        FaultyNode node([isGenICam = row.isGenICam] {
-            if (isGenICam)
-                throw RUNTIME_EXCEPTION("broken");
-            throw std::runtime_error("broken");
-        });
-        node.hasShape = row.hasShape;
-        ToolPageWidgetItem item(&m_page);
-        item.setItemInfo(Names, Descriptions, &node, true);
-        item.updateWidget(false);
-        item.updateWidget(true);
-        item.setCurrentValue();
-        item.setLanguage(1);
-        QVERIFY(item.isHidden());
-        QVERIFY(!shownBy(item).isValid());
-        bool available = true;
-        QVERIFY(!item.getParameterWidget(&node, available));
-        QVERIFY(!item.getFloatParamWidget(&node, available));
-        QCOMPARE(m_host.calls().size(), row.hasShape ? 0 : 1);
+        const std::tuple<const char *, bool, bool> rows[] = {{"GenICam, every call", true, false},
+                                                             {"GenICam, value calls", true, true},
+                                                             {"foreign, every call", false, false},
+                                                             {"foreign, value calls", false, true}};
+        for (const auto &[name, isGenICam, hasShape] : rows) {
+            const FailedAt at(name);
+            init();
+
+            FaultyNode node([isGenICam = isGenICam] {
+                if (isGenICam)
+                    throw RUNTIME_EXCEPTION("broken");
+                throw std::runtime_error("broken");
+            });
+            node.hasShape = hasShape;
+            ToolPageWidgetItem item(&m_page);
+            item.setItemInfo(Names, Descriptions, &node, true);
+            item.updateWidget(false);
+            item.updateWidget(true);
+            item.setCurrentValue();
+            item.setLanguage(1);
+            QVERIFY(item.isHidden());
+            QVERIFY(!shownBy(item).isValid());
+            bool available = true;
+            QVERIFY(!item.getParameterWidget(&node, available));
+            QVERIFY(!item.getFloatParamWidget(&node, available));
+            QCOMPARE(m_host.calls().size(), hasShape ? 0 : 1);
+        }
     }
 
     void texts()
@@ -327,32 +301,33 @@ private Q_SLOTS:
         QCOMPARE(shownBy(*row), QVariant(12.5));
     }
 
-    void liveValues_data()
-    {
-        const QString zulu = QStringLiteral("Zulu");
-        addDataRows<Live>({{"float", "Gain", "12.5", 0, 12.5},
-                           {"float, failed read", "Gain", "12.5", -1, 1.0},
-                           {"float, no number", "Gain", "hot", 0, 1.0},
-                           {"float, not finite", "Gain", "nan", 0, 1.0},
-                           {"enumeration", "Selector", "Alpha", 0, QStringLiteral("Alpha")},
-                           {"enumeration, unknown", "Selector", "Omega", 0, zulu},
-                           {"enumeration, failed read", "Selector", "Alpha", 1, zulu},
-                           {"integer", "Width", "40", 0, 0}});
-    }
     void liveValues()
     {
-        TestCamera camera;
-        camera.port.pokeDouble(TestCamera::Gain, 1.0);
-        QFETCH(Live, row);
-        const auto item = rowOf(camera, row.node);
-        m_host.setNodeValue("cam", row.node, row.text);
-        m_host.setReadResult("cam", row.node, row.result);
-        camera.port.resetCounters();
-        QSignalSpy written(item.get(), &ToolPageWidgetItem::valueChanged);
-        item->updateWidget(true);
-        QCOMPARE(shownBy(*item), row.shown);
-        QCOMPARE(written.count(), 0);
-        QVERIFY(camera.port.accesses.empty());
+        const QString zulu = QStringLiteral("Zulu");
+        const std::tuple<const char *, const char *, const char *, int, QVariant> rows[] = {
+            {"float", "Gain", "12.5", 0, 12.5},
+            {"float, failed read", "Gain", "12.5", -1, 1.0},
+            {"float, no number", "Gain", "hot", 0, 1.0},
+            {"float, not finite", "Gain", "nan", 0, 1.0},
+            {"enumeration", "Selector", "Alpha", 0, QStringLiteral("Alpha")},
+            {"enumeration, unknown", "Selector", "Omega", 0, zulu},
+            {"enumeration, failed read", "Selector", "Alpha", 1, zulu},
+            {"integer", "Width", "40", 0, 0}};
+        for (const auto &[name, node, text, result, shown] : rows) {
+            const FailedAt at(name);
+            init();
+            TestCamera camera;
+            camera.port.pokeDouble(TestCamera::Gain, 1.0);
+            const auto item = rowOf(camera, node);
+            m_host.setNodeValue("cam", node, text);
+            m_host.setReadResult("cam", node, result);
+            camera.port.resetCounters();
+            QSignalSpy written(item.get(), &ToolPageWidgetItem::valueChanged);
+            item->updateWidget(true);
+            QCOMPARE(shownBy(*item), shown);
+            QCOMPARE(written.count(), 0);
+            QVERIFY(camera.port.accesses.empty());
+        }
     }
 
     void liveValuesSpareTheFocusedEditor()
