@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <optional>
+#include <tuple>
 
-#include "FailedAt.h"
+#include <QTest>
+
 #include "PanelBase/NumberText.h"
 
 class tst_NumberText : public QObject
@@ -11,34 +13,27 @@ class tst_NumberText : public QObject
 private Q_SLOTS:
     void texts()
     {
-        const std::tuple<const char *, std::optional<double>, std::optional<qint64>> rows[] = {
+        const std::tuple<const char *, std::optional<double>, std::optional<qint64>> taken[] = {
             {"33.1", 33.1, {}},
             {"33,1", 33.1, {}},
             {"1,234", 1.234, {}},
             {"1.234", 1.234, {}},
-            {"1,234.5", {}, {}},
-            {"1.234,5", {}, {}},
-            {"1.234.567", {}, {}},
-            {"1 234", {}, {}},
-            {"1'234", {}, {}},
             {"-7", -7.0, -7},
             {"+7", 7.0, 7},
             {" 42 ", 42.0, 42},
             {"1e3", 1000.0, {}},
-            {"", {}, {}},
-            {"-", {}, {}},
-            {"4x2", {}, {}},
-            {"0x10", {}, {}},
-            {"inf", {}, {}},
-            {"nan", {}, {}},
-            {"1e999", {}, {}},
             {"9223372036854775807", 9223372036854775807.0, 9223372036854775807},
             {"9223372036854775808", 9223372036854775808.0, {}}};
-        for (const auto &[name, real, integer] : rows) {
-            const FailedAt at(name);
-            for (const QLocale &locale : {QLocale::c(), QLocale(QLocale::German), QLocale(QLocale::French)}) {
-                QVERIFY2(NumberText::parse<double>(QLatin1String(name), locale) == real, qPrintable(locale.name()));
-                QVERIFY2(NumberText::parse<qint64>(QLatin1String(name), locale) == integer, qPrintable(locale.name()));
+        const char *const refused[] = {"1,234.5", "1.234,5", "1.234.567", "1 234", "1'234", "",
+                                       "-",       "4x2",     "0x10",      "inf",   "nan",   "1e999"};
+        for (const QLocale &locale : {QLocale::c(), QLocale(QLocale::German), QLocale(QLocale::French)}) {
+            for (const auto &[text, real, integer] : taken) {
+                QVERIFY2(NumberText::parse<double>(QLatin1String(text), locale) == real, text);
+                QVERIFY2(NumberText::parse<qint64>(QLatin1String(text), locale) == integer, text);
+            }
+            for (const char *text : refused) {
+                QVERIFY2(!NumberText::parse<double>(QLatin1String(text), locale), text);
+                QVERIFY2(!NumberText::parse<qint64>(QLatin1String(text), locale), text);
             }
         }
     }
