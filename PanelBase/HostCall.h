@@ -8,8 +8,8 @@
 #include "Features/NodeGuard.h"
 #include "ParamterWnd/HostCore.h"
 
-/// Appends a line to the host's log; an exception of the host costs the line. The one way to log: whoever reports a
-/// failure has still to clear it up.
+/// Appends a line to the host's log. Never throws, since its callers are in the middle of handling a failure: an
+/// exception of the host costs the line. The panel logs in no other way.
 inline void logToHost(const char *module, const std::string &message) noexcept
 {
     guardNode([&] { HostCore::VLogInfo(module, message, 0); });

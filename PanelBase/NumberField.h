@@ -20,8 +20,8 @@
 /// A QSpinBox or QDoubleSpinBox whose edit is a NumberInput. Number, double or qint64, is what it stands for: numbers
 /// with more digits than the box shows are kept as they were loaded, typed or stepped to.
 ///
-/// Without keyboard tracking: half a number is told to nobody. Exact range and value hold until QSpinBox's own setters
-/// replace them.
+/// Keyboard tracking is off: valueChanged() is not emitted for a number that is still being typed. Exact range and
+/// value hold until QSpinBox's own setters replace them.
 template <class Base, class Number>
 class NumberField : public Base, public NumberInput
 {
@@ -141,7 +141,7 @@ public:
     QString textFromValue(Shown value) const override { return isUndisturbed() ? line()->text() : textOf(value); }
 
 protected:
-    bool event(QEvent *event) override { return follow(event); }
+    bool event(QEvent *event) override { return process(event); }
     typename Base::StepEnabled stepEnabled() const override
     {
         typename Base::StepEnabled enabled = Base::StepNone;

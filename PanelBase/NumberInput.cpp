@@ -66,7 +66,7 @@ void NumberInput::forget()
     m_press.stop();
 }
 
-bool NumberInput::follow(QEvent *event)
+bool NumberInput::process(QEvent *event)
 {
     const QPointer<QAbstractSpinBox> box(m_box);
     bool handled = false;
@@ -89,7 +89,7 @@ bool NumberInput::follow(QEvent *event)
             drop();
         return handled;
     case QEvent::KeyPress:
-        return followKey(*static_cast<QKeyEvent *>(event)) || handle(event);
+        return processKey(*static_cast<QKeyEvent *>(event)) || handle(event);
     default:
         handled = handle(event);
         if (box && endsStep(*event))
@@ -99,7 +99,7 @@ bool NumberInput::follow(QEvent *event)
 }
 
 /// True if the box is done with the key.
-bool NumberInput::followKey(QKeyEvent &event)
+bool NumberInput::processKey(QKeyEvent &event)
 {
     const QPointer<QAbstractSpinBox> box(m_box);
     switch (event.key()) {

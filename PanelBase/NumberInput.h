@@ -13,7 +13,7 @@ class QKeyEvent;
 class QLineEdit;
 class QObject;
 
-/// The edit in a number field: whether its user is at it, and when it ends. The one owner of both; NumberField is the
+/// The edit in a number field: whether there is one, and when it ends. Both are decided here alone; NumberField is the
 /// widget around it.
 ///
 /// Anything can be typed. An edit ends by Enter, by Tab, by the release of an arrow (of the box, or of the keyboard),
@@ -23,8 +23,8 @@ class QObject;
 class NumberInput
 {
 public:
-    /// What becomes of a number outside of the limits: its user's slot refuses it, or the nearest limit takes its place
-    /// before the edit ends.
+    /// What becomes of a number outside of the limits: whoever takes editingFinished() refuses it, or the nearest limit
+    /// takes its place before the edit ends.
     enum class Beyond { Refused, Nearest };
 
     /// Null for what is no number field.
@@ -55,11 +55,11 @@ protected:
     NumberInput(QAbstractSpinBox *box, Beyond beyond);
     virtual ~NumberInput();
 
-    /// To be called with all events of the field.
-    bool follow(QEvent *event);
+    /// To be called with every event of the field, instead of the spin box's own handling.
+    bool process(QEvent *event);
     /// The spin box's own handling.
     virtual bool handle(QEvent *event) = 0;
-    /// Takes the number in the text, or its nearest limit; false if it is none.
+    /// Makes the number in the text, or its nearest limit, the field's value; false if the text is no number.
     virtual bool take() = 0;
     virtual bool showsLoaded() const = 0;
     /// The text of what the field holds.
@@ -67,7 +67,7 @@ protected:
 
     bool isTyped() const;
     QLineEdit *line() const { return m_line; }
-    /// While this is set the field interprets nothing, and its text stays.
+    /// While this is true the field does not read its text, nor replace it.
     bool isUndisturbed() const { return m_isUndisturbed; }
     void noteStep();
     void watch();
@@ -84,7 +84,7 @@ protected:
 private:
     enum class Ending { None, Enter, Tab, Arrow, Press };
 
-    bool followKey(QKeyEvent &event);
+    bool processKey(QKeyEvent &event);
     bool endsStep(const QEvent &event) const;
     void finish(Ending ending);
     void refuse();

@@ -10,7 +10,7 @@ struct NumberSteps
 {
     Number minimum;
     Number maximum;
-    Number step; ///< unless it is above 0, no step leads anywhere
+    Number step; ///< with one that is not above 0 every value stays as it is
     bool onGrid;
 
     /// The value `count` steps from another one, downwards for a negative count. From beside the grid the first step

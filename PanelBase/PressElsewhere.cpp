@@ -20,8 +20,8 @@ const QWidget *panelOf(const QWidget *editor)
 
 } // namespace
 
-PressElsewhere::PressElsewhere(QWidget *editor, std::function<void()> follow, QObject *parent)
-    : QObject(parent), m_editor(editor), m_follow(std::move(follow))
+PressElsewhere::PressElsewhere(QWidget *editor, std::function<void()> onPress, QObject *parent)
+    : QObject(parent), m_editor(editor), m_onPress(std::move(onPress))
 { }
 
 void PressElsewhere::start()
@@ -42,7 +42,7 @@ bool PressElsewhere::eventFilter(QObject *watched, QEvent *event)
         || !isElsewhere(pressed, static_cast<QMouseEvent *>(event)->pos()))
         return false;
     const bool wasUsable = pressed->isEnabled();
-    m_follow();
+    m_onPress();
     return !pressed || !pressed->isVisible() || (wasUsable && !pressed->isEnabled());
 }
 

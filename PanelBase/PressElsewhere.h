@@ -13,15 +13,16 @@ struct EditScope
     virtual ~EditScope() = default;
 };
 
-/// Tells when the mouse is pressed elsewhere in the panel of an enabled editor, on whatever is there, before the press
-/// takes effect. Without an EditScope around it the editor belongs to its window. A press that what follows has hidden
-/// or disabled the target of goes nowhere.
+/// Calls `onPress` when the mouse is pressed elsewhere in the panel of an enabled editor, on whatever is there, before
+/// the press takes effect. Without an EditScope around it the editor belongs to its window. If `onPress` hides or
+/// disables the widget that was pressed, the press is dropped.
 class PressElsewhere : public QObject
 {
 public:
     /// `editor` must live as long as this object.
-    PressElsewhere(QWidget *editor, std::function<void()> follow, QObject *parent = nullptr);
+    PressElsewhere(QWidget *editor, std::function<void()> onPress, QObject *parent = nullptr);
 
+    /// Presses are watched from now on.
     void start();
     void stop();
 
@@ -32,5 +33,5 @@ private:
     bool isElsewhere(const QWidget *pressed, const QPoint &position) const;
 
     QWidget *m_editor;
-    std::function<void()> m_follow;
+    std::function<void()> m_onPress;
 };

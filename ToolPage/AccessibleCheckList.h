@@ -5,7 +5,7 @@
 
 class CComboBox;
 
-/// Tells assistive technology what is checked in a CComboBox: the current item of the box says nothing.
+/// Tells assistive technology what is checked in a CComboBox, whose current item is always the empty placeholder.
 class AccessibleCheckList : public QAccessibleWidget
 {
 public:

@@ -107,7 +107,7 @@ CComboBox::CComboBox(QWidget *parent)
         watched->installEventFilter(this);
 }
 
-/// The focus moves once more when the list goes with what is left of the box.
+/// The list, a child that is deleted later, moves the focus once more; that must not reach what is left of the box.
 CComboBox::~CComboBox()
 {
     disconnect(m_focusWatch);
@@ -188,14 +188,15 @@ void CComboBox::showPopup()
     m_view->setCurrentIndex(m_model->index(FirstEntry, 0));
 }
 
-/// Entries that differ at their end alone are told apart in a narrow box too.
+/// Wide enough for the longest entry, even where the box is narrower.
 int CComboBox::listWidth() const
 {
     return m_view->sizeHintForColumn(0) + m_view->verticalScrollBar()->sizeHint().width()
         + 2 * (m_view->frameWidth() + m_popup->frameWidth());
 }
 
-/// Where the box starts, as far as the screen has room: the toolkit does not reckon with a list wider than its box.
+/// Aligned with the start of the box, as far as the screen has room: the toolkit assumes that a list is no wider than
+/// its box.
 void CComboBox::placeList()
 {
     const QRect room = roomOf(*this);
@@ -248,7 +249,7 @@ bool CComboBox::takeListKey(const QKeyEvent &event)
         if (!event.isAutoRepeat())
             onListViewClicked(m_view->currentIndex());
         return true;
-    case Qt::Key_Home: // the view's way leads to the placeholder
+    case Qt::Key_Home: // the view would go to the placeholder
         m_view->setCurrentIndex(m_model->index(FirstEntry, 0));
         return true;
     default:

@@ -24,7 +24,7 @@ public:
     explicit CComboBox(QWidget *parent = nullptr);
     ~CComboBox() override;
 
-    /// Appends an entry; `userData` is what getCheckedItemsName() tells of it.
+    /// Appends an entry; getCheckedItemsName() returns its `userData` while it is checked.
     void addOption(const QString &text, bool checked, QVariant userData);
     /// Checks or unchecks the entry in the model row `row`, without a signal. Rows without an entry are ignored.
     void setItemChecked(int row, bool checked);
@@ -45,7 +45,7 @@ Q_SIGNALS:
     void itemCheckedStatusChanged(int index, bool checked);
 
 public Q_SLOTS:
-    /// Joins the texts anew. The argument says nothing.
+    /// Joins the texts of the checked entries anew. `row`, the entry that changed, makes no difference.
     void updateText(int row);
     /// Toggles an entry as the user does.
     void onListViewClicked(const QModelIndex &index);
@@ -69,7 +69,7 @@ private:
     QListView *m_view; ///< child
     CustomItemModel *m_model; ///< child
     QFrame *m_popup; ///< the toolkit's window around the list
-    bool m_hideAllowed = true; ///< whether the next request to hide the list is honoured
+    bool m_hideAllowed = true; ///< false: hidePopup() does nothing
     QString m_text; ///< the texts of the checked entries
     QMetaObject::Connection m_focusWatch; ///< closes the list when another window gets the focus
 };

@@ -30,11 +30,6 @@ void CTabBar::paintEvent(QPaintEvent *)
         paintTab(painter, index);
 }
 
-void CTabBar::mousePressEvent(QMouseEvent *event)
-{
-    QTabBar::mousePressEvent(event);
-}
-
 void CTabBar::paintTab(QPainter &painter, int index) const
 {
     QStyleOptionTab option;

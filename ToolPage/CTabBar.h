@@ -17,7 +17,6 @@ protected:
     /// The bar's width divided by the number of tabs, 40 high.
     QSize tabSizeHint(int index) const override;
     void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
 
 private:
     void paintTab(QPainter &painter, int index) const;

@@ -38,6 +38,7 @@ void CToolBox::addWidget(const QString &englishTitle, const QString &chineseTitl
 {
     auto *page = new CToolPage(this);
     m_pageLayout->addWidget(page); // before it is filled: what moves with a widget is styled anew
+    connect(page, &CToolPage::emptyChanged, page, &QWidget::setHidden);
     page->addWidget(englishTitle, chineseTitle, content);
     m_pages.append(page);
 }
@@ -52,4 +53,13 @@ void CToolBox::setLanguage(int language)
 {
     for (CToolPage *page : std::as_const(m_pages))
         page->setLanguage(language);
+}
+
+void CToolBox::showEvent(QShowEvent *event)
+{
+    for (CToolPage *page : std::as_const(m_pages)) {
+        if (page->isEmpty())
+            page->updateWidget();
+    }
+    QWidget::showEvent(event);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/CToolPage.h"
 
+#include <algorithm>
+
 #include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
@@ -73,7 +75,22 @@ void CToolPage::addWidget(const QString &englishTitle, const QString &chineseTit
     m_chineseTitle = chineseTitle;
     m_contextLayout->addWidget(content);
     m_contents.append(content);
+    if (const auto *rows = qobject_cast<ToolPageWidget *>(content))
+        connect(rows, &ToolPageWidget::emptyChanged, this, &CToolPage::adoptContents);
     expand();
+    adoptContents();
+}
+
+void CToolPage::adoptContents()
+{
+    const bool isEmpty = std::all_of(m_contents.cbegin(), m_contents.cend(), [](const QWidget *content) {
+        const auto *rows = qobject_cast<const ToolPageWidget *>(content);
+        return rows && rows->isEmpty();
+    });
+    if (isEmpty == m_isEmpty)
+        return;
+    m_isEmpty = isEmpty;
+    Q_EMIT emptyChanged(isEmpty);
 }
 
 void CToolPage::expand()
@@ -101,7 +118,7 @@ void CToolPage::setAutoStretchEnable(bool enable)
 
 void CToolPage::updateWidget()
 {
-    if (m_context->isHidden())
+    if (m_context->isHidden() && !m_isEmpty)
         return;
     for (QWidget *content : std::as_const(m_contents)) {
         if (auto *page = qobject_cast<ToolPageWidget *>(content))

@@ -20,8 +20,8 @@ public:
     /// `row`, the parent, is repainted when the focus comes or goes.
     explicit EditorFocus(QWidget *row);
 
-    /// Takes an editor that the row has laid out: it follows the row's predecessor in the tab order, and the row
-    /// itself, which Tab passes over, follows the editor.
+    /// Watches an editor that the row has laid out and gives it the row's place in the tab order; the row itself, which
+    /// Tab passes over, comes next.
     void watch(QWidget *editor);
     /// Ends the editor's turn; the row keeps the place, so that Tab goes on from there. An editor that is being stepped
     /// keeps the focus.

@@ -163,7 +163,8 @@ void connectBoolean(QWidget *editor, ToolPageWidgetItem *row)
 
 // Enumerations
 
-/// Changes only what differs, since the list may be open. Entries are unique.
+/// Changes only what differs, since the list may be open. A feature names its entries in one order, whichever of them
+/// are available: what remains of the former ones is in its place, and the others go between.
 void showEntries(QComboBox *comboBox, const QStringList &entries)
 {
     for (int index = comboBox->count() - 1; index >= 0; --index) {
@@ -171,12 +172,8 @@ void showEntries(QComboBox *comboBox, const QStringList &entries)
             comboBox->removeItem(index);
     }
     for (int index = 0; index < entries.size(); ++index) {
-        const int former = comboBox->findText(entries.at(index), Qt::MatchExactly | Qt::MatchCaseSensitive);
-        if (former == index)
-            continue;
-        if (former >= 0)
-            comboBox->removeItem(former);
-        comboBox->insertItem(index, entries.at(index));
+        if (comboBox->itemText(index) != entries.at(index))
+            comboBox->insertItem(index, entries.at(index));
     }
 }
 

@@ -1,10 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/ToolPageWidget.h"
 
+#include <algorithm>
+
+#include <QEvent>
 #include <QGridLayout>
 #include <QVBoxLayout>
 
 #include "ToolPage/ToolPageWidgetItem.h"
+
+namespace {
+
+/// A widget that was just added to a visible parent counts as hidden until the layout shows it.
+bool isHiddenForGood(const QWidget *item)
+{
+    return item->isHidden() && item->testAttribute(Qt::WA_WState_ExplicitShowHide);
+}
+
+} // namespace
 
 ToolPageWidget::ToolPageWidget(QWidget *parent) : QWidget(parent)
 {
@@ -32,6 +45,8 @@ void ToolPageWidget::addWidget(QWidget *widget)
     m_items.append(widget);
     if (auto *row = qobject_cast<ToolPageWidgetItem *>(widget))
         connect(row, &ToolPageWidgetItem::valueChanged, this, &ToolPageWidget::updateWidget);
+    widget->installEventFilter(this);
+    adoptVisibility();
 }
 
 void ToolPageWidget::updateWidget()
@@ -46,6 +61,24 @@ void ToolPageWidget::setLanguage(int language)
         row->setLanguage(language);
 }
 
+bool ToolPageWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
+        adoptVisibility();
+    return QWidget::eventFilter(watched, event);
+}
+
+void ToolPageWidget::adoptVisibility()
+{
+    const bool isEmpty = !m_items.isEmpty() && std::all_of(m_items.begin(), m_items.end(), [](const QWidget *item) {
+        return !item || isHiddenForGood(item);
+    });
+    if (isEmpty == m_isEmpty)
+        return;
+    m_isEmpty = isEmpty;
+    Q_EMIT emptyChanged(isEmpty);
+}
+
 void ToolPageWidget::showEvent(QShowEvent *event)
 {
     for (ToolPageWidgetItem *row : rows()) {
@@ -58,7 +91,7 @@ void ToolPageWidget::showEvent(QShowEvent *event)
 QList<ToolPageWidgetItem *> ToolPageWidget::rows() const
 {
     QList<ToolPageWidgetItem *> rows;
-    for (QWidget *item : m_items) {
+    for (const QPointer<QWidget> &item : m_items) {
         if (auto *row = qobject_cast<ToolPageWidgetItem *>(item))
             rows.append(row);
     }

@@ -2,13 +2,15 @@
 #pragma once
 
 #include <QList>
+#include <QPointer>
 #include <QWidget>
 
 class QVBoxLayout;
 class ToolPageWidgetItem;
 
 /// A vertical list of editor rows. After one of them has written its feature all of them read theirs
-/// again, since features of a group often depend on each other. Other widgets may stand among the rows.
+/// again, since features of a group often depend on each other. Other widgets may stand among the rows, all of which
+/// are its items.
 class ToolPageWidget : public QWidget
 {
     Q_OBJECT
@@ -22,6 +24,14 @@ public:
     void updateWidget();
     /// Language index: 0 English, any other value Chinese.
     void setLanguage(int language);
+    /// Whether all of its items, at least one, are hidden.
+    bool isEmpty() const { return m_isEmpty; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+Q_SIGNALS:
+    /// The first item shows, or the last one was hidden.
+    void emptyChanged(bool isEmpty);
 
 protected:
     /// Refreshes the hidden rows: their features may have become available meanwhile.
@@ -29,7 +39,9 @@ protected:
 
 private:
     QList<ToolPageWidgetItem *> rows() const;
+    void adoptVisibility();
 
     QVBoxLayout *m_layout = nullptr;
-    QList<QWidget *> m_items; ///< children, in insertion order
+    QList<QPointer<QWidget>> m_items; ///< children, in insertion order
+    bool m_isEmpty = false;
 };

@@ -1,72 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "ToolPage/ToolPageWidgetItem.h"
 
-#include <algorithm>
-#include <cmath>
-
-#include <QAbstractItemView>
-#include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QCursor>
-#include <QHBoxLayout>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QSignalBlocker>
+#include <QPushButton>
 
-#include "Features/NodeGuard.h"
 #include "PanelBase/HostCall.h"
-#include "PanelBase/NumberField.h"
 #include "ToolPage/EditorFocus.h"
 #include "ToolPage/RowEditors.h"
-#include "ToolPage/RowLabel.h"
 #include "ToolPage/SwitchButton.h"
 
 namespace {
 
-constexpr const char *Module = "ToolPageWidgetItem";
-
-constexpr int RowHeight = 40;
-constexpr int EditorHeight = 34;
-constexpr int EditorMinimumWidth = 150;
-constexpr QMargins RowMargins(30, 3, 10, 3);
-
-/// The number fields of an editor, if there is one: the editor itself, or parts of a container.
-QVector<NumberInput *> inputsOf(QWidget *editor)
-{
-    QVector<NumberInput *> inputs;
-    if (!editor)
-        return inputs;
-    const auto add = [&inputs](QWidget *field) {
-        if (NumberInput *input = NumberInput::of(field))
-            inputs.append(input);
-    };
-    add(editor);
-    for (QAbstractSpinBox *part : editor->findChildren<QAbstractSpinBox *>())
-        add(part);
-    return inputs;
-}
-
-bool isSwitchContainer(const QWidget *editor)
-{
-    return editor->findChild<SwitchButton *>();
-}
-
-int minimumEditorWidth(const QWidget *editor)
-{
-    if (!editor)
-        return 0;
-    return editor->minimumWidth() > 0 ? editor->minimumWidth() : editor->minimumSizeHint().width();
-}
-
-bool isInUse(const QWidget *editor)
-{
-    const auto *comboBox = qobject_cast<const QComboBox *>(editor);
-    return editor->hasFocus() || (comboBox && comboBox->view()->isVisible());
-}
+constexpr QColor NormalColor(240, 240, 240);
+constexpr QColor HoverColor(216, 216, 216);
+constexpr QColor PressedColor(191, 231, 213);
 
 } // namespace
 
-ToolPageWidgetItem::ToolPageWidgetItem(QWidget *parent) : QWidget(parent), m_focus(new EditorFocus(this))
+ToolPageWidgetItem::ToolPageWidgetItem(QWidget *parent)
+    : QWidget(parent), m_focus(new EditorFocus(this)), m_face(this, m_focus), m_control(this, &m_feature, &m_face),
+      m_writer(&m_feature, &m_control, m_focus), m_color(NormalColor)
 {
     connect(m_focus, &EditorFocus::gained, this, &ToolPageWidgetItem::itemFocused);
     connect(m_focus, &EditorFocus::editCancelled, this, [this] { updateWidget(false); });
@@ -82,187 +38,65 @@ ToolPageWidgetItem::~ToolPageWidgetItem()
 void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList &descriptions, GenApi::INode *node,
                                      bool hideWhenUnavailable)
 {
-    createLabel();
-    setTexts(names, descriptions);
-    m_node = nullptr;
+    m_face.createLabel();
+    setItemInfo(names, descriptions);
     m_hideWhenUnavailable = hideWhenUnavailable;
-    guardRead([&] {
-        if (node && node->IsFeature() && node->GetVisibility() != GenApi::Invisible)
-            m_node = node;
-    });
+    m_feature.bind(node);
     m_available = false;
-    m_editor = getParameterWidget(m_node, m_available);
+    if (!getParameterWidget(m_feature.node(), m_available))
+        m_control.setEditor(nullptr);
     if (m_hideWhenUnavailable && !m_available)
         hide();
-    layOut();
-    m_laidOut = true;
+    m_face.layOut();
 }
 
 void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList &descriptions, QWidget *widget)
 {
-    createLabel();
-    setTexts(names, descriptions);
-    if (auto *button = qobject_cast<SwitchButton *>(widget))
-        adoptEditor(RowEditors::switchContainer(button, this));
-    else
-        adoptEditor(widget);
-    layOut();
+    m_face.createLabel();
+    setItemInfo(names, descriptions);
+    auto *button = qobject_cast<SwitchButton *>(widget);
+    m_control.setEditor(button ? RowEditors::switchContainer(button, this) : widget);
+    m_face.layOut();
 }
 
 void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList &descriptions)
 {
-    setTexts(names, descriptions);
-}
-
-void ToolPageWidgetItem::setTexts(const QStringList &names, const QStringList &descriptions)
-{
-    m_names = names;
+    m_face.setNames(names);
+    m_feature.setLabel(names.value(0));
     m_descriptions = descriptions;
-}
-
-void ToolPageWidgetItem::createLabel()
-{
-    if (m_label)
-        return;
-    m_label = new RowLabel(this);
-    m_label->setAttribute(Qt::WA_TranslucentBackground);
-}
-
-void ToolPageWidgetItem::layOut()
-{
-    delete layout();
-    auto *box = new QHBoxLayout(this);
-    box->setContentsMargins(RowMargins);
-    box->addWidget(m_label);
-    if (!m_editor || isSwitchContainer(m_editor))
-        box->addStretch(m_editor ? 1 : 0);
-    if (m_editor) {
-        box->addWidget(m_editor);
-        m_focus->watch(m_editor);
-    }
-    setFixedHeight(RowHeight);
-}
-
-void ToolPageWidgetItem::adoptEditor(QWidget *editor)
-{
-    m_editor = editor;
-    if (!editor)
-        return;
-    for (NumberInput *input : inputsOf(editor))
-        input->onRefused = [this](const QString &reason) { logRefusal(reason); };
-    if (!isSwitchContainer(editor)) {
-        editor->setFixedHeight(EditorHeight);
-        editor->setMinimumWidth(EditorMinimumWidth);
-    }
-    nameEditor();
-}
-
-/// Tells assistive technology what the editor edits.
-void ToolPageWidgetItem::nameEditor()
-{
-    if (!m_editor || !m_label)
-        return;
-    m_editor->setAccessibleName(m_label->text());
-    for (QWidget *part : m_editor->findChildren<QWidget *>()) {
-        if (qobject_cast<SwitchButton *>(part) || qobject_cast<QAbstractSpinBox *>(part))
-            part->setAccessibleName(m_label->text());
-    }
 }
 
 QWidget *ToolPageWidgetItem::getParameterWidget(GenApi::INode *node, bool &available)
 {
-    if (!node || m_released)
+    if (!node || m_feature.isReleased())
         return nullptr;
-    GenApi::EInterfaceType type = GenApi::intfIBase;
-    guardRead([&] {
-        m_nodeName = QString::fromUtf8(node->GetName().c_str());
-        type = node->GetPrincipalInterfaceType();
-    });
-    return RowEditors::find(type) ? syncEditor(type, node, available) : nullptr;
+    const GenApi::EInterfaceType type = m_feature.identify(node);
+    return RowEditors::find(type) ? m_control.show(type, node, available) : nullptr;
 }
 
 QWidget *ToolPageWidgetItem::getIntParamWidget(GenApi::INode *node, bool &available)
 {
-    return syncEditor(GenApi::intfIInteger, node, available);
+    return m_control.show(GenApi::intfIInteger, node, available);
 }
 
 QWidget *ToolPageWidgetItem::getBoolParamWidget(GenApi::INode *node, bool &available)
 {
-    return syncEditor(GenApi::intfIBoolean, node, available);
+    return m_control.show(GenApi::intfIBoolean, node, available);
 }
 
 QWidget *ToolPageWidgetItem::getFloatParamWidget(GenApi::INode *node, bool &available)
 {
-    return syncEditor(GenApi::intfIFloat, node, available);
+    return m_control.show(GenApi::intfIFloat, node, available);
 }
 
 QWidget *ToolPageWidgetItem::getEnumParamWidget(GenApi::INode *node, bool &available)
 {
-    return syncEditor(GenApi::intfIEnumeration, node, available);
+    return m_control.show(GenApi::intfIEnumeration, node, available);
 }
 
 QWidget *ToolPageWidgetItem::getCommandParamWidget(GenApi::INode *node, bool &available)
 {
-    return syncEditor(GenApi::intfICommand, node, available);
-}
-
-QWidget *ToolPageWidgetItem::syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available)
-{
-    if (m_released)
-        return m_editor;
-    const RowEditor &kind = *RowEditors::find(type);
-    const auto sync = [&](bool verify) {
-        if (!kind.accepts(node) || (kind.needsReadable && !GenApi::IsReadable(node))) {
-            available = false;
-            return;
-        }
-        const bool editable = m_enabled && GenApi::IsWritable(node);
-        const bool isNew = !m_editor;
-        if (isNew)
-            makeEditor(kind, node, verify);
-        m_editor->setEnabled(editable);
-        if (!editable)
-            dropInput();
-        if (!isNew)
-            kind.refresh(node, m_editor);
-        available = true;
-        m_readFault.clear();
-    };
-    bool synced = guardRead([&] { sync(true); });
-    if (!synced && !m_editor)
-        synced = guardRead([&] { sync(false); });
-    if (!synced && m_editor && !hasInput())
-        m_editor->setEnabled(false);
-    return m_editor;
-}
-
-void ToolPageWidgetItem::makeEditor(const RowEditor &kind, GenApi::INode *node, bool verify)
-{
-    adoptEditor(kind.make(node, this, verify));
-    m_kind = &kind;
-    kind.connectTo(m_editor, this);
-    if (m_laidOut)
-        layOut();
-}
-
-void ToolPageWidgetItem::logLine(const QString &message)
-{
-    logToHost(Module, message.toStdString());
-}
-
-/// Logs what `read` throws, once per cause.
-bool ToolPageWidgetItem::guardRead(const std::function<void()> &read)
-{
-    const auto report = [this](const char *error) {
-        const QString fault = QString::fromUtf8(error);
-        if (fault == m_readFault)
-            return;
-        m_readFault = fault;
-        const QString name = m_nodeName.isEmpty() ? m_names.value(0) : m_nodeName;
-        logLine(QStringLiteral("Read %1 failed, message = %2").arg(name, fault));
-    };
-    return guardNode(
-        read, [&](const GenICam::GenericException &error) { report(error.GetDescription()); }, report);
+    return m_control.show(GenApi::intfICommand, node, available);
 }
 
 void ToolPageWidgetItem::updateWidget(bool live)
@@ -271,85 +105,42 @@ void ToolPageWidgetItem::updateWidget(bool live)
         showLiveValue();
         return;
     }
-    getParameterWidget(m_node, m_available);
+    getParameterWidget(m_feature.node(), m_available);
     hideUnlessAvailable();
+}
+
+void ToolPageWidgetItem::showLiveValue()
+{
+    if (!m_control.takesLiveValue())
+        return;
+    std::string value;
+    const bool isRead = callHost<HostCore::GetCameraNodeValue>(RowFeature::Module, deviceName.toStdString(),
+                                                               m_feature.name().toStdString(), value)
+        == 0;
+    if (m_feature.node()) {
+        m_control.showAccess(isRead, m_available);
+        hideUnlessAvailable();
+    }
+    if (isRead)
+        m_control.showLiveValue(QString::fromStdString(value));
 }
 
 void ToolPageWidgetItem::hideUnlessAvailable()
 {
-    if (m_node && m_hideWhenUnavailable)
+    if (m_feature.node() && m_hideWhenUnavailable)
         showRow(m_available && m_showable);
-}
-
-/// What the device lets the user do with the feature may change by itself, as its value does. What could not be read
-/// stays disabled until it can.
-void ToolPageWidgetItem::followAccess(bool isRead)
-{
-    if (!m_node)
-        return;
-    bool editable = false;
-    const bool isKnown = guardRead([&] {
-        m_available = GenApi::IsReadable(m_node);
-        editable = m_enabled && GenApi::IsWritable(m_node);
-    });
-    if (isKnown && isRead)
-        m_readFault.clear();
-    m_editor->setEnabled(editable && m_readFault.isEmpty());
-    hideUnlessAvailable();
 }
 
 void ToolPageWidgetItem::showRow(bool visible)
 {
     if (!visible)
-        dropInput();
+        m_control.dropInput();
     setVisible(visible);
-}
-
-bool ToolPageWidgetItem::hasInput() const
-{
-    const QVector<NumberInput *> inputs = inputsOf(m_editor);
-    return std::any_of(inputs.begin(), inputs.end(), [](const NumberInput *input) { return input->hasInput(); });
-}
-
-/// What can no longer be edited shows what it had.
-void ToolPageWidgetItem::dropInput()
-{
-    for (NumberInput *input : inputsOf(m_editor))
-        input->drop();
-}
-
-void ToolPageWidgetItem::showLiveValue()
-{
-    auto *field = dynamic_cast<RealField *>(m_editor);
-    auto *comboBox = qobject_cast<QComboBox *>(m_editor);
-    if (m_released || (!field && !comboBox) || isInUse(m_editor) || (field && field->hasInput()))
-        return;
-    std::string value;
-    const bool isRead =
-        callHost<HostCore::GetCameraNodeValue>(Module, deviceName.toStdString(), m_nodeName.toStdString(), value) == 0;
-    followAccess(isRead);
-    if (!isRead)
-        return;
-    const QString text = QString::fromStdString(value);
-    if (comboBox) {
-        const QSignalBlocker blocker(m_editor);
-        comboBox->setCurrentText(text);
-        return;
-    }
-    bool isNumber = false;
-    const float number = text.toFloat(&isNumber);
-    if (isNumber && std::isfinite(number))
-        field->load(text.toDouble(), static_cast<double>(number));
 }
 
 void ToolPageWidgetItem::setWidgetItemEnable(bool enable)
 {
-    if (!m_editor)
-        return;
-    m_enabled = enable && !m_released;
-    m_editor->setEnabled(m_enabled);
-    if (!m_enabled)
-        dropInput();
+    m_control.setEnabled(enable);
 }
 
 void ToolPageWidgetItem::setWidgetItemVisible(bool visible)
@@ -363,17 +154,14 @@ void ToolPageWidgetItem::setWidgetItemVisible(bool visible)
 
 void ToolPageWidgetItem::releaseNode()
 {
-    m_released = true;
-    m_node = nullptr;
-    setWidgetItemEnable(false);
+    m_feature.release();
+    m_control.setEnabled(false);
 }
 
 void ToolPageWidgetItem::setLanguage(int language)
 {
-    if (m_label)
-        m_label->setText(m_names.value(language != 0 ? 1 : 0));
-    nameEditor();
-    auto *button = qobject_cast<QPushButton *>(m_editor);
+    m_face.setLanguage(language);
+    auto *button = qobject_cast<QPushButton *>(m_control.editor());
     if (button && !button->text().isEmpty())
         button->setText(tr("Execute"));
 }
@@ -385,38 +173,68 @@ QString ToolPageWidgetItem::getDescription(int language) const
 
 void ToolPageWidgetItem::setCurrentColor(const QColor &color)
 {
-    m_currentColor = color;
+    m_color = color;
     update();
+}
+
+void ToolPageWidgetItem::setCurrentValue()
+{
+    m_writer.writeShownReal();
+}
+
+void ToolPageWidgetItem::onIntParamChanged()
+{
+    if (m_writer.writeInteger(sender()))
+        Q_EMIT valueChanged(QVariant());
+}
+
+void ToolPageWidgetItem::onFloatParamChanged()
+{
+    if (m_writer.writeReal(sender()))
+        Q_EMIT valueChanged(QVariant());
+}
+
+void ToolPageWidgetItem::onBoolParamChanged()
+{
+    if (m_writer.writeSwitch(qobject_cast<SwitchButton *>(sender())))
+        Q_EMIT valueChanged(QVariant());
+}
+
+void ToolPageWidgetItem::onEnumParamChanged(const QString &text)
+{
+    if (m_writer.writeEntry(qobject_cast<QComboBox *>(sender()), text))
+        Q_EMIT valueChanged(QVariant());
+}
+
+void ToolPageWidgetItem::onCommandParamChanged()
+{
+    if (m_writer.execute())
+        Q_EMIT commandExecuted();
 }
 
 void ToolPageWidgetItem::enterEvent(EnterEvent *)
 {
-    setCurrentColor(m_hoverColor);
+    setCurrentColor(HoverColor);
 }
 
 void ToolPageWidgetItem::leaveEvent(QEvent *)
 {
-    m_currentColor = m_normalColor;
+    m_color = NormalColor;
     if (!rect().contains(mapFromGlobal(QCursor::pos()))) // not when the mouse entered the editor
         update();
 }
 
 void ToolPageWidgetItem::mousePressEvent(QMouseEvent *event)
 {
-    setCurrentColor(m_pressedColor);
+    setCurrentColor(PressedColor);
     QWidget::mousePressEvent(event);
     Q_EMIT itemClicked();
-}
-
-void ToolPageWidgetItem::mouseReleaseEvent(QMouseEvent *event)
-{
-    QWidget::mouseReleaseEvent(event);
 }
 
 void ToolPageWidgetItem::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    painter.fillRect(event->rect(), m_currentColor);
+    painter.fillRect(event->rect(), m_color);
     m_focus->paint(painter);
     painter.end();
     QWidget::paintEvent(event);
@@ -424,8 +242,7 @@ void ToolPageWidgetItem::paintEvent(QPaintEvent *event)
 
 void ToolPageWidgetItem::resizeEvent(QResizeEvent *)
 {
-    if (m_label)
-        m_label->setFixedWidth(labelWidth());
+    m_face.fitLabel();
 }
 
 void ToolPageWidgetItem::showEvent(QShowEvent *event)
@@ -439,14 +256,7 @@ bool ToolPageWidgetItem::focusNextPrevChild(bool next)
     return m_focus->leaveDisabled() || QWidget::focusNextPrevChild(next);
 }
 
-/// Half the row, less where the row is so narrow that the editor would not fit beside it.
-int ToolPageWidgetItem::labelWidth() const
-{
-    const int room = width() - minimumSizeHint().width() - (layout() ? layout()->spacing() : 0);
-    return qMax(0, qMin(width() / 2 - 20, room));
-}
-
 QSize ToolPageWidgetItem::minimumSizeHint() const
 {
-    return QSize(RowMargins.left() + minimumEditorWidth(m_editor) + RowMargins.right(), RowHeight);
+    return m_face.minimumSize();
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
 #include <QColor>
 #include <QStringList>
 #include <QVariant>
@@ -10,14 +8,17 @@
 
 #include <GenApi/GenApi.h>
 
+#include "ToolPage/RowControl.h"
+#include "ToolPage/RowFace.h"
+#include "ToolPage/RowFeature.h"
+#include "ToolPage/RowWriter.h"
+
 class EditorFocus;
-class QLabel;
-struct RowEditor;
 
 /// A row of a curated page, 40 pixels high: a label on the left and an editor on the right. Bound to a
 /// feature it makes its own editor, keeps it in step with the feature, writes what the user enters, and
-/// logs and rolls back when the device refuses it, or when what was typed is no number inside the limits. When an
-/// edit ends, NumberInput says; Enter writes the value of an untouched field, too, unless the field cannot hold it.
+/// logs and rolls back when the device refuses it, or when what was typed is no number inside the limits. NumberInput
+/// decides when an edit ends; Enter writes the value of an untouched field, too, unless the field cannot hold it.
 /// No refresh disturbs a field with input, and Escape gives it back the device's value. An edit that is cut off
 /// because the row is disabled or hidden writes nothing.
 ///
@@ -101,7 +102,6 @@ protected:
     void enterEvent(EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
@@ -109,45 +109,18 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
-    void setTexts(const QStringList &names, const QStringList &descriptions);
-    void createLabel();
-    void layOut();
-    void nameEditor();
-    void showRow(bool visible);
-    void hideUnlessAvailable();
-    void followAccess(bool isRead);
-    int labelWidth() const;
-    QWidget *syncEditor(GenApi::EInterfaceType type, GenApi::INode *node, bool &available);
-    void makeEditor(const RowEditor &kind, GenApi::INode *node, bool verify);
-    void adoptEditor(QWidget *editor);
     void showLiveValue();
-    static void logLine(const QString &message);
-    bool guardRead(const std::function<void()> &read);
-    bool attempt(const std::function<void()> &write);
-    void rollBack();
-    void logRefusal(const QString &reason) const;
-    template <class Field, class Number>
-    void commit(Field *field, Number (*write)(GenApi::INode *node, Number number));
-    bool hasInput() const;
-    void dropInput();
+    void hideUnlessAvailable();
+    void showRow(bool visible);
 
-    QColor m_hoverColor{216, 216, 216};
-    QColor m_pressedColor{191, 231, 213};
-    QColor m_currentColor{240, 240, 240};
-    QColor m_normalColor{240, 240, 240};
-    QString m_nodeName;
-    QStringList m_names;
-    QStringList m_descriptions;
-    GenApi::INode *m_node = nullptr; ///< the device connection's
-    QLabel *m_label = nullptr;
-    QWidget *m_editor = nullptr;
-    const RowEditor *m_kind = nullptr; ///< of an editor that the row made
     EditorFocus *m_focus; ///< child
-    bool m_laidOut = false;
+    RowFeature m_feature;
+    RowFace m_face;
+    RowControl m_control;
+    RowWriter m_writer;
+    QStringList m_descriptions;
+    QColor m_color; ///< of the background
     bool m_available = false; ///< when the feature could be asked last
-    bool m_enabled = true;
     bool m_hideWhenUnavailable = false;
     bool m_showable = true; ///< the caller's permission to show the row
-    bool m_released = false; ///< the feature is gone for good
-    QString m_readFault; ///< logged last; empty after a successful refresh
 };

@@ -52,6 +52,12 @@ private Q_SLOTS:
             for (const QString &label : m_panel->labels())
                 gone.removeOne(label);
             QCOMPARE(gone, words(row.hidden, '|'));
+            const auto *const bars = m_panel->panel->findChild<QWidget *>(QStringLiteral("firstToolBox"));
+            for (const QPushButton *bar : bars->findChildren<QPushButton *>(QStringLiteral("pushButtonFold"))) {
+                const bool isEmpty = bar->accessibleName() == QLatin1String("Transport Control")
+                    && words(row.missing).contains(QStringLiteral("GevSCPD"));
+                QCOMPARE(bar->isVisibleTo(bars), !isEmpty);
+            }
         }
     }
 

@@ -4,13 +4,14 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <memory>
 
-#include "TestCamera.h"
-#include "ToolPage/ToolPageWidgetItem.h"
+#include "Editors.h"
+#include "FailedAt.h"
 #include "support/FakeHostCore.h"
+
+using Row = ToolPageWidgetItem;
 
 /// For tests of what rows write: a row of a camera that is edited with the mouse and the keyboard.
 class EditedRow : public QObject
@@ -23,7 +24,6 @@ protected:
         m_camera->port.poke(TestCamera::Width, 48);
         m_camera->port.pokeDouble(TestCamera::Gain, 2.5);
     }
-
     void tearDown()
     {
         m_written.reset();
@@ -35,28 +35,40 @@ protected:
     template <class Editor>
     Editor *editorOf(const char *nodeName)
     {
-        m_row = std::make_unique<ToolPageWidgetItem>();
+        m_row = std::make_unique<Row>();
         m_row->setItemInfo({}, {}, m_camera->node(nodeName), true);
         m_row->show();
         QApplication::setActiveWindow(m_row.get());
         if (!QTest::qWaitForWindowActive(m_row.get()))
             return nullptr;
         m_row->findChild<Editor *>()->setFocus();
-        m_written = std::make_unique<QSignalSpy>(m_row.get(), &ToolPageWidgetItem::valueChanged);
+        m_written = std::make_unique<QSignalSpy>(m_row.get(), &Row::valueChanged);
         m_camera->port.resetCounters();
         return m_row->findChild<Editor *>();
     }
 
     static void type(QWidget *editor, const QString &text)
     {
+        editor->setFocus();
         editor->findChild<QLineEdit *>()->selectAll();
         QTest::keyClicks(editor, text);
         QTest::keyClick(editor, Qt::Key_Return);
     }
+    static void typeHalf(QAbstractSpinBox *spinBox, const char *text)
+    {
+        spinBox->selectAll();
+        QTest::keyClick(spinBox, Qt::Key_Delete);
+        QTest::keyClicks(spinBox, QLatin1String(text));
+    }
 
+    double gain() const { return GenApi::CFloatPtr(m_camera->node("Gain"))->GetValue(true, true); }
     static QStringList log() { return FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")); }
+    static QString line(const QString &message)
+    {
+        return QStringLiteral("VLogInfo(ToolPageWidgetItem, %1, 0)").arg(message);
+    }
 
     std::unique_ptr<TestCamera> m_camera;
-    std::unique_ptr<ToolPageWidgetItem> m_row;
+    std::unique_ptr<Row> m_row;
     std::unique_ptr<QSignalSpy> m_written;
 };

@@ -34,79 +34,67 @@ class tst_CTabWidget : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_tabs = std::make_unique<CTabWidget>();
+        for (const char *title : {"a", "b", "c", "d"})
+            m_tabs->addTab(new QWidget, QLatin1String(title));
+        m_tabs->resize(600, 300);
+        m_tabs->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_tabs.get()));
+        QHoverEvent leave(QEvent::HoverLeave, QPoint(-1, -1), QPoint(1, 1)); // the mouse may be where the window opened
+        QCoreApplication::sendEvent(m_tabs->tabBar(), &leave);
+    }
+
     void cleanup() { m_tabs.reset(); }
-    void tabsShareTheWidth();
-    void underlinesTheSelectedTab();
-    void underlinesTheTabUnderTheMouse();
-    void framesTheFocus();
-    void clickSelects();
+
+    void tabsShareTheWidth()
+    {
+        for (const int width : {600, 800, 320}) {
+            m_tabs->resize(width, 300);
+            for (int index = 0; index < 4; ++index)
+                QCOMPARE(m_tabs->tabBar()->tabRect(index), QRect(index * width / 4, 0, width / 4, 40));
+        }
+        QVERIFY(m_tabs->minimumSizeHint().width() <= 320);
+        m_tabs->clear();
+        m_tabs->addTab(new QWidget, QStringLiteral("only"));
+        QCOMPARE(m_tabs->tabBar()->tabRect(0).width(), 320);
+    }
+
+    void underlinesTheSelectedTab()
+    {
+        m_tabs->setCurrentIndex(1);
+        const QImage picture = m_tabs->tabBar()->grab().toImage();
+        QCOMPARE(runs(picture, Accent), (QVector<QPair<int, int>>{{175, 274}}));
+        QCOMPARE(runs(picture, Baseline), (QVector<QPair<int, int>>{{0, 174}, {275, 599}}));
+    }
+
+    void underlinesTheTabUnderTheMouse()
+    {
+        const QPoint inside = m_tabs->tabBar()->tabRect(2).center();
+        QHoverEvent hover(QEvent::HoverMove, inside, QPoint(-1, -1));
+        QCoreApplication::sendEvent(m_tabs->tabBar(), &hover);
+        const QImage picture = m_tabs->tabBar()->grab().toImage();
+        QCOMPARE(runs(picture, Accent), (QVector<QPair<int, int>>{{25, 124}, {325, 424}}));
+    }
+
+    void framesTheFocus()
+    {
+        m_tabs->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_tabs.get()));
+        m_tabs->tabBar()->clearFocus();
+        const QImage unfocused = m_tabs->tabBar()->grab().toImage();
+        m_tabs->tabBar()->setFocus(Qt::TabFocusReason);
+        const QImage first = m_tabs->tabBar()->grab().toImage();
+        QVERIFY(first.copy(0, 0, 150, 36) != unfocused.copy(0, 0, 150, 36));
+        QCOMPARE(first.copy(150, 0, 450, 40), unfocused.copy(150, 0, 450, 40));
+        QTest::keyClick(m_tabs->tabBar(), Qt::Key_Right);
+        QCOMPARE(m_tabs->tabBar()->grab(QRect(0, 0, 150, 36)).toImage(), unfocused.copy(0, 0, 150, 36));
+    }
 
 private:
     std::unique_ptr<CTabWidget> m_tabs;
 };
-
-void tst_CTabWidget::init()
-{
-    m_tabs = std::make_unique<CTabWidget>();
-    for (const char *title : {"a", "b", "c", "d"})
-        m_tabs->addTab(new QWidget, QLatin1String(title));
-    m_tabs->resize(600, 300);
-    m_tabs->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_tabs.get()));
-    QHoverEvent leave(QEvent::HoverLeave, QPoint(-1, -1), QPoint(1, 1)); // the mouse may be where the window opened
-    QCoreApplication::sendEvent(m_tabs->tabBar(), &leave);
-}
-
-void tst_CTabWidget::tabsShareTheWidth()
-{
-    for (const int width : {600, 800, 320}) {
-        m_tabs->resize(width, 300);
-        for (int index = 0; index < 4; ++index)
-            QCOMPARE(m_tabs->tabBar()->tabRect(index), QRect(index * width / 4, 0, width / 4, 40));
-    }
-    QVERIFY(m_tabs->minimumSizeHint().width() <= 320);
-    m_tabs->clear();
-    m_tabs->addTab(new QWidget, QStringLiteral("only"));
-    QCOMPARE(m_tabs->tabBar()->tabRect(0).width(), 320);
-}
-
-void tst_CTabWidget::underlinesTheSelectedTab()
-{
-    m_tabs->setCurrentIndex(1);
-    const QImage picture = m_tabs->tabBar()->grab().toImage();
-    QCOMPARE(runs(picture, Accent), (QVector<QPair<int, int>>{{175, 274}}));
-    QCOMPARE(runs(picture, Baseline), (QVector<QPair<int, int>>{{0, 174}, {275, 599}}));
-}
-
-void tst_CTabWidget::underlinesTheTabUnderTheMouse()
-{
-    const QPoint inside = m_tabs->tabBar()->tabRect(2).center();
-    QHoverEvent hover(QEvent::HoverMove, inside, QPoint(-1, -1));
-    QCoreApplication::sendEvent(m_tabs->tabBar(), &hover);
-    const QImage picture = m_tabs->tabBar()->grab().toImage();
-    QCOMPARE(runs(picture, Accent), (QVector<QPair<int, int>>{{25, 124}, {325, 424}}));
-}
-
-void tst_CTabWidget::framesTheFocus()
-{
-    m_tabs->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_tabs.get()));
-    m_tabs->tabBar()->clearFocus();
-    const QImage unfocused = m_tabs->tabBar()->grab().toImage();
-    m_tabs->tabBar()->setFocus(Qt::TabFocusReason);
-    const QImage first = m_tabs->tabBar()->grab().toImage();
-    QVERIFY(first.copy(0, 0, 150, 36) != unfocused.copy(0, 0, 150, 36));
-    QCOMPARE(first.copy(150, 0, 450, 40), unfocused.copy(150, 0, 450, 40));
-    QTest::keyClick(m_tabs->tabBar(), Qt::Key_Right);
-    QCOMPARE(m_tabs->tabBar()->grab(QRect(0, 0, 150, 36)).toImage(), unfocused.copy(0, 0, 150, 36));
-}
-
-void tst_CTabWidget::clickSelects()
-{
-    QTest::mouseClick(m_tabs->tabBar(), Qt::LeftButton, Qt::NoModifier, m_tabs->tabBar()->tabRect(3).center());
-    QCOMPARE(m_tabs->currentIndex(), 3);
-}
 
 QTEST_MAIN(tst_CTabWidget)
 #include "tst_CTabWidget.moc"

@@ -49,6 +49,17 @@ QImage image(const QString &path)
     return QImage(path).convertToFormat(QImage::Format_ARGB32);
 }
 
+/// A group with one row.
+ToolPageWidgetItem *addGroup(CToolBox &box, const char *title, GenApi::INode *node)
+{
+    auto *group = new ToolPageWidget;
+    auto *row = new ToolPageWidgetItem(group);
+    row->setItemInfo({QStringLiteral("Width"), QStringLiteral("宽度")}, {}, node, true);
+    group->addWidget(row);
+    box.addWidget(QLatin1String(title), QStringLiteral("图像"), group);
+    return row;
+}
+
 QWidget *fixedContent(int height)
 {
     auto *content = new QWidget;
@@ -64,186 +75,207 @@ class tst_CToolPage : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void foldsByItsTitleBar();
-    void autoStretchMovesTheFreeHeight();
-    void languageOfTitles();
-    void boxStacksExpandedGroups();
-    void boxNeverShowsScrollBars();
-    void boxRefreshesExpandedGroupsOnly();
-    void tabReadsFromTopToBottom();
-};
-
-void tst_CToolPage::foldsByItsTitleBar()
-{
-    CToolPage page;
-    QVERIFY(!page.isExpanded());
-    QCOMPARE(foldImageOf(&page), image(Icons::Fold));
-    page.addWidget(QStringLiteral("Group"), QString(), fixedContent(50));
-    page.show();
-    QCOMPARE(foldImageOf(&page), image(Icons::Unfold));
-    QTest::mouseClick(titleBarOf(&page), Qt::LeftButton);
-    QVERIFY(!page.isExpanded());
-    QVERIFY(!contextOf(&page)->isVisible());
-    QCOMPARE(foldImageOf(&page), image(Icons::Fold));
-    QTest::mouseClick(titleBarOf(&page), Qt::LeftButton);
-    QVERIFY(page.isExpanded());
-    QVERIFY(contextOf(&page)->isVisible());
-    QCOMPARE(foldImageOf(&page), image(Icons::Unfold));
-}
-
-void tst_CToolPage::autoStretchMovesTheFreeHeight()
-{
-    CToolPage page;
-    page.setStretchEnable(true);
-    page.setAutoStretchEnable(true);
-    page.addWidget(QStringLiteral("Group"), QString(), new QWidget);
-    page.resize(300, 400);
-    page.show();
-    QCOMPARE(contextOf(&page)->geometry().bottom(), 399);
-    page.collapse();
-    QTRY_COMPARE(titleBarOf(&page)->geometry().top(), 0);
-    QVERIFY(titleBarOf(&page)->height() < 60);
-    page.expand();
-    QTRY_COMPARE(contextOf(&page)->geometry().bottom(), 399);
-}
-
-void tst_CToolPage::languageOfTitles()
-{
-    const QStringList titles{QStringLiteral("Image"), QStringLiteral("图像")};
-    const QStringList labels{QStringLiteral("Width"), QStringLiteral("宽度")};
-    CToolBox box;
-    auto *group = new ToolPageWidget;
-    auto *row = new ToolPageWidgetItem(group);
-    row->setItemInfo(labels, {}, static_cast<QWidget *>(nullptr));
-    group->addWidget(row);
-    box.addWidget(titles.at(0), titles.at(1), group);
-    for (const int language : {1, 0, 2}) {
-        box.setLanguage(language);
-        QCOMPARE(titleOf(box.findChild<CToolPage *>()), titles.at(language != 0));
-        QCOMPARE(row->findChild<QLabel *>()->text(), labels.at(language != 0));
+    void foldsByItsTitleBar()
+    {
+        CToolPage page;
+        QVERIFY(!page.isExpanded());
+        QCOMPARE(foldImageOf(&page), image(Icons::Fold));
+        page.addWidget(QStringLiteral("Group"), QString(), fixedContent(50));
+        page.show();
+        QCOMPARE(foldImageOf(&page), image(Icons::Unfold));
+        QTest::mouseClick(titleBarOf(&page), Qt::LeftButton);
+        QVERIFY(!page.isExpanded());
+        QVERIFY(!contextOf(&page)->isVisible());
+        QCOMPARE(foldImageOf(&page), image(Icons::Fold));
+        QTest::mouseClick(titleBarOf(&page), Qt::LeftButton);
+        QVERIFY(page.isExpanded());
+        QVERIFY(contextOf(&page)->isVisible());
+        QCOMPARE(foldImageOf(&page), image(Icons::Unfold));
     }
-}
 
-void tst_CToolPage::boxStacksExpandedGroups()
-{
-    CToolBox box;
-    for (const char *title : {"one", "two", "three"})
-        box.addWidget(QLatin1String(title), QString(), fixedContent(30));
-    box.resize(300, 600);
-    box.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&box));
-    const auto pages = box.findChildren<CToolPage *>();
-    QStringList titles;
-    int bottom = 0;
-    for (CToolPage *page : pages) {
-        titles.append(titleOf(page));
-        QVERIFY(page->isExpanded());
-        QCOMPARE(page->mapTo(&box, QPoint(0, 0)).y(), bottom);
-        bottom += page->height();
+    void autoStretchMovesTheFreeHeight()
+    {
+        CToolPage page;
+        page.setStretchEnable(true);
+        page.setAutoStretchEnable(true);
+        page.addWidget(QStringLiteral("Group"), QString(), new QWidget);
+        page.resize(300, 400);
+        page.show();
+        QCOMPARE(contextOf(&page)->geometry().bottom(), 399);
+        page.collapse();
+        QTRY_COMPARE(titleBarOf(&page)->geometry().top(), 0);
+        QVERIFY(titleBarOf(&page)->height() < 60);
+        page.expand();
+        QTRY_COMPARE(contextOf(&page)->geometry().bottom(), 399);
     }
-    QCOMPARE(titles, (QStringList{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")}));
-    QVERIFY(bottom < 300);
-}
 
-void tst_CToolPage::boxNeverShowsScrollBars()
-{
-    CToolBox box;
-    box.addWidget(QStringLiteral("long"), QString(), fixedContent(1000));
-    box.resize(300, 200);
-    box.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&box));
-    auto *area = box.findChild<QScrollArea *>();
-    QVERIFY(!area->verticalScrollBar()->isVisible());
-    QVERIFY(area->verticalScrollBar()->maximum() > 0);
-    QCOMPARE(area->widget()->width(), 300);
-}
-
-void tst_CToolPage::boxRefreshesExpandedGroupsOnly()
-{
-    TestCamera camera;
-    CToolBox box;
-    QList<QSpinBox *> editors;
-    for (const char *title : {"open", "folded"}) {
-        auto *group = new ToolPageWidget;
-        auto *row = new ToolPageWidgetItem(group);
-        row->setItemInfo({}, {}, camera.node("Uncached"), true);
-        group->addWidget(row);
-        box.addWidget(QLatin1String(title), QString(), group);
-        editors.append(row->findChild<QSpinBox *>());
-    }
-    box.findChildren<CToolPage *>().last()->collapse();
-    camera.port.poke(TestCamera::Uncached, 7);
-    box.updateWidget();
-    QCOMPARE(editors.first()->value(), 7);
-    QCOMPARE(editors.last()->value(), 0);
-}
-
-/// Editors made before and after the rows included; the keyboard's place survives a write.
-void tst_CToolPage::tabReadsFromTopToBottom()
-{
-    TestCamera camera;
-    QWidget window;
-    auto *tool = new SelectedButton(&window);
-    auto *before = new QLineEdit(&window);
-    auto *box = new CToolBox(&window);
-    auto *column = new QVBoxLayout(&window);
-    column->addWidget(before);
-    column->addWidget(box);
-    QList<QByteArray> visited;
-    const QList<QList<QByteArray>> groups{
-        {"Width", "GatedByBoolean", "Tool"}, {"WidthMax", "Power"}, {"Selector", "Start", "Gain"}};
-    for (const QList<QByteArray> &names : groups) {
-        auto *group = new ToolPageWidget(&window);
-        for (const QByteArray &name : names) {
-            auto *row = new ToolPageWidgetItem(&window);
-            if (name == "Tool")
-                row->setItemInfo({}, {}, tool);
-            else
-                row->setItemInfo({}, {}, camera.node(name), true);
-            group->addWidget(row);
-            connect(row, &ToolPageWidgetItem::itemFocused, &window, [&visited, name] { visited.append(name); });
+    void languageOfTitles()
+    {
+        const QStringList titles{QStringLiteral("Image"), QStringLiteral("图像")};
+        const QStringList labels{QStringLiteral("Width"), QStringLiteral("宽度")};
+        CToolBox box;
+        const ToolPageWidgetItem *row = addGroup(box, "Image", nullptr);
+        for (const int language : {1, 0, 2}) {
+            box.setLanguage(language);
+            QCOMPARE(titleOf(box.findChild<CToolPage *>()), titles.at(language != 0));
+            QCOMPARE(row->findChild<QLabel *>()->text(), labels.at(language != 0));
         }
-        box->addWidget(QString(), QString(), group);
     }
-    GenApi::CBooleanPtr(camera.node("Power"))->SetValue(true);
-    box->updateWidget();
-    window.resize(300, 160);
-    window.show();
-    QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    const QWidget *group = box->findChild<ToolPageWidget *>();
-    QTRY_COMPARE(group->height(), group->minimumSizeHint().height());
 
-    const auto walk = [&](Qt::Key key) {
+    void boxStacksExpandedGroups()
+    {
+        CToolBox box;
+        for (const char *title : {"one", "two", "three"})
+            box.addWidget(QLatin1String(title), QString(), fixedContent(30));
+        box.resize(300, 600);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        const auto pages = box.findChildren<CToolPage *>();
+        QStringList titles;
+        int bottom = 0;
+        for (CToolPage *page : pages) {
+            titles.append(titleOf(page));
+            QVERIFY(page->isExpanded());
+            QCOMPARE(page->mapTo(&box, QPoint(0, 0)).y(), bottom);
+            bottom += page->height();
+        }
+        QCOMPARE(titles, (QStringList{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")}));
+        QVERIFY(bottom < 300);
+    }
+
+    void boxNeverShowsScrollBars()
+    {
+        CToolBox box;
+        box.addWidget(QStringLiteral("long"), QString(), fixedContent(1000));
+        box.resize(300, 200);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        auto *area = box.findChild<QScrollArea *>();
+        QVERIFY(!area->verticalScrollBar()->isVisible());
+        QVERIFY(area->verticalScrollBar()->maximum() > 0);
+        QCOMPARE(area->widget()->width(), 300);
+    }
+
+    void boxRefreshesExpandedGroupsOnly()
+    {
+        TestCamera camera;
+        CToolBox box;
+        const ToolPageWidgetItem *open = addGroup(box, "open", camera.node("Uncached"));
+        const ToolPageWidgetItem *folded = addGroup(box, "folded", camera.node("Uncached"));
+        box.findChildren<CToolPage *>().last()->collapse();
+        camera.port.poke(TestCamera::Uncached, 7);
+        box.updateWidget();
+        QCOMPARE(open->findChild<QSpinBox *>()->value(), 7);
+        QCOMPARE(folded->findChild<QSpinBox *>()->value(), 0);
+    }
+
+    /// They take no room. A row that shows brings its group back as it was folded.
+    void emptyGroupsAreHidden()
+    {
+        TestCamera camera;
+        CToolBox box;
+        ToolPageWidgetItem *row = addGroup(box, "gated", camera.node("GatedByBoolean"));
+        addGroup(box, "other", camera.node("Width"));
+        const auto pages = box.findChildren<CToolPage *>();
+        const auto hidden = [&pages] { return QVector<bool>{pages.first()->isHidden(), pages.last()->isHidden()}; };
+        const QVector<bool> none{false, false};
+        const QVector<bool> first{true, false};
+        const auto setAvailable = [&](bool isAvailable) {
+            GenApi::CBooleanPtr(camera.node("Power"))->SetValue(isAvailable);
+        };
+        QCOMPARE(hidden(), first);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        QCOMPARE(pages.last()->y(), 0);
+        setAvailable(true);
+        box.updateWidget();
+        QCOMPARE(hidden(), none);
+        QVERIFY(pages.first()->isExpanded() && row->isVisible());
+        QTRY_VERIFY(pages.last()->y() > 0);
+        pages.first()->collapse();
+        for (const bool isShown : {false, true}) {
+            row->setWidgetItemVisible(isShown);
+            QCOMPARE(hidden(), isShown ? none : first);
+        }
+        setAvailable(false);
+        row->updateWidget(false);
+        QCOMPARE(hidden(), first);
+        box.hide();
+        setAvailable(true);
+        box.show();
+        QCOMPARE(hidden(), none);
+        QVERIFY(!pages.first()->isExpanded());
+        pages.first()->expand();
+        QVERIFY(row->isVisible());
+    }
+
+    /// Editors made before and after the rows included; the keyboard's place survives a write.
+    void tabReadsFromTopToBottom()
+    {
+        TestCamera camera;
+        QWidget window;
+        auto *tool = new SelectedButton(&window);
+        auto *before = new QLineEdit(&window);
+        auto *box = new CToolBox(&window);
+        auto *column = new QVBoxLayout(&window);
+        column->addWidget(before);
+        column->addWidget(box);
+        QList<QByteArray> visited;
+        const QList<QList<QByteArray>> groups{
+            {"Width", "GatedByBoolean", "Tool"}, {"WidthMax", "Power"}, {"Selector", "Start", "Gain"}};
+        for (const QList<QByteArray> &names : groups) {
+            auto *group = new ToolPageWidget(&window);
+            for (const QByteArray &name : names) {
+                auto *row = new ToolPageWidgetItem(&window);
+                if (name == "Tool")
+                    row->setItemInfo({}, {}, tool);
+                else
+                    row->setItemInfo({}, {}, camera.node(name), true);
+                group->addWidget(row);
+                connect(row, &ToolPageWidgetItem::itemFocused, &window, [&visited, name] { visited.append(name); });
+            }
+            box->addWidget(QString(), QString(), group);
+        }
+        GenApi::CBooleanPtr(camera.node("Power"))->SetValue(true);
+        box->updateWidget();
+        window.resize(300, 160);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        const QWidget *group = box->findChild<ToolPageWidget *>();
+        QTRY_COMPARE(group->height(), group->minimumSizeHint().height());
+
+        const auto walk = [&](Qt::Key key) {
+            visited.clear();
+            before->setFocus();
+            bool allSeen = true;
+            do {
+                QTest::keyClick(QApplication::focusWidget(), key);
+                const QWidget *editor = QApplication::focusWidget();
+                allSeen = allSeen && editor->visibleRegion().boundingRect() == editor->rect();
+            } while (!before->hasFocus() && visited.size() < 20);
+            return allSeen;
+        };
+        QList<QByteArray> order{"Width", "GatedByBoolean", "Tool", "Power", "Selector", "Start", "Gain"};
+        QVERIFY(walk(Qt::Key_Tab));
+        QCOMPARE(visited, order);
+        QVERIFY(walk(Qt::Key_Backtab));
+        std::reverse(order.begin(), order.end());
+        QCOMPARE(visited, order);
+
         visited.clear();
-        before->setFocus();
-        bool allSeen = true;
-        do {
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Tab})
             QTest::keyClick(QApplication::focusWidget(), key);
-            const QWidget *editor = QApplication::focusWidget();
-            allSeen = allSeen && editor->visibleRegion().boundingRect() == editor->rect();
-        } while (!before->hasFocus() && visited.size() < 20);
-        return allSeen;
-    };
-    QList<QByteArray> order{"Width", "GatedByBoolean", "Tool", "Power", "Selector", "Start", "Gain"};
-    QVERIFY(walk(Qt::Key_Tab));
-    QCOMPARE(visited, order);
-    QVERIFY(walk(Qt::Key_Backtab));
-    std::reverse(order.begin(), order.end());
-    QCOMPARE(visited, order);
+        QTest::mouseClick(tool, Qt::LeftButton);
+        QCOMPARE(visited, (QList<QByteArray>{"Width", "GatedByBoolean", "Tool"}));
 
-    visited.clear();
-    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Tab})
-        QTest::keyClick(QApplication::focusWidget(), key);
-    QTest::mouseClick(tool, Qt::LeftButton);
-    QCOMPARE(visited, (QList<QByteArray>{"Width", "GatedByBoolean", "Tool"}));
-
-    tool->setEnabled(false); // under the user's hands
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-    QCOMPARE(visited.last(), QByteArray("Tool"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(visited.last(), QByteArray("Power"));
-}
+        tool->setEnabled(false); // under the user's hands
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(visited.last(), QByteArray("Tool"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(visited.last(), QByteArray("Power"));
+    }
+};
 
 QTEST_MAIN(tst_CToolPage)
 #include "tst_CToolPage.moc"

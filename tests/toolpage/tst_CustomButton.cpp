@@ -7,11 +7,17 @@
 
 namespace {
 
-QString style(const char *atRest)
+/// A click of the mouse selects, and Space takes the selection back.
+template <class Button>
+void latches(Button &button, const QString &normal, const QString &selected)
 {
-    return QStringLiteral("QPushButton{border: none;image: url(%1);}QPushButton:hover{image: url(:/s.png);}"
-                          "QPushButton:disabled{image: url(:/d.png);}")
-        .arg(QLatin1String(atRest));
+    QCOMPARE(button.styleSheet(), normal);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QVERIFY(button.isSelected());
+    QCOMPARE(button.styleSheet(), selected);
+    QTest::keyClick(&button, Qt::Key_Space);
+    QVERIFY(!button.isSelected());
+    QCOMPARE(button.styleSheet(), normal);
 }
 
 } // namespace
@@ -22,33 +28,20 @@ class tst_CustomButton : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void showsItsImages();
-    void selectedButtonLatches();
+    void showsItsImages()
+    {
+        CustomButton button(QStringLiteral(":/n.png"), QStringLiteral(":/s.png"), QStringLiteral(":/d.png"));
+        const QString style = QStringLiteral("QPushButton{border: none;image: url(:/%1.png);}QPushButton:hover{image: "
+                                             "url(:/s.png);}QPushButton:disabled{image: url(:/d.png);}");
+        latches(button, style.arg(QLatin1String("n")), style.arg(QLatin1String("s")));
+    }
+
+    void selectedButtonLatches()
+    {
+        SelectedButton button;
+        latches(button, StyleSheets::PlainButton, StyleSheets::SelectedButton);
+    }
 };
-
-void tst_CustomButton::showsItsImages()
-{
-    CustomButton button(QStringLiteral(":/n.png"), QStringLiteral(":/s.png"), QStringLiteral(":/d.png"));
-    QCOMPARE(button.styleSheet(), style(":/n.png"));
-    QTest::mouseClick(&button, Qt::LeftButton);
-    QVERIFY(button.isSelected());
-    QCOMPARE(button.styleSheet(), style(":/s.png"));
-    QTest::keyClick(&button, Qt::Key_Space);
-    QVERIFY(!button.isSelected());
-    QCOMPARE(button.styleSheet(), style(":/n.png"));
-}
-
-void tst_CustomButton::selectedButtonLatches()
-{
-    SelectedButton button;
-    QCOMPARE(button.styleSheet(), StyleSheets::PlainButton);
-    QTest::mouseClick(&button, Qt::LeftButton);
-    QVERIFY(button.isSelected());
-    QCOMPARE(button.styleSheet(), StyleSheets::SelectedButton);
-    QTest::keyClick(&button, Qt::Key_Space);
-    QVERIFY(!button.isSelected());
-    QCOMPARE(button.styleSheet(), StyleSheets::PlainButton);
-}
 
 QTEST_MAIN(tst_CustomButton)
 #include "tst_CustomButton.moc"

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVariant>
+
+#include <string>
+
+#include "TestCamera.h"
+#include "ToolPage/SwitchButton.h"
+#include "ToolPage/ToolPageWidgetItem.h"
+
+/// What the editor in a row shows; invalid without an editor.
+inline QVariant shownBy(const QWidget &row)
+{
+    if (const auto *number = row.findChild<QAbstractSpinBox *>())
+        return number->property("value");
+    if (const auto *enumeration = row.findChild<QComboBox *>())
+        return enumeration->currentText();
+    if (const auto *boolean = row.findChild<SwitchButton *>())
+        return boolean->isOn();
+    const auto *command = row.findChild<QPushButton *>();
+    return command ? command->text() : QVariant();
+}
+
+/// The description of a device with a feature N.
+inline std::string descriptionWith(const std::string &nodes)
+{
+    return TestCamera::description("<Category Name=\"Root\"><pFeature>N</pFeature></Category>" + nodes);
+}
