@@ -24,8 +24,6 @@ public:
     /// GUI thread. An empty id with a type that is neither card nor camera means "nothing has the focus".
     void raiseFocus(HostCore::FOCUS_TYPE type, const QString &id);
     void raiseLanguage(const QString &language);
-    /// GUI thread.
-    void raiseImageMode(const QString &id, int mode);
     /// GUI thread. A person moved a region; `area` in image pixels.
     void raiseRegionMoved(const QString &id, int handle, const QRect &area);
     void raiseImport(const QString &id);

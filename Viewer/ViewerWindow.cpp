@@ -128,14 +128,14 @@ void ViewerWindow::buildCommands()
 
 void ViewerWindow::connectHost()
 {
-    connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::followFocus);
-    connect(&m_context, &HostContext::frameReady, this, &ViewerWindow::showFrame);
+    connect(&m_context.focus(), &HostFocus::changed, this, &ViewerWindow::followFocus);
+    connect(&m_context.devices(), &KnownDevices::frameReady, this, &ViewerWindow::showFrame);
     connect(&m_context.regions(), &ImageRegions::listChanged, this, &ViewerWindow::followRegions);
     connect(m_heights, &HeightDisplay::changed, this, &ViewerWindow::followHeights);
-    connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::followSearch,
+    connect(&m_context.devices(), &KnownDevices::refreshingChanged, this, &ViewerWindow::followSearch,
             Qt::QueuedConnection); // after the list of found devices
-    connect(&m_context, &HostContext::deviceListChanged, this, &ViewerWindow::openPending);
-    connect(&m_context, &HostContext::logLine, this,
+    connect(&m_context.devices(), &KnownDevices::listChanged, this, &ViewerWindow::openPending);
+    connect(&m_context.log(), &HostLog::lineAdded, this,
             [this](const QDateTime &time, const QString &module, const QString &message) {
                 m_log->log().append(time, module, message);
             });
@@ -145,9 +145,9 @@ void ViewerWindow::run(Command command, bool checked)
 {
     switch (command) {
     case Command::Refresh:
-        return m_context.refreshDevices();
+        return m_context.devices().refresh();
     case Command::OpenDevice:
-        return m_context.openLater(currentId());
+        return m_context.sessions().openLater(currentId());
     case Command::CloseDevice:
         return closeDevice();
     case Command::OpenFile:
@@ -194,19 +194,19 @@ QString ViewerWindow::currentId() const
 
 void ViewerWindow::closeDevice()
 {
-    m_context.close(currentId());
+    m_context.sessions().close(currentId());
 }
 
 void ViewerWindow::startAcquisition()
 {
     const QString id = currentId();
-    if (m_context.startAcquisition(id))
+    if (m_context.sessions().startAcquisition(id))
         m_image->zoomToFit();
 }
 
 void ViewerWindow::stopAcquisition()
 {
-    m_context.stopAcquisition(currentId());
+    m_context.sessions().stopAcquisition(currentId());
 }
 
 void ViewerWindow::takeNextStep()
@@ -229,10 +229,10 @@ bool ViewerWindow::openDescription(const QString &path)
 {
     auto device = std::make_unique<DescriptionDevice>(path);
     const QString id = device->id();
-    if (!m_context.device(id))
-        m_context.addDevice(std::move(device));
+    if (!m_context.devices().device(id))
+        m_context.devices().add(std::move(device));
     m_devices->select(id);
-    return m_context.open(id);
+    return m_context.sessions().open(id);
 }
 
 void ViewerWindow::openWhenKnown(const QString &id)
@@ -243,18 +243,18 @@ void ViewerWindow::openWhenKnown(const QString &id)
 
 void ViewerWindow::openPending()
 {
-    if (m_pendingId.isEmpty() || !m_context.device(m_pendingId))
+    if (m_pendingId.isEmpty() || !m_context.devices().device(m_pendingId))
         return;
     const QString id = std::exchange(m_pendingId, QString());
     m_devices->select(id);
-    m_context.openLater(id);
+    m_context.sessions().openLater(id);
 }
 
 void ViewerWindow::followSearch(bool searching)
 {
     updateCommands();
     if (!searching && !m_pendingId.isEmpty())
-        m_context.log(objectName(), tr("There is no device %1.").arg(m_pendingId));
+        m_context.log().add(objectName(), tr("There is no device %1.").arg(m_pendingId));
 }
 
 void ViewerWindow::showDeviceMenu(const QPoint &position)
@@ -276,7 +276,7 @@ void ViewerWindow::useLanguage(const QString &language)
 {
     m_translators.use(language);
     m_context.setLanguage(language);
-    m_context.setFocus(m_context.focus()); // the panel shows the level anew, which the new texts reset
+    m_context.focus().set(m_context.focus().id()); // the panel shows the level anew, which the new texts reset
     const bool english = language == QLatin1String("English");
     m_commands->action(english ? Command::English : Command::Chinese)->setChecked(true);
 }
@@ -287,7 +287,7 @@ void ViewerWindow::followFocus()
     showPicture();
     m_cameraFormat.clear();
     if (m_devices->state(id) == DeviceTree::State::Acquiring)
-        m_context.readNode(id, QStringLiteral("PixelFormat"), &m_cameraFormat);
+        m_context.values().read(id, QStringLiteral("PixelFormat"), &m_cameraFormat);
     showFormat();
     updateCommands();
 }
@@ -399,7 +399,7 @@ QString ViewerWindow::imageHint() const
     const Device *device = m_devices->currentDevice();
     if (!device)
         return tr("Select a device.");
-    const QString error = m_context.openingError(device->id());
+    const QString error = m_context.devices().openingError(device->id());
     switch (m_devices->state(device->id())) {
     case DeviceTree::State::Closed:
         return error.isEmpty() ? tr("%1 is closed. Double-click it to open it.").arg(device->displayName())
@@ -424,7 +424,7 @@ void ViewerWindow::updateCommands()
     const bool acquiring = state == DeviceTree::State::Acquiring;
     const bool image = !m_image->imageSize().isEmpty();
     const std::pair<Command, bool> enabled[] = {
-        {Command::Refresh, !m_context.isRefreshing()},
+        {Command::Refresh, !m_context.devices().isRefreshing()},
         {Command::OpenDevice, device && !open && state != DeviceTree::State::Opening},
         {Command::CloseDevice, device && open},
         {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
@@ -437,7 +437,7 @@ void ViewerWindow::updateCommands()
     };
     for (const auto &[command, possible] : enabled)
         m_commands->action(command)->setEnabled(possible);
-    statusBar()->showMessage(m_context.isRefreshing() ? tr("Searching for devices...") : QString());
+    statusBar()->showMessage(m_context.devices().isRefreshing() ? tr("Searching for devices...") : QString());
 }
 
 void ViewerWindow::retranslate()

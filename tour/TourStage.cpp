@@ -66,7 +66,7 @@ HostContext &TourStage::host() const
 
 Device *TourStage::simulated(bool card) const
 {
-    const QList<Device *> devices = host().devices();
+    const QList<Device *> devices = host().devices().all();
     for (Device *device : devices) {
         if ((device->kind() == Device::Kind::Card) == card)
             return device;
@@ -76,7 +76,7 @@ Device *TourStage::simulated(bool card) const
 
 Device *TourStage::profiler() const
 {
-    return host().device(say("SIM-PROFILER-01"));
+    return host().devices().device(say("SIM-PROFILER-01"));
 }
 
 void TourStage::pointAt(const Device &device, bool twice)
@@ -101,7 +101,7 @@ void TourStage::order(Command command)
 
 void TourStage::settle() const
 {
-    TourHand::waitUntil([this] { return !host().isAnnouncing(); });
+    TourHand::waitUntil([this] { return !host().sessions().isAnnouncing(); });
     TourHand::pause(ScrollTime); // for what the last event has queued
 }
 
@@ -331,7 +331,7 @@ bool TourStage::edit(const QString &name, const QString &text)
 QString TourStage::value(const QString &name) const
 {
     QString text;
-    host().readNode(host().focus(), name, &text);
+    host().values().read(host().focus().id(), name, &text);
     return text;
 }
 

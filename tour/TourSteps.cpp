@@ -85,7 +85,7 @@ bool raiseLevel(TourStage &stage)
     const int beginner = stage.shownRows();
     const bool chosen = TourHand::choose(stage.levelBox(), stage.levelBox()->itemText(2));
     return stage.expect(chosen && stage.shownRows() > beginner, say("the level Guru does not show more"))
-        && stage.expect(stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2"),
+        && stage.expect(stage.host().infoItems().parameter(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2"),
                         say("the level is not stored"));
 }
 
@@ -227,7 +227,7 @@ bool searchInOtherLanguage(TourStage &stage)
     TourHand::click(stage.searchField());
     TourHand::type(stage.searchField(), say("chunk"));
     const bool isKept = stage.levelBox()->currentIndex() == Guru
-        && stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2");
+        && stage.host().infoItems().parameter(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2");
     TourHand::retype(stage.searchField(), QString());
     return stage.expect(isKept, say("a search changes the level"));
 }

@@ -91,7 +91,7 @@ void tst_EndToEnd::initTestCase()
     options.settingsFile = m_folder.filePath(QStringLiteral("host.ini"));
     options.finder = aravisFinder();
     m_context = std::make_unique<HostContext>(std::move(options));
-    connect(m_context.get(), &HostContext::logLine, this,
+    connect(&m_context->log(), &HostLog::lineAdded, this,
             [this](const QDateTime &, const QString &, const QString &message) { m_log += message; });
     m_window = std::make_unique<ParamterWnd>();
     m_window->resize(500, 700);
@@ -118,9 +118,9 @@ void tst_EndToEnd::cleanupTestCase()
 
 void tst_EndToEnd::discoversTheCamera()
 {
-    m_context->refreshDevices();
-    QTRY_VERIFY_WITH_TIMEOUT(m_context->device(m_id), 10'000);
-    QVERIFY(!m_context->isReady(m_id));
+    m_context->devices().refresh();
+    QTRY_VERIFY_WITH_TIMEOUT(m_context->devices().device(m_id), 10'000);
+    QVERIFY(!m_context->devices().isReady(m_id));
 }
 
 ParamterWidget *tst_EndToEnd::shownPanel() const
@@ -147,8 +147,8 @@ QModelIndex tst_EndToEnd::valueCell(const QString &feature) const
 
 void tst_EndToEnd::showsItsFeatures()
 {
-    m_context->setFocus(m_id);
-    QVERIFY2(m_context->open(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
+    m_context->focus().set(m_id);
+    QVERIFY2(m_context->sessions().open(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
     QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == m_id);
     const QModelIndex width = valueCell(QStringLiteral("Width"));
     QVERIFY(width.isValid());
@@ -214,47 +214,47 @@ void tst_EndToEnd::refusedWritesDoNot()
 
 void tst_EndToEnd::framesArriveAsSet()
 {
-    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
-    QVERIFY2(m_context->startAcquisition(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
+    QSignalSpy frames(&m_context->devices(), &KnownDevices::frameReady);
+    QVERIFY2(m_context->sessions().startAcquisition(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
     QTRY_VERIFY_WITH_TIMEOUT(frames.size() >= 3, 10'000);
     const QImage frame = frames.first().at(1).value<QImage>();
     QCOMPARE(frame.size(), QSize(320, 240));
     QVERIFY(!frame.isGrayscale());
-    m_context->stopAcquisition(m_id);
+    m_context->sessions().stopAcquisition(m_id);
     QCOMPARE(HostCore::GetCameraInfo(m_id.toStdString(), HostCore::CAM_INFO_ACQUISITION), std::string("0"));
 }
 
 void tst_EndToEnd::framesComeAtTheRate()
 {
     QCOMPARE(write("AcquisitionFrameRate", "10"), 0);
-    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
+    QSignalSpy frames(&m_context->devices(), &KnownDevices::frameReady);
     QElapsedTimer clock;
     clock.start(); // a first frame that is seen late makes the others look fast
-    QVERIFY(m_context->startAcquisition(m_id));
+    QVERIFY(m_context->sessions().startAcquisition(m_id));
     QTRY_VERIFY(frames.size() >= 9);
     QVERIFY2(clock.elapsed() > 550, qPrintable(QString::number(clock.elapsed())));
-    m_context->stopAcquisition(m_id);
+    m_context->sessions().stopAcquisition(m_id);
 }
 
 void tst_EndToEnd::softwareTriggersMakeFrames()
 {
     QCOMPARE(write("TriggerMode", "On"), 0);
-    QVERIFY(m_context->startAcquisition(m_id));
+    QVERIFY(m_context->sessions().startAcquisition(m_id));
     QTest::qWait(100); // a frame that was underway
-    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
+    QSignalSpy frames(&m_context->devices(), &KnownDevices::frameReady);
     QTest::qWait(300);
     QCOMPARE(frames.size(), 0);
     for (int i = 1; i <= 3; ++i) {
         QCOMPARE(write("TriggerSoftware", ""), 0);
         QTRY_COMPARE(frames.size(), i);
     }
-    m_context->stopAcquisition(m_id);
+    m_context->sessions().stopAcquisition(m_id);
     QCOMPARE(write("TriggerMode", "Off"), 0);
 }
 
 void tst_EndToEnd::aDeadCameraCostsOneDeadline()
 {
-    QVERIFY(m_context->startAcquisition(m_id));
+    QVERIFY(m_context->sessions().startAcquisition(m_id));
     m_camera.kill();
     QVERIFY(m_camera.waitForFinished());
     const std::string key = m_id.toStdString();
@@ -272,7 +272,8 @@ void tst_EndToEnd::aDeadCameraCostsOneDeadline()
 
 void tst_EndToEnd::aLostCameraIsClosed()
 {
-    QTRY_VERIFY_WITH_TIMEOUT(!m_context->isReady(m_id) && !m_context->device(m_id)->isOpen(), LossTimeout);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_context->devices().isReady(m_id) && !m_context->devices().device(m_id)->isOpen(),
+                             LossTimeout);
     QCOMPARE(m_log.filter(QStringLiteral("is lost")).size(), 1);
     QTRY_VERIFY(shownPanel() && shownPanel()->deviceName().isEmpty());
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, m_id.toStdString(), HostCore::NODE_MAP_DEVICE));
@@ -284,11 +285,11 @@ void tst_EndToEnd::reachingADeadCameraKeepsNobodyWaiting()
     m_log.clear();
     QElapsedTimer timer;
     timer.start();
-    m_context->openLater(m_id);
+    m_context->sessions().openLater(m_id);
     qint64 longest = timer.restart(); // between two turns of the event loop, ms
     const QDeadlineTimer patience(10'000);
-    QVERIFY(m_context->isOpening(m_id));
-    while (m_context->isOpening(m_id) && !patience.hasExpired()) {
+    QVERIFY(m_context->devices().isOpening(m_id));
+    while (m_context->devices().isOpening(m_id) && !patience.hasExpired()) {
         QTest::qWait(5);
         longest = std::max(longest, timer.restart());
     }
@@ -299,8 +300,8 @@ void tst_EndToEnd::reachingADeadCameraKeepsNobodyWaiting()
 void tst_EndToEnd::aReturnedCameraOpensAgain()
 {
     startCamera();
-    m_context->openLater(m_id);
-    QTRY_VERIFY2(m_context->isReady(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
+    m_context->sessions().openLater(m_id);
+    QTRY_VERIFY2(m_context->devices().isReady(m_id), qPrintable(m_log.join(QLatin1Char('\n'))));
     QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == m_id);
     QCOMPARE(valueCell(QStringLiteral("Width")).data().toLongLong(), cameraRegister(WidthRegister));
 }

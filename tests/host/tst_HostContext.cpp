@@ -183,7 +183,7 @@ TestDevice *tst_HostContext::addDevice(const char *id, Device::Kind kind)
 {
     auto device = std::make_unique<TestDevice>(text(id), kind);
     TestDevice *added = device.get();
-    return m_context->addDevice(std::move(device)) ? added : nullptr;
+    return m_context->devices().add(std::move(device)) ? added : nullptr;
 }
 
 void tst_HostContext::openingTellsThePanel()
@@ -191,10 +191,10 @@ void tst_HostContext::openingTellsThePanel()
     addDevice("cam");
     addDevice("other");
     QVERIFY(!addDevice("cam"));
-    m_context->setFocus(text("cam"));
+    m_context->focus().set(text("cam"));
     QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("0"));
     Panel panel;
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     QVERIFY(panel.events.isEmpty());
     QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam+]"), text("focus 3 cam")}));
     QVERIFY(panel.announcingThread() != thread());
@@ -203,19 +203,19 @@ void tst_HostContext::openingTellsThePanel()
     QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "cam", HostCore::NODE_MAP_DEVICE));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "other", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(m_context->open(text("cam"))); // tells nothing new
-    m_context->setFocus(text("unknown"));
+    QVERIFY(m_context->sessions().open(text("cam"))); // tells nothing new
+    m_context->focus().set(text("unknown"));
     QTRY_COMPARE(panel.events.mid(2), QStringList({text("focus 0 ")}));
 }
 
 void tst_HostContext::openingFails()
 {
     addDevice("cam")->refusal = text("cable unplugged");
-    QSignalSpy log(m_context.get(), &HostContext::logLine);
+    QSignalSpy log(&m_context->log(), &HostLog::lineAdded);
     const Panel panel;
-    QVERIFY(!m_context->open(text("cam")));
-    QVERIFY(!m_context->isReady(text("cam")));
-    QVERIFY(!m_context->open(text("unknown")));
+    QVERIFY(!m_context->sessions().open(text("cam")));
+    QVERIFY(!m_context->devices().isReady(text("cam")));
+    QVERIFY(!m_context->sessions().open(text("unknown")));
     QCOMPARE(log.size(), 2);
     QVERIFY(log.at(0).at(2).toString().contains(text("cable unplugged")));
 }
@@ -224,7 +224,7 @@ void tst_HostContext::theNodeMapOutlivesThePanels()
 {
     TestDevice *device = addDevice("cam");
     Panel panel;
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     QTRY_COMPARE(panel.lists().size(), 1);
     QStringList order;
     auto *widget = new QObject;
@@ -234,11 +234,11 @@ void tst_HostContext::theNodeMapOutlivesThePanels()
         order += text("event");
         widget->deleteLater();
     };
-    m_context->close(text("cam"));
+    m_context->sessions().close(text("cam"));
     QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(m_context->writeNode(text("cam"), text("Width"), text("5"))); // the panel may not have followed yet
+    QVERIFY(m_context->values().write(text("cam"), text("Width"), text("5"))); // the panel may not have followed yet
     QTRY_VERIFY(!device->isOpen());
-    QVERIFY(!m_context->writeNode(text("cam"), text("Width"), text("5")));
+    QVERIFY(!m_context->values().write(text("cam"), text("Width"), text("5")));
     QCOMPARE(panel.lists().last(), text("list 1 [] [cam]"));
     QCOMPARE(order, QStringList({text("event"), text("panel"), text("node map")}));
 }
@@ -250,11 +250,11 @@ void tst_HostContext::theNodeMapOutlivesEventsOnTheirWay()
     addDevice("card", Device::Kind::Card);
     Gate gate;
     const Panel panel;
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     gate.pass.release();
     QTRY_COMPARE(panel.events.size(), 2);
-    QVERIFY(m_context->open(text("card")));
-    m_context->close(text("cam"));
+    QVERIFY(m_context->sessions().open(text("card")));
+    m_context->sessions().close(text("cam"));
     gate.pass.release();
     QTRY_COMPARE(panel.lists().last(), text("list 1 [card+] []"));
     QTRY_COMPARE(panel.events.size(), 4);
@@ -268,14 +268,14 @@ void tst_HostContext::theNodeMapOutlivesEventsOnTheirWay()
 void tst_HostContext::closingDevicesCannotBeOpened()
 {
     TestDevice *device = addDevice("cam");
-    QVERIFY(m_context->open(text("cam")));
-    m_context->close(text("cam"));
-    QSignalSpy log(m_context.get(), &HostContext::logLine);
-    QVERIFY(!m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
+    m_context->sessions().close(text("cam"));
+    QSignalSpy log(&m_context->log(), &HostLog::lineAdded);
+    QVERIFY(!m_context->sessions().open(text("cam")));
     QVERIFY(log.value(0).value(2).toString().contains(text("still being closed")));
     QTRY_VERIFY(!device->isOpen());
-    QVERIFY(m_context->open(text("cam")));
-    m_context->close(text("cam"));
+    QVERIFY(m_context->sessions().open(text("cam")));
+    m_context->sessions().close(text("cam"));
     m_context.reset(); // while a release is due
 }
 
@@ -283,25 +283,25 @@ void tst_HostContext::lostDevicesAreClosedOnce()
 {
     TestDevice *device = addDevice("cam");
     const Panel panel;
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     QTRY_COMPARE(panel.lists().size(), 1);
-    QSignalSpy log(m_context.get(), &HostContext::logLine);
+    QSignalSpy log(&m_context->log(), &HostLog::lineAdded);
     Q_EMIT device->lost(text("no heartbeat"));
     Q_EMIT device->lost(text("no heartbeat"));
     QTRY_VERIFY(!device->isOpen());
     QCOMPARE(panel.lists().mid(1), QStringList({text("list 1 [] [cam]")}));
     Q_EMIT device->lost(text("no heartbeat"));
     QCOMPARE(log.size(), 1);
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
 }
 
 void tst_HostContext::cardsAreAnnouncedFirst()
 {
     addDevice("card 1", Device::Kind::Card);
     addDevice("card 2", Device::Kind::Card);
-    m_context->setFocus(text("card 2"));
+    m_context->focus().set(text("card 2"));
     Panel panel;
-    QVERIFY(m_context->open(text("card 2")));
+    QVERIFY(m_context->sessions().open(text("card 2")));
     QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+] []"), text("focus 2 card 2")}));
     QCOMPARE(HostCore::GetCardInfo("card 1", HostCore::CARD_INFO_STATE), std::string("4"));
     QVERIFY(HostCore::GetCardInfo("unknown", HostCore::CARD_INFO_STATE).empty());
@@ -312,25 +312,25 @@ void tst_HostContext::cardsAreAnnouncedFirst()
 void tst_HostContext::acquisitionIsAnnounced()
 {
     TestDevice *device = addDevice("cam");
-    QVERIFY(!m_context->startAcquisition(text("cam")));
+    QVERIFY(!m_context->sessions().startAcquisition(text("cam")));
     const Panel panel;
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     QTRY_COMPARE(panel.lists().size(), 1);
-    QVERIFY(m_context->startAcquisition(text("cam")));
+    QVERIFY(m_context->sessions().startAcquisition(text("cam")));
     QTRY_COMPARE(panel.lists().value(1), text("list 1 [] [cam+*]"));
-    m_context->stopAcquisition(text("cam"));
+    m_context->sessions().stopAcquisition(text("cam"));
     QTRY_COMPARE(panel.lists().value(2), text("list 1 [] [cam+]"));
     device->refusal = text("no bandwidth");
-    QVERIFY(!m_context->startAcquisition(text("cam")));
+    QVERIFY(!m_context->sessions().startAcquisition(text("cam")));
 }
 
 void tst_HostContext::framesOfOpenDevicesAreForwarded()
 {
     TestDevice *device = addDevice("cam");
-    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
+    QSignalSpy frames(&m_context->devices(), &KnownDevices::frameReady);
     Q_EMIT device->frameReady(QImage());
     QCOMPARE(frames.size(), 0);
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     Q_EMIT device->frameReady(QImage(3, 2, QImage::Format_Grayscale8));
     QCOMPARE(frames.size(), 1);
     QCOMPARE(frames.at(0).at(0).toString(), text("cam"));
@@ -342,28 +342,28 @@ void tst_HostContext::discoveryKeepsTheListUpToDate()
     addDevice("simulated");
     const auto ids = [this] {
         QStringList result;
-        for (const Device *device : m_context->devices())
+        for (const Device *device : m_context->devices().all())
             result += device->id();
         return result;
     };
     const auto search = [this](std::vector<FoundDevice> result) {
         m_searchResult = std::move(result);
-        m_context->refreshDevices();
-        QVERIFY(m_context->isRefreshing());
-        QTRY_VERIFY(!m_context->isRefreshing());
+        m_context->devices().refresh();
+        QVERIFY(m_context->devices().isRefreshing());
+        QTRY_VERIFY(!m_context->devices().isRefreshing());
     };
-    QSignalSpy changes(m_context.get(), &HostContext::deviceListChanged);
+    QSignalSpy changes(&m_context->devices(), &KnownDevices::listChanged);
     search({foundCamera(text("a")), foundCamera(text("b")), foundCamera(text("simulated"))});
     QCOMPARE(ids(), QStringList({text("simulated"), text("a"), text("b")}));
-    const Device *a = m_context->device(text("a"));
-    QVERIFY(m_context->open(text("b")));
+    const Device *a = m_context->devices().device(text("a"));
+    QVERIFY(m_context->sessions().open(text("b")));
     search({foundCamera(text("a"))});
     QCOMPARE(changes.size(), 1);
     search({foundCamera(text("c")), foundCamera(text("a"))});
     QCOMPARE(ids(), QStringList({text("simulated"), text("a"), text("b"), text("c")}));
-    QCOMPARE(m_context->device(text("a")), a);
-    m_context->close(text("b"));
-    QTRY_VERIFY(!m_context->device(text("b"))->isOpen());
+    QCOMPARE(m_context->devices().device(text("a")), a);
+    m_context->sessions().close(text("b"));
+    QTRY_VERIFY(!m_context->devices().device(text("b"))->isOpen());
     search({});
     QCOMPARE(ids(), QStringList({text("simulated")}));
 }
@@ -375,14 +375,14 @@ void tst_HostContext::closedCamerasAreNamedOnce()
         addDevice(id);
     const Panel panel;
     for (const char *id : {"first", "second", "third"})
-        QVERIFY(m_context->open(text(id)));
+        QVERIFY(m_context->sessions().open(text(id)));
     QTRY_COMPARE(panel.lists().size(), 3);
-    m_context->close(text("second"));
-    QTRY_VERIFY(!m_context->device(text("second"))->isOpen());
+    m_context->sessions().close(text("second"));
+    QTRY_VERIFY(!m_context->devices().device(text("second"))->isOpen());
     m_searchResult = {foundCamera(text("found"))};
-    m_context->refreshDevices();
-    QTRY_VERIFY(m_context->device(text("found")));
-    QVERIFY(m_context->startAcquisition(text("third")));
+    m_context->devices().refresh();
+    QTRY_VERIFY(m_context->devices().device(text("found")));
+    QVERIFY(m_context->sessions().startAcquisition(text("third")));
     QTRY_COMPARE(panel.lists().mid(3),
                  QStringList({text("list 1 [] [second first+ third+]"), text("list 1 [] [third+* first+]")}));
 }
@@ -404,20 +404,20 @@ void tst_HostContext::eventsWaitForNoSearch()
     });
     TestDevice *device = addDevice("cam");
     const Panel panel;
-    m_context->refreshDevices();
-    QVERIFY(m_context->open(text("cam")));
+    m_context->devices().refresh();
+    QVERIFY(m_context->sessions().open(text("cam")));
     QTRY_COMPARE(panel.events.value(0), text("list 1 [] [cam+]"));
-    m_context->close(text("cam"));
+    m_context->sessions().close(text("cam"));
     QTRY_VERIFY(!device->isOpen());
-    QVERIFY(m_context->isRefreshing());
+    QVERIFY(m_context->devices().isRefreshing());
 }
 
 void tst_HostContext::unregisteringEndsAWaitingCall()
 {
     addDevice("cam");
     auto listener = std::make_unique<WaitingListener>();
-    QVERIFY(m_context->open(text("cam")));
-    QVERIFY(m_context->startAcquisition(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
+    QVERIFY(m_context->sessions().startAcquisition(text("cam")));
     QVERIFY(listener->waitForCall());
     QElapsedTimer timer;
     timer.start();
@@ -433,9 +433,9 @@ void tst_HostContext::theEndServesAWaitingCall()
     addDevice("cam");
     addDevice("other");
     WaitingListener listener;
-    QVERIFY(m_context->open(text("cam")));
-    QVERIFY(m_context->open(text("other")));
-    m_context->close(text("cam"));
+    QVERIFY(m_context->sessions().open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("other")));
+    m_context->sessions().close(text("cam"));
     QVERIFY(listener.waitForCall());
     QElapsedTimer timer;
     timer.start();
@@ -460,7 +460,7 @@ void tst_HostContext::theEndWaitsForARunningSearch()
     m_context.reset();
     m_context = std::make_unique<HostContext>(std::move(options));
     const Panel panel;
-    m_context->refreshDevices();
+    m_context->devices().refresh();
     while (!started)
         QThread::msleep(1);
     m_context.reset();
@@ -473,15 +473,15 @@ void tst_HostContext::onlyTheFocusedDeviceIsPolled()
     TestDevice *focused = addDevice("focused");
     TestDevice *other = addDevice("other");
     for (TestDevice *device : {focused, other}) {
-        QVERIFY(m_context->open(device->id()));
+        QVERIFY(m_context->sessions().open(device->id()));
         device->port.poke(TestDevice::WidthAddress, 1);
-        m_context->readNode(device->id(), text("Width"), std::make_unique<QString>().get());
+        m_context->values().read(device->id(), text("Width"), std::make_unique<QString>().get());
         device->port.poke(TestDevice::WidthAddress, 2);
     }
-    m_context->setFocus(text("focused"));
+    m_context->focus().set(text("focused"));
     const auto width = [this](const char *id) {
         QString value;
-        m_context->readNode(text(id), text("Width"), &value);
+        m_context->values().read(text(id), text("Width"), &value);
         return value;
     };
     QTRY_COMPARE(width("focused"), text("2"));

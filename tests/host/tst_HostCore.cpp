@@ -61,13 +61,13 @@ TestDevice *tst_HostCore::addDevice(const char *id)
 {
     auto device = std::make_unique<TestDevice>(text(id));
     TestDevice *added = device.get();
-    return m_context->addDevice(std::move(device)) ? added : nullptr;
+    return m_context->devices().add(std::move(device)) ? added : nullptr;
 }
 
 void tst_HostCore::withoutContextNothingHappens()
 {
     addDevice("cam");
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     m_context.reset();
     QVERIFY(!HostContext::current());
     std::string value = "kept";
@@ -136,7 +136,7 @@ void tst_HostCore::nodesAreWrittenAsText()
     QFETCH(QString, written);
     QFETCH(QString, read);
     TestDevice *device = addDevice("cam");
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     QCOMPARE(HostCore::SetCameraNodeValue("cam", node.toStdString(), written.toStdString()), 0);
     std::string value;
     QCOMPARE(HostCore::GetCameraNodeValue("cam", node.toStdString(), value), 0);
@@ -169,8 +169,8 @@ void tst_HostCore::accessFailuresAreLogged()
     QFETCH(QString, node);
     QFETCH(QString, value);
     addDevice("cam");
-    QVERIFY(m_context->open(text("cam")));
-    QSignalSpy log(m_context.get(), &HostContext::logLine);
+    QVERIFY(m_context->sessions().open(text("cam")));
+    QSignalSpy log(&m_context->log(), &HostLog::lineAdded);
     QVERIFY(HostCore::SetCameraNodeValue(device.toStdString(), node.toStdString(), value.toStdString()) != 0);
     QCOMPARE(log.size(), 1);
     QVERIFY(log.at(0).at(2).toString().contains(node));
@@ -178,12 +178,12 @@ void tst_HostCore::accessFailuresAreLogged()
 
 void tst_HostCore::logLinesArriveFromAnyThread()
 {
-    QSignalSpy log(m_context.get(), &HostContext::logLine);
+    QSignalSpy log(&m_context->log(), &HostLog::lineAdded);
     HostCore::VLogInfo("Module", "Füße", 1);
     QCOMPARE(log.size(), 1);
     QCOMPARE(log.at(0).mid(1), QVariantList({text("Module"), text("Füße"), 1}));
     QThread *receiver = nullptr;
-    connect(m_context.get(), &HostContext::logLine, this, [&] { receiver = QThread::currentThread(); });
+    connect(&m_context->log(), &HostLog::lineAdded, this, [&] { receiver = QThread::currentThread(); });
     std::thread([] { HostCore::VLogInfo("Worker", "message", 0); }).join();
     QTRY_COMPARE(log.size(), 2);
     QCOMPARE(receiver, thread());
@@ -192,7 +192,7 @@ void tst_HostCore::logLinesArriveFromAnyThread()
 void tst_HostCore::grabStartsFromAnyThread()
 {
     TestDevice *device = addDevice("cam");
-    QVERIFY(m_context->open(text("cam")));
+    QVERIFY(m_context->sessions().open(text("cam")));
     std::thread([] { HostCore::StartGrab("cam"); }).join();
     QVERIFY(!device->isAcquiring());
     QTRY_VERIFY(device->isAcquiring());

@@ -65,13 +65,13 @@ void tst_ImageRegions::init()
 {
     m_context = std::make_unique<HostContext>(HostContext::Options{m_folder.filePath(QStringLiteral("host.ini")), {}});
     for (std::unique_ptr<Device> &one : makeSimulatedDevices())
-        QVERIFY(m_context->addDevice(std::move(one)));
-    QVERIFY(m_context->addDevice(std::make_unique<TestDevice>(QStringLiteral("silent"))));
-    QVERIFY(m_context->open(Camera));
-    QVERIFY(m_context->open(QStringLiteral("silent")));
-    QVERIFY(m_context->writeNode(Camera, QStringLiteral("Width"), QStringLiteral("640")));
-    QVERIFY(m_context->writeNode(Camera, QStringLiteral("Height"), QStringLiteral("480")));
-    m_lines = std::make_unique<QSignalSpy>(m_context.get(), &HostContext::logLine);
+        QVERIFY(m_context->devices().add(std::move(one)));
+    QVERIFY(m_context->devices().add(std::make_unique<TestDevice>(QStringLiteral("silent"))));
+    QVERIFY(m_context->sessions().open(Camera));
+    QVERIFY(m_context->sessions().open(QStringLiteral("silent")));
+    QVERIFY(m_context->values().write(Camera, QStringLiteral("Width"), QStringLiteral("640")));
+    QVERIFY(m_context->values().write(Camera, QStringLiteral("Height"), QStringLiteral("480")));
+    m_lines = std::make_unique<QSignalSpy>(&m_context->log(), &HostLog::lineAdded);
     m_listener = RegionListener();
     HostCore::RegisterROIUpdateListener(&m_listener);
 }
@@ -186,9 +186,9 @@ void tst_ImageRegions::closingRemovesRegions()
     QCOMPARE(HostCore::DrawROI("silent", 5, 5, 20, 10, other, status, 0, 0), 0); // it does not tell its image's size
     QSignalSpy changed(&m_context->regions(), &ImageRegions::listChanged);
     if (lost)
-        Q_EMIT m_context->device(Camera)->lost(QStringLiteral("cable"));
+        Q_EMIT m_context->devices().device(Camera)->lost(QStringLiteral("cable"));
     else
-        m_context->close(Camera);
+        m_context->sessions().close(Camera);
     QTRY_COMPARE(changed.size(), 1);
     QVERIFY(m_context->regions().of(Camera).isEmpty());
     QCOMPARE(m_context->regions().of(QStringLiteral("silent")).value(0).area, QRect(5, 5, 15, 5));

@@ -374,41 +374,41 @@ void tst_ImageView::canvasStandsForAMissingPicture()
 {
     HostContext context({m_folder.filePath(QStringLiteral("viewer.ini")), {}});
     for (std::unique_ptr<Device> &one : makeSimulatedDevices())
-        QVERIFY(context.addDevice(std::move(one)));
+        QVERIFY(context.devices().add(std::move(one)));
     ViewerWindow window(context);
     const QString id = QStringLiteral("SIM-AREA-01");
     window.openWhenKnown(id);
-    QTRY_VERIFY(context.isReady(id));
+    QTRY_VERIFY(context.devices().isReady(id));
     const auto size = [&] {
         QString width;
         QString height;
-        context.readNode(id, QStringLiteral("Width"), &width);
-        context.readNode(id, QStringLiteral("Height"), &height);
+        context.values().read(id, QStringLiteral("Width"), &width);
+        context.values().read(id, QStringLiteral("Height"), &height);
         return QSize(width.toInt(), height.toInt());
     };
     const QSize whole = size();
-    int handle = context.drawRegion(id, {0, 0}, {whole.width(), whole.height()});
+    int handle = context.panelRegions().draw(id, {0, 0}, {whole.width(), whole.height()});
     QVERIFY(window.image().isCanvas());
     QCOMPARE(window.image().imageSize(), whole);
 
-    QVERIFY(context.startAcquisition(id));
+    QVERIFY(context.sessions().startAcquisition(id));
     QTRY_VERIFY(!window.image().isCanvas());
-    context.stopAcquisition(id);
+    context.sessions().stopAcquisition(id);
     QCoreApplication::processEvents(); // a frame that was on its way
     QVERIFY(!window.image().isCanvas());
-    context.removeRegion(id, handle);
+    context.panelRegions().remove(id, handle);
     QCOMPARE(window.image().frame().size(), whole);
 
-    QVERIFY(context.writeNode(id, QStringLiteral("Width"), QStringLiteral("320")));
-    handle = context.drawRegion(id, {10, 10}, {20, 20});
+    QVERIFY(context.values().write(id, QStringLiteral("Width"), QStringLiteral("320")));
+    handle = context.panelRegions().draw(id, {10, 10}, {20, 20});
     QVERIFY(window.image().isCanvas());
     QCOMPARE(window.image().imageSize(), QSize(320, whole.height()));
-    context.removeRegion(id, handle);
+    context.panelRegions().remove(id, handle);
     QCOMPARE(window.image().frame().size(), whole);
 
     // What the last picture shows stays where it is on the sensor.
-    QVERIFY(context.writeNode(id, QStringLiteral("OffsetX"), QStringLiteral("400")));
-    QVERIFY(context.drawRegion(id, {10, 10}, {20, 20}));
+    QVERIFY(context.values().write(id, QStringLiteral("OffsetX"), QStringLiteral("400")));
+    QVERIFY(context.panelRegions().draw(id, {10, 10}, {20, 20}));
     const QImage picture = window.image().canvasPicture();
     QCOMPARE(picture.size(), whole);
     const QImage seen = window.image().grab().toImage();
@@ -420,10 +420,10 @@ void tst_ImageView::canvasStandsForAMissingPicture()
     }
     QVERIFY2(unlike < 3, qPrintable(QString::number(unlike)));
 
-    QVERIFY(context.writeNode(id, QStringLiteral("BinningHorizontal"), QStringLiteral("2")));
-    QVERIFY(context.drawRegion(id, {10, 10}, {20, 20}));
+    QVERIFY(context.values().write(id, QStringLiteral("BinningHorizontal"), QStringLiteral("2")));
+    QVERIFY(context.panelRegions().draw(id, {10, 10}, {20, 20}));
     QVERIFY(window.image().isCanvas());
-    context.close(id);
+    context.sessions().close(id);
     QTRY_VERIFY(window.image().imageSize().isEmpty());
     QCOMPARE(window.image().regions().selected(), 0);
 }

@@ -56,77 +56,77 @@ void tst_OpenLater::init()
     options.settingsFile = m_folder.filePath(QStringLiteral("host.ini"));
     options.finder = [this] { return m_found; };
     m_context = std::make_unique<HostContext>(std::move(options));
-    connect(m_context.get(), &HostContext::logLine, this,
+    connect(&m_context->log(), &HostLog::lineAdded, this,
             [this](const QDateTime &, const QString &, const QString &message) { m_log += message; });
-    m_context->refreshDevices();
-    QTRY_VERIFY(m_context->device(Id));
+    m_context->devices().refresh();
+    QTRY_VERIFY(m_context->devices().device(Id));
     m_gate.acquire(m_gate.available());
     m_device->onReach = [this] { m_gate.acquire(); };
 }
 
 void tst_OpenLater::theCallerDoesNotWait()
 {
-    const QSignalSpy states(m_context.get(), &HostContext::deviceStateChanged);
-    m_context->openLater(Id);
-    QVERIFY(m_context->isOpening(Id) && !m_context->isReady(Id));
+    const QSignalSpy states(&m_context->sessions(), &DeviceSessions::stateChanged);
+    m_context->sessions().openLater(Id);
+    QVERIFY(m_context->devices().isOpening(Id) && !m_context->devices().isReady(Id));
     QCOMPARE(states.count(), 1);
-    QVERIFY(!m_context->open(Id)); // it must not be touched
-    m_context->openLater(Id);
-    m_context->close(Id);
+    QVERIFY(!m_context->sessions().open(Id)); // it must not be touched
+    m_context->sessions().openLater(Id);
+    m_context->sessions().close(Id);
     QCOMPARE(m_log.filter(QStringLiteral("already being opened")).size(), 2);
-    QVERIFY(m_context->isOpening(Id));
+    QVERIFY(m_context->devices().isOpening(Id));
     m_gate.release();
-    QTRY_VERIFY(m_context->isReady(Id));
-    QVERIFY(!m_context->isOpening(Id));
+    QTRY_VERIFY(m_context->devices().isReady(Id));
+    QVERIFY(!m_context->devices().isOpening(Id));
     QCOMPARE(states.count(), 2);
 }
 
 void tst_OpenLater::failuresAreLogged()
 {
     m_device->refusal = QStringLiteral("no cable");
-    m_context->openLater(Id);
-    const QSignalSpy states(m_context.get(), &HostContext::deviceStateChanged);
+    m_context->sessions().openLater(Id);
+    const QSignalSpy states(&m_context->sessions(), &DeviceSessions::stateChanged);
     m_gate.release();
     QTRY_COMPARE(states.count(), 1);
-    QVERIFY(!m_context->isOpening(Id) && !m_context->isReady(Id));
+    QVERIFY(!m_context->devices().isOpening(Id) && !m_context->devices().isReady(Id));
     QVERIFY(m_log.last().contains(QLatin1String("no cable")));
-    QCOMPARE(m_context->openingError(Id), QStringLiteral("no cable"));
+    QCOMPARE(m_context->devices().openingError(Id), QStringLiteral("no cable"));
     m_device->refusal.clear();
-    m_context->openLater(Id);
+    m_context->sessions().openLater(Id);
     m_gate.release();
-    QTRY_VERIFY(m_context->isReady(Id));
+    QTRY_VERIFY(m_context->devices().isReady(Id));
 }
 
 void tst_OpenLater::openDevicesAndUnknownOnes()
 {
-    QVERIFY(m_context->open(Id));
-    const QSignalSpy states(m_context.get(), &HostContext::deviceStateChanged);
-    m_context->openLater(Id);
+    QVERIFY(m_context->sessions().open(Id));
+    const QSignalSpy states(&m_context->sessions(), &DeviceSessions::stateChanged);
+    m_context->sessions().openLater(Id);
     QCOMPARE(states.count() + m_log.size(), 0);
-    m_context->openLater(QStringLiteral("nobody"));
-    QVERIFY(!m_context->isOpening(QStringLiteral("nobody")));
+    m_context->sessions().openLater(QStringLiteral("nobody"));
+    QVERIFY(!m_context->devices().isOpening(QStringLiteral("nobody")));
     QCOMPARE(m_log.size(), 1);
 }
 
 void tst_OpenLater::searchesKeepADeviceThatIsBeingOpened()
 {
-    m_context->openLater(Id);
+    m_context->sessions().openLater(Id);
     m_found.clear(); // it answers nobody else meanwhile
-    const QSignalSpy refreshing(m_context.get(), &HostContext::refreshingChanged);
-    m_context->refreshDevices();
+    const QSignalSpy refreshing(&m_context->devices(), &KnownDevices::refreshingChanged);
+    m_context->devices().refresh();
     QTRY_VERIFY(refreshing.contains({false}));
-    QCOMPARE(m_context->device(Id), m_device);
+    QCOMPARE(m_context->devices().device(Id), m_device);
     m_gate.release();
-    QTRY_VERIFY(m_context->isReady(Id));
+    QTRY_VERIFY(m_context->devices().isReady(Id));
 }
 
 void tst_OpenLater::deadDevicesHoldUpNoOthers()
 {
-    m_context->addDevice(std::make_unique<TestDevice>(QStringLiteral("other")));
-    m_context->openLater(Id);
-    m_context->openLater(QStringLiteral("other"));
-    QTRY_VERIFY(m_context->isReady(QStringLiteral("other")));
-    QVERIFY(m_context->isOpening(Id));
+    m_context->devices().add(std::make_unique<TestDevice>(QStringLiteral("other")));
+    m_context->sessions().openLater(Id);
+    m_context->sessions().openLater(QStringLiteral("other"));
+    QTRY_VERIFY(m_context->devices().isReady(QStringLiteral("other")));
+    QVERIFY(m_context->devices().isOpening(Id));
 }
 
 /// A slow panel keeps the context waiting for its last announcement, which handles events.
@@ -146,9 +146,9 @@ void tst_OpenLater::theEndWaits()
         QThread::msleep(50);
         ended = true;
     };
-    m_context->addDevice(std::make_unique<TestDevice>(QStringLiteral("other")));
-    QVERIFY(m_context->open(QStringLiteral("other"))); // is announced
-    m_context->openLater(Id);
+    m_context->devices().add(std::make_unique<TestDevice>(QStringLiteral("other")));
+    QVERIFY(m_context->sessions().open(QStringLiteral("other"))); // is announced
+    m_context->sessions().openLater(Id);
     QTRY_VERIFY(started);
     m_context.reset();
     QVERIFY(ended);

@@ -66,7 +66,7 @@ private:
     double read(const char *node)
     {
         QString value;
-        m_host->readNode(Profiler, QLatin1String(node), &value);
+        m_host->values().read(Profiler, QLatin1String(node), &value);
         return value.toDouble();
     }
     QRect maskOnDevice(int number);
@@ -74,7 +74,8 @@ private:
     /// The node map knows it, too.
     bool hasStopped() const
     {
-        return m_host->nodeMap(HostCore::FOCUS_CAMERA, Profiler)->GetNode("Height")->GetAccessMode() == GenApi::RW;
+        return m_host->values().nodeMap(HostCore::FOCUS_CAMERA, Profiler)->GetNode("Height")->GetAccessMode()
+            == GenApi::RW;
     }
     /// Waits for a frame, after which the device stops.
     void takeFrame();
@@ -88,8 +89,8 @@ void tst_ProfilerHost::init()
     QFile::remove(m_folder.filePath(QStringLiteral("host.ini")));
     m_host = std::make_unique<HostContext>(HostContext::Options{m_folder.filePath(QStringLiteral("host.ini")), {}});
     for (std::unique_ptr<Device> &device : makeSimulatedDevices())
-        m_host->addDevice(std::move(device));
-    QVERIFY(m_host->open(Profiler));
+        m_host->devices().add(std::move(device));
+    QVERIFY(m_host->sessions().open(Profiler));
     set("AcquisitionMode", "SingleFrame");
     set("AcquisitionLineCount", "40");
     set("BatchNumber", "10");
@@ -111,7 +112,7 @@ QRect tst_ProfilerHost::maskOnDevice(int number)
 QRect tst_ProfilerHost::region(int number)
 {
     for (const ImageRegion &one : m_host->regions().of(Profiler)) {
-        if (m_host->profilerRegions().numberOf(one.handle) == number)
+        if (one.number == number)
             return one.area;
     }
     return {};
@@ -121,9 +122,9 @@ void tst_ProfilerHost::takeFrame()
 {
     bool complete = false;
     QObject receiver;
-    connect(m_host.get(), &HostContext::heightReady, &receiver,
+    connect(&m_host->devices(), &KnownDevices::heightReady, &receiver,
             [&](const QString &, const HeightFrame &frame) { complete |= frame.complete; });
-    QVERIFY(m_host->startAcquisition(Profiler));
+    QVERIFY(m_host->sessions().startAcquisition(Profiler));
     QTRY_VERIFY(complete && hasStopped());
 }
 
@@ -151,9 +152,9 @@ void tst_ProfilerHost::regionsKeepThePanelsNumbers()
     QCOMPARE(HostCore::DrawROI(Key, 0, 0, 10, 10, handle, accepted, 0, 0), 0);
     QTRY_VERIFY(HostCore::DrawROI(Key, 0, 0, 0, 0, unknown, accepted, 1, 0) != 0);
     QVERIFY(!accepted);
-    m_host->close(Profiler);
+    m_host->sessions().close(Profiler);
     QTRY_VERIFY(m_host->regions().of(Profiler).isEmpty());
-    QVERIFY(!m_host->profilerRegions().handleOf(Profiler, 3));
+    QVERIFY(!m_host->regions().handleOf(Profiler, 3));
 }
 
 void tst_ProfilerHost::deviceFollowsMovedRegions_data()
@@ -178,8 +179,8 @@ void tst_ProfilerHost::deviceFollowsMovedRegions()
     set("Height", "200");
     set("OffsetY", "824"); // the range has to go up before it can grow
     HostCore::DrawROI(Key, 0, 0, 0, 0, name, accepted, number ? 1 : 0, number ? 0 : 1);
-    const int handle = m_host->profilerRegions().handleOf(Profiler, number).value_or(-1);
-    QSignalSpy log(m_host.get(), &HostContext::logLine);
+    const int handle = m_host->regions().handleOf(Profiler, number).value_or(-1);
+    QSignalSpy log(&m_host->log(), &HostLog::lineAdded);
     m_host->regions().move(handle, QRect(5, 5, 60, 60));
     m_host->regions().move(handle, area);
     const auto onDevice = [&] {
@@ -199,9 +200,9 @@ void tst_ProfilerHost::measureRangeIsLockedWhileAcquiring()
     set("Height", "200");
     set("OffsetY", "300");
     HostCore::DrawROI(Key, 0, 0, 2048, 1024, name, accepted, 0, 1);
-    QVERIFY(m_host->startAcquisition(Profiler));
-    QSignalSpy log(m_host.get(), &HostContext::logLine);
-    m_host->regions().move(*m_host->profilerRegions().handleOf(Profiler, 0), QRect(0, 100, 2048, 200));
+    QVERIFY(m_host->sessions().startAcquisition(Profiler));
+    QSignalSpy log(&m_host->log(), &HostLog::lineAdded);
+    m_host->regions().move(*m_host->regions().handleOf(Profiler, 0), QRect(0, 100, 2048, 200));
     QTRY_COMPARE(region(0), QRect(0, 300, 2048, 200)); // as the device has it
     QCOMPARE(log.size(), 1);
 }
@@ -233,8 +234,8 @@ void tst_ProfilerHost::automaticRangeIsTakenBack()
     takeFrame();
     QCOMPARE(HostCore::GetCameraInfo(Key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
     HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
-    m_host->close(Profiler);
-    QTRY_VERIFY(m_host->open(Profiler));
+    m_host->sessions().close(Profiler);
+    QTRY_VERIFY(m_host->sessions().open(Profiler));
     takeFrame();
     QCOMPARE(HostCore::GetCameraInfo(Key, HostCore::CAM_INFO_Z_MINIMUM), std::string("1"));
 }
@@ -243,8 +244,8 @@ void tst_ProfilerHost::automaticRangeIsTakenBack()
 void tst_ProfilerHost::automaticRangeTakesOneCompleteFrame()
 {
     auto *const device = new TestDevice(QStringLiteral("cam"));
-    m_host->addDevice(std::unique_ptr<Device>(device));
-    QVERIFY(m_host->open(QStringLiteral("cam")));
+    m_host->devices().add(std::unique_ptr<Device>(device));
+    QVERIFY(m_host->sessions().open(QStringLiteral("cam")));
     ImportListener import;
     HostCore::RegisterImportUpdateListener(&import);
     HeightFrame frame;
@@ -294,7 +295,7 @@ void tst_ProfilerHost::correctionsLevelTheBelt()
     HostCore::NotifyCorrection(Key, ProfilerHeights::HeightScale, 1.0f, &scale);
     set("ZCoorScale", qPrintable(scale.text()));
     double mean = 0.0, ends = 0.0; // of a profile that is right
-    connect(m_host.get(), &HostContext::heightReady, this, [&](const QString &, const HeightFrame &frame) {
+    connect(&m_host->devices(), &KnownDevices::heightReady, this, [&](const QString &, const HeightFrame &frame) {
         const auto line = HeightAnalysis::mainLine(frame.lastProfile(), frame.firstX, frame.pitchX);
         mean = line->meanHeight;
         ends = line->slope * frame.pitchX * frame.width;
@@ -308,7 +309,7 @@ void tst_ProfilerHost::correctionsThatFailAreLogged()
 {
     QDoubleSpinBox box;
     box.setValue(1.5);
-    QSignalSpy log(m_host.get(), &HostContext::logLine);
+    QSignalSpy log(&m_host->log(), &HostLog::lineAdded);
     HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 1.5f, &box);
     HostCore::NotifyCorrection("nobody", ProfilerHeights::HeightScale, 1.5f, &box);
     HostCore::NotifyCorrection(Key, 2, 1.5f, &box);
@@ -347,9 +348,9 @@ void tst_ProfilerHost::pictureFollowsTheSettings()
     QVERIFY(display.textAt(Profiler, {1000, 10}).isEmpty());
     QCOMPARE(changed.size(), 7);
     set("ImageOutputMode", "SensorImage");
-    QVERIFY(m_host->startAcquisition(Profiler));
+    QVERIFY(m_host->sessions().startAcquisition(Profiler));
     QTRY_VERIFY(!display.shows(Profiler));
-    m_host->close(Profiler);
+    m_host->sessions().close(Profiler);
     QCOMPARE(display.picture(Profiler, gray), gray);
 }
 
@@ -360,7 +361,7 @@ void tst_ProfilerHost::regionsLieBelowHeights()
     window.openWhenKnown(Profiler);
     window.show();
     set("ImageOutputMode", "SensorImage");
-    QVERIFY(m_host->startAcquisition(Profiler));
+    QVERIFY(m_host->sessions().startAcquisition(Profiler));
     QTRY_VERIFY(!window.image().frame().isNull() && hasStopped());
     const QImage sensor = window.image().frame();
     set("ImageOutputMode", "HeightMap");
@@ -380,7 +381,7 @@ void tst_ProfilerHost::regionsLieBelowHeights()
     QCOMPARE(below.imageSize(), sensor.size());
     QCOMPARE(below.canvasPicture(), sensor);
     set("AcquisitionMode", "Continuous");
-    QVERIFY(m_host->startAcquisition(Profiler));
+    QVERIFY(m_host->sessions().startAcquisition(Profiler));
     QTRY_VERIFY(view.framesPerSecond() > 0);
     QVERIFY(&below == &window.regionView() && below.isVisible());
     const QRect mask = maskOnDevice(2);
@@ -415,11 +416,11 @@ void tst_ProfilerHost::regionsFollowTheDevice()
     QCOMPARE(region(2), usual.translated(77 - usual.x(), 0));
     set("ImageMaskerSelector", "ImageMasker2");
     set("UserSetSelector", "Default");
-    QSignalSpy log(m_host.get(), &HostContext::logLine);
+    QSignalSpy log(&m_host->log(), &HostLog::lineAdded);
     set(command.constData(), "");
     QTRY_COMPARE(region(2), usual);
     QString selected;
-    m_host->readNode(Profiler, QStringLiteral("ImageMaskerSelector"), &selected);
+    m_host->values().read(Profiler, QStringLiteral("ImageMaskerSelector"), &selected);
     QVERIFY2(selected != QStringLiteral("ImageMasker1"), "which was selected only to be asked");
     HostCore::RomoveROI(Key, 3); // a switch that has followed the device has no region
     QCOMPARE(log.size(), 0);
@@ -435,7 +436,7 @@ void tst_ProfilerHost::panelShowsTheFoundRange()
         return field ? field->value() : 0.0;
     };
     set("AcquisitionMode", "Continuous");
-    QVERIFY(m_host->startAcquisition(Profiler)); // the panel hears of it, and of the device
+    QVERIFY(m_host->sessions().startAcquisition(Profiler)); // the panel hears of it, and of the device
     QTRY_COMPARE(shown(), 9.0);
     HostCore::SetCameraInfo(Key, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
     QTRY_VERIFY(shown() != 9.0);
@@ -448,21 +449,21 @@ void tst_ProfilerHost::panelRestoresTheFullHeight()
     set("AcquisitionMode", "Continuous");
     set("Height", "300");
     set("OffsetY", "600");
-    m_host->close(Profiler);
+    m_host->sessions().close(Profiler);
     ViewerWindow window(*m_host);
-    QTRY_VERIFY(m_host->open(Profiler));
+    QTRY_VERIFY(m_host->sessions().open(Profiler));
     const auto measureRange = [&] {
         const auto *const row = window.findChild<QWidget *>(QStringLiteral("GrabRangeCompression"));
         return row ? row->findChild<QPushButton *>() : nullptr;
     };
     QTRY_VERIFY(measureRange() && measureRange()->isChecked());
     QCOMPARE(region(0), QRect(0, 600, 2048, 300));
-    QVERIFY(m_host->startAcquisition(Profiler));
-    QSignalSpy log(m_host.get(), &HostContext::logLine);
+    QVERIFY(m_host->sessions().startAcquisition(Profiler));
+    QSignalSpy log(&m_host->log(), &HostLog::lineAdded);
     measureRange()->click();
     QVERIFY(measureRange()->isChecked() && !region(0).isEmpty());
     QCOMPARE(log.size(), 1);
-    m_host->stopAcquisition(Profiler);
+    m_host->sessions().stopAcquisition(Profiler);
     measureRange()->click();
     QVERIFY(!measureRange()->isChecked() && region(0).isEmpty());
     QCOMPARE(read("OffsetY"), 0.0);

@@ -240,23 +240,23 @@ void tst_Viewer::treeFollowsTheDevices()
     const QString camera = QStringLiteral("camera");
     const QString card = QStringLiteral("card");
     DeviceTree tree(context);
-    context.addDevice(std::make_unique<TestDevice>(card, Device::Kind::Card));
-    context.addDevice(std::make_unique<TestDevice>(camera, Device::Kind::Camera));
+    context.devices().add(std::make_unique<TestDevice>(card, Device::Kind::Card));
+    context.devices().add(std::make_unique<TestDevice>(camera, Device::Kind::Camera));
     QCOMPARE(tree.topLevelItemCount(), 2);
     QCOMPARE(tree.topLevelItem(1)->child(0)->text(0), card);
 
     QVERIFY(tree.select(camera));
-    QCOMPARE(context.focus(), camera);
+    QCOMPARE(context.focus().id(), camera);
     QCOMPARE(stateText(tree, camera), QStringLiteral("Closed"));
-    QVERIFY(context.open(camera));
+    QVERIFY(context.sessions().open(camera));
     QCOMPARE(stateText(tree, camera), QStringLiteral("Open"));
-    QVERIFY(context.startAcquisition(camera));
+    QVERIFY(context.sessions().startAcquisition(camera));
     QCOMPARE(stateText(tree, camera), QStringLiteral("Acquiring"));
-    context.close(camera);
+    context.sessions().close(camera);
     QCOMPARE(stateText(tree, camera), QStringLiteral("Closed"));
 
     tree.setCurrentItem(tree.topLevelItem(0));
-    QCOMPARE(context.focus(), QString());
+    QCOMPARE(context.focus().id(), QString());
     QVERIFY(!tree.currentDevice());
 }
 
@@ -264,14 +264,14 @@ void tst_Viewer::treeShowsALostDevice()
 {
     HostContext context({m_directory.filePath(QStringLiteral("lost.ini")), {}});
     const QString id = QStringLiteral("camera");
-    context.addDevice(std::make_unique<TestDevice>(id, Device::Kind::Camera));
+    context.devices().add(std::make_unique<TestDevice>(id, Device::Kind::Camera));
     DeviceTree tree(context);
-    QVERIFY(context.open(id));
-    Q_EMIT context.device(id)->lost(QStringLiteral("cable"));
+    QVERIFY(context.sessions().open(id));
+    Q_EMIT context.devices().device(id)->lost(QStringLiteral("cable"));
     QCOMPARE(tree.state(id), DeviceTree::State::Lost);
-    QTRY_VERIFY(!context.device(id)->isOpen());
+    QTRY_VERIFY(!context.devices().device(id)->isOpen());
     QCOMPARE(stateText(tree, id), QStringLiteral("Lost"));
-    QVERIFY(context.open(id));
+    QVERIFY(context.sessions().open(id));
     QCOMPARE(stateText(tree, id), QStringLiteral("Open"));
 }
 

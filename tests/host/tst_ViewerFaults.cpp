@@ -57,7 +57,7 @@ private Q_SLOTS:
     void onlyFrameIsShown();
 
 private:
-    SimulatedDevice &device() const { return *static_cast<SimulatedDevice *>(m_context->device(Camera)); }
+    SimulatedDevice &device() const { return *static_cast<SimulatedDevice *>(m_context->devices().device(Camera)); }
     State state() const { return m_window->devices().state(Camera); }
     bool acquire();
     QWidget *typeValue(const QString &text);
@@ -75,7 +75,7 @@ void tst_ViewerFaults::init()
     options.settingsFile = m_folder.filePath(QStringLiteral("viewer.ini"));
     m_context = std::make_unique<HostContext>(options);
     for (std::unique_ptr<Device> &one : makeSimulatedDevices())
-        QVERIFY(m_context->addDevice(std::move(one)));
+        QVERIFY(m_context->devices().add(std::move(one)));
     m_window = std::make_unique<ViewerWindow>(*m_context);
     m_window->show();
     m_stage = std::make_unique<TourStage>(*m_window);
@@ -93,7 +93,7 @@ void tst_ViewerFaults::cleanup()
 
 bool tst_ViewerFaults::acquire()
 {
-    return m_context->startAcquisition(Camera)
+    return m_context->sessions().startAcquisition(Camera)
         && TourHand::waitUntil([this] { return m_window->image().framesPerSecond() > 0; });
 }
 
@@ -109,7 +109,7 @@ QWidget *tst_ViewerFaults::typeValue(const QString &text)
 QString tst_ViewerFaults::exposure() const
 {
     QString value;
-    m_context->readNode(Camera, Feature, &value);
+    m_context->values().read(Camera, Feature, &value);
     return value;
 }
 
@@ -139,12 +139,12 @@ void tst_ViewerFaults::editOnAFailingLink()
         QTRY_COMPARE(state(), State::Lost);
     else
         QTRY_VERIFY(m_stage->isLogged(Feature));
-    m_context->close(Camera);
+    m_context->sessions().close(Camera);
     QTRY_VERIFY(!device().isOpen());
     QTRY_COMPARE(m_stage->shownRows(), 0);
 
     device().setFault(Fault::None);
-    QVERIFY(m_context->open(Camera));
+    QVERIFY(m_context->sessions().open(Camera));
     QCOMPARE(state(), State::Open);
     QTRY_VERIFY(m_stage->isShown(QStringLiteral("Device")));
     QCOMPARE(exposure(), before);
@@ -154,10 +154,10 @@ void tst_ViewerFaults::closingEndsAnOpenEditor()
 {
     const QString before = exposure();
     QVERIFY(typeValue(QStringLiteral("4321")));
-    m_context->close(Camera);
+    m_context->sessions().close(Camera);
     QTRY_VERIFY(!device().isOpen());
     QVERIFY(!m_stage->editor());
-    QVERIFY(m_context->open(Camera));
+    QVERIFY(m_context->sessions().open(Camera));
     QCOMPARE(exposure(), before);
 }
 
@@ -179,8 +179,8 @@ void tst_ViewerFaults::quittingWhileThePanelFollows()
     m_window.reset();
     FirstListener listener;
     m_window = std::make_unique<ViewerWindow>(*m_context);
-    QVERIFY(m_context->startAcquisition(Camera));
-    m_context->close(Camera);
+    QVERIFY(m_context->sessions().startAcquisition(Camera));
+    m_context->sessions().close(Camera);
     QVERIFY(listener.called.tryAcquire(1, 5000));
     QElapsedTimer clock;
     clock.start();
@@ -191,7 +191,7 @@ void tst_ViewerFaults::quittingWhileThePanelFollows()
 void tst_ViewerFaults::rateEndsWithTheAcquisition()
 {
     QVERIFY(acquire());
-    m_context->stopAcquisition(Camera);
+    m_context->sessions().stopAcquisition(Camera);
     QTRY_COMPARE(state(), State::Open);
     QTRY_COMPARE(m_window->image().framesPerSecond(), 0.0);
     QVERIFY(!m_window->image().frame().isNull());
@@ -200,8 +200,8 @@ void tst_ViewerFaults::rateEndsWithTheAcquisition()
 /// The camera has stopped by itself when its image comes.
 void tst_ViewerFaults::onlyFrameIsShown()
 {
-    QVERIFY(m_context->writeNode(Camera, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
-    QVERIFY(m_context->startAcquisition(Camera));
+    QVERIFY(m_context->values().write(Camera, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
+    QVERIFY(m_context->sessions().startAcquisition(Camera));
     QTRY_VERIFY(!m_window->image().frame().isNull());
 }
 
