@@ -19,7 +19,7 @@ public:
     ListenerList<HostCore::IImageModeUpdate> imageMode;
     ListenerList<HostCore::IImportUpdate> import;
 
-    /// Not on the GUI thread: waits until the panel has followed there (5 s per listener at most).
+    /// Not on the GUI thread: waits until the panel has handled it there (5 s per listener at most).
     void raiseDeviceList(const QStringList &cards, const QStringList &cameras);
     /// GUI thread. An empty id with a type that is neither card nor camera means "nothing has the focus".
     void raiseFocus(HostCore::FOCUS_TYPE type, const QString &id);

@@ -154,12 +154,6 @@ double RegisterMemory::number(const char *name, int index) const
     return reg ? decode(*reg, position(*reg, index)) : 0.0;
 }
 
-QByteArray RegisterMemory::text(const char *name, int index) const
-{
-    const Register *reg = find(name);
-    return reg ? QByteArray(position(*reg, index).constData()) : QByteArray();
-}
-
 void RegisterMemory::setInteger(const char *name, qint64 value, int index)
 {
     const Register *reg = find(name);
