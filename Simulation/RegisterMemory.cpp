@@ -193,7 +193,7 @@ QByteArray RegisterMemory::bytes(const Register &reg) const
 
 void RegisterMemory::setBytes(const Register &reg, const QByteArray &contents)
 {
-    write(contents.constData(), reg.address, std::min<qint64>(contents.size(), reg.length * reg.positions));
+    write(contents.constData(), reg.address, std::min<qint64>(contents.size(), qint64(reg.length) * reg.positions));
 }
 
 bool RegisterMemory::read(void *buffer, qint64 address, qint64 length) const
