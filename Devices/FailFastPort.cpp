@@ -140,7 +140,8 @@ private:
         setAnswering(lock, !access.timedOut);
     }
 
-    /// Who waits while the device falls silent is told by its own deadline, or by nobody: given-up accesses go.
+    /// When the device falls silent, every access that still waits for its turn fails at once: nobody waits for its
+    /// own deadline, and accesses whose callers have given up are not made any more.
     void setAnswering(std::unique_lock<std::mutex> &lock, bool answers)
     {
         if (m_answering == answers)
@@ -182,7 +183,7 @@ private:
     bool m_stopping = false;
     bool m_finished = false;
 
-    std::mutex m_handlerMutex; ///< taken before `mutex`, never the other way round
+    std::mutex m_handlerMutex; ///< taken before m_mutex, never the other way round
     StateHandler m_handler;
     bool m_toldAnswering = true;
 };

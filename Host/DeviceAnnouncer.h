@@ -16,7 +16,7 @@ class DeviceAnnouncer : public QObject
 public:
     using Raise = std::function<void(const QStringList &cards, const QStringList &cameras)>;
 
-    /// `raise` is called on the announcing thread and may block until the GUI thread has followed.
+    /// `raise` is called on the announcing thread and may block until the GUI thread has handled the event.
     explicit DeviceAnnouncer(Raise raise, QObject *parent = nullptr);
     /// Drops what waits. The call that is under way is served: what it has queued for the GUI thread is handled here.
     ~DeviceAnnouncer() override;

@@ -29,13 +29,8 @@ void withContext(Forward forward)
 template <class Question>
 std::string answer(Question question)
 {
-    const HostContext *context = HostContext::current();
+    HostContext *context = HostContext::current();
     return context ? question(*context).toStdString() : std::string();
-}
-
-int handleOf(HostContext &host, const std::string &deviceKey, int roiId)
-{
-    return host.profilerRegions().handleOf(text(deviceKey), roiId).value_or(roiId);
 }
 
 } // namespace
@@ -104,40 +99,40 @@ void UnRegisterImportUpdateListener(IImportUpdate *listener)
 
 std::string GetCameraInfo(std::string deviceKey, CAM_INFO item)
 {
-    return answer([&](const HostContext &host) { return host.cameraInfo(text(deviceKey), item); });
+    return answer([&](HostContext &host) { return host.infoItems().camera(text(deviceKey), item); });
 }
 
 void SetCameraInfo(std::string deviceKey, CAM_INFO item, const std::string &value)
 {
-    withContext([&](HostContext &host) { host.setCameraInfo(text(deviceKey), item, text(value)); });
+    withContext([&](HostContext &host) { host.infoItems().setCamera(text(deviceKey), item, text(value)); });
 }
 
 std::string GetCardInfo(std::string deviceKey, CARD_INFO item)
 {
-    return answer([&](const HostContext &host) { return host.cardInfo(text(deviceKey), item); });
+    return answer([&](HostContext &host) { return host.infoItems().card(text(deviceKey), item); });
 }
 
 std::string GetParamterInfo(PARAMETER_INFO item)
 {
-    return answer([&](const HostContext &host) { return host.parameterInfo(item); });
+    return answer([&](HostContext &host) { return host.infoItems().parameter(item); });
 }
 
 void SetParamterInfo(PARAMETER_INFO item, std::string value)
 {
-    withContext([&](HostContext &host) { host.setParameterInfo(item, text(value)); });
+    withContext([&](HostContext &host) { host.infoItems().setParameter(item, text(value)); });
 }
 
 GenApi::INodeMap *GetAttrNodeMap(FOCUS_TYPE type, std::string deviceKey, NodeMapType kind)
 {
-    const HostContext *host = HostContext::current();
-    return host && kind == NODE_MAP_DEVICE ? host->nodeMap(type, text(deviceKey)) : nullptr;
+    HostContext *host = HostContext::current();
+    return host && kind == NODE_MAP_DEVICE ? host->values().nodeMap(type, text(deviceKey)) : nullptr;
 }
 
 int GetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string &value)
 {
     HostContext *host = HostContext::current();
     QString read;
-    if (!host || !host->readNode(text(deviceKey), text(nodeName), &read))
+    if (!host || !host->values().read(text(deviceKey), text(nodeName), &read))
         return Failure;
     value = read.toStdString();
     return Success;
@@ -146,7 +141,7 @@ int GetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string 
 int SetCameraNodeValue(std::string deviceKey, std::string nodeName, std::string value)
 {
     HostContext *host = HostContext::current();
-    return host && host->writeNode(text(deviceKey), text(nodeName), text(value)) ? Success : Failure;
+    return host && host->values().write(text(deviceKey), text(nodeName), text(value)) ? Success : Failure;
 }
 
 /// Panels name the regions of laser profilers themselves, which the reserved numbers tell.
@@ -159,7 +154,7 @@ int DrawROI(std::string deviceKey, int leftX, int leftY, int rightX, int rightY,
     status = false;
     if (host && numbered) {
         status = host->profilerRegions().draw(text(deviceKey), roiId, corner, opposite);
-    } else if (const int drawn = host ? host->drawRegion(text(deviceKey), corner, opposite) : 0) {
+    } else if (const int drawn = host ? host->panelRegions().draw(text(deviceKey), corner, opposite) : 0) {
         status = true;
         roiId = drawn;
     }
@@ -168,26 +163,22 @@ int DrawROI(std::string deviceKey, int leftX, int leftY, int rightX, int rightY,
 
 void RomoveROI(std::string deviceKey, int roiId)
 {
-    withContext([&](HostContext &host) {
-        const int handle = handleOf(host, deviceKey, roiId);
-        if (!ProfilerRegions::isNumber(handle)) // else there is none of that number
-            host.removeRegion(text(deviceKey), handle);
-    });
+    withContext([&](HostContext &host) { host.panelRegions().remove(text(deviceKey), roiId); });
 }
 
 void SetROIPos(std::string deviceKey, int roiId, int leftX, int leftY, int rightX, int rightY)
 {
     withContext([&](HostContext &host) {
-        host.placeRegion(text(deviceKey), handleOf(host, deviceKey, roiId), {leftX, leftY}, {rightX, rightY});
+        host.panelRegions().place(text(deviceKey), roiId, {leftX, leftY}, {rightX, rightY});
     });
 }
 
 void StartGrab(std::string deviceKey)
 {
-    HostContext::callCurrent([id = text(deviceKey)](HostContext &host) { host.startAcquisition(id); });
+    HostContext::callCurrent([id = text(deviceKey)](HostContext &host) { host.sessions().startAcquisition(id); });
 }
 
-/// The viewer follows the settings that panels store with the request.
+/// The viewer shows what the settings say that panels store with the request.
 void SetCameraImageMode(std::string, int, bool) { }
 
 void SetSLImageShowMode(std::string deviceKey, int mode)
@@ -210,7 +201,7 @@ void NotifyCorrection(std::string deviceKey, int kind, float, void *result)
 void VLogInfo(const std::string &module, const std::string &message, int level)
 {
     HostContext::callCurrent([module = text(module), message = text(message), level](HostContext &host) {
-        host.log(module, message, level);
+        host.log().add(module, message, level);
     });
 }
 

@@ -38,11 +38,6 @@ void HostListeners::raiseLanguage(const QString &name)
     language.forEach([&](auto *listener) { listener->OnUpdate(name.toStdString()); });
 }
 
-void HostListeners::raiseImageMode(const QString &id, int mode)
-{
-    imageMode.forEach([&](auto *listener) { listener->OnUpdate(id.toStdString(), mode); });
-}
-
 void HostListeners::raiseRegionMoved(const QString &id, int handle, const QRect &area)
 {
     const int right = area.x() + area.width();

@@ -19,13 +19,11 @@ public:
     ListenerList<HostCore::IImageModeUpdate> imageMode;
     ListenerList<HostCore::IImportUpdate> import;
 
-    /// Not on the GUI thread: waits until the panel has followed there (5 s per listener at most).
+    /// Not on the GUI thread: waits until the panel has handled it there (5 s per listener at most).
     void raiseDeviceList(const QStringList &cards, const QStringList &cameras);
     /// GUI thread. An empty id with a type that is neither card nor camera means "nothing has the focus".
     void raiseFocus(HostCore::FOCUS_TYPE type, const QString &id);
     void raiseLanguage(const QString &language);
-    /// GUI thread.
-    void raiseImageMode(const QString &id, int mode);
     /// GUI thread. A person moved a region; `area` in image pixels.
     void raiseRegionMoved(const QString &id, int handle, const QRect &area);
     void raiseImport(const QString &id);

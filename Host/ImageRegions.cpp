@@ -104,6 +104,15 @@ ImageRegion ImageRegions::region(int handle) const
     return place == m_regions.end() ? ImageRegion() : *place;
 }
 
+std::optional<int> ImageRegions::handleOf(const QString &device, int number) const
+{
+    for (const ImageRegion &one : m_regions) {
+        if (one.device == device && one.number == number)
+            return one.handle;
+    }
+    return {};
+}
+
 ImageRegion *ImageRegions::find(int handle)
 {
     const auto place = std::find_if(m_regions.begin(), m_regions.end(), withHandle(handle));

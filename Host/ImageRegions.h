@@ -49,6 +49,8 @@ public:
     QList<ImageRegion> of(const QString &device) const;
     /// The one with that handle; without a handle when there is none.
     ImageRegion region(int handle) const;
+    /// Of the device's region that its panel knows by this number; none when there is none.
+    std::optional<int> handleOf(const QString &device, int number) const;
 
 Q_SIGNALS:
     /// Regions of a device came or went.

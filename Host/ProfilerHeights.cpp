@@ -1,77 +1,40 @@
 // SPDX-License-Identifier: MIT
 #include "Host/ProfilerHeights.h"
 
-#include "Host/HostContext.h"
+#include "Host/DeviceSessions.h"
+#include "Host/DeviceValues.h"
+#include "Host/HostLog.h"
+#include "Host/KnownDevices.h"
 
 namespace {
 
 const QString Module = QStringLiteral("ProfilerHeights");
 const QString TrueHeight = QStringLiteral("ZReferenceHeight");
 
-QString millimetres(double value)
-{
-    return QString::number(value, 'f', 6);
-}
-
 } // namespace
 
-ProfilerHeights::ProfilerHeights(HostContext &owner) : m_host(owner)
+ProfilerHeights::ProfilerHeights(const KnownDevices &devices, const DeviceSessions &sessions,
+                                 const DeviceValues &values, HostLog &log)
+    : m_values(values), m_log(log)
 {
-    connect(&m_host, &HostContext::heightReady, this, &ProfilerHeights::follow);
-    connect(&m_host, &HostContext::deviceStateChanged, this, &ProfilerHeights::followState);
-    connect(&m_host, &HostContext::cameraInfoChanged, this, [this](const QString &device, HostCore::CAM_INFO item) {
-        if (item == HostCore::CAM_INFO_Z_MINIMUM || item == HostCore::CAM_INFO_Z_MAXIMUM)
-            forgetWish(device);
+    connect(&devices, &KnownDevices::heightReady, this, &ProfilerHeights::adoptFrame);
+    connect(&sessions, &DeviceSessions::stateChanged, this, [this, &devices](const QString &device) {
+        if (!devices.isReady(device))
+            m_newest.remove(device);
     });
 }
 
-/// A wish that an earlier run of the host left behind would surprise whoever acquires now.
-void ProfilerHeights::followState(const QString &device)
-{
-    if (!m_host.isReady(device)) {
-        m_newest.remove(device);
-    } else if (!m_newest.contains(device)) {
-        m_newest.insert(device, {});
-        forgetWish(device);
-    }
-}
-
-void ProfilerHeights::follow(const QString &device, const HeightFrame &frame)
+void ProfilerHeights::adoptFrame(const QString &device, const HeightFrame &frame)
 {
     if (frame.lines > 0)
         m_newest.insert(device, {frame.lastProfile(), frame.firstX, frame.pitchX, frame.applied});
-    if (frame.complete && wishesRange(device))
-        setRange(device, frame);
-}
-
-bool ProfilerHeights::wishesRange(const QString &device) const
-{
-    return m_host.cameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE) == QLatin1String("1");
-}
-
-void ProfilerHeights::forgetWish(const QString &device)
-{
-    if (wishesRange(device))
-        m_host.setCameraInfo(device, HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, QStringLiteral("0"));
-}
-
-/// A frame without any data leaves the wish to the next one.
-void ProfilerHeights::setRange(const QString &device, const HeightFrame &frame)
-{
-    const auto range = HeightAnalysis::usualRange(frame);
-    if (!range)
-        return;
-    m_host.setCameraInfo(device, HostCore::CAM_INFO_Z_MINIMUM, millimetres(range->lowest));
-    m_host.setCameraInfo(device, HostCore::CAM_INFO_Z_MAXIMUM, millimetres(range->highest));
-    forgetWish(device);
-    m_host.listeners().raiseImport(device); // panels show the range when they read anew
 }
 
 std::optional<double> ProfilerHeights::correction(const QString &device, int kind,
                                                   const HeightAnalysis::Range &allowed) const
 {
     const auto fail = [&](const QString &reason) {
-        m_host.log(Module, QStringLiteral("No correction %1 for %2: %3").arg(kind).arg(device, reason));
+        m_log.add(Module, QStringLiteral("No correction %1 for %2: %3").arg(kind).arg(device, reason));
         return std::optional<double>();
     };
     if (kind != Tilt && kind != HeightScale)
@@ -83,7 +46,7 @@ std::optional<double> ProfilerHeights::correction(const QString &device, int kin
     double value = HeightAnalysis::levellingTilt(line->slope, profile.applied);
     if (kind == HeightScale) {
         QString height;
-        if (!m_host.readNode(device, TrueHeight, &height))
+        if (!m_values.read(device, TrueHeight, &height))
             return {};
         value = HeightAnalysis::trueScale(line->meanHeight, height.toDouble(), profile.applied);
     }

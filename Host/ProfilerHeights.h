@@ -11,10 +11,12 @@
 #include "Devices/HeightFrame.h"
 #include "Host/HeightAnalysis.h"
 
-class HostContext;
+class DeviceSessions;
+class DeviceValues;
+class HostLog;
+class KnownDevices;
 
-/// What the host makes of the heights of laser profilers: the automatic display range and the corrections of the
-/// mounting. GUI thread.
+/// How to correct the mounting of laser profilers, found from their newest profiles. GUI thread.
 class ProfilerHeights : public QObject
 {
     Q_OBJECT
@@ -23,8 +25,9 @@ public:
     /// As panels name them.
     enum Correction { Tilt = 0, HeightScale = 1 };
 
-    /// `host` must outlive this.
-    explicit ProfilerHeights(HostContext &host);
+    /// All four must outlive this.
+    ProfilerHeights(const KnownDevices &devices, const DeviceSessions &sessions, const DeviceValues &values,
+                    HostLog &log);
 
     /// The value that corrects what the newest profile of the device shows: for Tilt the angle in degrees, for
     /// HeightScale the factor of the heights. None on failure, or when the value is not allowed, which is logged.
@@ -39,13 +42,9 @@ private:
         HeightCorrection applied;
     };
 
-    void follow(const QString &device, const HeightFrame &frame);
-    void followState(const QString &device);
-    /// A panel wants the display range to follow the next complete frame.
-    bool wishesRange(const QString &device) const;
-    void forgetWish(const QString &device);
-    void setRange(const QString &device, const HeightFrame &frame);
+    void adoptFrame(const QString &device, const HeightFrame &frame);
 
-    HostContext &m_host;
-    QHash<QString, Profile> m_newest; ///< of each device that is ready; without heights before its first frame
+    const DeviceValues &m_values;
+    HostLog &m_log;
+    QHash<QString, Profile> m_newest; ///< of each device that has sent one since it was opened
 };

@@ -7,7 +7,9 @@
 #include <QScopeGuard>
 
 #include "Features/NodeGuard.h"
-#include "Host/HostContext.h"
+#include "Host/DeviceValues.h"
+#include "Host/HostLog.h"
+#include "Host/KnownDevices.h"
 
 namespace {
 
@@ -41,13 +43,13 @@ qint64 fittingValue(const GenApi::CIntegerPtr &feature, qint64 value)
 
 } // namespace
 
-ProfilerRegions::ProfilerRegions(HostContext &owner) : m_host(owner)
+ProfilerRegions::ProfilerRegions(const KnownDevices &devices, DeviceValues &values, ImageRegions &regions, HostLog &log)
+    : m_devices(devices), m_values(values), m_regions(regions), m_log(log)
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(ApplyInterval);
     connect(&m_pause, &QTimer::timeout, this, &ProfilerRegions::applyMoves);
-    connect(&m_host.regions(), &ImageRegions::movedByUser, this,
-            [this](const QString &, int handle) { noteMove(handle); });
+    connect(&m_regions, &ImageRegions::movedByUser, this, [this](const QString &, int handle) { noteMove(handle); });
 }
 
 bool ProfilerRegions::isNumber(int roiId)
@@ -57,36 +59,22 @@ bool ProfilerRegions::isNumber(int roiId)
 
 bool ProfilerRegions::draw(const QString &device, int number, const QPoint &corner, const QPoint &opposite)
 {
-    if (handleOf(device, number))
+    if (m_regions.handleOf(device, number))
         return true;
-    const QSize image = m_host.isReady(device) ? sensorSize(device) : QSize();
+    const QSize image = m_devices.isReady(device) ? sensorSize(device) : QSize();
     if (!isNumber(number) || image.isEmpty()) {
-        m_host.log(Module, QStringLiteral("Region %1 cannot be drawn on %2").arg(number).arg(device));
+        m_log.add(Module, QStringLiteral("Region %1 cannot be drawn on %2").arg(number).arg(device));
         return false;
     }
     QRect area = areaOnDevice(device, number);
     if (area.isEmpty())
         area = corner == opposite ? middleOf(image) : QRect(corner, opposite - QPoint(1, 1));
-    return m_host.regions().draw(device, image, area.topLeft(), area.bottomRight() + QPoint(1, 1), number) != 0;
-}
-
-std::optional<int> ProfilerRegions::handleOf(const QString &device, int number) const
-{
-    for (const ImageRegion &one : m_host.regions().of(device)) {
-        if (one.number == number)
-            return one.handle;
-    }
-    return {};
-}
-
-std::optional<int> ProfilerRegions::numberOf(int handle) const
-{
-    return m_host.regions().region(handle).number;
+    return m_regions.draw(device, image, area.topLeft(), area.bottomRight() + QPoint(1, 1), number) != 0;
 }
 
 void ProfilerRegions::showDevice(const QString &device)
 {
-    for (const ImageRegion &one : m_host.regions().of(device)) {
+    for (const ImageRegion &one : m_regions.of(device)) {
         if (one.number)
             show(one);
     }
@@ -94,7 +82,7 @@ void ProfilerRegions::showDevice(const QString &device)
 
 void ProfilerRegions::noteMove(int handle)
 {
-    if (!numberOf(handle))
+    if (!m_regions.region(handle).number)
         return;
     m_moved.insert(handle);
     if (!m_pause.isActive())
@@ -105,7 +93,7 @@ void ProfilerRegions::applyMoves()
 {
     const QSet<int> due = std::exchange(m_moved, {});
     for (const int handle : due) { // whatever a write sets off may remove regions
-        const ImageRegion region = m_host.regions().region(handle);
+        const ImageRegion region = m_regions.region(handle);
         if (region.number)
             apply(region);
     }
@@ -126,7 +114,7 @@ void ProfilerRegions::show(const ImageRegion &region)
 {
     const QRect real = areaOnDevice(region.device, *region.number);
     if (!real.isEmpty())
-        m_host.regions().place(region.device, region.handle, real.topLeft(), real.bottomRight() + QPoint(1, 1));
+        m_regions.place(region.device, region.handle, real.topLeft(), real.bottomRight() + QPoint(1, 1));
 }
 
 /// Neither step may leave the range beyond the sensor.
@@ -141,7 +129,7 @@ void ProfilerRegions::applyMeasureRange(const QString &device, const QRect &area
 
 void ProfilerRegions::applyMask(const ImageRegion &region)
 {
-    if (!m_host.writeNode(region.device, MaskSelector, selectorEntry(*region.number)))
+    if (!m_values.write(region.device, MaskSelector, selectorEntry(*region.number)))
         return;
     const QRect &area = region.area;
     const std::pair<const char *, int> values[] = {{"ImageMaskOffsetX", area.x()},
@@ -159,17 +147,17 @@ QSize ProfilerRegions::sensorSize(const QString &device) const
     return {integer(device, "SensorWidth"), integer(device, "SensorHeight")};
 }
 
-QRect ProfilerRegions::areaOnDevice(const QString &device, int number) const
+QRect ProfilerRegions::areaOnDevice(const QString &device, int number)
 {
     if (number == MeasureRange)
         return {0, integer(device, "OffsetY"), integer(device, "SensorWidth"), integer(device, "Height")};
     QString selected;
-    m_host.readNode(device, MaskSelector, &selected);
-    if (!m_host.writeNode(device, MaskSelector, selectorEntry(number)))
+    m_values.read(device, MaskSelector, &selected);
+    if (!m_values.write(device, MaskSelector, selectorEntry(number)))
         return {};
     const auto selectAgain = qScopeGuard([&] {
         if (!selected.isEmpty() && selected != selectorEntry(number))
-            m_host.writeNode(device, MaskSelector, selected);
+            m_values.write(device, MaskSelector, selected);
     });
     return {integer(device, "ImageMaskOffsetX"), integer(device, "ImageMaskOffsetY"), integer(device, "ImageMaskWidth"),
             integer(device, "ImageMaskHeight")};
@@ -179,7 +167,7 @@ QRect ProfilerRegions::areaOnDevice(const QString &device, int number) const
 int ProfilerRegions::integer(const QString &device, const char *node) const
 {
     QString text;
-    m_host.readNode(device, QLatin1String(node), &text);
+    m_values.read(device, QLatin1String(node), &text);
     return text.toInt();
 }
 
@@ -188,8 +176,8 @@ bool ProfilerRegions::write(const QString &device, const char *node, int value)
     qint64 fitting = value;
     QString error;
     guarded(&error, [&] { // what cannot be fitted is left to the device to refuse
-        if (GenApi::INodeMap *const map = m_host.nodeMap(HostCore::FOCUS_CAMERA, device))
+        if (GenApi::INodeMap *const map = m_values.nodeMap(HostCore::FOCUS_CAMERA, device))
             fitting = fittingValue(map->GetNode(node), value);
     });
-    return m_host.writeNode(device, QLatin1String(node), QString::number(fitting));
+    return m_values.write(device, QLatin1String(node), QString::number(fitting));
 }

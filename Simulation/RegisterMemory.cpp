@@ -154,12 +154,6 @@ double RegisterMemory::number(const char *name, int index) const
     return reg ? decode(*reg, position(*reg, index)) : 0.0;
 }
 
-QByteArray RegisterMemory::text(const char *name, int index) const
-{
-    const Register *reg = find(name);
-    return reg ? QByteArray(position(*reg, index).constData()) : QByteArray();
-}
-
 void RegisterMemory::setInteger(const char *name, qint64 value, int index)
 {
     const Register *reg = find(name);
@@ -199,7 +193,7 @@ QByteArray RegisterMemory::bytes(const Register &reg) const
 
 void RegisterMemory::setBytes(const Register &reg, const QByteArray &contents)
 {
-    write(contents.constData(), reg.address, std::min<qint64>(contents.size(), reg.length * reg.positions));
+    write(contents.constData(), reg.address, std::min<qint64>(contents.size(), qint64(reg.length) * reg.positions));
 }
 
 bool RegisterMemory::read(void *buffer, qint64 address, qint64 length) const

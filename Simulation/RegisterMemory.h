@@ -46,7 +46,6 @@ public:
     /// Positions count from 0; one that lies outside the memory reads as zero.
     qint64 integer(const char *name, int position = 0) const;
     double number(const char *name, int position = 0) const;
-    QByteArray text(const char *name, int position = 0) const;
     void setInteger(const char *name, qint64 value, int position = 0);
     /// Rounds when the register holds an integer.
     void setNumber(const char *name, double value, int position = 0);

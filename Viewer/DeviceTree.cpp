@@ -72,8 +72,8 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
-    connect(&m_context, &HostContext::deviceListChanged, this, &DeviceTree::rebuild);
-    connect(&m_context, &HostContext::deviceStateChanged, this, &DeviceTree::adoptState);
+    connect(&m_context.devices(), &KnownDevices::listChanged, this, &DeviceTree::rebuild);
+    connect(&m_context.sessions(), &DeviceSessions::stateChanged, this, &DeviceTree::adoptState);
     connect(this, &QTreeWidget::currentItemChanged, this, &DeviceTree::announceCurrent);
     retranslate();
     rebuild();
@@ -81,12 +81,12 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
 
 DeviceTree::State DeviceTree::state(const QString &id) const
 {
-    const Device *device = m_context.device(id);
-    if (m_context.isOpening(id))
+    const Device *device = m_context.devices().device(id);
+    if (m_context.devices().isOpening(id))
         return State::Opening;
     if (m_lost.contains(id))
         return State::Lost;
-    if (!device || !m_context.isReady(id))
+    if (!device || !m_context.devices().isReady(id))
         return State::Closed;
     return device->isAcquiring() ? State::Acquiring : State::Open;
 }
@@ -94,7 +94,7 @@ DeviceTree::State DeviceTree::state(const QString &id) const
 Device *DeviceTree::currentDevice() const
 {
     const QTreeWidgetItem *item = currentItem();
-    return item ? m_context.device(item->data(0, IdRole).toString()) : nullptr;
+    return item ? m_context.devices().device(item->data(0, IdRole).toString()) : nullptr;
 }
 
 bool DeviceTree::select(const QString &id)
@@ -113,25 +113,25 @@ QTreeWidgetItem *DeviceTree::itemOf(const QString &id) const
 void DeviceTree::announceCurrent()
 {
     const Device *device = currentDevice();
-    m_context.setFocus(device ? device->id() : QString());
+    m_context.focus().set(device ? device->id() : QString());
 }
 
 void DeviceTree::rebuild()
 {
-    const QString focus = m_context.focus();
+    const QString focus = m_context.focus().id();
     {
         const QSignalBlocker quiet(this);
         clear();
         m_items.clear();
         m_groups.clear();
-        const QList<Device *> devices = m_context.devices();
+        const QList<Device *> devices = m_context.devices().all();
         for (Device *device : devices)
             addRow(device);
         expandAll();
         select(focus);
     }
     if (!focus.isEmpty() && !currentItem())
-        m_context.setFocus(QString());
+        m_context.focus().set(QString());
 }
 
 void DeviceTree::addRow(Device *device)
@@ -177,7 +177,7 @@ void DeviceTree::markLost()
 
 void DeviceTree::adoptState(const QString &id)
 {
-    if (m_context.isReady(id))
+    if (m_context.devices().isReady(id))
         m_lost.remove(id);
     updateItem(id);
     Q_EMIT stateChanged(id);
@@ -186,7 +186,7 @@ void DeviceTree::adoptState(const QString &id)
 void DeviceTree::updateItem(const QString &id)
 {
     QTreeWidgetItem *item = itemOf(id);
-    const Device *device = m_context.device(id);
+    const Device *device = m_context.devices().device(id);
     if (!item || !device)
         return;
     const StateSpec &spec = States[int(state(id))];

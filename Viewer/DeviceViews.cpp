@@ -25,7 +25,7 @@ DeviceViews::DeviceViews(HostContext &context, const DeviceTree &devices)
     m_sensor->setObjectName(QStringLiteral("sensorView"));
     m_sensor->hide();
     m_image->setPixelReader([this](const QPoint &pixel) { return m_heights->textAt(currentId(), pixel); });
-    connect(&m_context, &HostContext::frameReady, this, &DeviceViews::adoptFrame);
+    connect(&m_context.devices(), &KnownDevices::frameReady, this, &DeviceViews::adoptFrame);
     connect(&m_context.regions(), &ImageRegions::listChanged, this, &DeviceViews::adoptRegions);
     connect(m_heights, &HeightDisplay::changed, this, &DeviceViews::adoptHeights);
 }
@@ -133,7 +133,7 @@ QString DeviceViews::imageHint() const
     const Device *device = m_devices.currentDevice();
     if (!device)
         return tr("Select a device.");
-    const QString error = m_context.openingError(device->id());
+    const QString error = m_context.devices().openingError(device->id());
     switch (m_devices.state(device->id())) {
     case DeviceTree::State::Closed:
         return error.isEmpty() ? tr("%1 is closed. Double-click it to open it.").arg(device->displayName())

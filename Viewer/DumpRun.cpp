@@ -18,22 +18,22 @@ QString addDescription(HostContext &context, const QString &path)
 {
     auto device = std::make_unique<DescriptionDevice>(path);
     const QString id = device->id();
-    context.addDevice(std::move(device));
+    context.devices().add(std::move(device));
     return id;
 }
 
 /// Searches once when the device is not known yet.
 void search(HostContext &context, const QString &id)
 {
-    if (context.device(id))
+    if (context.devices().device(id))
         return;
     QEventLoop loop;
-    QObject::connect(&context, &HostContext::refreshingChanged, &loop, [&loop](bool refreshing) {
+    QObject::connect(&context.devices(), &KnownDevices::refreshingChanged, &loop, [&loop](bool refreshing) {
         if (!refreshing)
             loop.quit();
     });
-    context.refreshDevices();
-    if (context.isRefreshing())
+    context.devices().refresh();
+    if (context.devices().isRefreshing())
         loop.exec();
 }
 
@@ -42,15 +42,15 @@ void search(HostContext &context, const QString &id)
 int runDump(HostContext &context, const ViewerOptions &options)
 {
     QTextStream errors(stderr);
-    QObject::connect(&context, &HostContext::logLine, &context,
+    QObject::connect(&context.log(), &HostLog::lineAdded, &context,
                      [&errors](const QDateTime &, const QString &module, const QString &message) {
                          errors << module << ": " << message << '\n';
                      });
     const bool offline = !options.description.isEmpty();
     const QString id = offline ? addDescription(context, options.description) : options.device;
     search(context, id);
-    if (!context.open(id)) {
-        errors << (context.device(id) ? "Cannot open " : "There is no device ") << id << '\n';
+    if (!context.sessions().open(id)) {
+        errors << (context.devices().device(id) ? "Cannot open " : "There is no device ") << id << '\n';
         return 1;
     }
     std::cout.rdbuf(std::cerr.rdbuf()); // the feature tree reports unreadable features there
@@ -58,6 +58,6 @@ int runDump(HostContext &context, const ViewerOptions &options)
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     out.setCodec("UTF-8");
 #endif
-    dumpFeatures(*context.device(id)->nodeMap(), out);
+    dumpFeatures(*context.devices().device(id)->nodeMap(), out);
     return 0;
 }

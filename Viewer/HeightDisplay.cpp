@@ -27,16 +27,16 @@ HeightAnalysis::Range colourRange(const HeightFrame &frame)
 
 HeightDisplay::HeightDisplay(HostContext &host, QObject *parent) : QObject(parent), m_host(host)
 {
-    connect(&host, &HostContext::heightReady, this, &HeightDisplay::keep);
-    connect(&host, &HostContext::frameReady, this, [this](const QString &id) { adoptFrame(id); });
+    connect(&host.devices(), &KnownDevices::heightReady, this, &HeightDisplay::keep);
+    connect(&host.devices(), &KnownDevices::frameReady, this, [this](const QString &id) { adoptFrame(id); });
     const auto announce = [this](const QString &id) {
         if (shows(id))
             Q_EMIT changed(id);
     };
-    connect(&host, &HostContext::cameraInfoChanged, this, announce);
+    connect(&host.infoItems(), &InfoItems::cameraChanged, this, announce);
     connect(&host.showModes(), &ShowModes::changed, this, announce);
-    connect(&host, &HostContext::deviceStateChanged, this, [this](const QString &id) {
-        if (!m_host.isReady(id))
+    connect(&host.sessions(), &DeviceSessions::stateChanged, this, [this](const QString &id) {
+        if (!m_host.devices().isReady(id))
             m_shown.remove(id);
     });
 }
@@ -64,7 +64,7 @@ void HeightDisplay::adoptFrame(const QString &id)
 double HeightDisplay::number(const QString &id, HostCore::CAM_INFO item, double otherwise) const
 {
     bool valid = false;
-    const double value = m_host.cameraInfo(id, item).toDouble(&valid);
+    const double value = m_host.infoItems().camera(id, item).toDouble(&valid);
     return valid && std::abs(value) <= LargestNumber ? value : otherwise;
 }
 
@@ -86,7 +86,8 @@ QImage HeightDisplay::chosenOutput(const QString &id, const HeightFrame &frame) 
 
 bool HeightDisplay::showsIntensity(const QString &id, const HeightFrame &frame) const
 {
-    return !frame.intensity.isNull() && m_host.cameraInfo(id, HostCore::CAM_INFO_GRAY_IMAGE) == QLatin1String("1");
+    return !frame.intensity.isNull()
+        && m_host.infoItems().camera(id, HostCore::CAM_INFO_GRAY_IMAGE) == QLatin1String("1");
 }
 
 QImage HeightDisplay::picture(const QString &id, const QImage &gray) const

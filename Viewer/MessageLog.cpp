@@ -45,7 +45,7 @@ void report(QtMsgType type, const QMessageLogContext &context, const QString &te
     const char *module = moduleOf(context);
     HostContext *host = HostContext::current();
     if (host && !isOfQt(module, text))
-        host->log(QString::fromLatin1(module), text, 0);
+        host->log().add(QString::fromLatin1(module), text, 0);
     if (previousHandler)
         previousHandler(type, context, text);
 }

@@ -6,8 +6,8 @@
 SensorPictures::SensorPictures(HostContext &host, const HeightDisplay &heights, QObject *parent)
     : QObject(parent), m_host(host), m_heights(heights)
 {
-    connect(&host, &HostContext::frameReady, this, &SensorPictures::keep);
-    connect(&host, &HostContext::deviceStateChanged, this, &SensorPictures::adoptState);
+    connect(&host.devices(), &KnownDevices::frameReady, this, &SensorPictures::keep);
+    connect(&host.sessions(), &DeviceSessions::stateChanged, this, &SensorPictures::adoptState);
 }
 
 void SensorPictures::keep(const QString &id, const QImage &frame)
@@ -15,15 +15,15 @@ void SensorPictures::keep(const QString &id, const QImage &frame)
     if (m_heights.shows(id))
         return;
     m_pictures.insert(id, {frame, {}});
-    if (!m_host.device(id)->isAcquiring()) // it was on its way when the acquisition ended
+    if (!m_host.devices().device(id)->isAcquiring()) // it was on its way when the acquisition ended
         locate(id);
 }
 
 void SensorPictures::adoptState(const QString &id)
 {
-    if (!m_host.isReady(id))
+    if (!m_host.devices().isReady(id))
         m_pictures.remove(id);
-    else if (!m_host.device(id)->isAcquiring())
+    else if (!m_host.devices().device(id)->isAcquiring())
         locate(id);
 }
 
@@ -32,13 +32,13 @@ void SensorPictures::locate(const QString &id)
 {
     const auto picture = m_pictures.find(id);
     if (picture != m_pictures.end() && picture->place.area.isEmpty())
-        picture->place = m_host.imagePlace(id);
+        picture->place = m_host.values().imagePlace(id);
 }
 
 QRect SensorPictures::placeOn(const QString &id, const QSize &image) const
 {
     const Picture picture = m_pictures.value(id);
-    const ImagePlace now = m_host.imagePlace(id);
+    const ImagePlace now = m_host.values().imagePlace(id);
     if (now.area.size() != image || picture.place.area.size() != picture.image.size()) // not placed by its offsets
         return picture.image.size() == image ? QRect(QPoint(), image) : QRect();
     return now.largest == picture.place.largest ? picture.place.area.translated(-now.area.topLeft()) : QRect();

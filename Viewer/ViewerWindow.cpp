@@ -111,13 +111,13 @@ void ViewerWindow::buildCommands()
 
 void ViewerWindow::connectHost()
 {
-    connect(&m_context, &HostContext::focusChanged, this, &ViewerWindow::adoptFocus);
+    connect(&m_context.focus(), &HostFocus::changed, this, &ViewerWindow::adoptFocus);
     connect(m_views, &DeviceViews::pictureChanged, this, &ViewerWindow::showFormat);
     connect(m_views, &DeviceViews::contentChanged, this, &ViewerWindow::updateCommands);
-    connect(&m_context, &HostContext::refreshingChanged, this, &ViewerWindow::adoptSearch,
+    connect(&m_context.devices(), &KnownDevices::refreshingChanged, this, &ViewerWindow::adoptSearch,
             Qt::QueuedConnection); // after the list of found devices
-    connect(&m_context, &HostContext::deviceListChanged, this, &ViewerWindow::openPending);
-    connect(&m_context, &HostContext::logLine, this,
+    connect(&m_context.devices(), &KnownDevices::listChanged, this, &ViewerWindow::openPending);
+    connect(&m_context.log(), &HostLog::lineAdded, this,
             [this](const QDateTime &time, const QString &module, const QString &message) {
                 m_log->log().append(time, module, message);
             });
@@ -127,17 +127,17 @@ void ViewerWindow::run(Command command, bool checked)
 {
     switch (command) {
     case Command::Refresh:
-        return m_context.refreshDevices();
+        return m_context.devices().refresh();
     case Command::OpenDevice:
-        return m_context.openLater(currentId());
+        return m_context.sessions().openLater(currentId());
     case Command::CloseDevice:
-        return m_context.close(currentId());
+        return m_context.sessions().close(currentId());
     case Command::OpenFile:
         return askForDescription();
     case Command::StartAcquisition:
         return startAcquisition();
     case Command::StopAcquisition:
-        return m_context.stopAcquisition(currentId());
+        return m_context.sessions().stopAcquisition(currentId());
     case Command::Quit:
         close();
         return;
@@ -186,7 +186,7 @@ QString ViewerWindow::currentId() const
 
 void ViewerWindow::startAcquisition()
 {
-    if (m_context.startAcquisition(currentId()))
+    if (m_context.sessions().startAcquisition(currentId()))
         image().zoomToFit();
 }
 
@@ -210,10 +210,10 @@ bool ViewerWindow::openDescription(const QString &path)
 {
     auto device = std::make_unique<DescriptionDevice>(path);
     const QString id = device->id();
-    if (!m_context.device(id))
-        m_context.addDevice(std::move(device));
+    if (!m_context.devices().device(id))
+        m_context.devices().add(std::move(device));
     m_devices->select(id);
-    return m_context.open(id);
+    return m_context.sessions().open(id);
 }
 
 void ViewerWindow::openWhenKnown(const QString &id)
@@ -224,18 +224,18 @@ void ViewerWindow::openWhenKnown(const QString &id)
 
 void ViewerWindow::openPending()
 {
-    if (m_pendingId.isEmpty() || !m_context.device(m_pendingId))
+    if (m_pendingId.isEmpty() || !m_context.devices().device(m_pendingId))
         return;
     const QString id = std::exchange(m_pendingId, QString());
     m_devices->select(id);
-    m_context.openLater(id);
+    m_context.sessions().openLater(id);
 }
 
 void ViewerWindow::adoptSearch(bool searching)
 {
     updateCommands();
     if (!searching && !m_pendingId.isEmpty())
-        m_context.log(objectName(), tr("There is no device %1.").arg(m_pendingId));
+        m_context.log().add(objectName(), tr("There is no device %1.").arg(m_pendingId));
 }
 
 void ViewerWindow::showDeviceMenu(const QPoint &position)
@@ -257,7 +257,7 @@ void ViewerWindow::useLanguage(const QString &language)
 {
     m_translators.use(language);
     m_context.setLanguage(language);
-    m_context.setFocus(m_context.focus()); // the panel shows the level anew, which the new texts reset
+    m_context.focus().set(m_context.focus().id()); // the panel shows the level anew, which the new texts reset
     const bool english = language == QLatin1String("English");
     m_commands->action(english ? Command::English : Command::Chinese)->setChecked(true);
 }
@@ -268,7 +268,7 @@ void ViewerWindow::adoptFocus()
     m_views->showCurrent();
     m_cameraFormat.clear();
     if (m_devices->state(id) == DeviceTree::State::Acquiring)
-        m_context.readNode(id, QStringLiteral("PixelFormat"), &m_cameraFormat);
+        m_context.values().read(id, QStringLiteral("PixelFormat"), &m_cameraFormat);
     showFormat();
     updateCommands();
 }
@@ -295,7 +295,7 @@ void ViewerWindow::updateCommands()
     const bool acquiring = state == DeviceTree::State::Acquiring;
     const bool hasImage = !image().imageSize().isEmpty();
     const std::pair<Command, bool> enabled[] = {
-        {Command::Refresh, !m_context.isRefreshing()},
+        {Command::Refresh, !m_context.devices().isRefreshing()},
         {Command::OpenDevice, device && !open && state != DeviceTree::State::Opening},
         {Command::CloseDevice, device && open},
         {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
@@ -308,7 +308,7 @@ void ViewerWindow::updateCommands()
     };
     for (const auto &[command, possible] : enabled)
         m_commands->action(command)->setEnabled(possible);
-    statusBar()->showMessage(m_context.isRefreshing() ? tr("Searching for devices...") : QString());
+    statusBar()->showMessage(m_context.devices().isRefreshing() ? tr("Searching for devices...") : QString());
 }
 
 void ViewerWindow::retranslate()

@@ -40,7 +40,7 @@ DeviceFinder finder(const ViewerOptions &options)
 void addSimulatedDevices(HostContext &context)
 {
     for (std::unique_ptr<Device> &device : makeSimulatedDevices())
-        context.addDevice(std::move(device));
+        context.devices().add(std::move(device));
 }
 
 int show(HostContext &context, const ViewerOptions &options)
@@ -55,7 +55,7 @@ int show(HostContext &context, const ViewerOptions &options)
         window.openDescription(options.description);
     if (!options.device.isEmpty())
         window.openWhenKnown(options.device);
-    context.refreshDevices();
+    context.devices().refresh();
     return QApplication::exec();
 }
 

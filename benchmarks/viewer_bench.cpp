@@ -50,7 +50,7 @@ public:
         window.resize(1280, 900);
         window.show();
         window.devices().select(CameraId);
-        if (!context.open(CameraId))
+        if (!context.sessions().open(CameraId))
             throw std::runtime_error("the simulated camera does not open");
         while (!panel()->findChild<QWidget *>(QStringLiteral("DrawRoi"))) // until the panel has followed
             handleEvents(10);
@@ -58,7 +58,7 @@ public:
 
     void write(const char *feature, const char *value)
     {
-        if (!context.writeNode(CameraId, QString::fromLatin1(feature), QString::fromLatin1(value)))
+        if (!context.values().write(CameraId, QString::fromLatin1(feature), QString::fromLatin1(value)))
             throw std::runtime_error(std::string(feature) + " cannot be written");
     }
 
@@ -74,7 +74,7 @@ public:
 
     void stop()
     {
-        context.stopAcquisition(CameraId);
+        context.sessions().stopAcquisition(CameraId);
         handleEvents(200); // the panel unlocks what acquisitions lock
     }
 
@@ -90,7 +90,7 @@ public:
         return row->findChild<Editor *>();
     }
 
-    SimulatedDevice &camera() const { return dynamic_cast<SimulatedDevice &>(*context.device(CameraId)); }
+    SimulatedDevice &camera() { return dynamic_cast<SimulatedDevice &>(*context.devices().device(CameraId)); }
 
     HostContext context;
     ViewerWindow window;
@@ -99,7 +99,7 @@ private:
     static HostContext &addSimulatedDevices(HostContext &context)
     {
         for (std::unique_ptr<Device> &device : makeSimulatedDevices())
-            context.addDevice(std::move(device));
+            context.devices().add(std::move(device));
         return context;
     }
 
@@ -112,7 +112,7 @@ void addTriggering(BenchReport &report, Viewer &viewer, const char *width, const
     viewer.write("Height", height);
     viewer.write("TriggerMode", "On");
     viewer.write("TriggerSource", "Software");
-    viewer.context.startAcquisition(CameraId);
+    viewer.context.sessions().startAcquisition(CameraId);
     viewer.openTab(1);
     viewer.editor<QSpinBox>("Software Trigger Auto Time(ms)")->setValue(TriggerPeriod);
 
@@ -120,7 +120,7 @@ void addTriggering(BenchReport &report, Viewer &viewer, const char *width, const
     int frames = 0;
     QObject counter;
     QObject::connect(&viewer.camera().inside(), &Firmware::triggered, &counter, [&] { ++triggers; });
-    QObject::connect(&viewer.context, &HostContext::frameReady, &counter, [&] { ++frames; });
+    QObject::connect(&viewer.context.devices(), &KnownDevices::frameReady, &counter, [&] { ++frames; });
     auto *const toggle = viewer.editor<QPushButton>("Software Trigger Auto Enable");
     toggle->click();
     handleEvents(TriggerTime);
@@ -139,7 +139,7 @@ void addLiveRefresh(BenchReport &report, Viewer &viewer)
 {
     viewer.openTab(0);
     viewer.write("ExposureAuto", "Continuous");
-    viewer.context.startAcquisition(CameraId);
+    viewer.context.sessions().startAcquisition(CameraId);
     const double slowest = -fastestOf(Repeats, [&] {
         handleEvents(100);
         return -milliseconds([&] { QMetaObject::invokeMethod(viewer.panel(), "onRealUpdateTimerTimeout"); });

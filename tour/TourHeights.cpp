@@ -10,7 +10,7 @@ HeightFrame TourHeights::next(TourStage &stage, const std::function<bool(const H
 {
     HeightFrame found;
     QObject listener;
-    QObject::connect(&stage.host(), &HostContext::heightReady, &listener,
+    QObject::connect(&stage.host().devices(), &KnownDevices::heightReady, &listener,
                      [&](const QString &, const HeightFrame &frame) {
                          if (wanted(frame))
                              found = frame;

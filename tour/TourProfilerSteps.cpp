@@ -35,7 +35,7 @@ const QRect StrayLight(1380, 60, 240, 50); // sensor pixels
 
 double setting(TourStage &stage, HostCore::CAM_INFO item)
 {
-    return stage.host().cameraInfo(stage.profiler()->id(), item).toDouble();
+    return stage.host().infoItems().camera(stage.profiler()->id(), item).toDouble();
 }
 
 bool chooseLevel(TourStage &stage, Level level)
@@ -197,7 +197,7 @@ bool findHeights(TourStage &stage)
 
 QRect areaOf(TourStage &stage, int number)
 {
-    const auto handle = stage.host().profilerRegions().handleOf(stage.profiler()->id(), number);
+    const auto handle = stage.host().regions().handleOf(stage.profiler()->id(), number);
     return handle ? stage.host().regions().region(*handle).area : QRect();
 }
 

@@ -38,7 +38,7 @@ HostContext &TourStage::host() const
 
 Device *TourStage::simulated(bool card) const
 {
-    const QList<Device *> devices = host().devices();
+    const QList<Device *> devices = host().devices().all();
     for (Device *device : devices) {
         if ((device->kind() == Device::Kind::Card) == card)
             return device;
@@ -48,7 +48,7 @@ Device *TourStage::simulated(bool card) const
 
 Device *TourStage::profiler() const
 {
-    return host().device(say("SIM-PROFILER-01"));
+    return host().devices().device(say("SIM-PROFILER-01"));
 }
 
 void TourStage::pointAt(const Device &device, bool twice)
@@ -73,7 +73,7 @@ void TourStage::order(Command command)
 
 void TourStage::settle()
 {
-    TourHand::waitUntil([this] { return !host().isAnnouncing(); });
+    TourHand::waitUntil([this] { return !host().sessions().isAnnouncing(); });
     TourHand::pause(QueueTime); // for what the last event has queued
 }
 
@@ -128,7 +128,7 @@ bool TourStage::resizePanel(int width)
 QString TourStage::value(const QString &name) const
 {
     QString text;
-    host().readNode(host().focus(), name, &text);
+    host().values().read(host().focus().id(), name, &text);
     return text;
 }
 

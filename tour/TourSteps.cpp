@@ -87,7 +87,7 @@ bool raiseLevel(TourStage &stage)
     const int beginner = stage.tree().shownRows();
     const bool chosen = TourHand::choose(stage.tree().levelBox(), stage.tree().levelBox()->itemText(2));
     return stage.expect(chosen && stage.tree().shownRows() > beginner, say("the level Guru does not show more"))
-        && stage.expect(stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2"),
+        && stage.expect(stage.host().infoItems().parameter(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2"),
                         say("the level is not stored"));
 }
 
@@ -241,7 +241,7 @@ bool searchInOtherLanguage(TourStage &stage)
     TourHand::click(stage.tree().searchField());
     TourHand::type(stage.tree().searchField(), say("chunk"));
     const bool isKept = stage.tree().levelBox()->currentIndex() == Guru
-        && stage.host().parameterInfo(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2");
+        && stage.host().infoItems().parameter(HostCore::PARAMETER_INFO_ATTRIBUTE_LEVEL) == say("2");
     TourHand::retype(stage.tree().searchField(), QString());
     return stage.expect(isKept, say("a search changes the level"));
 }

@@ -37,7 +37,7 @@ constexpr Output Outputs[] = {LeftPlain, RightPlain, LeftStreak, RightStreak,
 
 Device &camera(TourStage &stage)
 {
-    return *stage.host().device(say("SIM-SL-01"));
+    return *stage.host().devices().device(say("SIM-SL-01"));
 }
 
 QImage picture(TourStage &stage)

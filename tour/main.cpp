@@ -41,7 +41,7 @@ int main(int argc, char **argv)
     const QTemporaryDir scratch;
     HostContext context({scratch.filePath(QStringLiteral("tour.ini")), DeviceFinder()});
     for (std::unique_ptr<Device> &device : makeSimulatedDevices())
-        context.addDevice(std::move(device));
+        context.devices().add(std::move(device));
     const MessageLog messages;
     applyViewerStyle(application);
     context.setLanguage(parser.value(language));

@@ -3,38 +3,25 @@
 
 namespace {
 
-constexpr char Description[] = R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription ModelName="Test" VendorName="Test" StandardNameSpace="None" SchemaMajorVersion="1"
-    SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0"
-    ToolTip="" ProductGuid="0" VersionGuid="0" xmlns="http://www.genicam.org/GenApi/Version_1_1">
-  <Category Name="Root" NameSpace="Standard">
+constexpr char Description[] = R"(<RegisterDescription>
+  <Category Name="Root">
     <pFeature>Width</pFeature><pFeature>Gain</pFeature><pFeature>ReverseX</pFeature><pFeature>PixelFormat</pFeature>
     <pFeature>DeviceUserID</pFeature><pFeature>TriggerSoftware</pFeature><pFeature>SensorWidth</pFeature>
   </Category>
   <Integer Name="Width"><pValue>WidthReg</pValue><Min>0</Min><Max>100</Max></Integer>
-  <IntReg Name="WidthReg">
-    <Address>0x10</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>
-    <PollingTime>500</PollingTime><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess>
-  </IntReg>
-  <Integer Name="SensorWidth"><pValue>SensorWidthReg</pValue></Integer>
-  <IntReg Name="SensorWidthReg">
-    <Address>0x14</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort>
-    <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess>
-  </IntReg>
-  <Float Name="Gain"><Value>1.5</Value></Float>
-  <Boolean Name="ReverseX"><Value>false</Value></Boolean>
+  <IntReg Name="WidthReg"><Address>0x10</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>
+    <PollingTime>500</PollingTime></IntReg>
+  <IntReg Name="SensorWidth"><Address>0x14</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort></IntReg>
+  <Float Name="Gain"><Value>1.5</Value></Float><Boolean Name="ReverseX"><Value>false</Value></Boolean>
   <Enumeration Name="PixelFormat">
-    <EnumEntry Name="Mono8"><Value>8</Value></EnumEntry>
-    <EnumEntry Name="Mono16"><Value>16</Value></EnumEntry>
+    <EnumEntry Name="Mono8"><Value>8</Value></EnumEntry><EnumEntry Name="Mono16"><Value>16</Value></EnumEntry>
     <EnumEntry Name="Numbered"><Value>32</Value><Symbolic>8</Symbolic></EnumEntry>
     <Value>8</Value>
   </Enumeration>
   <String Name="DeviceUserID"><Value>left</Value></String>
   <Command Name="TriggerSoftware"><pValue>TriggerSoftwareReg</pValue><CommandValue>7</CommandValue></Command>
-  <IntReg Name="TriggerSoftwareReg">
-    <Address>0x20</Address><Length>4</Length><AccessMode>WO</AccessMode><pPort>Device</pPort>
-    <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess>
-  </IntReg>
+  <IntReg Name="TriggerSoftwareReg"><Address>0x20</Address><Length>4</Length><AccessMode>WO</AccessMode>
+    <pPort>Device</pPort></IntReg>
   <Port Name="Device"/>
 </RegisterDescription>
 )";
@@ -63,11 +50,6 @@ bool TestDevice::startAcquisition(QString *error)
     if (refusal.isEmpty())
         setAcquiring(true);
     return refusal.isEmpty();
-}
-
-void TestDevice::stopAcquisition()
-{
-    setAcquiring(false);
 }
 
 void TestDevice::setAcquiring(bool acquires)

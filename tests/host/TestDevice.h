@@ -5,7 +5,6 @@
 #include <optional>
 
 #include <QString>
-#include <QStringList>
 
 #include "Devices/Device.h"
 #include "Devices/LoadedNodeMap.h"
@@ -34,7 +33,7 @@ public:
     bool isOpen() const override { return m_nodes.has_value(); }
     GenApi::INodeMap *nodeMap() const override { return m_nodes ? m_nodes->get() : nullptr; }
     bool startAcquisition(QString *error) override;
-    void stopAcquisition() override;
+    void stopAcquisition() override { setAcquiring(false); }
     bool isAcquiring() const override { return m_acquiring; }
 
     std::function<void()> onReach;

@@ -10,116 +10,92 @@ class tst_FrameImage : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void convertsPixels_data();
-    void convertsPixels();
-    void keepsLinesApart();
-    void bayerFramesGetTheirColors_data();
-    void bayerFramesGetTheirColors();
-    void theNewestFramesWait();
-    void refusesWhatItCannotShow_data();
-    void refusesWhatItCannotShow();
-};
-
-void tst_FrameImage::convertsPixels_data()
-{
-    QTest::addColumn<uint>("format");
-    QTest::addColumn<QByteArray>("pixel");
-    QTest::addColumn<QColor>("color");
-    const auto gray = [](int level) { return QColor(level, level, level); };
-    QTest::newRow("Mono8") << 0x01080001u << QByteArray("\x80", 1) << gray(0x80);
-    QTest::newRow("BayerBG8 too small for colours") << 0x0108000Bu << QByteArray("\x7f", 1) << gray(0x7f);
-    QTest::newRow("Mono10") << 0x01100003u << QByteArray("\xff\x03", 2) << gray(0xff);
-    QTest::newRow("Mono12") << 0x01100005u << QByteArray("\x00\x08", 2) << gray(0x80);
-    QTest::newRow("Mono12 beyond its bits") << 0x01100005u << QByteArray("\xff\xff", 2) << gray(0xff);
-    QTest::newRow("BayerRG12 too small for colours") << 0x01100011u << QByteArray("\x30\x04", 2) << gray(0x43);
-    QTest::newRow("Mono16") << 0x01100007u << QByteArray("\xff\x20", 2) << gray(0x20);
-    QTest::newRow("RGB8") << 0x02180014u << QByteArray("\x01\x02\x03", 3) << QColor(1, 2, 3);
-    QTest::newRow("BGR8") << 0x02180015u << QByteArray("\x01\x02\x03", 3) << QColor(3, 2, 1);
-}
-
-void tst_FrameImage::convertsPixels()
-{
-    QFETCH(uint, format);
-    QFETCH(QByteArray, pixel);
-    QFETCH(QColor, color);
-    const QImage image = frameImage(format, 1, 1, pixel.constData(), static_cast<std::size_t>(pixel.size()));
-    QCOMPARE(image.size(), QSize(1, 1));
-    QCOMPARE(image.pixelColor(0, 0).rgb(), color.rgb());
-}
-
-/// QImage pads its lines to words, frames do not.
-void tst_FrameImage::keepsLinesApart()
-{
-    const QByteArray data("\x0a\x0b\x0c\x0d\x0e\x0f", 6);
-    const QImage image = frameImage(0x01080001, 3, 2, data.constData(), 6);
-    QCOMPARE(qGray(image.pixel(2, 0)), 0x0c);
-    QCOMPARE(qGray(image.pixel(0, 1)), 0x0d);
-}
-
-void tst_FrameImage::bayerFramesGetTheirColors_data()
-{
-    QTest::addColumn<uint>("format");
-    QTest::addColumn<int>("bits");
-    QTest::addColumn<QByteArray>("order");
-    QTest::newRow("GR8") << 0x01080008u << 8 << QByteArray("GRBG");
-    QTest::newRow("RG8") << 0x01080009u << 8 << QByteArray("RGGB");
-    QTest::newRow("GB8") << 0x0108000Au << 8 << QByteArray("GBRG");
-    QTest::newRow("BG8") << 0x0108000Bu << 8 << QByteArray("BGGR");
-    QTest::newRow("GB10") << 0x0110000Eu << 10 << QByteArray("GBRG");
-    QTest::newRow("RG16") << 0x0110002Fu << 16 << QByteArray("RGGB");
-}
-
-/// A scene of one colour has it everywhere, on the edges too; `order` is the colour of four pixels, two a line.
-void tst_FrameImage::bayerFramesGetTheirColors()
-{
-    QFETCH(uint, format);
-    QFETCH(int, bits);
-    QFETCH(QByteArray, order);
-    const QSize size(5, 4);
-    QByteArray data;
-    for (int i = 0; i < size.width() * size.height(); ++i) {
-        const char color = order[i / size.width() % 2 * 2 + i % size.width() % 2];
-        const int sample = (color == 'R' ? 200 : color == 'G' ? 100 : 50) << (bits - 8);
-        data.append(char(sample & 0xFF));
-        if (bits > 8)
-            data.append(char(sample >> 8));
+    void convertsPixels()
+    {
+        const struct
+        {
+            const char *name;
+            uint format;
+            QByteArray pixel;
+            QRgb color;
+        } rows[] = {{"Mono8", 0x01080001, QByteArray("\x80", 1), 0xff808080},
+                    {"BayerBG8 too small for colours", 0x0108000B, QByteArray("\x7f", 1), 0xff7f7f7f},
+                    {"Mono10", 0x01100003, QByteArray("\xff\x03", 2), 0xffffffff},
+                    {"Mono12", 0x01100005, QByteArray("\x00\x08", 2), 0xff808080},
+                    {"Mono12 beyond its bits", 0x01100005, QByteArray("\xff\xff", 2), 0xffffffff},
+                    {"BayerRG12 too small for colours", 0x01100011, QByteArray("\x30\x04", 2), 0xff434343},
+                    {"Mono16", 0x01100007, QByteArray("\xff\x20", 2), 0xff202020},
+                    {"RGB8", 0x02180014, QByteArray("\x01\x02\x03", 3), 0xff010203},
+                    {"BGR8", 0x02180015, QByteArray("\x01\x02\x03", 3), 0xff030201}};
+        for (const auto &row : rows) {
+            const QImage image = frameImage(row.format, 1, 1, row.pixel.constData(), size_t(row.pixel.size()));
+            QVERIFY2(image.size() == QSize(1, 1) && image.pixel(0, 0) == row.color, row.name);
+        }
     }
-    QImage scene(size, QImage::Format_RGB888);
-    scene.fill(QColor(200, 100, 50));
-    QCOMPARE(frameImage(format, size.width(), size.height(), data.constData(), std::size_t(data.size())), scene);
-}
 
-void tst_FrameImage::theNewestFramesWait()
-{
-    FrameMailbox mailbox;
-    int announced = 0;
-    for (int width = 1; width <= 5; ++width)
-        announced += mailbox.put(QImage(width, 1, QImage::Format_Grayscale8));
-    QCOMPARE(announced, 3);
-    for (int width = 3; width <= 5; ++width)
-        QCOMPARE(mailbox.take().width(), width);
-}
+    /// QImage pads its lines to words, frames do not.
+    void keepsLinesApart()
+    {
+        const QImage image = frameImage(0x01080001, 3, 2, "\x0a\x0b\x0c\x0d\x0e\x0f", 6);
+        QCOMPARE(qGray(image.pixel(2, 0)), 0x0c);
+        QCOMPARE(qGray(image.pixel(0, 1)), 0x0d);
+    }
 
-void tst_FrameImage::refusesWhatItCannotShow_data()
-{
-    QTest::addColumn<uint>("format");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("height");
-    QTest::newRow("unknown format") << 0x12345678u << 2 << 2;
-    QTest::newRow("too little data") << 0x01080001u << 3 << 2;
-    QTest::newRow("too little data per sample") << 0x01100003u << 2 << 2;
-    QTest::newRow("no width") << 0x01080001u << 0 << 2;
-    QTest::newRow("negative height") << 0x01080001u << 2 << -1;
-    QTest::newRow("huge") << 0x01080001u << 0x7fffffff << 0x7fffffff;
-}
+    /// A scene of one colour has it everywhere, on the edges too; `order` is the colour of four pixels, two a line.
+    void bayerFramesGetTheirColors()
+    {
+        const struct
+        {
+            uint format;
+            int bits;
+            const char *order;
+        } rows[] = {{0x01080008, 8, "GRBG"}, {0x01080009, 8, "RGGB"},  {0x0108000A, 8, "GBRG"},
+                    {0x0108000B, 8, "BGGR"}, {0x0110000E, 10, "GBRG"}, {0x0110002F, 16, "RGGB"}};
+        for (const auto &row : rows) {
+            const QSize size(5, 4);
+            QByteArray data;
+            for (int i = 0; i < size.width() * size.height(); ++i) {
+                const char color = row.order[i / size.width() % 2 * 2 + i % size.width() % 2];
+                const int sample = (color == 'R' ? 200 : color == 'G' ? 100 : 50) << (row.bits - 8);
+                data.append(char(sample & 0xFF));
+                if (row.bits > 8)
+                    data.append(char(sample >> 8));
+            }
+            QImage scene(size, QImage::Format_RGB888);
+            scene.fill(QColor(200, 100, 50));
+            const QImage image = frameImage(row.format, 5, 4, data.constData(), size_t(data.size()));
+            QVERIFY2(image == scene, qPrintable(QString::number(row.format, 16)));
+        }
+    }
 
-void tst_FrameImage::refusesWhatItCannotShow()
-{
-    QFETCH(uint, format);
-    QFETCH(int, width);
-    QFETCH(int, height);
-    QVERIFY(frameImage(format, width, height, "abcd", 4).isNull());
-}
+    void theNewestFramesWait()
+    {
+        FrameMailbox mailbox;
+        int announced = 0;
+        for (int width = 1; width <= 5; ++width)
+            announced += mailbox.put(QImage(width, 1, QImage::Format_Grayscale8));
+        QCOMPARE(announced, 3);
+        for (int width = 3; width <= 5; ++width)
+            QCOMPARE(mailbox.take().width(), width);
+    }
+
+    void refusesWhatItCannotShow()
+    {
+        const struct
+        {
+            const char *name;
+            uint format;
+            int width, height;
+        } rows[] = {{"unknown format", 0x12345678, 2, 2},
+                    {"too little data", 0x01080001, 3, 2},
+                    {"too little data per sample", 0x01100003, 2, 2},
+                    {"no width", 0x01080001, 0, 2},
+                    {"negative height", 0x01080001, 2, -1},
+                    {"huge", 0x01080001, 0x7fffffff, 0x7fffffff}};
+        for (const auto &row : rows)
+            QVERIFY2(frameImage(row.format, row.width, row.height, "abcd", 4).isNull(), row.name);
+    }
+};
 
 QTEST_APPLESS_MAIN(tst_FrameImage)
 #include "tst_FrameImage.moc"

@@ -7,19 +7,18 @@
 #include <QSemaphore>
 #include <QSharedPointer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
-#include "Host/HostContext.h"
-#include "TestDevice.h"
+#include "TestHost.h"
 
 namespace {
+
+using Keys = std::vector<std::string>;
 
 /// As the panel's bridge does: hands the event to the GUI thread and waits until it has been handled there.
 class WaitingListener final : public HostCore::IDeviceListUpdate
 {
 public:
-    using Keys = std::vector<std::string>;
     using Handler = std::function<void(int source, const Keys &cards, const Keys &cameras)>;
 
     explicit WaitingListener(Handler handler = {}) : m_handle(std::move(handler))
@@ -31,30 +30,23 @@ public:
     void OnUpdate(int source, Keys cards, Keys cameras) override
     {
         const auto finished = QSharedPointer<std::atomic_bool>::create(false);
-        const auto follow = [=] {
+        const auto adopt = [=] {
             ++handled;
             if (m_handle)
                 m_handle(source, cards, cameras);
             *finished = true;
         };
         thread = QThread::currentThread();
-        QMetaObject::invokeMethod(&m_guiObject, follow, Qt::QueuedConnection);
-        started = true;
+        QMetaObject::invokeMethod(&m_guiObject, adopt, Qt::QueuedConnection);
+        calls.release();
         for (int i = 0; i < 1000 && !*finished; ++i)
             QThread::msleep(5);
         returned = true;
     }
 
-    bool waitForCall() const
-    {
-        for (int i = 0; i < 5000 && !started; ++i)
-            QThread::msleep(1);
-        return started;
-    }
-
     int handled = 0;
     std::atomic<QThread *> thread{nullptr}; ///< of the last call
-    std::atomic_bool started{false};
+    QSemaphore calls;
     std::atomic_bool returned{false};
 
 private:
@@ -71,41 +63,38 @@ public:
 
     void OnUpdate(HostCore::FOCUS_TYPE type, std::string id) override
     {
-        events += QStringLiteral("focus %1 %2").arg(static_cast<int>(type)).arg(QString::fromStdString(id));
+        events += text("focus %1 %2").arg(static_cast<int>(type)).arg(QString::fromStdString(id));
     }
 
-    QStringList lists() const { return events.filter(QStringLiteral("list")); }
+    QStringList lists() const { return events.filter(text("list")); }
     QThread *announcingThread() const { return m_listener.thread; }
 
     QStringList events;
     std::function<void()> onList;
 
 private:
-    void follow(int source, const WaitingListener::Keys &cards, const WaitingListener::Keys &cameras)
+    void adopt(int source, const Keys &cards, const Keys &cameras)
     {
-        const QString cardTexts = describe(cards, true).join(QLatin1Char(' '));
-        events += QStringLiteral("list %1 [%2] [%3]")
-                      .arg(source)
-                      .arg(cardTexts, describe(cameras, false).join(QLatin1Char(' ')));
+        events += text("list %1 [%2] [%3]").arg(source).arg(describe(cards), describe(cameras));
         if (onList)
             onList();
     }
 
     /// Ids with "+" when open and "*" when acquiring.
-    static QStringList describe(const WaitingListener::Keys &ids, bool areCards)
+    static QString describe(const Keys &ids)
     {
         QStringList result;
         for (const std::string &id : ids) {
-            const std::string open = areCards ? HostCore::GetCardInfo(id, HostCore::CARD_INFO_OPEN)
-                                              : HostCore::GetCameraInfo(id, HostCore::CAM_INFO_OPENED);
+            const std::string open = HostCore::GetCardInfo(id, HostCore::CARD_INFO_OPEN)
+                + HostCore::GetCameraInfo(id, HostCore::CAM_INFO_OPENED); // one of them is empty
             const std::string acquiring = HostCore::GetCameraInfo(id, HostCore::CAM_INFO_ACQUISITION);
             result += QString::fromStdString(id + (open == "1" ? "+" : "") + (acquiring == "1" ? "*" : ""));
         }
-        return result;
+        return result.join(QLatin1Char(' '));
     }
 
     WaitingListener m_listener{
-        [this](int source, const auto &cards, const auto &cameras) { follow(source, cards, cameras); }};
+        [this](int source, const auto &cards, const auto &cameras) { adopt(source, cards, cameras); }};
 };
 
 /// Lets as many device-list events through as a test allows.
@@ -119,374 +108,316 @@ public:
         HostCore::UnRegisterDeviceListUpdateListener(this);
     }
 
-    void OnUpdate(int, std::vector<std::string>, std::vector<std::string>) override { pass.acquire(); }
+    void OnUpdate(int, Keys, Keys) override { pass.acquire(); }
 
     QSemaphore pass;
 };
 
-FoundDevice foundCamera(const QString &id)
+std::vector<FoundDevice> cameras(const char *ids)
 {
-    return {id, [id] { return std::make_unique<TestDevice>(id); }};
-}
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
+    std::vector<FoundDevice> result;
+    for (const QString &id : text(ids).split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        result.push_back({id, [id] { return std::make_unique<TestDevice>(id); }});
+    return result;
 }
 
 } // namespace
 
+/// How devices become known, open, close and go, and what panels hear of it.
 class tst_HostContext : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup() { m_context.reset(); }
+    void init()
+    {
+        m_searchResult.clear();
+        m_host.renew([this] { return m_searchResult; });
+    }
+    void cleanup() { m_host.end(); }
 
-    void openingTellsThePanel();
-    void openingFails();
-    void theNodeMapOutlivesThePanels();
-    void theNodeMapOutlivesEventsOnTheirWay();
-    void closingDevicesCannotBeOpened();
-    void lostDevicesAreClosedOnce();
-    void cardsAreAnnouncedFirst();
-    void acquisitionIsAnnounced();
-    void framesOfOpenDevicesAreForwarded();
-    void discoveryKeepsTheListUpToDate();
-    void closedCamerasAreNamedOnce();
-    void eventsWaitForNoSearch();
-    void unregisteringEndsAWaitingCall();
-    void theEndServesAWaitingCall();
-    void theEndWaitsForARunningSearch();
-    void onlyTheFocusedDeviceIsPolled();
+    void openingTellsThePanel()
+    {
+        m_host.add("cam");
+        m_host.add("other");
+        QVERIFY(!m_host.add("cam"));
+        m_host->focus().set(text("cam"));
+        QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("0"));
+        Panel panel;
+        QVERIFY(m_host.open("cam"));
+        QVERIFY(panel.events.isEmpty());
+        QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam+]"), text("focus 3 cam")}));
+        QVERIFY(panel.announcingThread() != thread());
+        QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("1"));
+        QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE), std::string("1"));
+        QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
+        QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "cam", HostCore::NODE_MAP_DEVICE));
+        QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "other", HostCore::NODE_MAP_DEVICE));
+        QVERIFY(m_host.open("cam")); // tells nothing new
+        m_host->focus().set(text("unknown"));
+        QTRY_COMPARE(panel.events.mid(2), QStringList({text("focus 0 ")}));
+    }
+
+    void theNodeMapOutlivesThePanels()
+    {
+        TestDevice *device = m_host.add("cam");
+        Panel panel;
+        QVERIFY(m_host.open("cam"));
+        QTRY_COMPARE(panel.lists().size(), 1);
+        QStringList order;
+        auto *widget = new QObject;
+        connect(widget, &QObject::destroyed, this, [&] { order += text("panel"); });
+        connect(device, &TestDevice::closed, this, [&] { order += text("node map"); });
+        panel.onList = [&] {
+            order += text("event");
+            widget->deleteLater();
+        };
+        m_host.close("cam");
+        QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
+        QCOMPARE(HostCore::SetCameraNodeValue("cam", "Width", "5"), 0); // the panel may not have heard of it yet
+        QTRY_VERIFY(!device->isOpen());
+        QVERIFY(HostCore::SetCameraNodeValue("cam", "Width", "5") != 0);
+        QCOMPARE(panel.lists().last(), text("list 1 [] [cam]"));
+        QCOMPARE(order, QStringList({text("event"), text("panel"), text("node map")}));
+    }
+
+    /// A panel that opens a card does not look at the cameras of that event: the closed one must not be among them.
+    void theNodeMapOutlivesEventsOnTheirWay()
+    {
+        TestDevice *device = m_host.add("cam");
+        m_host.add("card", Device::Kind::Card);
+        Gate gate;
+        const Panel panel;
+        QVERIFY(m_host.open("cam"));
+        gate.pass.release();
+        QTRY_COMPARE(panel.events.size(), 2);
+        QVERIFY(m_host.open("card"));
+        m_host.close("cam");
+        gate.pass.release();
+        QTRY_COMPARE(panel.lists().last(), text("list 1 [card+] []"));
+        QTRY_COMPARE(panel.events.size(), 4);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(device->isOpen());
+        gate.pass.release();
+        QTRY_VERIFY(!device->isOpen());
+        QCOMPARE(panel.lists().last(), text("list 1 [] [cam]"));
+    }
+
+    void closingDevicesCannotBeOpened()
+    {
+        TestDevice *device = m_host.add("cam");
+        QVERIFY(m_host.open("cam"));
+        m_host.close("cam");
+        QVERIFY(!m_host.open("cam"));
+        QVERIFY(m_host.log.value(0).contains(text("still being closed")));
+        QTRY_VERIFY(!device->isOpen());
+        QVERIFY(m_host.open("cam"));
+        m_host.close("cam");
+        m_host.end(); // while a release is due
+    }
+
+    void lostDevicesAreClosedOnce()
+    {
+        TestDevice *device = m_host.add("cam");
+        const Panel panel;
+        QVERIFY(m_host.open("cam"));
+        QTRY_COMPARE(panel.lists().size(), 1);
+        Q_EMIT device->lost(text("no heartbeat"));
+        Q_EMIT device->lost(text("no heartbeat"));
+        QTRY_VERIFY(!device->isOpen());
+        QCOMPARE(panel.lists().mid(1), QStringList({text("list 1 [] [cam]")}));
+        Q_EMIT device->lost(text("no heartbeat"));
+        QCOMPARE(m_host.log.size(), 1);
+        QVERIFY(m_host.open("cam"));
+    }
+
+    void cardsAreAnnouncedFirst()
+    {
+        m_host.add("card 1", Device::Kind::Card);
+        m_host.add("card 2", Device::Kind::Card);
+        m_host->focus().set(text("card 2"));
+        const Panel panel;
+        QVERIFY(m_host.open("card 2"));
+        QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+] []"), text("focus 2 card 2")}));
+        QCOMPARE(HostCore::GetCardInfo("card 1", HostCore::CARD_INFO_STATE), std::string("4"));
+        QVERIFY(HostCore::GetCardInfo("unknown", HostCore::CARD_INFO_STATE).empty());
+        QVERIFY(HostCore::GetCameraInfo("card 2", HostCore::CAM_INFO_OPENED).empty());
+        QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "card 2", HostCore::NODE_MAP_DEVICE));
+    }
+
+    void acquisitionIsAnnounced()
+    {
+        TestDevice *device = m_host.add("cam");
+        QVERIFY(!m_host.acquire("cam"));
+        const Panel panel;
+        QVERIFY(m_host.open("cam"));
+        QTRY_COMPARE(panel.lists().size(), 1);
+        QVERIFY(m_host.acquire("cam"));
+        QTRY_COMPARE(panel.lists().value(1), text("list 1 [] [cam+*]"));
+        m_host->sessions().stopAcquisition(text("cam"));
+        QTRY_COMPARE(panel.lists().value(2), text("list 1 [] [cam+]"));
+        device->refusal = text("no bandwidth");
+        QVERIFY(!m_host.acquire("cam"));
+    }
+
+    void framesOfOpenDevicesAreForwarded()
+    {
+        TestDevice *device = m_host.add("cam");
+        const QSignalSpy frames(&m_host->devices(), &KnownDevices::frameReady);
+        Q_EMIT device->frameReady(QImage());
+        QCOMPARE(frames.size(), 0);
+        QVERIFY(m_host.open("cam"));
+        Q_EMIT device->frameReady(QImage(3, 2, QImage::Format_Grayscale8));
+        QCOMPARE(frames.size(), 1);
+        QCOMPARE(frames.at(0).at(0).toString(), text("cam"));
+        QCOMPARE(frames.at(0).at(1).value<QImage>().width(), 3);
+    }
+
+    void discoveryKeepsTheListUpToDate()
+    {
+        m_host.add("simulated");
+        const auto ids = [this] {
+            QStringList result;
+            for (const Device *device : m_host->devices().all())
+                result += device->id();
+            return result.join(QLatin1Char(' '));
+        };
+        const auto search = [this](const char *result) {
+            m_searchResult = cameras(result);
+            m_host->devices().refresh();
+            QVERIFY(m_host->devices().isRefreshing());
+            QTRY_VERIFY(!m_host->devices().isRefreshing());
+        };
+        const QSignalSpy changes(&m_host->devices(), &KnownDevices::listChanged);
+        search("a b simulated");
+        QCOMPARE(ids(), text("simulated a b"));
+        const Device *a = m_host.device("a");
+        QVERIFY(m_host.open("b"));
+        search("a");
+        QCOMPARE(changes.size(), 1);
+        search("c a");
+        QCOMPARE(ids(), text("simulated a b c"));
+        QCOMPARE(m_host.device("a"), a);
+        m_host.close("b");
+        QTRY_VERIFY(!m_host.device("b")->isOpen());
+        search("");
+        QCOMPARE(ids(), text("simulated"));
+    }
+
+    /// The panel shows nothing for a moment for each closed camera that an event names.
+    void closedCamerasAreNamedOnce()
+    {
+        for (const char *id : {"never opened", "first", "second", "third"})
+            m_host.add(id);
+        const Panel panel;
+        for (const char *id : {"first", "second", "third"})
+            QVERIFY(m_host.open(id));
+        QTRY_COMPARE(panel.lists().size(), 3);
+        m_host.close("second");
+        QTRY_VERIFY(!m_host.device("second")->isOpen());
+        m_searchResult = cameras("found");
+        m_host->devices().refresh();
+        QTRY_VERIFY(m_host.device("found"));
+        QVERIFY(m_host.acquire("third"));
+        QTRY_COMPARE(panel.lists().mid(3),
+                     QStringList({text("list 1 [] [second first+ third+]"), text("list 1 [] [third+* first+]")}));
+    }
+
+    void eventsWaitForNoSearch()
+    {
+        QSemaphore end;
+        m_host.start([&end] {
+            end.acquire();
+            return std::vector<FoundDevice>();
+        });
+        const auto release = qScopeGuard([&] {
+            end.release();
+            m_host.end(); // the search uses the semaphore
+        });
+        TestDevice *device = m_host.add("cam");
+        const Panel panel;
+        m_host->devices().refresh();
+        QVERIFY(m_host.open("cam"));
+        QTRY_COMPARE(panel.events.value(0), text("list 1 [] [cam+]"));
+        m_host.close("cam");
+        QTRY_VERIFY(!device->isOpen());
+        QVERIFY(m_host->devices().isRefreshing());
+    }
+
+    void unregisteringEndsAWaitingCall()
+    {
+        m_host.add("cam");
+        WaitingListener listener;
+        QVERIFY(m_host.open("cam"));
+        QVERIFY(m_host.acquire("cam"));
+        QVERIFY(listener.calls.tryAcquire(1, 5000));
+        QElapsedTimer timer;
+        timer.start();
+        HostCore::UnRegisterDeviceListUpdateListener(&listener);
+        QVERIFY(listener.returned);
+        QCOMPARE(listener.handled, 1);
+        QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
+    }
+
+    /// Whoever forgot to unregister costs no five seconds, and what waits is dropped.
+    void theEndServesAWaitingCall()
+    {
+        m_host.add("cam");
+        m_host.add("other");
+        WaitingListener listener;
+        QVERIFY(m_host.open("cam"));
+        QVERIFY(m_host.open("other"));
+        m_host.close("cam");
+        QVERIFY(listener.calls.tryAcquire(1, 5000));
+        QElapsedTimer timer;
+        timer.start();
+        m_host.end();
+        QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
+        QVERIFY(listener.returned);
+        QCOMPARE(listener.handled, 1);
+    }
+
+    void theEndWaitsForARunningSearch()
+    {
+        QSemaphore started;
+        std::atomic_bool ended{false};
+        m_host.start([&] {
+            started.release();
+            QThread::msleep(50);
+            ended = true;
+            return cameras("cam");
+        });
+        const Panel panel;
+        m_host->devices().refresh();
+        started.acquire();
+        m_host.end();
+        QVERIFY(ended);
+        QCoreApplication::processEvents();
+    }
+
+    void onlyTheFocusedDeviceIsPolled()
+    {
+        const auto width = [this](const char *id) {
+            QString value;
+            m_host->values().read(text(id), text("Width"), &value);
+            return value;
+        };
+        for (const char *id : {"focused", "other"}) {
+            TestDevice *device = m_host.add(id);
+            QVERIFY(m_host.open(id));
+            device->port.poke(TestDevice::WidthAddress, 1);
+            QCOMPARE(width(id), text("1"));
+            device->port.poke(TestDevice::WidthAddress, 2);
+        }
+        m_host->focus().set(text("focused"));
+        QTRY_COMPARE(width("focused"), text("2"));
+        QCOMPARE(width("other"), text("1"));
+    }
 
 private:
-    TestDevice *addDevice(const char *id, Device::Kind kind = Device::Kind::Camera);
-
-    QTemporaryDir m_folder;
-    std::unique_ptr<HostContext> m_context;
+    TestHost m_host;
     std::vector<FoundDevice> m_searchResult; ///< read on the discovery thread; changed between searches only
 };
-
-void tst_HostContext::init()
-{
-    m_searchResult.clear();
-    QFile::remove(m_folder.filePath(text("host.ini")));
-    HostContext::Options options;
-    options.settingsFile = m_folder.filePath(text("host.ini"));
-    options.finder = [this] { return m_searchResult; };
-    m_context = std::make_unique<HostContext>(std::move(options));
-}
-
-TestDevice *tst_HostContext::addDevice(const char *id, Device::Kind kind)
-{
-    auto device = std::make_unique<TestDevice>(text(id), kind);
-    TestDevice *added = device.get();
-    return m_context->addDevice(std::move(device)) ? added : nullptr;
-}
-
-void tst_HostContext::openingTellsThePanel()
-{
-    addDevice("cam");
-    addDevice("other");
-    QVERIFY(!addDevice("cam"));
-    m_context->setFocus(text("cam"));
-    QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("0"));
-    Panel panel;
-    QVERIFY(m_context->open(text("cam")));
-    QVERIFY(panel.events.isEmpty());
-    QTRY_COMPARE(panel.events, QStringList({text("list 1 [] [cam+]"), text("focus 3 cam")}));
-    QVERIFY(panel.announcingThread() != thread());
-    QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_READY), std::string("1"));
-    QCOMPARE(HostCore::GetCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE), std::string("1"));
-    QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "cam", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "other", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(m_context->open(text("cam"))); // tells nothing new
-    m_context->setFocus(text("unknown"));
-    QTRY_COMPARE(panel.events.mid(2), QStringList({text("focus 0 ")}));
-}
-
-void tst_HostContext::openingFails()
-{
-    addDevice("cam")->refusal = text("cable unplugged");
-    QSignalSpy log(m_context.get(), &HostContext::logLine);
-    const Panel panel;
-    QVERIFY(!m_context->open(text("cam")));
-    QVERIFY(!m_context->isReady(text("cam")));
-    QVERIFY(!m_context->open(text("unknown")));
-    QCOMPARE(log.size(), 2);
-    QVERIFY(log.at(0).at(2).toString().contains(text("cable unplugged")));
-}
-
-void tst_HostContext::theNodeMapOutlivesThePanels()
-{
-    TestDevice *device = addDevice("cam");
-    Panel panel;
-    QVERIFY(m_context->open(text("cam")));
-    QTRY_COMPARE(panel.lists().size(), 1);
-    QStringList order;
-    auto *widget = new QObject;
-    connect(widget, &QObject::destroyed, this, [&] { order += text("panel"); });
-    connect(device, &TestDevice::closed, this, [&] { order += text("node map"); });
-    panel.onList = [&] {
-        order += text("event");
-        widget->deleteLater();
-    };
-    m_context->close(text("cam"));
-    QVERIFY(!HostCore::GetAttrNodeMap(HostCore::FOCUS_CAMERA, "cam", HostCore::NODE_MAP_DEVICE));
-    QVERIFY(m_context->writeNode(text("cam"), text("Width"), text("5"))); // the panel may not have followed yet
-    QTRY_VERIFY(!device->isOpen());
-    QVERIFY(!m_context->writeNode(text("cam"), text("Width"), text("5")));
-    QCOMPARE(panel.lists().last(), text("list 1 [] [cam]"));
-    QCOMPARE(order, QStringList({text("event"), text("panel"), text("node map")}));
-}
-
-/// A panel that opens a card does not look at the cameras of that event: the closed one must not be among them.
-void tst_HostContext::theNodeMapOutlivesEventsOnTheirWay()
-{
-    TestDevice *device = addDevice("cam");
-    addDevice("card", Device::Kind::Card);
-    Gate gate;
-    const Panel panel;
-    QVERIFY(m_context->open(text("cam")));
-    gate.pass.release();
-    QTRY_COMPARE(panel.events.size(), 2);
-    QVERIFY(m_context->open(text("card")));
-    m_context->close(text("cam"));
-    gate.pass.release();
-    QTRY_COMPARE(panel.lists().last(), text("list 1 [card+] []"));
-    QTRY_COMPARE(panel.events.size(), 4);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(device->isOpen());
-    gate.pass.release();
-    QTRY_VERIFY(!device->isOpen());
-    QCOMPARE(panel.lists().last(), text("list 1 [] [cam]"));
-}
-
-void tst_HostContext::closingDevicesCannotBeOpened()
-{
-    TestDevice *device = addDevice("cam");
-    QVERIFY(m_context->open(text("cam")));
-    m_context->close(text("cam"));
-    QSignalSpy log(m_context.get(), &HostContext::logLine);
-    QVERIFY(!m_context->open(text("cam")));
-    QVERIFY(log.value(0).value(2).toString().contains(text("still being closed")));
-    QTRY_VERIFY(!device->isOpen());
-    QVERIFY(m_context->open(text("cam")));
-    m_context->close(text("cam"));
-    m_context.reset(); // while a release is due
-}
-
-void tst_HostContext::lostDevicesAreClosedOnce()
-{
-    TestDevice *device = addDevice("cam");
-    const Panel panel;
-    QVERIFY(m_context->open(text("cam")));
-    QTRY_COMPARE(panel.lists().size(), 1);
-    QSignalSpy log(m_context.get(), &HostContext::logLine);
-    Q_EMIT device->lost(text("no heartbeat"));
-    Q_EMIT device->lost(text("no heartbeat"));
-    QTRY_VERIFY(!device->isOpen());
-    QCOMPARE(panel.lists().mid(1), QStringList({text("list 1 [] [cam]")}));
-    Q_EMIT device->lost(text("no heartbeat"));
-    QCOMPARE(log.size(), 1);
-    QVERIFY(m_context->open(text("cam")));
-}
-
-void tst_HostContext::cardsAreAnnouncedFirst()
-{
-    addDevice("card 1", Device::Kind::Card);
-    addDevice("card 2", Device::Kind::Card);
-    m_context->setFocus(text("card 2"));
-    Panel panel;
-    QVERIFY(m_context->open(text("card 2")));
-    QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+] []"), text("focus 2 card 2")}));
-    QCOMPARE(HostCore::GetCardInfo("card 1", HostCore::CARD_INFO_STATE), std::string("4"));
-    QVERIFY(HostCore::GetCardInfo("unknown", HostCore::CARD_INFO_STATE).empty());
-    QVERIFY(HostCore::GetCameraInfo("card 2", HostCore::CAM_INFO_OPENED).empty());
-    QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "card 2", HostCore::NODE_MAP_DEVICE));
-}
-
-void tst_HostContext::acquisitionIsAnnounced()
-{
-    TestDevice *device = addDevice("cam");
-    QVERIFY(!m_context->startAcquisition(text("cam")));
-    const Panel panel;
-    QVERIFY(m_context->open(text("cam")));
-    QTRY_COMPARE(panel.lists().size(), 1);
-    QVERIFY(m_context->startAcquisition(text("cam")));
-    QTRY_COMPARE(panel.lists().value(1), text("list 1 [] [cam+*]"));
-    m_context->stopAcquisition(text("cam"));
-    QTRY_COMPARE(panel.lists().value(2), text("list 1 [] [cam+]"));
-    device->refusal = text("no bandwidth");
-    QVERIFY(!m_context->startAcquisition(text("cam")));
-}
-
-void tst_HostContext::framesOfOpenDevicesAreForwarded()
-{
-    TestDevice *device = addDevice("cam");
-    QSignalSpy frames(m_context.get(), &HostContext::frameReady);
-    Q_EMIT device->frameReady(QImage());
-    QCOMPARE(frames.size(), 0);
-    QVERIFY(m_context->open(text("cam")));
-    Q_EMIT device->frameReady(QImage(3, 2, QImage::Format_Grayscale8));
-    QCOMPARE(frames.size(), 1);
-    QCOMPARE(frames.at(0).at(0).toString(), text("cam"));
-    QCOMPARE(frames.at(0).at(1).value<QImage>().width(), 3);
-}
-
-void tst_HostContext::discoveryKeepsTheListUpToDate()
-{
-    addDevice("simulated");
-    const auto ids = [this] {
-        QStringList result;
-        for (const Device *device : m_context->devices())
-            result += device->id();
-        return result;
-    };
-    const auto search = [this](std::vector<FoundDevice> result) {
-        m_searchResult = std::move(result);
-        m_context->refreshDevices();
-        QVERIFY(m_context->isRefreshing());
-        QTRY_VERIFY(!m_context->isRefreshing());
-    };
-    QSignalSpy changes(m_context.get(), &HostContext::deviceListChanged);
-    search({foundCamera(text("a")), foundCamera(text("b")), foundCamera(text("simulated"))});
-    QCOMPARE(ids(), QStringList({text("simulated"), text("a"), text("b")}));
-    const Device *a = m_context->device(text("a"));
-    QVERIFY(m_context->open(text("b")));
-    search({foundCamera(text("a"))});
-    QCOMPARE(changes.size(), 1);
-    search({foundCamera(text("c")), foundCamera(text("a"))});
-    QCOMPARE(ids(), QStringList({text("simulated"), text("a"), text("b"), text("c")}));
-    QCOMPARE(m_context->device(text("a")), a);
-    m_context->close(text("b"));
-    QTRY_VERIFY(!m_context->device(text("b"))->isOpen());
-    search({});
-    QCOMPARE(ids(), QStringList({text("simulated")}));
-}
-
-/// The panel shows nothing for a moment for each closed camera that an event names.
-void tst_HostContext::closedCamerasAreNamedOnce()
-{
-    for (const char *id : {"never opened", "first", "second", "third"})
-        addDevice(id);
-    const Panel panel;
-    for (const char *id : {"first", "second", "third"})
-        QVERIFY(m_context->open(text(id)));
-    QTRY_COMPARE(panel.lists().size(), 3);
-    m_context->close(text("second"));
-    QTRY_VERIFY(!m_context->device(text("second"))->isOpen());
-    m_searchResult = {foundCamera(text("found"))};
-    m_context->refreshDevices();
-    QTRY_VERIFY(m_context->device(text("found")));
-    QVERIFY(m_context->startAcquisition(text("third")));
-    QTRY_COMPARE(panel.lists().mid(3),
-                 QStringList({text("list 1 [] [second first+ third+]"), text("list 1 [] [third+* first+]")}));
-}
-
-void tst_HostContext::eventsWaitForNoSearch()
-{
-    QSemaphore end;
-    HostContext::Options options;
-    options.settingsFile = m_folder.filePath(text("host.ini"));
-    options.finder = [&end] {
-        end.acquire();
-        return std::vector<FoundDevice>();
-    };
-    m_context.reset();
-    m_context = std::make_unique<HostContext>(std::move(options));
-    const auto release = qScopeGuard([&] {
-        end.release();
-        m_context.reset(); // the search uses the semaphore
-    });
-    TestDevice *device = addDevice("cam");
-    const Panel panel;
-    m_context->refreshDevices();
-    QVERIFY(m_context->open(text("cam")));
-    QTRY_COMPARE(panel.events.value(0), text("list 1 [] [cam+]"));
-    m_context->close(text("cam"));
-    QTRY_VERIFY(!device->isOpen());
-    QVERIFY(m_context->isRefreshing());
-}
-
-void tst_HostContext::unregisteringEndsAWaitingCall()
-{
-    addDevice("cam");
-    auto listener = std::make_unique<WaitingListener>();
-    QVERIFY(m_context->open(text("cam")));
-    QVERIFY(m_context->startAcquisition(text("cam")));
-    QVERIFY(listener->waitForCall());
-    QElapsedTimer timer;
-    timer.start();
-    HostCore::UnRegisterDeviceListUpdateListener(listener.get());
-    QVERIFY(listener->returned);
-    QCOMPARE(listener->handled, 1);
-    QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
-}
-
-/// Whoever forgot to unregister costs no five seconds, and what waits is dropped.
-void tst_HostContext::theEndServesAWaitingCall()
-{
-    addDevice("cam");
-    addDevice("other");
-    WaitingListener listener;
-    QVERIFY(m_context->open(text("cam")));
-    QVERIFY(m_context->open(text("other")));
-    m_context->close(text("cam"));
-    QVERIFY(listener.waitForCall());
-    QElapsedTimer timer;
-    timer.start();
-    m_context.reset();
-    QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
-    QVERIFY(listener.returned);
-    QCOMPARE(listener.handled, 1);
-}
-
-void tst_HostContext::theEndWaitsForARunningSearch()
-{
-    std::atomic_bool started{false};
-    std::atomic_bool ended{false};
-    HostContext::Options options;
-    options.settingsFile = m_folder.filePath(text("host.ini"));
-    options.finder = [&] {
-        started = true;
-        QThread::msleep(50);
-        ended = true;
-        return std::vector<FoundDevice>{foundCamera(text("cam"))};
-    };
-    m_context.reset();
-    m_context = std::make_unique<HostContext>(std::move(options));
-    const Panel panel;
-    m_context->refreshDevices();
-    while (!started)
-        QThread::msleep(1);
-    m_context.reset();
-    QVERIFY(ended);
-    QCoreApplication::processEvents();
-}
-
-void tst_HostContext::onlyTheFocusedDeviceIsPolled()
-{
-    TestDevice *focused = addDevice("focused");
-    TestDevice *other = addDevice("other");
-    for (TestDevice *device : {focused, other}) {
-        QVERIFY(m_context->open(device->id()));
-        device->port.poke(TestDevice::WidthAddress, 1);
-        m_context->readNode(device->id(), text("Width"), std::make_unique<QString>().get());
-        device->port.poke(TestDevice::WidthAddress, 2);
-    }
-    m_context->setFocus(text("focused"));
-    const auto width = [this](const char *id) {
-        QString value;
-        m_context->readNode(text(id), text("Width"), &value);
-        return value;
-    };
-    QTRY_COMPARE(width("focused"), text("2"));
-    QCOMPARE(width("other"), text("1"));
-}
 
 QTEST_GUILESS_MAIN(tst_HostContext)
 #include "tst_HostContext.moc"

@@ -284,38 +284,38 @@ private Q_SLOTS:
     {
         HostContext context({m_folder.filePath(QStringLiteral("viewer.ini")), {}});
         for (std::unique_ptr<Device> &one : makeSimulatedDevices())
-            context.addDevice(std::move(one));
+            context.devices().add(std::move(one));
         ViewerWindow window(context);
         const QString id = QStringLiteral("SIM-AREA-01");
         window.openWhenKnown(id);
-        QTRY_VERIFY(context.isReady(id));
+        QTRY_VERIFY(context.devices().isReady(id));
         const auto number = [&](const char *name) {
             QString text;
-            context.readNode(id, QLatin1String(name), &text);
+            context.values().read(id, QLatin1String(name), &text);
             return text.toInt();
         };
         const QSize whole(number("Width"), number("Height"));
-        int handle = context.drawRegion(id, {0, 0}, {whole.width(), whole.height()});
+        int handle = context.panelRegions().draw(id, {0, 0}, {whole.width(), whole.height()});
         QVERIFY(window.image().isCanvas());
         QCOMPARE(window.image().imageSize(), whole);
 
-        QVERIFY(context.startAcquisition(id));
+        QVERIFY(context.sessions().startAcquisition(id));
         QTRY_VERIFY(!window.image().isCanvas());
-        context.stopAcquisition(id);
+        context.sessions().stopAcquisition(id);
         QCoreApplication::processEvents(); // a frame that was on its way
         QVERIFY(!window.image().isCanvas());
-        context.removeRegion(id, handle);
+        context.panelRegions().remove(id, handle);
 
-        QVERIFY(context.writeNode(id, QStringLiteral("Width"), QStringLiteral("320")));
-        handle = context.drawRegion(id, {10, 10}, {20, 20});
+        QVERIFY(context.values().write(id, QStringLiteral("Width"), QStringLiteral("320")));
+        handle = context.panelRegions().draw(id, {10, 10}, {20, 20});
         QVERIFY(window.image().isCanvas());
         QCOMPARE(window.image().imageSize(), QSize(320, whole.height()));
-        context.removeRegion(id, handle);
+        context.panelRegions().remove(id, handle);
         QCOMPARE(window.image().frame().size(), whole);
 
         // What the last picture shows stays where it is on the sensor.
-        QVERIFY(context.writeNode(id, QStringLiteral("OffsetX"), QStringLiteral("400")));
-        QVERIFY(context.drawRegion(id, {10, 10}, {20, 20}));
+        QVERIFY(context.values().write(id, QStringLiteral("OffsetX"), QStringLiteral("400")));
+        QVERIFY(context.panelRegions().draw(id, {10, 10}, {20, 20}));
         const QImage picture = window.image().canvasPicture();
         QCOMPARE(picture.size(), whole);
         const QImage seen = window.image().grab().toImage();
@@ -327,10 +327,10 @@ private Q_SLOTS:
         }
         QVERIFY2(unlike < 3, qPrintable(QString::number(unlike)));
 
-        QVERIFY(context.writeNode(id, QStringLiteral("BinningHorizontal"), QStringLiteral("2")));
-        QVERIFY(context.drawRegion(id, {10, 10}, {20, 20}));
+        QVERIFY(context.values().write(id, QStringLiteral("BinningHorizontal"), QStringLiteral("2")));
+        QVERIFY(context.panelRegions().draw(id, {10, 10}, {20, 20}));
         QVERIFY(window.image().isCanvas());
-        context.close(id);
+        context.sessions().close(id);
         QTRY_VERIFY(window.image().imageSize().isEmpty());
         QCOMPARE(window.image().regions().selected(), 0);
     }

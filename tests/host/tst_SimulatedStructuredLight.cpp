@@ -115,7 +115,7 @@ struct Camera
 HostContext &withDevices(HostContext &host)
 {
     for (std::unique_ptr<Device> &device : makeSimulatedDevices())
-        host.addDevice(std::move(device));
+        host.devices().add(std::move(device));
     return host;
 }
 
@@ -125,7 +125,7 @@ struct Viewer
     Viewer()
     {
         window.openWhenKnown(Id);
-        if (!QTest::qWaitFor([this] { return host.isReady(Id); }))
+        if (!QTest::qWaitFor([this] { return host.devices().isReady(Id); }))
             qFatal("the camera does not open");
     }
 
@@ -318,13 +318,13 @@ private Q_SLOTS:
         HeightDisplay display(host);
         const ImageView &view = window.image();
         for (const char *output : Outputs)
-            QVERIFY(host.writeNode(Id, QLatin1String(output), QStringLiteral("1")));
-        QVERIFY(host.writeNode(Id, QStringLiteral("Right2DImage"), QStringLiteral("0")));
-        const QSignalSpy shots(&host, &HostContext::heightReady);
-        QVERIFY(host.writeNode(Id, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
-        QVERIFY(host.startAcquisition(Id));
+            QVERIFY(host.values().write(Id, QLatin1String(output), QStringLiteral("1")));
+        QVERIFY(host.values().write(Id, QStringLiteral("Right2DImage"), QStringLiteral("0")));
+        const QSignalSpy shots(&host.devices(), &KnownDevices::heightReady);
+        QVERIFY(host.values().write(Id, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
+        QVERIFY(host.sessions().startAcquisition(Id));
         QTRY_COMPARE(view.frame().format(), QImage::Format_RGB32);
-        QTRY_VERIFY(!host.device(Id)->isAcquiring());
+        QTRY_VERIFY(!host.devices().device(Id)->isAcquiring());
         const QImage depth = view.frame();
         QVERIFY2(depth.pixel(150, 100) != depth.pixel(150, 20), "box and plate have the same colour");
         QVERIFY2(depth.pixel(150, 100) != depth.pixel(320, 350), "box and disc have the same colour");
@@ -336,7 +336,7 @@ private Q_SLOTS:
             QVERIFY(display.textAt(Id, {150, 100}).isEmpty());
         }
         const QImage &stripes = images[3];
-        QSignalSpy log(&host, &HostContext::logLine);
+        QSignalSpy log(&host.log(), &HostLog::lineAdded);
         for (const int mode : {2, 0, 9, -1}) { // not sent, none, unknown
             HostCore::SetSLImageShowMode(Serial, 4);
             QCOMPARE(view.frame(), stripes);
@@ -347,14 +347,14 @@ private Q_SLOTS:
         QCOMPARE(log.size(), 2);
         HostCore::SetSLImageShowMode("nobody", 1);
         QCOMPARE(log.size(), 3);
-        QVERIFY(host.writeNode(Id, QStringLiteral("AcquisitionMode"), QStringLiteral("Continuous")));
-        QVERIFY(host.startAcquisition(Id));
+        QVERIFY(host.values().write(Id, QStringLiteral("AcquisitionMode"), QStringLiteral("Continuous")));
+        QVERIFY(host.sessions().startAcquisition(Id));
         QTRY_VERIFY(window.frameStatus().text().contains(QLatin1String("Coord3D_C32f")));
         HostCore::SetSLImageShowMode(Serial, 1);
         QVERIFY(window.frameStatus().text().contains(QLatin1String("Mono8")));
-        host.close(Id);
-        QTRY_VERIFY(!host.device(Id)->isOpen());
-        QVERIFY(host.open(Id));
+        host.sessions().close(Id);
+        QTRY_VERIFY(!host.devices().device(Id)->isOpen());
+        QVERIFY(host.sessions().open(Id));
         QCOMPARE(host.showModes().of(Id), 0);
         QVERIFY(view.frame().isNull() && !display.shows(Id));
     }
@@ -366,10 +366,10 @@ private Q_SLOTS:
         QTRY_VERIFY(row());
         const auto *const showTypes = row()->findChild<QComboBox *>();
         QCOMPARE(showTypes->count(), 2);
-        QVERIFY(viewer.host.writeNode(Id, QStringLiteral("Right2DImage"), QStringLiteral("1")));
+        QVERIFY(viewer.host.values().write(Id, QStringLiteral("Right2DImage"), QStringLiteral("1")));
         viewer.host.listeners().raiseImport(Id);
         QTRY_COMPARE(showTypes->count(), 3);
-        QVERIFY(viewer.host.writeNode(Id, QStringLiteral("DeviceReset"), QString()));
+        QVERIFY(viewer.host.values().write(Id, QStringLiteral("DeviceReset"), QString()));
         QTRY_COMPARE(showTypes->count(), 2);
     }
 };

@@ -212,28 +212,28 @@ private Q_SLOTS:
         HostContext context({m_directory.filePath(QStringLiteral("viewer.ini")), {}});
         const QString card = QStringLiteral("card");
         DeviceTree tree(context);
-        context.addDevice(std::make_unique<TestDevice>(card, Device::Kind::Card));
-        context.addDevice(std::make_unique<TestDevice>(Camera));
+        context.devices().add(std::make_unique<TestDevice>(card, Device::Kind::Card));
+        context.devices().add(std::make_unique<TestDevice>(Camera));
         QCOMPARE(tree.topLevelItemCount(), 2);
         QCOMPARE(tree.topLevelItem(1)->child(0)->text(0), card);
 
         QVERIFY(tree.select(Camera));
-        QCOMPARE(context.focus(), Camera);
+        QCOMPARE(context.focus().id(), Camera);
         QCOMPARE(stateText(tree), QStringLiteral("Closed"));
-        QVERIFY(context.open(Camera));
+        QVERIFY(context.sessions().open(Camera));
         QCOMPARE(stateText(tree), QStringLiteral("Open"));
-        Q_EMIT context.device(Camera)->lost(QStringLiteral("cable"));
+        Q_EMIT context.devices().device(Camera)->lost(QStringLiteral("cable"));
         QCOMPARE(tree.state(Camera), DeviceTree::State::Lost);
-        QTRY_VERIFY(!context.device(Camera)->isOpen());
+        QTRY_VERIFY(!context.devices().device(Camera)->isOpen());
         QCOMPARE(stateText(tree), QStringLiteral("Lost"));
-        QVERIFY(context.open(Camera));
+        QVERIFY(context.sessions().open(Camera));
         QCOMPARE(stateText(tree), QStringLiteral("Open"));
-        QVERIFY(context.startAcquisition(Camera));
+        QVERIFY(context.sessions().startAcquisition(Camera));
         QCOMPARE(stateText(tree), QStringLiteral("Acquiring"));
-        context.close(Camera);
+        context.sessions().close(Camera);
         QCOMPARE(stateText(tree), QStringLiteral("Closed"));
         tree.setCurrentItem(tree.topLevelItem(0));
-        QCOMPARE(context.focus(), QString());
+        QCOMPARE(context.focus().id(), QString());
         QVERIFY(!tree.currentDevice());
     }
 

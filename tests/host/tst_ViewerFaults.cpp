@@ -52,7 +52,7 @@ private Q_SLOTS:
         m_context =
             std::make_unique<HostContext>(HostContext::Options{m_folder.filePath(QStringLiteral("viewer.ini")), {}});
         for (std::unique_ptr<Device> &one : makeSimulatedDevices())
-            QVERIFY(m_context->addDevice(std::move(one)));
+            QVERIFY(m_context->devices().add(std::move(one)));
         m_window = std::make_unique<ViewerWindow>(*m_context);
         m_window->show();
         m_stage = std::make_unique<TourStage>(*m_window);
@@ -91,11 +91,11 @@ private Q_SLOTS:
             QTRY_COMPARE(state(), State::Lost);
         else
             QTRY_VERIFY(m_stage->isLogged(Feature));
-        m_context->close(Camera);
+        m_context->sessions().close(Camera);
         QTRY_VERIFY(!device().isOpen());
         QTRY_COMPARE(m_stage->tree().shownRows(), 0);
         device().setFault(Fault::None);
-        QVERIFY(m_context->open(Camera));
+        QVERIFY(m_context->sessions().open(Camera));
         QCOMPARE(state(), State::Open);
         QTRY_VERIFY(m_stage->tree().isShown(QStringLiteral("Device")));
         QCOMPARE(m_stage->value(Feature).toDouble(), PoweredUp);
@@ -104,10 +104,10 @@ private Q_SLOTS:
     void closingEndsAnOpenEditor()
     {
         QVERIFY(typeValue());
-        m_context->close(Camera);
+        m_context->sessions().close(Camera);
         QTRY_VERIFY(!device().isOpen());
         QVERIFY(!m_stage->tree().editor());
-        QVERIFY(m_context->open(Camera));
+        QVERIFY(m_context->sessions().open(Camera));
         QCOMPARE(m_stage->value(Feature).toDouble(), PoweredUp);
     }
 
@@ -126,8 +126,8 @@ private Q_SLOTS:
         m_window.reset();
         FirstListener listener;
         m_window = std::make_unique<ViewerWindow>(*m_context);
-        QVERIFY(m_context->startAcquisition(Camera));
-        m_context->close(Camera);
+        QVERIFY(m_context->sessions().startAcquisition(Camera));
+        m_context->sessions().close(Camera);
         QVERIFY(listener.called.tryAcquire(1, 5000));
         QVERIFY2(quitsAtOnce(), "quitting takes too long");
     }
@@ -135,7 +135,7 @@ private Q_SLOTS:
     void rateEndsWithTheAcquisition()
     {
         QVERIFY(acquire());
-        m_context->stopAcquisition(Camera);
+        m_context->sessions().stopAcquisition(Camera);
         QTRY_COMPARE(state(), State::Open);
         QTRY_COMPARE(m_window->image().framesPerSecond(), 0.0);
         QVERIFY(!m_window->image().frame().isNull());
@@ -144,18 +144,18 @@ private Q_SLOTS:
     /// The camera has stopped by itself when its image comes.
     void onlyFrameIsShown()
     {
-        QVERIFY(m_context->writeNode(Camera, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
-        QVERIFY(m_context->startAcquisition(Camera));
+        QVERIFY(m_context->values().write(Camera, QStringLiteral("AcquisitionMode"), QStringLiteral("SingleFrame")));
+        QVERIFY(m_context->sessions().startAcquisition(Camera));
         QTRY_VERIFY(!m_window->image().frame().isNull());
     }
 
 private:
-    SimulatedDevice &device() const { return *static_cast<SimulatedDevice *>(m_context->device(Camera)); }
+    SimulatedDevice &device() const { return *static_cast<SimulatedDevice *>(m_context->devices().device(Camera)); }
     State state() const { return m_window->devices().state(Camera); }
 
     bool acquire()
     {
-        return m_context->startAcquisition(Camera)
+        return m_context->sessions().startAcquisition(Camera)
             && TourHand::waitUntil([this] { return m_window->image().framesPerSecond() > 0; });
     }
 

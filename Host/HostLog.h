@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+
+/// The module under which the parts of HostContext report.
+inline const QString HostModule = QStringLiteral("HostContext");
+
+/// The reports of the host, its devices and its panels, for whoever shows or keeps them.
+class HostLog : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// lineAdded() follows on the GUI thread, at once when called there. Any thread.
+    /// `module` names the reporting class, `level` 0 is an ordinary report.
+    void add(const QString &module, const QString &message, int level = 0);
+
+Q_SIGNALS:
+    void lineAdded(const QDateTime &time, const QString &module, const QString &message, int level);
+};

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "Host/KnownDevices.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <utility>
+
+#include "Host/HostLog.h"
+
+KnownDevices::KnownDevices(DeviceFinder finder, HostLog &log)
+    : m_log(log), m_discovery(std::make_unique<DeviceDiscovery>(std::move(finder)))
+{
+    connect(m_discovery.get(), &DeviceDiscovery::found, this, &KnownDevices::adoptFound);
+}
+
+KnownDevices::~KnownDevices()
+{
+    silence();
+    for (const Entry &one : m_entries)
+        one.device->close();
+}
+
+QList<Device *> KnownDevices::all() const
+{
+    QList<Device *> result;
+    for (const Entry &one : m_entries)
+        result.append(one.device.get());
+    return result;
+}
+
+Device *KnownDevices::device(const QString &id) const
+{
+    const Entry *known = entry(id);
+    return known ? known->device.get() : nullptr;
+}
+
+KnownDevices::State KnownDevices::state(const QString &id) const
+{
+    const Entry *known = entry(id);
+    return known ? known->state : State::Closed;
+}
+
+QString KnownDevices::openingError(const QString &id) const
+{
+    const Entry *known = entry(id);
+    return known ? known->openingError : QString();
+}
+
+QStringList KnownDevices::inUse(Device::Kind kind, const QString &first) const
+{
+    QStringList result{first};
+    for (const Entry &one : m_entries) {
+        if (one.device->kind() == kind && one.state == State::Ready && one.device->id() != first)
+            result += one.device->id();
+    }
+    return result;
+}
+
+KnownDevices::Entry *KnownDevices::entry(const QString &id)
+{
+    return const_cast<Entry *>(std::as_const(*this).entry(id));
+}
+
+const KnownDevices::Entry *KnownDevices::entry(const QString &id) const
+{
+    const auto sameId = [&id](const Entry &one) { return one.device->id() == id; };
+    const auto place = std::find_if(m_entries.begin(), m_entries.end(), sameId);
+    return place == m_entries.end() ? nullptr : &*place;
+}
+
+bool KnownDevices::add(std::unique_ptr<Device> device)
+{
+    if (entry(device->id())) {
+        m_log.add(HostModule, QStringLiteral("There is already a device %1").arg(device->id()));
+        return false;
+    }
+    append(std::move(device), false);
+    Q_EMIT listChanged();
+    return true;
+}
+
+void KnownDevices::append(std::unique_ptr<Device> device, bool discovered)
+{
+    connectDevice(device.get());
+    Entry added;
+    added.device = std::move(device);
+    added.discovered = discovered;
+    m_entries.push_back(std::move(added));
+}
+
+void KnownDevices::connectDevice(Device *device)
+{
+    const QString id = device->id();
+    connect(device, &Device::frameReady, this, [this, id](const QImage &frame) {
+        if (isReady(id))
+            Q_EMIT frameReady(id, frame);
+    });
+    connect(device, &Device::heightReady, this, [this, id](const HeightFrame &frame) {
+        if (isReady(id))
+            Q_EMIT heightReady(id, frame);
+    });
+    connect(device, &Device::restarted, this, [this, id] {
+        if (isReady(id))
+            Q_EMIT restarted(id);
+    });
+    connect(device, &Device::acquiringChanged, this, [this, id] { Q_EMIT acquiringChanged(id); });
+    connect(device, &Device::lost, this, [this, id](const QString &reason) { Q_EMIT lost(id, reason); });
+    const QString reporter = QLatin1String(device->metaObject()->className());
+    connect(
+        device, &Device::reported, this, [this, reporter](const QString &line) { m_log.add(reporter, line); },
+        Qt::DirectConnection);
+}
+
+void KnownDevices::refresh()
+{
+    m_discovery->search();
+    Q_EMIT refreshingChanged(isRefreshing());
+}
+
+bool KnownDevices::isRefreshing() const
+{
+    return m_discovery->isSearching();
+}
+
+void KnownDevices::adoptFound(const std::vector<FoundDevice> &found)
+{
+    const auto isFound = [&found](const QString &id) {
+        return std::any_of(found.begin(), found.end(), [&id](const FoundDevice &one) { return one.id == id; });
+    };
+    const auto vanished = [&isFound](const Entry &one) {
+        return one.discovered && one.state != State::Opening && !one.device->isOpen() && !isFound(one.device->id());
+    };
+    const auto firstGone = std::stable_partition(m_entries.begin(), m_entries.end(), std::not_fn(vanished));
+    bool changed = firstGone != m_entries.end();
+    // Kept until everybody has heard of the new list.
+    std::vector<Entry> gone(std::make_move_iterator(firstGone), std::make_move_iterator(m_entries.end()));
+    m_entries.erase(firstGone, m_entries.end());
+    for (const FoundDevice &one : found) {
+        if (entry(one.id))
+            continue;
+        append(one.create(), true);
+        changed = true;
+    }
+    Q_EMIT refreshingChanged(false);
+    if (changed)
+        Q_EMIT listChanged();
+}
+
+void KnownDevices::setState(const QString &id, State state)
+{
+    entry(id)->state = state;
+}
+
+void KnownDevices::setOpeningError(const QString &id, const QString &reason)
+{
+    entry(id)->openingError = reason;
+}
+
+void KnownDevices::endSearch()
+{
+    m_discovery.reset();
+}
+
+void KnownDevices::silence()
+{
+    for (const Entry &one : m_entries)
+        one.device->disconnect(this);
+}

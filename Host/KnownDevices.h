@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <QImage>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include "Devices/Device.h"
+#include "Devices/DeviceDiscovery.h"
+
+class HostLog;
+
+/// The devices that the host knows, how far each of them is, and what they tell. GUI thread.
+class KnownDevices : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class State {
+        Closed,
+        Opening, ///< being reached on another thread
+        Ready, ///< from its opening to the begin of its closing: the panel may use it
+        Closing, ///< announced as closed, not released yet
+    };
+
+    /// Without a finder only devices given to add() exist. The log must outlive this.
+    KnownDevices(DeviceFinder finder, HostLog &log);
+    ~KnownDevices() override;
+
+    /// Open or not, in the order in which they became known. Owned by this.
+    QList<Device *> all() const;
+    /// Null when the id is unknown.
+    Device *device(const QString &id) const;
+    /// Of an unknown device: Closed.
+    State state(const QString &id) const;
+    bool isReady(const QString &id) const { return state(id) == State::Ready; }
+    bool isOpening(const QString &id) const { return state(id) == State::Opening; }
+    /// Why the device could not be opened the last time; empty after a success and before the first try.
+    QString openingError(const QString &id) const;
+    /// The ids of the devices of a kind that are ready, `first` before all others even if it is not.
+    QStringList inUse(Device::Kind kind, const QString &first) const;
+
+    /// Makes a device known (simulated devices, description files). False, and the device is dropped, when
+    /// its id is already taken.
+    bool add(std::unique_ptr<Device> device);
+    /// Searches for devices on the discovery thread; listChanged() follows if something changed.
+    /// Closed devices that are no longer found are forgotten; added devices stay.
+    void refresh();
+    bool isRefreshing() const;
+
+    /// For DeviceSessions, which tells of it. Of a known device.
+    void setState(const QString &id, State state);
+    void setOpeningError(const QString &id, const QString &reason);
+
+    /// For the end of the host. Waits for a running search.
+    void endSearch();
+    /// For the end of the host: nothing is told any more.
+    void silence();
+
+Q_SIGNALS:
+    /// Devices became known or were forgotten. A Device pointer obtained before may be gone.
+    void listChanged();
+    /// A search started or ended.
+    void refreshingChanged(bool refreshing);
+
+    /// A frame of a device that is ready, on the GUI thread.
+    void frameReady(const QString &id, const QImage &frame);
+    /// The heights of the frame that the frameReady() right after this shows; only laser profilers and
+    /// structured-light cameras send them.
+    void heightReady(const QString &id, const HeightFrame &frame);
+    /// A device that is ready has started anew, with other values than before.
+    void restarted(const QString &id);
+    /// For DeviceSessions. The device may be closed.
+    void acquiringChanged(const QString &id);
+    void lost(const QString &id, const QString &reason);
+
+private:
+    struct Entry
+    {
+        std::unique_ptr<Device> device;
+        bool discovered = false;
+        State state = State::Closed;
+        QString openingError;
+    };
+
+    Entry *entry(const QString &id);
+    const Entry *entry(const QString &id) const;
+    void append(std::unique_ptr<Device> device, bool discovered);
+    void connectDevice(Device *device);
+    void adoptFound(const std::vector<FoundDevice> &found);
+
+    HostLog &m_log;
+    std::vector<Entry> m_entries;
+    std::unique_ptr<DeviceDiscovery> m_discovery;
+};
