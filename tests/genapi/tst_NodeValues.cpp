@@ -278,10 +278,10 @@ private Q_SLOTS:
             {"Boolean", "true", "true"}, {"Boolean", "0", "false"}
         };
         // clang-format on
-        for (const auto &[representation, in, out] : rows) {
-            const Camera camera(described(std::string("Integer A; Value=3; Representation=") + representation));
-            const bool isTaken = thrownBy([&] { camera.value("A")->FromString(in); }).empty();
-            COMPARE_ROW(in, isTaken ? camera.value("A")->ToString() : "", out);
+        for (const auto &row : rows) {
+            const Camera camera(described(std::string("Integer A; Value=3; Representation=") + row.representation));
+            const bool isTaken = thrownBy([&] { camera.value("A")->FromString(row.in); }).empty();
+            COMPARE_ROW(row.in, isTaken ? camera.value("A")->ToString() : "", row.out);
         }
     }
 
