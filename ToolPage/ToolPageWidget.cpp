@@ -70,9 +70,8 @@ bool ToolPageWidget::eventFilter(QObject *watched, QEvent *event)
 
 void ToolPageWidget::adoptVisibility()
 {
-    const bool isEmpty = !m_items.isEmpty() && std::all_of(m_items.begin(), m_items.end(), [](const QWidget *item) {
-        return !item || isHiddenForGood(item);
-    });
+    const auto isHidden = [](const QWidget *item) { return !item || isHiddenForGood(item); };
+    const bool isEmpty = !m_titleStays && !m_items.isEmpty() && std::all_of(m_items.begin(), m_items.end(), isHidden);
     if (isEmpty == m_isEmpty)
         return;
     m_isEmpty = isEmpty;

@@ -24,8 +24,10 @@ public:
     void updateWidget();
     /// Language index: 0 English, any other value Chinese.
     void setLanguage(int language);
-    /// Whether all of its items, at least one, are hidden.
+    /// Whether all of its items, at least one, are hidden; never while its title stays.
     bool isEmpty() const { return m_isEmpty; }
+    /// Whether the group counts as one with rows also while it shows none. To be set before items are added.
+    void setTitleStays(bool stays) { m_titleStays = stays; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -43,5 +45,6 @@ private:
 
     QVBoxLayout *m_layout = nullptr;
     QList<QPointer<QWidget>> m_items; ///< children, in insertion order
+    bool m_titleStays = false;
     bool m_isEmpty = false;
 };

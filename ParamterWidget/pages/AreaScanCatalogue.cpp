@@ -205,7 +205,7 @@ constexpr RowSpec UserSetRows[] = {
 constexpr GroupSpec CommonGroups[] = {
     {{"Common Attribute", "常用属性"}, CommonRows},
     {{"ISP", "ISP"}, IspRows},
-    {{"Transport Control", "传输控制"}, TransportRows},
+    {{"Transport Control", "传输控制"}, TransportRows, true},
 };
 
 constexpr GroupSpec TriggerGroups[] = {

@@ -26,6 +26,7 @@ QVector<ToolPageWidgetItem *> PageBuilder::build(const TabSpec &tab, CToolBox *t
     QVector<ToolPageWidgetItem *> rows;
     for (const GroupSpec &group : tab.groups) {
         auto *const page = new ToolPageWidget(m_panel);
+        page->setTitleStays(group.titleStays);
         toolBox->addWidget(QString::fromUtf8(group.title.english), QString::fromUtf8(group.title.chinese), page);
         buildRows(group, page, rows);
     }

@@ -105,6 +105,7 @@ struct GroupSpec
 {
     BilingualText title;
     Table<RowSpec> rows;
+    bool titleStays = false; ///< also while no row shows, which hides other groups
 };
 
 struct TabSpec

@@ -53,11 +53,8 @@ private Q_SLOTS:
                 gone.removeOne(label);
             QCOMPARE(gone, words(row.hidden, '|'));
             const auto *const bars = m_panel->panel->findChild<QWidget *>(QStringLiteral("firstToolBox"));
-            for (const QPushButton *bar : bars->findChildren<QPushButton *>(QStringLiteral("pushButtonFold"))) {
-                const bool isEmpty = bar->accessibleName() == QLatin1String("Transport Control")
-                    && words(row.missing).contains(QStringLiteral("GevSCPD"));
-                QCOMPARE(bar->isVisibleTo(bars), !isEmpty);
-            }
+            for (const QPushButton *bar : bars->findChildren<QPushButton *>(QStringLiteral("pushButtonFold")))
+                QVERIFY(bar->isVisibleTo(bars)); // also that of the transport without features
         }
     }
 
