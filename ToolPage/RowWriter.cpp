@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QThread>
 
+#include "Features/ValueKind.h"
 #include "PanelBase/NumberField.h"
 #include "PanelBase/TranslationTables.h"
 #include "ToolPage/EditorFocus.h"
@@ -77,30 +78,29 @@ bool RowWriter::commit(Field *field, Number (*write)(GenApi::INode *node, Number
 bool RowWriter::writeInteger(QObject *editor)
 {
     return commit<IntegerField, qint64>(dynamic_cast<IntegerField *>(editor), [](GenApi::INode *node, qint64 number) {
-        const GenApi::CIntegerPtr integer(node);
-        integer->SetValue(number, true);
-        return static_cast<qint64>(integer->GetValue(true, true));
+        const ValueKind &kind = valueKind(node);
+        kind.write(node, number);
+        return kind.readFresh(node).toLongLong();
     });
 }
 
 bool RowWriter::writeReal(QObject *editor)
 {
     return commit<RealField, double>(dynamic_cast<RealField *>(editor), [](GenApi::INode *node, double number) {
-        const GenApi::CFloatPtr real(node);
-        real->SetValue(number, true);
-        return real->GetValue(true, true);
+        GenApi::CFloatPtr(node)->SetValue(number, true); // in double precision, unlike an edit in the tree
+        return valueKind(node).readFresh(node).toDouble();
     });
 }
 
 bool RowWriter::writeSwitch(const SwitchButton *button)
 {
     return attempt([&] {
-        const GenApi::CBooleanPtr boolean(m_feature->node());
-        if (!button || !boolean.IsValid())
+        if (!button || !GenApi::CBooleanPtr(m_feature->node()).IsValid())
             return;
-        boolean->SetValue(button->isOn(), true);
+        const ValueKind &kind = valueKind(m_feature->node());
+        kind.write(m_feature->node(), button->isOn());
         QThread::msleep(SettleMs);
-        boolean->GetValue(true, true);
+        kind.readFresh(m_feature->node());
     });
 }
 
@@ -108,9 +108,9 @@ bool RowWriter::writeEntry(QComboBox *comboBox, const QString &text)
 {
     const bool isWritten = attempt([&] {
         const GenApi::CEnumerationPtr enumeration(m_feature->node());
-        enumeration->FromString(symbolicOf(text).toUtf8().constData(), true);
+        enumeration->FromString(symbolicOf(text).toUtf8().constData(), true); // refused when it is no entry
         QThread::msleep(SettleMs);
-        enumeration->GetIntValue(true, true);
+        valueKind(m_feature->node()).readFresh(m_feature->node());
     });
     if (isWritten && comboBox)
         m_focus->leave(comboBox);
