@@ -302,31 +302,6 @@ private Q_SLOTS:
         QCOMPARE(taken(), QString());
     }
 
-    /// The device goes while a tilt is being typed.
-    void releasedPanel()
-    {
-        open();
-        type("TiltCorrection", "12");
-        panel()->setParamterViewDisable();
-        m_panel->host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr);
-        m_panel->camera.map->InvalidateNodes();
-        port().resetCounters();
-        panel()->startAcquireOperation();
-        panel()->stopAcquireOperation();
-        panel()->updateWidget(true);
-        panel()->init3DParameters();
-        panel()->retranslate(1);
-        for (int tab : {0, 1, 2, 3})
-            m_panel->innerTabs()->setCurrentIndex(tab);
-        for (ToolPageWidgetItem *row : panel()->findChildren<ToolPageWidgetItem *>()) {
-            for (QPushButton *button : row->findChildren<QPushButton *>())
-                button->click();
-        }
-        panel()->hide();
-        QCOMPARE(taken(), QString());
-        QCOMPARE(port().accesses.size(), size_t(0));
-    }
-
     /// A field that is being typed in loses the focus, and with it ends its editing, when half of the panel has gone.
     void deletedPanel()
     {

@@ -260,19 +260,6 @@ private Q_SLOTS:
         }
     }
 
-    void releasedPanel()
-    {
-        open("Left2DImage");
-        panel()->setParamterViewDisable();
-        taken();
-        QVERIFY(!outputs()->isEnabled());
-        panel()->on2DGrabOutputChanged(0, false);
-        showTypes()->setCurrentIndex(1);
-        panel()->updateWidget(true);
-        panel()->retranslate(1);
-        QCOMPARE(taken(), QString());
-    }
-
 private:
     /// `on`: the features of the outputs that are on; the others are off, or unknown to the host if they are listed
     /// in `unknown`.
