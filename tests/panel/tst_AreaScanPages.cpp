@@ -3,6 +3,7 @@
 #include <set>
 
 #include "CuratedPanel.h"
+#include "PanelBase/TranslationTables.h"
 #include "support/BracketTranslator.h"
 
 class tst_AreaScanPages : public PanelFixture
@@ -27,26 +28,23 @@ private Q_SLOTS:
 
     void otherCameras()
     {
-        struct Row
-        {
-            const char *name, *missing, *added, *hidden;
-        };
         const QStringList all = m_panel->labels();
-        for (const Row &row : {Row{"other names", "GammaEnable Gain AcquisitionFrameRate ExposureTime",
-                                   "EnableGamma GainRaw AcquisitionFrameRateAbs ExposureTimeRaw", ""},
-                               Row{"as they stand", "TriggerDelay Gamma", "TriggerDelayAbs", "TriggerDelay|Gamma"},
-                               Row{"no debouncer", "LineDebouncerTime", "", "LineDebouncerTime"}}) {
-            const InRow inRow(row.name);
+        for (const auto &[name, missing, added, hidden] :
+             {std::tuple("other names", "GammaEnable Gain AcquisitionFrameRate ExposureTime",
+                         "EnableGamma GainRaw AcquisitionFrameRateAbs ExposureTimeRaw", ""),
+              std::tuple("as they stand", "TriggerDelay Gamma", "TriggerDelayAbs", "TriggerDelay|Gamma"),
+              std::tuple("no debouncer", "LineDebouncerTime", "", "LineDebouncerTime")}) {
+            const InRow inRow(name);
             CuratedFeatures changes;
-            for (const QString &name : words(row.missing))
-                changes.push_back({"", name.toStdString(), ""});
-            for (const QString &name : words(row.added))
-                changes.push_back({"Integer", name.toStdString(), "<Min>0</Min><Max>10</Max>"});
+            for (const QString &feature : words(missing))
+                changes.push_back({"", feature.toStdString(), ""});
+            for (const QString &feature : words(added))
+                changes.push_back({"Integer", feature.toStdString(), "<Min>0</Min><Max>10</Max>"});
             open(changes);
             QStringList gone = all;
             for (const QString &label : m_panel->labels())
                 gone.removeOne(label);
-            QCOMPARE(gone, words(row.hidden, '|'));
+            QCOMPARE(gone, words(hidden, '|'));
         }
     }
 
@@ -74,6 +72,8 @@ private Q_SLOTS:
         for (const QString &label : m_panel->labels())
             QVERIFY2(label.contains(QRegularExpression("\\p{Han}"_s)), qPrintable(label));
         QVERIFY(m_panel->groups().contains("图像格式"_s));
+        const QStringList entries = zhTransEnMap.values(); // two keys for one make the way back ambiguous
+        QCOMPARE(QSet<QString>(entries.begin(), entries.end()).size(), 34);
         for (const QPushButton *button : panel()->findChildren<QPushButton *>())
             QVERIFY2(button->text().isEmpty() || button->text() == "[Execute]"_s, qPrintable(button->accessibleName()));
     }

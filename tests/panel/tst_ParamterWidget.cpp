@@ -69,35 +69,28 @@ private Q_SLOTS:
 
     void pagesByDevice()
     {
-        struct Row
-        {
-            const char *name, *device;
-            bool card;
-            const char *typeCode;
-            int mainTab;
-            bool tree;
-            const char *calls;
-        };
-        for (const Row &row :
-             {Row{"area-scan camera", "cam", false, "2", 0, true, "GetAttrNodeMap(3, cam, 3)|GetCameraInfo(cam, 6)"},
-              Row{"attributes only", "cam", false, "4", 1, true, "GetAttrNodeMap(3, cam, 3)|GetCameraInfo(cam, 6)"},
-              Row{"card", "卡", true, "", 1, true, "GetAttrNodeMap(2, 卡, 3)"},
-              Row{"no node map", "other", false, "", 0, false,
-                  "GetAttrNodeMap(3, other, 3)|GetCameraInfo(other, 6)"}}) {
-            const InRow inRow(row.name);
+        for (const auto &[name, key, card, typeCode, mainTab, tree, asked] :
+             {std::tuple("area-scan camera", "cam", false, "2", 0, true,
+                         "GetAttrNodeMap(3, cam, 3)|GetCameraInfo(cam, 6)"),
+              std::tuple("attributes only", "cam", false, "4", 1, true,
+                         "GetAttrNodeMap(3, cam, 3)|GetCameraInfo(cam, 6)"),
+              std::tuple("card", "卡", true, "", 1, true, "GetAttrNodeMap(2, 卡, 3)"),
+              std::tuple("no node map", "other", false, "", 0, false,
+                         "GetAttrNodeMap(3, other, 3)|GetCameraInfo(other, 6)")}) {
+            const InRow inRow(name);
             cleanup();
             init();
-            const QString device = QString::fromUtf8(row.device);
+            const QString device = QString::fromUtf8(key);
             m_host.setNodeMap(HostCore::FOCUS_CARD, "卡", m_camera->map);
-            m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, row.typeCode);
-            m_panel->setCard(row.card);
+            m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, typeCode);
+            m_panel->setCard(card);
             m_host.clearCalls();
             m_panel->initUI(device);
-            QCOMPARE(m_host.callsTo(words("GetAttrNodeMap GetCameraInfo")), words(row.calls, '|'));
+            QCOMPARE(m_host.callsTo(words("GetAttrNodeMap GetCameraInfo")), words(asked, '|'));
             QCOMPARE(tabTexts(innerTabs()), InnerTitles);
-            QCOMPARE(mainTabs()->currentIndex(), row.mainTab);
+            QCOMPARE(mainTabs()->currentIndex(), mainTab);
             const auto *view = find<FeatureTreeView>("widget_featrue");
-            QCOMPARE(view->model() && view->model()->rowCount() == 1, row.tree);
+            QCOMPARE(view->model() && view->model()->rowCount() == 1, tree);
             QCOMPARE(view->deviceName, device);
             QCOMPARE(m_host.callsTo("VLogInfo"_s), QStringList());
         }
