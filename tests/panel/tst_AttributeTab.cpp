@@ -7,7 +7,7 @@
 #include "CuratedPanel.h"
 #include "FeatureTree/FeatureTreeView.h"
 #include "FindRow.h"
-#include "PanelDescription.h"
+#include "PanelCameraFixture.h"
 #include "ParamterWidget/AttributeTab.h"
 
 namespace {
@@ -18,26 +18,17 @@ const QStringList BeginnerFeatures =
 } // namespace
 
 /// The attribute tab as a person uses it: through the widgets of a panel.
-class tst_AttributeTab : public QObject
+class tst_AttributeTab : public PanelCameraFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
-        m_host.reset();
-        m_messages = std::make_unique<FatalMessages>();
-        m_camera = std::make_unique<PanelCamera>();
-        m_host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", m_camera->map);
+        start();
         m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, "4");
     }
-
-    void cleanup()
-    {
-        m_panel.reset();
-        m_camera.reset();
-        m_messages.reset();
-    }
+    void cleanup() { end(); }
 
     void levelTexts()
     {
@@ -180,18 +171,6 @@ private Q_SLOTS:
         QCOMPARE(m_pane->toPlainText(), text);
     }
 
-    void buildingAgainFreesTheModel()
-    {
-        open();
-        const QPointer<QAbstractItemModel> before = m_tree->model();
-        m_panel->parameterTreeViewInit(m_camera->map);
-        QVERIFY(before.isNull());
-        QCOMPARE(shownFeatures(), BeginnerFeatures);
-        const QPointer<QAbstractItemModel> last = m_tree->model();
-        m_panel.reset();
-        QVERIFY(last.isNull());
-    }
-
     void downLeadsFromTheSearchIntoTheTree()
     {
         open();
@@ -213,7 +192,10 @@ private Q_SLOTS:
         };
         m_camera->port.resetCounters();
         QVERIFY(typeInto("Width"));
+        const QPointer<QAbstractItemModel> before = m_tree->model();
         m_panel->parameterTreeViewInit(m_camera->map);
+        QVERIFY(before.isNull());
+        QCOMPARE(shownFeatures(), BeginnerFeatures);
         QVERIFY(typeInto("Width"));
         m_panel->setParamterViewDisable();
         m_search->setFocus();
@@ -221,7 +203,9 @@ private Q_SLOTS:
         GenApi::INodeMap *const gone = m_camera->map;
         m_camera.reset();
         m_panel->parameterTreeViewInit(gone);
+        const QPointer<QAbstractItemModel> last = m_tree->model();
         m_panel.reset();
+        QVERIFY(last.isNull());
     }
 
     /// What is switched on the curated pages shows in the tree as soon as it is seen.
@@ -312,10 +296,6 @@ private:
 
     QStringList stores() const { return m_host.callsTo("SetParamterInfo"_s); }
 
-    FakeHostCore &m_host = FakeHostCore::instance();
-    std::unique_ptr<FatalMessages> m_messages;
-    std::unique_ptr<PanelCamera> m_camera;
-    std::unique_ptr<ParamterWidget> m_panel;
     FeatureTreeView *m_tree = nullptr;
     QComboBox *m_level = nullptr;
     QLineEdit *m_search = nullptr;

@@ -53,7 +53,8 @@ private Q_SLOTS:
         }
     }
 
-    void otherSourcesAreIgnored()
+    /// Only by one source; their panels are hidden at first, and stay when they are listed no more.
+    void listedCameras()
     {
         setCamera("cam", true);
         m_host.clearCalls();
@@ -61,6 +62,16 @@ private Q_SLOTS:
             sendDeviceList({}, {"cam"}, source);
         QCOMPARE(panels().size(), 1);
         QCOMPARE(m_host.calls(), QStringList());
+        m_window->hide();
+        sendDeviceList({}, {"cam"});
+        m_window->show();
+        QCOMPARE(shown(), QString());
+        ParamterWidget *const panel = panelOf("cam");
+        QVERIFY(panel);
+        sendDeviceList({}, {});
+        sendDeviceList({}, {"cam"});
+        QCOMPARE(panelOf("cam"), panel);
+        QCOMPARE(panels().size(), 2);
     }
 
     void newCardEndsTheEvent()
@@ -127,17 +138,6 @@ private Q_SLOTS:
         QCOMPARE(shown(), QString());
     }
 
-    void unlistedCamerasStay()
-    {
-        setCamera("cam", true);
-        sendDeviceList({}, {"cam"});
-        ParamterWidget *const panel = panelOf("cam");
-        sendDeviceList({}, {});
-        sendDeviceList({}, {"cam"});
-        QCOMPARE(panelOf("cam"), panel);
-        QCOMPARE(panels().size(), 2);
-    }
-
     void oneKeyForCardAndCamera()
     {
         setCard("device", true);
@@ -158,19 +158,6 @@ private Q_SLOTS:
         }
     }
 
-    void areaScanFlag()
-    {
-        const std::pair<const char *, bool> areaScanOfType[] = {
-            {"1", false}, {"5", false}, {"4", true}, {"15", true}, {"", true}};
-        for (const auto &[type, areaScan] : areaScanOfType) {
-            const std::string key = std::string("cam") + type;
-            setCamera(key, true);
-            m_host.setCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE, type);
-            sendDeviceList({}, {key});
-            QCOMPARE(panelOf(key)->isAreaScan(), areaScan);
-        }
-    }
-
     void acquisition()
     {
         setCamera("cam", true);
@@ -182,15 +169,6 @@ private Q_SLOTS:
             sendDeviceList({}, {"cam"});
             QCOMPARE(panelOf("cam")->findChild<SelectedButton *>()->isEnabled(), unlocked);
         }
-    }
-
-    void newPanelsStayHidden()
-    {
-        m_window->hide();
-        setCamera("cam", true);
-        sendDeviceList({}, {"cam"});
-        m_window->show();
-        QCOMPARE(shown(), QString());
     }
 
     void languageReachesAllPanels()

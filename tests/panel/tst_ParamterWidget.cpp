@@ -9,7 +9,7 @@
 #include "FaultyNodeMap.h"
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeModel.h"
-#include "PanelDescription.h"
+#include "PanelCameraFixture.h"
 #include "ToolPage/CTabWidget.h"
 #include "support/BracketTranslator.h"
 
@@ -30,26 +30,13 @@ const QStringList MainTitles = words("Common Attribute|All Attribute", '|');
 
 } // namespace
 
-class tst_ParamterWidget : public QObject
+class tst_ParamterWidget : public PanelCameraFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_host.reset();
-        m_messages = std::make_unique<FatalMessages>();
-        m_camera = std::make_unique<PanelCamera>();
-        m_host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", m_camera->map);
-        m_panel = std::make_unique<ParamterWidget>();
-    }
-
-    void cleanup()
-    {
-        m_panel.reset();
-        m_camera.reset();
-        m_messages.reset();
-    }
+    void init() { start(); }
+    void cleanup() { end(); }
 
     void defaultPanel()
     {
@@ -78,8 +65,7 @@ private Q_SLOTS:
               std::tuple("no node map", "other", false, "", 0, false,
                          "GetAttrNodeMap(3, other, 3)|GetCameraInfo(other, 6)")}) {
             const InRow inRow(name);
-            cleanup();
-            init();
+            start();
             const QString device = QString::fromUtf8(key);
             m_host.setNodeMap(HostCore::FOCUS_CARD, "卡", m_camera->map);
             m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, typeCode);
@@ -101,8 +87,7 @@ private Q_SLOTS:
         FaultyNode node([] { throw RUNTIME_EXCEPTION("refused"); });
         for (const char *fault : {"node throws", "map throws", "null node"}) {
             const InRow inRow(fault);
-            cleanup();
-            init();
+            start();
             const bool mapThrows = qstrcmp(fault, "map throws") == 0;
             int lookUps = 0;
             FaultyNodeMap map(qstrcmp(fault, "null node") == 0 ? nullptr : &node, [&] {
@@ -324,11 +309,6 @@ private:
         }
         return nullptr;
     }
-
-    FakeHostCore &m_host = FakeHostCore::instance();
-    std::unique_ptr<FatalMessages> m_messages;
-    std::unique_ptr<PanelCamera> m_camera;
-    std::unique_ptr<ParamterWidget> m_panel;
 };
 
 QTEST_MAIN(tst_ParamterWidget)

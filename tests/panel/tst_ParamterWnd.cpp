@@ -30,7 +30,12 @@ private Q_SLOTS:
             sendDeviceList({}, {key});
             return tabsOf(panelOf(key), "tabWidget")->tabText(0);
         };
-        QCOMPARE(firstPageOf("before", "7"), "Commom"_s);
+        for (const auto &[key, type, isAreaScan] :
+             {std::tuple("before", "7", true), std::tuple("type 1", "1", false), std::tuple("type 5", "5", false),
+              std::tuple("type 15", "15", true), std::tuple("no type", "", true)}) {
+            QCOMPARE(firstPageOf(key, type), "Commom"_s);
+            QCOMPARE(panelOf(key)->isAreaScan(), isAreaScan);
+        }
         m_window->setProperty("profilerTypeCodes", QStringList({"1"_s, "7"_s}));
         m_window->setProperty("structuredLightTypeCodes", QStringList({"1"_s, "8"_s}));
         for (const auto &[type, page] : {std::pair("7", "Trigger"), std::pair("1", "Trigger"), std::pair("8", "Shoot"),
@@ -88,6 +93,7 @@ private Q_SLOTS:
         }
     }
 
+    /// New panels take over which are hidden.
     void windowHidesWithBothTabs()
     {
         for (const auto &[panel, detail] : {std::tuple(false, true), std::tuple(false, false), std::tuple(true, false),
@@ -96,11 +102,7 @@ private Q_SLOTS:
             m_window->setAllDetailWidgetVisiable(detail);
             QCOMPARE(m_window->isVisible(), panel || detail);
         }
-    }
-
-    void newPanelsTakeTheTabsOver()
-    {
-        m_window->setPanelWidgetVisiable(false);
+        m_window->setAllDetailWidgetVisiable(true);
         setCamera("cam", true);
         sendDeviceList({}, {"cam"});
         const auto *tabs = tabsOf(panelOf("cam"), "tabMainWidget");

@@ -3,24 +3,15 @@
 
 namespace {
 
-QString text(const std::string &value)
+template <class Value>
+QString text(const Value &value)
 {
-    return QString::fromUtf8(value.c_str(), static_cast<int>(value.size()));
-}
-
-QString text(int value)
-{
-    return QString::number(value);
-}
-
-QString text(float value)
-{
-    return QString::number(double(value));
-}
-
-QString text(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
+    if constexpr (std::is_same_v<Value, std::string>)
+        return QString::fromStdString(value);
+    else if constexpr (std::is_same_v<Value, bool>)
+        return value ? QStringLiteral("true") : QStringLiteral("false");
+    else
+        return QString::number(value);
 }
 
 template <class... Values>
