@@ -48,14 +48,10 @@ inline std::string panelDescription()
 <Integer Name="Secret"><Visibility>Guru</Visibility><Value>42</Value></Integer>
 <Integer Name="Hidden"><Visibility>Invisible</Visibility><Value>7</Value></Integer>
 
-<IntReg Name="WidthReg"><Address>0x000</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>
-  <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-<IntReg Name="ModeReg"><Address>0x008</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>
-  <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-<IntReg Name="TriggerReg"><Address>0x01c</Address><Length>4</Length><AccessMode>WO</AccessMode><pPort>Device</pPort>
-  <Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-<FloatReg Name="ExposureReg"><Address>0x010</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>
-  <Endianess>LittleEndian</Endianess></FloatReg>
+<IntReg Name="WidthReg"><Address>0x000</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></IntReg>
+<IntReg Name="ModeReg"><Address>0x008</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></IntReg>
+<IntReg Name="TriggerReg"><Address>0x01c</Address><Length>4</Length><AccessMode>WO</AccessMode><pPort>Device</pPort></IntReg>
+<FloatReg Name="ExposureReg"><Address>0x010</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></FloatReg>
 <Port Name="Device"/>
 )");
 }

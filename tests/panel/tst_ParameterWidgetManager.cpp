@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <atomic>
 #include <stdexcept>
-#include <thread>
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -36,31 +34,27 @@ private Q_SLOTS:
 
     void focus()
     {
-        struct Row
-        {
-            const char *name;
-            int type;
-            const char *id, *shown;
-        };
         setCamera("相机", true);
         setCard("card", true);
         sendDeviceList({"card"}, {});
         sendDeviceList({"card"}, {"相机"});
-        for (const Row &row :
-             {Row{"camera", 3, "相机", "相机"}, Row{"card", 2, "card", "card"}, Row{"camera as card", 2, "相机", ""},
-              Row{"card as camera", 3, "card", ""}, Row{"unknown type", 1, "相机", ""},
-              Row{"unknown key", 3, "other", ""}, Row{"other case", 2, "Card", ""}, Row{"empty key", 3, "", ""}}) {
-            const InRow inRow(row.name);
+        for (const auto &[name, type, id, inFront] :
+             {std::tuple("camera", 3, "相机", "相机"), std::tuple("card", 2, "card", "card"),
+              std::tuple("camera as card", 2, "相机", ""), std::tuple("card as camera", 3, "card", ""),
+              std::tuple("unknown type", 1, "相机", ""), std::tuple("unknown key", 3, "other", ""),
+              std::tuple("other case", 2, "Card", ""), std::tuple("empty key", 3, "", "")}) {
+            const InRow inRow(name);
             sendFocus(3, "相机");
             QCOMPARE(shown(), "相机"_s);
             for (int time = 0; time < 2; ++time) {
-                sendFocus(row.type, row.id);
-                QCOMPARE(shown(), QString::fromUtf8(row.shown));
+                sendFocus(type, id);
+                QCOMPARE(shown(), QString::fromUtf8(inFront));
             }
         }
     }
 
-    void otherSourcesAreIgnored()
+    /// Only by one source; their panels are hidden at first, and stay when they are listed no more.
+    void listedCameras()
     {
         setCamera("cam", true);
         m_host.clearCalls();
@@ -68,6 +62,16 @@ private Q_SLOTS:
             sendDeviceList({}, {"cam"}, source);
         QCOMPARE(panels().size(), 1);
         QCOMPARE(m_host.calls(), QStringList());
+        m_window->hide();
+        sendDeviceList({}, {"cam"});
+        m_window->show();
+        QCOMPARE(shown(), QString());
+        ParamterWidget *const panel = panelOf("cam");
+        QVERIFY(panel);
+        sendDeviceList({}, {});
+        sendDeviceList({}, {"cam"});
+        QCOMPARE(panelOf("cam"), panel);
+        QCOMPARE(panels().size(), 2);
     }
 
     void newCardEndsTheEvent()
@@ -85,25 +89,21 @@ private Q_SLOTS:
     /// The view goes to the default panel even if another device's panel was shown.
     void notReadyCameras()
     {
-        struct Row
-        {
-            const char *name, *opened, *ready;
-            bool stays;
-        };
-        for (const Row &row : {Row{"both", "1", "1", true}, Row{"not opened", "0", "1", false},
-                               Row{"not ready", "1", "0", false}, Row{"unknown texts", "1 ", "yes", false}}) {
-            const InRow inRow(row.name);
+        for (const auto &[name, opened, ready, stays] :
+             {std::tuple("both", "1", "1", true), std::tuple("not opened", "0", "1", false),
+              std::tuple("not ready", "1", "0", false), std::tuple("unknown texts", "1 ", "yes", false)}) {
+            const InRow inRow(name);
             end();
             start();
             setCamera("cam", true);
             setCamera("other", true);
             sendDeviceList({}, {"cam", "other"});
             sendFocus(3, "other");
-            m_host.setCameraInfo("cam", HostCore::CAM_INFO_OPENED, row.opened);
-            m_host.setCameraInfo("cam", HostCore::CAM_INFO_READY, row.ready);
+            m_host.setCameraInfo("cam", HostCore::CAM_INFO_OPENED, opened);
+            m_host.setCameraInfo("cam", HostCore::CAM_INFO_READY, ready);
             sendDeviceList({}, {"other", "cam"});
-            QCOMPARE(shown(), row.stays ? "other"_s : QString());
-            QTRY_COMPARE(panelOf("cam") != nullptr, row.stays);
+            QCOMPARE(shown(), stays ? "other"_s : QString());
+            QTRY_COMPARE(panelOf("cam") != nullptr, stays);
             QVERIFY(panelOf("other"));
         }
         sendFocus(3, "other");
@@ -138,17 +138,6 @@ private Q_SLOTS:
         QCOMPARE(shown(), QString());
     }
 
-    void unlistedCamerasStay()
-    {
-        setCamera("cam", true);
-        sendDeviceList({}, {"cam"});
-        ParamterWidget *const panel = panelOf("cam");
-        sendDeviceList({}, {});
-        sendDeviceList({}, {"cam"});
-        QCOMPARE(panelOf("cam"), panel);
-        QCOMPARE(panels().size(), 2);
-    }
-
     void oneKeyForCardAndCamera()
     {
         setCard("device", true);
@@ -169,19 +158,6 @@ private Q_SLOTS:
         }
     }
 
-    void areaScanFlag()
-    {
-        const std::pair<const char *, bool> areaScanOfType[] = {
-            {"1", false}, {"5", false}, {"4", true}, {"15", true}, {"", true}};
-        for (const auto &[type, areaScan] : areaScanOfType) {
-            const std::string key = std::string("cam") + type;
-            setCamera(key, true);
-            m_host.setCameraInfo(key, HostCore::CAM_INFO_TYPE_CODE, type);
-            sendDeviceList({}, {key});
-            QCOMPARE(panelOf(key)->isAreaScan(), areaScan);
-        }
-    }
-
     void acquisition()
     {
         setCamera("cam", true);
@@ -193,15 +169,6 @@ private Q_SLOTS:
             sendDeviceList({}, {"cam"});
             QCOMPARE(panelOf("cam")->findChild<SelectedButton *>()->isEnabled(), unlocked);
         }
-    }
-
-    void newPanelsStayHidden()
-    {
-        m_window->hide();
-        setCamera("cam", true);
-        sendDeviceList({}, {"cam"});
-        m_window->show();
-        QCOMPARE(shown(), QString());
     }
 
     void languageReachesAllPanels()
@@ -296,48 +263,28 @@ private Q_SLOTS:
         QCOMPARE(m_host.callsTo("VLogInfo"_s), QStringList("VLogInfo(ParameterWidgetManager, no answer, 0)"_s));
     }
 
-    void deviceListFromAHostThread()
-    {
-        setCamera("cam", true);
-        std::atomic<bool> returned{false};
-        std::thread host([&] {
-            sendDeviceList({}, {"cam"});
-            returned = true;
-        });
-        const bool inTime = QTest::qWaitFor([&] { return returned.load(); }, 4000);
-        host.join();
-        QVERIFY(inTime);
-        QVERIFY(panelOf("cam"));
-    }
-
     /// A host may list a camera again before it returns from a call.
     void listedAgainMeanwhile()
     {
-        struct Row
-        {
-            const char *name, *within;
-            bool ready;
-        };
-        for (const Row &row : {Row{"while the nodes are asked for", "GetAttrNodeMap(3, cam, 3)", true},
-                               Row{"while the type is asked for", "GetCameraInfo(cam, 6)", true},
-                               Row{"as closed", "GetAttrNodeMap(3, cam, 3)", false}}) {
-            const InRow inRow(row.name);
+        for (const auto &row : {std::pair("GetAttrNodeMap(3, cam, 3)", true), std::pair("GetCameraInfo(cam, 6)", true),
+                                std::pair("GetAttrNodeMap(3, cam, 3)", false)}) {
+            const InRow inRow(row.second ? row.first : "as closed");
             end();
             start();
             setCamera("cam", true);
             m_host.setCameraInfo("cam", HostCore::CAM_INFO_ACQUISITION, "1");
             bool listed = false;
             m_host.setCallHook([&](const QString &line) {
-                if (line != QLatin1String(row.within) || std::exchange(listed, true))
+                if (line != QLatin1String(row.first) || std::exchange(listed, true))
                     return;
-                setCamera("cam", row.ready);
+                setCamera("cam", row.second);
                 sendDeviceList({}, {"cam"});
             });
             sendDeviceList({}, {"cam"});
             QVERIFY(listed);
-            QTRY_COMPARE(panels().size(), row.ready ? 2 : 1);
+            QTRY_COMPARE(panels().size(), row.second ? 2 : 1);
             sendFocus(3, "cam");
-            QCOMPARE(shown(), row.ready ? "cam"_s : QString());
+            QCOMPARE(shown(), row.second ? "cam"_s : QString());
             m_host.setCallHook({});
         }
     }

@@ -1,29 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QSpinBox>
-#include <QTabWidget>
-#include <QTextBrowser>
 #include <QTimer>
 #include <QToolButton>
 
+#include "CuratedPanel.h"
 #include "FaultyNode.h"
 #include "FaultyNodeMap.h"
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeModel.h"
-#include "PanelDescription.h"
-#include "ParamterWidget/ParamterWidget.h"
+#include "PanelCameraFixture.h"
 #include "ToolPage/CTabWidget.h"
-#include "ToolPage/CToolBox.h"
-#include "ToolPage/CToolPage.h"
-#include "ToolPage/SwitchButton.h"
-#include "ToolPage/ToolPageWidgetItem.h"
 #include "support/BracketTranslator.h"
-#include "support/FakeHostCore.h"
-#include "support/FatalMessages.h"
-#include "support/Rows.h"
 
 namespace {
 
@@ -42,26 +30,13 @@ const QStringList MainTitles = words("Common Attribute|All Attribute", '|');
 
 } // namespace
 
-class tst_ParamterWidget : public QObject
+class tst_ParamterWidget : public PanelCameraFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_host.reset();
-        m_messages = std::make_unique<FatalMessages>();
-        m_camera = std::make_unique<PanelCamera>();
-        m_host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", m_camera->map);
-        m_panel = std::make_unique<ParamterWidget>();
-    }
-
-    void cleanup()
-    {
-        m_panel.reset();
-        m_camera.reset();
-        m_messages.reset();
-    }
+    void init() { start(); }
+    void cleanup() { end(); }
 
     void defaultPanel()
     {
@@ -70,72 +45,53 @@ private Q_SLOTS:
         QCOMPARE(innerTabs()->count(), 0);
         QVERIFY(!find<FeatureTreeView>("widget_featrue")->model());
         QVERIFY(m_panel->styleSheet().contains("#wdgBackground"_s));
-        m_panel->findChild<QLineEdit *>("edit_search"_s)->setText("gain"_s);
+        find<QLineEdit>("edit_search")->setText("gain"_s);
         find<QToolButton>("toolButton")->click();
+        for (const char *name : {"edit_search", "cboboxLevel", "toolButton"})
+            QVERIFY2(find<QWidget>(name)->focusPolicy() & Qt::TabFocus, name);
+        for (const char *name : {"edit_search", "cboboxLevel", "widget_featrue"})
+            QVERIFY2(!find<QWidget>(name)->accessibleName().isEmpty(), name);
         QCOMPARE(m_host.callsTo("VLogInfo"_s), QStringList());
     }
 
     void pagesByDevice()
     {
-        struct Row
-        {
-            const char *name, *device;
-            bool card;
-            const char *typeCode;
-            int mainTab;
-            bool tree;
-            const char *calls;
-        };
-        for (const Row &row :
-             {Row{"area-scan camera", "cam", false, "2", 0, true, "GetAttrNodeMap(3, cam, 3)|GetCameraInfo(cam, 6)"},
-              Row{"attributes only", "cam", false, "4", 1, true, "GetAttrNodeMap(3, cam, 3)|GetCameraInfo(cam, 6)"},
-              Row{"card", "卡", true, "", 1, true, "GetAttrNodeMap(2, 卡, 3)"},
-              Row{"no node map", "other", false, "", 0, false, "GetAttrNodeMap(3, other, 3)|GetCameraInfo(other, 6)"},
-              Row{"empty name", "", false, "", 0, false, "GetAttrNodeMap(3, , 3)|GetCameraInfo(, 6)"}}) {
-            const InRow inRow(row.name);
-            cleanup();
-            init();
-            const QString device = QString::fromUtf8(row.device);
+        for (const auto &[name, key, card, typeCode, mainTab, tree, asked] :
+             {std::tuple("area-scan camera", "cam", false, "2", 0, true,
+                         "GetAttrNodeMap(3, cam, 3)|GetCameraInfo(cam, 6)"),
+              std::tuple("attributes only", "cam", false, "4", 1, true,
+                         "GetAttrNodeMap(3, cam, 3)|GetCameraInfo(cam, 6)"),
+              std::tuple("card", "卡", true, "", 1, true, "GetAttrNodeMap(2, 卡, 3)"),
+              std::tuple("no node map", "other", false, "", 0, false,
+                         "GetAttrNodeMap(3, other, 3)|GetCameraInfo(other, 6)")}) {
+            const InRow inRow(name);
+            start();
+            const QString device = QString::fromUtf8(key);
             m_host.setNodeMap(HostCore::FOCUS_CARD, "卡", m_camera->map);
-            m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, row.typeCode);
-            m_panel->setCard(row.card);
+            m_host.setCameraInfo("cam", HostCore::CAM_INFO_TYPE_CODE, typeCode);
+            m_panel->setCard(card);
             m_host.clearCalls();
             m_panel->initUI(device);
-            QCOMPARE(m_host.callsTo(words("GetAttrNodeMap GetCameraInfo")), words(row.calls, '|'));
+            QCOMPARE(m_host.callsTo(words("GetAttrNodeMap GetCameraInfo")), words(asked, '|'));
             QCOMPARE(tabTexts(innerTabs()), InnerTitles);
-            QCOMPARE(mainTabs()->currentIndex(), row.mainTab);
+            QCOMPARE(mainTabs()->currentIndex(), mainTab);
             const auto *view = find<FeatureTreeView>("widget_featrue");
-            QCOMPARE(view->model() && view->model()->rowCount() == 1, row.tree);
+            QCOMPARE(view->model() && view->model()->rowCount() == 1, tree);
             QCOMPARE(view->deviceName, device);
             QCOMPARE(m_host.callsTo("VLogInfo"_s), QStringList());
         }
     }
 
-    void spinBoxesOpenNoContextMenu()
-    {
-        m_panel->initUI("cam"_s);
-        const auto spinBoxes = m_panel->findChildren<QAbstractSpinBox *>();
-        QVERIFY(spinBoxes.size() >= 5);
-        for (const QAbstractSpinBox *spinBox : spinBoxes)
-            QCOMPARE(spinBox->contextMenuPolicy(), Qt::NoContextMenu);
-    }
-
     void faultyNodeMaps()
     {
-        struct Row
-        {
-            const char *name;
-            bool mapThrows, nodeIsNull;
-        };
-        for (const Row &row :
-             {Row{"node throws", false, false}, Row{"map throws", true, false}, Row{"null node", false, true}}) {
-            const InRow inRow(row.name);
-            cleanup();
-            init();
-            FaultyNode node([] { throw RUNTIME_EXCEPTION("refused"); });
+        FaultyNode node([] { throw RUNTIME_EXCEPTION("refused"); });
+        for (const char *fault : {"node throws", "map throws", "null node"}) {
+            const InRow inRow(fault);
+            start();
+            const bool mapThrows = qstrcmp(fault, "map throws") == 0;
             int lookUps = 0;
-            FaultyNodeMap map(row.nodeIsNull ? nullptr : &node, [&] {
-                if (row.mapThrows && ++lookUps > 3)
+            FaultyNodeMap map(qstrcmp(fault, "null node") == 0 ? nullptr : &node, [&] {
+                if (mapThrows && ++lookUps > 3)
                     throw RUNTIME_EXCEPTION("no nodes");
             });
             m_messages->allow("An error is raised"_s);
@@ -143,8 +99,7 @@ private Q_SLOTS:
             m_panel->initUI("bad"_s);
             QCOMPARE(tabTexts(innerTabs()), InnerTitles);
             find<QLineEdit>("edit_search")->setText("x"_s);
-            const QStringList told = m_host.callsTo("VLogInfo"_s);
-            QCOMPARE(told.contains("VLogInfo(ParamterWidget, no nodes, 0)"_s), row.mapThrows);
+            QCOMPARE(m_host.calls().contains("VLogInfo(ParamterWidget, no nodes, 0)"_s), mapThrows);
             for (const ToolPageWidgetItem *item : m_panel->findChildren<ToolPageWidgetItem *>())
                 QVERIFY(item->parentWidget() != m_panel.get()); // no row lies about outside of the pages
             m_panel.reset();
@@ -174,11 +129,6 @@ private Q_SLOTS:
     void language()
     {
         m_panel->initUI("cam"_s);
-        auto *const level = find<QComboBox>("cboboxLevel");
-        auto *const tree = find<FeatureTreeView>("widget_featrue");
-        level->setCurrentIndex(2);
-        m_host.clearCalls();
-
         BracketTranslator translator;
         QCoreApplication::installTranslator(&translator);
         m_panel->retranslate(1);
@@ -188,25 +138,14 @@ private Q_SLOTS:
         QCOMPARE(find<QLineEdit>("edit_search")->placeholderText(), "[Please input paramter name]"_s);
         QCOMPARE(find<QLabel>("label")->text(), "[User Level]"_s);
         QCOMPARE(m_panel->windowTitle(), "[Form]"_s);
-        QCOMPARE(level->itemText(2), "[Guru]"_s);
-        QCOMPARE(level->count(), 3);
-
-        // The level selector starts over, but the tree keeps its filter and nothing is stored.
-        QCOMPARE(level->currentIndex(), 0);
-        QCOMPARE(m_host.calls(), QStringList());
-        const QModelIndex root = tree->model()->index(0, 0);
-        const QModelIndex acquisition = tree->model()->index(2, 0, root);
-        QVERIFY(!tree->isRowHidden(5, acquisition));
-
+        QCOMPARE(find<QComboBox>("cboboxLevel")->itemText(2), "[Guru]"_s);
         find<QToolButton>("toolButton")->click();
         m_panel->retranslate(1);
         QCOMPARE(find<QToolButton>("toolButton")->text(), "[Collapse]"_s);
         QCoreApplication::removeTranslator(&translator);
-        const std::pair<int, int> buttonWidths[] = {{-1, 60}, {2, 60}, {0, 85}};
-        for (const auto &[index, width] : buttonWidths) {
-            m_panel->retranslate(index);
-            QCOMPARE(find<QToolButton>("toolButton")->width(), width);
-        }
+        m_panel->retranslate(-1); // as any but English
+        QCOMPARE(find<QToolButton>("toolButton")->width(), 60);
+        m_panel->retranslate(0);
         QCOMPARE(find<QToolButton>("toolButton")->text(), "Collapse"_s);
     }
 
@@ -220,6 +159,7 @@ private Q_SLOTS:
                 interval = spinBox;
         }
         QVERIFY(interval);
+        QCOMPARE(interval->contextMenuPolicy(), Qt::NoContextMenu);
         QCOMPARE(interval->value(), 1000);
         interval->setValue(-5);
         QCOMPARE(interval->value(), 1);
@@ -242,45 +182,81 @@ private Q_SLOTS:
         QVERIFY(timer && timer->isActive());
         m_panel->initUI("cam"_s);
         QVERIFY(timer->isActive());
-        struct Step
-        {
-            int mainTab, innerTab;
-        };
-        for (const Step &step : {Step{1, 0}, Step{0, 0}, Step{0, 2}, Step{1, 2}, Step{0, 2}, Step{0, 0}}) {
-            mainTabs()->setCurrentIndex(step.mainTab);
-            innerTabs()->setCurrentIndex(step.innerTab);
-            QCOMPARE(timer->isActive(), step.mainTab == 0 && step.innerTab == 0);
+        for (const auto &[mainTab, innerTab] :
+             {std::pair(1, 0), std::pair(0, 0), std::pair(0, 2), std::pair(1, 2), std::pair(0, 2), std::pair(0, 0)}) {
+            mainTabs()->setCurrentIndex(mainTab);
+            innerTabs()->setCurrentIndex(innerTab);
+            QCOMPARE(timer->isActive(), mainTab == 0 && innerTab == 0);
         }
     }
 
     void disabledPanelsRest()
     {
         m_panel->initUI("cam"_s);
-        auto *const tree = find<FeatureTreeView>("widget_featrue");
         auto *const toggle = m_panel->findChild<SwitchButton *>();
         toggle->click();
         QVERIFY(triggerTimer()->isActive());
         m_panel->setParamterViewDisable();
         QVERIFY(!triggerTimer()->isActive());
-        m_camera->map->InvalidateNodes();
-        m_camera->port.resetCounters();
         m_host.clearCalls();
-
         toggle->click();
         toggle->click();
         mainTabs()->setCurrentIndex(1);
         mainTabs()->setCurrentIndex(0);
         QVERIFY(!liveRefreshTimer()->isActive() && !triggerTimer()->isActive());
-
-        m_panel->show();
-        mainTabs()->setCurrentIndex(1);
-        const QModelIndex root = tree->model()->index(0, 0);
-        tree->expandAll();
-        tree->setCurrentIndex(tree->model()->index(0, 0, tree->model()->index(0, 0, root)));
-        find<QComboBox>("cboboxLevel")->setCurrentIndex(2);
-        QVERIFY(!tree->grab().isNull());
-        QCOMPARE(m_camera->port.accesses.size(), size_t(0));
         QCOMPARE(m_host.callsTo("SetCameraNodeValue"_s), QStringList());
+    }
+
+    /// The node map goes while half a number stands in a field; neither the user nor the host's events may reach into
+    /// it any more.
+    void releasedDevices()
+    {
+        const std::tuple<const char *, int, PageSet> rows[] = {{"Exposure Time(us)", 0, PageSet::AreaScan},
+                                                               {"TiltCorrection", 3, PageSet::Profiler},
+                                                               {"SensorMethod", 0, PageSet::StructuredLight}};
+        m_messages.reset();
+        for (const auto &[field, page, pages] : rows) {
+            const InRow inRow(field);
+            CuratedPanel curated(pages == PageSet::Profiler ? profilerFeatures() : structuredLightFeatures(), pages,
+                                 [](CuratedPanel &panel) { panel.host.setNodeValue("cam", "Left2DImage", "True"); });
+            ParamterWidget &panel = *curated.panel;
+            panel.show();
+            QVERIFY(QTest::qWaitForWindowActive(&panel));
+            curated.innerTabs()->setCurrentIndex(page);
+            curated.editor<QAbstractSpinBox>(field)->setFocus();
+            QTest::keyClicks(QApplication::focusWidget(), "12"_s);
+            panel.setParamterViewDisable();
+            curated.host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr);
+            curated.camera.map->InvalidateNodes();
+            curated.camera.port.resetCounters();
+            curated.host.clearCalls();
+
+            panel.startAcquireOperation();
+            panel.stopAcquireOperation();
+            panel.updateWidget(true);
+            panel.init3DParameters();
+            panel.setDrawRoiPos(0, 0, 50, 50);
+            panel.on2DGrabOutputChanged(0, false);
+            panel.on2DShowTypeChanged(1);
+            panel.onRealUpdateTimerTimeout();
+            panel.retranslate(1);
+            for (int tab = 0; tab < curated.innerTabs()->count(); ++tab)
+                curated.innerTabs()->setCurrentIndex(tab);
+            for (ToolPageWidgetItem *row : panel.findChildren<ToolPageWidgetItem *>()) {
+                for (QPushButton *button : row->findChildren<QPushButton *>())
+                    button->click();
+                for (QComboBox *list : row->findChildren<QComboBox *>())
+                    QVERIFY2(!list->isEnabled(), qPrintable(row->objectName()));
+            }
+            QCOMPARE(curated.host.calls(), QStringList());
+            curated.mainTabs()->setCurrentIndex(1);
+            panel.findChild<FeatureTreeView *>()->expandAll();
+            panel.findChild<QComboBox *>("cboboxLevel"_s)->setCurrentIndex(2);
+            QVERIFY(!panel.grab().isNull());
+            panel.hide();
+            QCOMPARE(curated.camera.port.accesses.size(), size_t(0));
+            QCOMPARE(curated.host.callsTo("SetCameraNodeValue"_s), QStringList());
+        }
     }
 
     void nodeHelpersUseThePanelsDevice()
@@ -294,14 +270,6 @@ private Q_SLOTS:
         QVERIFY(m_panel->getValidNodeFromName("Gain"_s, m_camera->map));
         ParamterWidget empty;
         QCOMPARE(empty.setCameraNodeValue("Width"_s, 640), -1);
-    }
-
-    void controlsAreReachable()
-    {
-        for (const char *name : {"edit_search", "cboboxLevel", "toolButton"})
-            QVERIFY2(find<QWidget>(name)->focusPolicy() & Qt::TabFocus, name);
-        for (const char *name : {"edit_search", "cboboxLevel", "widget_featrue"})
-            QVERIFY2(!find<QWidget>(name)->accessibleName().isEmpty(), name);
     }
 
     /// They would lie over the corner of the panel.
@@ -341,11 +309,6 @@ private:
         }
         return nullptr;
     }
-
-    FakeHostCore &m_host = FakeHostCore::instance();
-    std::unique_ptr<FatalMessages> m_messages;
-    std::unique_ptr<PanelCamera> m_camera;
-    std::unique_ptr<ParamterWidget> m_panel;
 };
 
 QTEST_MAIN(tst_ParamterWidget)

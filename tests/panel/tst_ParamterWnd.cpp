@@ -30,7 +30,12 @@ private Q_SLOTS:
             sendDeviceList({}, {key});
             return tabsOf(panelOf(key), "tabWidget")->tabText(0);
         };
-        QCOMPARE(firstPageOf("before", "7"), "Commom"_s);
+        for (const auto &[key, type, isAreaScan] :
+             {std::tuple("before", "7", true), std::tuple("type 1", "1", false), std::tuple("type 5", "5", false),
+              std::tuple("type 15", "15", true), std::tuple("no type", "", true)}) {
+            QCOMPARE(firstPageOf(key, type), "Commom"_s);
+            QCOMPARE(panelOf(key)->isAreaScan(), isAreaScan);
+        }
         m_window->setProperty("profilerTypeCodes", QStringList({"1"_s, "7"_s}));
         m_window->setProperty("structuredLightTypeCodes", QStringList({"1"_s, "8"_s}));
         for (const auto &[type, page] : {std::pair("7", "Trigger"), std::pair("1", "Trigger"), std::pair("8", "Shoot"),
@@ -50,53 +55,36 @@ private Q_SLOTS:
     /// What is wrong in a list is told and does not count.
     void typeCodeLists()
     {
-        struct Row
-        {
-            const char *name, *property;
-            QVariant value;
-            bool open;
-            QStringList lines; ///< each as it begins
-        };
-        const auto codes = [](const char *list) { return QString::fromLatin1(list).split(QLatin1Char(' ')); };
         const char *const profiler = "profilerTypeCodes";
         const char *const structuredLight = "structuredLightTypeCodes";
-        const QString late = "%1 changes while cameras have panels"_s;
-        const QString type = "%1 is no list of strings (QStringList) but %2"_s;
-        const QString both = "%1 and %2 hold type code 7, which counts in profilerTypeCodes"_s;
-        const Row rows[] = {
-            {"right", profiler, codes("1 5 8"), false, {}},
-            {"removed", profiler, QVariant(), false, {}},
-            {"late", profiler, codes("8"), true, {late.arg(QLatin1String(profiler))}},
-            {"a text", profiler, "7"_s, false, {type.arg(QLatin1String(profiler), "QString"_s)}},
-            {"a number", structuredLight, 7, false, {type.arg(QLatin1String(structuredLight), "int"_s)}},
-            {"none and without pages",
-             profiler,
-             codes("8  4"),
-             true,
-             {"profilerTypeCodes holds an empty type code"_s,
-              "profilerTypeCodes holds type code 4, whose cameras have the attribute tab only"_s,
-              late.arg(QLatin1String(profiler))}},
-            {"in both",
-             structuredLight,
-             codes("8 7"),
-             false,
-             {both.arg(QLatin1String(structuredLight), QLatin1String(profiler))}},
-            {"none of the lists", "typeCodes", 7, true, {}}};
-        for (const Row &row : rows) {
-            const InRow inRow(row.name);
+        // The property, its value, whether a camera is open, and how the lines begin.
+        const std::tuple<const char *, QVariant, bool, const char *> rows[] = {
+            {profiler, QStringList({"1"_s, "5"_s, "8"_s}), false, ""},
+            {profiler, QStringList("8"_s), true, "profilerTypeCodes changes while cameras have panels"},
+            {profiler, "7"_s, false, "profilerTypeCodes is no list of strings (QStringList) but QString"},
+            {structuredLight, 7, false, "structuredLightTypeCodes is no list of strings (QStringList) but int"},
+            {profiler, QStringList({"8"_s, QString(), "4"_s}), false,
+             "profilerTypeCodes holds an empty type code"
+             "|profilerTypeCodes holds type code 4, whose cameras have the attribute tab only"},
+            {structuredLight, QStringList({"8"_s, "7"_s}), false,
+             "structuredLightTypeCodes and profilerTypeCodes hold type code 7, which counts in profilerTypeCodes"},
+            {"typeCodes", 7, true, ""}};
+        for (const auto &[property, value, open, text] : rows) {
+            const InRow inRow(*text ? text : property);
+            const QStringList lines = words(text, '|');
             end();
             start();
-            setCamera("cam", row.open);
+            setCamera("cam", open);
             sendDeviceList({}, {"cam"});
-            const bool isSecond = row.property == structuredLight;
+            const bool isSecond = property == structuredLight;
             if (isSecond)
                 m_window->setProperty(profiler, QStringList("7"_s));
             m_host.clearCalls();
-            m_window->setProperty(row.property, row.value);
+            m_window->setProperty(property, value);
             const QStringList logged = m_host.callsTo("VLogInfo"_s);
-            QCOMPARE(logged.size(), row.lines.size());
-            for (int line = 0; line < row.lines.size(); ++line)
-                QVERIFY2(logged[line].startsWith("VLogInfo(ParameterWidgetManager, "_s + row.lines[line]),
+            QCOMPARE(logged.size(), lines.size());
+            for (int line = 0; line < lines.size(); ++line)
+                QVERIFY2(logged[line].startsWith("VLogInfo(ParameterWidgetManager, "_s + lines[line]),
                          qPrintable(logged[line]));
             setCamera("other", true);
             m_host.setCameraInfo("other", HostCore::CAM_INFO_TYPE_CODE, isSecond ? "7" : "4");
@@ -105,23 +93,16 @@ private Q_SLOTS:
         }
     }
 
+    /// New panels take over which are hidden.
     void windowHidesWithBothTabs()
     {
-        struct Step
-        {
-            bool panel, detail;
-        };
-        for (const Step &step :
-             {Step{false, true}, Step{false, false}, Step{true, false}, Step{false, true}, Step{false, false}}) {
-            m_window->setPanelWidgetVisiable(step.panel);
-            m_window->setAllDetailWidgetVisiable(step.detail);
-            QCOMPARE(m_window->isVisible(), step.panel || step.detail);
+        for (const auto &[panel, detail] : {std::tuple(false, true), std::tuple(false, false), std::tuple(true, false),
+                                            std::tuple(false, true), std::tuple(false, false)}) {
+            m_window->setPanelWidgetVisiable(panel);
+            m_window->setAllDetailWidgetVisiable(detail);
+            QCOMPARE(m_window->isVisible(), panel || detail);
         }
-    }
-
-    void newPanelsTakeTheTabsOver()
-    {
-        m_window->setPanelWidgetVisiable(false);
+        m_window->setAllDetailWidgetVisiable(true);
         setCamera("cam", true);
         sendDeviceList({}, {"cam"});
         const auto *tabs = tabsOf(panelOf("cam"), "tabMainWidget");

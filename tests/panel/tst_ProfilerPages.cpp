@@ -27,20 +27,14 @@ private Q_SLOTS:
 
     void start()
     {
-        struct Row
-        {
-            const char *known;
-            const char *replaced, *with; ///< in the log of a device that knows nothing
-            const char *shows;
-        };
+        // What the host knows, what is replaced in the log of a device that knows nothing, and what the rows show.
         const char *const batch = "Get(BatchNumber)";
         const char *const fast = "Get(BatchNumber) Set(BatchNumber,400)";
         const char *const full = "Get(BatchNumber) Set(BatchNumber,800)";
-        const Row rows[] = {
+        const std::tuple<const char *, const char *, const char *, const char *> rows[] = {
             {"", "", "",
              "FrameTriggerMode=ExternalTrigger|TriggerMode=Encoder|AcqDataSource=3D|Sampling Rate=1|ZUpSizeInfo=9"
              "|ZDownSizeInfo=-9|HighCorrection=1.25|LaserAdjustMode=Auto"},
-            {"BatchNumber=0|SinData=0.5", "", "", "BatchTransmitMode=Normal|TiltCorrection=30"},
             {"BatchNumber=1|SinData=-1", "", "", "BatchTransmitMode=Normal|TiltCorrection=-44.427"},
             {"BatchNumber=100|SinData=1.5", "", "", "BatchTransmitMode=Normal|TiltCorrection=0"},
             {"BatchNumber=101|SinData=x", batch, fast, "BatchTransmitMode=Fast|TiltCorrection=0"},
@@ -59,8 +53,6 @@ private Q_SLOTS:
             {"51=3|52=wide|53=yes|54=x|55=high|56=inf", " Store(52,0.002000)", "",
              "Sampling Rate=1|ContourSpacer=0|IntensityEnable=off|ZUpSizeInfo=9|ZDownSizeInfo=-9"},
             {"ZUpSizeInfo=-4|ZDownSizeInfo=4", "", "", "ZUpSizeInfo=4|ZDownSizeInfo=-4"},
-            {"ZUpSizeInfo=x|ZDownSizeInfo=", "", "", "ZUpSizeInfo=9|ZDownSizeInfo=-9"},
-            {"Height=1024|HeightMax=1024", "", "", "GrabRangeCompression=off"},
             {"Height=512|HeightMax=1024", "HeightMax)",
              "HeightMax) Set(CenterImageY,Off) DrawROI(0,0,2048,1024,0,false,0,1)", "GrabRangeCompression=on"},
             {"Height=512 lines|HeightMax=1024", "", "", "GrabRangeCompression=off"},
@@ -68,14 +60,14 @@ private Q_SLOTS:
              "ImageMasker2) Get(ImageMask) Set(ImageMaskerSelector,ImageMasker2) Set(ImageMask,1)"
              " DrawROI(0,0,0,0,3,false,1,0)",
              "  Mask1=off|  Mask2=off|  Mask3=on"}};
-        for (const Row &row : rows) {
-            const InRow inRow(row.known);
-            open(words(row.known, '|'));
+        for (const auto &[known, replaced, with, shows] : rows) {
+            const InRow inRow(known);
+            open(words(known, '|'));
             QString expected = QLatin1String(FirstSync);
-            if (*row.replaced)
-                expected.replace(QLatin1String(row.replaced), QLatin1String(row.with));
+            if (*replaced)
+                expected.replace(QLatin1String(replaced), QLatin1String(with));
             QCOMPARE(m_log.mid(m_log.indexOf("TriggerSelector=1"_s)).join(QLatin1Char(' ')), expected);
-            QCOMPARE(asShown(words(row.shows, '|')), words(row.shows, '|'));
+            QCOMPARE(asShown(words(shows, '|')), words(shows, '|'));
         }
         m_panel->host.setWriteResult("cam", "ImageMaskerSelector", -1);
         m_log.clear();
@@ -154,26 +146,20 @@ private Q_SLOTS:
 
     void rowsFollowTheModes()
     {
-        struct Step
-        {
-            const char *list;
-            int entry;
-            const char *shown, *hidden;
-        };
         open();
-        for (const Step &step :
-             {Step{"FrameTriggerMode", 1, "", "TriggerSource TriggerSoftware"},
-              Step{"FrameTriggerMode", 0, "TriggerSource TriggerSoftware", ""},
-              Step{"TriggerMode", 0, "AcquisitionLineRate", "EncoderDivider EncoderOutputMode EncoderMode"},
-              Step{"TriggerMode", 1, "EncoderDivider EncoderOutputMode EncoderMode", "AcquisitionLineRate"},
-              Step{"LaserAdjustMode", 0, "Lasersetting", "LowerBound UpperBound"},
-              Step{"LaserAdjustMode", 1, "LowerBound UpperBound", "Lasersetting"}}) {
-            choose(step.list, step.entry);
+        for (const auto &[list, entry, more, fewer] :
+             {std::tuple("FrameTriggerMode", 1, "", "TriggerSource TriggerSoftware"),
+              std::tuple("FrameTriggerMode", 0, "TriggerSource TriggerSoftware", ""),
+              std::tuple("TriggerMode", 0, "AcquisitionLineRate", "EncoderDivider EncoderOutputMode EncoderMode"),
+              std::tuple("TriggerMode", 1, "EncoderDivider EncoderOutputMode EncoderMode", "AcquisitionLineRate"),
+              std::tuple("LaserAdjustMode", 0, "Lasersetting", "LowerBound UpperBound"),
+              std::tuple("LaserAdjustMode", 1, "LowerBound UpperBound", "Lasersetting")}) {
+            choose(list, entry);
             panel()->updateWidget(false);
             const QStringList labels = m_panel->labels();
-            for (const QString &label : words(step.shown))
+            for (const QString &label : words(more))
                 QVERIFY2(labels.contains(label), qPrintable(label));
-            for (const QString &label : words(step.hidden))
+            for (const QString &label : words(fewer))
                 QVERIFY2(m_panel->row(label.toUtf8())->isHidden(), qPrintable(label));
         }
         port().pokeDouble(m_panel->camera.address("AcquisitionLineRate"), 500);
@@ -300,31 +286,6 @@ private Q_SLOTS:
         press("ZUpSizeInfo", Qt::Key_Tab);
         QCOMPARE(value("ZUpSizeInfo"), 7.0);
         QCOMPARE(taken(), QString());
-    }
-
-    /// The device goes while a tilt is being typed.
-    void releasedPanel()
-    {
-        open();
-        type("TiltCorrection", "12");
-        panel()->setParamterViewDisable();
-        m_panel->host.setNodeMap(HostCore::FOCUS_CAMERA, "cam", nullptr);
-        m_panel->camera.map->InvalidateNodes();
-        port().resetCounters();
-        panel()->startAcquireOperation();
-        panel()->stopAcquireOperation();
-        panel()->updateWidget(true);
-        panel()->init3DParameters();
-        panel()->retranslate(1);
-        for (int tab : {0, 1, 2, 3})
-            m_panel->innerTabs()->setCurrentIndex(tab);
-        for (ToolPageWidgetItem *row : panel()->findChildren<ToolPageWidgetItem *>()) {
-            for (QPushButton *button : row->findChildren<QPushButton *>())
-                button->click();
-        }
-        panel()->hide();
-        QCOMPARE(taken(), QString());
-        QCOMPARE(port().accesses.size(), size_t(0));
     }
 
     /// A field that is being typed in loses the focus, and with it ends its editing, when half of the panel has gone.

@@ -43,9 +43,6 @@ private Q_SLOTS:
         for (const QString &label : m_panel->labels("thirdToolBox"))
             QCOMPARE(m_panel->row(label.toLatin1().constData())->getDescription(0).isEmpty(), label != "UserSetLoad"_s);
 
-        for (const QString &label : m_panel->labels("thirdToolBox"))
-            QCOMPARE(m_panel->row(label.toUtf8())->getDescription(0).isEmpty(), label != "UserSetLoad"_s);
-
         port().resetCounters();
         for (int tab : {0, 1, 2}) // every feature row writes the feature that it is named after
             m_panel->innerTabs()->setCurrentIndex(tab);
@@ -98,20 +95,17 @@ private Q_SLOTS:
 
     void start()
     {
-        struct Row
-        {
-            const char *on, *unknown, *shown;
-        };
         QStringList reads;
         for (const char *feature : OutputFeatures)
             reads << "Get(%1)"_s.arg(QLatin1String(feature));
-        for (const Row &row : {Row{"", "", "[-]"}, Row{"Left2DImage", "", "[-]|2D Left"},
-                               Row{"Right2.5DBack Right2DImage Left2DSrcImage", "Left2DImage Left2DSrcImage",
-                                   "[-]|2D Right|2.5D Right Reflex"}}) {
-            const InRow inRow(row.on);
-            open(row.on, row.unknown);
+        for (const auto &[on, unknown, types] :
+             {std::tuple("", "", "[-]"), std::tuple("Left2DImage", "", "[-]|2D Left"),
+              std::tuple("Right2.5DBack Right2DImage Left2DSrcImage", "Left2DImage Left2DSrcImage",
+                         "[-]|2D Right|2.5D Right Reflex")}) {
+            const InRow inRow(on);
+            open(on, unknown);
             QCOMPARE(taken(), reads.join(QLatin1Char(' ')));
-            QCOMPARE(offered(), QLatin1String(row.shown));
+            QCOMPARE(offered(), QLatin1String(types));
             QCOMPARE(outputs()->displayText(), offered().mid(4).replace(QLatin1Char('|'), "、"_s));
         }
     }
@@ -233,44 +227,28 @@ private Q_SLOTS:
 
     void showsTheDevice()
     {
-        struct Row
-        {
-            const char *name, *on, *unknown, *shown, *sent;
-        };
-        const Row rows[] = {
+        // Outputs that are on, and unknown, then the types to choose from, and what is told to the host.
+        const std::tuple<const char *, const char *, const char *, const char *, const char *> rows[] = {
             {"as before", "Left2DImage Left2.5DFront", "", "-|2D Left|[2.5D Left Shot]", ""},
             {"another one", "Left2.5DFront Right2.5DBack", "", "-|[2.5D Left Shot]|2.5D Right Reflex", ""},
             {"not the shown one", "Left2DImage", "", "[-]|2D Left", "SetSLImageShowMode(cam, 0)"},
             {"nothing is told", "", "Left2DImage Left2.5DFront", "-|2D Left|[2.5D Left Shot]", ""}};
         const std::function<void()> causes[] = {[this] { panel()->updateWidget(true); },
                                                 [this] { click("UserSetLoad"); }, [this] { visitTree(); }};
-        for (const Row &row : rows) {
-            const InRow inRow(row.name);
+        for (const auto &[name, on, unknown, types, told] : rows) {
+            const InRow inRow(name);
             for (const auto &cause : causes) {
                 open("Left2DImage Left2.5DFront");
                 showTypes()->setCurrentText("2.5D Left Shot"_s);
-                setOutputs(row.on, row.unknown);
+                setOutputs(on, unknown);
                 taken();
                 cause();
-                QCOMPARE(offered(), QLatin1String(row.shown));
+                QCOMPARE(offered(), QLatin1String(types));
                 QStringList sent = calls("SetCameraNodeValue SetSLImageShowMode");
                 sent.removeOne("SetCameraNodeValue(cam, UserSetLoad, )"_s);
-                QCOMPARE(sent.join(QLatin1Char(' ')), QLatin1String(row.sent));
+                QCOMPARE(sent.join(QLatin1Char(' ')), QLatin1String(told));
             }
         }
-    }
-
-    void releasedPanel()
-    {
-        open("Left2DImage");
-        panel()->setParamterViewDisable();
-        taken();
-        QVERIFY(!outputs()->isEnabled());
-        panel()->on2DGrabOutputChanged(0, false);
-        showTypes()->setCurrentIndex(1);
-        panel()->updateWidget(true);
-        panel()->retranslate(1);
-        QCOMPARE(taken(), QString());
     }
 
 private:

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "FeatureTree/FeatureTreeView.h"
+#include "FindRow.h"
 #include "ManagerFixture.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 
@@ -84,34 +85,27 @@ private Q_SLOTS:
     /// Also presses on what takes no focus; none beside the panel does.
     void pressesInThePanelEndThem()
     {
-        const std::pair<bool, const char *> targets[] = {{false, "pushButtonFold"},
-                                                         {false, "tabMainWidget"},
-                                                         {false, "widget_attrInfo"},
-                                                         {false, "splitter"},
-                                                         {true, "toolButton"},
-                                                         {true, "edit_search"},
-                                                         {true, "label"},
-                                                         {true, "tabMainWidget"},
-                                                         {false, ""},
-                                                         {true, ""}};
-        for (const auto &[isInTree, target] : targets) {
-            const InRow inRow(target);
+        const QStringList targets[] = {words("pushButtonFold tabMainWidget widget_attrInfo splitter beside"),
+                                       words("toolButton edit_search label tabMainWidget beside")};
+        const QStringList all = targets[0] + targets[1];
+        for (int at = 0; at < all.size(); ++at) {
+            const bool isInTree = at >= targets[0].size();
+            const bool isBeside = all[at] == "beside"_s;
+            const QByteArray name = all[at].toLatin1();
+            const InRow inRow(name.constData());
             cleanup();
             init();
             open(isInTree);
-            QWidget *pressed = *target ? panel()->findChild<QWidget *>(QLatin1String(target)) : m_beside;
+            QWidget *pressed = isBeside ? m_beside : panel()->findChild<QWidget *>(all[at]);
             if (auto *tabs = qobject_cast<QTabWidget *>(pressed))
                 pressed = tabs->tabBar();
             unsigned writtenBefore = 1; // when the press takes effect
             if (auto *button = qobject_cast<QAbstractButton *>(pressed))
                 connect(button, &QAbstractButton::pressed, this, [&] { writtenBefore = m_camera->port.writes; });
             QTest::mouseClick(pressed, Qt::LeftButton, {}, QPoint(4, 4));
-            QCOMPARE(m_camera->port.writes, *target ? 1U : 0U);
+            QCOMPARE(m_camera->port.writes, isBeside ? 0U : 1U);
             QCOMPARE(writtenBefore, 1U);
-            if (*target)
-                QCOMPARE(exposure(), 123.0);
-            else
-                QCOMPARE(m_field->text(), "123"_s);
+            QCOMPARE(isBeside ? m_field->text() : QString::number(exposure()), "123"_s);
         }
     }
 
@@ -141,9 +135,7 @@ private:
         if (isInTree) {
             auto *const tree = panel()->findChild<FeatureTreeView *>();
             tree->expandAll();
-            const QAbstractItemModel *const model = tree->model();
-            const QModelIndex row = model->match(model->index(0, 0), Qt::DisplayRole, "ExposureTime"_s, 1,
-                                                 Qt::MatchExactly | Qt::MatchRecursive)[0];
+            const QModelIndex row = findRow(*tree->model(), "ExposureTime");
             tree->scrollTo(row);
             QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(row.siblingAtColumn(1)).center());
             m_field = tree->viewport()->findChild<QDoubleSpinBox *>();

@@ -3,24 +3,15 @@
 
 namespace {
 
-QString text(const std::string &value)
+template <class Value>
+QString text(const Value &value)
 {
-    return QString::fromUtf8(value.c_str(), static_cast<int>(value.size()));
-}
-
-QString text(int value)
-{
-    return QString::number(value);
-}
-
-QString text(float value)
-{
-    return QString::number(double(value));
-}
-
-QString text(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
+    if constexpr (std::is_same_v<Value, std::string>)
+        return QString::fromStdString(value);
+    else if constexpr (std::is_same_v<Value, bool>)
+        return value ? QStringLiteral("true") : QStringLiteral("false");
+    else
+        return QString::number(value);
 }
 
 template <class... Values>
@@ -43,30 +34,25 @@ void FakeHostCore::reset()
     listeners = {};
     roiAnswer = {};
     correctionField = nullptr;
-    m_calls.clear();
-    m_callHook.clear();
-    m_nodeMaps.clear();
-    m_cameraInfo.clear();
-    m_cardInfo.clear();
-    m_paramterInfo.clear();
-    m_nodeValues.clear();
-    m_readResults.clear();
-    m_writeResults.clear();
+    const std::lock_guard lock(m_mutex);
+    m_state = {};
 }
 
 int FakeHostCore::readNode(const std::string &key, const std::string &node, std::string &value) const
 {
-    const int result = m_readResults.value({key, node});
-    if (result != 0 || !m_nodeValues.contains({key, node}))
-        return result != 0 ? result : -1;
-    value = nodeValue(key, node);
+    if (const int result = this->value(&State::readResults, {key, node}))
+        return result;
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_state.nodeValues.find({key, node});
+    if (found == m_state.nodeValues.end())
+        return -1;
+    value = found->second;
     return 0;
 }
 
 int FakeHostCore::writeNode(const std::string &key, const std::string &node, const std::string &value)
 {
-    const int result = m_writeResults.value({key, node});
-    if (result != 0)
+    if (const int result = this->value(&State::writeResults, {key, node}))
         return result;
     const std::string stored = nodeValue(key, node);
     const bool isBoolean = stored == "True" || stored == "False";
@@ -87,8 +73,11 @@ QStringList FakeHostCore::callsTo(const QStringList &functions) const
 void FakeHostCore::record(const char *function, const QStringList &arguments)
 {
     const QString line = QStringLiteral("%1(%2)").arg(QLatin1String(function), arguments.join(QStringLiteral(", ")));
-    m_calls.append(0, line);
-    if (const auto hook = m_callHook.value(0))
+    {
+        const std::lock_guard lock(m_mutex);
+        m_state.calls[0] << line;
+    }
+    if (const auto hook = value(&State::callHook, 0))
         hook(line);
 }
 

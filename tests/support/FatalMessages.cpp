@@ -2,10 +2,7 @@
 #include "support/FatalMessages.h"
 
 #include <QMutex>
-#include <QMutexLocker>
 #include <QtTest>
-
-#include <algorithm>
 
 namespace {
 
@@ -33,7 +30,7 @@ FatalMessages::~FatalMessages()
         qInstallMessageHandler(m_previous);
         active = nullptr;
     }
-    for (const QString &message : unexpected())
+    for (const QString &message : std::as_const(m_unexpected))
         QTest::qFail(qPrintable(QStringLiteral("Unexpected message: ") + message), __FILE__, __LINE__);
 }
 
@@ -49,21 +46,6 @@ QStringList FatalMessages::seen() const
     return m_seen;
 }
 
-QStringList FatalMessages::unexpected() const
-{
-    QStringList messages = seen();
-    messages.erase(
-        std::remove_if(messages.begin(), messages.end(), [this](const QString &message) { return isAllowed(message); }),
-        messages.end());
-    return messages;
-}
-
-bool FatalMessages::isAllowed(const QString &message) const
-{
-    return std::any_of(m_allowed.begin(), m_allowed.end(),
-                       [&message](const QRegularExpression &pattern) { return pattern.match(message).hasMatch(); });
-}
-
 void FatalMessages::handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     QtMessageHandler previous = nullptr;
@@ -73,8 +55,11 @@ void FatalMessages::handle(QtMsgType type, const QMessageLogContext &context, co
             return;
         if (type == QtWarningMsg || type == QtCriticalMsg) {
             active->m_seen << message;
-            if (active->isAllowed(message))
-                return;
+            for (const QRegularExpression &pattern : std::as_const(active->m_allowed)) {
+                if (pattern.match(message).hasMatch())
+                    return;
+            }
+            active->m_unexpected << message;
         }
         previous = active->m_previous;
     }

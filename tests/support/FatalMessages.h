@@ -3,7 +3,6 @@
 
 #include <QRegularExpression>
 #include <QStringList>
-#include <QVector>
 
 /// Fails the running test when a warning or a critical message that nobody allowed was printed during the
 /// life of this object (from any thread). Create it in a test function, or in init() and destroy it in
@@ -19,19 +18,17 @@ public:
     FatalMessages(const FatalMessages &) = delete;
     FatalMessages &operator=(const FatalMessages &) = delete;
 
-    /// Swallows every message that the pattern matches somewhere.
+    /// Swallows every message from now on that the pattern matches somewhere.
     void allow(const QRegularExpression &pattern);
     void allow(const QString &pattern) { allow(QRegularExpression(pattern)); }
     /// Every warning and critical message so far, allowed ones too.
     QStringList seen() const;
-    /// Those that nobody allowed.
-    QStringList unexpected() const;
 
 private:
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message);
-    bool isAllowed(const QString &message) const;
 
-    QVector<QRegularExpression> m_allowed;
+    QList<QRegularExpression> m_allowed;
     QStringList m_seen;
+    QStringList m_unexpected; ///< those of them that nobody allowed before
     QtMessageHandler m_previous = nullptr;
 };

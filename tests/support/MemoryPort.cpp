@@ -71,13 +71,6 @@ void MemoryPort::pokeDouble(int64_t address, double value)
     poke(address, bits, 8);
 }
 
-void MemoryPort::pokeFloat(int64_t address, float value)
-{
-    uint32_t bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
-    poke(address, bits, 4);
-}
-
 void MemoryPort::pokeText(int64_t address, const std::string &text, size_t length)
 {
     for (size_t i = 0; i < length; ++i)

@@ -42,7 +42,6 @@ public:
     void poke(int64_t address, uint64_t value, int length = 4);
     void pokeBigEndian(int64_t address, uint64_t value, int length = 4);
     void pokeDouble(int64_t address, double value);
-    void pokeFloat(int64_t address, float value);
     /// Copies the text and fills the rest of `length` bytes with zeros.
     void pokeText(int64_t address, const std::string &text, size_t length);
     uint64_t peek(int64_t address, int length = 4) const;
