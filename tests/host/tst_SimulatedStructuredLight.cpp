@@ -158,6 +158,7 @@ private Q_SLOTS:
             {"Light2Mode=Strobe", leftOnly, usual},
             {"Light3Selector=Left Light3Mode=Strobe", leftOnly, usual},
             {"Light1Selector=Front", [](S, S after) { return after.front > 1.5 * after.back; }, usual},
+            {"Light3Mode=Continuous Light3Value=100", fewer, "Contrast=50"},
             {"SensorGain=6.0", brighter, usual},
             {"SensorMethod=Left", [](S, S after) { return after.hiddenRight > after.hiddenLeft + 30; }, usual},
             {"SensorMethod=Right", [](S, S after) { return after.hiddenLeft > after.hiddenRight + 30; }, usual},
