@@ -5,6 +5,7 @@
 
 #include <QtTest>
 
+#include "Features/NodeText.h"
 #include "Simulation/SimulatedDevice.h"
 #include "Simulation/SimulatedDevices.h"
 
@@ -45,14 +46,17 @@ public:
     {
         return QString::fromUtf8(GenApi::CValuePtr(node(name))->ToString(false, true).c_str());
     }
-    void set(const char *name, const char *text) const { GenApi::CValuePtr(node(name))->FromString(text); }
+    /// Executes commands.
+    void set(const char *name, const char *text) const
+    {
+        writeNodeText(nodes(), QLatin1String(name), QString::fromUtf8(text));
+    }
     /// Sets features from words "name=text", one after the other.
     void setAll(const QByteArray &words) const
     {
-        for (const QByteArray &word : words.split(' ')) {
-            const int split = int(word.indexOf('='));
-            set(word.left(split).constData(), word.mid(split + 1).constData());
-        }
+        const QByteArray failure = failureOf(words);
+        if (!failure.isEmpty())
+            qFatal("%s", failure.constData());
     }
 
     /// What the device says when the feature is set to that text; empty when it accepts.
@@ -62,6 +66,36 @@ public:
             set(name, text);
         } catch (const GenICam::GenericException &exception) {
             return QString::fromUtf8(exception.GetDescription());
+        }
+        return {};
+    }
+
+    /// Goes through words: "Feature=1" sets it, "Feature!=1" expects that the device refuses to, "Feature==1" expects
+    /// the value and "Feature:RO" the access. Tells of the first word that does not hold; empty when all do.
+    QByteArray failureOf(const QByteArray &words) const
+    {
+        static const QRegularExpression form(QStringLiteral("^([^=!:]+)(==?|!=|:)(.*)$"));
+        static const QByteArrayList modes{"NI", "NA", "WO", "RO", "RW"};
+        for (const QByteArray &word : words.split(' ')) {
+            const QRegularExpressionMatch parts = form.match(QString::fromUtf8(word));
+            const QByteArray name = parts.captured(1).toUtf8(), wanted = parts.captured(3).toUtf8();
+            const QByteArray sign = parts.captured(2).toUtf8();
+            if (!node(name))
+                return word + ": no such feature";
+            QByteArray value = wanted;
+            try {
+                if (sign == ":")
+                    value = modes.at(access(name));
+                else if (sign == "==")
+                    value = GenApi::CValuePtr(node(name))->ToString(true).c_str();
+                else
+                    set(name, wanted);
+                if (sign == "!=" || value != wanted)
+                    return word + ": it is " + value;
+            } catch (const GenICam::GenericException &exception) {
+                if (sign != "!=")
+                    return word + ": " + exception.GetDescription();
+            }
         }
         return {};
     }

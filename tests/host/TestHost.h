@@ -3,8 +3,7 @@
 
 #include <memory>
 
-#include <QFile>
-#include <QTemporaryDir>
+#include <QtTest>
 
 #include "Host/HostContext.h"
 #include "Simulation/SimulatedDevices.h"
@@ -14,6 +13,25 @@ inline QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);
 }
+
+/// Hears of the lists of devices as long as it lives, on the thread that tells of them.
+class ListListener final : public HostCore::IDeviceListUpdate
+{
+public:
+    using Keys = std::vector<std::string>;
+    using Handler = std::function<void(int source, const Keys &cards, const Keys &cameras)>;
+
+    explicit ListListener(Handler handler) : m_handle(std::move(handler))
+    {
+        HostCore::RegisterDeviceListUpdateListener(this);
+    }
+    ~ListListener() { HostCore::UnRegisterDeviceListUpdateListener(this); }
+
+    void OnUpdate(int source, Keys cards, Keys cameras) override { m_handle(source, cards, cameras); }
+
+private:
+    const Handler m_handle;
+};
 
 /// A host with settings of its own, and what it has logged. There is none before renew() and after end().
 class TestHost
@@ -47,8 +65,10 @@ public:
         TestDevice *added = device.get();
         return m_context->devices().add(std::move(device)) ? added : nullptr;
     }
-    void addSimulatedDevices()
+    /// A new one with the simulated devices.
+    void renewSimulated()
     {
+        renew();
         for (std::unique_ptr<Device> &device : makeSimulatedDevices())
             m_context->devices().add(std::move(device));
     }
@@ -56,6 +76,20 @@ public:
     void close(const char *id) { m_context->sessions().close(text(id)); }
     bool acquire(const char *id) { return m_context->sessions().startAcquisition(text(id)); }
     bool isReady(const char *id) const { return m_context->devices().isReady(text(id)); }
+    /// Writes features by words "feature=value", one after the other.
+    void set(const char *id, const QByteArray &words) const
+    {
+        for (const QByteArray &word : words.split(' ')) {
+            const QStringList parts = text(word).split(QLatin1Char('='));
+            QVERIFY2(m_context->values().write(text(id), parts[0], parts[1]), word);
+        }
+    }
+    double number(const char *id, const char *feature) const
+    {
+        QString value;
+        m_context->values().read(text(id), text(feature), &value);
+        return value.toDouble();
+    }
     Device *device(const char *id) const { return m_context->devices().device(text(id)); }
 
     QStringList log;

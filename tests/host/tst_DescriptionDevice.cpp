@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "Devices/DescriptionDevice.h"

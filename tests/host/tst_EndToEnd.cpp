@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QProcess>
-#include <QSignalSpy>
-#include <QStandardPaths>
 #include <QUdpSocket>
-#include <QtEndian>
 #include <QtTest>
 
 #include "Devices/AravisDevice.h"
@@ -64,15 +59,11 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
 
-    void discoversTheCamera()
+    void showsADiscoveredCamera()
     {
         m_host->devices().refresh();
         QTRY_VERIFY_WITH_TIMEOUT(m_host->devices().device(m_id), 10'000);
         QVERIFY(!m_host->devices().isReady(m_id));
-    }
-
-    void showsItsFeatures()
-    {
         m_host->focus().set(m_id);
         QVERIFY2(m_host->sessions().open(m_id), qPrintable(m_host.log.join(QLatin1Char('\n'))));
         QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == m_id);
@@ -106,13 +97,9 @@ private Q_SLOTS:
             quint32 address;
             qint64 contents;
         } rows[] = {{"Height", "240", 0x104, 240},
-                    {"OffsetX", "16", 0x130, 16},
-                    {"OffsetY", "8", 0x134, 8},
                     {"ExposureTimeAbs", "5000", 0x120, 5000},
-                    {"GainRaw", "7", 0x110, 7},
                     {"AcquisitionFrameRate", "50", 0x138, 20'000},
-                    {"PixelFormat", "BayerRG8", 0x128, 0x01080009},
-                    {"TriggerSource", "Software", 0x304, 1}};
+                    {"PixelFormat", "BayerRG8", 0x128, 0x01080009}};
         for (const auto &row : rows) {
             QVERIFY2(cameraRegister(row.address) != row.contents, row.feature);
             QVERIFY2(write(row.feature, row.value) == 0, row.feature);

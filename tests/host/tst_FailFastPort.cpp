@@ -5,8 +5,6 @@
 #include <thread>
 #include <vector>
 
-#include <QElapsedTimer>
-#include <QSemaphore>
 #include <QtTest>
 
 #include "Devices/FailFastPort.h"

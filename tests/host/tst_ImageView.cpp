@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QWindow>
+#include <QtTest>
 
 #include <algorithm>
 
-#include "Host/HostContext.h"
-#include "Simulation/SimulatedDevice.h"
-#include "Simulation/SimulatedDevices.h"
 #include "Viewer/ImageView.h"
 #include "Viewer/ViewerWindow.h"
+#include "host/TestHost.h"
 #include "support/BracketTranslator.h"
 
 namespace {
@@ -53,8 +49,6 @@ private Q_SLOTS:
         const QPoint usual(10, -6);
         const std::tuple<const char *, QPoint, QPoint, QRect> rows[] = {
             {"body", {200, 150}, usual, {220, 138, 400, 300}},
-            {"left", {100, 150}, usual, {220, 150, 380, 300}},
-            {"top", {200, 75}, usual, {200, 138, 400, 312}},
             {"top right", {300, 75}, usual, {200, 138, 420, 312}},
             {"bottom left", {100, 225}, usual, {220, 150, 380, 288}},
             {"just outside of an edge", {305, 150}, usual, {200, 150, 420, 300}},
@@ -95,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(area(handle), QRect(390, 290, 23, 22));
     }
 
-    void escapeTakesADragBack()
+    void escapeAndRemovalEndADrag()
     {
         const int handle = draw(Drawn);
         m_view->zoomToOriginal();
@@ -110,6 +104,15 @@ private Q_SLOTS:
         release({240, 160});
         QCOMPARE(area(handle), Drawn);
         QCOMPARE(m_view->imageRect(), shown);
+
+        const int other = draw(QRect(0, 0, 50, 50));
+        m_reports->clear();
+        press({200, 150});
+        m_regions->remove(Camera, handle);
+        moveTo({230, 170});
+        release({230, 170});
+        QCOMPARE(area(other), QRect(0, 0, 50, 50));
+        QVERIFY(m_reports->isEmpty());
     }
 
     void keysMoveTheSelectedRegion()
@@ -179,18 +182,6 @@ private Q_SLOTS:
         QCOMPARE(m_view->regions().selected(), first);
         m_regions->remove(Camera, first);
         QCOMPARE(m_view->regions().selected(), second);
-        QVERIFY(m_reports->isEmpty());
-    }
-
-    void removalEndsADrag()
-    {
-        const int handle = draw(Drawn);
-        const int other = draw(QRect(0, 0, 50, 50));
-        press({200, 150});
-        m_regions->remove(Camera, handle);
-        moveTo({230, 170});
-        release({230, 170});
-        QCOMPARE(area(other), QRect(0, 0, 50, 50));
         QVERIFY(m_reports->isEmpty());
     }
 
@@ -282,19 +273,15 @@ private Q_SLOTS:
 
     void canvasStandsForAMissingPicture()
     {
-        HostContext context({m_folder.filePath(QStringLiteral("viewer.ini")), {}});
-        for (std::unique_ptr<Device> &one : makeSimulatedDevices())
-            context.devices().add(std::move(one));
+        TestHost host;
+        host.renewSimulated();
+        HostContext &context = *host;
         ViewerWindow window(context);
-        const QString id = QStringLiteral("SIM-AREA-01");
+        const char *const camera = "SIM-AREA-01";
+        const QString id = text(camera);
         window.openWhenKnown(id);
         QTRY_VERIFY(context.devices().isReady(id));
-        const auto number = [&](const char *name) {
-            QString text;
-            context.values().read(id, QLatin1String(name), &text);
-            return text.toInt();
-        };
-        const QSize whole(number("Width"), number("Height"));
+        const QSize whole(int(host.number(camera, "Width")), int(host.number(camera, "Height")));
         int handle = context.panelRegions().draw(id, {0, 0}, {whole.width(), whole.height()});
         QVERIFY(window.image().isCanvas());
         QCOMPARE(window.image().imageSize(), whole);
@@ -306,7 +293,7 @@ private Q_SLOTS:
         QVERIFY(!window.image().isCanvas());
         context.panelRegions().remove(id, handle);
 
-        QVERIFY(context.values().write(id, QStringLiteral("Width"), QStringLiteral("320")));
+        host.set(camera, "Width=320");
         handle = context.panelRegions().draw(id, {10, 10}, {20, 20});
         QVERIFY(window.image().isCanvas());
         QCOMPARE(window.image().imageSize(), QSize(320, whole.height()));
@@ -314,7 +301,7 @@ private Q_SLOTS:
         QCOMPARE(window.image().frame().size(), whole);
 
         // What the last picture shows stays where it is on the sensor.
-        QVERIFY(context.values().write(id, QStringLiteral("OffsetX"), QStringLiteral("400")));
+        host.set(camera, "OffsetX=400");
         QVERIFY(context.panelRegions().draw(id, {10, 10}, {20, 20}));
         const QImage picture = window.image().canvasPicture();
         QCOMPARE(picture.size(), whole);
@@ -327,7 +314,7 @@ private Q_SLOTS:
         }
         QVERIFY2(unlike < 3, qPrintable(QString::number(unlike)));
 
-        QVERIFY(context.values().write(id, QStringLiteral("BinningHorizontal"), QStringLiteral("2")));
+        host.set(camera, "BinningHorizontal=2");
         QVERIFY(context.panelRegions().draw(id, {10, 10}, {20, 20}));
         QVERIFY(window.image().isCanvas());
         context.sessions().close(id);
@@ -361,7 +348,6 @@ private:
         release(from + way);
     }
 
-    QTemporaryDir m_folder;
     std::unique_ptr<ImageRegions> m_regions;
     std::unique_ptr<ImageView> m_view;
     std::unique_ptr<QSignalSpy> m_reports;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QDoubleSpinBox>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QtTest>
 
 #include <cmath>
@@ -63,8 +62,7 @@ class tst_ProfilerHost : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_host.renew();
-        m_host.addSimulatedDevices();
+        m_host.renewSimulated();
         QVERIFY(m_host.open(Id));
         set("AcquisitionMode=SingleFrame AcquisitionLineCount=40 BatchNumber=10");
         set("TestPartSpeed=0"); // the belt stands, without a part under the laser
@@ -121,16 +119,6 @@ private Q_SLOTS:
         }
     }
 
-    void measureRangeIsLockedWhileAcquiring()
-    {
-        set("AcquisitionMode=Continuous Height=200 OffsetY=300");
-        draw(0);
-        QVERIFY(m_host.acquire(Id));
-        m_host->regions().move(*m_host->regions().handleOf(Profiler, 0), QRect(0, 100, 2048, 200));
-        QTRY_COMPARE(region(0), QRect(0, 300, 2048, 200)); // as the device has it
-        QCOMPARE(m_host.log.size(), 1);
-    }
-
     void automaticRangeIsFoundOnce()
     {
         set("TestStrayLight=0 TestMountingTilt=0 TestMountingScale=1");
@@ -180,42 +168,41 @@ private Q_SLOTS:
         }
     }
 
-    void correctionsLevelTheBelt_data()
-    {
-        QTest::addColumn<QByteArray>("settings");
-        QTest::newRow("as mounted") << QByteArray("ReverseX=0");
-        QTest::newRow("mirrored and moved") << QByteArray("ReverseX=1 ZCoorOffset=0.5");
-        QTest::newRow("corrected before, wrongly") << QByteArray("SinData=0.1 CosData=0.994987 ZCoorScale=1.2");
-    }
     void correctionsLevelTheBelt()
     {
-        QFETCH(QByteArray, settings);
-        set(settings);
-        QDoubleSpinBox tilt, scale;
-        for (QDoubleSpinBox *box : {&tilt, &scale}) {
-            box->setRange(-45, 45);
-            box->setDecimals(4);
+        // as mounted; mirrored and moved; corrected before, wrongly
+        for (const char *settings :
+             {"ReverseX=0", "ReverseX=1 ZCoorOffset=0.5", "SinData=0.1 CosData=0.994987 ZCoorScale=1.2"}) {
+            init();
+            set(settings);
+            QDoubleSpinBox tilt, scale;
+            for (QDoubleSpinBox *box : {&tilt, &scale}) {
+                box->setRange(-45, 45);
+                box->setDecimals(4);
+            }
+            takeFrame();
+            HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 0.0F, &tilt);
+            QVERIFY2(std::abs(tilt.value() - 1.2) < 0.1, qPrintable(tilt.text())); // as it is mounted
+            const double found = tilt.value(), radians = qDegreesToRadians(found);
+            set("SinData=" + QByteArray::number(std::sin(radians))
+                + " CosData=" + QByteArray::number(std::cos(radians)));
+            HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 0.0F, &tilt);
+            QVERIFY2(tilt.value() == found, "the profile was taken before the correction");
+            takeFrame();
+            HostCore::NotifyCorrection(Key, ProfilerHeights::HeightScale, 1.0F, &scale);
+            set("ZCoorScale=" + scale.text().toUtf8());
+            double mean = 0.0, ends = 0.0; // of a profile that is right
+            connect(&m_host->devices(), &KnownDevices::heightReady, &scale,
+                    [&](const QString &, const HeightFrame &frame) {
+                        const auto line = HeightAnalysis::mainLine(frame.lastProfile(), frame.firstX, frame.pitchX);
+                        mean = line->meanHeight;
+                        ends = line->slope * frame.pitchX * frame.width;
+                    });
+            takeFrame();
+            QVERIFY2(std::abs(mean - read("ZCoorOffset") - read("ZReferenceHeight")) < 0.01,
+                     qPrintable(QString::number(mean)));
+            QVERIFY2(std::abs(ends) < 0.02, qPrintable(QString::number(ends)));
         }
-        takeFrame();
-        HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 0.0F, &tilt);
-        QVERIFY2(std::abs(tilt.value() - 1.2) < 0.1, qPrintable(tilt.text())); // as it is mounted
-        const double found = tilt.value(), radians = qDegreesToRadians(found);
-        set("SinData=" + QByteArray::number(std::sin(radians)) + " CosData=" + QByteArray::number(std::cos(radians)));
-        HostCore::NotifyCorrection(Key, ProfilerHeights::Tilt, 0.0F, &tilt);
-        QVERIFY2(tilt.value() == found, "the profile was taken before the correction");
-        takeFrame();
-        HostCore::NotifyCorrection(Key, ProfilerHeights::HeightScale, 1.0F, &scale);
-        set("ZCoorScale=" + scale.text().toUtf8());
-        double mean = 0.0, ends = 0.0; // of a profile that is right
-        connect(&m_host->devices(), &KnownDevices::heightReady, &scale, [&](const QString &, const HeightFrame &frame) {
-            const auto line = HeightAnalysis::mainLine(frame.lastProfile(), frame.firstX, frame.pitchX);
-            mean = line->meanHeight;
-            ends = line->slope * frame.pitchX * frame.width;
-        });
-        takeFrame();
-        QVERIFY2(std::abs(mean - read("ZCoorOffset") - read("ZReferenceHeight")) < 0.01,
-                 qPrintable(QString::number(mean)));
-        QVERIFY2(std::abs(ends) < 0.02, qPrintable(QString::number(ends)));
     }
 
     void correctionsThatFailAreLogged()
@@ -318,8 +305,10 @@ private Q_SLOTS:
             QCOMPARE(region(2), usual.translated(77 - usual.x(), 0));
             set("ImageMaskerSelector=ImageMasker2 UserSetSelector=Default");
             m_host.log.clear();
+            const ImportListener import;
             set(command);
             QTRY_VERIFY2(region(2) == usual, command);
+            QCOMPARE(import.ranges.size(), size_t(command == QByteArray("DeviceReset=") ? 1 : 0)); // of a restart
             QString selected;
             m_host->values().read(Profiler, text("ImageMaskerSelector"), &selected);
             QVERIFY2(selected != text("ImageMasker1"), "which was selected only to be asked");
@@ -329,25 +318,8 @@ private Q_SLOTS:
         }
     }
 
-    void panelShowsTheFoundRange()
-    {
-        ViewerWindow window(*m_host);
-        window.openWhenKnown(Profiler);
-        const auto shown = [&] {
-            const auto *const row = window.findChild<QWidget *>(QStringLiteral("ZUpSizeInfo"));
-            const auto *const field = row ? row->findChild<QDoubleSpinBox *>() : nullptr;
-            return field ? field->value() : 0.0;
-        };
-        set("AcquisitionMode=Continuous");
-        QVERIFY(m_host.acquire(Id)); // the panel hears of it, and of the device
-        QTRY_COMPARE(shown(), 9.0);
-        setInfo(HostCore::CAM_INFO_AUTOMATIC_Z_RANGE, "1");
-        QTRY_VERIFY(shown() != 9.0);
-        QVERIFY(std::abs(shown() - std::stod(info(HostCore::CAM_INFO_Z_MAXIMUM))) <= 0.005001);
-    }
-
     /// Not while the device acquires: the switch goes back.
-    void panelRestoresTheFullHeight()
+    void panelHandlesTheMeasureRange()
     {
         set("AcquisitionMode=Continuous Height=300 OffsetY=600");
         m_host.close(Id);
@@ -364,30 +336,23 @@ private Q_SLOTS:
         measureRange()->click();
         QVERIFY(measureRange()->isChecked() && !region(0).isEmpty());
         QCOMPARE(m_host.log.size(), 1);
+        m_host->regions().move(*m_host->regions().handleOf(Profiler, 0), QRect(0, 100, 2048, 300));
+        QTRY_COMPARE(region(0), QRect(0, 600, 2048, 300)); // as the device has it
+        QCOMPARE(m_host.log.size(), 2);
         m_host->sessions().stopAcquisition(Profiler);
         measureRange()->click();
         QVERIFY(!measureRange()->isChecked() && region(0).isEmpty());
         QCOMPARE(read("OffsetY"), 0.0);
         QCOMPARE(read("Height"), 1024.0);
-        QCOMPARE(m_host.log.size(), 1);
+        QCOMPARE(m_host.log.size(), 2);
+        set("Height=300");
+        m_host->listeners().raiseImport(Profiler); // has the panel look again
+        QTRY_VERIFY(measureRange()->isChecked());
     }
 
 private:
-    /// Words "feature=value", one after the other.
-    void set(const QByteArray &words)
-    {
-        for (const QByteArray &word : words.split(' ')) {
-            const int split = int(word.indexOf('='));
-            const QByteArray value = word.mid(split + 1);
-            QVERIFY2(HostCore::SetCameraNodeValue(Key, word.left(split).toStdString(), value.toStdString()) == 0, word);
-        }
-    }
-    double read(const char *node)
-    {
-        QString value;
-        m_host->values().read(Profiler, QLatin1String(node), &value);
-        return value.toDouble();
-    }
+    void set(const QByteArray &words) { m_host.set(Id, words); }
+    double read(const char *node) { return m_host.number(Id, node); }
     QRect maskOnDevice(int number)
     {
         set("ImageMaskerSelector=ImageMasker" + QByteArray::number(number - 1));

@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include <QAbstractItemModelTester>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolBar>
 #include <QTreeWidgetItemIterator>
 #include <QWheelEvent>
+#include <QtTest>
 
 #include "Host/HostContext.h"
 #include "TestDevice.h"
 #include "Viewer/DeviceTree.h"
+#include "Viewer/FeatureDump.h"
 #include "Viewer/GlyphIcons.h"
 #include "Viewer/ImageView.h"
 #include "Viewer/LogModel.h"
@@ -77,8 +76,6 @@ private Q_SLOTS:
             {"viewer --dump", false, true},
             {"viewer --dump --device D --genicam a.xml", false, true},
             {"viewer --language Klingon", false, true},
-            {"viewer --unknown", false, true},
-            {"viewer --device", false, true},
             {"viewer stray", false, true},
             {"viewer -h", true, true},
         };
@@ -162,14 +159,7 @@ private Q_SLOTS:
         QVERIFY(view.isFitted()); // what comes next
     }
 
-    void rateEndsWithTheFrames()
-    {
-        View view({100, 100}, {10, 10});
-        QTRY_VERIFY((view.showFrame(view.frame()), view.framesPerSecond() > 0));
-        QTRY_COMPARE(view.framesPerSecond(), 0.0);
-    }
-
-    void logIsBounded()
+    void logIsBoundedAndCountsRepetitions()
     {
         LogModel log;
         const auto append = [&](int line) { log.append({}, QStringLiteral("Module"), QString::number(line)); };
@@ -181,12 +171,7 @@ private Q_SLOTS:
         QVERIFY(log.lineText(0).endsWith(QStringLiteral("\tModule\t1")));
         log.clear();
         QCOMPARE(log.rowCount(), 0);
-    }
 
-    void logCountsRepetitions()
-    {
-        LogModel log;
-        const QAbstractItemModelTester tester(&log);
         int second = 0;
         for (const char *module : {"Host", "Host", "Host", "Panel", "Host"})
             log.append(QDateTime({2024, 1, 1}, QTime(0, 0, ++second)), QLatin1String(module),
@@ -235,6 +220,36 @@ private Q_SLOTS:
         tree.setCurrentItem(tree.topLevelItem(0));
         QCOMPARE(context.focus().id(), QString());
         QVERIFY(!tree.currentDevice());
+    }
+
+    void dumpsOneRowALine()
+    {
+        TestDevice device(QStringLiteral("cam"));
+        QString error;
+        QVERIFY2(device.open(&error), qPrintable(error));
+        device.port.poke(TestDevice::WidthAddress, 64);
+        device.port.poke(0x14, 640);
+        GenApi::CFloatPtr(device.nodeMap()->GetNode("Gain"))->SetValue(1000000);
+        const auto dump = [&device] { // the lines below the root category, without its path
+            QString text;
+            QTextStream stream(&text);
+            dumpFeatures(*device.nodeMap(), stream);
+            const QString root = text.section(QLatin1Char('\t'), 0, 0);
+            return text.section(QLatin1Char('\n'), 1).remove(root + QLatin1Char('/'));
+        };
+        QCOMPARE(dump(),
+                 QStringLiteral("Width\tInteger\tRW\tBeginner\t64\tnumber box\n"
+                                "Gain\tFloat\tRW\tBeginner\t1000000\tfloat box\n"
+                                "ReverseX\tBoolean\tRW\tBeginner\tFalse\tboolean\n"
+                                "PixelFormat\tEnumeration\tRW\tBeginner\tMono8\tlist\n"
+                                "DeviceUserID\tString\tRW\tBeginner\tleft\ttext\n"
+                                "TriggerSoftware\tCommand\tWO\tBeginner\t{Execute}\tbutton\n"
+                                "SensorWidth\tInteger\tRO\tBeginner\t640\t-\n"));
+        device.port.readFault = MemoryPort::Fault::Timeout; // does not end it
+        device.nodeMap()->InvalidateNodes();
+        const QString lines = dump();
+        QCOMPARE(lines.count(QLatin1Char('\n')), 7);
+        QVERIFY2(lines.contains(QStringLiteral("DeviceUserID\tString\tRW\tBeginner\tleft\ttext\n")), qPrintable(lines));
     }
 
 private:
