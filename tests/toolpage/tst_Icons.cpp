@@ -3,8 +3,8 @@
 #include <QImage>
 #include <QRegularExpression>
 
-#include "support/Rows.h"
 #include "Resources/Icons.h"
+#include "support/Rows.h"
 
 /// The images that hosts and the style sheet rely on.
 class tst_Icons : public QObject
