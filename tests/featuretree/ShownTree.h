@@ -3,9 +3,7 @@
 
 #include <memory>
 
-#include <QApplication>
 #include <QPushButton>
-#include <QtTest>
 
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeModel.h"
@@ -13,18 +11,22 @@
 #include "TestCamera.h"
 #include "support/FakeHostCore.h"
 #include "support/FatalMessages.h"
+#include "support/Input.h"
 
 /// The tree of a TestCamera, unfolded, with the level Beginner; unexpected warnings fail the test.
 class ShownTree
 {
 protected:
-    void make()
+    /// With TestCamera::pokeValues(), or with a width of 48 alone.
+    void make(bool hasValues = false)
     {
         close();
         FakeHostCore::instance().reset();
         m_messages = std::make_unique<FatalMessages>();
         m_camera = std::make_unique<TestCamera>();
         m_camera->port.poke(TestCamera::Width, 48);
+        if (hasValues)
+            m_camera->pokeValues();
         m_camera->port.poke(TestCamera::Switch, 1);
         m_model = std::make_unique<TreeModel>(QStringList{QStringLiteral("Feature"), QStringLiteral("Value")},
                                               m_camera->nodes());
@@ -40,10 +42,7 @@ protected:
     /// The same in the active window, which is `window`, or the tree itself.
     void show(QWidget *window = nullptr)
     {
-        QWidget *shown = window ? window : m_view.get();
-        shown->show();
-        QApplication::setActiveWindow(shown);
-        QVERIFY(QTest::qWaitForWindowActive(shown));
+        QVERIFY(activate(window ? *window : *m_view));
         m_camera->port.resetCounters();
     }
 

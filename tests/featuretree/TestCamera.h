@@ -14,25 +14,12 @@ class TestCamera
 public:
     /// Where the registers of the built-in description lie.
     enum Address {
-        Width = 0x000,
-        Switch = 0x004,
-        Selector = 0x008,
-        Power = 0x00c,
-        Gain = 0x010,
-        Start = 0x018,
-        TriggerSoftware = 0x01c,
-        Mask = 0x020,
-        Mac = 0x028,
-        Flags = 0x030,
-        Address4 = 0x050,
-        Big = 0x038,
-        LineRate = 0x040,
-        Temperature = 0x048,
-        Label = 0x100,
-        WriteOnlyGain = 0x080,
-        Fragile = 0x088,
-        Uncached = 0x08c,
-        Locked = 0x090
+        // clang-format off
+        Width = 0x000, Switch = 0x004, Selector = 0x008, Power = 0x00c, Gain = 0x010, Start = 0x018,
+        TriggerSoftware = 0x01c, Mask = 0x020, Mac = 0x028, Flags = 0x030, Big = 0x038, LineRate = 0x040,
+        Temperature = 0x048, Address4 = 0x050, WriteOnlyGain = 0x080, Fragile = 0x088, Uncached = 0x08c,
+        Locked = 0x090, Label = 0x100
+        // clang-format on
     };
 
     /// `description` is the text of a camera description; the built-in one by default.

@@ -29,6 +29,11 @@ const struct
      [](FeatureTreeView &tree, const QModelIndex &) { tree.SetFilter(0, QStringLiteral("no such feature")); }},
 };
 
+const struct
+{
+    const char *name;
+} Lists[] = {{"Selector"}, {"GatedSelector"}}; // which hides others, and itself
+
 } // namespace
 
 /// Which rows the tree shows, when it looks again, and where that leaves the keyboard.
@@ -41,23 +46,12 @@ private Q_SLOTS:
     void cleanup() { close(); }
 
     /// A category goes with its last shown feature.
-    void levels()
-    {
-        const char *const experts[] = {"Width", "Expert", "Guru"};
-        for (int level = 0; level <= 2; ++level) {
-            m_view->SetFilter(level, QString());
-            for (int needed = 0; needed <= 2; ++needed)
-                QVERIFY2(isShown(experts[needed]) == (needed <= level), experts[needed]);
-            QCOMPARE(isShown("Experts"), level > 0);
-        }
-    }
-
     void filters()
     {
-        const auto shown = [this](const char *filter) {
-            m_view->SetFilter(0, QLatin1String(filter));
+        const auto shown = [this](const char *filter, int level = 0) {
+            m_view->SetFilter(level, QLatin1String(filter));
             QByteArray names;
-            for (const char *name : {"Gain", "WriteOnlyGain", "Width", "Deeper", "Kinds"})
+            for (const char *name : {"Gain", "WriteOnlyGain", "Width", "Deeper", "Kinds", "Experts", "Expert", "Guru"})
                 names += isShown(name) ? QByteArray(name) + ' ' : QByteArray();
             return names;
         };
@@ -65,6 +59,8 @@ private Q_SLOTS:
         QCOMPARE(shown("no such feature"), QByteArray());
         QVERIFY(m_view->isRowHidden(0, QModelIndex()));
         QCOMPARE(shown(""), QByteArray("Gain WriteOnlyGain Width Deeper Kinds "));
+        QCOMPARE(shown("e", 1), QByteArray("WriteOnlyGain Kinds Experts Expert "));
+        QCOMPARE(shown("gu", 2), QByteArray("Experts Guru "));
     }
 
     void availabilityIsReadOncePerPass()
@@ -149,17 +145,12 @@ private Q_SLOTS:
         QCOMPARE(m_camera->port.readsOf(TestCamera::Switch), 1u);
     }
 
-    void choiceThatHidesRows_data()
-    {
-        QTest::addColumn<QByteArray>("list");
-        QTest::newRow("others") << QByteArray("Selector");
-        QTest::newRow("its own") << QByteArray("GatedSelector");
-    }
+    void choiceThatHidesRows_data() { addRows(Lists); }
 
     /// The rows are laid out anew while the tree paints; the editor moves along, or goes with its row.
     void choiceThatHidesRows()
     {
-        QFETCH(QByteArray, list);
+        const char *const list = currentRow(Lists).name;
         m_camera->port.onWrite[TestCamera::Selector] = [](MemoryPort &port) { port.poke(TestCamera::Switch, 0); };
         click(list);
         QPointer<QComboBox> box = editor<QComboBox>();
@@ -168,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(m_camera->port.writes, 1u);
         QTRY_VERIFY(!m_view->visualRect(cell("Gated")).isValid());
         m_view->viewport()->repaint();
-        if (list == "GatedSelector") {
+        if (list == Lists[1].name) {
             QTRY_VERIFY(!box);
             QVERIFY(m_view->hasFocus());
             QCOMPARE(m_view->currentIndex(), cell("Label", 0));

@@ -25,22 +25,14 @@ const struct
     const char *name;
     QVariant value;
 } Shown[] = {
-    {"Width", qint64(48)},
-    {"Big", std::numeric_limits<qint64>::min() + 1},
-    {"Gain", 2.5},
-    {"SinData", 0.123456789},
-    {"Power", QStringLiteral("True")},
-    {"Selector", QStringLiteral("Alpha")},
-    {"Label", QString::fromUtf8("gr\xc3\xbc\xc3\x9f")},
-    {"Start", QStringLiteral("{Execute}")},
-    {"GevCurrentSubnetMask", QStringLiteral("255.255.255.0")},
-    {"GevMACAddress", QStringLiteral("0.26.43.60.77.94")},
-    {"OtherMac", QStringLiteral("0.26.43.60.77.94")},
-    {"Address", QStringLiteral("10.0.0.1")},
-    {"Flags", QStringLiteral("0xff")},
-    {"Temperature", 12.3456},
-    {"Anything", QStringLiteral("stored")},
-    {"Image", QStringLiteral("stored")},
+    // clang-format off
+    {"Width", qint64(48)}, {"Big", std::numeric_limits<qint64>::min() + 1}, {"Gain", 2.5}, {"SinData", 0.123456789},
+    {"Power", QStringLiteral("True")}, {"Selector", QStringLiteral("Alpha")}, {"Temperature", 12.3456},
+    {"Label", QString::fromUtf8("gr\xc3\xbc\xc3\x9f")}, {"Start", QStringLiteral("{Execute}")},
+    {"GevCurrentSubnetMask", QStringLiteral("255.255.255.0")}, {"GevMACAddress", QStringLiteral("0.26.43.60.77.94")},
+    {"OtherMac", QStringLiteral("0.26.43.60.77.94")}, {"Address", QStringLiteral("10.0.0.1")},
+    {"Flags", QStringLiteral("0xff")}, {"Anything", QStringLiteral("stored")}, {"Image", QStringLiteral("stored")}
+    // clang-format on
 };
 
 const struct
@@ -183,7 +175,6 @@ private Q_SLOTS:
                  qPrintable(calls));
         QCOMPARE(calls.count(QLatin1Char('|')), 0);
     }
-
     void foreignWriteFaultIsLogged()
     {
         bind("Power");
@@ -231,19 +222,16 @@ private Q_SLOTS:
             int level;
             const char *filter;
             bool isShown;
-        } rows[] = {
-            {"Width", 0, "", true},
-            {"Expert", 0, "", false},
-            {"Expert", 1, "", true},
-            {"Guru", 1, "", false},
-            {"Guru", 2, "", true},
-            {"Invisible", 2, "", false},
-            {"Width", 0, "gain", false},
-            {"TriggerSoftware", 0, "gERsoft", true},
-            {"Image", 0, "gain", true},
-            {"Guru", 0, "guru", false},
-            {"GatedByBoolean", 0, "", false},
-        };
+        } rows[] = {{"Expert", 0, "", false},
+                    {"Expert", 1, "", true},
+                    {"Guru", 1, "", false},
+                    {"Guru", 2, "", true},
+                    {"Invisible", 2, "", false},
+                    {"Width", 0, "gain", false},
+                    {"TriggerSoftware", 0, "gERsoft", true},
+                    {"Image", 0, "gain", true},
+                    {"Guru", 0, "guru", false},
+                    {"GatedByBoolean", 0, "", false}};
         for (const auto &row : rows) {
             bind(row.feature);
             QVERIFY2(m_item->getVisiable(row.level, QLatin1String(row.filter)) == row.isShown,
@@ -282,34 +270,26 @@ private Q_SLOTS:
         QVERIFY(some.getVisiable(0, QString()));
     }
 
-    void faultyNodeNeverThrows_data()
-    {
-        QTest::addColumn<int>("kind"); // GenICam, standard, anything
-        QTest::addColumn<bool>("hasShape");
-        for (int i = 0; i < 6; ++i)
-            QTest::addRow("kind %d, shape %d", i / 2, i % 2) << i / 2 << (i % 2 != 0);
-    }
-
     void faultyNodeNeverThrows()
     {
-        QFETCH(int, kind);
-        QFETCH(bool, hasShape);
-        FaultyNode node([kind] {
-            if (kind == 0)
-                throw RUNTIME_EXCEPTION("faulty");
-            if (kind == 1)
-                throw std::runtime_error("faulty");
-            throw 42;
-        });
-        node.hasShape = hasShape;
-        m_item = std::make_unique<TreeItem>(cells(QStringLiteral("Faulty"), 5));
-        m_item->SetFeature(static_cast<GenApi::INode *>(&node));
-        QCOMPARE(m_item->data(1), QVariant(5));
-        QVERIFY(m_item->setData(1, 6));
-        QCOMPARE(m_item->getVisiable(2, QString()), kind != 0);
-        QString interfaceName;
-        QVERIFY(!m_item->EnterEditMode(interfaceName));
-        QCOMPARE(m_item->GetFeaturePtr(), static_cast<GenApi::INode *>(&node));
+        for (int kind = 0; kind < 6; ++kind) {
+            FaultyNode node([kind] {
+                if (kind < 2)
+                    throw RUNTIME_EXCEPTION("faulty");
+                if (kind < 4)
+                    throw std::runtime_error("faulty");
+                throw 42;
+            });
+            node.hasShape = kind % 2 != 0;
+            m_item = std::make_unique<TreeItem>(cells(QStringLiteral("Faulty"), 5));
+            m_item->SetFeature(static_cast<GenApi::INode *>(&node));
+            QCOMPARE(m_item->data(1), QVariant(5));
+            QVERIFY(m_item->setData(1, 6));
+            QVERIFY2(m_item->getVisiable(2, QString()) == (kind >= 2), QByteArray::number(kind));
+            QString interfaceName;
+            QVERIFY(!m_item->EnterEditMode(interfaceName));
+            QCOMPARE(m_item->GetFeaturePtr(), static_cast<GenApi::INode *>(&node));
+        }
     }
 
 private:

@@ -100,16 +100,14 @@ void exercise(Camera &camera)
             thrownBy([&] { value->FromString("1"); });
             thrownBy([&] { value->FromString("2", false); });
         }
-        CIntegerPtr integer(node);
-        CFloatPtr real(node);
-        if (integer.IsValid()) {
-            thrownBy([&] { integer->GetMin(); });
-            thrownBy([&] { integer->GetMax(); });
-        }
-        if (real.IsValid()) {
-            thrownBy([&] { real->GetMin(); });
-            thrownBy([&] { real->GetMax(); });
-        }
+        const auto readLimits = [](auto number) {
+            if (!number.IsValid())
+                return;
+            thrownBy([&] { number->GetMin(); });
+            thrownBy([&] { number->GetMax(); });
+        };
+        readLimits(CIntegerPtr(node));
+        readLimits(CFloatPtr(node));
         thrownBy([&] { node->InvalidateNode(); });
     }
     thrownBy([&] { camera.map->Poll(1000); });

@@ -17,17 +17,12 @@ const std::string Variables = described(R"(
     + "<Enumeration Name=\"Mode\"><EnumEntry Name=\"Slow\"><Value>3</Value></EnumEntry>"
       "<EnumEntry Name=\"Fast\"><Value>7</Value></EnumEntry><Value>7</Value></Enumeration>";
 
-std::string variable(const char *name, const char *node)
-{
-    return std::string("<pVariable Name=\"") + name + "\">" + node + "</pVariable>";
-}
+const std::string Declared =
+    "; pVariable.C=Count; pVariable.L=Level; pVariable.F=Flag; pVariable.M=Mode; pVariable.E=Count";
 
-const std::string Declared = variable("C", "Count") + variable("L", "Level") + variable("F", "Flag")
-    + variable("M", "Mode") + variable("E", "Count");
-
-std::string knife(const char *tag, const std::string &inner, const std::string &formula)
+std::string knife(const char *kind, const std::string &more, const std::string &formula)
 {
-    return std::string("<") + tag + " Name=\"Test\">" + inner + "<Formula>" + formula + "</Formula></" + tag + ">";
+    return described(kind + (" Test" + Declared + more + "; Formula=" + formula));
 }
 
 // Expressions each of which uses all that follow it: 2^count uses in all.
@@ -35,10 +30,9 @@ std::string entangledExpressions(int count)
 {
     std::string all;
     for (int i = 0; i < count; ++i) {
-        all += "<Expression Name=\"X" + std::to_string(i) + "\">C";
+        all += "; Expression.X" + std::to_string(i) + "=C";
         for (int j = i + 1; j < count; ++j)
             all += "+X" + std::to_string(j);
-        all += "</Expression>";
     }
     return all;
 }
@@ -62,25 +56,26 @@ private Q_SLOTS:
                     {"", "F ? 5 : 6", 5},
                     {"", "M * 10", 70},
                     {"", "M = M.Entry.Fast ? M.Entry.Slow : 0", 3},
-                    {variable("D.Max", "Count"), "D.Max", 20},
+                    {"; pVariable.D.Max=Count", "D.Max", 20},
                     {"", "E * 2", 24},
-                    {"<Constant Name=\"K\">0x10</Constant>", "K + C", 28},
-                    {"<Expression Name=\"X\">C + 1</Expression>", "X * X", 169},
-                    {"<Expression Name=\"X\">Y * 2</Expression><Expression Name=\"Y\">C - 2</Expression>", "X + Y", 30},
-                    {"<Expression Name=\"PI\">C</Expression>", "PI", 12}};
+                    {"; Constant.K=0x10", "K + C", 28},
+                    {"; Expression.X=C + 1", "X * X", 169},
+                    {"; Expression.X=Y * 2; Expression.Y=C - 2", "X + Y", 30},
+                    {"; Expression.PI=C", "PI", 12}};
         for (const auto &[inner, formula, expected] : rows) {
-            const Camera integers(Variables + knife("IntSwissKnife", Declared + inner, formula));
+            const Camera integers(Variables + knife("IntSwissKnife", inner, formula));
             COMPARE_ROW(formula, integers.integer("Test")->GetValue(), expected);
-            const Camera reals(Variables + knife("SwissKnife", Declared + inner, formula));
+            const Camera reals(Variables + knife("SwissKnife", inner, formula));
             COMPARE_ROW(formula, reals.real("Test")->GetValue(), expected);
         }
     }
 
     void integerAndFloatDiffer()
     {
-        const Camera integers(Variables + knife("IntSwissKnife", Declared, "L * 2 + 7 / 2"));
-        QCOMPARE(integers.integer("Test")->GetValue(), int64_t(9)); // 2.5 rounds to 3
-        const Camera reals(Variables + knife("SwissKnife", Declared, "L * 2 + 7 / 2 + L.Max"));
+        const std::string formula = "L * 2 + 7 / 2 + L.Max";
+        const Camera integers(Variables + knife("IntSwissKnife", "", formula));
+        QCOMPARE(integers.integer("Test")->GetValue(), int64_t(14)); // 2.5 rounds to 3, and 4.5 to 5
+        const Camera reals(Variables + knife("SwissKnife", "", formula));
         QCOMPARE(reals.real("Test")->GetValue(), 13.0);
     }
 
@@ -90,8 +85,8 @@ private Q_SLOTS:
         for (const std::string &formula :
              {std::string(), std::string("C +"), std::string("C + D"), std::string("C.Color"),
               std::string("M.Entry.Slower"), std::string("C.Entry.Fast"), tooDeep}) {
-            const Camera camera(Variables + knife("IntSwissKnife", Declared, formula)
-                                + "<Integer Name=\"User\"><pValue>Test</pValue></Integer>");
+            const Camera camera(Variables + knife("IntSwissKnife", "", formula)
+                                + described("Integer User; pValue=Test"));
             COMPARE_ROW(formula, camera.access("Test"), NA);
             COMPARE_ROW(formula, camera.access("User"), NA);
             COMPARE_ROW(formula, thrownBy([&] { camera.integer("User")->GetValue(); }).substr(0, 8), "Access: ");
@@ -101,10 +96,9 @@ private Q_SLOTS:
 
     void convertersUseOtherVariables()
     {
-        Camera camera(Variables + intReg("Reg", "0x10") + "<IntConverter Name=\"Test\">" + Declared
-                      + "<Constant Name=\"K\">100</Constant>"
-                        "<FormulaTo>(FROM - K) / C</FormulaTo><FormulaFrom>TO * C + K</FormulaFrom>"
-                        "<pValue>Reg</pValue></IntConverter>");
+        Camera camera(Variables + intReg("Reg", "0x10")
+                      + described("IntConverter Test" + Declared
+                                  + "; Constant.K=100; FormulaTo=(FROM - K) / C; FormulaFrom=TO * C + K; pValue=Reg"));
         camera.port.poke(0x10, 3);
         QCOMPARE(camera.integer("Test")->GetValue(), int64_t(136));
         camera.integer("Test")->SetValue(160);
@@ -115,9 +109,9 @@ private Q_SLOTS:
 
     void entangledExpressionsEnd()
     {
-        const Camera camera(Variables + knife("IntSwissKnife", Declared + entangledExpressions(28), "X0"));
+        const Camera camera(Variables + knife("IntSwissKnife", entangledExpressions(28), "X0"));
         QCOMPARE(int(camera.access("Test")), int(NA));
-        const Camera mild(Variables + knife("IntSwissKnife", Declared + entangledExpressions(8), "X0"));
+        const Camera mild(Variables + knife("IntSwissKnife", entangledExpressions(8), "X0"));
         QCOMPARE(mild.integer("Test")->GetValue(), int64_t(128 * 12));
     }
 };

@@ -302,34 +302,6 @@ private Q_SLOTS:
         QCOMPARE(camera.integer("A")->GetValue(), int64_t(2));
     }
 
-    void secondReadOfEverythingNeedsNoPort()
-    {
-        std::string nodes;
-        for (int i = 0; i < 100; ++i) {
-            const std::string name = "F" + std::to_string(i);
-            const std::string address = std::to_string(16 * i);
-            nodes += integer(name.c_str(), address.c_str(), i ? "<pMax>F0</pMax>" : "") + "<Float Name=\"R" + name
-                + "\"><pValue>" + name + "</pValue></Float>";
-        }
-        Camera camera(nodes);
-        NodeList_t list;
-        camera.map->GetNodes(list);
-        const auto readAll = [&] {
-            for (INode *node : list) {
-                CValuePtr value(node);
-                if (value.IsValid() && IsReadable(node->GetAccessMode()))
-                    value->ToString();
-                CIntegerPtr integer(node);
-                if (integer.IsValid())
-                    integer->GetMax();
-            }
-        };
-        readAll();
-        QCOMPARE(camera.port.reads, 100u);
-        readAll();
-        QCOMPARE(camera.port.reads, 100u);
-    }
-
     void threadsMayShareTheMap()
     {
         const Camera camera(integer("A", "0x10", "<pMax>Room</pMax>") + integer("B", "0x14")

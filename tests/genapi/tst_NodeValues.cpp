@@ -148,19 +148,18 @@ private Q_SLOTS:
         }
     }
 
-    void floatsOverIntegersSnapToTheGrid()
+    void writesReachWhatLiesBehind()
     {
-        const Camera camera(zoo());
-        const struct
-        {
-            double written;
-            int64_t stored;
-        } rows[] = {{12.0, 11}, {14.6, 16}, {13.4, 11}, {1.0, 1}, {16.0, 16}};
-        for (const auto &row : rows) {
-            camera.real("OverInt")->SetValue(row.written);
-            QCOMPARE(camera.integer("Grid")->GetValue(), row.stored);
+        Camera camera(zoo());
+        for (const auto &[written, stored] : {std::pair(12.0, 11), {14.6, 16}, {13.4, 11}, {1.0, 1}, {16.0, 16}}) {
+            camera.real("OverInt")->SetValue(written); // snaps to the grid
+            QCOMPARE(camera.integer("Grid")->GetValue(), int64_t(stored));
         }
         QVERIFY(!thrownBy([&] { camera.real("OverInt")->SetValue(0.4); }).empty());
+        camera.integer("Copies")->SetValue(25);
+        QCOMPARE(camera.port.peek(0x10), uint64_t(25));
+        QCOMPARE(camera.port.peek(0x14), uint64_t(25));
+        QVERIFY(!thrownBy([&] { camera.integer("Copies")->SetValue(60); }).empty());
     }
 
     void convertersWorkInBothDirections()
@@ -185,12 +184,7 @@ private Q_SLOTS:
         QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 40 * 2 + 20 * 0.5 + 40);
         camera.enumeration("Mode")->SetIntValue(1);
         QCOMPARE(camera.real("Mixed")->GetValue(), 1 + 1 * 2 + 20 * 0.5 + 40);
-    }
-
-    void divisionByZeroThrows()
-    {
-        const Camera camera(zoo());
-        QVERIFY(thrownBy([&] { camera.integer("Divided")->GetValue(); }).rfind("Runtime: ", 0) == 0);
+        QCOMPARE(thrownBy([&] { camera.integer("Divided")->GetValue(); }).substr(0, 9), std::string("Runtime: "));
         camera.integer("Zero")->SetValue(2);
         QCOMPARE(camera.integer("Divided")->GetValue(), int64_t(3));
     }
@@ -209,15 +203,6 @@ private Q_SLOTS:
         QCOMPARE(table->GetValue(), int64_t(-1));
         camera.integer("Chosen")->SetValue(0);
         QCOMPARE(table->GetValue(), int64_t(100));
-    }
-
-    void copiesAreWrittenToo()
-    {
-        Camera camera(zoo());
-        camera.integer("Copies")->SetValue(25);
-        QCOMPARE(camera.port.peek(0x10), uint64_t(25));
-        QCOMPARE(camera.port.peek(0x14), uint64_t(25));
-        QVERIFY(!thrownBy([&] { camera.integer("Copies")->SetValue(60); }).empty());
     }
 
     void enumerationsKnowTheirEntries()

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QSignalSpy>
 
-#include <memory>
-
 #include "Editors.h"
-#include "FailedAt.h"
 #include "support/FakeHostCore.h"
+#include "support/Input.h"
+#include "support/Rows.h"
 
 using Row = ToolPageWidgetItem;
 
@@ -19,6 +17,7 @@ class EditedRow : public QObject
 protected:
     void setUp()
     {
+        tearDown();
         FakeHostCore::instance().reset();
         m_camera = std::make_unique<TestCamera>();
         m_camera->port.poke(TestCamera::Width, 48);
@@ -35,11 +34,8 @@ protected:
     template <class Editor>
     Editor *editorOf(const char *nodeName)
     {
-        m_row = std::make_unique<Row>();
-        m_row->setItemInfo({}, {}, m_camera->node(nodeName), true);
-        m_row->show();
-        QApplication::setActiveWindow(m_row.get());
-        if (!QTest::qWaitForWindowActive(m_row.get()))
+        m_row = rowOf(*m_camera, nodeName);
+        if (!activate(*m_row))
             return nullptr;
         m_row->findChild<Editor *>()->setFocus();
         m_written = std::make_unique<QSignalSpy>(m_row.get(), &Row::valueChanged);

@@ -7,6 +7,7 @@
 #include <QSpinBox>
 #include <QVariant>
 
+#include <memory>
 #include <string>
 
 #include "TestCamera.h"
@@ -24,6 +25,15 @@ inline QVariant shownBy(const QWidget &row)
         return boolean->isOn();
     const auto *command = row.findChild<QPushButton *>();
     return command ? command->text() : QVariant();
+}
+
+/// A row, in a page or by itself, of the camera's feature.
+inline std::unique_ptr<ToolPageWidgetItem> rowOf(const TestCamera &camera, const char *feature = "N",
+                                                 QWidget *page = nullptr)
+{
+    auto row = std::make_unique<ToolPageWidgetItem>(page);
+    row->setItemInfo({QStringLiteral("Label"), QStringLiteral("标签")}, {}, camera.node(feature), true);
+    return row;
 }
 
 /// The description of a device with a feature N.

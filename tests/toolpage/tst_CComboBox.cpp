@@ -6,17 +6,15 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolTip>
-#include <QWheelEvent>
 #include <QWindow>
-#include <QtTest>
 
 #include <functional>
-#include <memory>
 
-#include "FailedAt.h"
 #include "ToolPage/CComboBox.h"
 #include "ToolPage/ToolPageWidgetItem.h"
 #include "support/FatalMessages.h"
+#include "support/Input.h"
+#include "support/Rows.h"
 
 /// Runs a function when the watched widget hides.
 class HideWatch : public QObject
@@ -44,6 +42,7 @@ class tst_CComboBox : public QObject
 private Q_SLOTS:
     void init()
     {
+        cleanup();
         m_messages = std::make_unique<FatalMessages>();
         m_messages->allow(QStringLiteral("^This plugin does not support"));
         m_window = std::make_unique<QWidget>();
@@ -56,9 +55,7 @@ private Q_SLOTS:
         m_window->resize(300, 200);
         m_box->setGeometry(20, 20, 200, 34);
         (new QLineEdit(m_window.get()))->setGeometry(20, 160, 200, 30);
-        m_window->show();
-        m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QVERIFY(activate(*m_window));
         m_box->setFocus();
     }
 
@@ -180,14 +177,10 @@ private Q_SLOTS:
             {"deleted", [this] { delete m_box; }},
             {"other window", [&] { otherWindow.activateWindow(); }}};
         for (const auto &[name, end] : ends) {
-            const FailedAt at(name);
-            cleanup();
+            const InRow at(name);
             init();
             otherWindow.hide();
-            otherWindow.show();
-            QVERIFY(QTest::qWaitForWindowActive(&otherWindow));
-            m_window->activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+            QVERIFY(activate(otherWindow) && activate(*m_window));
             type(Qt::Key_Space);
             const QPointer<QWidget> list = QApplication::activePopupWidget();
             QVERIFY(list);
@@ -222,11 +215,11 @@ private Q_SLOTS:
     /// The list shows all of its texts, on the screen; a tool tip tells those that the box cannot show.
     void narrowBox()
     {
-        const std::pair<Qt::LayoutDirection, int> places[] = {
-            {Qt::LeftToRight, Middle}, {Qt::RightToLeft, Middle}, {Qt::LeftToRight, 700}, {Qt::RightToLeft, 0}};
-        for (const auto &[direction, windowX] : places) {
-            const FailedAt at(direction == Qt::LeftToRight ? "left to right" : "right to left");
-            cleanup();
+        for (const auto &[direction, windowX] : {std::pair(Qt::LeftToRight, Middle),
+                                                 {Qt::RightToLeft, Middle},
+                                                 {Qt::LeftToRight, 700},
+                                                 {Qt::RightToLeft, 0}}) {
+            const InRow at(direction == Qt::LeftToRight ? "left to right" : "right to left");
             init();
             const auto tellsFullText = [this] {
                 QHelpEvent hover(QEvent::ToolTip, QPoint(5, 5), m_box->mapToGlobal(QPoint(5, 5)));
@@ -255,7 +248,7 @@ private Q_SLOTS:
     void paintsTheTexts()
     {
         for (int pass = 0; pass < 4; ++pass) {
-            const FailedAt at(pass < 2 ? "left to right" : "right to left");
+            const InRow at(pass < 2 ? "left to right" : "right to left");
             const Qt::LayoutDirection direction = pass < 2 ? Qt::LeftToRight : Qt::RightToLeft;
             const bool isElided = pass % 2 == 1;
             CComboBox box(m_window.get());
@@ -288,11 +281,7 @@ private Q_SLOTS:
         QSignalSpy current(m_box, qOverload<int>(&QComboBox::currentIndexChanged));
         for (bool focused : {false, true}) {
             focused ? m_box->setFocus() : m_box->clearFocus();
-            QWheelEvent wheel(QPointF(5, 5), m_box->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120), Qt::NoButton,
-                              Qt::NoModifier, Qt::NoScrollPhase, false);
-            wheel.ignore();
-            QCoreApplication::sendEvent(m_box, &wheel);
-            QVERIFY(wheel.isAccepted());
+            QVERIFY(turnWheel(*m_box));
         }
         QCOMPARE(current.count() + m_toggled->count(), 0);
     }

@@ -3,8 +3,8 @@
 #include <QImage>
 #include <QRegularExpression>
 
-#include "FailedAt.h"
 #include "Resources/Icons.h"
+#include "support/Rows.h"
 
 /// The images that hosts and the style sheet rely on.
 class tst_Icons : public QObject
@@ -26,7 +26,7 @@ private Q_SLOTS:
             {"switch", "switchON switchON-disable switchOFF switchOFF-disable", {44, 20}},
             {"pullDownIcon", "normal disable", {8, 6}}};
         for (const auto &[name, files, size] : rows) {
-            const FailedAt at(name);
+            const InRow at(name);
             for (const QString &file : QString::fromLatin1(files).split(QLatin1Char(' '))) {
                 const QString stem = QStringLiteral(":/Resources/icon/%1/%2").arg(QLatin1String(name), file);
                 const QImage image(stem + QStringLiteral(".png"));

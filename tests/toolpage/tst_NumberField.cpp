@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStyle>
 #include <QStyleOptionSpinBox>
 #include <QVBoxLayout>
-#include <QWheelEvent>
-#include <QtTest>
 
 #include <cfloat>
 #include <functional>
 
-#include "FailedAt.h"
 #include "FeatureTree/IntegerSpinBox.h"
 #include "PanelBase/NumberField.h"
+#include "support/Input.h"
+#include "support/Rows.h"
 
 namespace {
 
@@ -43,9 +41,7 @@ struct Window
             panelLayout->addWidget(widget);
         whole->addWidget(&panel);
         whole->addWidget(&beside);
-        window.show();
-        QApplication::setActiveWindow(&window);
-        isActive = QTest::qWaitForWindowActive(&window);
+        isActive = activate(window);
         field->setFocus();
         QObject::connect(field, &QAbstractSpinBox::editingFinished, &window, [box] { // as an owner takes the number
             box->interpretText();
@@ -76,9 +72,7 @@ struct Window
 void visitAnotherWindow(Window &)
 {
     QWidget other;
-    other.show();
-    QApplication::setActiveWindow(&other);
-    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(activate(other));
 }
 
 void openPopup(Window &window)
@@ -94,14 +88,12 @@ void lockPanel(Window &window)
     window.panel.setEnabled(true);
 }
 
-struct Leaving
+const struct Leaving
 {
     const char *name;
     void (*leave)(Window &window);
     bool ends;
-};
-
-const Leaving Leavings[] = {
+} Leavings[] = {
     {"Enter", [](Window &window) { window.key(Qt::Key_Enter); }, true},
     {"Return", [](Window &window) { window.key(Qt::Key_Return); }, true},
     {"Tab", [](Window &window) { window.key(Qt::Key_Tab); }, true},
@@ -131,13 +123,11 @@ QAbstractSpinBox *makeField()
     return field;
 }
 
-struct Kind
+constexpr struct Kind
 {
     const char *name;
     QAbstractSpinBox *(*make)();
-};
-
-constexpr Kind Kinds[] = {
+} Kinds[] = {
     {"integer", makeField<IntegerField>}, {"real", makeField<RealField>}, {"64 bits", makeField<IntegerSpinBox>}};
 
 } // namespace
@@ -153,7 +143,7 @@ private Q_SLOTS:
     void leaving()
     {
         for (const Kind &row : Kinds) {
-            const FailedAt at(row.name);
+            const InRow at(row.name);
             for (const Leaving &way : Leavings) {
                 for (const bool typed : {true, false}) {
                     Window window(row.make());
@@ -176,7 +166,7 @@ private Q_SLOTS:
     void unfinishedInputSurvives()
     {
         for (const Kind &row : Kinds) {
-            const FailedAt at(row.name);
+            const InRow at(row.name);
             Window window(row.make());
             window.typeIn("13");
             window.key(Qt::Key_Left);
@@ -199,7 +189,7 @@ private Q_SLOTS:
         const std::tuple<const char *, int, double> rows[] = {
             {"up", Qt::Key_Up, 49}, {"down", Qt::Key_Down, 47}, {"page up", Qt::Key_PageUp, 58}, {"button", 0, 49}};
         for (const auto &[name, key, to] : rows) {
-            const FailedAt at(name);
+            const InRow at(name);
             for (const Kind &kind : Kinds) {
                 Window window(kind.make());
                 QSignalSpy ended(window.field, &QAbstractSpinBox::editingFinished);
@@ -230,9 +220,7 @@ private Q_SLOTS:
     {
         Window window(makeField<IntegerField>());
         QSignalSpy ended(window.field, &QAbstractSpinBox::editingFinished);
-        QWheelEvent wheel(QPointF(5, 5), window.field->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, 120),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(window.field, &wheel);
+        turnWheel(*window.field, 120);
         QCOMPARE(window.field->text(), QStringLiteral("49"));
         QCOMPARE(ended.count(), 0);
         window.press(&window.label);
@@ -243,7 +231,7 @@ private Q_SLOTS:
     void anythingCanBeTyped()
     {
         for (const Kind &row : Kinds) {
-            const FailedAt at(row.name);
+            const InRow at(row.name);
             const bool isReal = QByteArray(row.name) == "real";
             const std::tuple<const char *, bool, bool> texts[] = {
                 {"1200", true, true},  {"100000", false, false},  {"-5", false, false},
@@ -278,7 +266,7 @@ private Q_SLOTS:
             {"no number", "1,234.5", 5, true},
             {"as before, to the eye", "5.001", 5, false}};
         for (const auto &[name, typed, value, isRefused] : rows) {
-            const FailedAt at(name);
+            const InRow at(name);
             auto *field = new RealField(nullptr, NumberInput::Beyond::Nearest);
             field->setLimits(-60, 60);
             field->load(5);
@@ -331,7 +319,7 @@ private Q_SLOTS:
             {"no increment", 0, 60, 0, 2.5, 1, 2.51},
             {"to a limit with more digits than shown", 0, 66.66666667, 0, 66.66, 10, 66.66666667}};
         for (const auto &[name, minimum, maximum, increment, from, count, to] : rows) {
-            const FailedAt at(name);
+            const InRow at(name);
             RealField field;
             field.setDecimals(4);
             field.setLimits(minimum, maximum);
@@ -341,23 +329,6 @@ private Q_SLOTS:
             QCOMPARE(field.number(), to);
             QCOMPARE(field.hasInput(), to != from);
         }
-    }
-
-    /// A field of 32 bits with a longer value does not step from what it shows.
-    void beyondTheBox()
-    {
-        auto *field = new IntegerField;
-        Window window(field);
-        const qint64 value = 5000000000;
-        field->setLimits(0, std::numeric_limits<int>::max());
-        field->load(value, 705032704);
-        QVERIFY(!field->holdsLoaded() && !field->hasInput());
-        window.key(Qt::Key_Up);
-        QCOMPARE(field->number(), value);
-        window.typeIn("7");
-        QCOMPARE(*field->entered(), Q_INT64_C(7));
-        field->giveBack();
-        QCOMPARE(field->number(), value);
     }
 
     /// However another value got into the box, it counts as input until it is taken or replaced.

@@ -6,19 +6,13 @@
 #include <limits>
 
 #include "Editors.h"
-#include "FailedAt.h"
 #include "support/FakeHostCore.h"
+#include "support/Rows.h"
 
 /// The ranges, steps and entries of editors, and what becomes of odd ones.
 class tst_RowEditors : public QObject
 {
     Q_OBJECT
-
-    /// The row of the camera's feature.
-    static void bind(ToolPageWidgetItem &row, TestCamera &camera, const char *feature = "N")
-    {
-        row.setItemInfo({}, {}, camera.node(feature), true);
-    }
 
 private Q_SLOTS:
     void init() { FakeHostCore::instance().reset(); }
@@ -27,14 +21,13 @@ private Q_SLOTS:
     {
         TestCamera camera(descriptionWith(
             "<Integer Name=\"N\"><Value>0</Value><Min>-8</Min><Max>4294967295</Max><Inc>8</Inc></Integer>"));
-        ToolPageWidgetItem row;
-        bind(row, camera);
-        const auto *spinBox = row.findChild<QSpinBox *>();
+        const auto row = rowOf(camera);
+        const auto *spinBox = row->findChild<QSpinBox *>();
         for (int pass = 0; pass < 2; ++pass) {
             QCOMPARE(spinBox->minimum(), -8);
             QCOMPARE(spinBox->maximum(), std::numeric_limits<int>::max());
             QCOMPARE(spinBox->singleStep(), 8);
-            row.updateWidget(false);
+            row->updateWidget(false);
         }
     }
 
@@ -45,9 +38,8 @@ private Q_SLOTS:
         for (const auto &[increment, step] : steps) {
             TestCamera camera(descriptionWith("<Float Name=\"N\"><Value>0.123456</Value><Min>-0.1</Min><Max>9</Max>"
                                               + increment + "</Float>"));
-            ToolPageWidgetItem row;
-            bind(row, camera);
-            const auto *spinBox = row.findChild<QDoubleSpinBox *>();
+            const auto row = rowOf(camera);
+            const auto *spinBox = row->findChild<QDoubleSpinBox *>();
             QCOMPARE(spinBox->singleStep(), step);
             QCOMPARE(spinBox->value(), 0.1235);
             QCOMPARE(spinBox->minimum(), -0.1);
@@ -58,14 +50,13 @@ private Q_SLOTS:
     void oddFloats()
     {
         TestCamera camera;
-        ToolPageWidgetItem row;
-        bind(row, camera, "AcquisitionLineRate");
-        const auto *spinBox = row.findChild<QDoubleSpinBox *>();
+        const auto row = rowOf(camera, "AcquisitionLineRate");
+        const auto *spinBox = row->findChild<QDoubleSpinBox *>();
         using Limits = std::numeric_limits<double>;
         for (const double odd : {Limits::infinity(), Limits::quiet_NaN(), -Limits::infinity(), Limits::max()}) {
             camera.port.pokeDouble(TestCamera::LineRate, odd);
             camera.map->InvalidateNodes();
-            row.updateWidget(false);
+            row->updateWidget(false);
             for (const double shown : {spinBox->value(), spinBox->minimum(), spinBox->maximum()})
                 QVERIFY(std::isfinite(shown));
         }
@@ -80,16 +71,14 @@ private Q_SLOTS:
             {"float below its minimum", "<Float Name=\"N\"><Value>7</Value><Min>10</Min></Float>", 7},
             {"no entries", "<Enumeration Name=\"N\"><Value>0</Value></Enumeration>", -1}};
         for (const auto &[name, element, shown] : rows) {
-            const FailedAt at(name);
+            const InRow at(name);
             init();
-
             TestCamera camera(descriptionWith(element));
-            ToolPageWidgetItem item;
-            bind(item, camera);
-            item.updateWidget(false);
+            const auto row = rowOf(camera);
+            row->updateWidget(false);
             QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
-            QCOMPARE(item.isHidden(), shown < 0);
-            auto *editor = item.findChild<QAbstractSpinBox *>();
+            QCOMPARE(row->isHidden(), shown < 0);
+            auto *editor = row->findChild<QAbstractSpinBox *>();
             QCOMPARE(editor != nullptr, shown >= 0);
             if (!editor)
                 return;
@@ -107,17 +96,16 @@ private Q_SLOTS:
             "<EnumEntry Name=\"B\"><Value>1</Value></EnumEntry>"
             "<EnumEntry Name=\"C\"><pIsImplemented>Extra</pIsImplemented><Value>2</Value></EnumEntry>"
             "<pValue>Number</pValue></Enumeration>"));
-        ToolPageWidgetItem row;
-        bind(row, camera);
-        row.show();
-        auto *comboBox = row.findChild<QComboBox *>();
+        const auto row = rowOf(camera);
+        row->show();
+        auto *comboBox = row->findChild<QComboBox *>();
         comboBox->showPopup();
         QSignalSpy removed(comboBox->model(), &QAbstractItemModel::rowsRemoved);
         QSignalSpy changed(comboBox, &QComboBox::currentTextChanged);
         const auto refreshed = [&](int extra, int number) {
             GenApi::CIntegerPtr(camera.node("Extra"))->SetValue(extra);
             GenApi::CIntegerPtr(camera.node("Number"))->SetValue(number);
-            row.updateWidget(false);
+            row->updateWidget(false);
             QString entries;
             for (int index = 0; index < comboBox->count(); ++index)
                 entries += comboBox->itemText(index);

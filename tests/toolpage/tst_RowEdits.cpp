@@ -31,10 +31,7 @@ void pressLabel(Row &row, const TestCamera &)
 }
 
 const Way Ways[] = {{"Enter", [](Row &row, auto &) { QTest::keyClick(fieldOf(row), Qt::Key_Enter); }, 1},
-                    {"Tab", [](Row &row, auto &) { QTest::keyClick(fieldOf(row), Qt::Key_Tab); }, 1},
                     {"press on the label", pressLabel, 1},
-                    {"focus taken", [](Row &row, auto &) { row.setFocus(); }, 0},
-                    {"hidden window", [](Row &row, auto &) { row.hide(), row.show(); }, 0},
                     {"live refresh", [](Row &row, auto &) { row.setFocus(), row.updateWidget(true); }, 0},
                     {"device's event", refreshAfterAnEvent, 0}};
 
@@ -53,10 +50,8 @@ private Q_SLOTS:
     void leaving()
     {
         for (const Way &row : Ways) {
-            const FailedAt at(row.name);
-            cleanup();
+            const InRow at(row.name);
             init();
-
             for (const char *node : {"Width", "Gain"}) {
                 auto *spinBox = editorOf<QAbstractSpinBox>(node);
                 const double before = spinBox->property("value").toDouble();
@@ -76,18 +71,15 @@ private Q_SLOTS:
     /// They lead to the next value that the feature can take, before and after a refresh; the focus stays.
     void arrows()
     {
-        const auto *real = "<Float Name=\"N\"><Value>2.5</Value><Min>-1</Min><Max>60</Max><Inc>0.5</Inc></Float>";
-        const auto *integer = "<Integer Name=\"N\"><Value>50</Value><Min>2</Min><Max>100</Max><Inc>4</Inc></Integer>";
         const std::tuple<const char *, const char *, int, double> rows[] = {
-            {"real, up", real, Qt::Key_Up, 3},
-            {"real, page", real, Qt::Key_PageUp, 7.5},
-            {"integer, page", integer, Qt::Key_PageUp, 90},
+            {"real, page", "<Float Name=\"N\"><Value>2.5</Value><Min>-1</Min><Max>60</Max><Inc>0.5</Inc></Float>",
+             Qt::Key_PageUp, 7.5},
+            {"integer, page", "<Integer Name=\"N\"><Value>50</Value><Min>2</Min><Max>100</Max><Inc>4</Inc></Integer>",
+             Qt::Key_PageUp, 90},
             {"no increment", "<Float Name=\"N\"><Value>2.5</Value></Float>", Qt::Key_Up, 2.51}};
         for (const auto &[name, feature, key, written] : rows) {
-            const FailedAt at(name);
-            cleanup();
+            const InRow at(name);
             init();
-
             m_camera = std::make_unique<TestCamera>(descriptionWith(feature));
             for (const bool isRefreshed : {false, true}) {
                 auto *spinBox = editorOf<QAbstractSpinBox>("N");
@@ -107,13 +99,10 @@ private Q_SLOTS:
 
     void refusedTexts()
     {
-        const std::tuple<const char *, const char *> rows[] = {{"1200", "Width"}, {"33.1", "Width"}, {"1,234", "Width"},
-                                                               {"700", "Gain"},   {"1,2.5", "Gain"}, {"", "Gain"}};
+        const std::pair<const char *, const char *> rows[] = {{"1200", "Width"}, {"33.1", "Width"}, {"", "Gain"}};
         for (const auto &[name, node] : rows) {
-            const FailedAt at(name);
-            cleanup();
+            const InRow at(name);
             init();
-
             auto *spinBox = editorOf<QAbstractSpinBox>(node);
             const QString before = spinBox->text();
             typeHalf(spinBox, name);
@@ -187,8 +176,7 @@ private Q_SLOTS:
             {"disabled", [](Row &row, auto &) { row.setWidgetItemEnable(false); }, 0},
             {"hidden", [](Row &row, auto &) { row.setWidgetItemVisible(false); }, 0}};
         for (const auto &[name, interrupt, shown] : rows) {
-            const FailedAt at(name);
-            cleanup();
+            const InRow at(name);
             init();
             m_camera = std::make_unique<TestCamera>(descriptionWith(
                 "<Integer Name=\"Lock\"><Value>0</Value></Integer><Integer Name=\"There\"><Value>1</Value></Integer>"
@@ -203,20 +191,6 @@ private Q_SLOTS:
             QCOMPARE(spinBox->hasFocus(), shown == 64);
             QCOMPARE(m_written->count(), 0);
             QVERIFY(log().isEmpty());
-        }
-    }
-
-    void leavingAnUntouchedEditorWritesNothing()
-    {
-        m_camera->port.pokeDouble(TestCamera::Gain, 1.23456789);
-        auto *spinBox = editorOf<QDoubleSpinBox>("Gain");
-        for (const int writes : {0, 1}) { // without and with a step
-            if (writes > 0)
-                QTest::keyClick(spinBox, Qt::Key_Up);
-            spinBox->clearFocus();
-            QCOMPARE(int(m_camera->port.writes), writes);
-            QCOMPARE(m_written->count(), writes);
-            spinBox->setFocus();
         }
     }
 
@@ -249,9 +223,7 @@ private Q_SLOTS:
             row.setLanguage(0);
             QCOMPARE(spinBox->accessibleName(), label);
             spinBox->load(7);
-            row.show();
-            QApplication::setActiveWindow(&row);
-            QVERIFY(QTest::qWaitForWindowActive(&row));
+            QVERIFY(activate(row));
             spinBox->setFocus();
             typeHalf(spinBox, "42");
             QTest::keyClick(spinBox, Qt::Key_Escape);
@@ -278,14 +250,10 @@ private Q_SLOTS:
         QCOMPARE(spinBox->text(), QStringLiteral("64"));
         QTest::keyClick(spinBox, Qt::Key_Return);
         QCOMPARE(m_camera->port.peek(TestCamera::Uncached), uint64_t(64));
-    }
-
-    void deletingARowWritesNothing()
-    {
-        typeHalf(editorOf<QSpinBox>("Width"), "64");
+        typeHalf(spinBox, "65");
         m_written.reset();
-        m_row.reset();
-        QCOMPARE(m_camera->port.writes, 0u);
+        m_row.reset(); // which writes nothing
+        QCOMPARE(m_camera->port.writes, 1u);
     }
 };
 

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include <QApplication>
-#include <QComboBox>
+#include <QHelpEvent>
 #include <QImage>
 #include <QLabel>
 #include <QLayout>
-#include <QPushButton>
 #include <QSignalSpy>
 
-#include "FailedAt.h"
-#include "TestCamera.h"
+#include "Editors.h"
+#include "ToolPage/RowLabel.h"
 #include "ToolPage/SelectedButton.h"
-#include "ToolPage/SwitchButton.h"
-#include "ToolPage/ToolPageWidgetItem.h"
+#include "support/Input.h"
+#include "support/Rows.h"
 
 namespace {
 
@@ -20,12 +18,9 @@ QColor colorOf(ToolPageWidgetItem &row)
     return row.grab().toImage().pixelColor(1, 1);
 }
 
-const QStringList Names{QStringLiteral("Label"), QStringLiteral("标签")};
-const QStringList Descriptions{QStringLiteral("Text"), QStringLiteral("说明")};
-
 } // namespace
 
-/// Places and colours of a row and its editor.
+/// Places and colours of a row, its label and its editor.
 class tst_RowLooks : public QObject
 {
     Q_OBJECT
@@ -35,13 +30,11 @@ private Q_SLOTS:
     {
         TestCamera camera;
         ToolPageWidgetItem custom(&m_page);
-        custom.setItemInfo(Names, Descriptions, new SelectedButton);
+        custom.setItemInfo({}, {}, new SelectedButton);
         QList<ToolPageWidgetItem *> rows{&custom};
         for (const char *feature : {"Width", "Power", "Selector", "Start"})
-            rows.append(rowOf(camera, feature).release()); // a child of the page
-        m_page.show();
-        QApplication::setActiveWindow(&m_page);
-        QVERIFY(QTest::qWaitForWindowActive(&m_page));
+            rows.append(rowOf(camera, feature, &m_page).release()); // a child of the page
+        QVERIFY(activate(m_page));
         QTest::keyClick(&m_page, Qt::Key_Tab); // a switch shows its focus once the keyboard is in use
         for (ToolPageWidgetItem *row : std::as_const(rows)) {
             row->resize(300, 40);
@@ -65,12 +58,10 @@ private Q_SLOTS:
             {"switch", "Power", 320, 140, {44, 20}},
             {"narrow row", "Width", 320, -1, {150, 34}}};
         for (const auto &[name, node, width, labelWidth, minimumEditor] : rows) {
-            const FailedAt at(name);
+            const InRow at(name);
             const auto row = rowOf(camera, node);
             row->resize(width, 40);
-            row->setParent(nullptr);
-            row->show();
-            QVERIFY(QTest::qWaitForWindowExposed(row.get()));
+            QVERIFY(activate(*row));
             QCOMPARE(row->size(), QSize(width, 40));
             const auto *label = row->findChild<QLabel *>();
             if (labelWidth >= 0)
@@ -89,7 +80,7 @@ private Q_SLOTS:
     void colors()
     {
         ToolPageWidgetItem row;
-        row.setItemInfo(Names, Descriptions, static_cast<QWidget *>(nullptr));
+        row.setItemInfo({}, {}, static_cast<QWidget *>(nullptr));
         QCOMPARE(colorOf(row), QColor(240, 240, 240));
         QSignalSpy clicked(&row, &ToolPageWidgetItem::itemClicked);
         QTest::mousePress(&row, Qt::LeftButton);
@@ -111,7 +102,7 @@ private Q_SLOTS:
     {
         ToolPageWidgetItem row;
         auto *button = new SwitchButton;
-        row.setItemInfo(Names, Descriptions, button);
+        row.setItemInfo({}, {}, button);
         row.resize(300, 40);
         row.show();
         QCOMPARE(button->size(), QSize(44, 20));
@@ -123,14 +114,32 @@ private Q_SLOTS:
         QCOMPARE(button->text(), QString());
     }
 
-private:
-    std::unique_ptr<ToolPageWidgetItem> rowOf(TestCamera &camera, const char *nodeName)
+    void toolTipTellsWhatIsHidden()
     {
-        auto row = std::make_unique<ToolPageWidgetItem>(&m_page);
-        row->setItemInfo(Names, Descriptions, camera.node(nodeName), true);
-        return row;
+        const char *const phrase = "Acquisition Frame Rate";
+        const std::tuple<const char *, const char *, double, int, bool, const char *> rows[] = {
+            {"fits on one line", phrase, 1.1, 1, false, nullptr},
+            {"fits on two lines", phrase, 0.9, 2, false, nullptr},
+            {"one line is too short", phrase, 0.8, 1, true, nullptr},
+            {"two lines are too short", phrase, 0.3, 2, true, nullptr},
+            // Its lines are half as tall again as its size.
+            {"two lines of a tall font", phrase, 0.9, 2, false, "Noto Sans CJK SC"},
+            {"breaks compound names", "AcquisitionFrameRateEnable", 0.65, 2, false, nullptr}};
+        for (const auto &[name, text, widthShare, lines, isHidden, font] : rows) {
+            const InRow at(name);
+            RowLabel label;
+            label.setText(QLatin1String(text));
+            const int lineHeight = label.fontMetrics().height();
+            if (font)
+                label.setFont(QFont(QLatin1String(font), label.font().pointSize()));
+            label.resize(int(label.fontMetrics().horizontalAdvance(label.text()) * widthShare), lineHeight * lines);
+            QHelpEvent event(QEvent::ToolTip, QPoint(1, 1), QPoint(1, 1));
+            QCoreApplication::sendEvent(&label, &event);
+            QCOMPARE(label.toolTip(), isHidden ? label.text() : QString());
+        }
     }
 
+private:
     QWidget m_page;
 };
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QAbstractItemView>
 #include <QLayout>
-#include <QWheelEvent>
 
 #include "EditedRow.h"
 
@@ -50,33 +49,18 @@ private Q_SLOTS:
         QCOMPARE(log().size(), 3);
     }
 
-    void floatShowsWhatTheDeviceTook()
-    {
-        auto *spinBox = editorOf<QDoubleSpinBox>("Gain");
-        m_camera->port.onWrite[TestCamera::Gain] = [](MemoryPort &port) { port.pokeDouble(TestCamera::Gain, 7.5); };
-        type(spinBox, QStringLiteral("7.3"));
-        QCOMPARE(spinBox->value(), 7.5);
-        QVERIFY(!spinBox->hasFocus());
-        QCOMPARE(m_written->count(), 1);
-    }
-
     void releasedRowsLeaveTheDeviceAlone()
     {
-        const std::tuple<const char *> rows[] = {{"Width"}, {"Gain"}, {"Power"}, {"Selector"}, {"Start"}};
-        for (const auto &[name] : rows) {
-            const FailedAt at(name);
-            cleanup();
+        for (const char *name : {"Width", "Gain", "Power", "Selector", "Start"}) {
+            const InRow at(name);
             init();
-
             editorOf<QWidget>(name);
             auto *comboBox = m_row->findChild<QComboBox *>();
             auto *spinBox = m_row->findChild<QAbstractSpinBox *>();
             if (comboBox)
                 comboBox->showPopup();
-            if (spinBox) {
-                spinBox->setFocus();
-                QTest::keyClicks(spinBox, QStringLiteral("6"));
-            }
+            if (spinBox)
+                typeHalf(spinBox, "6");
             m_row->releaseNode();
             QCOMPARE(m_camera->port.writes, 0u);
             m_camera.reset();
@@ -121,14 +105,13 @@ private Q_SLOTS:
         // As it stands, and Chinese for the same name and for another one.
         const std::tuple<const char *, int> rows[] = {{"Encoder", 1}, {"编码器", 1}, {"双向", 2}};
         for (const auto &[name, written] : rows) {
-            const FailedAt at(name);
-            cleanup();
+            const InRow at(name);
             init();
-            m_camera = std::make_unique<TestCamera>(descriptionWith(
-                "<Enumeration Name=\"N\"><EnumEntry Name=\"Off\"><Value>0</Value></EnumEntry><EnumEntry "
-                "Name=\"Encoder\">"
-                "<Value>1</Value></EnumEntry><EnumEntry Name=\"Motion\"><Value>2</Value></EnumEntry><Value>0</Value>"
-                "</Enumeration>"));
+            m_camera = std::make_unique<TestCamera>(
+                descriptionWith("<Enumeration Name=\"N\"><EnumEntry Name=\"Off\"><Value>0</Value></EnumEntry>"
+                                "<EnumEntry Name=\"Encoder\"><Value>1</Value></EnumEntry><EnumEntry "
+                                "Name=\"Motion\"><Value>2</Value></EnumEntry><Value>0</Value>"
+                                "</Enumeration>"));
             auto *comboBox = editorOf<QComboBox>("N");
             QCOMPARE(comboBox->count(), 3);
             const QString chosen = QString::fromUtf8(name);
@@ -156,10 +139,8 @@ private Q_SLOTS:
             {"enumeration, unreadable", "Selector", false, QStringLiteral("Zulu")},
             {"command", "Start", true, QStringLiteral("Execute")}};
         for (const auto &[name, node, isReadable, shown] : rows) {
-            const FailedAt at(name);
-            cleanup();
+            const InRow at(name);
             init();
-
             QVERIFY(editorOf<QWidget>(node));
             MemoryPort &port = m_camera->port;
             port.poke(TestCamera::Width, 12);
@@ -184,17 +165,22 @@ private Q_SLOTS:
         auto *comboBox = editorOf<QComboBox>("Selector");
         for (const bool hasFocus : {false, true}) {
             hasFocus ? comboBox->setFocus() : comboBox->clearFocus();
-            QWheelEvent wheel(QPointF(5, 5), comboBox->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120),
-                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-            QCoreApplication::sendEvent(comboBox, &wheel);
+            QCOMPARE(turnWheel(*comboBox), hasFocus);
             QCOMPARE(comboBox->currentIndex(), hasFocus ? 1 : 0);
         }
     }
 
-    void setCurrentValue()
+    void floats()
     {
-        editorOf<QDoubleSpinBox>("Gain")->setValue(9.5);
-        QCOMPARE(m_camera->port.writes, 0u);
+        auto *spinBox = editorOf<QDoubleSpinBox>("Gain");
+        m_camera->port.onWrite[TestCamera::Gain] = [](MemoryPort &port) { port.pokeDouble(TestCamera::Gain, 7.5); };
+        type(spinBox, QStringLiteral("7.3"));
+        QCOMPARE(spinBox->value(), 7.5); // what the device made of it
+        QVERIFY(!spinBox->hasFocus());
+        QCOMPARE(m_written->count(), 1);
+        m_camera->port.onWrite.clear();
+        spinBox->setValue(9.5);
+        QCOMPARE(m_camera->port.writes, 1u);
         m_row->setCurrentValue();
         QCOMPARE(gain(), 9.5);
     }

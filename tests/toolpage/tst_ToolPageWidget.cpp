@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <QComboBox>
 #include <QLabel>
-#include <QSpinBox>
 #include <QTest>
 
-#include "TestCamera.h"
-#include "ToolPage/SwitchButton.h"
+#include "Editors.h"
 #include "ToolPage/ToolPageWidget.h"
-#include "ToolPage/ToolPageWidgetItem.h"
 
 class tst_ToolPageWidget : public QObject
 {
@@ -31,17 +27,13 @@ private Q_SLOTS:
         ToolPageWidgetItem *power = addRow("Power");
         ToolPageWidgetItem *state = addRow("PowerState");
         ToolPageWidgetItem *gated = addRow("GatedByBoolean");
-        QVERIFY(gated->isHidden());
-        QVERIFY(!gated->findChild<QSpinBox *>());
-
-        power->findChild<SwitchButton *>()->click();
-        QVERIFY(state->findChild<SwitchButton *>()->isOn());
-        QVERIFY(!gated->isHidden());
-        QCOMPARE(gated->findChild<QSpinBox *>()->value(), 3);
-
-        power->findChild<SwitchButton *>()->click();
-        QVERIFY(!state->findChild<SwitchButton *>()->isOn());
-        QVERIFY(gated->isHidden());
+        QVERIFY(gated->isHidden() && !gated->findChild<QSpinBox *>());
+        for (const bool isOn : {true, false}) {
+            power->findChild<SwitchButton *>()->click();
+            QCOMPARE(state->findChild<SwitchButton *>()->isOn(), isOn);
+            QCOMPARE(gated->isHidden(), !isOn);
+            QCOMPARE(gated->findChild<QSpinBox *>()->value(), 3);
+        }
     }
 
     void aWriteReadsWhatDependsOnIt()
@@ -91,15 +83,13 @@ private Q_SLOTS:
         m_page->updateWidget();
         m_page->show();
         QCOMPARE(label->text(), QStringLiteral("between"));
-        QVERIFY(first->y() < label->y());
-        QVERIFY(label->y() < last->y());
+        QVERIFY(first->y() < label->y() && label->y() < last->y());
     }
 
 private:
     ToolPageWidgetItem *addRow(const char *nodeName)
     {
-        auto *row = new ToolPageWidgetItem(m_page.get());
-        row->setItemInfo({}, {}, m_camera->node(nodeName), true);
+        ToolPageWidgetItem *row = rowOf(*m_camera, nodeName, m_page.get()).release();
         m_page->addWidget(row);
         return row;
     }

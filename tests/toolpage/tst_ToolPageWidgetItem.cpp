@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include <QApplication>
 #include <QLabel>
 #include <QSignalSpy>
 
-#include <memory>
 #include <stdexcept>
 
 #include "Editors.h"
-#include "FailedAt.h"
 #include "FaultyNode.h"
 #include "support/FakeHostCore.h"
+#include "support/Input.h"
+#include "support/Rows.h"
 
 namespace {
 
@@ -22,11 +21,9 @@ const QStringList Descriptions{QStringLiteral("Text"), QStringLiteral("说明")}
 class tst_ToolPageWidgetItem : public QObject
 {
     Q_OBJECT
-
     std::unique_ptr<ToolPageWidgetItem> rowOf(TestCamera &camera, const char *nodeName)
     {
-        auto row = std::make_unique<ToolPageWidgetItem>(&m_page);
-        row->setItemInfo(Names, Descriptions, camera.node(nodeName), true);
+        auto row = ::rowOf(camera, nodeName, &m_page);
         row->deviceName = QStringLiteral("cam");
         return row;
     }
@@ -57,7 +54,7 @@ private Q_SLOTS:
             {"read-only integer", "WidthMax", 100, 100, false},
             {"locked command", "StartLocked", QStringLiteral("Execute"), QStringLiteral("Execute"), false}};
         for (const auto &[name, node, shown, refreshed, isEnabled] : rows) {
-            const FailedAt at(name);
+            const InRow at(name);
             TestCamera camera;
             const auto set = [&camera](int width, double gain, int power, int selector) {
                 camera.port.poke(TestCamera::Width, width);
@@ -193,50 +190,43 @@ private Q_SLOTS:
 
     void faultyNodes()
     {
-        const std::tuple<const char *, bool, bool> rows[] = {{"GenICam, every call", true, false},
-                                                             {"GenICam, value calls", true, true},
-                                                             {"foreign, every call", false, false},
-                                                             {"foreign, value calls", false, true}};
-        for (const auto &[name, isGenICam, hasShape] : rows) {
-            const FailedAt at(name);
+        for (int kind = 0; kind < 4; ++kind) {
             init();
-
-            FaultyNode node([isGenICam = isGenICam] {
-                if (isGenICam)
+            FaultyNode node([kind] {
+                if (kind < 2)
                     throw RUNTIME_EXCEPTION("broken");
                 throw std::runtime_error("broken");
             });
-            node.hasShape = hasShape;
+            node.hasShape = kind % 2 != 0;
             ToolPageWidgetItem item(&m_page);
             item.setItemInfo(Names, Descriptions, &node, true);
             item.updateWidget(false);
             item.updateWidget(true);
             item.setCurrentValue();
             item.setLanguage(1);
-            QVERIFY(item.isHidden());
-            QVERIFY(!shownBy(item).isValid());
+            QVERIFY(item.isHidden() && !shownBy(item).isValid());
             bool available = true;
-            QVERIFY(!item.getParameterWidget(&node, available));
-            QVERIFY(!item.getFloatParamWidget(&node, available));
-            QCOMPARE(m_host.calls().size(), hasShape ? 0 : 1);
+            QVERIFY(!item.getParameterWidget(&node, available) && !item.getFloatParamWidget(&node, available));
+            QVERIFY2(m_host.calls().size() == (node.hasShape ? 0 : 1), QByteArray::number(kind));
         }
     }
 
     void texts()
     {
         TestCamera camera;
-        const auto row = rowOf(camera, "Power");
-        const auto *label = row->findChild<QLabel *>();
+        ToolPageWidgetItem row;
+        row.setItemInfo(Names, Descriptions, camera.node("Power"), true);
+        const auto *label = row.findChild<QLabel *>();
         QCOMPARE(label->text(), QString());
         for (const int language : {1, 7, 0}) {
-            row->setLanguage(language);
+            row.setLanguage(language);
             QCOMPARE(label->text(), Names.at(language != 0));
-            QCOMPARE(row->findChild<SwitchButton *>()->accessibleName(), label->text());
+            QCOMPARE(row.findChild<SwitchButton *>()->accessibleName(), label->text());
         }
         QCOMPARE(rowOf(camera, "Gain")->findChild<QDoubleSpinBox *>()->accessibleDescription(), QStringLiteral("dB"));
         QCOMPARE(rowOf(camera, "Width")->findChild<QSpinBox *>()->accessibleDescription(), QString());
-        QCOMPARE(row->getDescription(1), Descriptions.at(1));
-        QCOMPARE(row->getDescription(5) + row->getDescription(-1), QString());
+        QCOMPARE(row.getDescription(1), Descriptions.at(1));
+        QCOMPARE(row.getDescription(5) + row.getDescription(-1), QString());
 
         ToolPageWidgetItem oneName;
         oneName.setItemInfo({QStringLiteral("only")}, {}, static_cast<QWidget *>(nullptr));
@@ -298,7 +288,7 @@ private Q_SLOTS:
             {"enumeration, failed read", "Selector", "Alpha", 1, zulu},
             {"integer", "Width", "40", 0, 0}};
         for (const auto &[name, node, text, result, shown] : rows) {
-            const FailedAt at(name);
+            const InRow at(name);
             init();
             TestCamera camera;
             camera.port.pokeDouble(TestCamera::Gain, 1.0);
@@ -319,9 +309,7 @@ private Q_SLOTS:
         TestCamera camera;
         const auto row = rowOf(camera, "Gain");
         row->setParent(nullptr);
-        row->show();
-        QApplication::setActiveWindow(row.get());
-        QVERIFY(QTest::qWaitForWindowActive(row.get()));
+        QVERIFY(activate(*row));
         auto *spinBox = row->findChild<QDoubleSpinBox *>();
         m_host.setNodeValue("cam", "Gain", "12.5");
         for (const bool isInUse : {true, false}) {

@@ -1,19 +1,53 @@
 // SPDX-License-Identifier: MIT
-#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 
+#include "PanelBase/StyleSheets.h"
 #include "Resources/Icons.h"
+#include "ToolPage/CustomButton.h"
+#include "ToolPage/SelectedButton.h"
 #include "ToolPage/SwitchButton.h"
 
-class tst_SwitchButton : public QObject
+namespace {
+
+/// A click of the mouse selects, and Space takes the selection back.
+template <class Button>
+void latches(Button &button, const QString &normal, const QString &selected)
+{
+    QCOMPARE(button.styleSheet(), normal);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QVERIFY(button.isSelected());
+    QCOMPARE(button.styleSheet(), selected);
+    QTest::keyClick(&button, Qt::Key_Space);
+    QVERIFY(!button.isSelected());
+    QCOMPARE(button.styleSheet(), normal);
+}
+
+} // namespace
+
+/// The latching buttons, CustomButton and SelectedButton, and the switch.
+class tst_Buttons : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void toggles()
+    void showsItsImages()
+    {
+        CustomButton button(QStringLiteral(":/n.png"), QStringLiteral(":/s.png"), QStringLiteral(":/d.png"));
+        const QString style = QStringLiteral("QPushButton{border: none;image: url(:/%1.png);}QPushButton:hover{image: "
+                                             "url(:/s.png);}QPushButton:disabled{image: url(:/d.png);}");
+        latches(button, style.arg(QLatin1String("n")), style.arg(QLatin1String("s")));
+    }
+
+    void selectedButtonLatches()
+    {
+        SelectedButton button;
+        latches(button, StyleSheets::PlainButton, StyleSheets::SelectedButton);
+    }
+
+    void switchToggles()
     {
         SwitchButton button;
         QVERIFY(!button.isOn());
@@ -31,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(heard.size() + toggled.count(), 2);
     }
 
-    void showsTheImageOfItsState()
+    void switchShowsTheImageOfItsState()
     {
         const std::tuple<bool, bool, QLatin1String> states[] = {{true, true, Icons::SwitchOn},
                                                                 {false, true, Icons::SwitchOff},
@@ -49,22 +83,7 @@ private Q_SLOTS:
             QVERIFY2(shown == expected, image.data());
         }
     }
-
-    void showsKeyboardFocus()
-    {
-        QWidget window;
-        SwitchButton button(&window);
-        button.resize(44, 20);
-        window.show();
-        QApplication::setActiveWindow(&window);
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        window.setAttribute(Qt::WA_KeyboardFocusChange, false);
-        const QImage calm = button.grab().toImage();
-        button.setFocus(Qt::TabFocusReason);
-        window.setAttribute(Qt::WA_KeyboardFocusChange, true);
-        QVERIFY(button.grab().toImage() != calm);
-    }
 };
 
-QTEST_MAIN(tst_SwitchButton)
-#include "tst_SwitchButton.moc"
+QTEST_MAIN(tst_Buttons)
+#include "tst_Buttons.moc"
