@@ -160,6 +160,8 @@ constexpr ValueKind Other = {GenApi::intfIValue, false,        readNothing,     
 
 const ValueKind &valueKind(GenApi::INode *node)
 {
+    if (!node)
+        throw INVALID_ARGUMENT_EXCEPTION("There is no feature");
     const GenApi::EInterfaceType type = node->GetPrincipalInterfaceType();
     for (const ValueKind &kind : Kinds) {
         if (kind.type == type)

@@ -30,7 +30,7 @@ struct ValueKind
     void (*writeText)(GenApi::INode *node, const QString &text);
 };
 
-/// The kind for the node's principal interface type; one without value for types that have none.
+/// The kind for the node's principal interface type; one without value for types that have none. Throws for null.
 const ValueKind &valueKind(GenApi::INode *node);
 
 /// The symbolic names of the entries that an enumeration can have now, in the node's order.

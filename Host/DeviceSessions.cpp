@@ -124,6 +124,8 @@ void DeviceSessions::adoptAcquiring(const QString &id)
 /// A panel looks at the first card only, and where that one is new to it at no camera of the event.
 void DeviceSessions::announce(const QString &id)
 {
+    if (!m_announcer) // the end
+        return;
     const Device::Kind kind = m_devices.device(id)->kind();
     if (kind == Device::Kind::Card)
         m_announcer->announce(m_devices.inUse(kind, id), {});

@@ -38,7 +38,7 @@ public:
     bool startAcquisition(const QString &id);
     void stopAcquisition(const QString &id);
     /// Panels have still to adopt what became of devices; until then one may stand in for another.
-    bool isAnnouncing() const { return !m_announcer->isIdle(); }
+    bool isAnnouncing() const { return m_announcer && !m_announcer->isIdle(); }
 
     /// For the end of the host. Waits for devices that are being reached, which takes seconds for a dead one, and for
     /// the panels.

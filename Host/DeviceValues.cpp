@@ -21,7 +21,7 @@ GenApi::INodeMap *DeviceValues::nodeMap(HostCore::FOCUS_TYPE type, const QString
     return known && focusType(known) == type ? known->nodeMap() : nullptr;
 }
 
-bool DeviceValues::read(const QString &id, const QString &node, QString *value) const
+bool DeviceValues::read(const QString &id, const QString &node, QString *value)
 {
     return access(id, QStringLiteral("Reading %1 of %2 failed: %3").arg(node),
                   [&](GenApi::INodeMap &map) { *value = readNodeText(map, node); });
@@ -37,7 +37,7 @@ bool DeviceValues::write(const QString &id, const QString &node, const QString &
 }
 
 bool DeviceValues::access(const QString &id, const QString &failure,
-                          const std::function<void(GenApi::INodeMap &)> &whatToDo) const
+                          const std::function<void(GenApi::INodeMap &)> &whatToDo)
 {
     // A device that is closing answers until its panels have gone.
     const Device *known = m_devices.device(id);

@@ -32,7 +32,7 @@ public:
     /// Null unless the device is of that kind and ready.
     GenApi::INodeMap *nodeMap(HostCore::FOCUS_TYPE type, const QString &id) const;
     /// False on failure, which is logged.
-    bool read(const QString &id, const QString &node, QString *value) const;
+    bool read(const QString &id, const QString &node, QString *value);
     bool write(const QString &id, const QString &node, const QString &value);
     /// What the device does not tell is 0.
     ImagePlace imagePlace(const QString &id) const;
@@ -43,8 +43,7 @@ Q_SIGNALS:
 
 private:
     /// `failure` has places %1 and %2 left for the id and the reason.
-    bool access(const QString &id, const QString &failure,
-                const std::function<void(GenApi::INodeMap &)> &whatToDo) const;
+    bool access(const QString &id, const QString &failure, const std::function<void(GenApi::INodeMap &)> &whatToDo);
 
     const KnownDevices &m_devices;
     HostLog &m_log;

@@ -45,6 +45,7 @@ void HostContext::connectParts()
     });
     connect(&m_regions, &ImageRegions::movedByUser, this, [this](const QString &id, int handle, const QRect &area) {
         m_listeners.raiseRegionMoved(id, m_regions.region(handle).number.value_or(handle), area);
+        m_profilerRegions.noteMove(handle);
     });
 }
 

@@ -13,8 +13,8 @@ const QString TrueHeight = QStringLiteral("ZReferenceHeight");
 
 } // namespace
 
-ProfilerHeights::ProfilerHeights(const KnownDevices &devices, const DeviceSessions &sessions,
-                                 const DeviceValues &values, HostLog &log)
+ProfilerHeights::ProfilerHeights(const KnownDevices &devices, const DeviceSessions &sessions, DeviceValues &values,
+                                 HostLog &log)
     : m_values(values), m_log(log)
 {
     connect(&devices, &KnownDevices::heightReady, this, &ProfilerHeights::adoptFrame);

@@ -26,8 +26,7 @@ public:
     enum Correction { Tilt = 0, HeightScale = 1 };
 
     /// All four must outlive this.
-    ProfilerHeights(const KnownDevices &devices, const DeviceSessions &sessions, const DeviceValues &values,
-                    HostLog &log);
+    ProfilerHeights(const KnownDevices &devices, const DeviceSessions &sessions, DeviceValues &values, HostLog &log);
 
     /// The value that corrects what the newest profile of the device shows: for Tilt the angle in degrees, for
     /// HeightScale the factor of the heights. None on failure, or when the value is not allowed, which is logged.
@@ -44,7 +43,7 @@ private:
 
     void adoptFrame(const QString &device, const HeightFrame &frame);
 
-    const DeviceValues &m_values;
+    DeviceValues &m_values;
     HostLog &m_log;
     QHash<QString, Profile> m_newest; ///< of each device that has sent one since it was opened
 };

@@ -49,7 +49,6 @@ ProfilerRegions::ProfilerRegions(const KnownDevices &devices, DeviceValues &valu
     m_pause.setSingleShot(true);
     m_pause.setInterval(ApplyInterval);
     connect(&m_pause, &QTimer::timeout, this, &ProfilerRegions::applyMoves);
-    connect(&m_regions, &ImageRegions::movedByUser, this, [this](const QString &, int handle) { noteMove(handle); });
 }
 
 bool ProfilerRegions::isNumber(int roiId)

@@ -29,9 +29,10 @@ public:
     bool draw(const QString &device, int number, const QPoint &corner, const QPoint &opposite);
     /// Puts the regions of a device where it has them, after it has got other settings.
     void showDevice(const QString &device);
+    /// A person moved the region; one that the device does not have itself is left alone. Writes it a moment later.
+    void noteMove(int handle);
 
 private:
-    void noteMove(int handle);
     void applyMoves();
     void apply(const ImageRegion &region);
     void show(const ImageRegion &region);

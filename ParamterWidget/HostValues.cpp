@@ -36,7 +36,7 @@ std::optional<QString> HostValues::knownText(const PanelContext &context, const 
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
-bool HostValues::writeNode(const PanelContext &context, const char *feature, const QString &value)
+bool HostValues::writeNode(PanelContext &context, const char *feature, const QString &value)
 {
     const int result =
         callHost<HostCore::SetCameraNodeValue>(Module, context.deviceKey(), feature, value.toStdString());
@@ -49,7 +49,7 @@ QString HostValues::readSetting(const PanelContext &context, HostCore::CAM_INFO 
     return QString::fromStdString(callHost<HostCore::GetCameraInfo>(Module, context.deviceKey(), item));
 }
 
-void HostValues::writeSetting(const PanelContext &context, HostCore::CAM_INFO item, const QString &value)
+void HostValues::writeSetting(PanelContext &context, HostCore::CAM_INFO item, const QString &value)
 {
     callHost<HostCore::SetCameraInfo>(Module, context.deviceKey(), item, value.toStdString());
 }

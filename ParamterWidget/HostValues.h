@@ -18,10 +18,10 @@ QString readNode(const PanelContext &context, const char *feature, const QString
 /// The same, or nothing when the host cannot read it or gives an empty text: a control stays as it is then.
 std::optional<QString> knownText(const PanelContext &context, const char *feature);
 /// False when the host refuses, which it reports by itself, or throws.
-bool writeNode(const PanelContext &context, const char *feature, const QString &value);
+bool writeNode(PanelContext &context, const char *feature, const QString &value);
 
 QString readSetting(const PanelContext &context, HostCore::CAM_INFO item);
-void writeSetting(const PanelContext &context, HostCore::CAM_INFO item, const QString &value);
+void writeSetting(PanelContext &context, HostCore::CAM_INFO item, const QString &value);
 
 /// The finite number that the device has, or that the host keeps, as text; of `otherwise` when the host cannot read the
 /// feature, or keeps nothing. Nothing for an empty text, and for one that is no number, which is logged.

@@ -19,7 +19,7 @@ constexpr int NoDevice = -1;
 constexpr int NoFeature = -4;
 
 /// What the device refuses, as a person reads it; empty when it is written. Refusals by name the host reports.
-QString refusal(const PanelContext &context, const NodeWrite &write)
+QString refusal(PanelContext &context, const NodeWrite &write)
 {
     const QString feature = QString::fromLatin1(write.feature);
     const bool isCommand = write.entry == NodeWrite::Command;
@@ -30,7 +30,7 @@ QString refusal(const PanelContext &context, const NodeWrite &write)
     return isCommand ? feature : QStringLiteral("%1 %2").arg(feature).arg(write.entry);
 }
 
-bool writeAll(const PanelContext &context, Table<NodeWrite> writes, Report report)
+bool writeAll(PanelContext &context, Table<NodeWrite> writes, Report report)
 {
     bool done = true;
     QStringList refused;
@@ -51,12 +51,12 @@ bool writeAll(const PanelContext &context, Table<NodeWrite> writes, Report repor
 
 } // namespace
 
-bool writeSequence(const PanelContext &context, Table<NodeWrite> writes)
+bool writeSequence(PanelContext &context, Table<NodeWrite> writes)
 {
     return writeAll(context, writes, &PanelContext::log);
 }
 
-bool selectToRead(const PanelContext &context, Table<NodeWrite> selection)
+bool selectToRead(PanelContext &context, Table<NodeWrite> selection)
 {
     return writeAll(context, selection, &PanelContext::logOnce);
 }

@@ -31,6 +31,6 @@ struct NodeWrite
 
 /// Makes the writes one after the other, whatever becomes of each; what the device lacks is passed over. False when
 /// one was refused: one log line names what the device refuses, the host reports by itself what it refuses by name.
-bool writeSequence(const PanelContext &context, Table<NodeWrite> writes);
+bool writeSequence(PanelContext &context, Table<NodeWrite> writes);
 /// The same for writes that only select what is read next; a panel tells of the same refusal once.
-bool selectToRead(const PanelContext &context, Table<NodeWrite> selection);
+bool selectToRead(PanelContext &context, Table<NodeWrite> selection);

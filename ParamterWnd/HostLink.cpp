@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWnd/HostLink.h"
 
+#include <QCoreApplication>
+
 #include "PanelBase/HostCall.h"
 
 namespace {
@@ -29,10 +31,11 @@ HostLink::~HostLink()
     callHost<HostCore::UnRegisterImportUpdateListener>(Module, &import);
 }
 
-void HostLink::release(const QObject *receiver)
+void HostLink::release(QObject *receiver)
 {
     for (const QObject *bridge :
          std::initializer_list<const QObject *>{&deviceList, &focus, &language, &imageMode, &import})
         bridge->disconnect(receiver);
+    QCoreApplication::removePostedEvents(receiver, QEvent::MetaCall);
     deviceList.release();
 }

@@ -17,7 +17,7 @@ public:
     HostLink &operator=(const HostLink &) = delete;
 
     /// Lets `receiver` get no signal of the bridges any more, and waiting host threads go.
-    void release(const QObject *receiver);
+    void release(QObject *receiver);
 
     DeviceListUpdate deviceList;
     FocusUpdate focus;

@@ -82,7 +82,6 @@ ParameterWidgetManager::~ParameterWidgetManager()
 {
     m_cameraPanels.clear(); // the host may still move a region, which reaches the panels on no queue
     m_host->release(this);
-    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
     m_host.reset();
 }
 

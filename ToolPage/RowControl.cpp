@@ -67,7 +67,9 @@ QWidget *RowControl::show(GenApi::EInterfaceType type, GenApi::INode *node, bool
     if (m_feature->isReleased())
         return m_editor;
     const RowEditor &kind = *RowEditors::find(type);
-    const auto show = [&](bool verify) { return m_feature->read([&] { available = tryToShow(kind, node, verify); }); };
+    const auto show = [&](bool verify) {
+        return m_feature->guardRead([&] { available = tryToShow(kind, node, verify); });
+    };
     const bool isShown = show(true) || (!m_editor && show(false));
     if (!isShown && m_editor && !hasInput())
         m_editor->setEnabled(false);
@@ -104,7 +106,7 @@ void RowControl::makeEditor(const RowEditor &kind, GenApi::INode *node, bool ver
 void RowControl::showAccess(bool isRead, bool &available)
 {
     bool isEditable = false;
-    const bool isKnown = m_feature->read([&] {
+    const bool isKnown = m_feature->guardRead([&] {
         available = GenApi::IsReadable(m_feature->node());
         isEditable = m_isEnabled && GenApi::IsWritable(m_feature->node());
     });

@@ -7,7 +7,7 @@
 void RowFeature::bind(GenApi::INode *node)
 {
     m_node = nullptr;
-    read([&] {
+    guardRead([&] {
         if (node && node->IsFeature() && node->GetVisibility() != GenApi::Invisible)
             m_node = node;
     });
@@ -22,14 +22,14 @@ void RowFeature::release()
 GenApi::EInterfaceType RowFeature::identify(GenApi::INode *node)
 {
     GenApi::EInterfaceType type = GenApi::intfIBase;
-    read([&] {
+    guardRead([&] {
         m_name = QString::fromUtf8(node->GetName().c_str());
         type = node->GetPrincipalInterfaceType();
     });
     return type;
 }
 
-bool RowFeature::read(const std::function<void()> &read)
+bool RowFeature::guardRead(const std::function<void()> &read)
 {
     const auto report = [this](const char *error) {
         const QString fault = QString::fromUtf8(error);
@@ -42,7 +42,7 @@ bool RowFeature::read(const std::function<void()> &read)
         read, [&](const GenICam::GenericException &error) { report(error.GetDescription()); }, report);
 }
 
-bool RowFeature::write(const std::function<void()> &write, const std::function<void()> &onRefused)
+bool RowFeature::guardWrite(const std::function<void()> &write, const std::function<void()> &onRefused)
 {
     if (m_isReleased)
         return false;

@@ -30,7 +30,7 @@ public:
     QString name() const { return m_name; }
 
     /// Runs `read` and logs what it throws, once per cause; true when it ran to its end.
-    bool read(const std::function<void()> &read);
+    bool guardRead(const std::function<void()> &read);
     /// Whether the last fault of a read still holds.
     bool hasReadFault() const { return !m_readFault.isEmpty(); }
     /// From now on every fault is a new one.
@@ -38,7 +38,7 @@ public:
 
     /// Runs `write`; true when it ran to its end. What it throws is logged, and calls `onRefused` if it is a GenICam
     /// exception. A released feature is not written.
-    bool write(const std::function<void()> &write, const std::function<void()> &onRefused);
+    bool guardWrite(const std::function<void()> &write, const std::function<void()> &onRefused);
     void logRefusal(const QString &reason) const;
     static void log(const QString &message);
 

@@ -40,7 +40,7 @@ double shownBy(const RealField *, double value)
 
 bool RowWriter::attempt(const std::function<void()> &write)
 {
-    return m_feature->write(write, [this] { m_control->rollBack(); });
+    return m_feature->guardWrite(write, [this] { m_control->rollBack(); });
 }
 
 /// Writes what was entered in a field with `write`, which returns the device's value after the write.
@@ -95,22 +95,24 @@ bool RowWriter::writeReal(QObject *editor)
 bool RowWriter::writeSwitch(const SwitchButton *button)
 {
     return attempt([&] {
-        if (!button || !GenApi::CBooleanPtr(m_feature->node()).IsValid())
+        GenApi::INode *const node = m_feature->node();
+        if (!button || !GenApi::CBooleanPtr(node).IsValid())
             return;
-        const ValueKind &kind = valueKind(m_feature->node());
-        kind.write(m_feature->node(), button->isOn());
+        const ValueKind &kind = valueKind(node);
+        kind.write(node, button->isOn());
         QThread::msleep(SettleMs);
-        kind.readFresh(m_feature->node());
+        kind.readFresh(node);
     });
 }
 
 bool RowWriter::writeEntry(QComboBox *comboBox, const QString &text)
 {
     const bool isWritten = attempt([&] {
-        const GenApi::CEnumerationPtr enumeration(m_feature->node());
+        GenApi::INode *const node = m_feature->node(); // what the write brings about may release it here
+        const GenApi::CEnumerationPtr enumeration(node);
         enumeration->FromString(symbolicOf(text).toUtf8().constData(), true); // refused when it is no entry
         QThread::msleep(SettleMs);
-        valueKind(m_feature->node()).readFresh(m_feature->node());
+        valueKind(node).readFresh(node);
     });
     if (isWritten && comboBox)
         m_focus->leave(comboBox);

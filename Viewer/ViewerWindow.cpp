@@ -67,8 +67,12 @@ ViewerWindow::ViewerWindow(HostContext &context)
 
 ViewerWindow::~ViewerWindow()
 {
-    disconnect(&m_context, nullptr, this, nullptr);
-    disconnect(&m_context, nullptr, m_views, nullptr);
+    // Deleting the panel serves events of the host, which this window and its views are not to follow any more.
+    for (const QObject *part : std::initializer_list<const QObject *>{&m_context.devices(), &m_context.focus(),
+                                                                      &m_context.log(), &m_context.regions()}) {
+        part->disconnect(this);
+        part->disconnect(m_views);
+    }
     delete m_panel;
 }
 
