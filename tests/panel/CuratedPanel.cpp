@@ -3,6 +3,14 @@
 
 #include <QLabel>
 
+QStringList tabTexts(const QTabWidget *tabs)
+{
+    QStringList texts;
+    for (int tab = 0; tab < tabs->count(); ++tab)
+        texts << tabs->tabText(tab);
+    return texts;
+}
+
 CuratedPanel::CuratedPanel(const CuratedFeatures &changes, PageSet pageSet,
                            const std::function<void(CuratedPanel &)> &prepare)
     : camera(changes)
@@ -43,24 +51,6 @@ QStringList CuratedPanel::groups() const
             titles << bar->accessibleName();
     }
     return titles;
-}
-
-QTabWidget *CuratedPanel::innerTabs() const
-{
-    return panel->findChild<QTabWidget *>("tabWidget"_s);
-}
-
-QTabWidget *CuratedPanel::mainTabs() const
-{
-    return panel->findChild<QTabWidget *>("tabMainWidget"_s);
-}
-
-QStringList CuratedPanel::innerTitles() const
-{
-    QStringList texts;
-    for (int tab = 0; tab < innerTabs()->count(); ++tab)
-        texts << innerTabs()->tabText(tab);
-    return texts;
 }
 
 void CuratedPanel::poke(const char *feature, uint64_t value)

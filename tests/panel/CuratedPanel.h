@@ -18,6 +18,9 @@
 #include "support/FatalMessages.h"
 #include "support/Rows.h"
 
+/// The titles, from left to right.
+QStringList tabTexts(const QTabWidget *tabs);
+
 /// The panel of a CuratedCamera named "cam", in English; the fake host starts anew with it.
 class CuratedPanel
 {
@@ -39,9 +42,9 @@ public:
     QStringList labels(const char *toolBox = nullptr) const;
     /// Titles of all groups, in reading order.
     QStringList groups() const;
-    QTabWidget *innerTabs() const;
-    QTabWidget *mainTabs() const;
-    QStringList innerTitles() const;
+    QTabWidget *innerTabs() const { return panel->findChild<QTabWidget *>("tabWidget"_s); }
+    QTabWidget *mainTabs() const { return panel->findChild<QTabWidget *>("tabMainWidget"_s); }
+    QStringList innerTitles() const { return tabTexts(innerTabs()); }
     /// Changes the device, which the node map has yet to find out.
     void poke(const char *feature, uint64_t value);
 

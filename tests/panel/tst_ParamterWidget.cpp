@@ -17,14 +17,6 @@ namespace {
 
 constexpr int LiveRefreshMs = 1500;
 
-QStringList tabTexts(const QTabWidget *tabs)
-{
-    QStringList texts;
-    for (int i = 0; i < tabs->count(); ++i)
-        texts << tabs->tabText(i);
-    return texts;
-}
-
 const QStringList InnerTitles = words("Commom Trigger Advance");
 const QStringList MainTitles = words("Common Attribute|All Attribute", '|');
 
@@ -115,10 +107,9 @@ private Q_SLOTS:
             QCOMPARE(mainTabs()->count(), 2);
             QCOMPARE(mainTabs()->currentIndex(), current);
         }
-        for (int time = 0; time < 2; ++time) {
-            m_panel->setPanelWidgetVisiable(false);
-            QCOMPARE(tabTexts(mainTabs()), MainTitles.mid(1));
-        }
+        m_panel->setPanelWidgetVisiable(false);
+        m_panel->setPanelWidgetVisiable(false);
+        QCOMPARE(tabTexts(mainTabs()), MainTitles.mid(1));
         m_panel->setAllDetailWidgetVisiable(false);
         QCOMPARE(mainTabs()->count(), 0);
         m_panel->setAllDetailWidgetVisiable(true);
