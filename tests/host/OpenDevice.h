@@ -74,10 +74,10 @@ public:
     /// the value and "Feature:RO" the access. Tells of the first word that does not hold; empty when all do.
     QByteArray failureOf(const QByteArray &words) const
     {
-        static const QRegularExpression form(QStringLiteral("^([^=!:]+)(==?|!=|:)(.*)$"));
-        static const QByteArrayList modes{"NI", "NA", "WO", "RO", "RW"};
+        static const QRegularExpression Form(QStringLiteral("^([^=!:]+)(==?|!=|:)(.*)$"));
+        static const QByteArrayList Modes{"NI", "NA", "WO", "RO", "RW"};
         for (const QByteArray &word : words.split(' ')) {
-            const QRegularExpressionMatch parts = form.match(QString::fromUtf8(word));
+            const QRegularExpressionMatch parts = Form.match(QString::fromUtf8(word));
             const QByteArray name = parts.captured(1).toUtf8(), wanted = parts.captured(3).toUtf8();
             const QByteArray sign = parts.captured(2).toUtf8();
             if (!node(name))
@@ -85,7 +85,7 @@ public:
             QByteArray value = wanted;
             try {
                 if (sign == ":")
-                    value = modes.at(access(name));
+                    value = Modes.at(access(name));
                 else if (sign == "==")
                     value = GenApi::CValuePtr(node(name))->ToString(true).c_str();
                 else

@@ -103,7 +103,7 @@ private Q_SLOTS:
         };
         for (const auto &[name, sampling, size, last] : rows) {
             HeightFrame frame = frameOf(10, std::vector<float>(60, 0.0f));
-            frame.heights[size_t(last.y() * 10 + last.x())] = 9.0f;
+            frame.heights[size_t(last.y()) * 10 + size_t(last.x())] = 9.0f;
             frame.intensity = QImage(10, 6, QImage::Format_Grayscale8);
             frame.intensity.fill(0);
             frame.intensity.scanLine(last.y())[last.x()] = 255;

@@ -64,31 +64,31 @@ private Q_SLOTS:
     {
         const QByteArray rows[] = {
             // what a selector's positions keep apart
-            "LineSelector=Line0 LineMode=Input LineSelector=Line2 LineMode=Output LineSelector=Line3 LineMode=Output "
-            "LineSelector=Line0 LineMode==Input LineSelector=Line2 LineMode==Output LineSelector=Line3 "
-            "LineMode==Output",
-            "TriggerSelector=FrameStart TriggerDelay=12.5 TriggerSelector=AcquisitionStart TriggerDelay=300 "
-            "TriggerSelector=FrameStart TriggerDelay==12.5 TriggerSelector=AcquisitionStart TriggerDelay==300.0",
-            "MultiSlopeMode=Manual MultiSlopeKneePointSelector=0 MultiSlopeExposureLimit=40 "
-            "MultiSlopeKneePointSelector=2 MultiSlopeExposureLimit=99 "
-            "MultiSlopeKneePointSelector=0 MultiSlopeExposureLimit==40",
+            ("LineSelector=Line0 LineMode=Input LineSelector=Line2 LineMode=Output LineSelector=Line3 LineMode=Output "
+             "LineSelector=Line0 LineMode==Input LineSelector=Line2 LineMode==Output LineSelector=Line3 "
+             "LineMode==Output"),
+            ("TriggerSelector=FrameStart TriggerDelay=12.5 TriggerSelector=AcquisitionStart TriggerDelay=300 "
+             "TriggerSelector=FrameStart TriggerDelay==12.5 TriggerSelector=AcquisitionStart TriggerDelay==300.0"),
+            ("MultiSlopeMode=Manual MultiSlopeKneePointSelector=0 MultiSlopeExposureLimit=40 "
+             "MultiSlopeKneePointSelector=2 MultiSlopeExposureLimit=99 "
+             "MultiSlopeKneePointSelector=0 MultiSlopeExposureLimit==40"),
             "LUTIndex=0 LUTValue=17 LUTIndex=255 LUTValue=4095 LUTIndex=0 LUTValue==17 LUTIndex=255 LUTValue==4095",
-            "UserSetSelector=UserSet1 UserSetDescription==Night UserSetDescription=Dämmerung·黄昏 "
-            "UserSetSelector=UserSet0 UserSetDescription==Day UserSetSelector=UserSet1 "
-            "UserSetDescription==Dämmerung·黄昏",
+            ("UserSetSelector=UserSet1 UserSetDescription==Night UserSetDescription=Dämmerung·黄昏 "
+             "UserSetSelector=UserSet0 UserSetDescription==Day UserSetSelector=UserSet1 "
+             "UserSetDescription==Dämmerung·黄昏"),
             // sizes, offsets, binning
-            "OffsetX!=8 Width=640 OffsetX!=1816 OffsetX=1808 OffsetX=104 Width!=2352 Width!=641 Width=2344 Width=640 "
-            "Height=480 OffsetY!=1570 OffsetY=1568 PayloadSize==307200",
-            "Width=640 OffsetX=800 DecimationHorizontal=2 Width==1224 BinningHorizontal=4 DecimationHorizontal:NA "
-            "Width==608 WidthMax==608 OffsetX==0 Height==2048 BinningHorizontal=1 DecimationHorizontal==1 Width=2448",
+            ("OffsetX!=8 Width=640 OffsetX!=1816 OffsetX=1808 OffsetX=104 Width!=2352 Width!=641 Width=2344 Width=640 "
+             "Height=480 OffsetY!=1570 OffsetY=1568 PayloadSize==307200"),
+            ("Width=640 OffsetX=800 DecimationHorizontal=2 Width==1224 BinningHorizontal=4 DecimationHorizontal:NA "
+             "Width==608 WidthMax==608 OffsetX==0 Height==2048 BinningHorizontal=1 DecimationHorizontal==1 Width=2448"),
             // entries
-            "PixelFormat!=Mono12 SensorDigitizationBits=Bpp12 PixelFormat=Mono12 PixelSize==Bpp16 "
-            "PixelDynamicRangeMax==4095 SensorDigitizationBits=Bpp10 PixelFormat==Mono8 PixelFormat!=Mono12",
+            ("PixelFormat!=Mono12 SensorDigitizationBits=Bpp12 PixelFormat=Mono12 PixelSize==Bpp16 "
+             "PixelDynamicRangeMax==4095 SensorDigitizationBits=Bpp10 PixelFormat==Mono8 PixelFormat!=Mono12"),
             // user sets
-            "UserSetSelector=UserSet0 UserSetLoad!= ExposureTime=2500 Width=1024 LineSelector=Line3 LineMode=Output "
-            "UserSetSave= UserSetSelector=Default UserSetSave!= UserSetLoad= "
-            "ExposureTime==10000.0 Width==2448 LineMode==Input OffsetX!=8 "
-            "UserSetSelector=UserSet0 UserSetLoad= ExposureTime==2500.0 Width==1024 LineMode==Output",
+            ("UserSetSelector=UserSet0 UserSetLoad!= ExposureTime=2500 Width=1024 LineSelector=Line3 LineMode=Output "
+             "UserSetSave= UserSetSelector=Default UserSetSave!= UserSetLoad= "
+             "ExposureTime==10000.0 Width==2448 LineMode==Input OffsetX!=8 "
+             "UserSetSelector=UserSet0 UserSetLoad= ExposureTime==2500.0 Width==1024 LineMode==Output"),
         };
         for (const QByteArray &row : rows)
             QCOMPARE(OpenDevice(Camera).failureOf(row), QByteArray());

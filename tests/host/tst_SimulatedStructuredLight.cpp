@@ -211,7 +211,7 @@ private Q_SLOTS:
         const QRect boxLeft(72, 80, 6, 60), boxRight(232, 80, 6, 60); // where the box appears moved to
         for (int sensor : {0, 1}) {
             const auto gain = [&](int output, const QRect &from, const QRect &to) {
-                const QImage &image = images[size_t(output + sensor)];
+                const QImage &image = images[size_t(output) + size_t(sensor)];
                 return meanLevel(image, to) - meanLevel(image, from);
             };
             QVERIFY(std::abs(gain(Settings::Stripes, darkPlain, lightPlain)) > 30.0);
