@@ -17,7 +17,7 @@ public:
     using QObject::QObject;
 
     /// lineAdded() follows on the GUI thread, at once when called there. Any thread.
-    /// `module` names the reporting class, `level` 0 is an ordinary report.
+    /// `module` names who reports, as a class of the panel or HostModule; `level` 0 is an ordinary report.
     void add(const QString &module, const QString &message, int level = 0);
 
 Q_SIGNALS:
