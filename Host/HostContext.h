@@ -73,7 +73,8 @@ public:
 private:
     void connectParts();
 
-    // In the order in which they need each other.
+    // In the order in which they need each other. In the end the devices close as the last but log and listeners: they
+    // have nobody left to tell, and sessions were ended before.
     HostLog m_log;
     HostListeners m_listeners;
     std::unique_ptr<QSettings> m_settings;

@@ -6,7 +6,6 @@
 
 #include "ParamterWidget/PanelContext.h"
 #include "ParamterWidget/ParamterForm.h"
-#include "ParamterWidget/ParamterWidget.h"
 #include "ToolPage/CTabWidget.h"
 #include "ToolPage/CToolBox.h"
 

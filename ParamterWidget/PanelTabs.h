@@ -3,11 +3,12 @@
 
 #include <QString>
 
+#include "ParamterWidget/PageSet.h"
+
 class CToolBox;
 class QWidget;
 class Ui_ParamterWidget;
 struct PanelContext;
-enum class PageSet;
 
 /// The tabs of a panel: the curated pages, one inner tab for each tool box of a camera, and the feature tree. GUI
 /// thread only.

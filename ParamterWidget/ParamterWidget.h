@@ -10,6 +10,7 @@
 #include <GenApi/GenApi.h>
 
 #include "PanelBase/PressElsewhere.h"
+#include "ParamterWidget/PageSet.h"
 #include "ParamterWidget/PanelContext.h"
 
 class AttributeTab;
@@ -22,9 +23,6 @@ class SoftTrigger;
 class Ui_ParamterWidget;
 struct ProfilerPages;
 class UserSets;
-
-/// The curated pages that a camera can have.
-enum class PageSet { AreaScan, Profiler, StructuredLight };
 
 /// The parameter panel of one device, or the empty panel that is shown when no device has the focus.
 ///

@@ -7,8 +7,6 @@
 #include <QObject>
 #include <QVariant>
 
-#include "ParamterWidget/ParamterWidget.h"
-
 namespace {
 
 struct List

@@ -5,8 +5,9 @@
 #include <QString>
 #include <QStringList>
 
+#include "ParamterWidget/PageSet.h"
+
 class QObject;
-enum class PageSet;
 
 /// The dynamic properties of the exported window by which a host gives cameras other pages than those of area-scan
 /// cameras: lists of type codes (QStringList).

@@ -241,22 +241,28 @@ double StructuredLightSensor::plainLevel(const Point &point, int x, int y) const
     return m_settings.sensitivity * (double(point.reflectance) * RoomLevel + light(m_settings.lamps, point, x, y));
 }
 
-/// The image of a sensor, where `level(point, x, y)` is the brightness of a point before noise.
-template <class Level>
-QImage StructuredLightSensor::image(int sensor, Level level)
+/// The picture of a sensor, where `brightness(x, y)` is that of the place on the plate which a pixel sees.
+template <class Brightness>
+QImage StructuredLightSensor::picture(int sensor, Brightness brightness) const
 {
     QImage result(m_width, m_height, QImage::Format_Grayscale8);
     const int *source = m_views[sensor].source.data();
     for (int y = 0; y < m_height; ++y) {
         uchar *const pixels = result.scanLine(y);
-        for (int column = 0; column < m_width; ++column) {
-            const int x = *source++;
-            const double bright = std::min(Brightest, level(m_scene[size_t(y * m_width + x)], x, y));
-            const double noisy = bright + m_settings.noise(bright) * double(noise());
-            pixels[column] = uchar(std::clamp(noisy, 0.0, Brightest));
-        }
+        for (int column = 0; column < m_width; ++column)
+            pixels[column] = uchar(std::clamp(brightness(*source++, y), 0.0, Brightest));
     }
     return result;
+}
+
+/// The image of a sensor, where `level(point, x, y)` is the brightness of a point before noise.
+template <class Level>
+QImage StructuredLightSensor::image(int sensor, Level level)
+{
+    return picture(sensor, [this, level](int x, int y) {
+        const double bright = std::min(Brightest, level(m_scene[size_t(y * m_width + x)], x, y));
+        return bright + m_settings.noise(bright) * double(noise());
+    });
 }
 
 QImage StructuredLightSensor::output(int index, const HeightFrame &map)
@@ -278,7 +284,7 @@ QImage StructuredLightSensor::output(int index, const HeightFrame &map)
 }
 
 /// The measured surface, lit from the front (1) or from the back (-1); black where there is no data.
-QImage StructuredLightSensor::relief(int sensor, const HeightFrame &map, double direction)
+QImage StructuredLightSensor::relief(int sensor, const HeightFrame &map, double direction) const
 {
     constexpr double Aside = 0.82, Above = 0.57;
     const auto slope = [&map](int x, int y, int dx, int dy) {
@@ -287,17 +293,9 @@ QImage StructuredLightSensor::relief(int sensor, const HeightFrame &map, double 
         const double rise = double(map.profile(front)[right]) - double(map.profile(back)[left]);
         return std::isnan(rise) ? 0.0 : rise / (map.pitchX * std::max(1, right - left + front - back));
     };
-    QImage result(m_width, m_height, QImage::Format_Grayscale8);
-    const int *source = m_views[sensor].source.data();
-    for (int y = 0; y < m_height; ++y) {
-        uchar *const pixels = result.scanLine(y);
-        for (int column = 0; column < m_width; ++column) {
-            const int x = *source++;
-            const double slopeX = slope(x, y, 2, 0), slopeY = slope(x, y, 0, 2);
-            const double facing = (Above - direction * Aside * slopeY) / steepness(slopeX, slopeY);
-            const bool known = !std::isnan(map.profile(y)[x]);
-            pixels[column] = known ? uchar(Brightest * std::max(0.0, facing)) : uchar(0);
-        }
-    }
-    return result;
+    return picture(sensor, [&](int x, int y) {
+        const double slopeX = slope(x, y, 2, 0), slopeY = slope(x, y, 0, 2);
+        const double facing = (Above - direction * Aside * slopeY) / steepness(slopeX, slopeY);
+        return std::isnan(map.profile(y)[x]) ? 0.0 : Brightest * facing;
+    });
 }

@@ -50,8 +50,10 @@ private:
     double plainLevel(const Point &point, int x, int y) const;
     template <class Level>
     QImage image(int sensor, Level level);
+    template <class Brightness>
+    QImage picture(int sensor, Brightness brightness) const;
     QImage output(int index, const HeightFrame &map);
-    QImage relief(int sensor, const HeightFrame &map, double direction);
+    QImage relief(int sensor, const HeightFrame &map, double direction) const;
     double light(const std::vector<StructuredLightSettings::Lamp> &lamps, const Point &point, int x, int y) const;
     float noise() { return m_noiseTable[m_nextNoise = m_nextNoise + 1 < m_noiseTable.size() ? m_nextNoise + 1 : 0]; }
 

@@ -21,6 +21,7 @@
 #include "Simulation/SimulatedDevices.h"
 #include "Stopwatch.h"
 #include "Viewer/DeviceTree.h"
+#include "Viewer/HeightColours.h"
 #include "Viewer/ImageView.h"
 #include "Viewer/ViewerWindow.h"
 
@@ -106,6 +107,17 @@ private:
     const QWidget &m_panels = window.panel();
 };
 
+void addColouring(BenchReport &report)
+{
+    HeightFrame frame;
+    frame.width = 2048;
+    frame.height = frame.lines = 1000;
+    for (int i = 0; i < frame.width * frame.height; ++i)
+        frame.heights.push_back(i % 50 == 0 ? std::nanf("") : float(i % 1800) / 100.0f - 9.0f);
+    const auto colour = [&frame] { return milliseconds([&frame] { heightColours(frame, -9.0, 9.0); }); };
+    report.add("a height map of 2048 x 1000 points as a picture", fastestOf(Repeats, colour), "ms", 20);
+}
+
 void addTriggering(BenchReport &report, Viewer &viewer, const char *width, const char *height)
 {
     viewer.write("Width", width);
@@ -186,6 +198,7 @@ void measure(BenchReport &report)
 {
     const QTemporaryDir scratch;
     Viewer viewer(scratch.filePath(QStringLiteral("bench.ini")));
+    addColouring(report);
     addTriggering(report, viewer, "640", "480");
     addTriggering(report, viewer, "2448", "2048");
     addLiveRefresh(report, viewer);

@@ -21,7 +21,8 @@ QString parse(QCommandLineParser &parser, const QCommandLineOption &language)
     parser.addOption(language);
     parser.addPositionalArgument(QStringLiteral("DIR"), QStringLiteral("Where the screenshots go."));
     parser.process(*QCoreApplication::instance());
-    if (parser.positionalArguments().size() != 1)
+    const QStringList languages = {QStringLiteral("English"), QStringLiteral("Chinese")};
+    if (parser.positionalArguments().size() != 1 || !languages.contains(parser.value(language)))
         parser.showHelp(2);
     return parser.positionalArguments().first();
 }

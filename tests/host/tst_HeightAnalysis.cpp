@@ -38,6 +38,8 @@ private Q_SLOTS:
             bool found;
         };
         const Row rows[] = {
+            {"tilted", 0.02, 0, 0, 0, true},
+            {"stray light", -0.02, 300, 0, 0, true},
             {"a part, stray light and gaps", -0.1, 200, 300, 200, true},
             {"ten points left", 0.0, 0, 0, 990, false},
             {"nothing left", 0.0, 0, 0, 1000, false},

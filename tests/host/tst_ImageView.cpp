@@ -49,6 +49,8 @@ private Q_SLOTS:
         const QPoint usual(10, -6);
         const std::tuple<const char *, QPoint, QPoint, QRect> rows[] = {
             {"body", {200, 150}, usual, {220, 138, 400, 300}},
+            {"left", {100, 150}, usual, {220, 150, 380, 300}},
+            {"top", {200, 75}, usual, {200, 138, 400, 312}},
             {"top right", {300, 75}, usual, {200, 138, 420, 312}},
             {"bottom left", {100, 225}, usual, {220, 150, 380, 288}},
             {"just outside of an edge", {305, 150}, usual, {200, 150, 420, 300}},

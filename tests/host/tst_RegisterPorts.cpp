@@ -38,6 +38,7 @@ private Q_SLOTS:
             const char *reading, *writing;
         } rows[] = {{"whole words", 8, 8, "R0x8:8", "W0x8:8"},
                     {"short head", 8, 2, "R0x8:4", "R0x8:4 W0x8:4"},
+                    {"inside a word", 9, 2, "R0x8:4", "R0x8:4 W0x8:4"},
                     {"to the end of a word", 9, 3, "R0x8:4", "R0x8:4 W0x8:4"},
                     {"across two words", 10, 4, "R0x8:8", "R0x8:4 R0xc:4 W0x8:8"},
                     {"odd start", 10, 10, "R0x8:12", "R0x8:4 W0x8:12"},

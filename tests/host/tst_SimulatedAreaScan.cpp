@@ -71,7 +71,10 @@ private Q_SLOTS:
              "TriggerSelector=FrameStart TriggerDelay==12.5 TriggerSelector=AcquisitionStart TriggerDelay==300.0"),
             ("MultiSlopeMode=Manual MultiSlopeKneePointSelector=0 MultiSlopeExposureLimit=40 "
              "MultiSlopeKneePointSelector=2 MultiSlopeExposureLimit=99 "
-             "MultiSlopeKneePointSelector=0 MultiSlopeExposureLimit==40"),
+             "MultiSlopeKneePointSelector=0 MultiSlopeExposureLimit==40 "
+             "MultiSlopeKneePointSelector=2 MultiSlopeExposureLimit==99"),
+            ("GainSelector=AnalogAll Gain=6.00 GainSelector=DigitalAll Gain=1.50 "
+             "GainSelector=AnalogAll Gain==6.00 GainSelector=DigitalAll Gain==1.50"),
             "LUTIndex=0 LUTValue=17 LUTIndex=255 LUTValue=4095 LUTIndex=0 LUTValue==17 LUTIndex=255 LUTValue==4095",
             ("UserSetSelector=UserSet1 UserSetDescription==Night UserSetDescription=Dämmerung·黄昏 "
              "UserSetSelector=UserSet0 UserSetDescription==Day UserSetSelector=UserSet1 "

@@ -72,6 +72,7 @@ private Q_SLOTS:
             {"viewer", true, false},
             {"viewer --developer --genicam a.xml --language Chinese", true, false},
             {"viewer --dump --genicam a.xml", true, true},
+            {"viewer --unknown", false, true},
             {"viewer --dump --device D", true, true},
             {"viewer --dump", false, true},
             {"viewer --dump --device D --genicam a.xml", false, true},
