@@ -136,20 +136,19 @@ void StructuredLightSensor::lookAlongRow(int sensor, int y)
 {
     const auto along = [=](int i) { return sensor == 0 ? i : m_width - 1 - i; };
     const double pixelsPerMm = Parallax / (Settings::Pitch * m_settings.binning);
-    const int row = y * m_width;
     int filled = 0; // pixels
     double furthest = -1.0;
     for (int i = 0; i < m_width; ++i) {
-        const double place = i + m_scene[size_t(row + along(i))].height * pixelsPerMm;
+        const double place = i + m_scene[pixel(along(i), y)].height * pixelsPerMm;
         if (place < furthest)
             continue;
         furthest = place;
-        m_views[sensor].sees[size_t(row + along(i))] = 1;
+        m_views[sensor].sees[pixel(along(i), y)] = 1;
         for (; filled < m_width && filled <= place; ++filled)
-            m_views[sensor].source[size_t(row + along(filled))] = along(i);
+            m_views[sensor].source[pixel(along(filled), y)] = along(i);
     }
     for (; filled < m_width; ++filled)
-        m_views[sensor].source[size_t(row + along(filled))] = along(m_width - 1);
+        m_views[sensor].source[pixel(along(filled), y)] = along(m_width - 1);
 }
 
 double StructuredLightSensor::light(const std::vector<Settings::Lamp> &lamps, const Point &point, int x, int y) const
@@ -260,7 +259,7 @@ template <class Level>
 QImage StructuredLightSensor::image(int sensor, Level level)
 {
     return picture(sensor, [this, level](int x, int y) {
-        const double bright = std::min(Brightest, level(m_scene[size_t(y * m_width + x)], x, y));
+        const double bright = std::min(Brightest, level(m_scene[pixel(x, y)], x, y));
         return bright + m_settings.noise(bright) * double(noise());
     });
 }

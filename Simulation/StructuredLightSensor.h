@@ -47,6 +47,7 @@ private:
     float measured(const Point &point, int sensor, int x, int y);
     HeightFrame depthMap();
     void applyFilters(HeightFrame &map) const;
+    size_t pixel(int x, int y) const { return size_t(y) * size_t(m_width) + size_t(x); }
     double plainLevel(const Point &point, int x, int y) const;
     template <class Level>
     QImage image(int sensor, Level level);
