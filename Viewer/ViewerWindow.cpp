@@ -301,7 +301,7 @@ void ViewerWindow::updateCommands()
     const std::pair<Command, bool> enabled[] = {
         {Command::Refresh, !m_context.devices().isRefreshing()},
         {Command::OpenDevice, device && !open && state != DeviceTree::State::Opening},
-        {Command::CloseDevice, device && open},
+        {Command::CloseDevice, device && (open || state == DeviceTree::State::Opening)},
         {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
         {Command::StopAcquisition, acquiring},
         {Command::DisablePanel, device && open && device->kind() == Device::Kind::Camera},

@@ -63,6 +63,14 @@
         <source>Opening...</source>
         <translation>正在打开...</translation>
     </message>
+    <message>
+        <source>Cancelling...</source>
+        <translation>正在取消...</translation>
+    </message>
+    <message>
+        <source>Opening... %1 %</source>
+        <translation>正在打开... %1 %</translation>
+    </message>
 </context>
 <context>
     <name>DeviceViews</name>
