@@ -54,6 +54,7 @@ private Q_SLOTS:
     void readsWhatAPanelWants()
     {
         const QByteArray limited = "<Integer Name=\"L\"><pValue>A</pValue><pMax>B</pMax></Integer>";
+        const QByteArray shut = "<Integer Name=\"L\">" + onlyIf("A") + "<pValue>B</pValue></Integer>";
         const QByteArray indexed = at(0x40) + "<pIndex Offset=\"4\">A</pIndex>";
         const struct
         {
@@ -70,6 +71,8 @@ private Q_SLOTS:
             {"a gate first", "B", reg("A", at(0)) + reg("B", at(4), {}, onlyIf("A")), "R0x0:4 R0x4:4"},
             {"nothing behind a closed gate", "B C",
              reg("A", at(0x80)) + reg("B", at(4), {}, onlyIf("A")) + reg("C", at(0x84)), "R0x80:8"},
+            {"no inner gate either", "L",
+             shut + reg("A", at(0x80)) + reg("B", at(4), {}, onlyIf("D")) + reg("D", at(8)), "R0x80:4"},
             {"another port", "A B", reg("A", at(0)) + reg("B", at(4)).replace("Device", "Chunks"), "R0x0:4"},
             {"invisible ones", "A B", reg("A", at(0)) + reg("B", at(4), {}, "<Visibility>Invisible</Visibility>"),
              "R0x0:4 R0x4:4", 1},
