@@ -62,8 +62,12 @@ private:
     {
         int64_t length = first->length;
         Place behind = first + 1;
-        for (; behind != end && behind->address - first->address <= length; ++behind) { // without a gap
-            const int64_t longer = std::max(length, behind->address - first->address + behind->length);
+        for (; behind != end; ++behind) {
+            // Of addresses that a wrong description may put anywhere.
+            const uint64_t distance = static_cast<uint64_t>(behind->address) - static_cast<uint64_t>(first->address);
+            if (distance > static_cast<uint64_t>(length)) // there is a gap
+                break;
+            const int64_t longer = std::max(length, static_cast<int64_t>(distance) + behind->length);
             if (longer > LongestBlock)
                 break;
             length = longer;
