@@ -107,18 +107,20 @@ struct LostMailbox
 {
     std::mutex mutex;
     Device *receiver;
+    bool isLost = false; ///< also told to who asks later
 };
+
+const QString LostReason = QStringLiteral("the camera no longer answers its host");
 using SharedMailbox = std::shared_ptr<LostMailbox>;
 
 void deliverLost(ArvDevice *, gpointer data)
 {
     LostMailbox &mailbox = **static_cast<SharedMailbox *>(data);
     const std::lock_guard<std::mutex> lock(mailbox.mutex);
+    mailbox.isLost = true;
     if (!mailbox.receiver)
         return;
-    const auto tell = [receiver = mailbox.receiver] {
-        Q_EMIT receiver->lost(QStringLiteral("the camera no longer answers its host"));
-    };
+    const auto tell = [receiver = mailbox.receiver] { Q_EMIT receiver->lost(LostReason); };
     QMetaObject::invokeMethod(mailbox.receiver, tell, Qt::QueuedConnection);
 }
 
@@ -159,14 +161,6 @@ QImage toImage(ArvBuffer *buffer)
 
 } // namespace
 
-/// A camera that answered, or why it did not.
-struct AravisDevice::Reached
-{
-    Reference<ArvDevice> device; ///< null when it could not be reached
-    QByteArray description;
-    QString error;
-};
-
 /// An open camera. Members go in reverse order: the node map before its port.
 struct AravisDevice::Connection
 {
@@ -185,6 +179,19 @@ struct AravisDevice::Connection
         const std::lock_guard<std::mutex> lock(mailbox->mutex);
         mailbox->receiver = nullptr;
     }
+
+    bool isLost() const
+    {
+        const std::lock_guard<std::mutex> lock(mailbox->mutex);
+        return mailbox->isLost;
+    }
+};
+
+/// A camera that answered, or why it did not.
+struct AravisDevice::Reached
+{
+    std::unique_ptr<Connection> connection; ///< null when the camera could not be reached
+    QString error;
 };
 
 /// Fetches frames on a thread of its own from construction to destruction.
@@ -264,47 +271,56 @@ AravisDevice::~AravisDevice()
     close();
 }
 
-void AravisDevice::reach()
+void AravisDevice::reach(const std::atomic_bool &cancelled, const ReadProgress &progress)
+{
+    m_reached = std::make_unique<Reached>(reached());
+    if (m_reached->connection)
+        m_reached->connection->nodes->readAhead(cancelled, progress);
+}
+
+AravisDevice::Reached AravisDevice::reached()
 {
     ErrorSlot failure;
-    m_reached = std::make_unique<Reached>();
-    m_reached->device = Reference<ArvDevice>(arv_open_device(m_identity.id.toUtf8().constData(), failure.out()));
-    if (!m_reached->device) {
-        m_reached->error = QString::fromUtf8(failure.text());
-        return;
-    }
+    Reference<ArvDevice> camera(arv_open_device(m_identity.id.toUtf8().constData(), failure.out()));
+    if (!camera)
+        return {nullptr, QString::fromUtf8(failure.text())};
     std::size_t size = 0;
-    const char *xml = arv_device_get_genicam_xml(m_reached->device.get(), &size);
-    m_reached->description = QByteArray(xml, static_cast<int>(size));
+    const char *xml = arv_device_get_genicam_xml(camera.get(), &size);
+    const QByteArray description(xml, static_cast<int>(size));
+    auto opened = std::make_unique<Connection>();
+    opened->device = camera.get();
+    opened->mailbox = connectLost(camera.get(), this);
+    const auto report = [this](bool answering) { reportAnswering(answering); };
+    opened->port = std::make_unique<FailFastPort>(makeRegisterPort(std::move(camera)), FailFastPort::Timing(), report);
+    QString error;
+    if (!guarded(&error, [&] { opened->nodes = std::make_unique<LoadedNodeMap>(description, *opened->port); }))
+        return {nullptr, error};
+    return {std::move(opened), QString()};
 }
 
 bool AravisDevice::open(QString *error)
 {
     if (m_connection)
         return true;
-    if (!m_reached)
-        reach();
-    const std::unique_ptr<Reached> camera = std::move(m_reached);
-    if (!camera->device) {
-        *error = camera->error;
-        return false;
-    }
-    auto opened = std::make_unique<Connection>();
-    opened->device = camera->device.get();
-    opened->mailbox = connectLost(camera->device.get(), this);
-    const auto report = [this](bool answering) { reportAnswering(answering); };
-    opened->port =
-        std::make_unique<FailFastPort>(makeRegisterPort(std::move(camera->device)), FailFastPort::Timing(), report);
-    if (!guarded(error, [&] { opened->nodes = std::make_unique<LoadedNodeMap>(camera->description, *opened->port); }))
-        return false;
-    m_connection = std::move(opened);
-    return true;
+    const std::unique_ptr<Reached> before = std::move(m_reached);
+    Reached camera = before ? std::move(*before) : reached();
+    if (camera.connection && camera.connection->isLost())
+        camera = {nullptr, LostReason};
+    m_connection = std::move(camera.connection);
+    *error = camera.error;
+    return m_connection != nullptr;
 }
 
 void AravisDevice::close()
 {
     stopAcquisition();
+    m_reached.reset();
     m_connection.reset();
+}
+
+PortLoad AravisDevice::portLoad() const
+{
+    return m_connection ? m_connection->nodes->load() : PortLoad();
 }
 
 GenApi::INodeMap *AravisDevice::nodeMap() const

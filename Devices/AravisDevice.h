@@ -29,12 +29,14 @@ public:
     QString id() const override { return m_identity.id; }
     QString displayName() const override { return m_identity.displayName; }
     Transport transport() const override { return m_identity.transport; }
-    /// Takes some seconds for a camera that does not answer.
-    void reach() override;
+    /// Takes some seconds for a camera that does not answer. Reads registers ahead.
+    void reach(const std::atomic_bool &cancelled, const ReadProgress &progress) override;
+    /// Without reach() before, nothing is read ahead: that would keep the caller waiting.
     bool open(QString *error) override;
     void close() override;
     bool isOpen() const override { return m_connection != nullptr; }
     GenApi::INodeMap *nodeMap() const override;
+    PortLoad portLoad() const override;
     bool startAcquisition(QString *error) override;
     void stopAcquisition() override;
     bool isAcquiring() const override { return m_stream != nullptr; }
@@ -44,10 +46,11 @@ private:
     struct Connection;
     class Stream;
 
+    Reached reached();
     void reportAnswering(bool answering);
 
     const Identity m_identity;
-    std::unique_ptr<Reached> m_reached; ///< by reach(), until open() takes it
+    std::unique_ptr<Reached> m_reached; ///< by reach(), until open() takes it or close() drops it
     std::unique_ptr<Connection> m_connection;
     std::unique_ptr<Stream> m_stream;
 };

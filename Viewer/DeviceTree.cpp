@@ -74,6 +74,7 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     connect(&m_context.devices(), &KnownDevices::listChanged, this, &DeviceTree::rebuild);
     connect(&m_context.sessions(), &DeviceSessions::stateChanged, this, &DeviceTree::adoptState);
+    connect(&m_context.sessions().openings(), &Openings::progressed, this, &DeviceTree::updateItem);
     connect(this, &QTreeWidget::currentItemChanged, this, &DeviceTree::announceCurrent);
     retranslate();
     rebuild();
@@ -192,7 +193,18 @@ void DeviceTree::updateItem(const QString &id)
     const StateSpec &spec = States[int(state(id))];
     const Glyph glyph = device->kind() == Device::Kind::Card ? Glyph::Card : Glyph::Camera;
     item->setIcon(0, glyphIcon(glyph, spec.mark ? QColor::fromRgb(spec.mark) : QColor()));
-    item->setText(1, tr(spec.text));
+    item->setText(1, stateText(id));
+}
+
+QString DeviceTree::stateText(const QString &id) const
+{
+    const State shown = state(id);
+    const Openings &openings = m_context.sessions().openings();
+    if (shown == State::Opening && openings.isCancelled(id))
+        return tr("Cancelling...");
+    if (shown == State::Opening && openings.percent(id) > 0)
+        return tr("Opening... %1 %").arg(openings.percent(id));
+    return tr(States[int(shown)].text);
 }
 
 void DeviceTree::retranslate()
@@ -217,6 +229,8 @@ void DeviceTree::keyPressEvent(QKeyEvent *event)
 {
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentDevice())
         Q_EMIT stepRequested();
+    else if (event->key() == Qt::Key_Escape && currentDevice() && state(currentDevice()->id()) == State::Opening)
+        m_context.sessions().close(currentDevice()->id());
     else
         QTreeWidget::keyPressEvent(event);
 }

@@ -10,7 +10,8 @@ class HostContext;
 
 /// The devices that the host knows, grouped by how they are reached, each with its state.
 ///
-/// The focus of the host follows the current row; a group's title takes the focus away from all devices.
+/// The focus of the host follows the current row; a group's title takes the focus away from all devices. Escape gives
+/// up the current device while it is being opened.
 class DeviceTree : public QTreeWidget
 {
     Q_OBJECT
@@ -49,6 +50,7 @@ private:
     QTreeWidgetItem *groupItem(int group);
     QTreeWidgetItem *itemOf(const QString &id) const;
     void updateItem(const QString &id);
+    QString stateText(const QString &id) const;
     void retranslate();
 
     HostContext &m_context;

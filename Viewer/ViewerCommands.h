@@ -25,6 +25,7 @@ enum class Command {
     ShowCommonTab,
     ShowAttributeTab,
     DisablePanel,
+    ShowLoad,
     DefaultMode0,
     DefaultMode1,
     English,

@@ -23,6 +23,7 @@
 #include "Viewer/FrameStatus.h"
 #include "Viewer/GlyphIcons.h"
 #include "Viewer/ImageView.h"
+#include "Viewer/LoadStatus.h"
 #include "Viewer/LogModel.h"
 #include "Viewer/LogView.h"
 #include "Viewer/ViewerCommands.h"
@@ -47,14 +48,17 @@ const QString LayoutKey = QStringLiteral("Viewer/layout");
 
 ViewerWindow::ViewerWindow(HostContext &context)
     : m_context(context), m_devices(new DeviceTree(context)), m_views(new DeviceViews(context, *m_devices)),
-      m_status(new FrameStatus(m_views->image())), m_log(new LogView), m_panel(new ParamterWnd)
+      m_status(new FrameStatus(m_views->image())), m_load(new LoadStatus(context)), m_log(new LogView),
+      m_panel(new ParamterWnd)
 {
     setObjectName(QStringLiteral("ViewerWindow"));
     setWindowIcon(glyphIcon(Glyph::Camera));
     setCentralWidget(m_views);
     m_panel->setProperty(ProfilerTypeCodes, ProfilerTypes);
     m_panel->setProperty(StructuredLightTypeCodes, StructuredLightTypes);
+    statusBar()->addPermanentWidget(m_load);
     statusBar()->addPermanentWidget(m_status);
+    m_load->hide();
     buildDocks();
     buildCommands();
     connectHost();
@@ -159,6 +163,8 @@ void ViewerWindow::run(Command command, bool checked)
         return m_panel->setAllDetailWidgetVisiable(checked);
     case Command::DisablePanel:
         return m_panel->setParamterViewDisable(currentId());
+    case Command::ShowLoad:
+        return m_load->setVisible(checked);
     case Command::DefaultMode0:
         return m_panel->setDefaultParameterWndMode(0);
     case Command::DefaultMode1:
@@ -301,7 +307,7 @@ void ViewerWindow::updateCommands()
     const std::pair<Command, bool> enabled[] = {
         {Command::Refresh, !m_context.devices().isRefreshing()},
         {Command::OpenDevice, device && !open && state != DeviceTree::State::Opening},
-        {Command::CloseDevice, device && open},
+        {Command::CloseDevice, device && (open || state == DeviceTree::State::Opening)},
         {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
         {Command::StopAcquisition, acquiring},
         {Command::DisablePanel, device && open && device->kind() == Device::Kind::Camera},

@@ -63,6 +63,14 @@
         <source>Opening...</source>
         <translation>正在打开...</translation>
     </message>
+    <message>
+        <source>Cancelling...</source>
+        <translation>正在取消...</translation>
+    </message>
+    <message>
+        <source>Opening... %1 %</source>
+        <translation>正在打开... %1 %</translation>
+    </message>
 </context>
 <context>
     <name>DeviceViews</name>
@@ -135,6 +143,13 @@
     <message>
         <source>row %1, X %2 mm: %3</source>
         <translation>第 %1 行，X %2 mm：%3</translation>
+    </message>
+</context>
+<context>
+    <name>LoadStatus</name>
+    <message>
+        <source>longest event %1 ms, %2 accesses/s, %3 time-outs</source>
+        <translation>最长事件 %1 ms，每秒访问 %2 次，超时 %3 次</translation>
     </message>
 </context>
 <context>
@@ -303,6 +318,14 @@
     <message>
         <source>Show the panel&apos;s tab of all attributes</source>
         <translation>显示面板的全部属性页</translation>
+    </message>
+    <message>
+        <source>Show &amp;Load</source>
+        <translation>显示负载(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Show the longest event, the accesses a second and the time-outs in the status bar</source>
+        <translation>在状态栏显示最长事件、每秒访问次数和超时次数</translation>
     </message>
     <message>
         <source>&amp;Disable Panel of Device</source>

@@ -23,10 +23,10 @@ public:
     QString displayName() const override { return m_key; }
     Kind kind() const override { return m_type; }
     QString typeCode() const override { return QStringLiteral("1"); }
-    void reach() override
+    void reach(const std::atomic_bool &cancelled, const ReadProgress &progress) override
     {
         if (onReach)
-            onReach();
+            onReach(cancelled, progress);
     }
     bool open(QString *error) override;
     void close() override;
@@ -36,7 +36,7 @@ public:
     void stopAcquisition() override { setAcquiring(false); }
     bool isAcquiring() const override { return m_acquiring; }
 
-    std::function<void()> onReach;
+    std::function<void(const std::atomic_bool &cancelled, const ReadProgress &progress)> onReach;
     /// Not empty: open() and startAcquisition() fail with this reason.
     QString refusal;
     MemoryPort port;

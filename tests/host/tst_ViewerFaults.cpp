@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <QLabel>
 #include <QTreeView>
 #include <QtTest>
 
@@ -6,6 +7,7 @@
 #include "Simulation/SimulatedDevices.h"
 #include "Viewer/DeviceTree.h"
 #include "Viewer/ImageView.h"
+#include "Viewer/ViewerCommands.h"
 #include "Viewer/ViewerWindow.h"
 #include "host/TestHost.h"
 #include "tour/TourHand.h"
@@ -44,6 +46,45 @@ private Q_SLOTS:
         m_stage.reset();
         m_window.reset();
         m_host.end();
+    }
+
+    void anOpeningIsShownAndGivenUp()
+    {
+        const auto shownState = [this](const QString &name) {
+            DeviceTree &tree = m_window->devices();
+            const QModelIndexList rows =
+                tree.model()->match(tree.model()->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchRecursive);
+            return rows.isEmpty() ? QString() : rows.first().siblingAtColumn(1).data().toString();
+        };
+        QSemaphore gate;
+        m_host.add("slow")->onReach = [&](const std::atomic_bool &cancelled, const ReadProgress &progress) {
+            progress(40, 100);
+            gate.acquire(); // it hangs
+            QVERIFY(cancelled);
+        };
+        m_window->openWhenKnown(text("slow"));
+        QTRY_COMPARE(shownState(text("slow")), text("Opening... 40 %"));
+        const QAction *close = m_window->commands().action(Command::CloseDevice);
+        QVERIFY(close->isEnabled());
+        QTest::keyClick(&m_window->devices(), Qt::Key_Escape);
+        QCOMPARE(shownState(text("slow")), text("Cancelling..."));
+        gate.release();
+        QTRY_COMPARE(shownState(text("slow")), text("Closed"));
+        QVERIFY(!close->isEnabled());
+    }
+
+    void theLoadIsShown()
+    {
+        auto *load = m_window->findChild<QLabel *>(text("loadStatus"));
+        QVERIFY(!load->isVisible());
+        m_window->commands().action(Command::ShowLoad)->trigger();
+        QVERIFY(load->isVisible());
+        const QString before = load->text();
+        device().setFault(Fault::Timeout);
+        device().nodeMap()->InvalidateNodes();
+        m_host.number(Camera.toUtf8(), Feature.toUtf8());
+        device().setFault(Fault::None);
+        QTRY_VERIFY2(load->text() != before && !load->text().contains(text(" 0 time-outs")), qPrintable(load->text()));
     }
 
     void editOnAFailingLink()
