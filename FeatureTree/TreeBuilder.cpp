@@ -60,9 +60,7 @@ QSet<GenApi::INode *> listedByAny(const GenApi::node_vector &nodes)
 class Builder
 {
 public:
-    Builder(const GenApi::node_vector &all, DeviceReading *reading)
-        : m_listed(listedByAny(all)), m_reading(reading)
-    { }
+    Builder(const GenApi::node_vector &all, DeviceReading *reading) : m_listed(listedByAny(all)), m_reading(reading) { }
 
     void addRows(const GenApi::node_vector &nodes, TreeItem &parent)
     {

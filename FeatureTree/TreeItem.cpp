@@ -267,8 +267,7 @@ void TreeItem::readSwitch(GenApi::INode *node, VisibilityPass &pass)
     bool isOn = false;
     const auto ask = [&] { isOn = isNonZero(node); };
     DeviceReading *const way = reading();
-    guardNode([&] { way ? way->read(node, ask) : ask(); },
-              [](const GenICam::GenericException &) {},
+    guardNode([&] { way ? way->read(node, ask) : ask(); }, [](const GenICam::GenericException &) {},
               [&](const char *message) {
                   isOn = true;
                   logNewFault(message);

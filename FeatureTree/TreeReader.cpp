@@ -67,7 +67,8 @@ QVector<QModelIndex> TreeReader::rowsIn(const QRegion &region) const
     return rows;
 }
 
-/// Not what has no value, what was read for being painted now, what waits, and, while others wait, what was read before.
+/// Not what has no value, what was read for being painted now, what waits, and, while others wait, what was read
+/// before.
 bool TreeReader::needsReading(const QModelIndex &row, bool wasBehind)
 {
     TreeItem *const item = m_model->getItem(row);

@@ -14,8 +14,8 @@ class FeatureTreeView;
 class TreeItem;
 class TreeModel;
 
-/// Reads a feature tree: at once while the device is fast, in turns otherwise, the rows in view first, then what decides
-/// which rows are shown, then values that were never read. GUI thread only.
+/// Reads a feature tree: at once while the device is fast, in turns otherwise, the rows in view first, then what
+/// decides which rows are shown, then values that were never read. GUI thread only.
 class TreeReader : public DeviceReading::Job
 {
 public:

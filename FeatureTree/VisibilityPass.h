@@ -22,7 +22,8 @@ struct VisibilityPass
     DeviceReading *reading = nullptr; ///< null: nodes are read at once
     bool isKnownOnly = false; ///< nothing is read, now or later
 
-    /// Begins the next pass. What is due stays so, since rows outside of it may wait for it, unless other rows are wanted.
+    /// Begins the next pass. What is due stays so, since rows outside of it may wait for it, unless other rows are
+    /// wanted.
     void restart(int newLevel, const QString &newFilter);
     /// False for a node that is to be read now; one that is to be read later becomes due.
     bool isKnown(GenApi::INode *node);

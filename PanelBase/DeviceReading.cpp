@@ -13,12 +13,6 @@ namespace {
 
 constexpr const char *Module = "DeviceReading";
 
-constexpr auto Budget = 50ms; ///< of one turn of the event loop
-constexpr std::array<std::chrono::milliseconds, 4> Pauses = {2s, 4s, 8s, 10s};
-/// A read that fails so fast costs nobody anything, so it may be tried more often.
-constexpr auto Costless = 50ms;
-constexpr auto CostlessPause = 1s;
-
 /// Whether the device says anything about the node, be it a refusal.
 bool answers(GenApi::INode *node)
 {
@@ -39,7 +33,9 @@ bool answers(GenApi::INode *node)
 
 } // namespace
 
-DeviceReading::DeviceReading(QObject *parent) : QObject(parent)
+DeviceReading::DeviceReading() : DeviceReading(Timing()) { }
+
+DeviceReading::DeviceReading(const Timing &timing) : m_timing(timing), m_limit(timing.budget)
 {
     m_turn.setSingleShot(true);
     connect(&m_turn, &QTimer::timeout, this, &DeviceReading::nextTurn);
@@ -58,7 +54,7 @@ bool DeviceReading::hasTime()
 {
     if (m_isSilent)
         tryAtOnce();
-    return !m_isSilent && (m_spent == 0ms || m_spent + m_usual <= Budget);
+    return !m_isSilent && (m_spent == 0ms || m_spent + m_usual <= m_limit);
 }
 
 void DeviceReading::count(Clock::duration duration)
@@ -92,6 +88,7 @@ void DeviceReading::nextTurn()
 {
     m_spent = 0ms;
     m_isTried = false;
+    m_limit = m_timing.slice;
     QVector<Job *> served;
     while (!m_jobs.isEmpty() && hasTime()) {
         Job *const job = nextJob();
@@ -102,6 +99,7 @@ void DeviceReading::nextTurn()
     }
     for (Job *job : qAsConst(served))
         job->endSlice();
+    m_limit = m_timing.budget;
     if (!m_jobs.isEmpty() && !m_isSilent)
         startTurn();
 }
@@ -121,16 +119,17 @@ void DeviceReading::fallSilent(const std::string &reason, Clock::duration cost)
     m_isTried = true;
     m_tries = 0;
     startTurn();
-    logToHost(Module, m_deviceName.toStdString() + " does not answer, the values that were read last are shown: " + reason);
+    logToHost(Module,
+              m_deviceName.toStdString() + " does not answer, the values that were read last are shown: " + reason);
     pause(cost);
     QMetaObject::invokeMethod(this, &DeviceReading::silenced, Qt::QueuedConnection);
 }
 
 void DeviceReading::pause(Clock::duration cost)
 {
-    const auto index = std::min(size_t(m_tries), Pauses.size() - 1);
-    m_isCostless = cost < Costless;
-    m_pause.start(m_isCostless ? std::chrono::milliseconds(CostlessPause) : Pauses[index]);
+    const auto index = std::min(size_t(m_tries), m_timing.pauses.size() - 1);
+    m_isCostless = cost < m_timing.costless;
+    m_pause.start(m_isCostless ? m_timing.costlessPause : std::chrono::milliseconds(m_timing.pauses[index]));
     if (!m_isCostless)
         ++m_tries;
 }
@@ -150,7 +149,7 @@ void DeviceReading::tryAtOnce()
     const auto begin = Clock::now();
     const bool isAnswered = answers(m_asked);
     const Clock::duration cost = Clock::now() - begin;
-    adoptProbe(isAnswered && cost <= Longest, cost);
+    adoptProbe(isAnswered && cost <= m_timing.longest, cost);
 }
 
 void DeviceReading::probe()
@@ -164,7 +163,8 @@ void DeviceReading::probe()
         const bool isAnswered = answers(node);
         const Clock::duration cost = Clock::now() - begin;
         QMetaObject::invokeMethod(
-            this, [this, isAnswered, cost] { adoptProbe(isAnswered && cost <= Longest, cost); }, Qt::QueuedConnection);
+            this, [this, isAnswered, cost] { adoptProbe(isAnswered && cost <= m_timing.longest, cost); },
+            Qt::QueuedConnection);
     });
 }
 

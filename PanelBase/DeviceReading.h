@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <string>
 #include <utility>
@@ -26,6 +27,20 @@ class DeviceReading : public QObject
     Q_OBJECT
 
 public:
+    /// How long what may take. All times are those of the GUI thread.
+    struct Timing
+    {
+        std::chrono::milliseconds budget{50}; ///< of reads in one turn of the event loop
+        std::chrono::milliseconds slice{25}; ///< of those that have waited
+        std::chrono::milliseconds longest{1000}; ///< of one read
+        /// Between tries to read a silent device, the last one again and again.
+        std::array<std::chrono::milliseconds, 4> pauses{
+            {std::chrono::seconds(2), std::chrono::seconds(4), std::chrono::seconds(8), std::chrono::seconds(10)}};
+        /// A try that fails so fast costs nothing, so that this is the pause after it.
+        std::chrono::milliseconds costless{50};
+        std::chrono::milliseconds costlessPause{1000};
+    };
+
     /// Something that can wait for its turn to read. Must forget() itself before it goes.
     class Job
     {
@@ -39,7 +54,8 @@ public:
         virtual void endSlice() { }
     };
 
-    explicit DeviceReading(QObject *parent = nullptr);
+    DeviceReading();
+    explicit DeviceReading(const Timing &timing);
     ~DeviceReading() override;
 
     /// What log lines call the device.
@@ -56,8 +72,8 @@ public:
     /// The same for writes, which may take as long as the device needs for them.
     template <class Access>
     void write(GenApi::INode *node, Access &&access);
-    /// The same for a write by name, `call`, which returns 0 on success: one that fails after more than a second makes the
-    /// device silent. Returns what it returns; -1, and nothing is called, for a silent device.
+    /// The same for a write by name, `call`, which returns 0 on success: one that fails after more than a second makes
+    /// the device silent. Returns what it returns; -1, and nothing is called, for a silent device.
     template <class Call>
     int writeByName(Call &&call);
 
@@ -82,8 +98,6 @@ private:
     using Clock = std::chrono::steady_clock;
     class Measured;
 
-    static constexpr std::chrono::seconds Longest{1}; ///< of an answer
-
     void count(Clock::duration duration);
     void fallSilent(const std::string &reason, Clock::duration cost);
     void pause(Clock::duration cost);
@@ -94,9 +108,11 @@ private:
     void nextTurn();
     Job *nextJob() const;
 
+    const Timing m_timing;
     QString m_deviceName;
     QTimer m_turn; ///< fires when the events of this turn are done; runs while time was spent or jobs wait
     Clock::duration m_spent{0}; ///< by reads in this turn
+    Clock::duration m_limit; ///< of that
     Clock::duration m_usual{0}; ///< what a read has taken lately
     int m_depth = 0; ///< of reads within reads
     QVector<Job *> m_jobs;
@@ -134,8 +150,8 @@ void DeviceReading::read(GenApi::INode *node, Access &&access)
 {
     const Measured measured(*this);
     write(node, std::forward<Access>(access));
-    if (measured.duration() > Longest)
-        fallSilent("a read took more than a second", measured.duration());
+    if (measured.duration() > m_timing.longest)
+        fallSilent("a read took too long", measured.duration());
 }
 
 template <class Access>
@@ -159,7 +175,7 @@ int DeviceReading::writeByName(Call &&call)
         return -1;
     const Clock::time_point begin = Clock::now();
     const int result = call();
-    if (result != 0 && Clock::now() - begin > Longest)
-        fallSilent("a write failed after more than a second", Clock::now() - begin);
+    if (result != 0 && Clock::now() - begin > m_timing.longest)
+        fallSilent("a write failed after too long a time", Clock::now() - begin);
     return result;
 }

@@ -323,7 +323,7 @@ void ParamterWidget::onSigSelectItemClick(QModelIndex index)
 {
     guarded(Module, [&] {
         if (GenApi::INode *const feature = m_attributeTab->featureAt(index))
-            m_description->describe(feature);
+            m_description->describe(feature, m_context.reading.get());
     });
 }
 

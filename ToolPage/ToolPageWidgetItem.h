@@ -54,8 +54,8 @@ public:
     QWidget *getEnumParamWidget(GenApi::INode *node, bool &available);
     QWidget *getCommandParamWidget(GenApi::INode *node, bool &available);
 
-    /// Refreshes from the feature (false), at once or in its turn, or a float or enumeration editor from the host's live value (true)
-    /// unless the user is in it. Writes nothing.
+    /// Refreshes from the feature (false), at once or in its turn, or a float or enumeration editor from the host's
+    /// live value (true) unless the user is in it. Writes nothing.
     void updateWidget(bool live);
     /// Whether the row has a feature that could be shown when it was asked last.
     bool isAvailable() const { return m_available; }
