@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Devices/NeededRegisters.h"
 
-#include <string>
+#include <algorithm>
+#include <initializer_list>
 
 #include "Devices/SilenceGuard.h"
 
@@ -9,7 +10,8 @@ namespace {
 
 constexpr int64_t LongestRegister = 512; // bytes; longer ones are read when somebody looks at them
 constexpr char DevicePort[] = "Device";
-constexpr const char *Gates[] = {"pIsImplemented", "pIsAvailable", "pIsLocked"};
+constexpr const char *Gates[] = {"pIsImplemented", "pIsAvailable"};
+constexpr char Lock[] = "pIsLocked";
 
 GenApi::NodeList_t childrenOf(const GenApi::INode *node)
 {
@@ -46,14 +48,22 @@ GenApi::INode *linked(GenApi::INode *node, const char *link)
     return node->GetProperty(link, name, attribute) ? node->GetNodeMap()->GetNode(name) : nullptr;
 }
 
-GenApi::NodeList_t gatesOf(GenApi::INode *node)
+GenApi::NodeList_t linkedAll(GenApi::INode *node, std::initializer_list<const char *> links)
 {
-    GenApi::NodeList_t gates;
-    for (const char *link : Gates) {
-        if (GenApi::INode *gate = linked(node, link))
-            gates.push_back(gate);
+    GenApi::NodeList_t nodes;
+    for (const char *link : links) {
+        if (GenApi::INode *other = linked(node, link))
+            nodes.push_back(other);
     }
-    return gates;
+    return nodes;
+}
+
+GenApi::NodeList_t entriesOf(GenApi::INode *node)
+{
+    GenApi::NodeList_t entries;
+    if (const GenApi::CEnumerationPtr enumeration(node); enumeration.IsValid())
+        enumeration->GetEntries(entries);
+    return entries;
 }
 
 bool isZero(GenApi::INode *gate)
@@ -68,15 +78,51 @@ bool isZero(GenApi::INode *gate)
     return number.IsValid() && number->GetValue() == 0;
 }
 
-/// The node is away whatever else is read: one of the gates that say so is closed, or cannot be read.
+/// One of the gates that say whether there is such a node is closed, or cannot be read.
 bool isShut(GenApi::INode *node)
 {
-    for (const char *link : {Gates[0], Gates[1]}) {
+    for (const char *link : Gates) {
         GenApi::INode *gate = linked(node, link);
         if (gate && (!GenApi::IsReadable(gate) || isZero(gate)))
             return true;
     }
     return false;
+}
+
+/// By the description alone: locks do not matter here, so they need not have been read.
+bool isReadableEver(GenApi::INode *node)
+{
+    for (const char *mode : {"AccessMode", "ImposedAccessMode"}) {
+        GenICam::gcstring value;
+        GenICam::gcstring attribute;
+        if (node->GetProperty(mode, value, attribute) && (value == "WO" || value == "NA" || value == "NI"))
+            return false;
+    }
+    return true;
+}
+
+bool tellsAccess(GenApi::INode *node)
+{
+    GenICam::gcstring value;
+    GenICam::gcstring attribute;
+    return node->GetProperty("AccessMode", value, attribute);
+}
+
+/// What the value depends on.
+GenApi::NodeList_t childrenWithoutLock(GenApi::INode *node)
+{
+    GenApi::INode *const lock = linked(node, Lock);
+    GenApi::NodeList_t children;
+    for (GenApi::INode *child : childrenOf(node)) {
+        if (child != lock)
+            children.push_back(child);
+    }
+    return children;
+}
+
+bool isCategory(const GenApi::INode *node)
+{
+    return node->GetPrincipalInterfaceType() == GenApi::intfICategory;
 }
 
 bool isCommand(const GenApi::INode *node)
@@ -101,7 +147,7 @@ NeededRegisters::NeededRegisters(GenApi::INodeMap &map)
 
 void NeededRegisters::countBelow(GenApi::INode *node, std::unordered_set<GenApi::INode *> &seen)
 {
-    if (node->GetPrincipalInterfaceType() == GenApi::intfICategory || !seen.insert(node).second)
+    if (isCategory(node) || !seen.insert(node).second)
         return;
     m_mostCount += isNeededRegister(node) ? 1 : 0;
     for (GenApi::INode *child : childrenOf(node))
@@ -143,35 +189,46 @@ bool NeededRegisters::areKnown(const GenApi::NodeList_t &nodes, Subject subject)
 
 bool NeededRegisters::isAccessKnown(GenApi::INode *node)
 {
-    if (!areKnown(gatesOf(node), Subject::Value))
+    if (!areKnown(linkedAll(node, {Gates[0], Gates[1]}), Subject::Value))
         return false;
-    if (isShut(node) || node->GetPrincipalInterfaceType() == GenApi::intfICategory)
+    const bool isGone = isShut(node) || !isReadableEver(node);
+    if (isGone)
+        m_away.insert(node);
+    if (isGone || isCategory(node))
         return true;
-    GenApi::NodeList_t below = childrenOf(node);
-    if (const GenApi::CEnumerationPtr enumeration(node); enumeration.IsValid()) {
-        GenApi::NodeList_t entries;
-        enumeration->GetEntries(entries);
-        for (GenApi::INode *entry : entries)
-            below.push_back(entry);
-    }
-    return areKnown(below, Subject::Access);
+    const GenApi::NodeList_t below = childrenOf(node);
+    if (!areKnown(below, Subject::Access))
+        return false;
+    if (std::any_of(below.begin(), below.end(), [this](GenApi::INode *child) { return m_away.count(child) != 0; }))
+        m_away.insert(node);
+    return true;
 }
 
 bool NeededRegisters::isValueKnown(GenApi::INode *node)
 {
     if (!isKnown(node, Subject::Access))
         return false;
-    if (node->GetPrincipalInterfaceType() == GenApi::intfICategory || isCommand(node) || !GenApi::IsReadable(node))
+    if (isCategory(node) || (m_away.count(node) && !isCommand(node)))
         return true;
-    return areKnown(childrenOf(node), Subject::Value) && isRegisterKnown(node);
+    // Locks and entries tell what may be written; the value does not wait for them.
+    const bool knowsLock = areKnown(linkedAll(node, {Lock}), Subject::Value);
+    const bool knowsEntries = areKnown(entriesOf(node), Subject::Access);
+    if (isCommand(node))
+        return knowsLock;
+    // A register that does not tell its access is asked, which reads the lock.
+    const bool knowsValue = areKnown(childrenWithoutLock(node), Subject::Value) && (knowsLock || tellsAccess(node))
+        && isRegisterKnown(node, knowsLock);
+    return knowsLock && knowsEntries && knowsValue;
 }
 
-bool NeededRegisters::isRegisterKnown(GenApi::INode *node)
+bool NeededRegisters::isRegisterKnown(GenApi::INode *node, bool knowsLock)
 {
     if (m_named.count(node) || !isNeededRegister(node))
         return true;
     m_named.insert(node);
     const GenApi::CRegisterPtr reg(node);
+    if (knowsLock && !GenApi::IsReadable(node))
+        return true;
     const NeededRegister needed{node, reg->GetAddress(), reg->GetLength()};
     if (needed.length <= 0 || needed.length > LongestRegister)
         return true;

@@ -35,7 +35,10 @@ public:
     int mostCount() const { return m_mostCount; }
 
 private:
-    enum class Subject { Access, Value };
+    enum class Subject {
+        Access, ///< whether the node is there to be read
+        Value, ///< its value, limits and lock
+    };
     using Marks = std::unordered_map<GenApi::INode *, bool>; ///< known or not; while a node is looked at: known
 
     void countBelow(GenApi::INode *node, std::unordered_set<GenApi::INode *> &seen);
@@ -44,11 +47,12 @@ private:
     bool isAccessKnown(GenApi::INode *node);
     bool isValueKnown(GenApi::INode *node);
     bool areKnown(const GenApi::NodeList_t &nodes, Subject subject);
-    bool isRegisterKnown(GenApi::INode *node);
+    bool isRegisterKnown(GenApi::INode *node, bool knowsLock);
 
     std::vector<GenApi::INode *> m_features;
     int m_mostCount = 0;
     std::unordered_set<GenApi::INode *> m_named;
+    std::unordered_set<GenApi::INode *> m_away; ///< of those whose access is known, those that cannot be read
     std::unordered_set<GenApi::INode *> m_known[2]; ///< for good, by Subject
     Marks m_marks[2]; ///< of this round, by Subject
     std::vector<NeededRegister> m_round;

@@ -73,6 +73,8 @@ private Q_SLOTS:
              reg("A", at(0x80)) + reg("B", at(4), {}, onlyIf("A")) + reg("C", at(0x84)), "R0x80:8"},
             {"no inner gate either", "L",
              shut + reg("A", at(0x80)) + reg("B", at(4), {}, onlyIf("D")) + reg("D", at(8)), "R0x80:4"},
+            {"a lock together with what it locks", "B",
+             reg("A", at(0)) + reg("B", at(4), {}, "<pIsLocked>A</pIsLocked>").replace("RO", "RW"), "R0x0:8"},
             {"another port", "A B", reg("A", at(0)) + reg("B", at(4)).replace("Device", "Chunks"), "R0x0:4"},
             {"invisible ones", "A B", reg("A", at(0)) + reg("B", at(4), {}, "<Visibility>Invisible</Visibility>"),
              "R0x0:4 R0x4:4", 1},
