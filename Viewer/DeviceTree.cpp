@@ -74,6 +74,8 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     connect(&m_context.devices(), &KnownDevices::listChanged, this, &DeviceTree::rebuild);
     connect(&m_context.sessions(), &DeviceSessions::stateChanged, this, &DeviceTree::adoptState);
+    connect(&m_context.deviceReturn(), &DeviceReturn::changed, this, &DeviceTree::adoptState);
+    connect(&m_context.silentDevices(), &SilentDevices::changed, this, &DeviceTree::updateItem);
     connect(this, &QTreeWidget::currentItemChanged, this, &DeviceTree::announceCurrent);
     retranslate();
     rebuild();
@@ -84,7 +86,7 @@ DeviceTree::State DeviceTree::state(const QString &id) const
     const Device *device = m_context.devices().device(id);
     if (m_context.devices().isOpening(id))
         return State::Opening;
-    if (m_lost.contains(id))
+    if (m_context.deviceReturn().isLost(id))
         return State::Lost;
     if (!device || !m_context.devices().isReady(id))
         return State::Closed;
@@ -138,10 +140,8 @@ void DeviceTree::addRow(Device *device)
 {
     auto *item = new QTreeWidgetItem(groupItem(groupOf(*device)));
     item->setText(0, device->displayName());
-    item->setToolTip(0, QStringLiteral("%1\n%2").arg(device->displayName(), device->id()));
     item->setData(0, IdRole, device->id());
     m_items.insert(device->id(), item);
-    connect(device, &Device::lost, this, &DeviceTree::markLost, Qt::UniqueConnection);
     updateItem(device->id());
 }
 
@@ -167,18 +167,8 @@ QTreeWidgetItem *DeviceTree::groupItem(int group)
     return item;
 }
 
-void DeviceTree::markLost()
-{
-    const auto *device = qobject_cast<Device *>(sender());
-    m_lost.insert(device->id());
-    updateItem(device->id());
-    Q_EMIT stateChanged(device->id());
-}
-
 void DeviceTree::adoptState(const QString &id)
 {
-    if (m_context.devices().isReady(id))
-        m_lost.remove(id);
     updateItem(id);
     Q_EMIT stateChanged(id);
 }
@@ -190,9 +180,26 @@ void DeviceTree::updateItem(const QString &id)
     if (!item || !device)
         return;
     const StateSpec &spec = States[int(state(id))];
+    const bool isSilent = m_context.silentDevices().contains(id);
+    const bool isAway = isSilent || spec.state == State::Lost;
     const Glyph glyph = device->kind() == Device::Kind::Card ? Glyph::Card : Glyph::Camera;
-    item->setIcon(0, glyphIcon(glyph, spec.mark ? QColor::fromRgb(spec.mark) : QColor()));
-    item->setText(1, tr(spec.text));
+    item->setIcon(0, glyphIcon(glyph, spec.mark && !isSilent ? QColor::fromRgb(spec.mark) : QColor()));
+    item->setText(1, isSilent ? tr("Not answering") : tr(spec.text));
+    for (int column = 0; column < columnCount(); ++column) {
+        item->setForeground(column, isAway ? palette().brush(QPalette::Disabled, QPalette::Text) : QBrush());
+        item->setToolTip(column, toolTipOf(*device));
+    }
+}
+
+QString DeviceTree::toolTipOf(const Device &device) const
+{
+    QStringList lines{device.displayName(), device.id()};
+    const QString error = m_context.devices().openingError(device.id());
+    if (m_context.deviceReturn().isLost(device.id()) && m_context.deviceReturn().isEnabled())
+        lines << tr("It is opened again as soon as it is there.");
+    if (!error.isEmpty() && !m_context.devices().isReady(device.id()))
+        lines << tr("The last try to open it failed: %1").arg(error);
+    return lines.join(QLatin1Char('\n'));
 }
 
 void DeviceTree::retranslate()
