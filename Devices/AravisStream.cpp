@@ -18,11 +18,23 @@ constexpr guint64 PopTimeout = 50'000; // us
 constexpr std::chrono::milliseconds StreamEndTimeout(500);
 constexpr guint64 LargestGap = 10'000; // beyond it the camera has begun to count anew
 
+/// Aravis takes a frame for good that has filled the whole buffer, however large it is.
+bool isCutOff(ArvBuffer *buffer)
+{
+    if (arv_buffer_get_n_parts(buffer) == 0)
+        return false;
+    std::size_t size = 0;
+    arv_buffer_get_part_data(buffer, 0, &size);
+    const auto bitsPerPixel = (arv_buffer_get_part_pixel_format(buffer, 0) >> 16) & 0xff; // as all formats tell
+    const qint64 pixels = qint64(arv_buffer_get_part_width(buffer, 0)) * qint64(arv_buffer_get_part_height(buffer, 0));
+    return pixels * bitsPerPixel > qint64(size) * 8;
+}
+
 FrameFate fateOf(ArvBuffer *buffer)
 {
     switch (arv_buffer_get_status(buffer)) {
     case ARV_BUFFER_STATUS_SUCCESS:
-        return FrameFate::Good;
+        return isCutOff(buffer) ? FrameFate::TooLarge : FrameFate::Good;
     case ARV_BUFFER_STATUS_TIMEOUT:
         return FrameFate::LatePackets;
     case ARV_BUFFER_STATUS_MISSING_PACKETS:
