@@ -17,13 +17,17 @@ void ScrollReturn::follow()
     m_reached = std::min(m_wanted, m_bar->maximum());
     m_bar->setValue(m_reached);
     if (m_reached == m_wanted)
-        deleteLater();
+        end();
 }
 
 void ScrollReturn::adoptValue(int value)
 {
-    if (value == m_reached)
-        return;
+    if (value != m_reached)
+        end();
+}
+
+void ScrollReturn::end()
+{
     disconnect(m_bar, nullptr, this, nullptr);
     deleteLater();
 }

@@ -16,6 +16,7 @@ public:
 private:
     void follow();
     void adoptValue(int value);
+    void end();
 
     QScrollBar *m_bar;
     const int m_wanted;
