@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 
 #include "Devices/Device.h"
 #include "Host/HostContext.h"
@@ -46,6 +47,22 @@ constexpr StateSpec States[] = {
     {DeviceTree::State::Lost, QT_TRANSLATE_NOOP("DeviceTree", "Lost"), 0xffc8453b},
 };
 
+/// Shows the text colours of rows on the current row, too.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const QVariant colour = index.data(Qt::ForegroundRole);
+        if (colour.isValid())
+            option->palette.setBrush(QPalette::HighlightedText, colour.value<QBrush>());
+    }
+};
+
 int groupOf(const Device &device)
 {
     if (device.kind() == Device::Kind::Card)
@@ -69,6 +86,7 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
     setFrameShape(NoFrame);
     setIconSize({20, 20});
     setIndentation(12);
+    setItemDelegate(new RowDelegate(this));
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
@@ -186,7 +204,8 @@ void DeviceTree::updateItem(const QString &id)
     item->setIcon(0, glyphIcon(glyph, spec.mark && !isSilent ? QColor::fromRgb(spec.mark) : QColor()));
     item->setText(1, isSilent ? tr("Not answering") : tr(spec.text));
     for (int column = 0; column < columnCount(); ++column) {
-        item->setForeground(column, isAway ? palette().brush(QPalette::Disabled, QPalette::Text) : QBrush());
+        const QBrush gray = palette().brush(QPalette::Disabled, QPalette::Text);
+        item->setData(column, Qt::ForegroundRole, isAway ? QVariant(gray) : QVariant());
         item->setToolTip(column, toolTipOf(*device));
     }
 }

@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Lost</source>
-        <translation>已断开</translation>
+        <translation>已丢失</translation>
     </message>
     <message>
         <source>Device</source>
