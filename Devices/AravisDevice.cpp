@@ -244,9 +244,11 @@ void AravisDevice::startStream()
     const auto receive = [this, mailbox = std::make_shared<FrameMailbox>()](const AravisStream::Arrival &arrival) {
         if (arrival.lostBefore > 0)
             m_tally.count(FrameFate::Lost, arrival.lostBefore);
-        m_tally.count(arrival.fate);
+        if (arrival.fate)
+            m_tally.count(*arrival.fate);
+        const auto check = [this, isCounted = arrival.fate.has_value()] { checkPayload(isCounted); };
         if (arrival.fate != FrameFate::Good && !m_isDoubting.exchange(true))
-            QMetaObject::invokeMethod(this, &AravisDevice::checkPayload, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, check, Qt::QueuedConnection);
         const auto deliver = [this, mailbox] { Q_EMIT frameReady(mailbox->take()); };
         if (!arrival.image.isNull() && mailbox->put(arrival.image))
             QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
@@ -257,7 +259,7 @@ void AravisDevice::startStream()
     writeNodeText(map, QStringLiteral("AcquisitionStart"), QString());
 }
 
-void AravisDevice::checkPayload()
+void AravisDevice::checkPayload(bool isCounted)
 {
     QTimer::singleShot(DoubtInterval, this, [this] { m_isDoubting = false; });
     qint64 size = 0;
@@ -266,6 +268,8 @@ void AravisDevice::checkPayload()
     const qint64 before = isKnown ? static_cast<qint64>(m_stream->frameSize()) : size;
     if (size == before)
         return;
+    if (size > before && !isCounted)
+        m_tally.count(FrameFate::TooLarge);
     const auto restart = [this] {
         writeNodeText(*nodeMap(), AcquisitionStop, QString());
         m_stream.reset();

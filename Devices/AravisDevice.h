@@ -52,7 +52,8 @@ private:
 
     void startStream();
     /// Frames are not as they should be: they may have another size now, which needs another stream.
-    void checkPayload();
+    /// `isCounted`: the one that shows it is in the tally already.
+    void checkPayload(bool isCounted);
     void reportAnswering(bool answering);
     /// A line for the log that says which camera it tells of.
     QString named(const QString &line) const;

@@ -8,6 +8,8 @@
 #include <thread>
 #include <utility>
 
+#include <QByteArray>
+
 #include "Devices/AravisHandle.h"
 #include "Devices/FrameImage.h"
 
@@ -82,9 +84,7 @@ public:
         while (ArvBuffer *buffer = nextBuffer()) {
             const Arrival arrival{toImage(buffer), fateOf(buffer), gapBefore(arv_buffer_get_frame_id(buffer))};
             arv_stream_push_buffer(m_source.get(), buffer);
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            if (m_receiver)
-                m_receiver(arrival);
+            tell(arrival);
         }
         m_source.reset();
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -105,11 +105,33 @@ private:
     ArvBuffer *nextBuffer()
     {
         ArvBuffer *buffer = nullptr;
-        while (!m_stopping && !buffer)
+        while (!m_stopping && !buffer) {
             buffer = arv_stream_timeout_pop_buffer(m_source.get(), PopTimeout);
+            if (!buffer && hasIgnoredMore())
+                tell({});
+        }
         if (buffer && m_stopping)
             g_object_unref(std::exchange(buffer, nullptr));
         return buffer;
+    }
+
+    void tell(const Arrival &arrival)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_receiver)
+            m_receiver(arrival);
+    }
+
+    /// Aravis drops what fits no buffer without a word, but counts it.
+    bool hasIgnoredMore()
+    {
+        guint64 ignored = 0;
+        for (guint info = 0; info < arv_stream_get_n_infos(m_source.get()); ++info) {
+            const QByteArray name = arv_stream_get_info_name(m_source.get(), info);
+            if (name == "n_ignored_packets" || name == "n_ignored_bytes")
+                ignored += arv_stream_get_info_uint64(m_source.get(), info);
+        }
+        return ignored > std::exchange(m_ignored, ignored);
     }
 
     /// How many numbers were left out; none where they go back, which they do at their end.
@@ -122,6 +144,7 @@ private:
     }
 
     AravisHandle<ArvStream> m_source;
+    guint64 m_ignored = 0; ///< packets and bytes that Aravis has dropped
     guint64 m_lastNumber = 0; ///< of the last frame that came
     bool m_hasNumber = false;
     std::atomic_bool m_stopping{false};

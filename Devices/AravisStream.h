@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include <QImage>
 
@@ -19,7 +20,8 @@ public:
     struct Arrival
     {
         QImage image; ///< null unless the frame is good and can be shown
-        FrameFate fate = FrameFate::Good;
+        /// None: not a frame but packets that belong to none that fits; frames may have another size than before.
+        std::optional<FrameFate> fate;
         qint64 lostBefore = 0; ///< frames between the last one and this one of which nothing came
     };
     /// Called on the stream's thread.
