@@ -41,6 +41,8 @@ void AutomaticSearch::setPaused(bool paused)
         return;
     m_isPaused = paused;
     schedule();
+    if (m_timer.isActive())
+        m_timer.start(HurriedInterval); // much may have changed meanwhile
 }
 
 void AutomaticSearch::setHurried(bool hurried)

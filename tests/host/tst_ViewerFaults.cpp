@@ -158,6 +158,21 @@ private Q_SLOTS:
         QVERIFY(row->toolTip(0).contains(QLatin1String("opened again")));
     }
 
+    void settingsAreInTheMenu()
+    {
+        const auto states = [this] {
+            const DeviceReturn &back = m_host->deviceReturn();
+            return std::make_tuple(m_host->automaticSearch().isEnabled(), back.isEnabled(), back.isAcquiringAgain());
+        };
+        QCOMPARE(states(), std::make_tuple(true, true, true));
+        order(Command::SearchAutomatically);
+        QCOMPARE(states(), std::make_tuple(false, true, true));
+        order(Command::OpenLostAgain);
+        QCOMPARE(states(), std::make_tuple(false, false, true));
+        order(Command::AcquireAgain);
+        QCOMPARE(states(), std::make_tuple(false, false, false));
+    }
+
     void unpluggedDevicesComeBack()
     {
         QVERIFY(m_stage->panel().openTab(AttributeTab));
