@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 
 #include <QImage>
 #include <QObject>
@@ -10,6 +11,7 @@
 #include <GenApi/GenApi.h>
 
 #include "Devices/CountingPort.h"
+#include "Devices/FrameCounts.h"
 #include "Devices/HeightFrame.h"
 #include "Devices/ReadAhead.h"
 
@@ -65,6 +67,13 @@ public:
     virtual bool startAcquisition(QString *error) = 0;
     virtual void stopAcquisition() = 0;
     virtual bool isAcquiring() const = 0;
+    /// Of the acquisition that runs, or of the last one.
+    virtual FrameCounts frameCounts() const { return {}; }
+
+    /// After which silence the open device counts as lost.
+    virtual std::chrono::milliseconds heartbeat() const { return std::chrono::seconds(3); }
+    /// For a device that no search looks for: whether it is there, so that it could be opened.
+    virtual bool isPresent() const { return true; }
 
 Q_SIGNALS:
     void frameReady(const QImage &frame);
@@ -73,6 +82,10 @@ Q_SIGNALS:
     /// frameReady(): parts that came while the receiver was busy are left out, a later one holds their profiles too.
     void heightReady(const HeightFrame &frame);
     void acquiringChanged(bool acquiring);
+    /// frameCounts() has other faulty frames than before.
+    void framesCounted();
+    /// The open device has fallen silent, or answers again.
+    void answeringChanged(bool answering);
     /// The open device has started anew, with other values than before.
     void restarted();
     /// Something that a person should find in the log. Any thread.

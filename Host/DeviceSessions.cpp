@@ -97,6 +97,7 @@ void DeviceSessions::adoptLoss(const QString &id, const QString &reason)
     if (!m_devices.isReady(id))
         return;
     m_log.add(HostModule, QStringLiteral("Device %1 is lost: %2").arg(id, reason));
+    Q_EMIT lost(id);
     close(id);
 }
 

@@ -50,6 +50,8 @@ public:
 Q_SIGNALS:
     /// A device is being opened or could not be, was opened, closed or lost, or started or stopped acquiring.
     void stateChanged(const QString &id);
+    /// A device that was in use is lost; it is closed right after this.
+    void lost(const QString &id);
     /// The panels know that the device is closed; their end and then its own are due.
     void releasing(const QString &id);
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QHash>
-#include <QSet>
 #include <QTreeWidget>
 
 class Device;
@@ -43,7 +42,6 @@ protected:
 private:
     void rebuild();
     void addRow(Device *device);
-    void markLost();
     void adoptState(const QString &id);
     void announceCurrent();
     int rowOfGroup(int group) const;
@@ -51,10 +49,10 @@ private:
     QTreeWidgetItem *itemOf(const QString &id) const;
     void updateItem(const QString &id);
     QString stateText(const QString &id) const;
+    QString toolTipOf(const Device &device) const;
     void retranslate();
 
     HostContext &m_context;
     QHash<QString, QTreeWidgetItem *> m_items; ///< by device id
     QHash<int, QTreeWidgetItem *> m_groups; ///< by row of the group table
-    QSet<QString> m_lost; ///< stopped answering and not opened again since
 };

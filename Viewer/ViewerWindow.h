@@ -64,6 +64,7 @@ private:
     void adoptState(const QString &id);
     QString currentId() const;
     void showFormat();
+    void showFrameCounts();
     void updateCommands();
     void openPending();
     void adoptSearch(bool searching);

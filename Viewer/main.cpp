@@ -56,6 +56,7 @@ int show(HostContext &context, const ViewerOptions &options)
     if (!options.device.isEmpty())
         window.openWhenKnown(options.device);
     context.devices().refresh();
+    context.automaticSearch().start();
     return QApplication::exec();
 }
 

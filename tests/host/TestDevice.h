@@ -35,11 +35,15 @@ public:
     bool startAcquisition(QString *error) override;
     void stopAcquisition() override { setAcquiring(false); }
     bool isAcquiring() const override { return m_acquiring; }
+    FrameCounts frameCounts() const override { return counts; }
+    std::chrono::milliseconds heartbeat() const override { return silence; }
 
     std::function<void(const std::atomic_bool &cancelled, const ReadProgress &progress)> onReach;
     /// Not empty: open() and startAcquisition() fail with this reason.
     QString refusal;
     MemoryPort port;
+    FrameCounts counts;
+    std::chrono::milliseconds silence{3000};
 
     static constexpr int64_t WidthAddress = 0x10; ///< 32 bits, polled every 500 ms
     static constexpr int64_t CommandAddress = 0x20; ///< gets 7 on execution
