@@ -57,9 +57,9 @@ void tried(Action action)
 void lookAt(GenApi::INode &node)
 {
     GenApi::NodeList_t list;
-    for (const GenApi::ELinkType type : {GenApi::ctParentNodes, GenApi::ctReadingChildren, GenApi::ctWritingChildren,
-                                         GenApi::ctInvalidatingChildren, GenApi::ctDependingNodes,
-                                         GenApi::ctTerminalNodes})
+    for (const GenApi::ELinkType type :
+         {GenApi::ctParentNodes, GenApi::ctReadingChildren, GenApi::ctWritingChildren, GenApi::ctInvalidatingChildren,
+          GenApi::ctDependingNodes, GenApi::ctTerminalNodes})
         tried([&] { node.GetChildren(list, type); });
     GenICam::gcstring_vector names;
     node.GetPropertyNames(names);
@@ -86,7 +86,7 @@ void readNumber(GenApi::INode &node)
     if (const GenApi::CIntegerPtr integer(&node); integer.IsValid()) {
         readLimits(integer);
         tried([&] { integer->GetInc(); });
-        tried([&] { integer->SetValue(integer->GetValue() + 1); });
+        tried([&] { integer->SetValue(integer->GetValue() ^ 1); });
     }
     if (const GenApi::CFloatPtr real(&node); real.IsValid()) {
         readLimits(real);

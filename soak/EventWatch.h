@@ -19,7 +19,8 @@ public:
 
     EventWatch(int &argc, char **argv);
 
-    /// From now on, in ms. Events that may lead to a write of the panel, input and what was queued, may take `waits` more.
+    /// From now on, in ms. Events that may lead to a write of the panel, input and what was queued, may take `waits`
+    /// more.
     void setBounds(int bound, int waits, Report report);
     /// Of any event, in ms.
     int longest() const { return m_longest; }

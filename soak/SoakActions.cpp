@@ -19,6 +19,7 @@
 #include "Viewer/ImageView.h"
 #include "Viewer/ViewerCommands.h"
 #include "Viewer/ViewerWindow.h"
+#include "soak/FakeCamera.h"
 #include "soak/SoakFiles.h"
 #include "soak/SoakHand.h"
 #include "soak/SoakRecord.h"
@@ -42,16 +43,16 @@ const QString Texts[] = {QStringLiteral("0"),
                          QStringLiteral("a>b<c"),
                          QString(300, QLatin1Char('w')),
                          QString::fromUtf8("\xe5\xa2\x9e\xe7\x9b\x8a")};
-const QString Searches[] = {QStringLiteral("gain"), QStringLiteral("e"), QStringLiteral("zzz"), QStringLiteral("Width"),
-                            QStringLiteral("("), QString::fromUtf8("\xe5\xae\xbd")};
+const QString Searches[] = {QStringLiteral("gain"),  QStringLiteral("e"), QStringLiteral("zzz"),
+                            QStringLiteral("Width"), QStringLiteral("("), QString::fromUtf8("\xe5\xae\xbd")};
 constexpr Qt::Key Ends[] = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape, Qt::Key_Tab, Qt::Key_Backtab};
 constexpr Qt::Key Wanderings[] = {Qt::Key_Tab,    Qt::Key_Backtab,  Qt::Key_Up,   Qt::Key_Down, Qt::Key_Left,
                                   Qt::Key_Right,  Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End,  Qt::Key_PageUp,
                                   Qt::Key_Return, Qt::Key_Escape,   Qt::Key_F2,   Qt::Key_Space};
 /// Quitting would end the run.
-constexpr Command Orders[] = {Command::OpenDevice,       Command::OpenDevice,  Command::CloseDevice,
+constexpr Command Orders[] = {Command::OpenDevice,       Command::OpenDevice,      Command::CloseDevice,
                               Command::StartAcquisition, Command::StopAcquisition, Command::Refresh,
-                              Command::ZoomFit,          Command::ZoomOriginal, Command::ZoomIn,
+                              Command::ZoomFit,          Command::ZoomOriginal,    Command::ZoomIn,
                               Command::ZoomOut};
 
 QString nameOf(const QWidget &widget)
@@ -142,8 +143,8 @@ void useDevice(SoakStage &stage)
 {
     const Device *device = stage.dice().oneOf(stage.host().devices().all());
     const bool twice = stage.dice().chance(40);
-    stage.record().note(QStringLiteral("%1 %2").arg(twice ? QStringLiteral("double click on") : QStringLiteral("click on"),
-                                                    device->id()));
+    stage.record().note(QStringLiteral("%1 %2").arg(
+        twice ? QStringLiteral("double click on") : QStringLiteral("click on"), device->id()));
     stage.clickDevice(*device, twice);
 }
 
@@ -205,12 +206,24 @@ void useImage(SoakStage &stage)
 
 void unplug(SoakStage &stage)
 {
-    using Fault = SimulatedDevice::Fault;
-    constexpr Fault Faults[] = {Fault::None, Fault::None, Fault::None, Fault::Timeout, Fault::Refuse, Fault::Drop};
+    constexpr int Faults[] = {0, 0, 0, 1, 2, 3}; // sound again more often than not
     SimulatedDevice *device = stage.dice().oneOf(stage.simulated());
-    const Fault fault = stage.dice().oneOf(Faults);
-    stage.record().note(QStringLiteral("%1 fault %2").arg(device->id()).arg(int(fault)));
-    device->setFault(fault);
+    const int fault = stage.dice().oneOf(Faults);
+    stage.record().note(QStringLiteral("%1 fault %2").arg(device->id()).arg(fault));
+    stage.setFault(*device, fault);
+}
+
+void unplugCamera(SoakStage &stage)
+{
+    FakeCamera *camera = stage.camera();
+    if (!camera)
+        return;
+    const bool unplugs = camera->isPlugged();
+    stage.record().note(unplugs ? QStringLiteral("unplugs") : QStringLiteral("plugs"));
+    if (unplugs)
+        camera->unplug();
+    else
+        camera->plug();
 }
 
 void resize(SoakStage &stage)
@@ -244,6 +257,7 @@ const Action Actions[] = {
     {3, "file:", openFile},
     {6, "image", useImage},
     {3, "unplug:", unplug},
+    {1, "camera", unplugCamera},
     {2, "resize:", resize},
     {6, "wander:", wander},
 };
@@ -251,8 +265,8 @@ const Action Actions[] = {
 /// The rest of the menus: not quitting, not the docks, which stay in place.
 bool mayBeChosen(const SoakStage &stage, const QAction *action)
 {
-    return action && action != stage.window().commands().action(Command::Quit)
-        && action->objectName().isEmpty() && action->parent() != stage.window().findChild<QWidget *>("toolBar")
+    return action && action != stage.window().commands().action(Command::Quit) && action->objectName().isEmpty()
+        && action->parent() != stage.window().findChild<QWidget *>(QStringLiteral("toolBar"))
         && !(action->parent() && action->parent()->inherits("QDockWidget"));
 }
 

@@ -23,9 +23,10 @@ SoakFiles::SoakFiles(quint64 seed) : m_folder(QDir::tempPath() + QStringLiteral(
     add("card.xml", contentOf("card.xml"));
     add("cut.xml", sound.left(sound.size() / 2));
     add("changed.xml", QByteArray(sound).replace("<Length>4", "<Length>-4").replace("<pValue>", "<pMin>"));
-    add("circle.xml", "<RegisterDescription><Category Name=\"Root\"><pFeature>A</pFeature></Category>"
-                      "<Integer Name=\"A\"><pValue>B</pValue></Integer><Integer Name=\"B\"><pValue>A</pValue></Integer>"
-                      "</RegisterDescription>");
+    add("circle.xml",
+        "<RegisterDescription><Category Name=\"Root\"><pFeature>A</pFeature></Category>"
+        "<Integer Name=\"A\"><pValue>B</pValue></Integer><Integer Name=\"B\"><pValue>A</pValue></Integer>"
+        "</RegisterDescription>");
     add("empty.xml", {});
     add("bytes.zip", "PK\3\4 no archive");
     m_paths << m_folder + QStringLiteral("/missing.xml") << m_folder;

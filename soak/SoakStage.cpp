@@ -79,7 +79,8 @@ bool hasShortShots()
     const QObjectList shots = dispatcher->children();
     return std::any_of(shots.begin(), shots.end(), [dispatcher](QObject *shot) {
         const auto timers = dispatcher->registeredTimers(shot);
-        return std::any_of(timers.begin(), timers.end(), [](const auto &timer) { return timer.interval <= ShortTimer; });
+        return std::any_of(timers.begin(), timers.end(),
+                           [](const auto &timer) { return timer.interval <= ShortTimer; });
     });
 }
 
@@ -159,6 +160,15 @@ QList<SimulatedDevice *> SoakStage::simulated() const
             result << simulated;
     }
     return result;
+}
+
+void SoakStage::setFault(SimulatedDevice &device, int fault)
+{
+    const auto chosen = SimulatedDevice::Fault(fault);
+    m_silent.remove(&device);
+    if (chosen == SimulatedDevice::Fault::Timeout)
+        m_silent.insert(&device);
+    device.setFault(chosen);
 }
 
 void SoakStage::order(Command command) const

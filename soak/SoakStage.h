@@ -3,12 +3,13 @@
 
 #include <QList>
 #include <QPoint>
+#include <QSet>
 #include <QString>
 
 #include "soak/Dice.h"
 
 class Device;
-class EventWatch;
+class FakeCamera;
 class HostContext;
 class QWidget;
 class SimulatedDevice;
@@ -43,6 +44,12 @@ public:
 
     /// The devices that can be unplugged.
     QList<SimulatedDevice *> simulated() const;
+    /// From 0, sound, to 3, unplugged: the faults of a simulated device.
+    void setFault(SimulatedDevice &device, int fault);
+    bool isAnySilent() const { return !m_silent.isEmpty(); }
+    /// The one on the network; null: there is none.
+    FakeCamera *camera() const { return m_camera; }
+    void setCamera(FakeCamera *camera) { m_camera = camera; }
     /// By its shortcut, or by its button of the tool bar; nothing happens when it is disabled.
     void order(Command command) const;
     void clickDevice(const Device &device, bool twice) const;
@@ -61,4 +68,6 @@ private:
     SoakRecord &m_record;
     Dice &m_dice;
     const SoakFiles &m_files;
+    FakeCamera *m_camera = nullptr;
+    QSet<SimulatedDevice *> m_silent; ///< do not answer
 };
