@@ -52,9 +52,14 @@ void EventWatch::setBounds(int bound, int waits, Report report)
     m_report = std::move(report);
 }
 
+bool EventWatch::isOfDriver(const QObject *receiver) const
+{
+    return m_driver && (receiver == m_driver || receiver->parent() == m_driver);
+}
+
 bool EventWatch::notify(QObject *receiver, QEvent *event)
 {
-    if (QThread::currentThread() != thread() || receiver == m_driver)
+    if (QThread::currentThread() != thread() || isOfDriver(receiver))
         return QApplication::notify(receiver, event);
     const int level = QThread::currentThread()->loopLevel();
     if (!m_running.empty() && m_running.back().loopLevel == level)

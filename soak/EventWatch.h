@@ -24,7 +24,7 @@ public:
     void setBounds(int bound, int waits, Report report);
     /// Of any event, in ms.
     int longest() const { return m_longest; }
-    /// Its events are those of the driver and not measured; null: there is none.
+    /// Its events, and those of its children, are the driver's own and not measured; null: there is none.
     void setDriver(const QObject *driver) { m_driver = driver; }
 
     bool notify(QObject *receiver, QEvent *event) override;
@@ -37,6 +37,7 @@ private:
         qint64 foreign; ///< ns that loops inside have taken
     };
 
+    bool isOfDriver(const QObject *receiver) const;
     void finish(const Running &event, const QString &name, QEvent::Type type);
 
     std::vector<Running> m_running;

@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QTabBar>
+#include <QTabWidget>
 
 #include <functional>
 
@@ -168,6 +169,27 @@ void search(SoakStage &stage)
     SoakHand::type(stage.window(), text);
 }
 
+/// Edits a feature of the tab of all features, which is opened first when another one is in view.
+void editFeature(SoakStage &stage)
+{
+    auto *tree = stage.dock("panelDock").findChild<QAbstractItemView *>(QStringLiteral("widget_featrue"));
+    auto *tabs = stage.dock("panelDock").findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
+    if (!tree || !tabs || !tabs->isVisible() || tabs->count() < 2)
+        return;
+    if (!tree->isVisible())
+        return SoakHand::click(*tabs->tabBar(), tabs->tabBar()->tabRect(tabs->count() - 1).center());
+    const QModelIndex row = tree->indexAt(stage.anyPlace(*tree->viewport())).siblingAtColumn(1);
+    const QRect cell = tree->visualRect(row) & tree->viewport()->rect();
+    if (cell.isEmpty())
+        return;
+    stage.record().note(row.siblingAtColumn(0).data().toString());
+    SoakHand::click(*tree->viewport(), cell.center());
+    if (!tree->isVisible() || !qobject_cast<QComboBox *>(QApplication::focusWidget()))
+        return typeInto(stage, stage.dice().oneOf(Texts));
+    SoakHand::key(stage.window(), Qt::Key_F4); // opens the list
+    answerOpenAbove(stage);
+}
+
 void changeLanguage(SoakStage &stage)
 {
     const bool english = stage.host().language() == QLatin1String("English");
@@ -251,6 +273,7 @@ const Action Actions[] = {
     {6, "log:", [](SoakStage &stage) { useDock(stage, "logDock"); }},
     {12, "device:", useDevice},
     {12, "order:", order},
+    {14, "feature:", editFeature},
     {5, "search:", search},
     {2, "language", changeLanguage},
     {3, "menu:", openMenu},

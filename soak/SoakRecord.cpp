@@ -43,7 +43,8 @@ void die(int signal)
 bool isAllowed(const QString &message)
 {
     return message.contains(QLatin1String("This plugin does not support "))
-        || (message.startsWith(QLatin1String("An error is raised")) && message.contains(QLatin1String("SimulatedPort")));
+        || (message.startsWith(QLatin1String("An error is raised"))
+            && message.contains(QLatin1String("SimulatedPort")));
 }
 
 } // namespace

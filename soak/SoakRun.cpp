@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QThread>
 
+#include <utility>
+
 #include <unistd.h>
 
 #include "Simulation/SimulatedPort.h"
@@ -63,14 +65,17 @@ void SoakRun::setBounds()
     });
 }
 
-/// A menu or a dialog that an action has opened keeps the action from returning.
+/// A menu or a dialog that an action has opened keeps the action from returning. What answers it may open another one.
 void SoakRun::answerNested()
 {
-    if (m_isAnswering || QThread::currentThread()->loopLevel() == 0 || !SoakStage::openAbove())
+    if (QThread::currentThread()->loopLevel() <= m_answeredLevel || !SoakStage::openAbove())
         return;
-    m_isAnswering = true;
+    const int outer = std::exchange(m_answeredLevel, QThread::currentThread()->loopLevel());
+    QTimer further(&m_answers); // one does not fire again until it has been handled
+    QObject::connect(&further, &QTimer::timeout, &further, [this] { answerNested(); });
+    further.start(AnswerInterval);
     answerOpenAbove(m_stage);
-    m_isAnswering = false;
+    m_answeredLevel = outer;
 }
 
 void SoakRun::step(int number)

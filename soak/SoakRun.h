@@ -38,7 +38,7 @@ private:
     EventWatch &m_watch;
     const SoakLimits m_limits;
     QTimer m_answers; ///< fires while an action waits for what it has opened
-    bool m_isAnswering = false;
+    int m_answeredLevel = 0; ///< of nested event loops
     QStringList m_looks;
     QVector<qint64> m_memory; ///< resident bytes, each minute
 };
