@@ -6,9 +6,20 @@
 #include <QMetaEnum>
 #include <QThread>
 
+#include <ctime>
+
 namespace {
 
 constexpr qint64 NanosecondsPerMillisecond = 1'000'000;
+
+/// By this thread, in ns.
+qint64 computedTime()
+{
+    constexpr qint64 NanosecondsPerSecond = 1'000'000'000;
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * NanosecondsPerSecond + time.tv_nsec;
+}
 
 bool mayWait(QEvent::Type type)
 {
@@ -66,7 +77,7 @@ bool EventWatch::notify(QObject *receiver, QEvent *event)
         return QApplication::notify(receiver, event);
     const QEvent::Type type = event->type(); // the event, or who gets it, may be gone afterwards
     const QString name = nameOf(*receiver, type);
-    m_running.push_back({level, {}, 0});
+    m_running.push_back({level, {}, computedTime(), 0});
     m_running.back().clock.start();
     const bool result = QApplication::notify(receiver, event);
     const Running finished = m_running.back();
@@ -82,5 +93,5 @@ void EventWatch::finish(const Running &event, const QString &name, QEvent::Type 
     const int taken = int((event.clock.nsecsElapsed() - event.foreign) / NanosecondsPerMillisecond);
     m_longest = qMax(m_longest, taken);
     if (m_report && taken > m_bound + (mayWait(type) ? m_waits : 0))
-        m_report(name, taken);
+        m_report(name, taken, int((computedTime() - event.computed) / NanosecondsPerMillisecond));
 }

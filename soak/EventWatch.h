@@ -14,8 +14,8 @@ class EventWatch : public QApplication
     Q_OBJECT
 
 public:
-    /// Told of an event that took longer than its bound.
-    using Report = std::function<void(const QString &event, int milliseconds)>;
+    /// Told of an event that took longer than its bound, and how long this thread computed meanwhile, in ms.
+    using Report = std::function<void(const QString &event, int taken, int computed)>;
 
     EventWatch(int &argc, char **argv);
 
@@ -34,6 +34,7 @@ private:
     {
         int loopLevel;
         QElapsedTimer clock;
+        qint64 computed; ///< ns of the thread before
         qint64 foreign; ///< ns that loops inside have taken
     };
 

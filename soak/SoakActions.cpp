@@ -137,7 +137,12 @@ void useControl(SoakStage &stage, QWidget &control)
 void useDock(SoakStage &stage, const char *name)
 {
     if (QWidget *control = stage.anyReachable(stage.dock(name)))
-        useControl(stage, *control);
+        return useControl(stage, *control);
+    // Both of the panel's tabs may have been switched off, and the panel with them.
+    for (const Command command : {Command::ShowCommonTab, Command::ShowAttributeTab}) {
+        if (!stage.window().commands().action(command)->isChecked())
+            stage.window().commands().action(command)->trigger();
+    }
 }
 
 void useDevice(SoakStage &stage)

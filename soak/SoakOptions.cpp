@@ -14,7 +14,7 @@ struct Build
     const char *preset;
     int factor;
 };
-constexpr Build Builds[] = {{"release", 1}, {"dev", 4}, {"asan", 10}, {"tsan", 30}};
+constexpr Build Builds[] = {{"release", 1}, {"dev", 4}, {"asan", 20}, {"tsan", 40}};
 
 int factorOf(const QString &preset)
 {

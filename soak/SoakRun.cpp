@@ -60,8 +60,8 @@ SoakRun::~SoakRun()
 void SoakRun::setBounds()
 {
     const int silence = m_stage.isAnySilent() ? int(SimulatedPort::Deadline.count()) : 0;
-    m_watch.setBounds(m_limits.bound, PrescribedWaits + silence, [this](const QString &event, int milliseconds) {
-        m_stage.record().fail(QStringLiteral("%1 took %2 ms").arg(event).arg(milliseconds));
+    m_watch.setBounds(m_limits.bound, PrescribedWaits + silence, [this](const QString &event, int taken, int computed) {
+        m_stage.record().fail(QStringLiteral("%1 took %2 ms (computed %3 ms)").arg(event).arg(taken).arg(computed));
     });
 }
 
