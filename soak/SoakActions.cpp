@@ -262,8 +262,11 @@ void resize(SoakStage &stage)
 
 void wander(SoakStage &stage)
 {
-    for (int count = 1 + stage.dice().below(4); count > 0; --count)
+    for (int count = 1 + stage.dice().below(4); count > 0; --count) {
         pressAny(stage, stage.dice().oneOf(Wanderings));
+        if (SoakStage::openAbove()) // of the menu bar, which was left with the keyboard's focus
+            return answerOpenAbove(stage);
+    }
 }
 
 struct Action

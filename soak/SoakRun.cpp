@@ -84,6 +84,9 @@ void SoakRun::step(int number)
     setBounds();
     doSomething(m_stage);
     m_stage.settle();
+    const QString displaced = m_stage.displacedDocks();
+    if (!displaced.isEmpty())
+        m_stage.record().fail(QStringLiteral("docks are not in place: ") + displaced);
     if (number % m_limits.looksEvery == 0) {
         m_looks << digest(m_stage.look());
         if (m_limits.looksEvery > 1)
@@ -107,17 +110,11 @@ bool SoakRun::run()
         nextMinute += Minute;
         checkEachMinute();
     }
-    const QString displaced = m_stage.displacedDocks();
-    if (!displaced.isEmpty())
-        m_stage.record().fail(QStringLiteral("docks are not in place: ") + displaced);
     return !m_stage.record().hasFailed();
 }
 
 void SoakRun::checkEachMinute()
 {
-    const QString displaced = m_stage.displacedDocks();
-    if (!displaced.isEmpty())
-        m_stage.record().fail(QStringLiteral("docks are not in place: ") + displaced);
     m_memory << residentMemory();
     SoakRecord::print(QStringLiteral("%1 min, step %2, %3 MB, longest event %4 ms")
                           .arg(m_memory.size())

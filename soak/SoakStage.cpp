@@ -249,10 +249,11 @@ QString SoakStage::displacedDocks() const
     QString displaced;
     for (const DockPlace &place : DockPlaces) {
         auto *dock = m_window.findChild<QDockWidget *>(QLatin1String(place.name));
-        const bool stands = dock->isVisible() && !dock->isFloating() && m_window.dockWidgetArea(dock) == place.area
-            && m_window.rect().intersects(dock->geometry()) && dock->height() > 0 && dock->width() > 0;
-        if (!stands)
-            displaced += QLatin1String(place.name) + QLatin1Char(' ');
+        const bool isThere = !dock->isFloating() && m_window.dockWidgetArea(dock) == place.area;
+        if (!dock->isVisible())
+            displaced += QStringLiteral("%1 is hidden; ").arg(dock->objectName());
+        else if (!isThere || (m_window.rect() & dock->geometry()).isEmpty())
+            displaced += QStringLiteral("%1 has moved; ").arg(dock->objectName());
     }
     return displaced;
 }
