@@ -10,7 +10,8 @@
 #include <unistd.h>
 
 // Of the sanitizers' runtime, if there is one.
-extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
+extern "C" __attribute__((weak)) void
+__sanitizer_set_death_callback(void (*callback)()); // NOLINT(bugprone-reserved-identifier)
 
 namespace {
 
