@@ -17,7 +17,7 @@
 namespace {
 
 constexpr int FirstCycles = 50; ///< fill what is kept once: caches, fonts, styles
-constexpr int CyclesPerLine = 500;
+constexpr int CyclesPerLine = 100;
 constexpr qint64 MostGrowth = 1 << 20;
 
 /// The number behind the last mention of what `element` begins, of an attribute called size.
