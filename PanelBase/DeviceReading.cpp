@@ -119,8 +119,7 @@ void DeviceReading::fallSilent(const std::string &reason, Clock::duration cost)
     m_isTried = true;
     m_tries = 0;
     startTurn();
-    logToHost(Module,
-              m_deviceName.toStdString() + " does not answer, the values that were read last are shown: " + reason);
+    logToHost(Module, m_deviceName.toStdString() + " does not answer, what was read last is shown: " + reason);
     pause(cost);
     QMetaObject::invokeMethod(this, &DeviceReading::silenced, Qt::QueuedConnection);
 }
@@ -180,7 +179,7 @@ void DeviceReading::adoptProbe(bool isAnswered, Clock::duration cost)
     m_isSilent = false;
     m_usual = 0ms;
     m_pause.stop();
-    logToHost(Module, m_deviceName.toStdString() + " answers again");
+    logToHost(Module, "The values of " + m_deviceName.toStdString() + " are live again");
     QMetaObject::invokeMethod(this, &DeviceReading::revived, Qt::QueuedConnection);
     startTurn();
 }
