@@ -1,21 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Devices/AravisDevice.h"
 
-#include <atomic>
+#include <algorithm>
 #include <chrono>
-#include <condition_variable>
 #include <limits>
 #include <mutex>
-#include <thread>
 #include <utility>
 
-#include <QVariant>
-
-#include <arv.h>
+#include <QTimer>
 
 #include "Devices/AlignedPort.h"
+#include "Devices/AravisHandle.h"
+#include "Devices/AravisStream.h"
 #include "Devices/FailFastPort.h"
-#include "Devices/FrameImage.h"
 #include "Devices/FrameMailbox.h"
 #include "Devices/LoadedNodeMap.h"
 #include "Features/NodeGuard.h"
@@ -23,60 +20,27 @@
 
 namespace {
 
-constexpr int BufferCount = 8; // frames that Aravis may fill
-constexpr guint64 PopTimeout = 50'000; // us
-constexpr std::chrono::milliseconds StreamEndTimeout(500);
-
-struct Unreference
-{
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-template <class Object>
-using Reference = std::unique_ptr<Object, Unreference>;
-
-/// A GLib error as an out parameter.
-class ErrorSlot
-{
-public:
-    ErrorSlot() = default;
-    ~ErrorSlot() { g_clear_error(&m_error); }
-    ErrorSlot(const ErrorSlot &) = delete;
-    ErrorSlot &operator=(const ErrorSlot &) = delete;
-
-    GError **out() { return &m_error; }
-    const char *text() const { return m_error ? m_error->message : "unknown failure"; }
-
-    void throwIfSet() const
-    {
-        if (!m_error)
-            return;
-        if (g_error_matches(m_error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_TIMEOUT))
-            throw TIMEOUT_EXCEPTION("%s", m_error->message);
-        throw RUNTIME_EXCEPTION("%s", m_error->message);
-    }
-
-private:
-    GError *m_error = nullptr;
-};
+const QString AcquisitionStop = QStringLiteral("AcquisitionStop");
+constexpr int DoubtInterval = 1000; // ms between two looks at the payload size
 
 /// The registers of an Aravis device, which it keeps alive.
 class RegisterPort : public GenApi::IPort
 {
 public:
-    explicit RegisterPort(Reference<ArvDevice> opened) : m_device(std::move(opened)) { }
+    explicit RegisterPort(AravisHandle<ArvDevice> opened) : m_device(std::move(opened)) { }
 
     GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
 
     void Read(void *buffer, int64_t address, int64_t length) override
     {
-        ErrorSlot error;
+        AravisError error;
         arv_device_read_memory(m_device.get(), static_cast<guint64>(address), size(length), buffer, error.out());
         error.throwIfSet();
     }
 
     void Write(const void *buffer, int64_t address, int64_t length) override
     {
-        ErrorSlot error;
+        AravisError error;
         arv_device_write_memory(m_device.get(), static_cast<guint64>(address), size(length), const_cast<void *>(buffer),
                                 error.out());
         error.throwIfSet();
@@ -90,10 +54,10 @@ private:
         return static_cast<guint32>(length);
     }
 
-    Reference<ArvDevice> m_device;
+    AravisHandle<ArvDevice> m_device;
 };
 
-std::unique_ptr<GenApi::IPort> makeRegisterPort(Reference<ArvDevice> device)
+std::unique_ptr<GenApi::IPort> makeRegisterPort(AravisHandle<ArvDevice> device)
 {
     const bool wantsWords = ARV_IS_GV_DEVICE(device.get());
     auto port = std::make_unique<RegisterPort>(std::move(device));
@@ -107,18 +71,20 @@ struct LostMailbox
 {
     std::mutex mutex;
     Device *receiver;
+    bool isLost = false; ///< also told to who asks later
 };
+
+const QString LostReason = QStringLiteral("the camera no longer answers its host");
 using SharedMailbox = std::shared_ptr<LostMailbox>;
 
 void deliverLost(ArvDevice *, gpointer data)
 {
     LostMailbox &mailbox = **static_cast<SharedMailbox *>(data);
     const std::lock_guard<std::mutex> lock(mailbox.mutex);
+    mailbox.isLost = true;
     if (!mailbox.receiver)
         return;
-    const auto tell = [receiver = mailbox.receiver] {
-        Q_EMIT receiver->lost(QStringLiteral("the camera no longer answers its host"));
-    };
+    const auto tell = [receiver = mailbox.receiver] { Q_EMIT receiver->lost(LostReason); };
     QMetaObject::invokeMethod(mailbox.receiver, tell, Qt::QueuedConnection);
 }
 
@@ -147,25 +113,18 @@ int64_t payloadSize(GenApi::INodeMap &map)
     return payload->GetValue(false, true);
 }
 
-QImage toImage(ArvBuffer *buffer)
+/// After which silence a camera and its host take each other for gone; 0 when the camera does not tell.
+std::chrono::milliseconds heartbeatOf(GenApi::INodeMap &map)
 {
-    if (arv_buffer_get_status(buffer) != ARV_BUFFER_STATUS_SUCCESS || arv_buffer_get_n_parts(buffer) == 0)
-        return {};
-    std::size_t size = 0;
-    const void *data = arv_buffer_get_part_data(buffer, 0, &size);
-    return frameImage(arv_buffer_get_part_pixel_format(buffer, 0), arv_buffer_get_part_width(buffer, 0),
-                      arv_buffer_get_part_height(buffer, 0), data, size);
+    const GenApi::CIntegerPtr timeout(map.GetNode("GevHeartbeatTimeout"));
+    qint64 value = 0;
+    QString ignored;
+    if (GenApi::IsReadable(timeout))
+        guarded(&ignored, [&] { value = timeout->GetValue(); });
+    return std::chrono::milliseconds(std::max<qint64>(0, value));
 }
 
 } // namespace
-
-/// A camera that answered, or why it did not.
-struct AravisDevice::Reached
-{
-    Reference<ArvDevice> device; ///< null when it could not be reached
-    QByteArray description;
-    QString error;
-};
 
 /// An open camera. Members go in reverse order: the node map before its port.
 struct AravisDevice::Connection
@@ -174,6 +133,8 @@ struct AravisDevice::Connection
     SharedMailbox mailbox;
     std::unique_ptr<FailFastPort> port;
     std::unique_ptr<LoadedNodeMap> nodes;
+    bool mayBeSending = true; ///< a program that ended without a word may have left the camera so
+    std::chrono::milliseconds heartbeat{0}; ///< 0: the camera does not tell
 
     Connection() = default;
     Connection(const Connection &) = delete;
@@ -185,126 +146,85 @@ struct AravisDevice::Connection
         const std::lock_guard<std::mutex> lock(mailbox->mutex);
         mailbox->receiver = nullptr;
     }
-};
 
-/// Fetches frames on a thread of its own from construction to destruction.
-class AravisDevice::Stream
-{
-public:
-    using Show = std::function<void(const QImage &)>;
-
-    /// `show` is called on the stream's thread. Throws a GenICam exception when the camera grants no stream.
-    Stream(ArvDevice *device, std::size_t frameSize, Show show) : m_feed(std::make_shared<Feed>())
+    bool isLost() const
     {
-        ErrorSlot error;
-        m_feed->source.reset(arv_device_create_stream(device, nullptr, nullptr, error.out()));
-        if (!m_feed->source)
-            throw RUNTIME_EXCEPTION("%s", error.text());
-        for (int i = 0; i < BufferCount; ++i)
-            arv_stream_push_buffer(m_feed->source.get(), arv_buffer_new_allocate(frameSize));
-        m_feed->show = std::move(show);
-        std::thread([shared = m_feed] { shared->run(); }).detach();
+        const std::lock_guard<std::mutex> lock(mailbox->mutex);
+        return mailbox->isLost;
     }
-
-    /// Releasing the stream of a camera that is gone takes seconds; nobody waits for that.
-    ~Stream() { m_feed->stop(); }
-
-private:
-    /// Lives until both the stream object and its thread have let go of it.
-    struct Feed
-    {
-        void run()
-        {
-            while (ArvBuffer *buffer = nextBuffer()) {
-                const QImage frame = toImage(buffer);
-                arv_stream_push_buffer(source.get(), buffer);
-                const std::lock_guard<std::mutex> lock(mutex);
-                if (show && !frame.isNull())
-                    show(frame);
-            }
-            source.reset();
-            const std::lock_guard<std::mutex> lock(mutex);
-            finished = true;
-            ended.notify_all();
-        }
-
-        /// Null when the stream is over.
-        ArvBuffer *nextBuffer()
-        {
-            ArvBuffer *buffer = nullptr;
-            while (!stopping && !buffer)
-                buffer = arv_stream_timeout_pop_buffer(source.get(), PopTimeout);
-            if (buffer && stopping)
-                g_object_unref(std::exchange(buffer, nullptr));
-            return buffer;
-        }
-
-        void stop()
-        {
-            std::unique_lock<std::mutex> lock(mutex);
-            show = nullptr;
-            stopping = true;
-            ended.wait_for(lock, StreamEndTimeout, [this] { return finished; });
-        }
-
-        Reference<ArvStream> source;
-        std::atomic_bool stopping{false};
-        std::mutex mutex; ///< guards what follows
-        std::condition_variable ended;
-        Show show;
-        bool finished = false;
-    };
-    std::shared_ptr<Feed> m_feed;
 };
 
-AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), m_identity(std::move(camera)) { }
+/// A camera that answered, or why it did not.
+struct AravisDevice::Reached
+{
+    std::unique_ptr<Connection> connection; ///< null when the camera could not be reached
+    QString error;
+};
+
+AravisDevice::AravisDevice(Identity camera, QObject *parent) : Device(parent), m_identity(std::move(camera))
+{
+    connect(&m_tally, &FrameTally::changed, this, &Device::framesCounted);
+    connect(
+        &m_tally, &FrameTally::reported, this, [this](const QString &line) { Q_EMIT reported(named(line)); },
+        Qt::DirectConnection);
+}
 
 AravisDevice::~AravisDevice()
 {
     close();
 }
 
-void AravisDevice::reach()
+void AravisDevice::reach(const std::atomic_bool &cancelled, const ReadProgress &progress)
 {
-    ErrorSlot failure;
-    m_reached = std::make_unique<Reached>();
-    m_reached->device = Reference<ArvDevice>(arv_open_device(m_identity.id.toUtf8().constData(), failure.out()));
-    if (!m_reached->device) {
-        m_reached->error = QString::fromUtf8(failure.text());
-        return;
-    }
+    m_reached = std::make_unique<Reached>(reached());
+    if (m_reached->connection)
+        m_reached->connection->nodes->readAhead(cancelled, progress);
+}
+
+AravisDevice::Reached AravisDevice::reached()
+{
+    AravisError failure;
+    AravisHandle<ArvDevice> camera(arv_open_device(m_identity.id.toUtf8().constData(), failure.out()));
+    if (!camera)
+        return {nullptr, QString::fromUtf8(failure.text())};
     std::size_t size = 0;
-    const char *xml = arv_device_get_genicam_xml(m_reached->device.get(), &size);
-    m_reached->description = QByteArray(xml, static_cast<int>(size));
+    const char *xml = arv_device_get_genicam_xml(camera.get(), &size);
+    const QByteArray description(xml, static_cast<int>(size));
+    auto opened = std::make_unique<Connection>();
+    opened->device = camera.get();
+    opened->mailbox = connectLost(camera.get(), this);
+    const auto report = [this](bool answering) { reportAnswering(answering); };
+    opened->port = std::make_unique<FailFastPort>(makeRegisterPort(std::move(camera)), FailFastPort::Timing(), report);
+    QString error;
+    if (!guarded(&error, [&] { opened->nodes = std::make_unique<LoadedNodeMap>(description, *opened->port); }))
+        return {nullptr, error};
+    opened->heartbeat = heartbeatOf(*opened->nodes->get());
+    return {std::move(opened), QString()};
 }
 
 bool AravisDevice::open(QString *error)
 {
     if (m_connection)
         return true;
-    if (!m_reached)
-        reach();
-    const std::unique_ptr<Reached> camera = std::move(m_reached);
-    if (!camera->device) {
-        *error = camera->error;
-        return false;
-    }
-    auto opened = std::make_unique<Connection>();
-    opened->device = camera->device.get();
-    opened->mailbox = connectLost(camera->device.get(), this);
-    const auto report = [this](bool answering) { reportAnswering(answering); };
-    opened->port =
-        std::make_unique<FailFastPort>(makeRegisterPort(std::move(camera->device)), FailFastPort::Timing(), report);
-    if (!guarded(error, [&] { opened->nodes = std::make_unique<LoadedNodeMap>(camera->description, *opened->port); }))
-        return false;
-    m_connection = std::move(opened);
-    return true;
+    const std::unique_ptr<Reached> before = std::move(m_reached);
+    Reached camera = before ? std::move(*before) : reached();
+    if (camera.connection && camera.connection->isLost())
+        camera = {nullptr, LostReason};
+    m_connection = std::move(camera.connection);
+    *error = camera.error;
+    return m_connection != nullptr;
 }
 
 void AravisDevice::close()
 {
     stopAcquisition();
+    m_reached.reset();
     m_connection.reset();
+}
+
+PortLoad AravisDevice::portLoad() const
+{
+    return m_connection ? m_connection->nodes->load() : PortLoad();
 }
 
 GenApi::INodeMap *AravisDevice::nodeMap() const
@@ -312,22 +232,21 @@ GenApi::INodeMap *AravisDevice::nodeMap() const
     return m_connection ? m_connection->nodes->get() : nullptr;
 }
 
+std::chrono::milliseconds AravisDevice::heartbeat() const
+{
+    const bool isTold = m_connection && m_connection->heartbeat.count() > 0;
+    return isTold ? m_connection->heartbeat : Device::heartbeat();
+}
+
 bool AravisDevice::startAcquisition(QString *error)
 {
     if (m_stream)
         return true;
-    const auto start = [this] {
-        GenApi::INodeMap &map = *nodeMap();
-        const auto show = [this, mailbox = std::make_shared<FrameMailbox>()](const QImage &frame) {
-            const auto deliver = [this, mailbox] { Q_EMIT frameReady(mailbox->take()); };
-            if (mailbox->put(frame))
-                QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
-        };
-        m_stream = std::make_unique<Stream>(m_connection->device, static_cast<std::size_t>(payloadSize(map)), show);
-        writeIfWritable(map, "TLParamsLocked", QStringLiteral("1"));
-        writeNodeText(map, QStringLiteral("AcquisitionStart"), QString());
-    };
-    if (!guarded(error, start)) {
+    QString ignored;
+    if (std::exchange(m_connection->mayBeSending, false))
+        guarded(&ignored, [this] { writeNodeText(*nodeMap(), AcquisitionStop, QString()); });
+    m_tally.restart();
+    if (!guarded(error, [this] { startStream(); })) {
         m_stream.reset();
         return false;
     }
@@ -335,12 +254,59 @@ bool AravisDevice::startAcquisition(QString *error)
     return true;
 }
 
+void AravisDevice::startStream()
+{
+    GenApi::INodeMap &map = *nodeMap();
+    const auto receive = [this, mailbox = std::make_shared<FrameMailbox>()](const AravisStream::Arrival &arrival) {
+        if (arrival.lostBefore > 0)
+            m_tally.count(FrameFate::Lost, arrival.lostBefore);
+        if (arrival.fate)
+            m_tally.count(*arrival.fate);
+        const auto check = [this, isCounted = arrival.fate.has_value()] { checkPayload(isCounted); };
+        if (arrival.fate != FrameFate::Good && !m_isDoubting.exchange(true))
+            QMetaObject::invokeMethod(this, check, Qt::QueuedConnection);
+        const auto deliver = [this, mailbox] { Q_EMIT frameReady(mailbox->take()); };
+        if (!arrival.image.isNull() && mailbox->put(arrival.image))
+            QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
+    };
+    m_stream =
+        std::make_unique<AravisStream>(m_connection->device, static_cast<std::size_t>(payloadSize(map)), receive);
+    writeIfWritable(map, "TLParamsLocked", QStringLiteral("1"));
+    writeNodeText(map, QStringLiteral("AcquisitionStart"), QString());
+}
+
+void AravisDevice::checkPayload(bool isCounted)
+{
+    QTimer::singleShot(DoubtInterval, this, [this] { m_isDoubting = false; });
+    qint64 size = 0;
+    QString error;
+    const bool isKnown = m_stream && guarded(&error, [&] { size = payloadSize(*nodeMap()); });
+    const qint64 before = isKnown ? static_cast<qint64>(m_stream->frameSize()) : size;
+    if (size == before)
+        return;
+    if (size > before && !isCounted)
+        m_tally.count(FrameFate::TooLarge);
+    const auto restart = [this] {
+        writeNodeText(*nodeMap(), AcquisitionStop, QString());
+        m_stream.reset();
+        startStream();
+    };
+    const bool isRestarted = guarded(&error, restart);
+    const QString outcome = isRestarted ? QStringLiteral("acquisition restarted")
+                                        : QStringLiteral("restarting the acquisition failed: ") + error;
+    Q_EMIT reported(named(QStringLiteral("%1: %2").arg(payloadChange(before, size), outcome)));
+    if (isRestarted)
+        return;
+    m_stream.reset();
+    Q_EMIT acquiringChanged(false);
+}
+
 void AravisDevice::stopAcquisition()
 {
     if (!m_stream)
         return;
     const auto stop = [this] {
-        writeNodeText(*nodeMap(), QStringLiteral("AcquisitionStop"), QString());
+        writeNodeText(*nodeMap(), AcquisitionStop, QString());
         writeIfWritable(*nodeMap(), "TLParamsLocked", QStringLiteral("0"));
     };
     QString error;
@@ -350,10 +316,17 @@ void AravisDevice::stopAcquisition()
     Q_EMIT acquiringChanged(false);
 }
 
+QString AravisDevice::named(const QString &line) const
+{
+    return QStringLiteral("%1: %2").arg(m_identity.displayName, line);
+}
+
 void AravisDevice::reportAnswering(bool answering)
 {
     const QString state = answering ? QStringLiteral("%1 answers again") : QStringLiteral("%1 does not answer");
     Q_EMIT reported(state.arg(m_identity.displayName));
+    const auto tell = [this, answering] { Q_EMIT answeringChanged(answering); };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 namespace {

@@ -1,17 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
+#include <chrono>
+
 #include <QImage>
 #include <QObject>
 #include <QString>
 
 #include <GenApi/GenApi.h>
 
+#include "Devices/CountingPort.h"
+#include "Devices/FrameCounts.h"
 #include "Devices/HeightFrame.h"
+#include "Devices/ReadAhead.h"
 
 /// A camera or card that the demo host can open: a real one or a simulated one.
 ///
-/// Everything is called on the GUI thread. Frames may be produced on another thread; they arrive through
+/// Everything but reach() is called on the GUI thread. Frames may be produced on another thread; they arrive through
 /// frameReady() on the GUI thread (queued), never more than a few at a time.
 class Device : public QObject
 {
@@ -34,9 +40,17 @@ public:
     /// profiler; see HostCore.h.
     virtual QString typeCode() const { return QStringLiteral("0"); }
 
-    /// Does in advance what open() would have to wait for. Called on any thread while the device is closed; what only
-    /// tells about the device may be called meanwhile, open() and close() may not.
-    virtual void reach() { }
+    /// Does in advance what open() and then a panel would have to wait for: connects, makes the node map and reads
+    /// registers into its cache. Called on any thread while the device is closed; what only tells about the device may
+    /// be called meanwhile, open() and close() may not. What was reached is used by the next open() or dropped by
+    /// the next close(); a failure is kept for open() to tell.
+    /// `cancelled` may become true on any thread and ends this at the next access. `progress` is told on the thread
+    /// of the call.
+    virtual void reach(const std::atomic_bool &cancelled, const ReadProgress &progress)
+    {
+        Q_UNUSED(cancelled)
+        Q_UNUSED(progress)
+    }
     /// Connects to the device and loads its description. False on failure, with the reason in `error`
     /// (a sentence for a person). Opening an open device succeeds at once.
     virtual bool open(QString *error) = 0;
@@ -46,11 +60,20 @@ public:
     virtual bool isOpen() const = 0;
     /// The device's node map while it is open, else null.
     virtual GenApi::INodeMap *nodeMap() const = 0;
+    /// What the device was asked since it was opened.
+    virtual PortLoad portLoad() const { return {}; }
 
     virtual bool canAcquire() const { return kind() == Kind::Camera; }
     virtual bool startAcquisition(QString *error) = 0;
     virtual void stopAcquisition() = 0;
     virtual bool isAcquiring() const = 0;
+    /// Of the acquisition that runs, or of the last one.
+    virtual FrameCounts frameCounts() const { return {}; }
+
+    /// After which silence the open device counts as lost.
+    virtual std::chrono::milliseconds heartbeat() const { return std::chrono::seconds(3); }
+    /// For a device that no search looks for: whether it is there, so that it could be opened.
+    virtual bool isPresent() const { return true; }
 
 Q_SIGNALS:
     void frameReady(const QImage &frame);
@@ -59,6 +82,10 @@ Q_SIGNALS:
     /// frameReady(): parts that came while the receiver was busy are left out, a later one holds their profiles too.
     void heightReady(const HeightFrame &frame);
     void acquiringChanged(bool acquiring);
+    /// frameCounts() has other faulty frames than before.
+    void framesCounted();
+    /// The open device has fallen silent, or answers again.
+    void answeringChanged(bool answering);
     /// The open device has started anew, with other values than before.
     void restarted();
     /// Something that a person should find in the log. Any thread.

@@ -27,14 +27,19 @@ bool wantsSwappedWords(const GenApi::INodeMap &map)
 
 } // namespace
 
-LoadedNodeMap::LoadedNodeMap(const QByteArray &description, GenApi::IPort &port)
+LoadedNodeMap::LoadedNodeMap(const QByteArray &description, GenApi::IPort &port) : m_counting(port)
 {
     GenApi::CNodeMapFactory factory(contentType(description), description.constData(),
                                     static_cast<std::size_t>(description.size()), GenApi::CacheUsage_Ignore);
     m_map.reset(factory.CreateNodeMap(DeviceName));
     if (wantsSwappedWords(*m_map))
-        m_swapping = std::make_unique<AlignedPort>(std::make_unique<SwappedPort>(port));
-    m_map->Connect(m_swapping ? m_swapping.get() : &port);
+        m_swapping = std::make_unique<AlignedPort>(std::make_unique<SwappedPort>(m_blocks));
+    m_map->Connect(m_swapping ? m_swapping.get() : &m_blocks);
+}
+
+void LoadedNodeMap::readAhead(const std::atomic_bool &cancelled, const ReadProgress &progress)
+{
+    ::readAhead(*m_map, m_blocks, cancelled, progress);
 }
 
 void LoadedNodeMap::Destroy::operator()(GenApi::INodeMap *finished) const

@@ -7,6 +7,10 @@
 
 #include <GenApi/GenApi.h>
 
+#include "Devices/BlockPort.h"
+#include "Devices/CountingPort.h"
+#include "Devices/ReadAhead.h"
+
 /// A node map made from a camera description and connected to a port.
 class LoadedNodeMap
 {
@@ -16,6 +20,10 @@ public:
     LoadedNodeMap(const QByteArray &description, GenApi::IPort &port);
 
     GenApi::INodeMap *get() const { return m_map.get(); }
+    /// Reads what a panel will want to show into the nodes' caches, see ReadAhead.h.
+    void readAhead(const std::atomic_bool &cancelled, const ReadProgress &progress);
+    /// What went through the port. Any thread.
+    PortLoad load() const { return m_counting.load(); }
 
 private:
     struct Destroy
@@ -23,6 +31,8 @@ private:
         void operator()(GenApi::INodeMap *map) const;
     };
 
+    CountingPort m_counting;
+    BlockPort m_blocks{m_counting};
     std::unique_ptr<GenApi::IPort> m_swapping; ///< between the nodes and the port, for a port with SwapEndianess
     std::unique_ptr<GenApi::INodeMap, Destroy> m_map;
 };

@@ -14,10 +14,10 @@
 #include "FeatureTree/FeatureEditors.h"
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/FloatText.h"
-#include "FeatureTree/NodeWarning.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
 #include "Features/NodeGuard.h"
+#include "PanelBase/DeviceReading.h"
 #include "PanelBase/HostCall.h"
 #include "PanelBase/NumberInput.h"
 #include "PanelBase/PressElsewhere.h"
@@ -113,33 +113,35 @@ GenApi::INode *FeatureEditDelegate::nodeAt(const QModelIndex &index) const
     return item ? item->GetFeaturePtr() : nullptr;
 }
 
-bool FeatureEditDelegate::isShownGray(TreeItem *item) const
+bool FeatureEditDelegate::isAnswering(const QModelIndex &index) const
 {
-    bool isGray = true;
-    const auto isNew = [item](const char *message) { return item->isNewFault(message); };
-    guardNode([&] { isGray = !item->GetFeaturePtr()->IsFeature() || !FeatureKinds::isWritable(item->GetFeaturePtr()); },
-              [&](const GenICam::GenericException &error) {
-                  if (isNew(error.GetDescription()))
-                      warnNodeError(error);
-              },
-              [&](const char *message) {
-                  if (isNew(message))
-                      logFault(message);
-              });
-    return isGray;
+    const DeviceReading *const reading = itemAt(index)->reading();
+    return !reading || !reading->isSilent();
+}
+
+bool FeatureEditDelegate::isShownGray(const QModelIndex &index) const
+{
+    return !qobject_cast<const TreeModel *>(index.model())->isEditable(itemAt(index));
+}
+
+QVariant FeatureEditDelegate::grayValue(const QModelIndex &index) const
+{
+    TreeItem *item = itemAt(index);
+    const bool showsReadCells = qobject_cast<const TreeModel *>(index.model())->showsReadCells;
+    return showsReadCells ? item->cell().value : item->data(index.column());
 }
 
 void FeatureEditDelegate::paint(QPainter *painter, const QStyleOptionViewItem &viewItem, const QModelIndex &index) const
 {
     QStyledItemDelegate::paint(painter, viewItem, index);
-    if (!nodeAt(index) || !isShownGray(itemAt(index)))
+    if (!nodeAt(index) || !isShownGray(index))
         return;
     QStyle *style = QApplication::style();
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1; // as Qt indents the text of other cells
     QPalette palette = viewItem.palette;
     palette.setBrush(QPalette::Text, Qt::gray);
     style->drawItemText(painter, viewItem.rect.adjusted(margin, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, palette,
-                        true, grayText(itemAt(index)->data(index.column())), QPalette::Text);
+                        true, grayText(grayValue(index)), QPalette::Text);
 }
 
 /// A command's button is transparent, so the text of a cell is left out while its editor is open. Numbers have no group
@@ -159,7 +161,8 @@ void FeatureEditDelegate::initStyleOption(QStyleOptionViewItem *viewItem, const 
 bool FeatureEditDelegate::isEditable(const QModelIndex &index) const
 {
     bool isUsable = false;
-    if (GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr)
+    GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr;
+    if (node && isAnswering(index))
         guardNode([&] { isUsable = usableEditor(node); });
     return isUsable;
 }
@@ -168,7 +171,7 @@ QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionVi
                                            const QModelIndex &index) const
 {
     GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr;
-    if (!node)
+    if (!node || !isAnswering(index))
         return nullptr;
     QWidget *editor = nullptr;
     const auto make = [&] {

@@ -65,7 +65,9 @@ protected:
 private:
     TreeItem *itemAt(const QModelIndex &index) const;
     GenApi::INode *nodeAt(const QModelIndex &index) const;
-    bool isShownGray(TreeItem *item) const;
+    bool isShownGray(const QModelIndex &index) const;
+    QVariant grayValue(const QModelIndex &index) const;
+    bool isAnswering(const QModelIndex &index) const;
     void watch(QWidget *editor, const QModelIndex &index);
     void commit(QWidget *editor);
     void end(QWidget *editor, EndEditHint hint);

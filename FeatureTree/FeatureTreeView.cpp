@@ -17,8 +17,9 @@
 #include "FeatureTree/ShownRows.h"
 #include "FeatureTree/TreeItem.h"
 #include "FeatureTree/TreeModel.h"
-#include "FeatureTree/VisibilityPass.h"
+#include "FeatureTree/TreeReader.h"
 #include "Features/NodeGuard.h"
+#include "PanelBase/DeviceReading.h"
 #include "PanelBase/HostCall.h"
 
 Q_LOGGING_CATEGORY(LOG_FeatureTreeView, "GeniCamera")
@@ -59,7 +60,7 @@ void logGenICam(const GenICam::GenericException &error)
 
 FeatureTreeView::FeatureTreeView(QWidget *parent)
     : QTreeView(parent), m_refreshTimer(new QTimer(this)), m_passTimer(new QTimer(this)),
-      m_delegate(new FeatureEditDelegate(this))
+      m_delegate(new FeatureEditDelegate(this)), m_reader(std::make_unique<TreeReader>(*this, m_pass))
 {
     setSelectionBehavior(SelectRows);
     setItemDelegateForColumn(ValueColumn, m_delegate);
@@ -67,7 +68,8 @@ FeatureTreeView::FeatureTreeView(QWidget *parent)
     setUniformRowHeights(true);
 
     connect(m_refreshTimer, &QTimer::timeout, this, [this] {
-        viewport()->update();
+        if (!m_reader->isBehind()) // else the device is slower than the beat
+            viewport()->update();
         dropUneditable();
     });
     m_refreshTimer->start(RefreshMs);
@@ -95,10 +97,12 @@ void FeatureTreeView::setModel(QAbstractItemModel *newModel)
     if (newModel)
         connect(newModel, &QAbstractItemModel::dataChanged, this, &FeatureTreeView::onModelDataChanged);
     QTreeView::setModel(newModel);
+    m_reader->setModel(qobject_cast<TreeModel *>(newModel));
 }
 
 void FeatureTreeView::SetFilter(const int &level, const QString &filter)
 {
+    m_isHeld = false;
     m_visibilityLevel = level;
     m_filterText = filter;
     updateAllVisibility();
@@ -124,6 +128,19 @@ void FeatureTreeView::adoptDeviceChange()
     m_passTimer->start(isVisible() ? 0 : CalmMs);
 }
 
+/// Paints what was read for it.
+void FeatureTreeView::paintEvent(QPaintEvent *event)
+{
+    auto *tree = qobject_cast<TreeModel *>(model());
+    if (!tree) {
+        QTreeView::paintEvent(event);
+        return;
+    }
+    m_reader->readRows(event->region());
+    const QScopedValueRollback<bool> cells(tree->showsReadCells, true);
+    QTreeView::paintEvent(event);
+}
+
 void FeatureTreeView::showEvent(QShowEvent *event)
 {
     if (m_passTimer->isActive())
@@ -133,11 +150,25 @@ void FeatureTreeView::showEvent(QShowEvent *event)
 
 void FeatureTreeView::updateViewItemVisiable(const QModelIndex &parent)
 {
-    if (m_delegate->dataDisabled || !itemAt(parent))
+    if (m_delegate->dataDisabled || m_isHeld || !itemAt(parent))
         return;
-    VisibilityPass pass{m_visibilityLevel, m_filterText, {}};
-    ShownRows::apply(*this, parent.siblingAtColumn(NameColumn), pass);
+    m_pass.restart(m_visibilityLevel, m_filterText);
+    ShownRows::apply(*this, parent.siblingAtColumn(NameColumn), m_pass);
+    m_reader->adoptPass();
     leaveVanishedRow();
+}
+
+void FeatureTreeView::showSwitched()
+{
+    VisibilityPass known = m_pass;
+    known.isKnownOnly = true;
+    ShownRows::apply(*this, model()->index(0, NameColumn), known);
+    leaveVanishedRow();
+}
+
+void FeatureTreeView::showSilence()
+{
+    viewport()->update();
 }
 
 void FeatureTreeView::onExpanded(const QModelIndex &index)
@@ -289,7 +320,8 @@ void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEdi
 void FeatureTreeView::dropUneditable()
 {
     const QModelIndex index = m_delegate->editedIndex();
-    if (state() != EditingState || !isVisible() || !m_delegate->editor())
+    const bool isSilent = m_pass.reading && m_pass.reading->isSilent();
+    if (state() != EditingState || !isVisible() || !m_delegate->editor() || isSilent)
         return;
     if (!m_delegate->isEditable(index))
         m_delegate->dropEditor();

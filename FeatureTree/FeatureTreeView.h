@@ -1,16 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
+
 #include <QString>
 #include <QTreeView>
 
 #include <GenApi/GenApi.h>
 
+#include "FeatureTree/VisibilityPass.h"
+
 class FeatureEditDelegate;
 class QTimer;
+class TreeReader;
 
 /// The feature tree of the attribute tab: shows a TreeModel, repaints each second so that values follow the device,
-/// hides rows by level, name and availability, runs commands. No exception of a node leaves it. GUI thread only.
+/// hides rows by level, name and availability, runs commands. What a slow device takes too long for is read in turns
+/// (TreeReader). No exception of a node leaves it. GUI thread only.
 ///
 /// Its focus policy is Qt::NoFocus, but editors take the focus, and when Enter or Escape closes one, the view has it:
 /// arrow keys then walk the rows, F2 opens the editor of the current row, Tab and Backtab in an editor go on to the
@@ -35,6 +41,12 @@ public:
     /// As QTreeView's, with one pass over the rows instead of one for each row that opens.
     void expandAll();
     void expandToDepth(int depth);
+    /// While true, rows are shown and hidden by nothing but SetFilter(), which ends it: one pass for all that changes.
+    void holdPasses() { m_isHeld = true; }
+    /// Shows and hides rows by what is known of them, without reading.
+    void showSwitched();
+    /// The device does not answer: values are shown gray.
+    void showSilence();
     /// To be called when the device is closed, with TreeModel::dataDisabled set: no node is touched any more.
     void setViewDataDisable();
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
@@ -58,6 +70,7 @@ public Q_SLOTS:
     void onModelDataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QVector<int> &roles);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -80,7 +93,10 @@ private:
     QTimer *m_refreshTimer;
     QTimer *m_passTimer; ///< runs while a pass is due
     FeatureEditDelegate *m_delegate;
+    VisibilityPass m_pass; ///< the last one
+    std::unique_ptr<TreeReader> m_reader;
     int m_visibilityLevel = 0;
     QString m_filterText;
+    bool m_isHeld = false;
     enum { Idle, Expanding, Expanded } m_expansion = Idle; ///< of many rows at once, and whether one has opened
 };

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "FeatureTree/TreeBuilder.h"
 
-#include <iostream>
-
 #include <QSet>
 #include <QVector>
 
 #include "FeatureTree/FeatureKinds.h"
 #include "FeatureTree/TreeItem.h"
 #include "Features/NodeGuard.h"
-#include "PanelBase/HostCall.h"
+#include "PanelBase/DeviceReading.h"
 
 namespace {
 
@@ -59,26 +57,10 @@ QSet<GenApi::INode *> listedByAny(const GenApi::node_vector &nodes)
     return listed;
 }
 
-/// The first content of a value cell; invalid if it cannot be read, which is told once for each fault in the tree.
-QVariant initialValue(GenApi::INode *node, TreeItem &parent)
-{
-    QVariant value;
-    guardNode([&] { value = FeatureKinds::editorKind(node).initial(node); },
-              [&parent](const GenICam::GenericException &error) {
-                  if (parent.isNewFault(error.GetDescription()))
-                      std::cout << error.GetDescription() << std::endl;
-              },
-              [&parent](const char *message) {
-                  if (parent.isNewFault(message))
-                      logToHost("TreeItem", message);
-              });
-    return value;
-}
-
 class Builder
 {
 public:
-    explicit Builder(const GenApi::node_vector &all) : m_listed(listedByAny(all)) { }
+    Builder(const GenApi::node_vector &all, DeviceReading *reading) : m_listed(listedByAny(all)), m_reading(reading) { }
 
     void addRows(const GenApi::node_vector &nodes, TreeItem &parent)
     {
@@ -112,7 +94,17 @@ private:
         if (isCategory(node))
             addCategory(node, text, parent);
         else
-            bindRow(node, parent.appendChild({text, initialValue(node, parent)}));
+            addFeature(node, text, parent);
+    }
+
+    /// A value for which there is no time now is read later.
+    void addFeature(GenApi::INode *node, const QString &text, TreeItem &parent)
+    {
+        TreeItem *row = parent.appendChild({text, QVariant()});
+        bindRow(node, row);
+        row->setUnread();
+        if (!m_reading || m_reading->hasTime())
+            row->readFirst();
     }
 
     void addCategory(GenApi::INode *node, const QString &text, TreeItem &parent)
@@ -135,6 +127,7 @@ private:
     }
 
     QSet<GenApi::INode *> m_listed; ///< what categories list
+    DeviceReading *m_reading;
     QVector<GenApi::INode *> m_openCategories; ///< from the root to the one whose rows are being added
     int m_rowBudget = MostRows; ///< rows that may still be added
 };
@@ -143,5 +136,5 @@ private:
 
 void buildTree(const GenApi::node_vector &nodes, TreeItem &top)
 {
-    Builder(nodes).addRows(nodes, top);
+    Builder(nodes, top.reading()).addRows(nodes, top);
 }

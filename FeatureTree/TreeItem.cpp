@@ -2,6 +2,7 @@
 #include "FeatureTree/TreeItem.h"
 
 #include <cstring>
+#include <iostream>
 
 #include <QDebug>
 #include <QThread>
@@ -102,11 +103,13 @@ bool TreeItem::removeColumns(int position, int columns)
 
 QVariant TreeItem::data(int column)
 {
-    if (column != ValueColumn || !m_feature.IsValid())
+    const DeviceReading *const way = reading();
+    if (column != ValueColumn || !m_feature.IsValid() || (way && way->isSilent()))
         return storedData(column);
     QVariant value;
     bool unreadable = false;
-    guardNode([&] { value = FeatureKinds::editorKind(m_feature).shown(m_feature); },
+    m_isUnread = false;
+    guardNode([&] { read([&] { value = FeatureKinds::editorKind(m_feature).shown(m_feature); }); },
               [&](const GenICam::GenericException &error) { unreadable = isUnreadable(error); },
               [this](const char *message) { logNewFault(message); });
     if (unreadable)
@@ -116,6 +119,31 @@ QVariant TreeItem::data(int column)
     if (column < m_itemData.size())
         m_itemData[column] = value;
     return value;
+}
+
+/// Passes on what it throws.
+void TreeItem::read(const std::function<void()> &access)
+{
+    if (DeviceReading *const way = reading())
+        way->read(m_feature, access);
+    else
+        access();
+}
+
+/// A value that cannot be read is told once for each fault in the tree.
+void TreeItem::readFirst()
+{
+    if (!m_isUnread || !m_feature.IsValid())
+        return;
+    m_isUnread = false;
+    QVariant &value = m_itemData[ValueColumn];
+    guardNode([&] { read([&] { value = FeatureKinds::editorKind(m_feature).initial(m_feature); }); },
+              [this](const GenICam::GenericException &error) {
+                  if (isNewFault(error.GetDescription()))
+                      std::cout << error.GetDescription() << std::endl;
+              },
+              [this](const char *message) { logNewFault(message); });
+    m_isUnread = reading() && reading()->isSilent();
 }
 
 bool TreeItem::setData(int column, const QVariant &value)
@@ -136,7 +164,9 @@ bool TreeItem::setData(int column, const QVariant &value)
             qDebug("Failed to set data for %s", qUtf8Printable(m_featureName));
             logLine("Set " + m_featureName.toStdString() + " value failed, message = " + error.GetDescription());
         };
-        guardNode([&] { write(column, value, old); }, rollBack, logLine);
+        const auto exchange = [&] { write(column, value, old); };
+        DeviceReading *const way = reading();
+        guardNode([&] { way ? way->write(m_feature, exchange) : exchange(); }, rollBack, logLine);
     }
     return true;
 }
@@ -186,7 +216,9 @@ bool TreeItem::EnterEditMode(QString &interfaceName)
 
 bool TreeItem::getVisiable(const int &level, const QString &filter)
 {
-    VisibilityPass pass{level, filter, {}};
+    VisibilityPass pass;
+    pass.level = level;
+    pass.filter = filter;
     return getVisiable(pass);
 }
 
@@ -225,27 +257,42 @@ bool TreeItem::isSwitchedOn(VisibilityPass &pass)
     GenApi::INode *node = availabilityNode();
     if (!node)
         return true;
-    const auto known = pass.switches.constFind(node);
-    if (known != pass.switches.constEnd())
-        return known.value();
-    bool &isOn = pass.switches[node];
-    guardNode([&] { isOn = isNonZero(node); }, [](const GenICam::GenericException &) {},
+    if (!pass.isKnown(node))
+        readSwitch(node, pass);
+    return pass.isOn(node);
+}
+
+void TreeItem::readSwitch(GenApi::INode *node, VisibilityPass &pass)
+{
+    bool isOn = false;
+    const auto ask = [&] { isOn = isNonZero(node); };
+    DeviceReading *const way = reading();
+    guardNode([&] { way ? way->read(node, ask) : ask(); }, [](const GenICam::GenericException &) {},
               [&](const char *message) {
                   isOn = true;
                   logNewFault(message);
               });
-    return isOn;
+    if (way && way->isSilent())
+        pass.putOff(node);
+    else
+        pass.switches[node] = isOn;
+}
+
+TreeItem *TreeItem::top()
+{
+    TreeItem *item = this;
+    while (item->m_parentItem)
+        item = item->m_parentItem;
+    return item;
 }
 
 bool TreeItem::isNewFault(const char *message)
 {
-    TreeItem *top = this;
-    while (top->m_parentItem)
-        top = top->m_parentItem;
-    const int before = top->m_reportedFaults.size();
+    QSet<QByteArray> &reported = top()->m_reportedFaults;
+    const int before = reported.size();
     if (before < MostFaults)
-        top->m_reportedFaults.insert(message);
-    return top->m_reportedFaults.size() > before;
+        reported.insert(message);
+    return reported.size() > before;
 }
 
 void TreeItem::logNewFault(const char *message)

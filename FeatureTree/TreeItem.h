@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QByteArray>
 #include <QList>
+#include <QPointer>
 #include <QSet>
 #include <QString>
 #include <QVariant>
@@ -12,6 +14,9 @@
 
 #include <GenApi/GenApi.h>
 
+#include "PanelBase/DeviceReading.h"
+
+class DeviceReading;
 struct VisibilityPass;
 
 /// One row of the feature tree: a category or a feature. Column 0 is the name, column 1 the value.
@@ -46,9 +51,13 @@ public:
     /// Removes cells here and in every descendant. False if the range is not inside the cells.
     bool removeColumns(int position, int columns);
 
+    /// How the device of the whole tree is read, to be set at the header item; null: at once, however long it takes.
+    void setReading(DeviceReading *reading) { m_reading = reading; }
+    DeviceReading *reading() const { return top()->m_reading; }
+
     /// Column 1 of a bound item is read from the node and remembered in the cell: a number, or text for people
     /// (addresses, "True", "{Execute}"). "{Not Available}" when the node is not readable, the last value seen when
-    /// reading fails otherwise. Every other cell is returned as stored.
+    /// reading fails otherwise, and of a device that does not answer. Every other cell is returned as stored.
     QVariant data(int column);
     /// The cell as stored, without touching the node; invalid outside the cells.
     QVariant storedData(int column) const { return m_itemData.value(column); }
@@ -56,6 +65,20 @@ public:
     /// device into the cell. A refused write puts the old value back into the cell and is logged with its reason. True
     /// unless the column does not exist or the value is invalid.
     bool setData(int column, const QVariant &value);
+
+    /// What the value cell showed when the row was read last, and whether it could be edited then.
+    struct Cell
+    {
+        QVariant value;
+        bool isEditable = false;
+    };
+    const Cell &cell() const { return m_cell; }
+    void setCell(const Cell &cell) { m_cell = cell; }
+    /// Whether the value has still to be read for the first time.
+    bool isUnread() const { return m_isUnread; }
+    /// For the time after setUnread(): reads the first value into the cell of column 1, if that was not done meanwhile.
+    void readFirst();
+    void setUnread() { m_isUnread = true; }
 
     /// Null for a row that stands for no node. Owned by the node map.
     GenApi::INode *GetFeaturePtr() const;
@@ -69,21 +92,29 @@ public:
     bool getVisiable(const int &level, const QString &filter);
     /// The same as part of a pass over many rows, which reads each availability node once.
     bool getVisiable(VisibilityPass &pass);
+    /// Reads an availability node for a pass.
+    void readSwitch(GenApi::INode *node, VisibilityPass &pass);
 
     /// Whether this is the first time that the tree sees this fault, so that it is logged once and not at each repaint.
     bool isNewFault(const char *message);
 
 private:
+    TreeItem *top();
+    const TreeItem *top() const { return const_cast<TreeItem *>(this)->top(); }
     bool isSwitchedOn(VisibilityPass &pass);
+    void read(const std::function<void()> &access);
     GenApi::INode *availabilityNode();
     void write(int column, const QVariant &value, QVariant &old);
     void logNewFault(const char *message);
 
     QList<TreeItem *> m_childItems; ///< owned
     QVector<QVariant> m_itemData;
+    Cell m_cell;
+    bool m_isUnread = false;
     TreeItem *m_parentItem; ///< null for the header item
     GenApi::CPointer<GenApi::INode> m_feature; ///< owned by the node map
     QString m_featureName;
     std::optional<GenApi::INode *> m_availability; ///< what pIsAvailable names, once looked up; owned by the node map
     QSet<QByteArray> m_reportedFaults; ///< used in the header item only
+    QPointer<DeviceReading> m_reading; ///< used in the header item only
 };

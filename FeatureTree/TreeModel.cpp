@@ -9,6 +9,7 @@
 #include "FeatureTree/TreeBuilder.h"
 #include "FeatureTree/TreeItem.h"
 #include "Features/NodeGuard.h"
+#include "PanelBase/DeviceReading.h"
 #include "PanelBase/HostCall.h"
 
 namespace {
@@ -48,6 +49,28 @@ void TreeModel::setupModelData(const GenApi::node_vector &nodes, TreeItem *paren
     buildTree(nodes, *parent);
 }
 
+void TreeModel::setReading(DeviceReading *reading)
+{
+    m_rootItem->setReading(reading);
+}
+
+void TreeModel::readRow(const QModelIndex &index)
+{
+    TreeItem *item = getItem(index);
+    if (dataDisabled || !item->GetFeaturePtr())
+        return;
+    const bool isEditable = canBeEdited(item->GetFeaturePtr());
+    item->setCell({item->data(ValueColumn), isEditable});
+}
+
+bool TreeModel::isEditable(TreeItem *item) const
+{
+    const DeviceReading *const reading = m_rootItem->reading();
+    if (reading && reading->isSilent())
+        return false;
+    return showsReadCells ? item->cell().isEditable : canBeEdited(item->GetFeaturePtr());
+}
+
 void TreeModel::setFeatureLanguage(int index)
 {
     m_language = index;
@@ -63,20 +86,22 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
     TreeItem *item = getItem(index);
     if (dataDisabled)
         return item->storedData(index.column());
-    GenApi::INode *node = item->GetFeaturePtr();
-    if (node && index.column() == ValueColumn && !isValueShown(node))
+    const bool isValue = index.column() == ValueColumn && item->GetFeaturePtr();
+    if (isValue && !isEditable(item))
         return {};
-    const QVariant value = item->data(index.column());
+    const QVariant value = isValue && showsReadCells ? item->cell().value : item->data(index.column());
     if (m_language != 1)
         return value;
     const auto translation = m_translations.constFind(value.toString());
     return translation == m_translations.constEnd() ? value : QVariant(translation.value());
 }
 
-bool TreeModel::isValueShown(GenApi::INode *node) const
+bool TreeModel::canBeEdited(GenApi::INode *node) const
 {
-    bool isShown = false;
-    guardNode([&] { isShown = node->IsFeature() && FeatureKinds::isWritable(node); },
+    bool isEditable = false;
+    const auto ask = [&] { isEditable = node->IsFeature() && FeatureKinds::isWritable(node); };
+    DeviceReading *const reading = m_rootItem->reading();
+    guardNode([&] { reading ? reading->read(node, ask) : ask(); },
               [this](const GenICam::GenericException &error) {
                   if (m_rootItem->isNewFault(error.GetDescription()))
                       warnNodeError(error);
@@ -85,7 +110,7 @@ bool TreeModel::isValueShown(GenApi::INode *node) const
                   if (m_rootItem->isNewFault(message))
                       logToHost("TreeModel", message);
               });
-    return isShown;
+    return isEditable;
 }
 
 bool TreeModel::setData(const QModelIndex &index, const QVariant &value, int role)

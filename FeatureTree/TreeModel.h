@@ -10,6 +10,7 @@
 
 #include <GenApi/GenApi.h>
 
+class DeviceReading;
 class TreeItem;
 
 /// The features of one device as a tree with two columns, name and value. Rows nest under categories: a category's
@@ -25,6 +26,8 @@ public:
     TreeModel(const QStringList &headers, const GenApi::node_vector &nodes, QObject *parent = nullptr);
     ~TreeModel() override;
 
+    /// How the device is read, to be set before rows are added; null: at once, however long it takes.
+    void setReading(DeviceReading *reading);
     /// Adds the rows of a device: `nodes` are all nodes of its map, which must outlive the use of the model (until
     /// dataDisabled is set). Null nodes are skipped. `filter` is not used.
     void AddModelData(const GenApi::node_vector &nodes, const QString &filter);
@@ -53,11 +56,18 @@ public:
     /// The header item for an invalid index. Never null.
     TreeItem *getItem(const QModelIndex &index) const;
 
+    /// Reads what the value cell of a row shows, each register once: the value, and whether it can be edited.
+    void readRow(const QModelIndex &index);
+    /// Whether the value of a row can be edited: now, or while the cells are shown as read when they were read last.
+    bool isEditable(TreeItem *item) const;
+
+    /// While true, cells are shown as readRow() has read them and no node is touched. For painting.
+    bool showsReadCells = false;
     /// Set when the device is closed: from then on only stored cells are shown and no node is touched.
     bool dataDisabled = false;
 
 private:
-    bool isValueShown(GenApi::INode *node) const;
+    bool canBeEdited(GenApi::INode *node) const;
 
     std::unique_ptr<TreeItem> m_rootItem; ///< the header row
     QHash<QString, QString> m_translations; ///< English text, translated text

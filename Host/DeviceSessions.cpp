@@ -10,13 +10,13 @@
 
 namespace {
 
-constexpr int MostOpenings = 16; ///< devices that are reached at the same time
-
 /// Why a device cannot be opened now; empty when it can.
-QString obstacle(const KnownDevices &devices, const QString &id)
+QString obstacle(const KnownDevices &devices, const Openings &openings, const QString &id)
 {
     if (!devices.device(id))
         return QStringLiteral("it is not known");
+    if (openings.isCancelled(id))
+        return QStringLiteral("it is still being given up, try again");
     if (devices.isOpening(id))
         return QStringLiteral("it is already being opened");
     if (devices.state(id) == KnownDevices::State::Closing)
@@ -32,7 +32,7 @@ DeviceSessions::DeviceSessions(KnownDevices &devices, HostFocus &focus, HostList
     m_announcer = std::make_unique<DeviceAnnouncer>([&listeners](const QStringList &cards, const QStringList &cameras) {
         listeners.raiseDeviceList(cards, cameras);
     });
-    m_openings.setMaxThreadCount(MostOpenings);
+    connect(&m_openings, &Openings::ended, this, &DeviceSessions::finishOpening);
     connect(m_announcer.get(), &DeviceAnnouncer::announced, this, &DeviceSessions::adoptAnnounced);
     connect(&m_devices, &KnownDevices::acquiringChanged, this, &DeviceSessions::adoptAcquiring);
     connect(&m_devices, &KnownDevices::lost, this, &DeviceSessions::adoptLoss);
@@ -42,7 +42,7 @@ bool DeviceSessions::open(const QString &id)
 {
     if (m_devices.isReady(id))
         return true;
-    QString error = obstacle(m_devices, id);
+    QString error = obstacle(m_devices, m_openings, id);
     const bool isTried = error.isEmpty();
     const bool isOpen = isTried && m_devices.device(id)->open(&error);
     if (!isOpen)
@@ -59,29 +59,31 @@ bool DeviceSessions::open(const QString &id)
 
 void DeviceSessions::openLater(const QString &id)
 {
-    if (m_devices.isReady(id) || !obstacle(m_devices, id).isEmpty()) {
+    if (m_devices.isReady(id) || !obstacle(m_devices, m_openings, id).isEmpty()) {
         open(id); // which says what is wrong
         return;
     }
     m_devices.setState(id, KnownDevices::State::Opening);
-    m_openings.start([this, id, device = m_devices.device(id)] {
-        device->reach();
-        QMetaObject::invokeMethod(
-            this, [this, id] { finishOpening(id); }, Qt::QueuedConnection);
-    });
+    m_openings.start(id, *m_devices.device(id));
     Q_EMIT stateChanged(id);
 }
 
-void DeviceSessions::finishOpening(const QString &id)
+void DeviceSessions::finishOpening(const QString &id, bool cancelled)
 {
     if (!m_announcer) // the end, which still handles events
         return;
     m_devices.setState(id, KnownDevices::State::Closed);
-    open(id);
+    if (!cancelled) {
+        open(id);
+        return;
+    }
+    m_devices.device(id)->close();
+    Q_EMIT stateChanged(id);
 }
 
 void DeviceSessions::close(const QString &id)
 {
+    m_openings.cancel(id);
     if (!m_devices.isReady(id))
         return;
     m_devices.setState(id, KnownDevices::State::Closing);
@@ -95,6 +97,7 @@ void DeviceSessions::adoptLoss(const QString &id, const QString &reason)
     if (!m_devices.isReady(id))
         return;
     m_log.add(HostModule, QStringLiteral("Device %1 is lost: %2").arg(id, reason));
+    Q_EMIT lost(id);
     close(id);
 }
 
@@ -166,7 +169,7 @@ void DeviceSessions::finishClosing(const QString &id)
 
 void DeviceSessions::end()
 {
-    m_openings.waitForDone();
+    m_openings.end();
     m_announcer->disconnect(this); // what it still serves must find nothing to announce
     m_devices.silence();
     m_announcer.reset();

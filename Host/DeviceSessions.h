@@ -6,9 +6,9 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QThreadPool>
 
 #include "Host/DeviceAnnouncer.h"
+#include "Host/Openings.h"
 
 class HostFocus;
 class HostListeners;
@@ -31,14 +31,17 @@ public:
     /// The same, without making the caller wait for the device to be reached. Its state changes when that begins and
     /// when it has ended, one way or the other.
     void openLater(const QString &id);
-    /// Announces the device as closed and releases it when the event loop has removed its panel. A device that is not
-    /// open, or still being opened, stays as it is.
+    /// Announces the device as closed and releases it when the event loop has removed its panel. A device that is
+    /// still being opened is given up, without an error; one that is not open stays as it is.
     void close(const QString &id);
     /// False on failure, which is logged.
     bool startAcquisition(const QString &id);
     void stopAcquisition(const QString &id);
     /// Panels have still to adopt what became of devices; until then one may stand in for another.
     bool isAnnouncing() const { return m_announcer && !m_announcer->isIdle(); }
+
+    /// How far the devices are that are being opened.
+    const Openings &openings() const { return m_openings; }
 
     /// For the end of the host. Waits for devices that are being reached, which takes seconds for a dead one, and for
     /// the panels.
@@ -47,11 +50,13 @@ public:
 Q_SIGNALS:
     /// A device is being opened or could not be, was opened, closed or lost, or started or stopped acquiring.
     void stateChanged(const QString &id);
+    /// A device that was in use is lost; it is closed right after this.
+    void lost(const QString &id);
     /// The panels know that the device is closed; their end and then its own are due.
     void releasing(const QString &id);
 
 private:
-    void finishOpening(const QString &id);
+    void finishOpening(const QString &id, bool cancelled);
     void adoptAcquiring(const QString &id);
     void adoptLoss(const QString &id, const QString &reason);
     void adoptAnnounced();
@@ -65,6 +70,6 @@ private:
     HostFocus &m_focus;
     HostLog &m_log;
     std::unique_ptr<DeviceAnnouncer> m_announcer; ///< null in the end
-    QThreadPool m_openings;
+    Openings m_openings;
     QStringList m_closings; ///< announced as closed, not seen by every panel yet
 };

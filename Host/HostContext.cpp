@@ -26,7 +26,9 @@ std::unique_ptr<QSettings> makeSettings(const QString &file)
 HostContext::HostContext(Options options, QObject *parent)
     : QObject(parent), m_settings(makeSettings(options.settingsFile)), m_devices(std::move(options.finder), m_log),
       m_focus(m_devices, m_listeners, m_log), m_sessions(m_devices, m_focus, m_listeners, m_log),
-      m_infoItems(m_devices, *m_settings), m_values(m_devices, m_log),
+      m_silentDevices(m_devices, m_sessions),
+      m_deviceReturn(m_devices, m_sessions, *m_settings, std::move(options.clock)),
+      m_automaticSearch(m_devices, *m_settings), m_infoItems(m_devices, *m_settings), m_values(m_devices, m_log),
       m_panelRegions(m_devices, m_values, m_regions, m_log), m_profilerRegions(m_devices, m_values, m_regions, m_log),
       m_profilerHeights(m_devices, m_sessions, m_values, m_log),
       m_automaticRange(m_devices, m_sessions, m_infoItems, m_listeners), m_showModes(m_devices, m_sessions, m_log)
@@ -37,6 +39,7 @@ HostContext::HostContext(Options options, QObject *parent)
 
 void HostContext::connectParts()
 {
+    connect(&m_deviceReturn, &DeviceReturn::awaitingChanged, &m_automaticSearch, &AutomaticSearch::setHurried);
     connect(&m_sessions, &DeviceSessions::releasing, &m_regions, &ImageRegions::removeAll);
     connect(&m_values, &DeviceValues::userSetLoaded, &m_profilerRegions, &ProfilerRegions::showDevice);
     connect(&m_devices, &KnownDevices::restarted, this, [this](const QString &id) {

@@ -9,6 +9,8 @@
 #include <QString>
 
 #include "Host/AutomaticRange.h"
+#include "Host/AutomaticSearch.h"
+#include "Host/DeviceReturn.h"
 #include "Host/DeviceSessions.h"
 #include "Host/DeviceValues.h"
 #include "Host/HostFocus.h"
@@ -21,6 +23,7 @@
 #include "Host/ProfilerHeights.h"
 #include "Host/ProfilerRegions.h"
 #include "Host/ShowModes.h"
+#include "Host/SilentDevices.h"
 
 /// The host behind HostCore: it owns the parts, joins them and hands them out. A part knows those it needs, never this.
 ///
@@ -37,6 +40,8 @@ public:
         QString settingsFile;
         /// Finds devices for KnownDevices::refresh(); empty: only devices given to KnownDevices::add() exist.
         DeviceFinder finder;
+        /// For waits between tries.
+        DeviceReturn::Clock clock = OncePerMinute::steadyTime;
     };
 
     explicit HostContext(Options options, QObject *parent = nullptr);
@@ -55,6 +60,9 @@ public:
 
     KnownDevices &devices() { return m_devices; }
     DeviceSessions &sessions() { return m_sessions; }
+    AutomaticSearch &automaticSearch() { return m_automaticSearch; }
+    SilentDevices &silentDevices() { return m_silentDevices; }
+    DeviceReturn &deviceReturn() { return m_deviceReturn; }
     HostFocus &focus() { return m_focus; }
     InfoItems &infoItems() { return m_infoItems; }
     DeviceValues &values() { return m_values; }
@@ -81,6 +89,9 @@ private:
     KnownDevices m_devices;
     HostFocus m_focus;
     DeviceSessions m_sessions;
+    SilentDevices m_silentDevices;
+    DeviceReturn m_deviceReturn;
+    AutomaticSearch m_automaticSearch;
     InfoItems m_infoItems;
     DeviceValues m_values;
     ImageRegions m_regions;

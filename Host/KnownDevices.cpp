@@ -104,6 +104,14 @@ void KnownDevices::connectDevice(Device *device)
         if (isReady(id))
             Q_EMIT restarted(id);
     });
+    connect(device, &Device::framesCounted, this, [this, id] {
+        if (isReady(id))
+            Q_EMIT framesCounted(id);
+    });
+    connect(device, &Device::answeringChanged, this, [this, id](bool answering) {
+        if (isReady(id))
+            Q_EMIT answeringChanged(id, answering);
+    });
     connect(device, &Device::acquiringChanged, this, [this, id] { Q_EMIT acquiringChanged(id); });
     connect(device, &Device::lost, this, [this, id](const QString &reason) { Q_EMIT lost(id, reason); });
     const QString reporter = QLatin1String(device->metaObject()->className());
@@ -115,36 +123,78 @@ void KnownDevices::connectDevice(Device *device)
 void KnownDevices::refresh()
 {
     m_discovery->search();
+    m_isSearchWanted = m_discovery->isSearching();
     Q_EMIT refreshingChanged(isRefreshing());
 }
 
 bool KnownDevices::isRefreshing() const
 {
-    return m_discovery->isSearching();
+    return m_isSearchWanted;
+}
+
+void KnownDevices::searchQuietly()
+{
+    if (!m_discovery)
+        return;
+    m_discovery->search();
+    if (!m_discovery->isSearching()) // there is nothing to search with
+        tellPresent({});
 }
 
 void KnownDevices::adoptFound(const std::vector<FoundDevice> &found)
+{
+    std::vector<Entry> gone; // kept until everybody has heard of the new list
+    const bool changed = takeOver(found, &gone);
+    if (std::exchange(m_isSearchWanted, false))
+        Q_EMIT refreshingChanged(false);
+    if (changed)
+        Q_EMIT listChanged();
+    tellPresent(found);
+}
+
+bool KnownDevices::takeOver(const std::vector<FoundDevice> &found, std::vector<Entry> *gone)
 {
     const auto isFound = [&found](const QString &id) {
         return std::any_of(found.begin(), found.end(), [&id](const FoundDevice &one) { return one.id == id; });
     };
     const auto vanished = [&isFound](const Entry &one) {
-        return one.discovered && one.state != State::Opening && !one.device->isOpen() && !isFound(one.device->id());
+        const bool isInUse = one.kept || one.state == State::Opening || one.device->isOpen();
+        return one.discovered && !isInUse && !isFound(one.device->id());
     };
     const auto firstGone = std::stable_partition(m_entries.begin(), m_entries.end(), std::not_fn(vanished));
-    bool changed = firstGone != m_entries.end();
-    // Kept until everybody has heard of the new list.
-    std::vector<Entry> gone(std::make_move_iterator(firstGone), std::make_move_iterator(m_entries.end()));
+    gone->assign(std::make_move_iterator(firstGone), std::make_move_iterator(m_entries.end()));
     m_entries.erase(firstGone, m_entries.end());
+    bool changed = !gone->empty();
     for (const FoundDevice &one : found) {
         if (entry(one.id))
             continue;
         append(one.create(), true);
         changed = true;
     }
-    Q_EMIT refreshingChanged(false);
-    if (changed)
-        Q_EMIT listChanged();
+    return changed;
+}
+
+void KnownDevices::tellPresent(const std::vector<FoundDevice> &found)
+{
+    QStringList present;
+    for (const FoundDevice &one : found)
+        present += one.id;
+    for (const Entry &one : m_entries) {
+        if (!one.discovered && one.device->isPresent())
+            present += one.device->id();
+    }
+    Q_EMIT searched(present);
+}
+
+void KnownDevices::keep(const QString &id, bool kept)
+{
+    entry(id)->kept = kept;
+}
+
+bool KnownDevices::isAnyOpening() const
+{
+    return std::any_of(m_entries.begin(), m_entries.end(),
+                       [](const Entry &one) { return one.state == State::Opening; });
 }
 
 void KnownDevices::setState(const QString &id, State state)

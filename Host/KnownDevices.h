@@ -40,6 +40,7 @@ public:
     State state(const QString &id) const;
     bool isReady(const QString &id) const { return state(id) == State::Ready; }
     bool isOpening(const QString &id) const { return state(id) == State::Opening; }
+    bool isAnyOpening() const;
     /// Why the device could not be opened the last time; empty after a success and before the first try.
     QString openingError(const QString &id) const;
     /// The ids of the devices of a kind that are ready, `first` before all others even if it is not.
@@ -52,10 +53,15 @@ public:
     /// Closed devices that are no longer found are forgotten; added devices stay.
     void refresh();
     bool isRefreshing() const;
+    /// The same for a search that nobody has asked for: refreshingChanged() does not tell of it.
+    void searchQuietly();
 
     /// For DeviceSessions, which tells of it. Of a known device.
     void setState(const QString &id, State state);
     void setOpeningError(const QString &id, const QString &reason);
+
+    /// For DeviceReturn: the device, which must be known, stays known even where a search does not find it.
+    void keep(const QString &id, bool kept);
 
     /// For the end of the host. Waits for a running search.
     void endSearch();
@@ -65,14 +71,20 @@ public:
 Q_SIGNALS:
     /// Devices became known or were forgotten. A Device pointer obtained before may be gone.
     void listChanged();
-    /// A search started or ended.
+    /// A search that somebody asked for started or ended.
     void refreshingChanged(bool refreshing);
+    /// Any search has ended; `present` are the ids of all devices that are there now.
+    void searched(const QStringList &present);
 
     /// A frame of a device that is ready, on the GUI thread.
     void frameReady(const QString &id, const QImage &frame);
     /// The heights of the frame that the frameReady() right after this shows; only laser profilers and
     /// structured-light cameras send them.
     void heightReady(const QString &id, const HeightFrame &frame);
+    /// A device that is ready has other faulty frames than before (Device::frameCounts()).
+    void framesCounted(const QString &id);
+    /// A device that is ready has fallen silent, or answers again.
+    void answeringChanged(const QString &id, bool answering);
     /// A device that is ready has started anew, with other values than before.
     void restarted(const QString &id);
     /// For DeviceSessions. The device may be closed.
@@ -84,6 +96,7 @@ private:
     {
         std::unique_ptr<Device> device;
         bool discovered = false;
+        bool kept = false; ///< whether it is found or not
         State state = State::Closed;
         QString openingError;
     };
@@ -93,8 +106,12 @@ private:
     void append(std::unique_ptr<Device> device, bool discovered);
     void connectDevice(Device *device);
     void adoptFound(const std::vector<FoundDevice> &found);
+    /// True when something became known or was forgotten, which is left in `gone`.
+    bool takeOver(const std::vector<FoundDevice> &found, std::vector<Entry> *gone);
+    void tellPresent(const std::vector<FoundDevice> &found);
 
     HostLog &m_log;
     std::vector<Entry> m_entries;
-    std::unique_ptr<DeviceDiscovery> m_discovery;
+    std::unique_ptr<DeviceDiscovery> m_discovery; ///< null in the end
+    bool m_isSearchWanted = false; ///< somebody has asked for the search that is running
 };

@@ -99,6 +99,7 @@ void AttributeTab::build(GenApi::INodeMap *nodeMap)
     const QStringList headers = {QCoreApplication::translate("ParamterWidget", "Feature"),
                                  QCoreApplication::translate("ParamterWidget", "Value")};
     auto model = std::make_unique<TreeModel>(headers, nodes);
+    model->setReading(m_context.reading.get());
     model->AddModelData(nodes, QString());
 
     FeatureTreeView *const view = m_form.widget_featrue;
@@ -120,6 +121,7 @@ void AttributeTab::filter(bool searching)
     if (!m_model || m_context.disabled || !m_context.nodeMap())
         return;
     if (searching) {
+        m_form.widget_featrue->holdPasses();
         if (isFolded())
             m_form.toolButton->click();
         m_form.widget_featrue->expandAll();

@@ -29,9 +29,9 @@ void DescriptionPane::placeIn(CToolPage *page)
     m_text->setAccessibleName(title());
 }
 
-void DescriptionPane::describe(GenApi::INode *feature)
+void DescriptionPane::describe(GenApi::INode *feature, DeviceReading *reading)
 {
-    m_text->setText(featureDescription(feature));
+    m_text->setText(featureDescription(feature, reading));
     m_row = nullptr;
 }
 

@@ -4,6 +4,7 @@
 #include <GenApi/GenApi.h>
 
 class CToolPage;
+class DeviceReading;
 class QTextBrowser;
 class QWidget;
 class ToolPageWidgetItem;
@@ -18,7 +19,8 @@ public:
 
     /// Shows the pane under its title in `page`, which must outlive it.
     void placeIn(CToolPage *page);
-    void describe(GenApi::INode *feature);
+    /// `reading` tells how the device is read, null: at once.
+    void describe(GenApi::INode *feature, DeviceReading *reading);
     /// The row must outlive the pane; for null the text stays as it is.
     void describe(const ToolPageWidgetItem *row);
     /// Sets the texts in the application's language, but for those of a feature; 0 for English.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/FeatureDescription.h"
 
+#include "PanelBase/DeviceReading.h"
 #include "PanelBase/Guarded.h"
 
 namespace {
@@ -107,12 +108,16 @@ void appendValueRange(QString &html, GenApi::INode *node)
 
 } // namespace
 
-QString featureDescription(GenApi::INode *node)
+QString featureDescription(GenApi::INode *node, DeviceReading *reading)
 {
     QString html;
     errorOf([&] {
         appendHead(html, node);
-        appendValueRange(html, node);
+        const auto append = [&] { appendValueRange(html, node); };
+        if (!reading)
+            append();
+        else if (!reading->isSilent())
+            reading->read(node, append);
     });
     return html;
 }

@@ -25,8 +25,13 @@ std::optional<double> number(const PanelContext &context, const QString &name, c
 
 QString HostValues::readNode(const PanelContext &context, const char *feature, const QString &otherwise)
 {
+    if (context.reading->isSilent())
+        return otherwise;
     std::string value = otherwise.toStdString();
-    const bool isRead = callHost<HostCore::GetCameraNodeValue>(Module, context.deviceKey(), feature, value) == 0;
+    bool isRead = false;
+    context.reading->read(nullptr, [&] {
+        isRead = callHost<HostCore::GetCameraNodeValue>(Module, context.deviceKey(), feature, value) == 0;
+    });
     return isRead ? QString::fromStdString(value) : otherwise;
 }
 
@@ -38,8 +43,9 @@ std::optional<QString> HostValues::knownText(const PanelContext &context, const 
 
 bool HostValues::writeNode(PanelContext &context, const char *feature, const QString &value)
 {
-    const int result =
-        callHost<HostCore::SetCameraNodeValue>(Module, context.deviceKey(), feature, value.toStdString());
+    const int result = context.reading->writeByName([&] {
+        return callHost<HostCore::SetCameraNodeValue>(Module, context.deviceKey(), feature, value.toStdString());
+    });
     context.written();
     return result == 0;
 }

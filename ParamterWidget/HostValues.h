@@ -13,11 +13,11 @@ struct PanelContext;
 /// an exception of the host is logged, and leaves a value unread or unwritten.
 namespace HostValues {
 
-/// The device's text of a feature; `otherwise` when the host cannot read it.
+/// The device's text of a feature; `otherwise` when the host cannot read it or the device does not answer.
 QString readNode(const PanelContext &context, const char *feature, const QString &otherwise = {});
 /// The same, or nothing when the host cannot read it or gives an empty text: a control stays as it is then.
 std::optional<QString> knownText(const PanelContext &context, const char *feature);
-/// False when the host refuses, which it reports by itself, or throws.
+/// False when the host refuses, which it reports by itself, or throws, or the device does not answer.
 bool writeNode(PanelContext &context, const char *feature, const QString &value);
 
 QString readSetting(const PanelContext &context, HostCore::CAM_INFO item);

@@ -13,6 +13,7 @@
 
 #include <GenApi/GenApi.h>
 
+#include "PanelBase/DeviceReading.h"
 #include "PanelBase/Guarded.h"
 #include "ParamterWidget/pages/RowSpec.h"
 
@@ -41,6 +42,9 @@ struct PanelContext
     QVector<ToolPageWidgetItem *> rows; ///< of the curated pages, in the order of building
     std::map<RowId, PlacedRow> placedRows; ///< the rows among them that have an id
     QVector<ToolPageWidgetItem *> liveRows; ///< rows that keep showing the device while the first page is in view
+
+    /// How the device is read; never null.
+    std::unique_ptr<DeviceReading> reading = std::make_unique<DeviceReading>();
 
     /// To be called after features were written or commands executed beside the feature tree, which shows them then.
     std::function<void()> written = [] {};

@@ -124,6 +124,18 @@ void ParamterWidget::connectControls()
         connect(coordinate, qOverload<int>(&QSpinBox::valueChanged), this,
                 &ParamterWidget::onDrawParametersButtonClicked);
 
+    connect(m_context.reading.get(), &DeviceReading::silenced, this, [this] {
+        m_ui->widget_featrue->showSilence();
+        for (ToolPageWidgetItem *row : std::as_const(m_context.rows))
+            row->showSilence();
+    });
+    connect(m_context.reading.get(), &DeviceReading::revived, this, [this] {
+        for (ToolPageWidgetItem *row : std::as_const(m_context.rows))
+            row->updateWidget(false);
+        m_context.written();
+        showDevice(true);
+    });
+
     connect(&m_liveRefreshTimer, &QTimer::timeout, this, &ParamterWidget::onRealUpdateTimerTimeout);
     for (QTabWidget *tabs : {m_ui->tabMainWidget, static_cast<QTabWidget *>(m_ui->tabWidget)})
         connect(tabs, &QTabWidget::currentChanged, this, &ParamterWidget::onTabWidgetIndexChanged);
@@ -138,6 +150,7 @@ void ParamterWidget::setPageSet(PageSet pageSet)
 void ParamterWidget::initUI(QString device)
 {
     m_context.deviceName = device;
+    m_context.reading->setDeviceName(device);
     m_ui->widget_featrue->deviceName = device;
     if (m_context.card)
         setPageSet(PageSet::AreaScan);
@@ -225,6 +238,7 @@ void ParamterWidget::setAllDetailWidgetVisiable(bool visible)
 void ParamterWidget::setParamterViewDisable()
 {
     m_context.disabled = true;
+    m_context.reading->stop();
     m_attributeTab->disable();
     m_liveRefreshTimer.stop();
     m_softTrigger->timer()->stop();
@@ -235,6 +249,7 @@ void ParamterWidget::setParamterViewDisable()
 
 void ParamterWidget::updateWidget(bool afterImport)
 {
+    m_context.reading->retry();
     m_context.written();
     guarded(Module, [this] { m_context.refreshPages(); });
     showDevice(afterImport);
@@ -308,7 +323,7 @@ void ParamterWidget::onSigSelectItemClick(QModelIndex index)
 {
     guarded(Module, [&] {
         if (GenApi::INode *const feature = m_attributeTab->featureAt(index))
-            m_description->describe(feature);
+            m_description->describe(feature, m_context.reading.get());
     });
 }
 

@@ -82,8 +82,7 @@ void RoiDrawing::pairRows()
         if (!rows.camera || !rows.drawn)
             continue;
         rows.drawn->setWidgetItemVisible(false);
-        if (!rows.camera->isHidden())
-            m_rowPairs.append(rows);
+        m_rowPairs.append(rows);
     }
 }
 
@@ -151,7 +150,7 @@ void RoiDrawing::showDrawingRows(bool drawing)
 {
     for (const RowPair &rows : m_rowPairs) {
         rows.camera->setWidgetItemVisible(!drawing);
-        rows.drawn->setWidgetItemVisible(drawing);
+        rows.drawn->setWidgetItemVisible(drawing && rows.camera->isAvailable());
     }
 }
 

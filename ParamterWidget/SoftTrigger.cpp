@@ -38,5 +38,8 @@ void SoftTrigger::apply(const SwitchButton *switchButton)
 
 void SoftTrigger::fire()
 {
-    callHost<HostCore::SetCameraNodeValue>("SoftTrigger", m_context.deviceKey(), "TriggerSoftware", std::string());
+    m_context.reading->writeByName([this] {
+        return callHost<HostCore::SetCameraNodeValue>("SoftTrigger", m_context.deviceKey(), "TriggerSoftware",
+                                                      std::string());
+    });
 }

@@ -216,6 +216,8 @@ void ParameterWidgetManager::openPanel(ParamterWidget *panel, const QString &dev
     panel->setPanelWidgetVisiable(m_panelVisible);
     panel->setAllDetailWidgetVisiable(m_detailVisible);
     panel->initUI(device);
+    if (const QWidget *const window = parentWidget())
+        guarded(Module, [&] { m_keptPlaces.giveBack(*window, device, *panel); });
     panel->retranslate(m_language);
 }
 
@@ -224,6 +226,8 @@ void ParameterWidgetManager::closePanel(const QString &device, PanelMap &panels)
     ParamterWidget *const panel = takeLocked(device, panels);
     if (!panel)
         return;
+    if (const QWidget *const window = parentWidget())
+        guarded(Module, [&] { m_keptPlaces.keep(*window, device, *panel); });
     panel->setParamterViewDisable();
     if (m_currentPanel == panel)
         m_currentPanel = nullptr;

@@ -13,6 +13,7 @@
 #include <QWidget>
 
 #include "ParamterWnd/HostCore.h"
+#include "ParamterWnd/KeptPlaces.h"
 
 class HostLink;
 class ParamterWidget;
@@ -79,6 +80,7 @@ private:
     ParamterWidget *m_currentPanel = nullptr; ///< null after the shown panel was removed
     PanelMap m_cameraPanels;
     PanelMap m_cardPanels;
+    KeptPlaces m_keptPlaces;
     QMutex m_mutex; ///< guards the panel maps; never held across a call of the host
     bool m_panelVisible = true;
     bool m_detailVisible = true;

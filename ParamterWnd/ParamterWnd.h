@@ -18,6 +18,10 @@ struct WindowForm;
 /// of laser profilers or of structured-light cameras instead; a code in both lists counts in the first. They count for
 /// panels that are opened after they were set.
 ///
+/// The dynamic property "returningDevices", a list of strings, names devices that were lost and are expected back, or
+/// are back: where a person was in the panel of one when it was removed, the next panel of that device is, too. Other
+/// new panels start at the first tab with all groups unfolded.
+///
 /// It has light colours of its own, whatever the palette of the application.
 ///
 /// GUI thread only. No exception leaves its functions.

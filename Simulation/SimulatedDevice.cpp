@@ -44,6 +44,11 @@ SimulatedDevice::SimulatedDevice(const SimulatedModel &deviceModel, QObject *par
 {
     connect(m_firmware.get(), &Firmware::acquisitionChanged, this, &SimulatedDevice::onAcquisitionChanged,
             Qt::QueuedConnection);
+    connect(&m_tally, &FrameTally::changed, this, &Device::framesCounted);
+    const auto report = [this](const QString &line) {
+        Q_EMIT reported(QStringLiteral("%1: %2").arg(m_model.name, line));
+    };
+    connect(&m_tally, &FrameTally::reported, this, report);
     const auto forgetValues = [this] {
         if (!m_nodes)
             return;
@@ -81,16 +86,26 @@ void SimulatedDevice::startRunning()
     connect(m_firmware.get(), &Firmware::acquisitionChanged, m_source, &FrameSource::setAcquiring,
             Qt::QueuedConnection);
     connect(m_firmware.get(), &Firmware::triggered, m_source, &FrameSource::trigger, Qt::QueuedConnection);
-    const auto deliver = [this, from = QPointer<FrameSource>(m_source)] {
+    const auto fetch = [this, from = QPointer<FrameSource>(m_source)] {
         if (!from) // the device was closed meanwhile
             return;
-        const SimulatedFrame frame = from->take();
-        if (frame.heights)
-            Q_EMIT heightReady(*frame.heights);
-        Q_EMIT frameReady(frame.image);
+        deliver(from->take());
     };
-    connect(m_source, &FrameSource::frameReady, this, deliver, Qt::QueuedConnection);
+    connect(m_source, &FrameSource::frameReady, this, fetch, Qt::QueuedConnection);
     m_thread.start();
+}
+
+void SimulatedDevice::deliver(SimulatedFrame frame)
+{
+    const FrameFaults::Passage passage = m_frameFaults.pass(frame);
+    m_tally.count(passage.fate);
+    if (!passage.payloadChange.isEmpty())
+        Q_EMIT reported(QStringLiteral("%1: %2: acquisition restarted").arg(m_model.name, passage.payloadChange));
+    if (passage.fate != FrameFate::Good)
+        return;
+    if (frame.heights)
+        Q_EMIT heightReady(*frame.heights);
+    Q_EMIT frameReady(frame.image);
 }
 
 void SimulatedDevice::close()
@@ -119,6 +134,8 @@ bool SimulatedDevice::startAcquisition(QString *error)
     }
     if (isAcquiring())
         return true;
+    m_frameFaults.begin();
+    m_tally.restart();
     return guarded(error, [this] {
         setParametersLocked(*nodeMap(), true);
         execute(*nodeMap(), "AcquisitionStart");
@@ -160,11 +177,20 @@ void SimulatedDevice::unlockParameters()
 
 void SimulatedDevice::setFault(Fault fault)
 {
+    const bool wasAnswering = m_port.fault() != Fault::Timeout;
     m_port.setFault(fault);
+    const bool isAnswering = fault != Fault::Timeout;
+    if (isOpen() && isAnswering != wasAnswering)
+        Q_EMIT answeringChanged(isAnswering);
     if (fault != Fault::Drop)
         return;
-    m_firmware->stopAcquisition();
     Q_EMIT lost(QStringLiteral("the link to the device is gone"));
+    m_firmware->stopAcquisition();
+}
+
+bool SimulatedDevice::isPresent() const
+{
+    return m_port.fault() == Fault::None || m_port.fault() == Fault::Refuse;
 }
 
 void SimulatedDevice::setLatency(std::chrono::milliseconds time)

@@ -9,8 +9,10 @@
 #include <QThread>
 
 #include "Devices/Device.h"
+#include "Devices/FrameTally.h"
 #include "Devices/LoadedNodeMap.h"
 #include "Simulation/Behaviour.h"
+#include "Simulation/FrameFaults.h"
 #include "Simulation/SimulatedPort.h"
 
 class Firmware;
@@ -51,13 +53,20 @@ public:
     void close() override;
     bool isOpen() const override { return m_nodes.has_value(); }
     GenApi::INodeMap *nodeMap() const override;
+    PortLoad portLoad() const override { return m_nodes ? m_nodes->load() : PortLoad(); }
 
     bool startAcquisition(QString *error) override;
     void stopAcquisition() override;
     bool isAcquiring() const override;
+    FrameCounts frameCounts() const override { return m_tally.counts(); }
+    bool isPresent() const override;
 
-    /// Makes the link fail from now on, for tests and demonstrations. Drop raises lost().
+    /// Makes the link fail from now on, for tests and demonstrations. Drop raises lost(),
+    /// Timeout and its end answeringChanged().
     void setFault(Fault fault);
+    Fault fault() const { return m_port.fault(); }
+    /// How bad the way of its frames is.
+    FrameFaults &frameFaults() { return m_frameFaults; }
     /// Time that every access to a register takes.
     void setLatency(std::chrono::milliseconds time);
     /// The device's inside, for tests. It lives as long as the device.
@@ -65,6 +74,7 @@ public:
 
 private:
     void startRunning();
+    void deliver(SimulatedFrame frame);
     void onAcquisitionChanged(bool acquiring);
     /// Ends the lock that the device's own end of an acquisition leaves behind.
     void unlockParameters();
@@ -73,6 +83,8 @@ private:
     const QByteArray m_description;
     std::unique_ptr<Firmware> m_firmware;
     SimulatedPort m_port;
+    FrameFaults m_frameFaults;
+    FrameTally m_tally;
     std::optional<LoadedNodeMap> m_nodes;
     QThread m_thread;
     FrameSource *m_source = nullptr; ///< lives on the thread while the device is open

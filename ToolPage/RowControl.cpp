@@ -115,6 +115,12 @@ void RowControl::showAccess(bool isRead, bool &available)
     m_editor->setEnabled(isEditable && !m_feature->hasReadFault());
 }
 
+void RowControl::showSilence()
+{
+    if (m_kind && !hasInput())
+        m_editor->setEnabled(false);
+}
+
 bool RowControl::takesLiveValue() const
 {
     const auto *field = dynamic_cast<const RealField *>(m_editor);
@@ -141,7 +147,7 @@ void RowControl::rollBack()
     if (!m_kind)
         return;
     m_kind->putBack(m_editor);
-    if (!m_kind->needsReadable)
+    if (!m_kind->needsReadable || m_feature->isSilent())
         return;
     guardNode([this] {
         GenApi::CValuePtr(m_feature->node())->ToString(false, true); // past the cache

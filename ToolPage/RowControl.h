@@ -36,6 +36,8 @@ public:
     /// device may change both by itself. `isRead`: the value was read, so an earlier fault is over. What could not be
     /// read stays disabled until it can.
     void showAccess(bool isRead, bool &available);
+    /// What the device had is shown gray, but for what is being typed.
+    void showSilence();
     /// Whether the editor can show a live value, and the user is not in it.
     bool takesLiveValue() const;
     void showLiveValue(const QString &text);

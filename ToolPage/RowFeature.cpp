@@ -36,10 +36,12 @@ bool RowFeature::guardRead(const std::function<void()> &read)
         if (fault == m_readFault)
             return;
         m_readFault = fault;
-        log(QStringLiteral("Read %1 failed, message = %2").arg(m_name.isEmpty() ? m_label : m_name, fault));
+        if (!isSilent())
+            log(QStringLiteral("Read %1 failed, message = %2").arg(m_name.isEmpty() ? m_label : m_name, fault));
     };
+    const auto access = [&] { m_reading ? m_reading->read(m_node, read) : read(); };
     return guardNode(
-        read, [&](const GenICam::GenericException &error) { report(error.GetDescription()); }, report);
+        access, [&](const GenICam::GenericException &error) { report(error.GetDescription()); }, report);
 }
 
 bool RowFeature::guardWrite(const std::function<void()> &write, const std::function<void()> &onRefused)
@@ -50,7 +52,8 @@ bool RowFeature::guardWrite(const std::function<void()> &write, const std::funct
         logRefusal(QString::fromUtf8(error.GetDescription()));
         onRefused();
     };
-    return guardNode(write, refused, [](const char *error) { log(QString::fromUtf8(error)); });
+    const auto access = [&] { m_reading ? m_reading->write(m_node, write) : write(); };
+    return guardNode(access, refused, [](const char *error) { log(QString::fromUtf8(error)); });
 }
 
 void RowFeature::logRefusal(const QString &reason) const

@@ -3,9 +3,12 @@
 
 #include <functional>
 
+#include <QPointer>
 #include <QString>
 
 #include <GenApi/GenApi.h>
+
+#include "PanelBase/DeviceReading.h"
 
 /// The feature of a row: guards what reads and writes it, and reports to the host's log what fails.
 class RowFeature
@@ -13,6 +16,11 @@ class RowFeature
 public:
     /// The module of the row's log lines.
     static constexpr const char *Module = "ToolPageWidgetItem";
+
+    /// How the device of the feature is read; null: at once, however long it takes.
+    void setReading(DeviceReading *reading) { m_reading = reading; }
+    DeviceReading *reading() const { return m_reading; }
+    bool isSilent() const { return m_reading && m_reading->isSilent(); }
 
     /// What log lines call the feature until its own name is known.
     void setLabel(const QString &label) { m_label = label; }
@@ -29,7 +37,8 @@ public:
     /// Empty until a node was identified.
     QString name() const { return m_name; }
 
-    /// Runs `read` and logs what it throws, once per cause; true when it ran to its end.
+    /// Runs `read` and logs what it throws, once per cause; true when it ran to its end. Of a silent device the reading
+    /// tells once for all rows.
     bool guardRead(const std::function<void()> &read);
     /// Whether the last fault of a read still holds.
     bool hasReadFault() const { return !m_readFault.isEmpty(); }
@@ -44,6 +53,7 @@ public:
 
 private:
     GenApi::INode *m_node = nullptr;
+    QPointer<DeviceReading> m_reading;
     QString m_name;
     QString m_label;
     QString m_readFault; ///< logged last; empty after a successful refresh

@@ -22,7 +22,7 @@ constexpr QColor PressedColor(191, 231, 213);
 
 ToolPageWidgetItem::ToolPageWidgetItem(QWidget *parent)
     : QWidget(parent), m_focus(new EditorFocus(this)), m_face(this, m_focus), m_control(this, &m_feature, &m_face),
-      m_writer(&m_feature, &m_control, m_focus), m_color(NormalColor)
+      m_writer(&m_feature, &m_control, m_focus), m_turn(this, [this] { refresh(); }), m_color(NormalColor)
 {
     connect(m_focus, &EditorFocus::gained, this, &ToolPageWidgetItem::itemFocused);
     connect(m_focus, &EditorFocus::editCancelled, this, [this] { updateWidget(false); });
@@ -35,6 +35,12 @@ ToolPageWidgetItem::~ToolPageWidgetItem()
         child->disconnect(this);
 }
 
+void ToolPageWidgetItem::setReading(DeviceReading *reading)
+{
+    m_feature.setReading(reading);
+    m_turn.setReading(reading);
+}
+
 void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList &descriptions, GenApi::INode *node,
                                      bool hideWhenUnavailable)
 {
@@ -43,7 +49,7 @@ void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList
     m_hideWhenUnavailable = hideWhenUnavailable;
     m_feature.bind(node);
     m_available = false;
-    if (!getParameterWidget(m_feature.node(), m_available))
+    if (!m_turn.isNow() || !getParameterWidget(m_feature.node(), m_available))
         m_control.setEditor(nullptr);
     if (m_hideWhenUnavailable && !m_available)
         hide();
@@ -101,22 +107,31 @@ QWidget *ToolPageWidgetItem::getCommandParamWidget(GenApi::INode *node, bool &av
 
 void ToolPageWidgetItem::updateWidget(bool live)
 {
-    if (live) {
+    if (live)
         showLiveValue();
-        return;
-    }
+    else if (m_feature.node())
+        m_turn.take();
+}
+
+void ToolPageWidgetItem::refresh()
+{
     getParameterWidget(m_feature.node(), m_available);
     hideUnlessAvailable();
 }
 
 void ToolPageWidgetItem::showLiveValue()
 {
-    if (!m_control.takesLiveValue())
+    DeviceReading *const reading = m_feature.reading();
+    if (!m_control.takesLiveValue() || (reading && !reading->hasTime()))
         return;
     std::string value;
-    const bool isRead = callHost<HostCore::GetCameraNodeValue>(RowFeature::Module, deviceName.toStdString(),
-                                                               m_feature.name().toStdString(), value)
-        == 0;
+    bool isRead = false;
+    const auto read = [&] {
+        isRead = callHost<HostCore::GetCameraNodeValue>(RowFeature::Module, deviceName.toStdString(),
+                                                        m_feature.name().toStdString(), value)
+            == 0;
+    };
+    reading ? reading->read(m_feature.node(), read) : read();
     if (m_feature.node()) {
         m_control.showAccess(isRead, m_available);
         hideUnlessAvailable();
@@ -154,8 +169,14 @@ void ToolPageWidgetItem::setWidgetItemVisible(bool visible)
 
 void ToolPageWidgetItem::releaseNode()
 {
+    m_turn.cancel();
     m_feature.release();
     m_control.setEnabled(false);
+}
+
+void ToolPageWidgetItem::showSilence()
+{
+    m_control.showSilence();
 }
 
 void ToolPageWidgetItem::setLanguage(int language)

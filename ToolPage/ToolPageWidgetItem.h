@@ -11,6 +11,7 @@
 #include "ToolPage/RowControl.h"
 #include "ToolPage/RowFace.h"
 #include "ToolPage/RowFeature.h"
+#include "ToolPage/RowTurn.h"
 #include "ToolPage/RowWriter.h"
 
 class EditorFocus;
@@ -31,9 +32,11 @@ public:
     explicit ToolPageWidgetItem(QWidget *parent = nullptr);
     ~ToolPageWidgetItem() override;
 
+    /// How the device is read that the row belongs to, to be set before the feature; null: at once.
+    void setReading(DeviceReading *reading);
     /// Binds the row to a feature; the node (may be null) must outlive the row's use. A node that is no
     /// feature, or an Invisible one, counts as none. With `hideWhenUnavailable` the row is hidden while
-    /// there is no readable feature with an editor. The label's text appears with setLanguage().
+    /// there is no readable feature with an editor, or none was read yet. The label's text appears with setLanguage().
     void setItemInfo(const QStringList &names, const QStringList &descriptions, GenApi::INode *node,
                      bool hideWhenUnavailable);
     /// Shows the caller's widget, which becomes a child, as editor; without one the row is only a label.
@@ -51,9 +54,11 @@ public:
     QWidget *getEnumParamWidget(GenApi::INode *node, bool &available);
     QWidget *getCommandParamWidget(GenApi::INode *node, bool &available);
 
-    /// Refreshes from the feature (false), or a float or enumeration editor from the host's live value (true)
-    /// unless the user is in it. Writes nothing.
+    /// Refreshes from the feature (false), at once or in its turn, or a float or enumeration editor from the host's
+    /// live value (true) unless the user is in it. Writes nothing.
     void updateWidget(bool live);
+    /// Whether the row has a feature that could be shown when it was asked last.
+    bool isAvailable() const { return m_available; }
     /// The caller's permission to edit; from the next refresh on, editors of features that are not writable
     /// are disabled whatever it says. Without an editor nothing changes.
     void setWidgetItemEnable(bool enable);
@@ -62,6 +67,8 @@ public:
     void setWidgetItemVisible(bool visible);
     /// Lets go of the feature for good: the row keeps what it shows, disabled, and asks the device nothing more.
     void releaseNode();
+    /// The device does not answer: the editor is disabled and keeps what it shows, and what is being typed.
+    void showSilence();
     void setLanguage(int language);
     /// Empty outside the list.
     QString getDescription(int language) const;
@@ -109,6 +116,7 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    void refresh();
     void showLiveValue();
     void hideUnlessAvailable();
     void showRow(bool visible);
@@ -118,6 +126,7 @@ private:
     RowFace m_face;
     RowControl m_control;
     RowWriter m_writer;
+    RowTurn m_turn;
     QStringList m_descriptions;
     QColor m_color; ///< of the background
     bool m_available = false; ///< when the feature could be asked last

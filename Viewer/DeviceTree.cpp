@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 
 #include "Devices/Device.h"
 #include "Host/HostContext.h"
@@ -46,6 +47,22 @@ constexpr StateSpec States[] = {
     {DeviceTree::State::Lost, QT_TRANSLATE_NOOP("DeviceTree", "Lost"), 0xffc8453b},
 };
 
+/// Shows the text colours of rows on the current row, too.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const QVariant colour = index.data(Qt::ForegroundRole);
+        if (colour.isValid())
+            option->palette.setBrush(QPalette::HighlightedText, colour.value<QBrush>());
+    }
+};
+
 int groupOf(const Device &device)
 {
     if (device.kind() == Device::Kind::Card)
@@ -69,11 +86,15 @@ DeviceTree::DeviceTree(HostContext &context, QWidget *parent) : QTreeWidget(pare
     setFrameShape(NoFrame);
     setIconSize({20, 20});
     setIndentation(12);
+    setItemDelegate(new RowDelegate(this));
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     connect(&m_context.devices(), &KnownDevices::listChanged, this, &DeviceTree::rebuild);
     connect(&m_context.sessions(), &DeviceSessions::stateChanged, this, &DeviceTree::adoptState);
+    connect(&m_context.sessions().openings(), &Openings::progressed, this, &DeviceTree::updateItem);
+    connect(&m_context.deviceReturn(), &DeviceReturn::changed, this, &DeviceTree::adoptState);
+    connect(&m_context.silentDevices(), &SilentDevices::changed, this, &DeviceTree::updateItem);
     connect(this, &QTreeWidget::currentItemChanged, this, &DeviceTree::announceCurrent);
     retranslate();
     rebuild();
@@ -84,7 +105,7 @@ DeviceTree::State DeviceTree::state(const QString &id) const
     const Device *device = m_context.devices().device(id);
     if (m_context.devices().isOpening(id))
         return State::Opening;
-    if (m_lost.contains(id))
+    if (m_context.deviceReturn().isLost(id))
         return State::Lost;
     if (!device || !m_context.devices().isReady(id))
         return State::Closed;
@@ -138,10 +159,8 @@ void DeviceTree::addRow(Device *device)
 {
     auto *item = new QTreeWidgetItem(groupItem(groupOf(*device)));
     item->setText(0, device->displayName());
-    item->setToolTip(0, QStringLiteral("%1\n%2").arg(device->displayName(), device->id()));
     item->setData(0, IdRole, device->id());
     m_items.insert(device->id(), item);
-    connect(device, &Device::lost, this, &DeviceTree::markLost, Qt::UniqueConnection);
     updateItem(device->id());
 }
 
@@ -167,18 +186,8 @@ QTreeWidgetItem *DeviceTree::groupItem(int group)
     return item;
 }
 
-void DeviceTree::markLost()
-{
-    const auto *device = qobject_cast<Device *>(sender());
-    m_lost.insert(device->id());
-    updateItem(device->id());
-    Q_EMIT stateChanged(device->id());
-}
-
 void DeviceTree::adoptState(const QString &id)
 {
-    if (m_context.devices().isReady(id))
-        m_lost.remove(id);
     updateItem(id);
     Q_EMIT stateChanged(id);
 }
@@ -190,9 +199,38 @@ void DeviceTree::updateItem(const QString &id)
     if (!item || !device)
         return;
     const StateSpec &spec = States[int(state(id))];
+    const bool isSilent = m_context.silentDevices().contains(id);
+    const bool isAway = isSilent || spec.state == State::Lost;
     const Glyph glyph = device->kind() == Device::Kind::Card ? Glyph::Card : Glyph::Camera;
-    item->setIcon(0, glyphIcon(glyph, spec.mark ? QColor::fromRgb(spec.mark) : QColor()));
-    item->setText(1, tr(spec.text));
+    item->setIcon(0, glyphIcon(glyph, spec.mark && !isSilent ? QColor::fromRgb(spec.mark) : QColor()));
+    item->setText(1, isSilent ? tr("Not answering") : stateText(id));
+    for (int column = 0; column < columnCount(); ++column) {
+        const QBrush gray = palette().brush(QPalette::Disabled, QPalette::Text);
+        item->setData(column, Qt::ForegroundRole, isAway ? QVariant(gray) : QVariant());
+        item->setToolTip(column, toolTipOf(*device));
+    }
+}
+
+QString DeviceTree::stateText(const QString &id) const
+{
+    const State shown = state(id);
+    const Openings &openings = m_context.sessions().openings();
+    if (shown == State::Opening && openings.isCancelled(id))
+        return tr("Cancelling...");
+    if (shown == State::Opening && openings.percent(id) > 0)
+        return tr("Opening... %1 %").arg(openings.percent(id));
+    return tr(States[int(shown)].text);
+}
+
+QString DeviceTree::toolTipOf(const Device &device) const
+{
+    QStringList lines{device.displayName(), device.id()};
+    const QString error = m_context.devices().openingError(device.id());
+    if (m_context.deviceReturn().isLost(device.id()) && m_context.deviceReturn().isEnabled())
+        lines << tr("It is opened again as soon as it is there.");
+    if (!error.isEmpty() && !m_context.devices().isReady(device.id()))
+        lines << tr("The last try to open it failed: %1").arg(error);
+    return lines.join(QLatin1Char('\n'));
 }
 
 void DeviceTree::retranslate()
@@ -217,6 +255,8 @@ void DeviceTree::keyPressEvent(QKeyEvent *event)
 {
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentDevice())
         Q_EMIT stepRequested();
+    else if (event->key() == Qt::Key_Escape && currentDevice() && state(currentDevice()->id()) == State::Opening)
+        m_context.sessions().close(currentDevice()->id());
     else
         QTreeWidget::keyPressEvent(event);
 }

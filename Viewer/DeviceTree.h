@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QHash>
-#include <QSet>
 #include <QTreeWidget>
 
 class Device;
@@ -10,7 +9,8 @@ class HostContext;
 
 /// The devices that the host knows, grouped by how they are reached, each with its state.
 ///
-/// The focus of the host follows the current row; a group's title takes the focus away from all devices.
+/// The focus of the host follows the current row; a group's title takes the focus away from all devices. Escape gives
+/// up the current device while it is being opened.
 class DeviceTree : public QTreeWidget
 {
     Q_OBJECT
@@ -42,17 +42,17 @@ protected:
 private:
     void rebuild();
     void addRow(Device *device);
-    void markLost();
     void adoptState(const QString &id);
     void announceCurrent();
     int rowOfGroup(int group) const;
     QTreeWidgetItem *groupItem(int group);
     QTreeWidgetItem *itemOf(const QString &id) const;
     void updateItem(const QString &id);
+    QString stateText(const QString &id) const;
+    QString toolTipOf(const Device &device) const;
     void retranslate();
 
     HostContext &m_context;
     QHash<QString, QTreeWidgetItem *> m_items; ///< by device id
     QHash<int, QTreeWidgetItem *> m_groups; ///< by row of the group table
-    QSet<QString> m_lost; ///< stopped answering and not opened again since
 };

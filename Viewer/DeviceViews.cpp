@@ -5,6 +5,7 @@
 #include "Viewer/DeviceTree.h"
 #include "Viewer/HeightDisplay.h"
 #include "Viewer/ImageView.h"
+#include "Viewer/MissingFrames.h"
 #include "Viewer/SensorPictures.h"
 
 namespace {
@@ -16,7 +17,8 @@ constexpr int SensorShare = 400;
 
 DeviceViews::DeviceViews(HostContext &context, const DeviceTree &devices)
     : QSplitter(Qt::Vertical), m_context(context), m_devices(devices), m_image(new ImageView), m_sensor(new ImageView),
-      m_heights(new HeightDisplay(context, this)), m_pictures(new SensorPictures(context, *m_heights, this))
+      m_missing(new MissingFrames(this)), m_heights(new HeightDisplay(context, this)),
+      m_pictures(new SensorPictures(context, *m_heights, this))
 {
     setChildrenCollapsible(false);
     addWidget(m_image);
@@ -28,6 +30,7 @@ DeviceViews::DeviceViews(HostContext &context, const DeviceTree &devices)
     connect(&m_context.devices(), &KnownDevices::frameReady, this, &DeviceViews::adoptFrame);
     connect(&m_context.regions(), &ImageRegions::listChanged, this, &DeviceViews::adoptRegions);
     connect(m_heights, &HeightDisplay::changed, this, &DeviceViews::adoptHeights);
+    connect(m_missing, &MissingFrames::changed, m_image, [this] { m_image->setNotice(m_missing->text()); });
 }
 
 QString DeviceViews::currentId() const
@@ -81,6 +84,7 @@ void DeviceViews::showSensor()
 void DeviceViews::showCurrent()
 {
     const QString id = currentId();
+    m_missing->watch(m_devices.state(id) == DeviceTree::State::Acquiring ? m_devices.currentDevice() : nullptr);
     showSensor();
     if (&regionView() == m_image && !canvasSize().isEmpty())
         showCanvas(*m_image);
@@ -117,6 +121,7 @@ void DeviceViews::adoptFrame(const QString &id, const QImage &frame)
     m_frames.insert(id, frame);
     if (id != currentId())
         return;
+    m_missing->noteFrame();
     if (m_heights->shows(id) != m_showsHeights)
         showSensor();
     if (state == DeviceTree::State::Acquiring)
@@ -141,7 +146,7 @@ QString DeviceViews::imageHint() const
     case DeviceTree::State::Opening:
         return tr("Opening %1...").arg(device->displayName());
     case DeviceTree::State::Lost:
-        return tr("%1 does not answer any more. Double-click it to open it again.").arg(device->displayName());
+        return lostHint(*device, error);
     case DeviceTree::State::Acquiring:
         return tr("Waiting for images...");
     case DeviceTree::State::Open:
@@ -150,8 +155,19 @@ QString DeviceViews::imageHint() const
     return device->canAcquire() ? tr("Start the acquisition to see images.") : tr("This device has no images.");
 }
 
+QString DeviceViews::lostHint(const Device &device, const QString &error) const
+{
+    const QString name = device.displayName();
+    if (!m_context.deviceReturn().isEnabled())
+        return tr("%1 does not answer any more. Double-click it to open it again.").arg(name);
+    const QString hint =
+        tr("%1 does not answer any more. It is opened again as soon as it is there; close it to give it up.").arg(name);
+    return error.isEmpty() ? hint : tr("%1\nThe last try failed: %2").arg(hint, error);
+}
+
 void DeviceViews::retranslate()
 {
+    m_image->setNotice(m_missing->text());
     m_image->setAccessibleName(tr("Image"));
     m_sensor->setAccessibleName(tr("Sensor"));
     if (m_image->frame().isNull())

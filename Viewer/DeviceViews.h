@@ -5,10 +5,12 @@
 #include <QImage>
 #include <QSplitter>
 
+class Device;
 class DeviceTree;
 class HeightDisplay;
 class HostContext;
 class ImageView;
+class MissingFrames;
 class SensorPictures;
 
 /// What the current device sends: its newest image, and below a height map the sensor on which its regions lie, as long
@@ -50,11 +52,13 @@ private:
     void showCanvas(ImageView &view);
     void showSensor();
     QString imageHint() const;
+    QString lostHint(const Device &device, const QString &error) const;
 
     HostContext &m_context;
     const DeviceTree &m_devices;
     ImageView *m_image;
     ImageView *m_sensor;
+    MissingFrames *m_missing;
     HeightDisplay *m_heights;
     SensorPictures *m_pictures;
     QHash<QString, QImage> m_frames; ///< last frame of each open camera

@@ -42,7 +42,7 @@ QString shownText(const TreeModel &model, const QModelIndex &cell)
 class Dump
 {
 public:
-    explicit Dump(const TreeModel &features) : m_model(features) { }
+    explicit Dump(const TreeModel &features) : m_model(features) { m_pass.level = VisibilityLevel; }
 
     /// The lines of the rows that the tree shows under a row: leaves by their own state, branches with their leaves.
     QStringList lines(const QModelIndex &parent, const QString &parentPath)
@@ -82,7 +82,7 @@ private:
 
     const TreeModel &m_model;
     FeatureEditDelegate m_delegate;
-    VisibilityPass m_pass{VisibilityLevel, {}, {}};
+    VisibilityPass m_pass;
 };
 
 } // namespace

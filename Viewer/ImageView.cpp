@@ -61,6 +61,12 @@ void ImageView::clear(const QString &hint)
     setImage(QImage(), QSize());
 }
 
+void ImageView::setNotice(const QString &notice)
+{
+    m_notice = notice;
+    update();
+}
+
 void ImageView::setImage(const QImage &frame, const QSize &canvas)
 {
     m_frame = frame;
@@ -140,7 +146,8 @@ void ImageView::paintContent(QPainter &painter) const
 {
     if (imageSize().isEmpty()) {
         painter.setPen(HintColour);
-        painter.drawText(rect().adjusted(24, 24, -24, -24), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+        painter.drawText(rect().adjusted(24, 24, -24, -24), Qt::AlignCenter | Qt::TextWordWrap,
+                         m_notice.isEmpty() ? m_hint : m_notice);
         return;
     }
     painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom() < 1);
@@ -148,6 +155,7 @@ void ImageView::paintContent(QPainter &painter) const
         paintCanvas(painter);
     painter.drawImage(imageRect(), m_frame);
     m_regions->paint(painter, placement(), rect(), hasFocus());
+    paintHint(painter, m_notice, rect(), rect());
 }
 
 void ImageView::paintCanvas(QPainter &painter) const

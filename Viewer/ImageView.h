@@ -33,6 +33,9 @@ public:
     /// Forgets the frame; a plate of an image's size stands in its place, with a hint on it. What it covers of
     /// `picture` is seen, `place` says where the picture lies on the plate, in pixels of the image.
     void showCanvas(const QSize &size, const QString &hint, const QImage &picture = {}, const QRect &place = {});
+    /// A sentence about what is wrong with the images, on the image or in its place; empty: nothing is.
+    void setNotice(const QString &notice);
+    const QString &notice() const { return m_notice; }
     bool isCanvas() const { return m_frame.isNull() && !m_canvas.isEmpty(); }
     const QImage &canvasPicture() const { return m_below; }
     /// Of the frame or the canvas; empty without both.
@@ -96,6 +99,7 @@ private:
     QImage m_below; ///< what is seen on the canvas
     QRect m_place; ///< of that, in pixels of the canvas
     QString m_hint;
+    QString m_notice;
     ImageZoom m_zoom;
     QPointF m_cursor; ///< in view coordinates; negative while outside
     Qt::MouseButton m_dragButton = Qt::NoButton; ///< the one whose release ends the drag

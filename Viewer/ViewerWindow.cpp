@@ -22,7 +22,10 @@
 #include "Viewer/DeviceViews.h"
 #include "Viewer/FrameStatus.h"
 #include "Viewer/GlyphIcons.h"
+#include "Viewer/HostSwitches.h"
 #include "Viewer/ImageView.h"
+#include "Viewer/LinkFaults.h"
+#include "Viewer/LoadStatus.h"
 #include "Viewer/LogModel.h"
 #include "Viewer/LogView.h"
 #include "Viewer/ViewerCommands.h"
@@ -40,6 +43,8 @@ const QStringList ProfilerTypes{QStringLiteral("5")};
 /// These get the pages of structured-light cameras.
 constexpr const char *StructuredLightTypeCodes = "structuredLightTypeCodes";
 const QStringList StructuredLightTypes{QStringLiteral("1")};
+/// Panels of these devices come back as they were.
+constexpr const char *ReturningDevices = "returningDevices";
 const QString GeometryKey = QStringLiteral("Viewer/geometry");
 const QString LayoutKey = QStringLiteral("Viewer/layout");
 
@@ -47,14 +52,17 @@ const QString LayoutKey = QStringLiteral("Viewer/layout");
 
 ViewerWindow::ViewerWindow(HostContext &context)
     : m_context(context), m_devices(new DeviceTree(context)), m_views(new DeviceViews(context, *m_devices)),
-      m_status(new FrameStatus(m_views->image())), m_log(new LogView), m_panel(new ParamterWnd)
+      m_status(new FrameStatus(m_views->image())), m_load(new LoadStatus(context)), m_log(new LogView),
+      m_panel(new ParamterWnd)
 {
     setObjectName(QStringLiteral("ViewerWindow"));
     setWindowIcon(glyphIcon(Glyph::Camera));
     setCentralWidget(m_views);
     m_panel->setProperty(ProfilerTypeCodes, ProfilerTypes);
     m_panel->setProperty(StructuredLightTypeCodes, StructuredLightTypes);
+    statusBar()->addPermanentWidget(m_load);
     statusBar()->addPermanentWidget(m_status);
+    m_load->hide();
     buildDocks();
     buildCommands();
     connectHost();
@@ -68,8 +76,9 @@ ViewerWindow::ViewerWindow(HostContext &context)
 ViewerWindow::~ViewerWindow()
 {
     // Deleting the panel serves events of the host, which this window and its views are not to follow any more.
-    for (const QObject *part : std::initializer_list<const QObject *>{&m_context.devices(), &m_context.focus(),
-                                                                      &m_context.log(), &m_context.regions()}) {
+    for (const QObject *part :
+         std::initializer_list<const QObject *>{&m_context.devices(), &m_context.focus(), &m_context.log(),
+                                                &m_context.regions(), &m_context.deviceReturn()}) {
         part->disconnect(this);
         part->disconnect(m_views);
     }
@@ -111,6 +120,8 @@ void ViewerWindow::buildCommands()
     m_commands->action(Command::ShowAttributeTab)->setChecked(true);
     m_commands->action(Command::DefaultMode0)->setChecked(true);
     connect(m_commands, &ViewerCommands::triggered, this, &ViewerWindow::run);
+    new HostSwitches(m_context, *m_commands);
+    new LinkFaults(*m_devices, *m_commands);
 }
 
 void ViewerWindow::connectHost()
@@ -121,6 +132,12 @@ void ViewerWindow::connectHost()
     connect(&m_context.devices(), &KnownDevices::refreshingChanged, this, &ViewerWindow::adoptSearch,
             Qt::QueuedConnection); // after the list of found devices
     connect(&m_context.devices(), &KnownDevices::listChanged, this, &ViewerWindow::openPending);
+    connect(&m_context.devices(), &KnownDevices::framesCounted, this, [this](const QString &id) {
+        if (id == currentId())
+            showFrameCounts();
+    });
+    connect(&m_context.deviceReturn(), &DeviceReturn::returningChanged, m_panel,
+            [this](const QStringList &ids) { m_panel->setProperty(ReturningDevices, ids); });
     connect(&m_context.log(), &HostLog::lineAdded, this,
             [this](const QDateTime &time, const QString &module, const QString &message) {
                 m_log->log().append(time, module, message);
@@ -135,6 +152,7 @@ void ViewerWindow::run(Command command, bool checked)
     case Command::OpenDevice:
         return m_context.sessions().openLater(currentId());
     case Command::CloseDevice:
+        m_context.deviceReturn().giveUp(currentId());
         return m_context.sessions().close(currentId());
     case Command::OpenFile:
         return askForDescription();
@@ -159,6 +177,8 @@ void ViewerWindow::run(Command command, bool checked)
         return m_panel->setAllDetailWidgetVisiable(checked);
     case Command::DisablePanel:
         return m_panel->setParamterViewDisable(currentId());
+    case Command::ShowLoad:
+        return m_load->setVisible(checked);
     case Command::DefaultMode0:
         return m_panel->setDefaultParameterWndMode(0);
     case Command::DefaultMode1:
@@ -169,6 +189,8 @@ void ViewerWindow::run(Command command, bool checked)
         return useLanguage(QStringLiteral("Chinese"));
     case Command::About:
         return showAbout();
+    default: // HostSwitches and LinkFaults do the others
+        return;
     }
 }
 
@@ -274,7 +296,14 @@ void ViewerWindow::adoptFocus()
     if (m_devices->state(id) == DeviceTree::State::Acquiring)
         m_context.values().read(id, QStringLiteral("PixelFormat"), &m_cameraFormat);
     showFormat();
+    showFrameCounts();
     updateCommands();
+}
+
+void ViewerWindow::showFrameCounts()
+{
+    const Device *device = m_devices->currentDevice();
+    m_status->setFrameCounts(device && device->isOpen() ? device->frameCounts() : FrameCounts());
 }
 
 void ViewerWindow::showFormat()
@@ -301,7 +330,8 @@ void ViewerWindow::updateCommands()
     const std::pair<Command, bool> enabled[] = {
         {Command::Refresh, !m_context.devices().isRefreshing()},
         {Command::OpenDevice, device && !open && state != DeviceTree::State::Opening},
-        {Command::CloseDevice, device && open},
+        {Command::CloseDevice,
+         device && (open || state == DeviceTree::State::Opening || state == DeviceTree::State::Lost)},
         {Command::StartAcquisition, device && open && !acquiring && device->canAcquire()},
         {Command::StopAcquisition, acquiring},
         {Command::DisablePanel, device && open && device->kind() == Device::Kind::Camera},
@@ -329,6 +359,8 @@ void ViewerWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange)
         retranslate();
+    if (event->type() == QEvent::WindowStateChange)
+        m_context.automaticSearch().setPaused(isMinimized());
     QMainWindow::changeEvent(event);
 }
 

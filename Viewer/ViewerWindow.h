@@ -11,6 +11,7 @@ class DeviceViews;
 class FrameStatus;
 class HostContext;
 class ImageView;
+class LoadStatus;
 class LogView;
 class ParamterWnd;
 class QDockWidget;
@@ -63,6 +64,7 @@ private:
     void adoptState(const QString &id);
     QString currentId() const;
     void showFormat();
+    void showFrameCounts();
     void updateCommands();
     void openPending();
     void adoptSearch(bool searching);
@@ -74,6 +76,7 @@ private:
     DeviceTree *m_devices;
     DeviceViews *m_views;
     FrameStatus *m_status;
+    LoadStatus *m_load;
     QString m_cameraFormat; ///< the PixelFormat of the current camera while it acquires, else empty
     LogView *m_log;
     ParamterWnd *m_panel;

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <QApplication>
 #include <QTextStream>
 
 #include <cstdio>
@@ -9,6 +8,7 @@
 #include "Simulation/SimulatedDevices.h"
 #include "Viewer/DumpRun.h"
 #include "Viewer/MessageLog.h"
+#include "Viewer/MeteredApplication.h"
 #include "Viewer/ViewerCommands.h"
 #include "Viewer/ViewerOptions.h"
 #include "Viewer/ViewerStyle.h"
@@ -56,6 +56,7 @@ int show(HostContext &context, const ViewerOptions &options)
     if (!options.device.isEmpty())
         window.openWhenKnown(options.device);
     context.devices().refresh();
+    context.automaticSearch().start();
     return QApplication::exec();
 }
 
@@ -67,7 +68,7 @@ int main(int argc, char **argv)
     if (options.isTextOnly())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     enableHighDpi();
-    QApplication application(argc, argv);
+    MeteredApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("ParamterWnd"));
     QApplication::setApplicationName(QStringLiteral("paramter-viewer"));
     QApplication::setApplicationVersion(QStringLiteral(PARAMTERWND_VERSION));

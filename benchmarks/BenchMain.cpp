@@ -3,7 +3,6 @@
 #include <exception>
 #include <iostream>
 
-#include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
 #include <QLoggingCategory>
@@ -12,6 +11,7 @@
 
 #include "BenchMain.h"
 #include "BenchReport.h"
+#include "Viewer/MeteredApplication.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ int measured(void (*measure)(BenchReport &), const QString &jsonFile)
 
 int benchMain(int argc, char **argv, const QString &description, void (*measure)(BenchReport &))
 {
-    const QApplication application(argc, argv);
+    const MeteredApplication application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(description);
     parser.addHelpOption();

@@ -11,3 +11,6 @@ void addPanelRows(BenchReport &report);
 
 /// Building, writing, refreshing and drawing on the curated pages. Needs the application object.
 void addPageRows(BenchReport &report);
+
+/// Panels of cameras that are slow, that do not answer, and that are back. Needs the application object.
+void addFaultRows(BenchReport &report);

@@ -16,6 +16,7 @@
 #include "BenchReport.h"
 #include "Host/HostContext.h"
 #include "ParamterWnd/ParamterWnd.h"
+#include "ReadAheadRows.h"
 #include "Simulation/Firmware.h"
 #include "Simulation/SimulatedDevice.h"
 #include "Simulation/SimulatedDevices.h"
@@ -203,6 +204,7 @@ void measure(BenchReport &report)
     addTriggering(report, viewer, "2448", "2048");
     addLiveRefresh(report, viewer);
     addDrawing(report, viewer);
+    addReadAheadRows(report);
 }
 
 } // namespace

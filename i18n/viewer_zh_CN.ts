@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Lost</source>
-        <translation>已断开</translation>
+        <translation>已丢失</translation>
     </message>
     <message>
         <source>Device</source>
@@ -62,6 +62,26 @@
     <message>
         <source>Opening...</source>
         <translation>正在打开...</translation>
+    </message>
+    <message>
+        <source>Cancelling...</source>
+        <translation>正在取消...</translation>
+    </message>
+    <message>
+        <source>Opening... %1 %</source>
+        <translation>正在打开... %1 %</translation>
+    </message>
+    <message>
+        <source>Not answering</source>
+        <translation>无响应</translation>
+    </message>
+    <message>
+        <source>It is opened again as soon as it is there.</source>
+        <translation>一旦重新出现，将自动打开。</translation>
+    </message>
+    <message>
+        <source>The last try to open it failed: %1</source>
+        <translation>上次打开失败：%1</translation>
     </message>
 </context>
 <context>
@@ -110,6 +130,16 @@
         <source>Sensor</source>
         <translation>传感器</translation>
     </message>
+    <message>
+        <source>%1 does not answer any more. It is opened again as soon as it is there; close it to give it up.</source>
+        <translation>%1 不再响应。一旦重新出现，将自动打开；若不再需要，请将其关闭。</translation>
+    </message>
+    <message>
+        <source>%1
+The last try failed: %2</source>
+        <translation>%1
+上次尝试失败：%2</translation>
+    </message>
 </context>
 <context>
     <name>FrameStatus</name>
@@ -120,6 +150,28 @@
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>%1 lost</source>
+        <translation>丢失 %1</translation>
+    </message>
+    <message>
+        <source>%1 incomplete</source>
+        <translation>不完整 %1</translation>
+    </message>
+    <message>
+        <source>%1 too large</source>
+        <translation>过大 %1</translation>
+    </message>
+    <message>
+        <source>Frames of this acquisition that are not shown, beside %1 good ones.
+Lost: the camera sent them, nothing of them came.
+Incomplete: only some of their packets came, or not in time.
+Too large: the camera sent more than it had announced; the acquisition starts anew with the new size.</source>
+        <translation>本次采集中未显示的帧，另有 %1 帧正常。
+丢失：相机已发送，但主机什么也没有收到。
+不完整：只收到部分数据包，或未及时收到。
+过大：相机发送的数据多于其声明的大小；采集按新的大小重新开始。</translation>
     </message>
 </context>
 <context>
@@ -135,6 +187,13 @@
     <message>
         <source>row %1, X %2 mm: %3</source>
         <translation>第 %1 行，X %2 mm：%3</translation>
+    </message>
+</context>
+<context>
+    <name>LoadStatus</name>
+    <message>
+        <source>longest event %1 ms, %2 accesses/s, %3 time-outs</source>
+        <translation>最长事件 %1 ms，每秒访问 %2 次，超时 %3 次</translation>
     </message>
 </context>
 <context>
@@ -165,6 +224,29 @@
     <message>
         <source>Log</source>
         <translation>日志</translation>
+    </message>
+</context>
+<context>
+    <name>MissingFrames</name>
+    <message>
+        <source>Trigger: TriggerMode is On, so the camera waits for a trigger.</source>
+        <translation>触发：TriggerMode 为 On，相机正在等待触发。</translation>
+    </message>
+    <message>
+        <source>Trigger: TriggerMode is On, so the camera waits for a trigger from %1 (TriggerSource).</source>
+        <translation>触发：TriggerMode 为 On，相机正在等待来自 %1（TriggerSource）的触发。</translation>
+    </message>
+    <message>
+        <source>No image for %1 seconds. What to look at:</source>
+        <translation>已有 %1 秒没有图像。请检查：</translation>
+    </message>
+    <message>
+        <source>Packet size: GevSCPSPacketSize is %1; every part of the network must let such packets pass.</source>
+        <translation>数据包大小：GevSCPSPacketSize 为 %1；网络的每一部分都必须允许这样大小的数据包通过。</translation>
+    </message>
+    <message>
+        <source>Another controller: a program that controls the camera can keep its images from coming here.</source>
+        <translation>其他控制者：控制该相机的程序可能使图像无法到达此处。</translation>
     </message>
 </context>
 <context>
@@ -305,6 +387,14 @@
         <translation>显示面板的全部属性页</translation>
     </message>
     <message>
+        <source>Show &amp;Load</source>
+        <translation>显示负载(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Show the longest event, the accesses a second and the time-outs in the status bar</source>
+        <translation>在状态栏显示最长事件、每秒访问次数和超时次数</translation>
+    </message>
+    <message>
         <source>&amp;Disable Panel of Device</source>
         <translation>停用设备面板(&amp;D)</translation>
     </message>
@@ -323,6 +413,62 @@
     <message>
         <source>&amp;About...</source>
         <translation>关于(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>&amp;Search Automatically</source>
+        <translation>自动搜索(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Show cameras as soon as they are connected</source>
+        <translation>相机一连接即显示</translation>
+    </message>
+    <message>
+        <source>&amp;Reopen Lost Devices</source>
+        <translation>重新打开丢失的设备(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Open a device that was lost as soon as it is there again</source>
+        <translation>丢失的设备一旦重新出现即自动打开</translation>
+    </message>
+    <message>
+        <source>Acquire &amp;Again</source>
+        <translation>恢复采集(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Let a camera that is back acquire images if it did when it was lost</source>
+        <translation>相机恢复后，若丢失时正在采集则继续采集</translation>
+    </message>
+    <message>
+        <source>&amp;Lose Frames</source>
+        <translation>丢帧(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Let frames of the selected simulated camera get lost or come in part</source>
+        <translation>使所选模拟相机的帧丢失或不完整</translation>
+    </message>
+    <message>
+        <source>&amp;Enlarge Frames</source>
+        <translation>放大帧(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Let the selected simulated camera send larger frames than it tells</source>
+        <translation>使所选模拟相机发送比声明更大的帧</translation>
+    </message>
+    <message>
+        <source>&amp;Unplug Device</source>
+        <translation>拔出设备(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Take the link of the selected simulated device away</source>
+        <translation>断开所选模拟设备的连接</translation>
+    </message>
+    <message>
+        <source>&amp;Silence Device</source>
+        <translation>设备静默(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Let the selected simulated device answer nothing</source>
+        <translation>使所选模拟设备不作任何响应</translation>
     </message>
 </context>
 <context>

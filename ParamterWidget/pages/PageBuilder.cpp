@@ -51,6 +51,7 @@ void PageBuilder::fillRow(const RowSpec &spec, ToolPageWidgetItem *row)
 {
     row->setObjectName(QString::fromUtf8(spec.label.english));
     row->deviceName = m_context.deviceName;
+    row->setReading(m_context.reading.get());
     if (spec.lookup == Lookup::Custom || spec.lookup == Lookup::Nothing)
         row->setItemInfo(texts(spec.label), texts(spec.description), control(spec));
     else

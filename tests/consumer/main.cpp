@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The smallest host, by docs/embedding.md: one camera, made of a few bytes. Exits with 0 when the panel registered its
-// listeners, showed the camera's gain, and unregistered them.
+// listeners, showed the camera's gain through a port with a deadline, and unregistered them.
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 
 #include <QApplication>
 #include <QDoubleSpinBox>
@@ -13,6 +14,7 @@
 #include <GenApi/GenApi.h>
 #include <GenApi/NodeMapFactory.h>
 
+#include <Devices/FailFastPort.h>
 #include <ParamterWnd/HostCore.h>
 #include <ParamterWnd/ParamterWnd.h>
 
@@ -159,7 +161,7 @@ void VLogInfo(const std::string &module, const std::string &message, int)
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
-    Memory port;
+    FailFastPort port(std::make_unique<Memory>(), FailFastPort::Timing());
     nodeMap = GenApi::CNodeMapFactory(GenApi::ContentType_Xml, description, sizeof description - 1).CreateNodeMap();
     nodeMap->Connect(&port);
     bool shown = false;

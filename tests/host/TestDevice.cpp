@@ -40,6 +40,7 @@ void TestDevice::close()
 {
     if (!m_nodes)
         return;
+    m_acquiring = false;
     m_nodes.reset();
     Q_EMIT closed();
 }

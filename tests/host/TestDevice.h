@@ -23,10 +23,10 @@ public:
     QString displayName() const override { return m_key; }
     Kind kind() const override { return m_type; }
     QString typeCode() const override { return QStringLiteral("1"); }
-    void reach() override
+    void reach(const std::atomic_bool &cancelled, const ReadProgress &progress) override
     {
         if (onReach)
-            onReach();
+            onReach(cancelled, progress);
     }
     bool open(QString *error) override;
     void close() override;
@@ -35,11 +35,15 @@ public:
     bool startAcquisition(QString *error) override;
     void stopAcquisition() override { setAcquiring(false); }
     bool isAcquiring() const override { return m_acquiring; }
+    FrameCounts frameCounts() const override { return counts; }
+    std::chrono::milliseconds heartbeat() const override { return silence; }
 
-    std::function<void()> onReach;
+    std::function<void(const std::atomic_bool &cancelled, const ReadProgress &progress)> onReach;
     /// Not empty: open() and startAcquisition() fail with this reason.
     QString refusal;
     MemoryPort port;
+    FrameCounts counts;
+    std::chrono::milliseconds silence{3000};
 
     static constexpr int64_t WidthAddress = 0x10; ///< 32 bits, polled every 500 ms
     static constexpr int64_t CommandAddress = 0x20; ///< gets 7 on execution

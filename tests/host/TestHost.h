@@ -41,18 +41,19 @@ public:
     HostContext &operator*() const { return *m_context; }
 
     /// A new one, as after an installation.
-    void renew(DeviceFinder finder = {})
+    void renew(DeviceFinder finder = {}, DeviceReturn::Clock clock = OncePerMinute::steadyTime)
     {
         end();
         QFile::remove(m_settings);
         log.clear();
-        start(std::move(finder));
+        start(std::move(finder), std::move(clock));
     }
     /// The same again, with the settings and the log of before.
-    void start(DeviceFinder finder = {})
+    void start(DeviceFinder finder = {}, DeviceReturn::Clock clock = OncePerMinute::steadyTime)
     {
         end();
-        m_context = std::make_unique<HostContext>(HostContext::Options{m_settings, std::move(finder)});
+        m_context =
+            std::make_unique<HostContext>(HostContext::Options{m_settings, std::move(finder), std::move(clock)});
         QObject::connect(&m_context->log(), &HostLog::lineAdded, m_context.get(),
                          [this](const QDateTime &, const QString &, const QString &message) { log += message; });
     }

@@ -74,6 +74,23 @@ private Q_SLOTS:
         QCOMPARE(states.last().first().toBool(), false);
     }
 
+    /// A program that crashed may have left it sending.
+    void theFirstStartStopsTheCamera()
+    {
+        int stops = 0;
+        const std::function<void(GenApi::INode *)> count = [&stops](GenApi::INode *) { ++stops; };
+        GenApi::Register(m_device->nodeMap()->GetNode("AcquisitionStop"), count);
+        const auto stopsOfOneAcquisition = [&] {
+            const int before = stops;
+            const bool isStarted = m_device->startAcquisition(&m_error);
+            m_device->stopAcquisition();
+            return isStarted ? stops - before : -1;
+        };
+        const int first = stopsOfOneAcquisition();
+        QVERIFY2(first > 0, qPrintable(m_error));
+        QCOMPARE(stopsOfOneAcquisition(), first - 1);
+    }
+
     void aBusyReceiverGetsAFewFrames()
     {
         QSignalSpy frames(m_device.get(), &Device::frameReady);

@@ -54,6 +54,8 @@ private Q_SLOTS:
             return;
         m_host.renew(aravisFinder());
         m_window = std::make_unique<ParamterWnd>();
+        connect(&m_host->deviceReturn(), &DeviceReturn::returningChanged, m_window.get(),
+                [this](const QStringList &ids) { m_window->setProperty("returningDevices", ids); });
         m_window->resize(500, 700);
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
@@ -120,6 +122,22 @@ private Q_SLOTS:
         const QImage frame = frames.first().at(1).value<QImage>();
         QCOMPARE(frame.size(), QSize(320, 240));
         QVERIFY(!frame.isGrayscale());
+    }
+
+    /// They are written while the camera sends; smaller ones fit as they are.
+    void largerFramesRestartTheStream()
+    {
+        QSignalSpy frames(&m_host->devices(), &KnownDevices::frameReady);
+        for (const int width : {480, 320}) {
+            QVERIFY(write("Width", QByteArray::number(width)) == 0);
+            const auto isShown = [&] {
+                return !frames.isEmpty() && frames.last().at(1).value<QImage>().width() == width;
+            };
+            QTRY_VERIFY2(isShown(), qPrintable(m_host.log.join(QLatin1Char('\n'))));
+        }
+        const QString line = QStringLiteral("payload grew from 76800 to 115200 bytes: acquisition restarted");
+        QCOMPARE(m_host.log.filter(line).size(), 1);
+        QVERIFY(m_host->devices().device(m_id)->frameCounts().tooLarge > 0);
         m_host->sessions().stopAcquisition(m_id);
         QCOMPARE(HostCore::GetCameraInfo(m_id.toStdString(), HostCore::CAM_INFO_ACQUISITION), std::string("0"));
     }
@@ -174,6 +192,35 @@ private Q_SLOTS:
         QTRY_VERIFY2(m_host->devices().isReady(m_id), qPrintable(m_host.log.join(QLatin1Char('\n'))));
         QTRY_VERIFY(shownPanel() && shownPanel()->deviceName() == m_id);
         QCOMPARE(valueCell(QStringLiteral("Width")).data().toLongLong(), cameraRegister(WidthRegister));
+    }
+
+    /// Nobody does anything but to plug it in again.
+    void aLostCameraComesBack()
+    {
+        auto *tabs = shownPanel()->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
+        tabs->setCurrentIndex(1);
+        m_host->automaticSearch().start();
+        QVERIFY(m_host->sessions().startAcquisition(m_id));
+        m_camera.kill();
+        QVERIFY(m_camera.waitForFinished());
+        QTRY_VERIFY_WITH_TIMEOUT(m_host->deviceReturn().isLost(m_id), LossTimeout);
+        QTRY_VERIFY(!m_host->devices().device(m_id)->isOpen());
+        m_host.log.clear();
+        const QSignalSpy frames(&m_host->devices(), &KnownDevices::frameReady);
+        startCamera();
+        QElapsedTimer timer;
+        timer.start();
+        const auto isLive = [this] {
+            return shownPanel() && shownPanel()->deviceName() == m_id && valueCell(QStringLiteral("Width")).isValid()
+                && valueCell(QStringLiteral("Width")).data().toLongLong() == cameraRegister(WidthRegister);
+        };
+        QTRY_VERIFY2(isLive(), qPrintable(m_host.log.join(QLatin1Char('\n'))));
+        qInfo("live again after %lld ms", timer.elapsed());
+        QVERIFY2(timer.elapsed() < 3000, "values are live within three seconds");
+        tabs = shownPanel()->findChild<QTabWidget *>(QStringLiteral("tabMainWidget"));
+        QCOMPARE(tabs->currentIndex(), 1);
+        QTRY_VERIFY2(!frames.isEmpty(), "it acquires again");
+        QCOMPARE(m_host->focus().id(), m_id);
     }
 
     void cleanupTestCase()

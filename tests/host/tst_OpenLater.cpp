@@ -22,7 +22,7 @@ private Q_SLOTS:
         m_host->devices().refresh();
         QTRY_VERIFY(m_host.device("cam"));
         m_gate.acquire(m_gate.available());
-        m_device->onReach = [this] { m_gate.acquire(); };
+        m_device->onReach = [this](const auto &, const auto &) { m_gate.acquire(); };
     }
     void cleanup()
     {
@@ -38,13 +38,38 @@ private Q_SLOTS:
         QCOMPARE(states.count(), 1);
         QVERIFY(!m_host.open("cam")); // it must not be touched
         openLater("cam");
-        m_host.close("cam");
         QCOMPARE(m_host.log.filter(text("already being opened")).size(), 2);
         QVERIFY(isOpening("cam"));
         m_gate.release();
         QTRY_VERIFY(m_host.isReady("cam"));
         QVERIFY(!isOpening("cam"));
         QCOMPARE(states.count(), 2);
+    }
+
+    void progressIsShownAndAnOpeningIsGivenUp()
+    {
+        m_device->onReach = [this](const std::atomic_bool &cancelled, const ReadProgress &progress) {
+            progress(2, 5);
+            while (!cancelled)
+                QThread::yieldCurrentThread();
+            m_gate.acquire(); // the access that it is at
+        };
+        const Openings &openings = m_host->sessions().openings();
+        openLater("cam");
+        QTRY_COMPARE(openings.percent(text("cam")), 40);
+        const QSignalSpy states(&m_host->sessions(), &DeviceSessions::stateChanged);
+        m_host.close("cam");
+        QVERIFY(isOpening("cam") && openings.isCancelled(text("cam")));
+        openLater("cam"); // too early
+        QCOMPARE(m_host.log.filter(text("still being given up")).size(), 1);
+        m_gate.release();
+        QTRY_COMPARE(states.count(), 1);
+        QVERIFY(!isOpening("cam") && !m_host.isReady("cam"));
+        QVERIFY(m_host->devices().openingError(text("cam")).isEmpty());
+        QCOMPARE(m_host.log.size(), 1);
+        m_device->onReach = nullptr;
+        openLater("cam");
+        QTRY_VERIFY(m_host.isReady("cam"));
     }
 
     void failuresAreLogged()
@@ -92,7 +117,7 @@ private Q_SLOTS:
         const ListListener slowPanel([](int, const auto &, const auto &) { QThread::msleep(200); });
         std::atomic_bool started{false};
         std::atomic_bool ended{false};
-        m_device->onReach = [&] {
+        m_device->onReach = [&](const auto &, const auto &) {
             started = true;
             QThread::msleep(50);
             ended = true;

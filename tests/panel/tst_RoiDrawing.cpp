@@ -246,6 +246,7 @@ private Q_SLOTS:
             cause(*panel());
             QVERIFY2(isDrawing(), "an image that is not known is no other one");
             port().readFault = MemoryPort::Fault::None;
+            QCoreApplication::processEvents(); // the device is asked again in the next turn
             draw();
             for (const char *feature : {"Width", "OffsetY"}) {
                 draw();
