@@ -136,7 +136,8 @@ private:
     {
         make(true);
         m_reading = std::make_unique<DeviceReading>(strict());
-        m_model = std::make_unique<TreeModel>(QStringList{QStringLiteral("Feature"), QStringLiteral("Value")}, m_camera->nodes());
+        m_model = std::make_unique<TreeModel>(QStringList{QStringLiteral("Feature"), QStringLiteral("Value")},
+                                              m_camera->nodes());
         m_model->setReading(m_reading.get());
         m_model->AddModelData(m_camera->nodes(), QString());
         m_view->setModel(m_model.get());
