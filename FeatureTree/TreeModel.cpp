@@ -102,8 +102,9 @@ bool TreeModel::canBeEdited(GenApi::INode *node) const
     const auto ask = [&] { isEditable = node->IsFeature() && FeatureKinds::isWritable(node); };
     DeviceReading *const reading = m_rootItem->reading();
     guardNode([&] { reading ? reading->read(node, ask) : ask(); },
-              [this](const GenICam::GenericException &error) {
-                  if (m_rootItem->isNewFault(error.GetDescription()))
+              [&](const GenICam::GenericException &error) {
+                  const bool isTold = reading && reading->isSilent(); // once, for all rows
+                  if (!isTold && m_rootItem->isNewFault(error.GetDescription()))
                       warnNodeError(error);
               },
               [this](const char *message) {

@@ -23,6 +23,7 @@
 #include "Viewer/ViewerWindow.h"
 #include "tour/TourEditSteps.h"
 #include "tour/TourHand.h"
+#include "tour/TourLinkSteps.h"
 #include "tour/TourPageSteps.h"
 #include "tour/TourProfilerSteps.h"
 #include "tour/TourStage.h"
@@ -298,6 +299,8 @@ std::vector<TourStep> tourSteps()
         {"view-menu", hideTab},
         {"acquisition", startAcquisition},
         {"zoom", zoomImage},
+    };
+    const std::vector<TourStep> ends = {
         {"card-focused", changeFocus},
         {"other-language", changeLanguage},
         {"other-language-search", searchInOtherLanguage},
@@ -307,5 +310,8 @@ std::vector<TourStep> tourSteps()
     const std::vector<TourStep> &structuredLight = tourStructuredLightSteps();
     steps.insert(steps.end(), structuredLight.begin(), structuredLight.end());
     steps.insert(steps.end(), features.begin(), features.end());
+    const std::vector<TourStep> &links = tourLinkSteps();
+    steps.insert(steps.end(), links.begin(), links.end());
+    steps.insert(steps.end(), ends.begin(), ends.end());
     return steps;
 }

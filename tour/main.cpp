@@ -3,6 +3,7 @@
 #include <QCommandLineParser>
 #include <QTemporaryDir>
 
+#include "Host/AutomaticSearch.h"
 #include "Host/HostContext.h"
 #include "Simulation/SimulatedDevices.h"
 #include "Viewer/MessageLog.h"
@@ -40,7 +41,8 @@ int main(int argc, char **argv)
     const QString directory = parse(parser, language);
     // A tour starts like the first run of a new user and leaves no settings behind.
     const QTemporaryDir scratch;
-    HostContext context({scratch.filePath(QStringLiteral("tour.ini")), DeviceFinder()});
+    const DeviceFinder nothing = [] { return std::vector<FoundDevice>(); }; // searches see what is added here
+    HostContext context({scratch.filePath(QStringLiteral("tour.ini")), nothing});
     for (std::unique_ptr<Device> &device : makeSimulatedDevices())
         context.devices().add(std::move(device));
     const MessageLog messages;
@@ -49,5 +51,6 @@ int main(int argc, char **argv)
     ViewerWindow window(context);
     window.commands().showDeveloperMenu();
     window.show();
+    context.automaticSearch().start();
     return Tour(window, directory).run();
 }
