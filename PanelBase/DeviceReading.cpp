@@ -57,10 +57,12 @@ bool DeviceReading::hasTime()
     return !m_isSilent && (m_spent == 0ms || m_spent + m_usual <= m_limit);
 }
 
+/// Reads that the cache answers say little of the next one.
 void DeviceReading::count(Clock::duration duration)
 {
+    constexpr int Forgetting = 8;
     m_spent += duration;
-    m_usual = (m_usual + duration) / 2;
+    m_usual = std::max(duration, m_usual - (m_usual - duration) / Forgetting);
     startTurn();
 }
 
