@@ -52,9 +52,11 @@ QVariant readValue(GenApi::INode *node)
     return valueKind(node).read(node);
 }
 
-QVariant readText(GenApi::INode *node)
+/// The value in the words of `format`.
+template <QVariant (*format)(const QVariant &)>
+QVariant readAs(GenApi::INode *node)
 {
-    return valueKind(node).text(node);
+    return format(readValue(node));
 }
 
 void fillNothing(QWidget *, GenApi::INode *) { }
@@ -93,9 +95,9 @@ QWidget *makeMaskedLine(QLatin1String mask, QWidget *parent)
 
 // Addresses
 
-QVariant shownMac(GenApi::INode *node)
+QVariant macText(const QVariant &value)
 {
-    return MACIntegerToString(static_cast<unsigned long long>(GenApi::CIntegerPtr(node)->GetValue()));
+    return MACIntegerToString(value.toULongLong());
 }
 
 QWidget *makeMacLine(const QString &, QWidget *parent)
@@ -103,9 +105,9 @@ QWidget *makeMacLine(const QString &, QWidget *parent)
     return makeMaskedLine(QLatin1String("HH:HH:HH:HH:HH:HH;_"), parent);
 }
 
-QVariant shownIpv4(GenApi::INode *node)
+QVariant ipv4Text(const QVariant &value)
 {
-    return IPV4IntegerToString(static_cast<unsigned int>(GenApi::CIntegerPtr(node)->GetValue()));
+    return IPV4IntegerToString(static_cast<unsigned int>(value.toLongLong()));
 }
 
 QWidget *makeIpv4Line(const QString &, QWidget *parent)
@@ -116,14 +118,14 @@ QWidget *makeIpv4Line(const QString &, QWidget *parent)
 // Hexadecimal numbers
 
 /// What the editor shows: its mask takes no "0x".
-QVariant hexDigits(GenApi::INode *node)
+QVariant hexDigits(const QVariant &value)
 {
-    return QString::number(static_cast<quint64>(GenApi::CIntegerPtr(node)->GetValue()), 16);
+    return QString::number(static_cast<quint64>(value.toLongLong()), 16);
 }
 
-QVariant shownHex(GenApi::INode *node)
+QVariant hexText(const QVariant &value)
 {
-    return QString(QStringLiteral("0x") + hexDigits(node).toString());
+    return QString(QStringLiteral("0x") + hexDigits(value).toString());
 }
 
 QWidget *makeHexLine(const QString &, QWidget *parent)
@@ -233,6 +235,11 @@ QWidget *makeLine(const QString &, QWidget *parent)
 
 // Lists
 
+QVariant booleanText(const QVariant &value)
+{
+    return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+}
+
 /// Words in the language of the panel: not the texts of the value, which are the same in all languages.
 QWidget *makeBooleanList(const QString &, QWidget *parent)
 {
@@ -280,7 +287,7 @@ QVariant chosenEntry(const QWidget *editor)
 
 // Commands
 
-QVariant shownCommand(GenApi::INode *)
+QVariant commandText(const QVariant &)
 {
     return QStringLiteral("{Execute}");
 }
@@ -298,28 +305,28 @@ QWidget *makeButton(const QString &, QWidget *parent)
 constexpr auto NoForm = IntegerForm::Number;
 
 constexpr EditorKind Kinds[] = {
-    {GenApi::intfIInteger, NoForm, "number box", true, false, readValue, readValue, makeIntegerBox, fillIntegerBox,
-     enteredNumber<IntegerSpinBox>, numberRefusal},
-    {GenApi::intfIInteger, IntegerForm::Hex, "hex field", true, false, readValue, shownHex, makeHexLine,
-     fillLine<hexDigits>, hexValue, hexRefusal},
-    {GenApi::intfIInteger, IntegerForm::Ipv4, "IPv4 field", true, true, readValue, shownIpv4, makeIpv4Line,
-     fillLine<shownIpv4>, noValue, neverRefused},
-    {GenApi::intfIInteger, IntegerForm::Mac, "MAC field", true, true, readValue, shownMac, makeMacLine,
-     fillLine<shownMac>, noValue, neverRefused},
-    {GenApi::intfIFloat, NoForm, "float box", false, false, readValue, shownFloat, makeFloatBox, fillFloatBox,
+    {GenApi::intfIInteger, NoForm, "number box", true, false, readValue, readValue, nullptr, makeIntegerBox,
+     fillIntegerBox, enteredNumber<IntegerSpinBox>, numberRefusal},
+    {GenApi::intfIInteger, IntegerForm::Hex, "hex field", true, false, readValue, readAs<hexText>, hexText, makeHexLine,
+     fillLine<readAs<hexDigits>>, hexValue, hexRefusal},
+    {GenApi::intfIInteger, IntegerForm::Ipv4, "IPv4 field", true, true, readValue, readAs<ipv4Text>, ipv4Text,
+     makeIpv4Line, fillLine<readAs<ipv4Text>>, noValue, neverRefused},
+    {GenApi::intfIInteger, IntegerForm::Mac, "MAC field", true, true, readValue, readAs<macText>, macText, makeMacLine,
+     fillLine<readAs<macText>>, noValue, neverRefused},
+    {GenApi::intfIFloat, NoForm, "float box", false, false, readValue, shownFloat, nullptr, makeFloatBox, fillFloatBox,
      enteredNumber<RealField>, numberRefusal},
-    {GenApi::intfIBoolean, NoForm, "boolean", false, false, readValue, readText, makeBooleanList, fillBooleanList,
-     chosenBoolean, neverRefused},
-    {GenApi::intfIEnumeration, NoForm, "list", false, false, readValue, readValue, makeEntryList, fillEntryList,
-     chosenEntry, neverRefused},
-    {GenApi::intfIString, NoForm, "text", false, false, initialText, readValue, makeLine, fillLine<readValue>, lineText,
-     neverRefused},
-    {GenApi::intfICommand, NoForm, "button", false, false, readValue, shownCommand, makeButton, fillNothing, noValue,
-     neverRefused},
+    {GenApi::intfIBoolean, NoForm, "boolean", false, false, readValue, readAs<booleanText>, booleanText,
+     makeBooleanList, fillBooleanList, chosenBoolean, neverRefused},
+    {GenApi::intfIEnumeration, NoForm, "list", false, false, readValue, readValue, nullptr, makeEntryList,
+     fillEntryList, chosenEntry, neverRefused},
+    {GenApi::intfIString, NoForm, "text", false, false, initialText, readValue, nullptr, makeLine, fillLine<readValue>,
+     lineText, neverRefused},
+    {GenApi::intfICommand, NoForm, "button", false, false, readValue, readAs<commandText>, commandText, makeButton,
+     fillNothing, noValue, neverRefused},
 };
 
-constexpr EditorKind NoEditor = {GenApi::intfIValue, NoForm,  "",          false,    false,       readValue,
-                                 readValue,          nullptr, fillNothing, lineText, neverRefused};
+constexpr EditorKind NoEditor = {GenApi::intfIValue, NoForm,  "",      false,       false,    readValue,
+                                 readValue,          nullptr, nullptr, fillNothing, lineText, neverRefused};
 
 /// Some devices say only by the names of their addresses what these are.
 IntegerForm hexForm(const QString &name)

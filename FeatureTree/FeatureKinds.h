@@ -30,6 +30,8 @@ struct EditorKind
     QVariant (*initial)(GenApi::INode *node);
     /// The value cell: a number, or text for people.
     QVariant (*shown)(GenApi::INode *node);
+    /// What `shown` makes of the value of `initial`; null: the same.
+    QVariant (*format)(const QVariant &value);
     /// A new editor, a child of `parent`. Null: there is none.
     QWidget *(*make)(const QString &feature, QWidget *parent);
     /// Lets the editor show the node's value, range and step or entries.

@@ -92,12 +92,19 @@ FeatureTreeView::~FeatureTreeView()
 
 void FeatureTreeView::setModel(QAbstractItemModel *newModel)
 {
-    if (model())
-        disconnect(model(), &QAbstractItemModel::dataChanged, this, &FeatureTreeView::onModelDataChanged);
-    if (newModel)
-        connect(newModel, &QAbstractItemModel::dataChanged, this, &FeatureTreeView::onModelDataChanged);
+    for (const QMetaObject::Connection &connection : m_modelConnections)
+        disconnect(connection);
+    m_modelConnections.clear();
     QTreeView::setModel(newModel);
     m_reader->setModel(qobject_cast<TreeModel *>(newModel));
+    if (!newModel)
+        return;
+    m_modelConnections = {
+        connect(newModel, &QAbstractItemModel::dataChanged, this, &FeatureTreeView::onModelDataChanged),
+        connect(newModel, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { m_reader->dropRows(); }),
+        connect(newModel, &QAbstractItemModel::rowsRemoved, this, [this] { m_reader->adoptRows(); }),
+        connect(newModel, &QAbstractItemModel::modelReset, this, [this] { m_reader->adoptRows(); }),
+    };
 }
 
 void FeatureTreeView::SetFilter(const int &level, const QString &filter)
@@ -320,10 +327,9 @@ void FeatureTreeView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEdi
 void FeatureTreeView::dropUneditable()
 {
     const QModelIndex index = m_delegate->editedIndex();
-    const bool isSilent = m_pass.reading && m_pass.reading->isSilent();
-    if (state() != EditingState || !isVisible() || !m_delegate->editor() || isSilent)
+    if (state() != EditingState || !isVisible() || !m_delegate->editor() || !itemAt(index))
         return;
-    if (!m_delegate->isEditable(index))
+    if (m_reader->readAhead(index) && !itemAt(index)->cell().isEditable)
         m_delegate->dropEditor();
 }
 

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QTreeView>
+#include <QVector>
 
 #include <GenApi/GenApi.h>
 
@@ -98,5 +99,6 @@ private:
     int m_visibilityLevel = 0;
     QString m_filterText;
     bool m_isHeld = false;
+    QVector<QMetaObject::Connection> m_modelConnections;
     enum { Idle, Expanding, Expanded } m_expansion = Idle; ///< of many rows at once, and whether one has opened
 };

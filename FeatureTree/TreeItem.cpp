@@ -108,10 +108,10 @@ QVariant TreeItem::data(int column)
         return storedData(column);
     QVariant value;
     bool unreadable = false;
-    m_isUnread = false;
     guardNode([&] { read([&] { value = FeatureKinds::editorKind(m_feature).shown(m_feature); }); },
               [&](const GenICam::GenericException &error) { unreadable = isUnreadable(error); },
               [this](const char *message) { logNewFault(message); });
+    m_isUnread = m_isUnread && way && way->isSilent();
     if (unreadable)
         return QStringLiteral("{Not Available}");
     if (!value.isValid())
@@ -137,7 +137,12 @@ void TreeItem::readFirst()
         return;
     m_isUnread = false;
     QVariant &value = m_itemData[ValueColumn];
-    guardNode([&] { read([&] { value = FeatureKinds::editorKind(m_feature).initial(m_feature); }); },
+    const auto first = [&] {
+        const FeatureKinds::EditorKind &kind = FeatureKinds::editorKind(m_feature);
+        m_format = kind.format;
+        value = kind.initial(m_feature);
+    };
+    guardNode([&] { read(first); },
               [this](const GenICam::GenericException &error) {
                   if (isNewFault(error.GetDescription()))
                       std::cout << error.GetDescription() << std::endl;
@@ -175,8 +180,10 @@ void TreeItem::write(int column, const QVariant &value, QVariant &old)
 {
     const ValueKind &kind = valueKind(m_feature);
     const bool isReadable = m_feature->GetAccessMode() != GenApi::WO;
-    if (kind.isRestorable && isReadable)
+    if (kind.isRestorable && isReadable) {
+        old = storedData(column); // for a device that does not even read
         old = kind.read(m_feature);
+    }
     if (!kind.write(m_feature, value))
         return;
     QThread::msleep(SettleMs);
@@ -197,8 +204,10 @@ void TreeItem::SetFeature(const GenApi::CPointer<GenApi::INode> &node)
     m_feature = node;
     m_featureName.clear();
     m_availability.reset();
-    if (m_feature.IsValid())
-        guardNode([this] { m_featureName = FeatureKinds::nodeName(m_feature); });
+    if (!m_feature.IsValid())
+        return;
+    guardNode([this] { m_featureName = FeatureKinds::nodeName(m_feature); });
+    guardNode([this] { availabilityNode(); }); // later the map may be locked by a read that takes its time
 }
 
 bool TreeItem::EnterEditMode(QString &interfaceName)
@@ -250,6 +259,12 @@ GenApi::INode *TreeItem::availabilityNode()
     GenApi::INodeMap *nodeMap = isSwitched ? m_feature->GetNodeMap() : nullptr;
     m_availability = nodeMap ? nodeMap->GetNode(name) : nullptr;
     return *m_availability;
+}
+
+TreeItem::Cell TreeItem::cell() const
+{
+    const QVariant first = storedData(ValueColumn);
+    return m_cell.value_or(Cell{m_format && first.isValid() ? m_format(first) : first, false});
 }
 
 bool TreeItem::isSwitchedOn(VisibilityPass &pass)

@@ -16,7 +16,6 @@
 
 #include "PanelBase/DeviceReading.h"
 
-class DeviceReading;
 struct VisibilityPass;
 
 /// One row of the feature tree: a category or a feature. Column 0 is the name, column 1 the value.
@@ -72,8 +71,10 @@ public:
         QVariant value;
         bool isEditable = false;
     };
-    const Cell &cell() const { return m_cell; }
+    /// Before that, the first value, and not editable.
+    Cell cell() const;
     void setCell(const Cell &cell) { m_cell = cell; }
+    bool hasCell() const { return m_cell.has_value(); }
     /// Whether the value has still to be read for the first time.
     bool isUnread() const { return m_isUnread; }
     /// For the time after setUnread(): reads the first value into the cell of column 1, if that was not done meanwhile.
@@ -109,12 +110,13 @@ private:
 
     QList<TreeItem *> m_childItems; ///< owned
     QVector<QVariant> m_itemData;
-    Cell m_cell;
+    std::optional<Cell> m_cell;
     bool m_isUnread = false;
     TreeItem *m_parentItem; ///< null for the header item
     GenApi::CPointer<GenApi::INode> m_feature; ///< owned by the node map
     QString m_featureName;
     std::optional<GenApi::INode *> m_availability; ///< what pIsAvailable names, once looked up; owned by the node map
+    QVariant (*m_format)(const QVariant &value) = nullptr; ///< how the first value is shown
     QSet<QByteArray> m_reportedFaults; ///< used in the header item only
     QPointer<DeviceReading> m_reading; ///< used in the header item only
 };

@@ -32,18 +32,27 @@ void TreeReader::setModel(TreeModel *model)
 {
     if (m_reading)
         m_reading->forget(this);
+    m_model = model;
+    m_reading = model ? model->getItem({})->reading() : nullptr;
+    m_pass = VisibilityPass();
+    m_pass.reading = m_reading;
+    adoptRows();
+}
+
+void TreeReader::dropRows()
+{
     m_rows.clear();
     m_readRows.clear();
     m_fresh.clear();
     m_unread.clear();
-    m_pass = VisibilityPass();
-    m_model = model;
-    TreeItem *const top = model ? model->getItem({}) : nullptr;
-    m_reading = top ? top->reading() : nullptr;
-    m_pass.reading = m_reading;
-    if (!m_reading)
+}
+
+void TreeReader::adoptRows()
+{
+    dropRows();
+    if (!m_reading || !m_model)
         return;
-    collectUnread(*top, m_unread);
+    collectUnread(*m_model->getItem({}), m_unread);
     std::reverse(m_unread.begin(), m_unread.end());
     if (!m_unread.isEmpty())
         m_reading->later(this);
@@ -72,7 +81,7 @@ QVector<QModelIndex> TreeReader::rowsIn(const QRegion &region) const
 bool TreeReader::needsReading(const QModelIndex &row, bool wasBehind)
 {
     TreeItem *const item = m_model->getItem(row);
-    const bool isRead = m_fresh.remove(item) || (wasBehind && item->cell().value.isValid());
+    const bool isRead = m_fresh.remove(item) || (wasBehind && item->hasCell());
     return item->childCount() == 0 && !isRead && !m_rows.contains(row);
 }
 
@@ -93,6 +102,15 @@ void TreeReader::readRows(const QRegion &region)
         m_reading->later(this);
 }
 
+bool TreeReader::readAhead(const QModelIndex &row)
+{
+    if (!m_model || !isNow())
+        return false;
+    m_model->readRow(row);
+    m_fresh.insert(m_model->getItem(row));
+    return !m_reading || !m_reading->isSilent();
+}
+
 void TreeReader::adoptPass()
 {
     if (!m_pass.due.isEmpty() && m_reading)
@@ -104,9 +122,13 @@ bool TreeReader::isInView() const
     return m_view.isVisible() && (isBehind() || !m_pass.due.isEmpty());
 }
 
+/// Two of three reads are for the rows in view, which are read again each second: the others have to end, too.
 bool TreeReader::readNext()
 {
-    return readRowInView() || readSwitch() || readFirstValue();
+    constexpr int Share = 3;
+    if (++m_readCount % Share != 0 && readRowInView())
+        return true;
+    return readSwitch() || readFirstValue() || readRowInView();
 }
 
 /// Rows that were scrolled away are read when they come back.

@@ -30,6 +30,12 @@ public:
     /// Reads the rows that are about to be painted in a region of the viewport. A row that has to wait is painted
     /// once more when it was read.
     void readRows(const QRegion &region);
+    /// Reads a row that is about to be painted, if there is time; false when there is not, or the device does not
+    /// answer.
+    bool readAhead(const QModelIndex &row);
+    /// Rows are about to go: nothing waits any more. What is left joins again with adoptRows(), as after a reset.
+    void dropRows();
+    void adoptRows();
     /// Whether rows in view are still to be read.
     bool isBehind() const { return !m_rows.isEmpty(); }
     /// What the pass has put off joins what waits.
@@ -56,4 +62,5 @@ private:
     QSet<TreeItem *> m_fresh; ///< read in a slice, not painted yet
     QVector<TreeItem *> m_unread; ///< of the model, the next one last
     bool m_isPassAhead = false; ///< switches were read in this slice
+    int m_readCount = 0;
 };

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FeatureTree/VisibilityPass.h"
 
-#include "PanelBase/DeviceReading.h"
-
 void VisibilityPass::restart(int newLevel, const QString &newFilter)
 {
     if (level != newLevel || filter != newFilter)

@@ -2,12 +2,13 @@
 #pragma once
 
 #include <QHash>
+#include <QPointer>
 #include <QString>
 #include <QVector>
 
 #include <GenApi/GenApi.h>
 
-class DeviceReading;
+#include "PanelBase/DeviceReading.h"
 
 /// One pass of the tree's filter over its rows: what to show, and the availability nodes that were read so far, so
 /// that each is read once however many features it switches. A slow device answers the rest of them later: until then
@@ -19,7 +20,7 @@ struct VisibilityPass
     QHash<GenApi::INode *, bool> switches; ///< availability node read in this pass: whether its features are shown
     QHash<GenApi::INode *, bool> before; ///< the same of earlier passes
     QVector<GenApi::INode *> due; ///< nodes that are to be read yet
-    DeviceReading *reading = nullptr; ///< null: nodes are read at once
+    QPointer<DeviceReading> reading; ///< null: nodes are read at once
     bool isKnownOnly = false; ///< nothing is read, now or later
 
     /// Begins the next pass. What is due stays so, since rows outside of it may wait for it, unless other rows are

@@ -2,46 +2,22 @@
 #include "PanelBase/DeviceReading.h"
 
 #include <algorithm>
-#include <array>
 
-#include "Features/NodeGuard.h"
 #include "PanelBase/HostCall.h"
-
-using namespace std::chrono_literals;
 
 namespace {
 
 constexpr const char *Module = "DeviceReading";
 
-/// Whether the device says anything about the node, be it a refusal.
-bool answers(GenApi::INode *node)
-{
-    bool isAnswered = true;
-    const auto ask = [node] {
-        const GenApi::CValuePtr value(node);
-        if (value.IsValid() && GenApi::IsReadable(value))
-            value->ToString(false, true); // past the cache
-    };
-    guardNode(
-        ask,
-        [&](const GenICam::GenericException &error) {
-            isAnswered = dynamic_cast<const GenICam::TimeoutException *>(&error) == nullptr;
-        },
-        [](const char *) {});
-    return isAnswered;
-}
-
 } // namespace
 
 DeviceReading::DeviceReading() : DeviceReading(Timing()) { }
 
-DeviceReading::DeviceReading(const Timing &timing) : m_timing(timing), m_limit(timing.budget)
+DeviceReading::DeviceReading(const Timing &timing) : m_timing(timing), m_limit(timing.budget), m_probe(timing.silence)
 {
     m_turn.setSingleShot(true);
     connect(&m_turn, &QTimer::timeout, this, &DeviceReading::nextTurn);
-    m_pause.setSingleShot(true);
-    connect(&m_pause, &QTimer::timeout, this, &DeviceReading::probe);
-    m_probes.setMaxThreadCount(1);
+    connect(&m_probe, &SilenceProbe::answered, this, &DeviceReading::revive);
 }
 
 DeviceReading::~DeviceReading()
@@ -52,9 +28,18 @@ DeviceReading::~DeviceReading()
 /// A read that would probably go beyond the budget waits, unless it is the first one.
 bool DeviceReading::hasTime()
 {
-    if (m_isSilent)
-        tryAtOnce();
-    return !m_isSilent && (m_spent == 0ms || m_spent + m_usual <= m_limit);
+    if (m_isSilent && !m_isTried && !m_isStopped) {
+        m_isTried = true;
+        startTurn();
+        m_probe.askAtOnce();
+    }
+    return !m_isSilent && (m_spent == Clock::duration::zero() || m_spent + m_usual <= m_limit);
+}
+
+void DeviceReading::refuseLeftOut(GenApi::INode *node) const
+{
+    if (node && m_probe.isLeftOut(node))
+        throw TIMEOUT_EXCEPTION("'%s' alone did not answer a short while ago", node->GetName().c_str());
 }
 
 /// Reads that the cache answers say little of the next one.
@@ -68,7 +53,7 @@ void DeviceReading::count(Clock::duration duration)
 
 void DeviceReading::startTurn()
 {
-    if (!m_turn.isActive())
+    if (!m_turn.isActive() && !m_isStopped)
         m_turn.start(0);
 }
 
@@ -84,23 +69,26 @@ void DeviceReading::later(Job *job)
 void DeviceReading::forget(Job *job)
 {
     m_jobs.removeAll(job);
+    m_served.removeAll(job);
 }
 
+/// Jobs of a silent device wait: whoever hears it again starts the next turn.
 void DeviceReading::nextTurn()
 {
-    m_spent = 0ms;
+    m_spent = Clock::duration::zero();
     m_isTried = false;
+    if (m_isSilent)
+        return;
     m_limit = m_timing.slice;
-    QVector<Job *> served;
     while (!m_jobs.isEmpty() && hasTime()) {
         Job *const job = nextJob();
-        if (!served.contains(job))
-            served.append(job);
+        if (!m_served.contains(job))
+            m_served.append(job);
         if (!job->readNext())
-            forget(job);
+            m_jobs.removeAll(job);
     }
-    for (Job *job : qAsConst(served))
-        job->endSlice();
+    while (!m_served.isEmpty())
+        m_served.takeFirst()->endSlice();
     m_limit = m_timing.budget;
     if (!m_jobs.isEmpty() && !m_isSilent)
         startTurn();
@@ -113,77 +101,41 @@ DeviceReading::Job *DeviceReading::nextJob() const
 }
 
 /// Whoever is reading is in the middle of something, so that the signal waits for the event loop.
-void DeviceReading::fallSilent(const std::string &reason, Clock::duration cost)
+void DeviceReading::fallSilent(GenApi::INode *node, const std::string &reason, Clock::duration cost)
 {
     if (m_isSilent || m_isStopped)
         return;
     m_isSilent = true;
     m_isTried = true;
-    m_tries = 0;
     startTurn();
+    m_probe.begin(node, cost);
     logToHost(Module, m_deviceName.toStdString() + " does not answer, what was read last is shown: " + reason);
-    pause(cost);
     QMetaObject::invokeMethod(this, &DeviceReading::silenced, Qt::QueuedConnection);
 }
 
-void DeviceReading::pause(Clock::duration cost)
+void DeviceReading::hear()
 {
-    const auto index = std::min(size_t(m_tries), m_timing.pauses.size() - 1);
-    m_isCostless = cost < m_timing.costless;
-    m_pause.start(m_isCostless ? m_timing.costlessPause : std::chrono::milliseconds(m_timing.pauses[index]));
-    if (!m_isCostless)
-        ++m_tries;
+    if (!m_isSilent || m_isStopped)
+        return;
+    m_probe.end();
+    revive();
+}
+
+void DeviceReading::revive()
+{
+    if (m_isStopped)
+        return;
+    m_isSilent = false;
+    m_usual = Clock::duration::zero();
+    logToHost(Module, "The values of " + m_deviceName.toStdString() + " are live again");
+    QMetaObject::invokeMethod(this, &DeviceReading::revived, Qt::QueuedConnection);
+    startTurn();
 }
 
 void DeviceReading::retry()
 {
-    if (m_isSilent && !m_isCostless)
-        probe();
-}
-
-void DeviceReading::tryAtOnce()
-{
-    if (!m_isCostless || m_isTried || m_isProbing || m_isStopped)
-        return;
-    m_isTried = true;
-    startTurn();
-    const auto begin = Clock::now();
-    const bool isAnswered = answers(m_asked);
-    const Clock::duration cost = Clock::now() - begin;
-    adoptProbe(isAnswered && cost <= m_timing.longest, cost);
-}
-
-void DeviceReading::probe()
-{
-    if (m_isStopped || m_isProbing)
-        return;
-    m_pause.stop();
-    m_isProbing = true;
-    m_probes.start([this, node = m_asked] {
-        const auto begin = Clock::now();
-        const bool isAnswered = answers(node);
-        const Clock::duration cost = Clock::now() - begin;
-        QMetaObject::invokeMethod(
-            this, [this, isAnswered, cost] { adoptProbe(isAnswered && cost <= m_timing.longest, cost); },
-            Qt::QueuedConnection);
-    });
-}
-
-void DeviceReading::adoptProbe(bool isAnswered, Clock::duration cost)
-{
-    m_isProbing = false;
-    if (m_isStopped)
-        return;
-    if (!isAnswered) {
-        pause(cost);
-        return;
-    }
-    m_isSilent = false;
-    m_usual = 0ms;
-    m_pause.stop();
-    logToHost(Module, "The values of " + m_deviceName.toStdString() + " are live again");
-    QMetaObject::invokeMethod(this, &DeviceReading::revived, Qt::QueuedConnection);
-    startTurn();
+    if (m_isSilent)
+        m_probe.ask();
 }
 
 void DeviceReading::stop()
@@ -191,7 +143,7 @@ void DeviceReading::stop()
     m_isStopped = true;
     m_isSilent = true;
     m_jobs.clear();
+    m_served.clear();
     m_turn.stop();
-    m_pause.stop();
-    m_probes.waitForDone();
+    m_probe.stop();
 }

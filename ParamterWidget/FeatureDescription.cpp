@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ParamterWidget/FeatureDescription.h"
 
+#include <QScopeGuard>
+
 #include "PanelBase/DeviceReading.h"
 #include "PanelBase/Guarded.h"
 
@@ -112,12 +114,17 @@ QString featureDescription(GenApi::INode *node, DeviceReading *reading)
 {
     QString html;
     errorOf([&] {
+        if (!reading || !reading->isSilent()) {
+            appendHead(html, node);
+            reading ? reading->read(node, [&] { appendValueRange(html, node); }) : appendValueRange(html, node);
+            return;
+        }
+        // The map may be locked by a read that takes its time.
+        GenApi::CLock &lock = node->GetNodeMap()->GetLock();
+        if (!lock.TryLock())
+            return;
+        const auto unlock = qScopeGuard([&lock] { lock.Unlock(); });
         appendHead(html, node);
-        const auto append = [&] { appendValueRange(html, node); };
-        if (!reading)
-            append();
-        else if (!reading->isSilent())
-            reading->read(node, append);
     });
     return html;
 }

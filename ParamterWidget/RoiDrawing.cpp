@@ -190,7 +190,7 @@ void RoiDrawing::adoptHostRegion(int leftX, int leftY, int rightX, int rightY)
 
 void RoiDrawing::adoptCameraChange()
 {
-    if (m_drawing && !m_context.disabled
+    if (m_drawing && !m_context.disabled && !m_context.reading->isSilent()
         && !(m_horizontal.isCurrent(m_context.deviceName) && m_vertical.isCurrent(m_context.deviceName)))
         m_selectButton->click();
 }

@@ -38,6 +38,8 @@ void SoftTrigger::apply(const SwitchButton *switchButton)
 
 void SoftTrigger::fire()
 {
+    if (m_context.reading->isSilent())
+        return;
     m_context.reading->writeByName([this] {
         return callHost<HostCore::SetCameraNodeValue>("SoftTrigger", m_context.deviceKey(), "TriggerSoftware",
                                                       std::string());

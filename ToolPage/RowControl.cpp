@@ -70,7 +70,7 @@ QWidget *RowControl::show(GenApi::EInterfaceType type, GenApi::INode *node, bool
     const auto show = [&](bool verify) {
         return m_feature->guardRead([&] { available = tryToShow(kind, node, verify); });
     };
-    const bool isShown = show(true) || (!m_editor && show(false));
+    const bool isShown = show(true) || (!m_editor && !m_feature->isSilent() && show(false));
     if (!isShown && m_editor && !hasInput())
         m_editor->setEnabled(false);
     return m_editor;

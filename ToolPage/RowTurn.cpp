@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include <QScopedValueRollback>
 #include <QWidget>
 
 RowTurn::RowTurn(const QWidget *row, std::function<void()> refresh) : m_row(row), m_refresh(std::move(refresh)) { }
@@ -22,8 +23,14 @@ bool RowTurn::isNow()
 
 void RowTurn::take()
 {
-    if (isNow())
-        m_refresh();
+    if (!m_isRefreshing && isNow())
+        refresh();
+}
+
+void RowTurn::refresh()
+{
+    const QScopedValueRollback<bool> refreshing(m_isRefreshing, true);
+    m_refresh();
 }
 
 void RowTurn::cancel()
@@ -41,6 +48,6 @@ bool RowTurn::isInView() const
 
 bool RowTurn::readNext()
 {
-    m_refresh();
+    refresh();
     return false;
 }

@@ -23,7 +23,7 @@ public:
     void setReading(DeviceReading *reading) { m_reading = reading; }
     /// False when the row has to wait, for which it is queued.
     bool isNow();
-    /// Refreshes the row, now or later.
+    /// Refreshes the row, now or later; nothing while it is being refreshed, which may show it.
     void take();
     /// Nothing that waits is read any more.
     void cancel();
@@ -32,7 +32,10 @@ public:
     bool readNext() override;
 
 private:
+    void refresh();
+
     const QWidget *m_row;
     std::function<void()> m_refresh;
     QPointer<DeviceReading> m_reading;
+    bool m_isRefreshing = false;
 };

@@ -111,6 +111,8 @@ void ToolPageWidgetItem::updateWidget(bool live)
         showLiveValue();
     else if (m_feature.node())
         m_turn.take();
+    if (m_feature.isSilent())
+        showSilence();
 }
 
 void ToolPageWidgetItem::refresh()
@@ -132,6 +134,8 @@ void ToolPageWidgetItem::showLiveValue()
             == 0;
     };
     reading ? reading->read(m_feature.node(), read) : read();
+    if (m_feature.isSilent())
+        return;
     if (m_feature.node()) {
         m_control.showAccess(isRead, m_available);
         hideUnlessAvailable();

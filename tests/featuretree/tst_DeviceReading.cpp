@@ -14,13 +14,19 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Nothing but the first read of a turn has time; what fails costs something.
+/// Nothing but the first read of a turn that waits has time; what fails costs something.
 DeviceReading::Timing strict()
 {
     DeviceReading::Timing timing;
-    timing.budget = timing.slice = timing.costless = 0ms;
-    timing.pauses = {1h, 1h, 1h, 1h};
+    timing.budget = timing.slice = timing.silence.costless = 0ms;
+    timing.silence.pauses = {1h, 1h, 1h, 1h};
     return timing;
+}
+
+/// As a device that takes its time does.
+void waitForDevice()
+{
+    QThread::usleep(100);
 }
 
 void timeOut()
@@ -41,7 +47,7 @@ public:
     bool readNext() override
     {
         m_notes.append(m_name);
-        m_reading.read(nullptr, [] {});
+        m_reading.read(nullptr, waitForDevice);
         return --left > 0;
     }
     void endSlice() override { m_notes.append(m_name + QLatin1Char('.')); }
@@ -103,7 +109,7 @@ private Q_SLOTS:
         seen.inView = true;
         seen.left = 2;
         QVERIFY2(reading.hasTime(), "the first read of a turn needs no budget");
-        reading.read(nullptr, [] {});
+        reading.read(nullptr, waitForDevice);
         QVERIFY(!reading.hasTime());
         for (NotingJob *job : {&hidden, &seen, &forgotten, &seen})
             reading.later(job);
@@ -150,7 +156,7 @@ private Q_SLOTS:
     {
         TestCamera camera;
         DeviceReading::Timing timing = strict();
-        timing.pauses = {10ms, 10ms, 10ms, 10ms};
+        timing.silence.pauses = {10ms, 10ms, 10ms, 10ms};
         DeviceReading reading(timing);
         QStringList notes;
         NotingJob job(reading, notes, QStringLiteral("job"));
@@ -184,19 +190,72 @@ private Q_SLOTS:
     {
         TestCamera camera;
         DeviceReading::Timing timing;
-        timing.costlessPause = 1h;
+        timing.silence.costlessPause = 1h;
         DeviceReading reading(timing);
         camera.port.readFault = MemoryPort::Fault::Timeout;
         QVERIFY_EXCEPTION_THROWN(reading.read(camera.node("Width"), timeOut), GenICam::TimeoutException);
         QVERIFY(!reading.hasTime());
         QCOMPARE(camera.port.reads, 0u);
+        QStringList notes;
+        NotingJob waiting(reading, notes, QStringLiteral("job"));
+        reading.later(&waiting);
         QCoreApplication::processEvents();
+        QTest::qWait(20);
+        QCOMPARE(camera.port.reads, 0u); // what waits asks for nothing
         for (int i = 0; i < 3; ++i)
             QVERIFY(!reading.hasTime());
         QCOMPARE(camera.port.reads, 1u);
         camera.port.readFault = MemoryPort::Fault::None;
         QCoreApplication::processEvents();
         QVERIFY(reading.hasTime());
+        QTRY_COMPARE(notes.size(), 2);
+    }
+
+    /// One feature that never answers is left out when another one does.
+    void oneFeatureAlone()
+    {
+        TestCamera camera;
+        DeviceReading::Timing timing;
+        DeviceReading reading(timing);
+        camera.port.latency = 100us; // the port waits, so that reads count as answers of the device
+        camera.port.faultFrom = TestCamera::Width;
+        camera.port.faultTo = TestCamera::Width + 4;
+        camera.port.readFault = MemoryPort::Fault::Timeout;
+        const auto read = [&](const char *name) {
+            GenApi::INode *node = camera.node(name);
+            reading.read(node, [&] { GenApi::CValuePtr(node)->ToString(false, true); });
+        };
+        read("Uncached");
+        QVERIFY_EXCEPTION_THROWN(read("Width"), GenICam::TimeoutException);
+        QVERIFY(!reading.hasTime());
+        reading.retry();
+        QTRY_VERIFY(!reading.isSilent());
+        camera.port.resetCounters();
+        QVERIFY_EXCEPTION_THROWN(read("Width"), GenICam::TimeoutException);
+        QVERIFY(!reading.isSilent());
+        QCOMPARE(camera.port.reads, 0u);
+    }
+
+    /// A command tells nothing about the device; what the user writes does.
+    void onlyRealAnswersCount()
+    {
+        TestCamera camera;
+        DeviceReading reading(strict());
+        camera.port.readFault = MemoryPort::Fault::Timeout;
+        camera.port.latency = 100us;
+        camera.port.readFault = MemoryPort::Fault::None;
+        reading.read(camera.node("Width"), [&] { GenApi::CIntegerPtr(camera.node("Width"))->GetValue(false, true); });
+        camera.port.readFault = MemoryPort::Fault::Timeout;
+        QVERIFY_EXCEPTION_THROWN(reading.write(camera.node("Start"), timeOut), GenICam::TimeoutException);
+        camera.port.resetCounters();
+        reading.retry();
+        QTRY_VERIFY(camera.port.reads > 0);
+        QTest::qWait(20);
+        QVERIFY(reading.isSilent());
+        QSignalSpy revived(&reading, &DeviceReading::revived);
+        reading.write(camera.node("Width"), [] {});
+        QVERIFY(!reading.isSilent());
+        QTRY_COMPARE(revived.size(), 1);
     }
 
     void writesByName()
@@ -209,6 +268,9 @@ private Q_SLOTS:
         QCOMPARE(reading.writeByName([] { return -4; }), -4);
         QVERIFY(reading.isSilent());
         QCOMPARE(reading.writeByName([] { return 0; }), -1);
+        QCoreApplication::processEvents(); // the next turn
+        QCOMPARE(reading.writeByName([] { return 0; }), 0);
+        QVERIFY(!reading.isSilent());
     }
 
     /// Whoever closes the device may destroy its nodes right after.
@@ -221,9 +283,17 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(reading.read(camera.node("Width"), timeOut), GenICam::TimeoutException);
         reading.retry();
         QTRY_VERIFY(port.isRead);
-        std::thread answer([&port] { port.release(); });
+        bool wasEarly = false;
+        std::atomic_bool isStopped{false};
+        std::thread answer([&] {
+            QThread::msleep(20);
+            wasEarly = isStopped;
+            port.release();
+        });
         reading.stop();
+        isStopped = true;
         answer.join();
+        QVERIFY2(!wasEarly, "the device is still being read");
         QVERIFY(!reading.hasTime() && reading.isSilent());
     }
 };

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "FeatureTree/TreeItem.h"
 #include "PanelBase/DeviceReading.h"
+#include <QAbstractSpinBox>
+#include <QLineEdit>
+
 #include "ShownTree.h"
 #include "TestRows.h"
 
@@ -121,8 +124,9 @@ private Q_SLOTS:
         QVERIFY(isShown("Width") && !isShown("Gain"));
         QVERIFY(!m_model->isEditable(m_model->getItem(width)));
         QCOMPARE(m_model->getItem(width)->data(1).toInt(), 48);
+        m_view->updateViewItemVisiable(m_model->index(0, 0));
         click("Width");
-        QVERIFY2(!editor<QWidget>() || editor<QWidget>() == m_view.get(), "no editor opens");
+        QVERIFY2(!editor<QLineEdit>() && !editor<QAbstractSpinBox>(), "no editor opens");
         QCOMPARE(FakeHostCore::instance().callsTo(QStringLiteral("VLogInfo")).size(), 1);
         m_camera->port.readFault = MemoryPort::Fault::None;
         QTRY_VERIFY(m_reading->hasTime());
@@ -131,10 +135,42 @@ private Q_SLOTS:
         QVERIFY(m_model->isEditable(m_model->getItem(width)));
     }
 
+    /// What is being typed outlives the silence; the row that it is in is the first one that finds out.
+    void typedTextIsKept()
+    {
+        QTRY_VERIFY(!m_reading->isBusy());
+        click("Uncached");
+        auto *const field = editor<QAbstractSpinBox>();
+        QVERIFY(field);
+        QTest::keyClicks(field, QStringLiteral("7"));
+        m_camera->port.readFault = MemoryPort::Fault::Timeout;
+        m_camera->map->InvalidateNodes();
+        QTRY_VERIFY_WITH_TIMEOUT(m_reading->isSilent(), 3000);
+        QTest::qWait(1200); // a beat of the view
+        QCOMPARE(editor<QAbstractSpinBox>(), field);
+        QVERIFY(field->text().contains(QLatin1Char('7')));
+    }
+
+    /// Rows that come into view for the first time in the silence show the values of the opening.
+    void firstSeenInSilence()
+    {
+        m_view->hide();
+        QTRY_VERIFY(!m_reading->isBusy());
+        m_camera->port.readFault = MemoryPort::Fault::Timeout;
+        m_camera->map->InvalidateNodes();
+        QVERIFY_EXCEPTION_THROWN(m_reading->read(m_camera->node("Width"), [] { throw TIMEOUT_EXCEPTION("no answer"); }),
+                                 GenICam::TimeoutException);
+        const std::pair<const char *, const char *> rows[] = {{"Width", "48"}, {"Power", "True"}, {"Mask", "0x"}};
+        for (const auto &[name, text] : rows)
+            QVERIFY2(m_model->getItem(cell(name))->cell().value.toString().startsWith(QLatin1String(text)),
+                     qPrintable(m_model->getItem(cell(name))->cell().value.toString()));
+    }
+
 private:
     void makeSlow()
     {
         make(true);
+        m_camera->port.latency = 50us; // the device keeps its reader waiting
         m_reading = std::make_unique<DeviceReading>(strict());
         m_model = std::make_unique<TreeModel>(QStringList{QStringLiteral("Feature"), QStringLiteral("Value")},
                                               m_camera->nodes());

@@ -116,7 +116,6 @@ private Q_SLOTS:
         QCOMPARE(told().size(), 1);
         m_panel->row("OffsetX")->updateWidget(false);
         port().readFault = MemoryPort::Fault::None;
-        panel()->updateWidget(true);
         QTRY_VERIFY(editor<QSpinBox>("Height")->isEnabled());
         QCOMPARE(field->text(), "64"_s);
         QCOMPARE(told().size(), 2);
