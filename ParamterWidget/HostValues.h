@@ -17,8 +17,8 @@ namespace HostValues {
 QString readNode(const PanelContext &context, const char *feature, const QString &otherwise = {});
 /// The same, or nothing when the host cannot read it or gives an empty text: a control stays as it is then.
 std::optional<QString> knownText(const PanelContext &context, const char *feature);
-/// False when the host refuses, which it reports by itself, or throws, or the device does not answer, which is tried once
-/// in a turn of the event loop.
+/// False when the host refuses, which it reports by itself, or throws, or the device does not answer, which is tried
+/// once in a turn of the event loop.
 bool writeNode(PanelContext &context, const char *feature, const QString &value);
 
 QString readSetting(const PanelContext &context, HostCore::CAM_INFO item);

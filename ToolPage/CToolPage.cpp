@@ -6,12 +6,33 @@
 #include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QPixmapCache>
 #include <QPushButton>
 #include <QSpacerItem>
 #include <QVBoxLayout>
 
 #include "PanelBase/StyleSheets.h"
 #include "ToolPage/ToolPageWidget.h"
+
+namespace {
+
+/// Kept for all groups: each QIcon would leave further copies of the same image in Qt's cache.
+QPixmap imageOf(QLatin1String file, const QSize &size, qreal ratio)
+{
+    const QString key = QStringLiteral("%1 %2x%3 %4").arg(file).arg(size.width()).arg(size.height()).arg(ratio);
+    QPixmap image;
+    if (QPixmapCache::find(key, &image))
+        return image;
+    image = QIcon(file).pixmap(size * ratio);
+    if (image.isNull())
+        return image;
+    image = image.scaled(size * ratio, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    image.setDevicePixelRatio(ratio);
+    QPixmapCache::insert(key, image);
+    return image;
+}
+
+} // namespace
 
 CToolPage::CToolPage(QWidget *parent) : QWidget(parent)
 {
@@ -157,11 +178,6 @@ void CToolPage::setExpanded(bool expanded)
 
 void CToolPage::showFoldIcon()
 {
-    const QSize size = m_foldIcon->size() * m_foldIcon->devicePixelRatioF();
-    const QIcon icon(m_expanded ? Icons::Unfold : Icons::Fold);
-    QPixmap pixmap = icon.pixmap(size);
-    if (!pixmap.isNull())
-        pixmap = pixmap.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    pixmap.setDevicePixelRatio(m_foldIcon->devicePixelRatioF());
-    m_foldIcon->setPixmap(pixmap);
+    const QLatin1String file = m_expanded ? Icons::Unfold : Icons::Fold;
+    m_foldIcon->setPixmap(imageOf(file, m_foldIcon->size(), m_foldIcon->devicePixelRatioF()));
 }

@@ -160,7 +160,7 @@ private Q_SLOTS:
         m_camera->map->InvalidateNodes();
         QVERIFY_EXCEPTION_THROWN(m_reading->read(m_camera->node("Width"), [] { throw TIMEOUT_EXCEPTION("no answer"); }),
                                  GenICam::TimeoutException);
-        const std::pair<const char *, const char *> rows[] = {{"Width", "48"}, {"Power", "False"}, {"Mask", "0x"}};
+        const std::pair<const char *, const char *> rows[] = {{"Width", "48"}, {"Power", "False"}, {"Flags", "0xff"}};
         for (const auto &[name, text] : rows)
             QVERIFY2(m_model->getItem(cell(name))->cell().value.toString().startsWith(QLatin1String(text)),
                      qPrintable(m_model->getItem(cell(name))->cell().value.toString()));

@@ -78,6 +78,11 @@ private Q_SLOTS:
             QVERIFY(shows(page, isExpanded ? Icons::Unfold : Icons::Fold));
             QTest::mouseClick(titleBarOf(&page), Qt::LeftButton);
         }
+        const auto image = [](CToolPage &of) {
+            return titleBarOf(&of)->findChild<QLabel *>()->pixmap(Qt::ReturnByValue);
+        };
+        CToolPage other;
+        QVERIFY2(image(page).cacheKey() == image(other).cacheKey(), "each group keeps an image of its own");
     }
 
     void autoStretchMovesTheFreeHeight()
