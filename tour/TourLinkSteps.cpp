@@ -82,9 +82,9 @@ bool plugCameraIn(TourStage &stage)
 
 const std::vector<TourStep> &tourLinkSteps()
 {
-    static const std::vector<TourStep> steps = {
+    static const std::vector<TourStep> Steps = {
         {"frames-lost", loseFrames},   {"camera-silent", silenceCamera}, {"camera-answers", hearCamera},
         {"camera-lost", unplugCamera}, {"camera-back", plugCameraIn},
     };
-    return steps;
+    return Steps;
 }
