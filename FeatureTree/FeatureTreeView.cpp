@@ -109,9 +109,14 @@ void FeatureTreeView::setModel(QAbstractItemModel *newModel)
 
 void FeatureTreeView::SetFilter(const int &level, const QString &filter)
 {
-    m_isHeld = false;
     m_visibilityLevel = level;
     m_filterText = filter;
+    releasePasses();
+}
+
+void FeatureTreeView::releasePasses()
+{
+    m_isHeld = false;
     updateAllVisibility();
 }
 

@@ -42,8 +42,10 @@ public:
     /// As QTreeView's, with one pass over the rows instead of one for each row that opens.
     void expandAll();
     void expandToDepth(int depth);
-    /// While true, rows are shown and hidden by nothing but SetFilter(), which ends it: one pass for all that changes.
+    /// From here to SetFilter() or releasePasses(), which makes the one pass for all that changes meanwhile, no row is
+    /// shown or hidden.
     void holdPasses() { m_isHeld = true; }
+    void releasePasses();
     /// Shows and hides rows by what is known of them, without reading.
     void showSwitched();
     /// The device does not answer: values are shown gray.

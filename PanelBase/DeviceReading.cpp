@@ -123,7 +123,7 @@ void DeviceReading::hear()
 
 void DeviceReading::revive()
 {
-    if (m_isStopped)
+    if (m_isStopped || !m_isSilent)
         return;
     m_isSilent = false;
     m_usual = Clock::duration::zero();

@@ -46,7 +46,8 @@ void SilenceProbe::begin(GenApi::INode *node, Clock::duration cost)
 {
     if (Clock::now() - m_aliveSince > m_timing.pauses.back())
         m_tries = 0;
-    m_silent = node;
+    m_unanswered = node;
+    m_isSilent = true;
     pause(cost);
 }
 
@@ -78,7 +79,7 @@ void SilenceProbe::ask()
         return;
     m_pause.stop();
     m_isAsking = true;
-    m_thread.start([this, silent = m_silent, other = m_answered] {
+    m_thread.start([this, silent = m_unanswered, other = m_answered] {
         const Outcome found = outcome(silent, other);
         QMetaObject::invokeMethod(
             this,
@@ -94,27 +95,28 @@ bool SilenceProbe::askAtOnce()
 {
     if (m_isStopped || m_isAsking || !m_isCostless)
         return false;
-    const Outcome found = outcome(m_silent, m_answered);
+    const Outcome found = outcome(m_unanswered, m_answered);
     adopt(found);
     return found.isAnswered;
 }
 
 void SilenceProbe::adopt(const Outcome &found)
 {
-    if (m_isStopped)
+    if (m_isStopped || !m_isSilent) // heard in another way meanwhile
         return;
     if (!found.isAnswered) {
         pause(found.cost);
         return;
     }
     if (found.isOnlyOther)
-        m_leftOut[m_silent] = Clock::now() + m_timing.leftOut;
+        m_leftOut[m_unanswered] = Clock::now() + m_timing.leftOut;
     end();
     Q_EMIT answered();
 }
 
 void SilenceProbe::end()
 {
+    m_isSilent = false;
     m_pause.stop();
     m_aliveSince = Clock::now();
 }

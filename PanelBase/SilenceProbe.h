@@ -67,7 +67,7 @@ private:
     void pause(Clock::duration cost);
 
     const Timing m_timing;
-    GenApi::INode *m_silent = nullptr;
+    GenApi::INode *m_unanswered = nullptr;
     GenApi::INode *m_answered = nullptr;
     QHash<GenApi::INode *, Clock::time_point> m_leftOut; ///< until when
     QTimer m_pause;
@@ -75,6 +75,7 @@ private:
     Clock::time_point m_aliveSince;
     int m_tries = 0; ///< that took their time
     bool m_isCostless = false; ///< the last one did not
+    bool m_isSilent = false; ///< from begin() to end()
     bool m_isAsking = false;
     bool m_isStopped = false;
 };

@@ -151,10 +151,12 @@ void PanelPlace::giveBackTree(const QWidget &panel) const
     if (isTreeFolded(panel) != m_isTreeFolded)
         panel.findChild<QToolButton *>(FoldButton)->click();
     FeatureTreeView &tree = *treeOf(panel);
+    tree.holdPasses();
     visitRows(*model, {}, {}, [&](const QModelIndex &row, const QStringList &path) {
         if (tree.isExpanded(row) != m_openRows.contains(path))
             tree.setExpanded(row, m_openRows.contains(path));
         if (path == m_currentRow)
             tree.setCurrentIndex(row);
     });
+    tree.releasePasses();
 }
