@@ -65,7 +65,16 @@ public:
     /// it alone does not answer.
     template <class Access>
     void read(GenApi::INode *node, Access &&access);
-    /// The same for writes, which may take as long as the device needs for them. One that succeeds ends a silence.
+    /// Runs `reads`, whose calls of read() are either all made in one turn or not at all: for hasTime() they count as
+    /// one.
+    template <class Reads>
+    void readTogether(Reads &&reads)
+    {
+        const Measured measured(*this);
+        reads();
+    }
+    /// The same as read() for writes, which may take as long as the device needs for them. One that succeeds ends a
+    /// silence.
     template <class Access>
     void write(GenApi::INode *node, Access &&access);
     /// The same for a write by name, `call`, which returns 0 on success: one that fails after more than a second makes
