@@ -93,7 +93,10 @@ void ShieldMasks::adopt()
 {
     const std::string device = m_context.deviceKey();
     for (int mask = 0; mask < int(m_switches.size()); ++mask) {
-        if (callHost<HostCore::SetCameraNodeValue>(Module, device, Selector, selectorEntry(mask).toStdString()) != 0)
+        const int result = m_context.reading->writeByName([&] {
+            return callHost<HostCore::SetCameraNodeValue>(Module, device, Selector, selectorEntry(mask).toStdString());
+        });
+        if (result != 0)
             continue;
         const bool enabled = isEnabled().value_or(false);
         if (enabled != m_switches[size_t(mask)]->isOn())

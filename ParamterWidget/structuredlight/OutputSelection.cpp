@@ -114,7 +114,9 @@ void OutputSelection::show()
     const QStringList former = m_outputs->getCheckedItemsName();
     for (int index = 0; index < OutputCount && !m_context.disabled; ++index) {
         const bool on = former.contains(QLatin1String(Outputs[index].name));
-        if (GenApi::IsReadable(nodeMap->GetNode(Outputs[index].feature)))
+        bool isReadable = false;
+        m_context.read([&] { isReadable = GenApi::IsReadable(nodeMap->GetNode(Outputs[index].feature)); });
+        if (isReadable)
             show(index, on);
     }
     if (!m_context.disabled)
