@@ -92,12 +92,6 @@ void Corrections::determine(const QObject *button)
     Q_EMIT field->editingFinished();
 }
 
-void Corrections::show()
-{
-    showTilt();
-    showHeight();
-}
-
 void Corrections::showTilt()
 {
     const auto sine = HostValues::readNumber(m_context, "SinData");
