@@ -101,6 +101,30 @@ private Q_SLOTS:
         QCOMPARE(editor<QComboBox>("Exposure Auto")->currentText(), "Continuous"_s);
     }
 
+    /// What is read by name is read in turns, too, in the same order.
+    void namesTakeTurns()
+    {
+        const auto asked = [this] { return calls("GetCameraNodeValue SetCameraNodeValue"); };
+        for (const PageSet pageSet : {PageSet::Profiler, PageSet::StructuredLight}) {
+            m_panel.reset();
+            m_panel = std::make_unique<CuratedPanel>(
+                pageSet == PageSet::Profiler ? profilerFeatures() : structuredLightFeatures(), pageSet);
+            m_panel->host.clearCalls();
+            panel()->updateWidget(true);
+            const QStringList expected = asked();
+            QVERIFY(expected.size() > 5);
+            m_panel->host.setCallHook([](const QString &call) {
+                if (call.contains("CameraNodeValue"_s))
+                    QThread::msleep(20);
+            });
+            m_panel->host.clearCalls();
+            panel()->updateWidget(true);
+            QVERIFY2(asked().size() < 5, "an event takes too long");
+            QTRY_COMPARE(asked().size(), expected.size());
+            QCOMPARE(asked(), expected);
+        }
+    }
+
     /// Whatever a person does with a silent device costs one time-out at most.
     void actionsInSilence()
     {
