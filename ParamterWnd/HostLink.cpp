@@ -37,5 +37,6 @@ void HostLink::release(QObject *receiver)
          std::initializer_list<const QObject *>{&deviceList, &focus, &language, &imageMode, &import})
         bridge->disconnect(receiver);
     QCoreApplication::removePostedEvents(receiver, QEvent::MetaCall);
+    toGui.close();
     deviceList.release();
 }

@@ -320,7 +320,11 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(reading.write(camera.node("Start"), timeOut), GenICam::TimeoutException);
         camera.port.resetCounters();
         reading.retry();
-        QTRY_VERIFY(camera.port.reads > 0);
+        const auto isAsked = [&camera] {
+            const GenApi::AutoLock lock(camera.map->GetLock());
+            return camera.port.reads > 0;
+        };
+        QTRY_VERIFY(isAsked());
         QTest::qWait(20);
         QVERIFY(reading.isSilent());
         QSignalSpy revived(&reading, &DeviceReading::revived);
