@@ -78,14 +78,27 @@ struct LostMailbox
 const QString LostReason = QStringLiteral("the camera no longer answers its host");
 using SharedMailbox = std::shared_ptr<LostMailbox>;
 
+/// Guards what GLib holds for deliverLost(): GLib's own lock does so, too, but hidden from the thread sanitizer.
+std::mutex heldMailboxes;
+
 void deliverLost(ArvDevice *, gpointer data)
 {
-    LostMailbox &mailbox = **static_cast<SharedMailbox *>(data);
-    const std::lock_guard<std::mutex> lock(mailbox.mutex);
-    mailbox.isLost = true;
-    if (!mailbox.receiver)
+    SharedMailbox mailbox;
+    {
+        const std::lock_guard<std::mutex> lock(heldMailboxes);
+        mailbox = *static_cast<SharedMailbox *>(data);
+    }
+    const std::lock_guard<std::mutex> lock(mailbox->mutex);
+    mailbox->isLost = true;
+    if (!mailbox->receiver)
         return;
-    mailbox.handOver->post([receiver = mailbox.receiver] { Q_EMIT receiver->lost(LostReason); });
+    mailbox->handOver->post([receiver = mailbox->receiver] { Q_EMIT receiver->lost(LostReason); });
+}
+
+void releaseMailbox(gpointer data, GClosure *)
+{
+    const std::lock_guard<std::mutex> lock(heldMailboxes);
+    delete static_cast<SharedMailbox *>(data);
 }
 
 SharedMailbox connectLost(ArvDevice *source, Device *receiver, HandOver *handOver)
@@ -93,9 +106,11 @@ SharedMailbox connectLost(ArvDevice *source, Device *receiver, HandOver *handOve
     auto mailbox = std::make_shared<LostMailbox>();
     mailbox->receiver = receiver;
     mailbox->handOver = handOver;
-    const auto release = [](gpointer data, GClosure *) { delete static_cast<SharedMailbox *>(data); };
-    g_signal_connect_data(source, "control-lost", G_CALLBACK(deliverLost), new SharedMailbox(mailbox), release,
-                          GConnectFlags(0));
+    const auto held = [&mailbox] {
+        const std::lock_guard<std::mutex> lock(heldMailboxes);
+        return new SharedMailbox(mailbox);
+    };
+    g_signal_connect_data(source, "control-lost", G_CALLBACK(deliverLost), held(), releaseMailbox, GConnectFlags(0));
     return mailbox;
 }
 
