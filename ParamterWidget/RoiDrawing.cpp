@@ -90,6 +90,8 @@ void RoiDrawing::pairRows()
         if (!rows.camera || !rows.drawn)
             continue;
         rows.drawn->setWidgetItemVisible(false);
+        QObject::connect(rows.camera, &ToolPageWidgetItem::availabilityChanged, rows.drawn,
+                         [this, rows] { showDrawnRow(rows); });
         m_rowPairs.append(rows);
     }
 }
@@ -156,10 +158,16 @@ bool RoiDrawing::requestRegion()
 
 void RoiDrawing::showDrawingRows(bool drawing)
 {
+    m_showsDrawing = drawing;
     for (const RowPair &rows : m_rowPairs) {
         rows.camera->setWidgetItemVisible(!drawing);
-        rows.drawn->setWidgetItemVisible(drawing && rows.camera->isAvailable());
+        showDrawnRow(rows);
     }
+}
+
+void RoiDrawing::showDrawnRow(const RowPair &rows)
+{
+    rows.drawn->setWidgetItemVisible(m_showsDrawing && rows.camera->isAvailable());
 }
 
 void RoiDrawing::applyCoordinate(const QObject *spinBox)

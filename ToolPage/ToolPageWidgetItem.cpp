@@ -119,8 +119,11 @@ void ToolPageWidgetItem::updateWidget(bool live)
 
 void ToolPageWidgetItem::refresh()
 {
+    const bool wasAvailable = m_available;
     getParameterWidget(m_feature.node(), m_available);
     hideUnlessAvailable();
+    if (m_available != wasAvailable)
+        Q_EMIT availabilityChanged();
 }
 
 void ToolPageWidgetItem::showLiveValue()

@@ -89,6 +89,8 @@ Q_SIGNALS:
     void commandExecuted();
     /// The mouse was pressed on the row.
     void itemClicked();
+    /// A refresh has found isAvailable() changed.
+    void availabilityChanged();
     /// The editor got the keyboard focus.
     void itemFocused();
 

@@ -162,6 +162,26 @@ private Q_SLOTS:
         }
     }
 
+    /// The first access that times out is the last one.
+    void oneTimeOut()
+    {
+        const auto fallSilent = [](CuratedPanel &panel) {
+            panel.camera.port.latency = 60ms;
+            panel.camera.port.readFault = panel.camera.port.writeFault = MemoryPort::Fault::Timeout;
+            panel.camera.port.resetCounters();
+        };
+        m_panel = std::make_unique<CuratedPanel>(CuratedFeatures{}, PageSet::AreaScan, fallSilent);
+        QCOMPARE(port().reads, 1u);
+        m_panel.reset();
+        m_panel = std::make_unique<CuratedPanel>();
+        fallSilent(*m_panel);
+        auto *const field = editor<QSpinBox>("Width");
+        field->setValue(640);
+        Q_EMIT field->editingFinished();
+        QCOMPARE(port().writes, 1u);
+        QVERIFY2(port().reads == 0, "what puts the value back waits, too");
+    }
+
     /// A closed device is not read any more, whatever waited.
     void nothingAfterClosing()
     {
