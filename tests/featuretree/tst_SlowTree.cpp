@@ -108,6 +108,30 @@ private Q_SLOTS:
         QVERIFY2(m_camera->port.readsOf(TestCamera::Switch) == 0, "of no row that is wanted");
     }
 
+    /// Who finds out that the device is silent is asked again when it is back.
+    void findsOutAndRetries()
+    {
+        make(true);
+        const QStringList expected = state(*m_view);
+        makeSlow(MemoryPort::Fault::Timeout);
+        QVERIFY(m_reading->isSilent());
+        const auto comesBack = [this] {
+            m_camera->port.readFault = MemoryPort::Fault::None;
+            m_reading->retry();
+            QTRY_VERIFY(!m_reading->isBusy());
+        };
+        comesBack();
+        QCOMPARE(state(*m_view), expected);
+        m_camera->map->InvalidateNodes();
+        m_camera->port.poke(TestCamera::Switch, 0);
+        m_camera->port.readFault = MemoryPort::Fault::Timeout;
+        QTRY_VERIFY(m_reading->hasTime());
+        m_view->updateViewItemVisiable(m_model->index(0, 0));
+        QVERIFY(m_reading->isSilent() && isShown("Gated"));
+        comesBack();
+        QVERIFY(!isShown("Gated"));
+    }
+
     /// Values that are read first are those that are seen; rows painted for what was read do not read again.
     void rowsInViewComeFirst()
     {
@@ -193,9 +217,12 @@ private Q_SLOTS:
     }
 
 private:
-    void makeSlow()
+    void makeSlow(MemoryPort::Fault fault = MemoryPort::Fault::None)
     {
         make(true);
+        if (fault != MemoryPort::Fault::None)
+            m_camera->map->InvalidateNodes();
+        m_camera->port.readFault = fault;
         m_camera->port.latency = 50us; // the device keeps its reader waiting
         m_reading = std::make_unique<DeviceReading>(strict());
         m_model = std::make_unique<TreeModel>(QStringList{QStringLiteral("Feature"), QStringLiteral("Value")},
