@@ -212,6 +212,8 @@ private Q_SLOTS:
         QVERIFY(field->isEnabled());
         QCOMPARE(field->text(), "64"_s);
         QCOMPARE(told().size(), 1);
+        panel()->onTriggerTimeout();
+        QCOMPARE(calls("SetCameraNodeValue"), QStringList());
         m_panel->row("OffsetX")->updateWidget(false);
         port().readFault = MemoryPort::Fault::None;
         QTRY_VERIFY(editor<QSpinBox>("Height")->isEnabled());
