@@ -2,16 +2,13 @@
 #include "soak/SoakRun.h"
 
 #include <QCryptographicHash>
-#include <QElapsedTimer>
-#include <QFile>
 #include <QThread>
 
 #include <utility>
 
-#include <unistd.h>
-
 #include "Simulation/SimulatedPort.h"
 #include "soak/EventWatch.h"
+#include "soak/Heap.h"
 #include "soak/SoakActions.h"
 #include "soak/SoakRecord.h"
 #include "soak/SoakStage.h"
@@ -23,16 +20,8 @@ constexpr qint64 Minute = 60'000; ///< ms
 /// What the panel waits for after a command (100 ms) and after a write (50 ms), and for selectors (10 ms).
 constexpr int PrescribedWaits = 160; ///< ms
 constexpr int SettledMinutes = 5;
-constexpr int LeastMinutes = 10; ///< of a run whose memory says something
+constexpr int StepsToRest = 500;
 constexpr double MostGrowth = 0.02;
-
-/// Of the whole program, in bytes.
-qint64 residentMemory()
-{
-    QFile file(QStringLiteral("/proc/self/statm"));
-    const QList<QByteArray> pages = file.open(QIODevice::ReadOnly) ? file.readAll().split(' ') : QList<QByteArray>();
-    return pages.size() > 1 ? pages[1].toLongLong() * sysconf(_SC_PAGESIZE) : 0;
-}
 
 QString digest(const QString &text)
 {
@@ -96,34 +85,34 @@ void SoakRun::step(int number)
 
 bool SoakRun::run()
 {
-    QElapsedTimer clock;
-    clock.start();
-    qint64 nextMinute = Minute;
+    m_clock.start();
     const auto isLeft = [&](int done) {
         return !m_stage.record().hasFailed() && (m_limits.steps == 0 || done < m_limits.steps)
-            && (m_limits.seconds == 0 || clock.elapsed() < qint64(m_limits.seconds) * 1000);
+            && (m_limits.seconds == 0 || m_clock.elapsed() < qint64(m_limits.seconds) * 1000);
     };
     for (int done = 0; isLeft(done); ++done) {
         step(done + 1);
-        if (clock.elapsed() < nextMinute)
-            continue;
-        nextMinute += Minute;
-        checkEachMinute();
+        if ((done + 1) % StepsToRest == 0)
+            rest();
     }
     return !m_stage.record().hasFailed();
 }
 
-void SoakRun::checkEachMinute()
+/// With everything closed, so that one rest can be compared with another.
+void SoakRun::rest()
 {
-    m_memory << residentMemory();
-    SoakRecord::print(QStringLiteral("%1 min, step %2, %3 MB, longest event %4 ms")
-                          .arg(m_memory.size())
+    m_stage.closeAll();
+    const qint64 heap = heapInUse(m_stage.window());
+    SoakRecord::print(QStringLiteral("step %1: %2 min, %3 kB in use at rest, longest event %4 ms")
                           .arg(m_stage.record().step())
-                          .arg(double(m_memory.last()) / (1 << 20), 0, 'f', 1)
+                          .arg(double(m_clock.elapsed()) / Minute, 0, 'f', 1)
+                          .arg(heap / 1024)
                           .arg(int(EventWatch::meter()->longest())));
-    if (m_memory.size() <= LeastMinutes)
+    if (m_clock.elapsed() < SettledMinutes * Minute || m_settledHeap == 0) {
+        m_settledHeap = heap;
         return;
-    const double growth = double(m_memory.last()) / double(m_memory[SettledMinutes - 1]) - 1;
+    }
+    const double growth = double(heap) / double(m_settledHeap) - 1;
     if (growth > MostGrowth)
         m_stage.record().fail(QStringLiteral("memory has grown by %1 %").arg(growth * 100));
 }

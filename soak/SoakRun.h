@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QElapsedTimer>
 #include <QStringList>
 #include <QTimer>
 
@@ -30,7 +31,7 @@ public:
 
 private:
     void step(int number);
-    void checkEachMinute();
+    void rest();
     void answerNested();
     void setBounds();
 
@@ -40,5 +41,6 @@ private:
     QTimer m_answers; ///< fires while an action waits for what it has opened
     int m_answeredLevel = 0; ///< of nested event loops
     QStringList m_looks;
-    QVector<qint64> m_memory; ///< resident bytes, each minute
+    QElapsedTimer m_clock;
+    qint64 m_settledHeap = 0; ///< bytes in use at the last rest of the first minutes
 };

@@ -171,6 +171,18 @@ void SoakStage::setFault(SimulatedDevice &device, int fault)
     device.setFault(chosen);
 }
 
+void SoakStage::closeAll()
+{
+    for (SimulatedDevice *device : simulated()) {
+        setFault(*device, 0);
+        device->setLatency(std::chrono::milliseconds(0));
+    }
+    const QList<Device *> devices = host().devices().all();
+    for (const Device *device : devices)
+        host().sessions().close(device->id());
+    settle();
+}
+
 void SoakStage::order(Command command) const
 {
     QAction *action = m_window.commands().action(command);
