@@ -3,9 +3,11 @@
 
 #include <QApplication>
 #include <QByteArray>
+#include <QFile>
 #include <QPixmapCache>
 
 #include <malloc.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -50,4 +52,11 @@ qint64 heapInUse(ViewerWindow &window)
     QPixmapCache::clear();
     return __sanitizer_get_current_allocated_bytes ? qint64(__sanitizer_get_current_allocated_bytes())
                                                    : libraryHeapInUse();
+}
+
+qint64 residentMemory()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    const QList<QByteArray> pages = file.open(QIODevice::ReadOnly) ? file.readAll().split(' ') : QList<QByteArray>();
+    return pages.size() > 1 ? pages[1].toLongLong() * sysconf(_SC_PAGESIZE) : 0;
 }

@@ -9,3 +9,6 @@ class ViewerWindow;
 /// Qt's cache of images, and without what Qt's style sheets keep of widgets that are gone (the line of a spin box, the
 /// frame of a drop-down list) until they are set again. Clears all three. Also tells under the address sanitizer.
 qint64 heapInUse(ViewerWindow &window);
+
+/// Of the whole program, in bytes.
+qint64 residentMemory();

@@ -98,10 +98,10 @@ bool SoakRun::run()
     return !m_stage.record().hasFailed();
 }
 
-/// With everything closed, so that one rest can be compared with another.
+/// One rest can be compared with another: everything is closed, and the window has its size again.
 void SoakRun::rest()
 {
-    m_stage.closeAll();
+    m_stage.rest();
     const qint64 heap = heapInUse(m_stage.window());
     SoakRecord::print(QStringLiteral("step %1: %2 min, %3 kB in use at rest, longest event %4 ms")
                           .arg(m_stage.record().step())
@@ -110,9 +110,10 @@ void SoakRun::rest()
                           .arg(int(EventWatch::meter()->longest())));
     if (m_clock.elapsed() < SettledMinutes * Minute || m_settledHeap == 0) {
         m_settledHeap = heap;
+        m_settledMemory = residentMemory();
         return;
     }
-    const double growth = double(heap) / double(m_settledHeap) - 1;
+    const double growth = double(heap - m_settledHeap) / double(m_settledMemory);
     if (growth > MostGrowth)
         m_stage.record().fail(QStringLiteral("memory has grown by %1 %").arg(growth * 100));
 }

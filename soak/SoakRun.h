@@ -43,4 +43,5 @@ private:
     QStringList m_looks;
     QElapsedTimer m_clock;
     qint64 m_settledHeap = 0; ///< bytes in use at the last rest of the first minutes
+    qint64 m_settledMemory = 0; ///< of the whole program, then
 };

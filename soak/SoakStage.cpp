@@ -171,7 +171,7 @@ void SoakStage::setFault(SimulatedDevice &device, int fault)
     device.setFault(chosen);
 }
 
-void SoakStage::closeAll()
+void SoakStage::rest()
 {
     for (SimulatedDevice *device : simulated()) {
         setFault(*device, 0);
@@ -180,6 +180,8 @@ void SoakStage::closeAll()
     const QList<Device *> devices = host().devices().all();
     for (const Device *device : devices)
         host().sessions().close(device->id());
+    constexpr QSize RestingSize(1280, 800);
+    m_window.resize(RestingSize);
     settle();
 }
 

@@ -50,8 +50,8 @@ public:
     /// The one on the network; null: there is none.
     FakeCamera *camera() const { return m_camera; }
     void setCamera(FakeCamera *camera) { m_camera = camera; }
-    /// Lets all links be sound and quick, and closes all devices.
-    void closeAll();
+    /// Lets all links be sound and quick, closes all devices and gives the window a size of its own.
+    void rest();
     /// By its shortcut, or by its button of the tool bar; nothing happens when it is disabled.
     void order(Command command) const;
     void clickDevice(const Device &device, bool twice) const;
