@@ -38,26 +38,64 @@ std::vector<GenApi::IValue *> selectorsOf(GenApi::IValue &value)
     return selectors;
 }
 
-/// The features below Root in the order of the tree, each once.
-std::vector<GenApi::IValue *> featuresOf(GenApi::INodeMap &map)
+/// The features of a category and of those inside.
+std::set<GenApi::INode *> featuresBelow(const GenApi::CCategoryPtr &root)
 {
-    std::vector<GenApi::IValue *> features;
-    std::set<GenApi::INode *> known;
-    std::vector<GenApi::INode *> due{map.GetNode("Root")};
+    std::set<GenApi::INode *> features;
+    std::vector<GenApi::ICategory *> due{root};
     while (!due.empty()) {
-        GenApi::INode *node = due.back();
-        due.pop_back();
-        if (!node || !known.insert(node).second)
-            continue;
-        const GenApi::CCategoryPtr category = node;
-        if (!category.IsValid()) {
-            features.push_back(GenApi::CValuePtr(node));
-            continue;
-        }
         GenApi::FeatureList_t inside;
-        category->GetFeatures(inside);
-        for (std::size_t i = inside.size(); i-- > 0;)
-            due.push_back(inside[i]->GetNode());
+        due.back()->GetFeatures(inside);
+        due.pop_back();
+        for (GenApi::IValue *value : inside) {
+            const GenApi::CCategoryPtr category = value;
+            if (features.insert(value->GetNode()).second && category.IsValid())
+                due.push_back(category);
+        }
+    }
+    return features;
+}
+
+/// What the walk goes on with behind a node. Of a category: the categories inside and what files hold. Of others: what
+/// their values, limits and access modes come from, and what makes them forget these.
+std::vector<GenApi::INode *> nextOf(GenApi::INode &node)
+{
+    GenApi::NodeList_t read;
+    GenApi::NodeList_t invalidating;
+    node.GetChildren(read, GenApi::ctReadingChildren);
+    node.GetChildren(invalidating, GenApi::ctInvalidatingChildren);
+    std::vector<GenApi::INode *> next(read.begin(), read.end());
+    next.insert(next.end(), invalidating.begin(), invalidating.end());
+    const auto isAside = [](GenApi::INode *inside) {
+        return !inside->IsStreamable() && inside->GetPrincipalInterfaceType() != GenApi::intfICategory;
+    };
+    if (node.GetPrincipalInterfaceType() == GenApi::intfICategory)
+        next.erase(std::remove_if(next.begin(), next.end(), isAside), next.end());
+    return next;
+}
+
+/// The streamable features below Root in the order of files: those of a category, then those behind each of them, then
+/// those of the categories inside. So what changes a feature when it is written comes soon behind it.
+std::vector<GenApi::INode *> featuresOf(GenApi::INodeMap &map)
+{
+    const GenApi::CCategoryPtr root = map.GetNode("Root");
+    if (!root.IsValid())
+        return {};
+    std::set<GenApi::INode *> left = featuresBelow(root);
+    std::vector<GenApi::INode *> features;
+    std::set<GenApi::INode *> known;
+    std::vector<GenApi::INode *> due{GenApi::CNodePtr(root)};
+    while (!due.empty()) {
+        const std::vector<GenApi::INode *> next = nextOf(*due.back());
+        due.pop_back();
+        for (GenApi::INode *node : next) {
+            if (left.erase(node) && isStorable(*node))
+                features.push_back(node);
+        }
+        for (auto node = next.rbegin(); node != next.rend(); ++node) {
+            if (known.insert(*node).second)
+                due.push_back(*node);
+        }
     }
     return features;
 }
@@ -192,9 +230,8 @@ void append(std::vector<Problem> &problems, std::vector<Problem> more)
 StoreWalk::StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted) : m_map(map)
 {
     std::set<GenApi::IValue *> used;
-    for (GenApi::IValue *value : featuresOf(map)) {
-        if (!value || !isStorable(*value->GetNode()))
-            continue;
+    for (GenApi::INode *node : featuresOf(map)) {
+        const GenApi::CValuePtr value = node;
         Feature feature{nameOf(*value), value,
                         isSelector(*value) ? std::vector<GenApi::IValue *>() : selectorsOf(*value)};
         if (wanted && !wanted(feature.name))
