@@ -84,7 +84,7 @@ private Q_SLOTS:
             COMPARE_ROW("line " + std::to_string(number), found, wanted);
         }
         QVERIFY(!std::getline(actual, *std::make_unique<std::string>()));
-        qDebug() << device.port.reads << device.port.writes << number;
+        qDebug() << device.port.reads << device.port.writes << number; qDebug() << QString::fromStdString(device.port.trace()).mid(60000,1500);
 
         CFeatureBag bag;
         std::istringstream stream(contentOf(name.toStdString() + ".bag"));
@@ -94,7 +94,7 @@ private Q_SLOTS:
         bag.LoadFromBag(device.map.get(), true, &errors);
         for (auto & e: errors)
         qDebug() << e.c_str();
-        qDebug() << device.port.reads << device.port.writes << number;
+        qDebug() << device.port.reads << device.port.writes << number; qDebug() << QString::fromStdString(device.port.trace()).mid(60000,1500);
     }
 };
 
