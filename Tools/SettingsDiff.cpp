@@ -57,7 +57,7 @@ std::optional<quint64> wholeNumber(const QString &text)
         bits = text.startsWith(QLatin1Char('-')) ? static_cast<quint64>(text.toLongLong(&isNumber))
                                                  : text.toULongLong(&isNumber);
     else if (Hexadecimal.match(text).hasMatch())
-        bits = text.midRef(2).toULongLong(&isNumber, 16);
+        bits = text.mid(2).toULongLong(&isNumber, 16);
     return isNumber ? std::optional<quint64>(bits) : std::nullopt;
 }
 

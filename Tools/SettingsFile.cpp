@@ -91,7 +91,11 @@ std::optional<Persistence::Settings> read(const QString &path, QString *error)
 
 bool write(const QString &path, const Persistence::Settings &settings, QString *error)
 {
-    const QByteArray content = bytes(settings);
+    return writeBytes(path, bytes(settings), error);
+}
+
+bool writeBytes(const QString &path, const QByteArray &content, QString *error)
+{
     if (isNoPlainFile(QFileInfo(path)))
         return writeInPlace(path, content, error);
     QSaveFile file(path);

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include <QByteArray>
 #include <QString>
 
 #include <GenApi/PersistenceFile.h>
@@ -18,6 +19,9 @@ std::optional<Persistence::Settings> read(const QString &path, QString *error);
 /// full, the folder read-only or the program killed. A link stays a link; what is no file (a pipe, a terminal) is
 /// written to as it stands. False with a sentence in `error` on failure.
 bool write(const QString &path, const Persistence::Settings &settings, QString *error);
+
+/// The same of any content, for other files that belong to the settings.
+bool writeBytes(const QString &path, const QByteArray &content, QString *error);
 
 /// The file as bytes, for who writes it to another place than a disk.
 QByteArray bytes(const Persistence::Settings &settings);
