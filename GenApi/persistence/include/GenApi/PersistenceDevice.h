@@ -64,8 +64,8 @@ private:
         std::string former;
     };
 
-    void move(GenApi::IValue &selector, const std::string &position);
-    void putBackSelectedBy(GenApi::IValue &selector);
+    void move(GenApi::IValue &selector, const std::string &position, const std::vector<GenApi::IValue *> &outer);
+    void putBackSelectedBy(GenApi::IValue &selector, const std::vector<GenApi::IValue *> &butNot = {});
     void putBack(const Moved &moved);
 
     GenApi::INodeMap &m_map;
