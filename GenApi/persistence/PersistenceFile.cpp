@@ -203,8 +203,9 @@ private:
             return report("the line is incomplete: '" + shownText(entry.feature) + "' has no value");
         if (entry.feature.empty())
             return report("the line is incomplete: there is no name in front of the value");
+        const std::string_view whole = text;
         if (beginsSelection(text) && !takeSelection(text, entry))
-            return report("the selectors of '" + shownText(entry.feature) + "' are incomplete: " + shownText(text));
+            return report("the selectors of '" + shownText(entry.feature) + "' are incomplete: " + shownText(whole));
         entry.value = text;
         noteDuplicate(entry);
         m_settings.entries.push_back(std::move(entry));
