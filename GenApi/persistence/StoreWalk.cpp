@@ -232,7 +232,7 @@ void append(std::vector<Problem> &problems, std::vector<Problem> more)
 
 } // namespace
 
-StoreWalk::StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted) : m_map(map)
+StoreWalk::StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted)
 {
     std::set<GenApi::IValue *> used;
     for (GenApi::INode *node : featuresOf(map)) {

@@ -115,7 +115,6 @@ public:
     std::vector<Problem> run(SelectorGuard &guard, const std::function<bool(const Place &)> &visit) const;
 
 private:
-    GenApi::INodeMap &m_map;
     std::vector<Feature> m_features;
 };
 
