@@ -94,8 +94,8 @@ public:
         m_number += hasLine ? 1 : 0;
         return hasLine;
     }
-    /// Lines end with CR LF.
-    void dropReturns() { m_dropsReturns = true; }
+    /// If this line ends with CR LF, all do.
+    void dropReturnsAsHere() { m_dropsReturns = !m_text.empty() && m_text.back() == '\r'; }
     std::string_view text() const
     {
         std::string_view text = m_text;
@@ -160,7 +160,7 @@ private:
     {
         if (!m_lines.next())
             throw RUNTIME_EXCEPTION("Line 1: this is no settings file: it is empty");
-        m_lines.dropReturns();
+        m_lines.dropReturnsAsHere();
         std::string_view text = m_lines.text();
         if (startsWith(text, ByteOrderMark))
             text.remove_prefix(ByteOrderMark.size());
@@ -203,8 +203,9 @@ private:
             return report("the line is incomplete: '" + shownText(entry.feature) + "' has no value");
         if (entry.feature.empty())
             return report("the line is incomplete: there is no name in front of the value");
+        const std::string_view whole = text;
         if (beginsSelection(text) && !takeSelection(text, entry))
-            return report("the selectors of '" + shownText(entry.feature) + "' are incomplete: " + shownText(text));
+            return report("the selectors of '" + shownText(entry.feature) + "' are incomplete: " + shownText(whole));
         entry.value = text;
         noteDuplicate(entry);
         m_settings.entries.push_back(std::move(entry));

@@ -36,12 +36,14 @@ bool standsAt(GenApi::IValue &selector, const std::string &position)
 Outcome SelectorGuard::moveTo(const Selection &selection)
 {
     Outcome outcome{Result::Done};
+    std::vector<GenApi::IValue *> outer;
     for (const SelectorPosition &one : selection) {
         outcome = guarded([&] {
             const GenApi::CValuePtr selector = m_map.GetNode(gcstringOf(one.selector));
             if (!selector.IsValid())
                 throw INVALID_ARGUMENT_EXCEPTION("'%s' not found", one.selector.c_str());
-            move(*selector, one.position);
+            move(*selector, one.position, outer);
+            outer.push_back(selector);
         });
         if (outcome.isDone())
             continue;
@@ -53,12 +55,14 @@ Outcome SelectorGuard::moveTo(const Selection &selection)
     return outcome;
 }
 
-void SelectorGuard::move(GenApi::IValue &selector, const std::string &position)
+// The outer ones stay where they are, even if this one selects them.
+void SelectorGuard::move(GenApi::IValue &selector, const std::string &position,
+                         const std::vector<GenApi::IValue *> &outer)
 {
     std::string present;
     if (standsAt(selector, position, present))
         return;
-    putBackSelectedBy(selector);
+    putBackSelectedBy(selector, outer);
     const bool isKnown = std::any_of(m_moved.begin(), m_moved.end(),
                                      [&selector](const Moved &moved) { return moved.selector == &selector; });
     if (!isKnown)
@@ -79,11 +83,13 @@ Outcome SelectorGuard::moveForGood(GenApi::IValue &selector, const std::string &
 }
 
 // Each call takes one out before it goes on, so selectors that select each other come to an end.
-void SelectorGuard::putBackSelectedBy(GenApi::IValue &selector)
+void SelectorGuard::putBackSelectedBy(GenApi::IValue &selector, const std::vector<GenApi::IValue *> &butNot)
 {
     while (true) {
-        const auto found = std::find_if(m_moved.rbegin(), m_moved.rend(),
-                                        [&selector](const Moved &moved) { return selects(selector, *moved.selector); });
+        const auto found = std::find_if(m_moved.rbegin(), m_moved.rend(), [&](const Moved &moved) {
+            return selects(selector, *moved.selector)
+                && std::find(butNot.begin(), butNot.end(), moved.selector) == butNot.end();
+        });
         if (found == m_moved.rend())
             return;
         const Moved moved = *found;

@@ -161,19 +161,24 @@ private:
         std::vector<std::string> positions;
         report({name, m_selection, {}}, guarded([&] { positions = positionsOf(selector); }));
         for (const std::string &position : positions) {
-            const Outcome outcome = m_guard.moveTo({{name, position}});
-            if (!outcome.isDone()) {
-                report({name, m_selection, position}, outcome);
-                continue;
-            }
             m_selection.push_back({name, position});
-            guarded([&] { m_selection.back().position = stringOf(selector.ToString()); });
-            const bool goesOn = walk(depth + 1);
+            const bool goesOn = walkAt(selector, depth);
             m_selection.pop_back();
             if (!goesOn || m_visited > MostPositions)
                 return goesOn;
         }
         return true;
+    }
+
+    bool walkAt(GenApi::IValue &selector, std::size_t depth)
+    {
+        const Outcome outcome = m_guard.moveTo(m_selection);
+        if (!outcome.isDone()) {
+            report({nameOf(selector), m_selection, {}}, outcome);
+            return true;
+        }
+        guarded([&] { m_selection.back().position = stringOf(selector.ToString()); });
+        return walk(depth + 1);
     }
 
     bool visit()
@@ -227,7 +232,7 @@ void append(std::vector<Problem> &problems, std::vector<Problem> more)
 
 } // namespace
 
-StoreWalk::StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted) : m_map(map)
+StoreWalk::StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted)
 {
     std::set<GenApi::IValue *> used;
     for (GenApi::INode *node : featuresOf(map)) {

@@ -69,8 +69,8 @@ void NodeGraph::connectSelected(const Node &selector, Node &selected)
     }
 }
 
-// What the node's value and limits are read from, the node itself included. The way ends at other selectors: where these
-// stand does not change with this one unless it selects them, too.
+// What the node's value and limits are read from, the node itself included. The way ends at other selectors: where
+// these stand does not change with this one unless it selects them, too.
 std::vector<Node *> NodeGraph::sourcesOf(Node &node)
 {
     NodeMarks &marks = freshMarks();

@@ -64,8 +64,8 @@ private:
         std::string former;
     };
 
-    void move(GenApi::IValue &selector, const std::string &position);
-    void putBackSelectedBy(GenApi::IValue &selector);
+    void move(GenApi::IValue &selector, const std::string &position, const std::vector<GenApi::IValue *> &outer);
+    void putBackSelectedBy(GenApi::IValue &selector, const std::vector<GenApi::IValue *> &butNot = {});
     void putBack(const Moved &moved);
 
     GenApi::INodeMap &m_map;
@@ -115,7 +115,6 @@ public:
     std::vector<Problem> run(SelectorGuard &guard, const std::function<bool(const Place &)> &visit) const;
 
 private:
-    GenApi::INodeMap &m_map;
     std::vector<Feature> m_features;
 };
 
