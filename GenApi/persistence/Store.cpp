@@ -98,7 +98,7 @@ Settings storeSettings(GenApi::INodeMap &map, const StoreOptions &options)
     Settings settings;
     settings.device = deviceInfo(map);
     settings.interfaceVersion = interfaceVersionOf(map);
-    const StoreWalk walk(map, options.wanted);
+    const StoreWalk walk(map, options.wanted, options.takesUnmarked);
     Collector collector(walk, settings);
     {
         SelectorGuard guard(map);

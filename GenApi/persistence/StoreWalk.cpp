@@ -15,10 +15,10 @@ namespace {
 constexpr std::size_t MostPositions = 65536; // of the selectors of one feature, all together
 constexpr std::size_t MostSelectors = 16;
 
-bool isStorable(GenApi::INode &node)
+bool isStorable(GenApi::INode &node, bool takesUnmarked)
 {
     const GenApi::EInterfaceType type = node.GetPrincipalInterfaceType();
-    return node.IsStreamable() && type != GenApi::intfICommand && type != GenApi::intfICategory;
+    return (takesUnmarked || node.IsStreamable()) && type != GenApi::intfICommand && type != GenApi::intfICategory;
 }
 
 bool isSelector(GenApi::IValue &value)
@@ -58,7 +58,7 @@ std::set<GenApi::INode *> featuresBelow(const GenApi::CCategoryPtr &root)
 
 /// What the walk goes on with behind a node. Of a category: the categories inside and what files hold. Of others: what
 /// their values, limits and access modes come from, and what makes them forget these.
-std::vector<GenApi::INode *> nextOf(GenApi::INode &node)
+std::vector<GenApi::INode *> nextOf(GenApi::INode &node, bool takesUnmarked)
 {
     GenApi::NodeList_t read;
     GenApi::NodeList_t invalidating;
@@ -66,17 +66,18 @@ std::vector<GenApi::INode *> nextOf(GenApi::INode &node)
     node.GetChildren(invalidating, GenApi::ctInvalidatingChildren);
     std::vector<GenApi::INode *> next(read.begin(), read.end());
     next.insert(next.end(), invalidating.begin(), invalidating.end());
-    const auto isAside = [](GenApi::INode *inside) {
-        return !inside->IsStreamable() && inside->GetPrincipalInterfaceType() != GenApi::intfICategory;
+    const auto isAside = [takesUnmarked](GenApi::INode *inside) {
+        return !takesUnmarked && !inside->IsStreamable()
+            && inside->GetPrincipalInterfaceType() != GenApi::intfICategory;
     };
     if (node.GetPrincipalInterfaceType() == GenApi::intfICategory)
         next.erase(std::remove_if(next.begin(), next.end(), isAside), next.end());
     return next;
 }
 
-/// The streamable features below Root in the order of files: those of a category, then those behind each of them, then
-/// those of the categories inside. So what changes a feature when it is written comes soon behind it.
-std::vector<GenApi::INode *> featuresOf(GenApi::INodeMap &map)
+/// The streamable features, or all, below Root in the order of files: those of a category, then those behind each of
+/// them, then those of the categories inside. So what changes a feature when it is written comes soon behind it.
+std::vector<GenApi::INode *> featuresOf(GenApi::INodeMap &map, bool takesUnmarked)
 {
     const GenApi::CCategoryPtr root = map.GetNode("Root");
     if (!root.IsValid())
@@ -86,10 +87,10 @@ std::vector<GenApi::INode *> featuresOf(GenApi::INodeMap &map)
     std::set<GenApi::INode *> known;
     std::vector<GenApi::INode *> due{GenApi::CNodePtr(root)};
     while (!due.empty()) {
-        const std::vector<GenApi::INode *> next = nextOf(*due.back());
+        const std::vector<GenApi::INode *> next = nextOf(*due.back(), takesUnmarked);
         due.pop_back();
         for (GenApi::INode *node : next) {
-            if (left.erase(node) && isStorable(*node))
+            if (left.erase(node) && isStorable(*node, takesUnmarked))
                 features.push_back(node);
         }
         for (auto node = next.rbegin(); node != next.rend(); ++node) {
@@ -232,10 +233,10 @@ void append(std::vector<Problem> &problems, std::vector<Problem> more)
 
 } // namespace
 
-StoreWalk::StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted)
+StoreWalk::StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted, bool takesUnmarked)
 {
     std::set<GenApi::IValue *> used;
-    for (GenApi::INode *node : featuresOf(map)) {
+    for (GenApi::INode *node : featuresOf(map, takesUnmarked)) {
         const GenApi::CValuePtr value = node;
         Feature feature{nameOf(*value), value,
                         isSelector(*value) ? std::vector<GenApi::IValue *>() : selectorsOf(*value)};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Tools/cli/Output.h"
 
+#include <cerrno>
 #include <cstdio>
 
 #include <QJsonDocument>
@@ -8,8 +9,11 @@
 void Output::bytes(const QByteArray &text)
 {
     const auto size = static_cast<std::size_t>(text.size());
-    if (std::fwrite(text.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0)
-        m_isBroken = true;
+    if (m_isBroken || (std::fwrite(text.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0))
+        return;
+    m_isBroken = true;
+    if (errno != EPIPE) // else whoever read it has had enough
+        note(QStringLiteral("the output cannot be written: %1").arg(qt_error_string(errno)));
 }
 
 void Output::line(const QString &text)

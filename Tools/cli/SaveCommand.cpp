@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Tools/SettingsFile.h"
+#include "Tools/SettingsStore.h"
 #include "Tools/cli/Places.h"
 #include "Tools/cli/Records.h"
 #include "Tools/cli/Stored.h"
@@ -23,9 +24,7 @@ bool write(const QString &file, const Persistence::Settings &settings, Task &tas
 
 std::optional<Persistence::Settings> storedOf(OpenDevice &device, ExitCode *code, Task &task)
 {
-    Persistence::StoreOptions options;
-    options.step = [&device](std::size_t) { return device.goesOn(); };
-    Persistence::Settings settings = Persistence::storeSettings(device.map(), options);
+    Persistence::Settings settings = settingsOf(device.map(), [&device](std::size_t) { return device.goesOn(); });
     if (!device.goesOn()) {
         *code = endOf(device, task);
         return std::nullopt;
@@ -44,8 +43,6 @@ ExitCode saveSettings(OpenDevice &device, Task &task)
     if (!settings)
         return code;
     if (settings->entries.empty())
-        task.output.note(QStringLiteral("the description of %1 marks no feature as a setting to store: "
-                                        "the file has no entries")
-                             .arg(device.id()));
+        task.output.note(QStringLiteral("%1 has no settings: the file is empty").arg(device.id()));
     return write(fileFor(device, task.words.front()), *settings, task) ? code : FileFailed;
 }

@@ -72,8 +72,6 @@ ExitCode run(const Options &options)
         code = listDevices(task);
     if (options.isJson)
         output.document(!options.allOf.empty() || !(options.command->flags & Command::Devices));
-    if (output.isBroken() && code == Done)
-        output.note(QStringLiteral("the output cannot be written"));
     return output.isBroken() && code == Done ? FileFailed : code;
 }
 

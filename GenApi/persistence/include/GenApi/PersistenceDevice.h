@@ -106,7 +106,9 @@ public:
     };
 
     /// \param wanted features for which it is false are left out; all are taken if it is empty
-    explicit StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted = {});
+    /// \param takesUnmarked also features that are not streamable
+    explicit StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::string &)> &wanted = {},
+                       bool takesUnmarked = false);
 
     const std::vector<Feature> &features() const { return m_features; }
     /// Calls `visit` for each feature at each position that it can be reached at, until that is false. Features with
@@ -121,6 +123,7 @@ private:
 struct GENICAM_DECL StoreOptions
 {
     std::function<bool(const std::string &)> wanted; ///< see StoreWalk
+    bool takesUnmarked = false; ///< see StoreWalk
     std::function<bool(std::size_t entries)> step; ///< called after each entry; false ends the walk
 };
 
