@@ -32,22 +32,33 @@ public:
         const int level = QThread::currentThread()->loopLevel();
         if (QThread::currentThread() != thread() || m_meter.isInner(level))
             return QApplication::notify(receiver, event);
-        const Event measured(m_meter, level);
+        const Measured measured(*this, *receiver, *event, level);
         return QApplication::notify(receiver, event);
     }
 
+protected:
+    /// An event that is no inner one begins.
+    virtual void eventBegins(const QObject &, const QEvent &) { }
+    /// The one that began last ends; `longest` of its stretches, in milliseconds.
+    virtual void eventEnds(double) { }
+
 private:
     /// Nothing that is thrown leaves an event open.
-    class Event
+    class Measured
     {
     public:
-        Event(StallMeter &meter, int level) : m_meter(meter) { m_meter.begin(level, now()); }
-        ~Event() { m_meter.end(now()); }
-        Event(const Event &) = delete;
-        Event &operator=(const Event &) = delete;
+        Measured(MeteredApplication &application, const QObject &receiver, const QEvent &event, int level)
+            : m_application(application)
+        {
+            m_application.eventBegins(receiver, event);
+            m_application.m_meter.begin(level, now());
+        }
+        ~Measured() { m_application.eventEnds(m_application.m_meter.end(now())); }
+        Measured(const Measured &) = delete;
+        Measured &operator=(const Measured &) = delete;
 
     private:
-        StallMeter &m_meter;
+        MeteredApplication &m_application;
     };
 
     static StallMeter::Clock::time_point now() { return StallMeter::Clock::now(); }

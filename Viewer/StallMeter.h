@@ -19,19 +19,22 @@ public:
     void begin(int level, Clock::time_point now)
     {
         endStretch(now);
-        m_levels.push_back(level);
+        m_events.push_back({level, 0});
         m_start = now;
         m_isRunning = true;
     }
     /// Whether an event of that depth is only a call within the event that runs.
-    bool isInner(int level) const { return !m_levels.empty() && level <= m_levels.back(); }
-    /// The event that began last ends, one that ran a loop for it goes on.
-    void end(Clock::time_point now)
+    bool isInner(int level) const { return !m_events.empty() && level <= m_events.back().level; }
+    /// The event that began last ends, one that ran a loop for it goes on. Returns the longest stretch of the one that
+    /// has ended, in milliseconds.
+    double end(Clock::time_point now)
     {
         endStretch(now);
-        m_levels.pop_back();
+        const double longest = m_events.back().longest;
+        m_events.pop_back();
         m_start = now;
-        m_isRunning = !m_levels.empty();
+        m_isRunning = !m_events.empty();
+        return longest;
     }
     /// An event loop looks for events, or waits for them.
     void pause(Clock::time_point now)
@@ -44,7 +47,7 @@ public:
     {
         endStretch(now);
         m_start = now;
-        m_isRunning = !m_levels.empty();
+        m_isRunning = !m_events.empty();
     }
 
     /// The longest stretch since the last restart(), in milliseconds.
@@ -52,13 +55,22 @@ public:
     void restart() { m_longest = 0; }
 
 private:
+    struct Event
+    {
+        int level;
+        double longest; ///< ms
+    };
+
     void endStretch(Clock::time_point now)
     {
-        if (m_isRunning)
-            m_longest = std::max(m_longest, Milliseconds(now - m_start).count());
+        if (!m_isRunning)
+            return;
+        const double stretch = Milliseconds(now - m_start).count();
+        m_events.back().longest = std::max(m_events.back().longest, stretch);
+        m_longest = std::max(m_longest, stretch);
     }
 
-    std::vector<int> m_levels; ///< of the events that run, each in a loop of the one before
+    std::vector<Event> m_events; ///< that run, each in a loop of the one before
     Clock::time_point m_start;
     double m_longest = 0;
     bool m_isRunning = false;

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "soak/EventWatch.h"
 
-#include <QAbstractEventDispatcher>
 #include <QEvent>
 #include <QMetaEnum>
-#include <QThread>
 
 #include <ctime>
 
@@ -45,17 +43,6 @@ QString nameOf(const QObject &receiver, QEvent::Type type)
 
 } // namespace
 
-EventWatch::EventWatch(int &argc, char **argv) : QApplication(argc, argv)
-{
-    const QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
-    connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, [this] { m_idle.start(); });
-    connect(dispatcher, &QAbstractEventDispatcher::awake, this, [this] {
-        if (!m_running.empty() && m_idle.isValid())
-            m_running.back().foreign += m_idle.nsecsElapsed();
-        m_idle.invalidate();
-    });
-}
-
 void EventWatch::setBounds(int bound, int waits, Report report)
 {
     m_bound = bound;
@@ -63,35 +50,22 @@ void EventWatch::setBounds(int bound, int waits, Report report)
     m_report = std::move(report);
 }
 
-bool EventWatch::isOfDriver(const QObject *receiver) const
-{
-    return m_driver && (receiver == m_driver || receiver->parent() == m_driver);
-}
-
 bool EventWatch::notify(QObject *receiver, QEvent *event)
 {
-    if (QThread::currentThread() != thread() || isOfDriver(receiver))
-        return QApplication::notify(receiver, event);
-    const int level = QThread::currentThread()->loopLevel();
-    if (!m_running.empty() && m_running.back().loopLevel == level)
-        return QApplication::notify(receiver, event);
-    const QEvent::Type type = event->type(); // the event, or who gets it, may be gone afterwards
-    const QString name = nameOf(*receiver, type);
-    m_running.push_back({level, {}, computedTime(), 0});
-    m_running.back().clock.start();
-    const bool result = QApplication::notify(receiver, event);
-    const Running finished = m_running.back();
-    m_running.pop_back();
-    if (!m_running.empty())
-        m_running.back().foreign += finished.clock.nsecsElapsed();
-    finish(finished, name, type);
-    return result;
+    const bool isOfDriver = m_driver && (receiver == m_driver || receiver->parent() == m_driver);
+    return isOfDriver ? QApplication::notify(receiver, event) : MeteredApplication::notify(receiver, event);
 }
 
-void EventWatch::finish(const Running &event, const QString &name, QEvent::Type type)
+/// The event, and who gets it, may be gone when it ends.
+void EventWatch::eventBegins(const QObject &receiver, const QEvent &event)
 {
-    const int taken = int((event.clock.nsecsElapsed() - event.foreign) / NanosecondsPerMillisecond);
-    m_longest = qMax(m_longest, taken);
-    if (m_report && taken > m_bound + (mayWait(type) ? m_waits : 0))
-        m_report(name, taken, int((computedTime() - event.computed) / NanosecondsPerMillisecond));
+    m_running.push_back({nameOf(receiver, event.type()), mayWait(event.type()), computedTime()});
+}
+
+void EventWatch::eventEnds(double longest)
+{
+    const Running event = m_running.back();
+    m_running.pop_back();
+    if (m_report && longest > m_bound + (event.mayWait ? m_waits : 0))
+        m_report(event.name, int(longest), int((computedTime() - event.computed) / NanosecondsPerMillisecond));
 }

@@ -20,11 +20,13 @@
 #include "Viewer/ImageView.h"
 #include "Viewer/ViewerCommands.h"
 #include "Viewer/ViewerWindow.h"
-#include "soak/FakeCamera.h"
 #include "soak/SoakFiles.h"
 #include "soak/SoakHand.h"
 #include "soak/SoakRecord.h"
 #include "soak/SoakStage.h"
+#include "support/FakeCamera.h"
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -253,6 +255,15 @@ void unplugCamera(SoakStage &stage)
         camera->plug();
 }
 
+void changeLatency(SoakStage &stage)
+{
+    constexpr std::chrono::milliseconds Latencies[] = {0ms, 0ms, 1ms, 2ms}; // of each access; quick again at times
+    SimulatedDevice *device = stage.dice().oneOf(stage.simulated());
+    const std::chrono::milliseconds latency = stage.dice().oneOf(Latencies);
+    stage.record().note(QStringLiteral("%1 takes %2 ms").arg(device->id()).arg(latency.count()));
+    device->setLatency(latency);
+}
+
 void resize(SoakStage &stage)
 {
     const QSize size(900 + stage.dice().below(1000), 640 + stage.dice().below(500));
@@ -288,6 +299,7 @@ const Action Actions[] = {
     {3, "file:", openFile},
     {6, "image", useImage},
     {3, "unplug:", unplug},
+    {2, "link:", changeLatency},
     {1, "camera", unplugCamera},
     {2, "resize:", resize},
     {6, "wander:", wander},

@@ -120,7 +120,7 @@ void SoakRun::checkEachMinute()
                           .arg(m_memory.size())
                           .arg(m_stage.record().step())
                           .arg(double(m_memory.last()) / (1 << 20), 0, 'f', 1)
-                          .arg(m_watch.longest()));
+                          .arg(int(EventWatch::meter()->longest())));
     if (m_memory.size() <= LeastMinutes)
         return;
     const double growth = double(m_memory.last()) / double(m_memory[SettledMinutes - 1]) - 1;

@@ -2,11 +2,11 @@
 #include "Devices/AravisDevice.h"
 #include "Viewer/ViewerStyle.h"
 #include "soak/EventWatch.h"
-#include "soak/FakeCamera.h"
 #include "soak/OpenCloseCycles.h"
 #include "soak/SoakOptions.h"
 #include "soak/SoakRun.h"
 #include "soak/SoakSession.h"
+#include "support/FakeCamera.h"
 
 int main(int argc, char **argv)
 {
@@ -29,7 +29,7 @@ int main(int argc, char **argv)
         : SoakRun(session.stage(), application, {options.seconds, options.steps, options.bound}).run();
     SoakRecord::print(passed ? QStringLiteral("passed: %1 steps, longest event %2 ms")
                                    .arg(session.record().step())
-                                   .arg(application.longest())
+                                   .arg(int(EventWatch::meter()->longest()))
                              : session.record().report());
     return passed ? 0 : 1;
 }

@@ -8,19 +8,13 @@
 #include "ParamterWidget/ParamterWidget.h"
 #include "ParamterWnd/ParamterWnd.h"
 #include "TestHost.h"
+#include "support/FakeCamera.h"
 
 namespace {
 
-const QString Program = QStringLiteral("arv-fake-gv-camera-0.8");
 constexpr quint16 ControlPort = 3956; // of every GigE Vision device
 constexpr quint32 WidthRegister = 0x100; // of the fake camera
 constexpr int LossTimeout = 20'000; // ms; a heartbeat has to be missed for some seconds
-
-/// Where the camera listens: in a namespace of its own, see in-own-network, or here.
-QString cameraAddress()
-{
-    return qEnvironmentVariable("FAKE_CAMERA_ADDRESS", QStringLiteral("127.0.0.1"));
-}
 
 /// Reads a register past the whole host: READREG of the GigE Vision control protocol. -1 without an answer.
 qint64 cameraRegister(quint32 address)
@@ -28,7 +22,7 @@ qint64 cameraRegister(quint32 address)
     QUdpSocket socket;
     QByteArray request(QByteArray::fromHex("420100800004000100000000"));
     qToBigEndian(address, request.data() + 8);
-    socket.connectToHost(QHostAddress(cameraAddress()), ControlPort);
+    socket.connectToHost(QHostAddress(FakeCamera::address()), ControlPort);
     socket.write(request);
     if (!socket.waitForReadyRead(1000))
         return -1;
@@ -47,7 +41,7 @@ class tst_EndToEnd : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        if (QStandardPaths::findExecutable(Program).isEmpty())
+        if (!FakeCamera::isInstalled())
             QSKIP("the fake GigE Vision camera is not installed");
         startCamera();
         if (QTest::currentTestFailed())
@@ -145,8 +139,7 @@ private Q_SLOTS:
     void aDeadCameraCostsOneDeadline()
     {
         QVERIFY(m_host->sessions().startAcquisition(m_id));
-        m_camera.kill();
-        QVERIFY(m_camera.waitForFinished());
+        QVERIFY(m_camera.unplug());
         QElapsedTimer timer;
         timer.start();
         QVERIFY(write("GainRaw", "5") != 0);
@@ -201,8 +194,7 @@ private Q_SLOTS:
         tabs->setCurrentIndex(1);
         m_host->automaticSearch().start();
         QVERIFY(m_host->sessions().startAcquisition(m_id));
-        m_camera.kill();
-        QVERIFY(m_camera.waitForFinished());
+        QVERIFY(m_camera.unplug());
         QTRY_VERIFY_WITH_TIMEOUT(m_host->deviceReturn().isLost(m_id), LossTimeout);
         QTRY_VERIFY(!m_host->devices().device(m_id)->isOpen());
         m_host.log.clear();
@@ -227,23 +219,15 @@ private Q_SLOTS:
     {
         m_window.reset();
         m_host.end();
-        m_camera.kill();
-        m_camera.waitForFinished();
+        m_camera.unplug();
     }
 
 private:
     void startCamera()
     {
         QVERIFY2(cameraRegister(WidthRegister) < 0, "a camera that is none of this test answers here");
-        QStringList command{Program, QStringLiteral("-i"), cameraAddress(), QStringLiteral("-s"), m_serial};
-        if (qEnvironmentVariableIsSet("FAKE_CAMERA_NETWORK"))
-            command = QStringList{QStringLiteral("nsenter"),
-                                  QStringLiteral("--net=") + qEnvironmentVariable("FAKE_CAMERA_NETWORK")}
-                + command;
-        m_camera.setProcessChannelMode(QProcess::MergedChannels);
-        m_camera.start(command.takeFirst(), command);
-        QVERIFY(m_camera.waitForStarted());
-        QTRY_VERIFY2(cameraRegister(WidthRegister) > 0, m_camera.readAll().constData());
+        QVERIFY(m_camera.plug(m_serial));
+        QTRY_VERIFY2(cameraRegister(WidthRegister) > 0, m_camera.output().constData());
     }
 
     ParamterWidget *shownPanel() const
@@ -270,7 +254,7 @@ private:
 
     const QString m_serial = QStringLiteral("T%1").arg(QCoreApplication::applicationPid());
     const QString m_id = QStringLiteral("Aravis-Fake-") + m_serial;
-    QProcess m_camera;
+    FakeCamera m_camera;
     TestHost m_host;
     std::unique_ptr<ParamterWnd> m_window;
 };

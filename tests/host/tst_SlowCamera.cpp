@@ -6,20 +6,15 @@
 #include "ParamterWnd/ParamterWnd.h"
 #include "TestHost.h"
 #include "Viewer/MeteredApplication.h"
+#include "support/FakeCamera.h"
 #include "support/UdpRelay.h"
 
 using namespace std::chrono_literals;
 
 namespace {
 
-const QString Program = QStringLiteral("arv-fake-gv-camera-0.8");
 const QString Slow = QStringLiteral("127.0.0.3"); ///< where the relay stands for the camera, and the id of that device
 constexpr quint16 ControlPort = 3956; // of every GigE Vision device
-
-QString cameraAddress()
-{
-    return qEnvironmentVariable("FAKE_CAMERA_ADDRESS", QStringLiteral("127.0.0.1"));
-}
 
 } // namespace
 
@@ -31,10 +26,10 @@ class tst_SlowCamera : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        if (QStandardPaths::findExecutable(Program).isEmpty())
+        if (!FakeCamera::isInstalled())
             QSKIP("the fake GigE Vision camera is not installed");
-        startCamera();
-        m_relay = std::make_unique<UdpRelay>(Slow.toStdString(), cameraAddress().toStdString(), ControlPort);
+        QVERIFY(m_camera.plug());
+        m_relay = std::make_unique<UdpRelay>(Slow.toStdString(), FakeCamera::address().toStdString(), ControlPort);
         m_relay->delay = 20ms;
         m_host.renew();
         const AravisDevice::Identity identity{Slow, Slow, Device::Transport::GigEVision};
@@ -116,22 +111,10 @@ private Q_SLOTS:
         m_window.reset();
         m_host.end();
         m_relay.reset();
-        m_camera.kill();
-        m_camera.waitForFinished();
+        m_camera.unplug();
     }
 
 private:
-    void startCamera()
-    {
-        QStringList command{Program, QStringLiteral("-i"), cameraAddress()};
-        if (qEnvironmentVariableIsSet("FAKE_CAMERA_NETWORK"))
-            command = QStringList{QStringLiteral("nsenter"),
-                                  QStringLiteral("--net=") + qEnvironmentVariable("FAKE_CAMERA_NETWORK")}
-                + command;
-        m_camera.start(command.takeFirst(), command);
-        QVERIFY(m_camera.waitForStarted());
-    }
-
     struct Opening
     {
         int time, readAhead, readLater; ///< time in ms
@@ -170,7 +153,7 @@ private:
         return m_host->values().read(Slow, QStringLiteral("Width"), &width);
     }
 
-    QProcess m_camera;
+    FakeCamera m_camera;
     std::unique_ptr<UdpRelay> m_relay;
     TestHost m_host;
     std::unique_ptr<ParamterWnd> m_window;
