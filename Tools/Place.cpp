@@ -39,14 +39,15 @@ std::string placeText(const std::string &feature, const Persistence::Selection &
 std::optional<Persistence::Entry> parsePlace(std::string_view text)
 {
     Persistence::Entry entry;
-    const bool isSelected = !text.empty() && text.back() == ']';
-    entry.feature = takenUntil(text, '[');
+    const std::size_t bracket = text.find('[');
+    entry.feature = text.substr(0, bracket);
     if (entry.feature.empty() || entry.feature.find_first_of("=]") != std::string::npos)
         return std::nullopt;
-    if (!isSelected)
-        return text.empty() ? std::optional(entry) : std::nullopt;
-    text.remove_suffix(text.empty() ? 0 : 1);
-    return parseSelection(text, entry.selection) ? std::optional(entry) : std::nullopt;
+    if (bracket == std::string_view::npos)
+        return entry;
+    const bool isClosed = text.back() == ']';
+    text = text.substr(bracket + 1, text.size() - bracket - 2);
+    return isClosed && parseSelection(text, entry.selection) ? std::optional(entry) : std::nullopt;
 }
 
 std::optional<Persistence::Entry> parseAssignment(std::string_view text)

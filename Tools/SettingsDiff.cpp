@@ -2,11 +2,12 @@
 #include "Tools/SettingsDiff.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstdint>
 #include <optional>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
-
-#include <QRegularExpression>
 
 #include "Tools/BytesText.h"
 
@@ -46,27 +47,42 @@ SettingsDiff::Row rowOf(const Persistence::Entry *left, const Persistence::Entry
             right};
 }
 
-/// The bits of a whole number.
-std::optional<quint64> wholeNumber(const QString &text)
+template <class Number, class... Format>
+std::optional<Number> wholeText(std::string_view text, Format... format)
 {
-    static const QRegularExpression Decimal(QStringLiteral("^-?(0|[1-9][0-9]*)$"));
-    static const QRegularExpression Hexadecimal(QStringLiteral("^0[xX][0-9a-fA-F]+$"));
-    bool isNumber = false;
-    quint64 bits = 0;
-    if (Decimal.match(text).hasMatch())
-        bits = text.startsWith(QLatin1Char('-')) ? static_cast<quint64>(text.toLongLong(&isNumber))
-                                                 : text.toULongLong(&isNumber);
-    else if (Hexadecimal.match(text).hasMatch())
-        bits = text.mid(2).toULongLong(&isNumber, 16);
-    return isNumber ? std::optional<quint64>(bits) : std::nullopt;
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, format...);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-std::optional<double> decimalNumber(const QString &text)
+/// Digits without needless zeros in front.
+bool isShortest(std::string_view digits)
 {
-    static const QRegularExpression Decimal(QStringLiteral("^-?(0|[1-9][0-9]*)(\\.[0-9]*[1-9])?([eE][+-]?[0-9]+)?$"));
-    bool isNumber = false;
-    const double number = Decimal.match(text).hasMatch() ? text.toDouble(&isNumber) : 0.0;
-    return isNumber ? std::optional<double>(number) : std::nullopt;
+    return !digits.empty() && digits.front() >= '0' && digits.front() <= '9'
+        && (digits.size() == 1 || digits.front() != '0');
+}
+
+/// The bits of a whole number.
+std::optional<std::uint64_t> wholeNumber(std::string_view text)
+{
+    if (text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X")
+        return wholeText<std::uint64_t>(text.substr(2), 16);
+    const bool isNegative = text.substr(0, 1) == "-";
+    if (!isShortest(text.substr(isNegative ? 1 : 0)))
+        return std::nullopt;
+    if (!isNegative)
+        return wholeText<std::uint64_t>(text);
+    const std::optional<std::int64_t> number = wholeText<std::int64_t>(text);
+    return number ? std::optional(static_cast<std::uint64_t>(*number)) : std::nullopt;
+}
+
+std::optional<double> decimalNumber(std::string_view text)
+{
+    std::string_view digits = text.substr(0, text.find_first_of("eE"));
+    digits.remove_prefix(digits.substr(0, 1) == "-" ? 1 : 0);
+    const std::size_t point = digits.find('.');
+    const bool endsWell = point == std::string_view::npos || (digits.back() != '0' && digits.back() != '.');
+    return isShortest(digits.substr(0, point)) && endsWell ? wholeText<double>(text) : std::nullopt;
 }
 
 } // namespace
@@ -77,12 +93,10 @@ bool isSameSettingText(const std::string &left, const std::string &right)
         return true;
     if (left.size() > LongestNumber || right.size() > LongestNumber)
         return false;
-    const QString leftText = textOfBytes(left);
-    const QString rightText = textOfBytes(right);
-    if (const std::optional<quint64> whole = wholeNumber(leftText); whole && wholeNumber(rightText))
-        return whole == wholeNumber(rightText);
-    const std::optional<double> number = decimalNumber(leftText);
-    return number && number == decimalNumber(rightText);
+    if (const std::optional<std::uint64_t> whole = wholeNumber(left); whole && wholeNumber(right))
+        return whole == wholeNumber(right);
+    const std::optional<double> number = decimalNumber(left);
+    return number && number == decimalNumber(right);
 }
 
 std::vector<const Persistence::Entry *> lastEntries(const std::vector<Persistence::Entry> &entries)

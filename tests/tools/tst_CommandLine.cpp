@@ -160,9 +160,9 @@ private Q_SLOTS:
         FakeCamera cable;
         QVERIFY(plugged(cable));
         QCOMPARE(
-            run({QStringLiteral("set"), camera, QStringLiteral("Width=128"), QStringLiteral("ExposureTimeAbs=123.5")})
+            run({QStringLiteral("set"), camera, QStringLiteral("Width=128"), QStringLiteral("ExposureTimeAbs=124")})
                 .text(),
-            QByteArray("code 0\nWidth=128\nExposureTimeAbs=123.5\n"));
+            QByteArray("code 0\nWidth=128\nExposureTimeAbs=124\n"));
         QCOMPARE(run({QStringLiteral("save"), camera, QStringLiteral("gige.txt")}).code, 0);
         const QByteArray dump = run({QStringLiteral("dump"), camera}).out;
         QVERIFY2(dump.contains("Width\tInteger\tRW\tBeginner\t128\n"), dump);

@@ -54,6 +54,10 @@ private Q_SLOTS:
             {"9223372036854775807", "9223372036854775806", false},
             {"nan", "nan", true},
             {"0x", "0", false},
+            {"-0x1", "-1", false},
+            {"1.5e3", "1500", true},
+            {"1.", "1", false},
+            {"1e5x", "1e5", false},
         };
         for (const Case &one : cases) {
             const QByteArray name = QByteArray(one.left) + " and " + one.right;
