@@ -143,7 +143,7 @@ ExitCode compareSettings(Task &task)
     ExitCode code = Done;
     for (const Side &side : left) {
         if (!task.options.allOf.empty() && !task.output.isJson())
-            task.output.note(side.name);
+            task.output.line(QStringLiteral("# ") + side.name);
         code = std::max(code, compared(side, *right, task));
     }
     return trouble == Done ? code : trouble;

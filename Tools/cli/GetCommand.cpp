@@ -27,5 +27,6 @@ ExitCode getFeatures(OpenDevice &device, Task &task)
         }
     }
     task.output.add({{QStringLiteral("device"), device.id()}, {QStringLiteral("features"), records}});
-    return code;
+    const ExitCode back = putBack(guard, task);
+    return code == Done ? back : code;
 }

@@ -33,6 +33,15 @@ void noteFailure(Task &task, const Persistence::Entry &entry, const Persistence:
     task.output.note(QStringLiteral("%1: %2").arg(placeOf(entry), wordsOf(outcome)));
 }
 
+ExitCode putBack(Persistence::SelectorGuard &guard, Task &task)
+{
+    guard.restore();
+    const std::vector<Persistence::Problem> problems = guard.takeProblems();
+    for (const Persistence::Problem &problem : problems)
+        task.output.note(textOfBytes(problem.text));
+    return problems.empty() ? Done : NotTaken;
+}
+
 ExitCode endOf(OpenDevice &device, Task &task)
 {
     if (device.isLost()) {

@@ -14,5 +14,7 @@ std::optional<std::vector<Persistence::Entry>> placesOf(Task &task);
 Persistence::Outcome readNow(GenApi::INodeMap &map, const Persistence::Entry &entry, Persistence::SelectorGuard &guard);
 /// Tells what could not be done with a feature.
 void noteFailure(Task &task, const Persistence::Entry &entry, const Persistence::Outcome &outcome);
+/// Puts the selectors back; Done, or NotTaken and notes if one does not go.
+ExitCode putBack(Persistence::SelectorGuard &guard, Task &task);
 /// What the work ends with when the device does not go on.
 ExitCode endOf(OpenDevice &device, Task &task);

@@ -111,5 +111,6 @@ ExitCode setFeatures(OpenDevice &device, Task &task)
             noteNotTried(task, *entries, i + 1);
     }
     task.output.add({{QStringLiteral("device"), device.id()}, {QStringLiteral("written"), records}});
-    return code;
+    const ExitCode back = putBack(guard, task);
+    return code == Done ? back : code;
 }

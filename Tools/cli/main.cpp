@@ -29,10 +29,11 @@ ExitCode runOn(const KnownDevice &known, Task &task)
         task.output.note(error);
         return NoDevice;
     }
-    if (task.options.allOf.empty() || task.output.isJson())
-        return task.options.command->run(*device, task);
-    task.output.note(device->id());
-    return task.options.command->run(*device, task);
+    const Command &command = *task.options.command;
+    const bool printsLines = (command.flags & Command::Json) != 0 && !task.output.isJson();
+    if (!task.options.allOf.empty() && printsLines)
+        task.output.line(QStringLiteral("# ") + device->id());
+    return command.run(*device, task);
 }
 
 /// The command on all devices that were chosen; the first failure counts.

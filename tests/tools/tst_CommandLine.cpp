@@ -131,6 +131,23 @@ private Q_SLOTS:
         QVERIFY(before.size() > 8192 && read("area.txt") == before);
     }
 
+    void bashCompletesWhatThereIs()
+    {
+        const auto completed = [](const char *line) {
+            QProcess bash;
+            const QString script = QStringLiteral(
+                "paramter() { '%1' \"$@\"; }; . '%2'; COMP_WORDS=(%3); COMP_CWORD=$((${#COMP_WORDS[@]}-1));"
+                "_paramter paramter \"${COMP_WORDS[-1]}\" \"${COMP_WORDS[-2]}\"; echo \"${COMPREPLY[@]}\"");
+            bash.start(QStringLiteral("bash"),
+                       {QStringLiteral("-c"),
+                        script.arg(QLatin1String(PROGRAM), QLatin1String(COMPLETION), QLatin1String(line))});
+            return finished(bash).out;
+        };
+        QCOMPARE(completed("paramter l"), QByteArray("list load\n"));
+        QCOMPARE(completed("paramter get SIM-AREA"), QByteArray("SIM-AREA-01 SIM-AREA-02\n"));
+        QCOMPARE(completed("paramter load --d"), QByteArray("--dry-run\n"));
+    }
+
     void listIsQuick()
     {
         QElapsedTimer timer;

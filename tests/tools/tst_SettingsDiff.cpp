@@ -17,11 +17,12 @@ Persistence::Settings settingsOf(const std::vector<const char *> &assignments)
 
 QString textOf(const SettingsDiff &diff)
 {
+    const QString signs = QStringLiteral("=!<>");
     QStringList rows;
     for (const SettingsDiff::Row &row : diff.rows())
-        rows += QStringLiteral("%1[%2]%3%4%5")
-                    .arg(row.feature, row.position, row.left, QLatin1String("=!<>" + static_cast<int>(row.state), 1),
-                         row.right);
+        rows +=
+            QStringLiteral("%1[%2]%3%4%5")
+                .arg(row.feature, row.position, row.left, QString(signs.at(static_cast<int>(row.state))), row.right);
     return rows.join(QLatin1Char(' '));
 }
 

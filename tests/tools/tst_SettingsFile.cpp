@@ -28,6 +28,15 @@ Persistence::Settings settingsWith(const std::string &value)
     return settings;
 }
 
+/// Tells each write before it begins.
+[[noreturn]] void writeInTurn(const QString &path, const Persistence::Settings (&both)[2], int channel)
+{
+    QString error;
+    int i = 0;
+    while (::write(channel, "x", 1) == 1 && SettingsFile::write(path, both[++i % 2], &error)) { }
+    _exit(1);
+}
+
 } // namespace
 
 class tst_SettingsFile : public QObject
@@ -104,11 +113,8 @@ private Q_SLOTS:
             int pipe[2];
             QVERIFY(::pipe(pipe) == 0);
             const pid_t child = fork();
-            for (int i = 0; child == 0; ++i) {
-                const bool isTold = ::write(pipe[1], "x", 1) == 1;
-                if (!isTold || !SettingsFile::write(path, both[i % 2], &error))
-                    _exit(1);
-            }
+            if (child == 0)
+                writeInTurn(path, both, pipe[1]);
             char byte = 0;
             for (int i = 0; i < round; ++i)
                 QVERIFY(::read(pipe[0], &byte, 1) == 1);

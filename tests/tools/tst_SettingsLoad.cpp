@@ -99,7 +99,7 @@ Persistence::Settings file()
     Device device;
     for (int i = 0; i < Features; ++i) {
         for (int k = 0; k < Positions; ++k)
-            device.camera.port.poke(addressOf(i, k), static_cast<uint64_t>(i * 100 + k + 1));
+            device.camera.port.poke(addressOf(i, k), static_cast<uint64_t>(i) * 100 + static_cast<uint64_t>(k) + 1);
     }
     return settingsOf(device.map());
 }
