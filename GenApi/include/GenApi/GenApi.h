@@ -10,6 +10,7 @@
 #include <GenApi/IBoolean.h>
 #include <GenApi/ICategory.h>
 #include <GenApi/ICommand.h>
+#include <GenApi/IDeviceInfo.h>
 #include <GenApi/IDestroy.h>
 #include <GenApi/IEnumEntry.h>
 #include <GenApi/IEnumeration.h>
