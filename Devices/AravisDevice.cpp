@@ -71,30 +71,46 @@ struct LostMailbox
 {
     std::mutex mutex;
     Device *receiver;
+    HandOver *handOver; ///< of the receiver
     bool isLost = false; ///< also told to who asks later
 };
 
 const QString LostReason = QStringLiteral("the camera no longer answers its host");
 using SharedMailbox = std::shared_ptr<LostMailbox>;
 
+/// Guards what GLib holds for deliverLost(): GLib's own lock does so, too, but hidden from the thread sanitizer.
+std::mutex heldMailboxes;
+
 void deliverLost(ArvDevice *, gpointer data)
 {
-    LostMailbox &mailbox = **static_cast<SharedMailbox *>(data);
-    const std::lock_guard<std::mutex> lock(mailbox.mutex);
-    mailbox.isLost = true;
-    if (!mailbox.receiver)
+    SharedMailbox mailbox;
+    {
+        const std::lock_guard<std::mutex> lock(heldMailboxes);
+        mailbox = *static_cast<SharedMailbox *>(data);
+    }
+    const std::lock_guard<std::mutex> lock(mailbox->mutex);
+    mailbox->isLost = true;
+    if (!mailbox->receiver)
         return;
-    const auto tell = [receiver = mailbox.receiver] { Q_EMIT receiver->lost(LostReason); };
-    QMetaObject::invokeMethod(mailbox.receiver, tell, Qt::QueuedConnection);
+    mailbox->handOver->post([receiver = mailbox->receiver] { Q_EMIT receiver->lost(LostReason); });
 }
 
-SharedMailbox connectLost(ArvDevice *source, Device *receiver)
+void releaseMailbox(gpointer data, GClosure *)
+{
+    const std::lock_guard<std::mutex> lock(heldMailboxes);
+    delete static_cast<SharedMailbox *>(data);
+}
+
+SharedMailbox connectLost(ArvDevice *source, Device *receiver, HandOver *handOver)
 {
     auto mailbox = std::make_shared<LostMailbox>();
     mailbox->receiver = receiver;
-    const auto release = [](gpointer data, GClosure *) { delete static_cast<SharedMailbox *>(data); };
-    g_signal_connect_data(source, "control-lost", G_CALLBACK(deliverLost), new SharedMailbox(mailbox), release,
-                          GConnectFlags(0));
+    mailbox->handOver = handOver;
+    const auto held = [&mailbox] {
+        const std::lock_guard<std::mutex> lock(heldMailboxes);
+        return new SharedMailbox(mailbox);
+    };
+    g_signal_connect_data(source, "control-lost", G_CALLBACK(deliverLost), held(), releaseMailbox, GConnectFlags(0));
     return mailbox;
 }
 
@@ -198,7 +214,7 @@ AravisDevice::Reached AravisDevice::reached()
     const QByteArray description = descriptionOf(camera.get());
     auto opened = std::make_unique<Connection>();
     opened->device = camera.get();
-    opened->mailbox = connectLost(camera.get(), this);
+    opened->mailbox = connectLost(camera.get(), this, &m_handOver);
     const auto report = [this](bool answering) { reportAnswering(answering); };
     opened->port = std::make_unique<FailFastPort>(makeRegisterPort(std::move(camera)), FailFastPort::Timing(), report);
     QString error;
@@ -275,10 +291,10 @@ void AravisDevice::startStream()
             m_tally.count(*arrival.fate);
         const auto check = [this, isCounted = arrival.fate.has_value()] { checkPayload(isCounted); };
         if (arrival.fate != FrameFate::Good && !m_isDoubting.exchange(true))
-            QMetaObject::invokeMethod(this, check, Qt::QueuedConnection);
+            m_handOver.post(check);
         const auto deliver = [this, mailbox] { Q_EMIT frameReady(mailbox->take()); };
         if (!arrival.image.isNull() && mailbox->put(arrival.image))
-            QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
+            m_handOver.post(deliver);
     };
     m_stream =
         std::make_unique<AravisStream>(m_connection->device, static_cast<std::size_t>(payloadSize(map)), receive);
@@ -336,8 +352,7 @@ void AravisDevice::reportAnswering(bool answering)
 {
     const QString state = answering ? QStringLiteral("%1 answers again") : QStringLiteral("%1 does not answer");
     Q_EMIT reported(state.arg(m_identity.displayName));
-    const auto tell = [this, answering] { Q_EMIT answeringChanged(answering); };
-    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    m_handOver.post([this, answering] { Q_EMIT answeringChanged(answering); });
 }
 
 namespace {

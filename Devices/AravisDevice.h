@@ -63,6 +63,7 @@ private:
     QString named(const QString &line) const;
 
     const Identity m_identity;
+    HandOver m_handOver;
     std::unique_ptr<Reached> m_reached; ///< by reach(), until open() takes it or close() drops it
     std::unique_ptr<Connection> m_connection;
     FrameTally m_tally;

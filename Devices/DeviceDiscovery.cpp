@@ -14,10 +14,9 @@ void DeviceDiscovery::search()
     m_searching = true;
     m_jobs.add([this] {
         std::vector<FoundDevice> devices = m_finder();
-        const auto report = [this, devices = std::move(devices)] {
+        m_handOver.post([this, devices = std::move(devices)] {
             m_searching = false;
             Q_EMIT found(devices);
-        };
-        QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
+        });
     });
 }

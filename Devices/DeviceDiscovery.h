@@ -9,7 +9,8 @@
 #include <QString>
 
 #include "Devices/Device.h"
-#include "Devices/JobThread.h"
+#include "Features/HandOver.h"
+#include "Features/JobThread.h"
 
 /// A device that a search has found, not opened yet.
 struct FoundDevice
@@ -49,5 +50,6 @@ Q_SIGNALS:
 private:
     DeviceFinder m_finder;
     bool m_searching = false;
-    JobThread m_jobs{QStringLiteral("DeviceDiscovery")};
+    HandOver m_handOver;
+    JobThread m_jobs;
 };

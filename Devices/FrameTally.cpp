@@ -44,7 +44,7 @@ void FrameTally::count(FrameFate fate, qint64 frames)
         m_isTelling = m_isTelling || isNews;
     }
     if (isNews)
-        QMetaObject::invokeMethod(this, &FrameTally::tellChange, Qt::QueuedConnection);
+        m_handOver.post([this] { tellChange(); });
     if (!line.isEmpty())
         Q_EMIT reported(line);
 }

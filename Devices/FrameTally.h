@@ -8,6 +8,7 @@
 
 #include "Devices/FrameCounts.h"
 #include "Devices/OncePerMinute.h"
+#include "Features/HandOver.h"
 
 /// Counts what becomes of the frames of one device. Frames are counted on any thread, the rest is of the GUI thread.
 class FrameTally : public QObject
@@ -34,6 +35,7 @@ private:
     QString reportOf(FrameFate fate, qint64 frames);
     void tellChange();
 
+    HandOver m_handOver;
     mutable std::mutex m_lock; ///< guards what follows
     FrameCounts m_counts;
     OncePerMinute m_reports;

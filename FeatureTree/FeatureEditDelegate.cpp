@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "FeatureTree/FeatureEditDelegate.h"
 
+#include <functional>
+
 #include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -53,6 +55,16 @@ void logRefusal(GenApi::INode *node, const QString &reason)
     if (!reason.isEmpty())
         logFault(qUtf8Printable(
             QStringLiteral("Set %1 value failed, message = %2").arg(FeatureKinds::nodeName(node), reason)));
+}
+
+/// Passes on what it throws; a device that does not answer is not read.
+void readFeature(TreeItem *item, const std::function<void()> &access)
+{
+    DeviceReading *const reading = item->reading();
+    if (!reading)
+        access();
+    else if (!reading->isSilent())
+        reading->read(item->GetFeaturePtr(), access);
 }
 
 void logGenICam(const GenICam::GenericException &error)
@@ -113,12 +125,6 @@ GenApi::INode *FeatureEditDelegate::nodeAt(const QModelIndex &index) const
     return item ? item->GetFeaturePtr() : nullptr;
 }
 
-bool FeatureEditDelegate::isAnswering(const QModelIndex &index) const
-{
-    const DeviceReading *const reading = itemAt(index)->reading();
-    return !reading || !reading->isSilent();
-}
-
 bool FeatureEditDelegate::isShownGray(const QModelIndex &index) const
 {
     return !qobject_cast<const TreeModel *>(index.model())->isEditable(itemAt(index));
@@ -162,8 +168,8 @@ bool FeatureEditDelegate::isEditable(const QModelIndex &index) const
 {
     bool isUsable = false;
     GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr;
-    if (node && isAnswering(index))
-        guardNode([&] { isUsable = usableEditor(node); });
+    if (node)
+        guardNode([&] { readFeature(itemAt(index), [&] { isUsable = usableEditor(node); }); });
     return isUsable;
 }
 
@@ -171,14 +177,14 @@ QWidget *FeatureEditDelegate::createEditor(QWidget *parent, const QStyleOptionVi
                                            const QModelIndex &index) const
 {
     GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr;
-    if (!node || !isAnswering(index))
+    if (!node)
         return nullptr;
     QWidget *editor = nullptr;
     const auto make = [&] {
         if (const EditorKind *kind = usableEditor(node))
             editor = FeatureEditors::make(*kind, FeatureKinds::nodeName(node), parent);
     };
-    if (!guardNode(make, logGenICam, logFault) || !editor)
+    if (!guardNode([&] { readFeature(itemAt(index), make); }, logGenICam, logFault) || !editor)
         return nullptr;
     const_cast<FeatureEditDelegate *>(this)->watch(editor, index);
     return editor;
@@ -237,10 +243,11 @@ void FeatureEditDelegate::setEditorData(QWidget *editor, const QModelIndex &inde
     GenApi::INode *node = nodeAt(index);
     if (!node)
         return;
-    guardNode([&] {
+    const auto fill = [&] {
         if (FeatureKinds::isWritable(node))
             FeatureEditors::fill(FeatureKinds::editorKind(node), editor, node);
-    });
+    };
+    guardNode([&] { readFeature(itemAt(index), fill); });
 }
 
 void FeatureEditDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
@@ -278,12 +285,12 @@ bool FeatureEditDelegate::cellEntered(const QModelIndex &index)
 {
     GenApi::INode *node = index.column() == ValueColumn ? nodeAt(index) : nullptr;
     m_isHovering = false;
-    if (node) {
-        guardNode([&] {
-            m_isHovering = node->IsFeature() && node->GetPrincipalInterfaceType() == GenApi::intfIBoolean
-                && FeatureKinds::isWritable(node);
-        });
-    }
+    const auto ask = [&] {
+        m_isHovering = node->IsFeature() && node->GetPrincipalInterfaceType() == GenApi::intfIBoolean
+            && FeatureKinds::isWritable(node);
+    };
+    if (node)
+        guardNode([&] { readFeature(itemAt(index), ask); });
     if (m_isHovering)
         m_hoverIndex = index;
     return m_isHovering;

@@ -67,7 +67,6 @@ private:
     GenApi::INode *nodeAt(const QModelIndex &index) const;
     bool isShownGray(const QModelIndex &index) const;
     QVariant grayValue(const QModelIndex &index) const;
-    bool isAnswering(const QModelIndex &index) const;
     void watch(QWidget *editor, const QModelIndex &index);
     void commit(QWidget *editor);
     void end(QWidget *editor, EndEditHint hint);

@@ -46,6 +46,16 @@ GenApi::INode *nodeAt(const QModelIndex &index)
     return item ? item->GetFeaturePtr() : nullptr;
 }
 
+/// Of an item with a feature. Passes on what the node throws.
+bool isWritable(TreeItem *item)
+{
+    bool isWritable = false;
+    const auto ask = [&] { isWritable = FeatureKinds::isWritable(item->GetFeaturePtr()); };
+    DeviceReading *const reading = item->reading();
+    reading ? reading->read(item->GetFeaturePtr(), ask) : ask();
+    return isWritable;
+}
+
 void logFault(const char *message)
 {
     logToHost(Module, message);
@@ -348,7 +358,7 @@ void FeatureTreeView::onCommandClicked()
     guardNode(
         [&] {
             const GenApi::CCommandPtr command(node);
-            if (!command.IsValid() || !FeatureKinds::isWritable(node))
+            if (!command.IsValid() || !isWritable(itemAt(currentIndex())))
                 return;
             const QString name = FeatureKinds::nodeName(node);
             if (name == QLatin1String("TriggerSoftware")) {

@@ -203,10 +203,13 @@ void TreeItem::SetFeature(const GenApi::CPointer<GenApi::INode> &node)
 {
     m_feature = node;
     m_featureName.clear();
-    m_availability.reset();
+    m_isAvailabilityKnown = false;
     if (!m_feature.IsValid())
         return;
     guardNode([this] { m_featureName = FeatureKinds::nodeName(m_feature); });
+    const QString title = storedData(0).toString();
+    if (title == m_featureName)
+        m_featureName = title; // one text in memory
     guardNode([this] { availabilityNode(); }); // later the map may be locked by a read that takes its time
 }
 
@@ -251,20 +254,30 @@ bool TreeItem::getVisiable(VisibilityPass &pass)
 
 GenApi::INode *TreeItem::availabilityNode()
 {
-    if (m_availability)
-        return *m_availability;
+    if (m_isAvailabilityKnown)
+        return m_availability;
     GenICam::gcstring name;
     GenICam::gcstring attribute;
     const bool isSwitched = m_feature->GetProperty("pIsAvailable", name, attribute);
     GenApi::INodeMap *nodeMap = isSwitched ? m_feature->GetNodeMap() : nullptr;
     m_availability = nodeMap ? nodeMap->GetNode(name) : nullptr;
-    return *m_availability;
+    m_isAvailabilityKnown = true;
+    return m_availability;
 }
 
 TreeItem::Cell TreeItem::cell() const
 {
+    if (m_hasCell)
+        return {m_cellValue, m_isCellEditable};
     const QVariant first = storedData(ValueColumn);
-    return m_cell.value_or(Cell{m_format && first.isValid() ? m_format(first) : first, false});
+    return {m_format && first.isValid() ? m_format(first) : first, false};
+}
+
+void TreeItem::setCell(const Cell &cell)
+{
+    m_cellValue = cell.value;
+    m_isCellEditable = cell.isEditable;
+    m_hasCell = true;
 }
 
 bool TreeItem::isSwitchedOn(VisibilityPass &pass)
@@ -293,17 +306,31 @@ void TreeItem::readSwitch(GenApi::INode *node, VisibilityPass &pass)
         pass.switches[node] = isOn;
 }
 
-TreeItem *TreeItem::top()
+const TreeItem *TreeItem::top() const
 {
-    TreeItem *item = this;
+    const TreeItem *item = this;
     while (item->m_parentItem)
         item = item->m_parentItem;
     return item;
 }
 
+TreeItem::WholeTree &TreeItem::wholeTree()
+{
+    std::unique_ptr<WholeTree> &whole = const_cast<TreeItem *>(top())->m_wholeTree;
+    if (!whole)
+        whole = std::make_unique<WholeTree>();
+    return *whole;
+}
+
+DeviceReading *TreeItem::reading() const
+{
+    const WholeTree *whole = top()->m_wholeTree.get();
+    return whole ? whole->reading.data() : nullptr;
+}
+
 bool TreeItem::isNewFault(const char *message)
 {
-    QSet<QByteArray> &reported = top()->m_reportedFaults;
+    QSet<QByteArray> &reported = wholeTree().reportedFaults;
     const int before = reported.size();
     if (before < MostFaults)
         reported.insert(message);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <optional>
+#include <memory>
 
 #include <QByteArray>
 #include <QList>
@@ -51,8 +51,8 @@ public:
     bool removeColumns(int position, int columns);
 
     /// How the device of the whole tree is read, to be set at the header item; null: at once, however long it takes.
-    void setReading(DeviceReading *reading) { m_reading = reading; }
-    DeviceReading *reading() const { return top()->m_reading; }
+    void setReading(DeviceReading *reading) { wholeTree().reading = reading; }
+    DeviceReading *reading() const;
 
     /// Column 1 of a bound item is read from the node and remembered in the cell: a number, or text for people
     /// (addresses, "True", "{Execute}"). "{Not Available}" when the node is not readable, the last value seen when
@@ -73,8 +73,8 @@ public:
     };
     /// Before that, the first value, and not editable.
     Cell cell() const;
-    void setCell(const Cell &cell) { m_cell = cell; }
-    bool hasCell() const { return m_cell.has_value(); }
+    void setCell(const Cell &cell);
+    bool hasCell() const { return m_hasCell; }
     /// Whether the value has still to be read for the first time.
     bool isUnread() const { return m_isUnread; }
     /// For the time after setUnread(): reads the first value into the cell of column 1, if that was not done meanwhile.
@@ -100,23 +100,33 @@ public:
     bool isNewFault(const char *message);
 
 private:
-    TreeItem *top();
-    const TreeItem *top() const { return const_cast<TreeItem *>(this)->top(); }
+    /// What all rows share, kept by the header item.
+    struct WholeTree
+    {
+        QSet<QByteArray> reportedFaults;
+        QPointer<DeviceReading> reading;
+    };
+
+    const TreeItem *top() const;
+    WholeTree &wholeTree();
     bool isSwitchedOn(VisibilityPass &pass);
     void read(const std::function<void()> &access);
     GenApi::INode *availabilityNode();
     void write(int column, const QVariant &value, QVariant &old);
     void logNewFault(const char *message);
 
+    // There are thousands of rows: what few of them need is not kept in each.
     QList<TreeItem *> m_childItems; ///< owned
     QVector<QVariant> m_itemData;
-    std::optional<Cell> m_cell;
-    bool m_isUnread = false;
     TreeItem *m_parentItem; ///< null for the header item
     GenApi::CPointer<GenApi::INode> m_feature; ///< owned by the node map
     QString m_featureName;
-    std::optional<GenApi::INode *> m_availability; ///< what pIsAvailable names, once looked up; owned by the node map
+    GenApi::INode *m_availability = nullptr; ///< what pIsAvailable names, once looked up; owned by the node map
     QVariant (*m_format)(const QVariant &value) = nullptr; ///< how the first value is shown
-    QSet<QByteArray> m_reportedFaults; ///< used in the header item only
-    QPointer<DeviceReading> m_reading; ///< used in the header item only
+    std::unique_ptr<WholeTree> m_wholeTree; ///< null for all but the header item
+    QVariant m_cellValue;
+    bool m_hasCell = false;
+    bool m_isCellEditable = false;
+    bool m_isUnread = false;
+    bool m_isAvailabilityKnown = false; ///< it was looked up
 };

@@ -59,8 +59,14 @@ void TreeModel::readRow(const QModelIndex &index)
     TreeItem *item = getItem(index);
     if (dataDisabled || !item->GetFeaturePtr())
         return;
-    const bool isEditable = canBeEdited(item->GetFeaturePtr());
-    item->setCell({item->data(ValueColumn), isEditable});
+    const auto readCell = [&] {
+        const bool isEditable = canBeEdited(item->GetFeaturePtr());
+        item->setCell({item->data(ValueColumn), isEditable});
+    };
+    if (DeviceReading *const reading = m_rootItem->reading())
+        reading->readTogether(readCell);
+    else
+        readCell();
 }
 
 bool TreeModel::isEditable(TreeItem *item) const

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr unsigned long ServingPause = 5; // ms
+constexpr std::chrono::milliseconds ServingPause(5);
 
 }
 
@@ -25,7 +25,7 @@ void DeviceAnnouncer::announce(const QStringList &cards, const QStringList &came
     ++m_pending;
     m_jobs.add([this, cards, cameras] {
         m_raise(cards, cameras);
-        QMetaObject::invokeMethod(this, &DeviceAnnouncer::finish, Qt::QueuedConnection);
+        m_handOver.post([this] { finish(); });
     });
 }
 

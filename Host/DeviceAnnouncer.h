@@ -6,7 +6,8 @@
 #include <QObject>
 #include <QStringList>
 
-#include "Devices/JobThread.h"
+#include "Features/HandOver.h"
+#include "Features/JobThread.h"
 
 /// Raises device-list events on a thread of its own, in their order: whoever hears of one may wait for the GUI thread.
 class DeviceAnnouncer : public QObject
@@ -34,5 +35,6 @@ private:
 
     Raise m_raise;
     int m_pending = 0;
-    JobThread m_jobs{QStringLiteral("DeviceAnnouncer")};
+    HandOver m_handOver;
+    JobThread m_jobs;
 };

@@ -74,8 +74,7 @@ void HostContext::callCurrent(const std::function<void(HostContext &)> &action)
     if (!context)
         return;
     if (context->thread() != QThread::currentThread()) {
-        QMetaObject::invokeMethod(
-            context, [=] { action(*context); }, Qt::QueuedConnection);
+        context->m_handOver.post([=] { action(*context); });
         return;
     }
     lock.unlock(); // it can only go on this thread

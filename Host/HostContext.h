@@ -8,6 +8,7 @@
 #include <QSettings>
 #include <QString>
 
+#include "Features/HandOver.h"
 #include "Host/AutomaticRange.h"
 #include "Host/AutomaticSearch.h"
 #include "Host/DeviceReturn.h"
@@ -83,6 +84,7 @@ private:
 
     // In the order in which they need each other. In the end the devices close as the last but log and listeners: they
     // have nobody left to tell, and sessions were ended before.
+    HandOver m_handOver;
     HostLog m_log;
     HostListeners m_listeners;
     std::unique_ptr<QSettings> m_settings;

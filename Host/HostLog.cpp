@@ -4,5 +4,5 @@
 void HostLog::add(const QString &module, const QString &message, int level)
 {
     const QDateTime time = QDateTime::currentDateTime();
-    QMetaObject::invokeMethod(this, [=] { Q_EMIT lineAdded(time, module, message, level); });
+    m_handOver.call([=] { Q_EMIT lineAdded(time, module, message, level); });
 }

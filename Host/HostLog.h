@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QString>
 
+#include "Features/HandOver.h"
+
 /// The module under which the parts of HostContext report.
 inline const QString HostModule = QStringLiteral("HostContext");
 
@@ -22,4 +24,7 @@ public:
 
 Q_SIGNALS:
     void lineAdded(const QDateTime &time, const QString &module, const QString &message, int level);
+
+private:
+    HandOver m_handOver;
 };

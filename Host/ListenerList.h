@@ -2,13 +2,13 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
 #include <vector>
 
 #include <QCoreApplication>
-#include <QMutex>
-#include <QMutexLocker>
-#include <QThread>
-#include <QWaitCondition>
 
 /// The registered listeners of one kind of host event. Listeners are not owned.
 ///
@@ -20,7 +20,7 @@ class ListenerList
 public:
     void add(Listener *listener)
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         if (listener && !contains(listener))
             m_listeners.push_back(listener);
     }
@@ -29,14 +29,14 @@ public:
     /// waits for the GUI thread is served from here when this is the GUI thread.
     void remove(Listener *listener)
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         m_listeners.erase(std::remove(m_listeners.begin(), m_listeners.end(), listener), m_listeners.end());
         while (runningElsewhere(listener)) {
             lock.unlock();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-            lock.relock();
+            lock.lock();
             if (runningElsewhere(listener))
-                m_callEnded.wait(&m_mutex, 5);
+                m_callEnded.wait_for(lock, ServingPause);
         }
     }
 
@@ -53,10 +53,12 @@ public:
     }
 
 private:
+    static constexpr std::chrono::milliseconds ServingPause{5};
+
     struct Running
     {
         Listener *listener;
-        QThread *thread;
+        std::thread::id thread;
         bool operator==(const Running &other) const { return listener == other.listener && thread == other.thread; }
     };
 
@@ -68,34 +70,34 @@ private:
     bool runningElsewhere(Listener *listener) const
     {
         return std::any_of(m_running.begin(), m_running.end(), [listener](const Running &one) {
-            return one.listener == listener && one.thread != QThread::currentThread();
+            return one.listener == listener && one.thread != std::this_thread::get_id();
         });
     }
 
     std::vector<Listener *> snapshot()
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         return m_listeners;
     }
 
     bool begin(Listener *listener)
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         if (!contains(listener))
             return false;
-        m_running.push_back({listener, QThread::currentThread()});
+        m_running.push_back({listener, std::this_thread::get_id()});
         return true;
     }
 
     void end(Listener *listener)
     {
-        const QMutexLocker lock(&m_mutex);
-        m_running.erase(std::find(m_running.begin(), m_running.end(), Running{listener, QThread::currentThread()}));
-        m_callEnded.wakeAll();
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_running.erase(std::find(m_running.begin(), m_running.end(), Running{listener, std::this_thread::get_id()}));
+        m_callEnded.notify_all();
     }
 
-    QMutex m_mutex;
-    QWaitCondition m_callEnded;
+    std::mutex m_mutex;
+    std::condition_variable m_callEnded;
     std::vector<Listener *> m_listeners;
     std::vector<Running> m_running;
 };

@@ -9,22 +9,29 @@ constexpr int MostOpenings = 16; ///< devices that are reached at the same time
 
 } // namespace
 
-Openings::Openings()
+Openings::Openings() : m_places(MostOpenings) { }
+
+Openings::~Openings()
 {
-    m_threads.setMaxThreadCount(MostOpenings);
+    end();
 }
 
 void Openings::start(const QString &id, Device &device)
 {
     const auto opening = std::make_shared<Opening>();
     m_running[id] = opening;
-    m_threads.start([this, id, opening, reached = &device] {
-        const auto progress = [&](int done, int all) { tell(id, *opening, all > 0 ? 100 * done / all : 0); };
-        if (!opening->cancelled)
-            reached->reach(opening->cancelled, progress);
-        QMetaObject::invokeMethod(
-            this, [this, id] { finish(id); }, Qt::QueuedConnection);
-    });
+    opening->thread = std::thread([this, id, opening = opening.get(), &device] { reach(id, device, *opening); });
+}
+
+/// On the thread of the opening.
+void Openings::reach(const QString &id, Device &device, Opening &opening)
+{
+    m_places.acquire();
+    const auto progress = [&](int done, int all) { tell(id, opening, all > 0 ? 100 * done / all : 0); };
+    if (!opening.cancelled)
+        device.reach(opening.cancelled, progress);
+    m_places.release();
+    m_handOver.post([this, id] { finish(id); });
 }
 
 /// On the thread of the opening.
@@ -32,13 +39,14 @@ void Openings::tell(const QString &id, Opening &opening, int percent)
 {
     if (opening.percent.exchange(percent) == percent)
         return;
-    QMetaObject::invokeMethod(
-        this, [this, id] { Q_EMIT progressed(id); }, Qt::QueuedConnection);
+    m_handOver.post([this, id] { Q_EMIT progressed(id); });
 }
 
 void Openings::finish(const QString &id)
 {
     const bool cancelled = isCancelled(id);
+    if (const auto place = m_running.find(id); place != m_running.end() && place->second->thread.joinable())
+        place->second->thread.join();
     m_running.erase(id);
     Q_EMIT ended(id, cancelled);
 }
@@ -73,5 +81,8 @@ void Openings::end()
 {
     for (const auto &[id, opening] : m_running)
         opening->cancelled = true;
-    m_threads.waitForDone();
+    for (const auto &[id, opening] : m_running) {
+        if (opening->thread.joinable())
+            opening->thread.join();
+    }
 }

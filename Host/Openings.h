@@ -4,10 +4,13 @@
 #include <atomic>
 #include <map>
 #include <memory>
+#include <thread>
 
 #include <QObject>
+#include <QSemaphore>
 #include <QString>
-#include <QThreadPool>
+
+#include "Features/HandOver.h"
 
 class Device;
 
@@ -18,6 +21,7 @@ class Openings : public QObject
 
 public:
     Openings();
+    ~Openings() override;
 
     /// Reaches a device, which must not be on its way yet and must stay until ended().
     void start(const QString &id, Device &device);
@@ -40,12 +44,15 @@ private:
     {
         std::atomic_bool cancelled{false};
         std::atomic_int percent{0};
+        std::thread thread;
     };
 
+    void reach(const QString &id, Device &device, Opening &opening);
     void tell(const QString &id, Opening &opening, int percent);
     void finish(const QString &id);
     const Opening *find(const QString &id) const;
 
-    QThreadPool m_threads;
+    HandOver m_handOver;
+    QSemaphore m_places;
     std::map<QString, std::shared_ptr<Opening>> m_running;
 };

@@ -46,8 +46,13 @@ void DeviceReading::refuseLeftOut(GenApi::INode *node) const
 void DeviceReading::count(Clock::duration duration)
 {
     constexpr int Forgetting = 8;
-    m_spent += duration;
     m_usual = std::max(duration, m_usual - (m_usual - duration) / Forgetting);
+    spend(duration);
+}
+
+void DeviceReading::spend(Clock::duration duration)
+{
+    m_spent += duration;
     startTurn();
 }
 

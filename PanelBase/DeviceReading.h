@@ -65,12 +65,21 @@ public:
     /// it alone does not answer.
     template <class Access>
     void read(GenApi::INode *node, Access &&access);
-    /// The same for writes, which may take as long as the device needs for them. One that succeeds ends a silence.
+    /// Runs `reads`, whose calls of read() are either all made in one turn or not at all: for hasTime() they count as
+    /// one.
+    template <class Reads>
+    void readTogether(Reads &&reads)
+    {
+        const Measured measured(*this);
+        reads();
+    }
+    /// The same as read() for writes, which may take as long as the device needs for them. One that succeeds ends a
+    /// silence.
     template <class Access>
     void write(GenApi::INode *node, Access &&access);
     /// The same for a write by name, `call`, which returns 0 on success: one that fails after more than a second makes
     /// the device silent. Returns what it returns. A silent device is tried once in a turn, further calls are refused
-    /// with -1.
+    /// with -1. What it has cost is time of this turn.
     template <class Call>
     int writeByName(Call &&call);
 
@@ -115,6 +124,7 @@ private:
     void attempt(GenApi::INode *node, Access &&access);
     void refuseLeftOut(GenApi::INode *node) const;
     void count(Clock::duration duration);
+    void spend(Clock::duration duration);
     void startTurn();
     void nextTurn();
     Job *nextJob() const;
@@ -125,7 +135,7 @@ private:
     const Timing m_timing;
     QString m_deviceName;
     QTimer m_turn; ///< fires when the events of this turn are done; runs while time was spent or jobs wait
-    Clock::duration m_spent{0}; ///< by reads in this turn
+    Clock::duration m_spent{0}; ///< by reads, and writes by name, in this turn
     Clock::duration m_limit; ///< of that
     Clock::duration m_usual{0}; ///< what a read has taken lately
     int m_depth = 0; ///< of reads within reads
@@ -175,9 +185,10 @@ int DeviceReading::writeByName(Call &&call)
     if (m_isSilent && m_isTried)
         return -1;
     const Clock::time_point begin = Clock::now();
+    const ReadingTime time;
     const int result = call();
     m_isTried = true;
-    startTurn();
+    spend(time.elapsed());
     if (result == 0)
         hear();
     else if (Clock::now() - begin > m_timing.longest)

@@ -34,7 +34,6 @@ SilenceProbe::SilenceProbe(const Timing &timing) : m_timing(timing)
 {
     m_pause.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &SilenceProbe::ask);
-    m_thread.setMaxThreadCount(1);
 }
 
 SilenceProbe::~SilenceProbe()
@@ -79,15 +78,11 @@ void SilenceProbe::ask()
         return;
     m_pause.stop();
     m_isAsking = true;
-    m_thread.start([this, silent = m_unanswered, other = m_answered] {
-        const Outcome found = outcome(silent, other);
-        QMetaObject::invokeMethod(
-            this,
-            [this, found] {
-                m_isAsking = false;
-                adopt(found);
-            },
-            Qt::QueuedConnection);
+    m_thread.add([this, silent = m_unanswered, other = m_answered] {
+        m_handOver.post([this, found = outcome(silent, other)] {
+            m_isAsking = false;
+            adopt(found);
+        });
     });
 }
 
@@ -130,5 +125,5 @@ void SilenceProbe::stop()
 {
     m_isStopped = true;
     m_pause.stop();
-    m_thread.waitForDone();
+    m_thread.end();
 }

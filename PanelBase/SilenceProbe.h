@@ -6,10 +6,12 @@
 
 #include <QHash>
 #include <QObject>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <GenApi/GenApi.h>
+
+#include "Features/HandOver.h"
+#include "Features/JobThread.h"
 
 /// Asks a device that has fallen silent whether it answers again: after pauses that grow, on a thread of its own, by
 /// reading what has not answered, and what has answered last before. A feature that alone does not answer is to be left
@@ -71,7 +73,8 @@ private:
     GenApi::INode *m_answered = nullptr;
     QHash<GenApi::INode *, Clock::time_point> m_leftOut; ///< until when
     QTimer m_pause;
-    QThreadPool m_thread;
+    HandOver m_handOver;
+    JobThread m_thread;
     Clock::time_point m_aliveSince;
     int m_tries = 0; ///< that took their time
     bool m_isCostless = false; ///< the last one did not

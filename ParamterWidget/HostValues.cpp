@@ -25,13 +25,10 @@ std::optional<double> number(const PanelContext &context, const QString &name, c
 
 QString HostValues::readNode(const PanelContext &context, const char *feature, const QString &otherwise)
 {
-    if (context.reading->isSilent())
-        return otherwise;
     std::string value = otherwise.toStdString();
     bool isRead = false;
-    context.reading->read(nullptr, [&] {
-        isRead = callHost<HostCore::GetCameraNodeValue>(Module, context.deviceKey(), feature, value) == 0;
-    });
+    context.read(
+        [&] { isRead = callHost<HostCore::GetCameraNodeValue>(Module, context.deviceKey(), feature, value) == 0; });
     return isRead ? QString::fromStdString(value) : otherwise;
 }
 
@@ -48,6 +45,16 @@ bool HostValues::writeNode(PanelContext &context, const char *feature, const QSt
     });
     context.written();
     return result == 0;
+}
+
+IntegerInfo HostValues::readInteger(const PanelContext &context, const char *feature, int value)
+{
+    IntegerInfo info{value};
+    context.read([&] {
+        GetCameraIntNodeInfo(context.deviceName, QString::fromLatin1(feature), info.value, info.minimum, info.maximum,
+                             info.increment);
+    });
+    return info;
 }
 
 QString HostValues::readSetting(const PanelContext &context, HostCore::CAM_INFO item)

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include "ParamterWidget/NodeAccess.h"
 #include "ParamterWnd/HostCore.h"
 
 struct PanelContext;
@@ -20,6 +21,9 @@ std::optional<QString> knownText(const PanelContext &context, const char *featur
 /// False when the host refuses, which it reports by itself, or throws, or the device does not answer, which is tried
 /// once in a turn of the event loop.
 bool writeNode(PanelContext &context, const char *feature, const QString &value);
+
+/// Value and limits of an integer feature; zeros, and `value`, for one that cannot be read, or of a silent device.
+IntegerInfo readInteger(const PanelContext &context, const char *feature, int value = 0);
 
 QString readSetting(const PanelContext &context, HostCore::CAM_INFO item);
 void writeSetting(PanelContext &context, HostCore::CAM_INFO item, const QString &value);

@@ -130,13 +130,6 @@ int GetCameraIntNodeInfo(QString device, QString nodeName, int &value, int &min,
     });
 }
 
-IntegerInfo readInteger(const QString &device, const char *feature, int value)
-{
-    IntegerInfo info{value};
-    GetCameraIntNodeInfo(device, QString::fromLatin1(feature), info.value, info.minimum, info.maximum, info.increment);
-    return info;
-}
-
 int SetCameraIntNodeValue(QString device, QString nodeName, int value)
 {
     return integerFeature(device, nodeName).access([value](const GenApi::CIntegerPtr &number) {

@@ -35,9 +35,6 @@ struct IntegerInfo
     int increment = 1;
 };
 
-/// The same as one object: zeros, and `value`, for a feature that cannot be read.
-IntegerInfo readInteger(const QString &device, const char *feature, int value = 0);
-
 /// Writes an integer feature with verification. -2: no such node; -3: not writable; -4: GenICam refused.
 /// A node of another type gives 0 and is not written.
 int SetCameraIntNodeValue(QString device, QString nodeName, int value);

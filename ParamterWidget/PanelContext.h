@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <QSet>
 #include <QString>
@@ -45,6 +46,16 @@ struct PanelContext
 
     /// How the device is read; never null.
     std::unique_ptr<DeviceReading> reading = std::make_unique<DeviceReading>();
+
+    /// Reads the device in the words of `access`; false, with nothing read, when it does not answer.
+    template <class Access>
+    bool read(Access &&access) const
+    {
+        if (reading->isSilent())
+            return false;
+        reading->read(nullptr, std::forward<Access>(access));
+        return true;
+    }
 
     /// To be called after features were written or commands executed beside the feature tree, which shows them then.
     std::function<void()> written = [] {};

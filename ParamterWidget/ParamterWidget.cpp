@@ -47,6 +47,8 @@ constexpr const char *Module = "ParamterWidget";
 constexpr const char *AttributeTabOnlyType = "4";
 
 constexpr auto LiveRefreshPeriod = 1500ms;
+/// What GetCameraIntNodeInfo() answers for a feature that cannot be read now.
+constexpr int NotRead = -4;
 constexpr int PanelMinimumWidth = 200;
 constexpr int TreeStretch = 3;
 constexpr int DescriptionStretch = 1;
@@ -298,12 +300,15 @@ void ParamterWidget::setDrawRoiStatus(bool drawing)
 
 int ParamterWidget::getCameraNodeInfo(QString nodeName, int &value, int &min, int &max, int &inc)
 {
-    return GetCameraIntNodeInfo(m_context.deviceName, nodeName, value, min, max, inc);
+    int result = NotRead;
+    m_context.read([&] { result = GetCameraIntNodeInfo(m_context.deviceName, nodeName, value, min, max, inc); });
+    return result;
 }
 
 int ParamterWidget::setCameraNodeValue(QString nodeName, int value)
 {
-    const int result = SetCameraIntNodeValue(m_context.deviceName, nodeName, value);
+    const int result =
+        m_context.reading->writeByName([&] { return SetCameraIntNodeValue(m_context.deviceName, nodeName, value); });
     m_context.written();
     return result;
 }

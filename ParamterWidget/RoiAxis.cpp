@@ -6,7 +6,7 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 
-#include "ParamterWidget/NodeAccess.h"
+#include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/PageControls.h"
 
 namespace {
@@ -37,21 +37,21 @@ int RoiAxis::length() const
     return m_size->value();
 }
 
-void RoiAxis::adoptCamera(const QString &device)
+void RoiAxis::adoptCamera(const PanelContext &context)
 {
-    const IntegerInfo offset = readInteger(device, m_offsetFeature);
-    const IntegerInfo size = readInteger(device, m_sizeFeature);
+    const IntegerInfo offset = HostValues::readInteger(context, m_offsetFeature);
+    const IntegerInfo size = HostValues::readInteger(context, m_sizeFeature);
     setUp(m_size, size.minimum, size.value, size);
     setUp(m_offset, offset.value, offset.value, offset);
     m_edge = offset.value + size.value;
 }
 
-bool RoiAxis::isCurrent(const QString &device) const
+bool RoiAxis::isCurrent(const PanelContext &context) const
 {
     const int offset = m_offset->minimum();
     const int size = m_edge - offset;
-    return readInteger(device, m_offsetFeature, offset).value == offset
-        && readInteger(device, m_sizeFeature, size).value == size;
+    return HostValues::readInteger(context, m_offsetFeature, offset).value == offset
+        && HostValues::readInteger(context, m_sizeFeature, size).value == size;
 }
 
 void RoiAxis::adoptHost(int from, int to)

@@ -3,8 +3,8 @@
 
 class QObject;
 class QSpinBox;
-class QString;
 class QWidget;
+struct PanelContext;
 
 /// One direction of a region that is being drawn: its size and its offset in sensor pixels. It never leaves the region
 /// that the camera had when drawing began. GUI thread only.
@@ -23,9 +23,9 @@ public:
     int length() const;
 
     /// Starts with the region that the camera has.
-    void adoptCamera(const QString &device);
+    void adoptCamera(const PanelContext &context);
     /// The camera still has that region, as far as it tells.
-    bool isCurrent(const QString &device) const;
+    bool isCurrent(const PanelContext &context) const;
     /// Takes what the user drew in the host's image, from either end.
     void adoptHost(int from, int to);
     /// Limits the partner of the edited field to the edge of the camera's region; false for an object of another axis.

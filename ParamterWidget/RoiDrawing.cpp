@@ -15,6 +15,7 @@
 
 #include "PanelBase/HostCall.h"
 #include "PanelBase/StyleSheets.h"
+#include "ParamterWidget/HostValues.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ToolPage/SelectedButton.h"
@@ -36,12 +37,19 @@ constexpr std::pair<RowId, RowId> PairedRows[] = {
 constexpr int NoSuchFeature = -2;
 
 /// The host's text of a number; nothing when the host cannot read it.
-std::optional<int> hostValue(const std::string &device, const char *feature)
+std::optional<int> hostValue(const PanelContext &context, const char *feature)
 {
     std::string text;
-    if (callHost<HostCore::GetCameraNodeValue>(Module, device, feature, text) != 0)
-        return std::nullopt;
-    return QString::fromStdString(text).toInt();
+    int result = -1;
+    context.read([&] { result = callHost<HostCore::GetCameraNodeValue>(Module, context.deviceKey(), feature, text); });
+    return result == 0 ? std::optional(QString::fromStdString(text).toInt()) : std::nullopt;
+}
+
+void writeByName(const PanelContext &context, const char *feature, int value)
+{
+    context.reading->writeByName([&] {
+        return callHost<HostCore::SetCameraNodeValue>(Module, context.deviceKey(), feature, std::to_string(value));
+    });
 }
 
 void log(const QString &message)
@@ -82,6 +90,8 @@ void RoiDrawing::pairRows()
         if (!rows.camera || !rows.drawn)
             continue;
         rows.drawn->setWidgetItemVisible(false);
+        QObject::connect(rows.camera, &ToolPageWidgetItem::availabilityChanged, rows.drawn,
+                         [this, rows] { showDrawnRow(rows); });
         m_rowPairs.append(rows);
     }
 }
@@ -109,8 +119,8 @@ void RoiDrawing::enterDrawing()
         callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), m_region);
         return;
     }
-    m_horizontal.adoptCamera(m_context.deviceName);
-    m_vertical.adoptCamera(m_context.deviceName);
+    m_horizontal.adoptCamera(m_context);
+    m_vertical.adoptCamera(m_context);
     m_drawing = true;
     showDrawingRows(true);
 }
@@ -133,13 +143,13 @@ void RoiDrawing::enableButtons()
 /// Asks the host for a rectangle around the whole current image.
 bool RoiDrawing::requestRegion()
 {
-    const std::string device = m_context.deviceKey();
-    const std::optional<int> width = hostValue(device, m_horizontal.sizeFeature());
-    const std::optional<int> height = width ? hostValue(device, m_vertical.sizeFeature()) : std::nullopt;
+    const std::optional<int> width = hostValue(m_context, m_horizontal.sizeFeature());
+    const std::optional<int> height = width ? hostValue(m_context, m_vertical.sizeFeature()) : std::nullopt;
     if (!height || !m_selectButton->isSelected())
         return false;
     bool accepted = false;
-    const int result = callHost<HostCore::DrawROI>(Module, device, 0, 0, *width, *height, m_region, accepted, 0, 0);
+    const int result =
+        callHost<HostCore::DrawROI>(Module, m_context.deviceKey(), 0, 0, *width, *height, m_region, accepted, 0, 0);
     if (result == 0 && accepted)
         return true;
     log(QStringLiteral("The host draws no region for %1").arg(m_context.deviceName));
@@ -148,10 +158,16 @@ bool RoiDrawing::requestRegion()
 
 void RoiDrawing::showDrawingRows(bool drawing)
 {
+    m_showsDrawing = drawing;
     for (const RowPair &rows : m_rowPairs) {
         rows.camera->setWidgetItemVisible(!drawing);
-        rows.drawn->setWidgetItemVisible(drawing && rows.camera->isAvailable());
+        showDrawnRow(rows);
     }
+}
+
+void RoiDrawing::showDrawnRow(const RowPair &rows)
+{
+    rows.drawn->setWidgetItemVisible(m_showsDrawing && rows.camera->isAvailable());
 }
 
 void RoiDrawing::applyCoordinate(const QObject *spinBox)
@@ -191,7 +207,7 @@ void RoiDrawing::adoptHostRegion(int leftX, int leftY, int rightX, int rightY)
 void RoiDrawing::adoptCameraChange()
 {
     if (m_drawing && !m_context.disabled && !m_context.reading->isSilent()
-        && !(m_horizontal.isCurrent(m_context.deviceName) && m_vertical.isCurrent(m_context.deviceName)))
+        && !(m_horizontal.isCurrent(m_context) && m_vertical.isCurrent(m_context)))
         m_selectButton->click();
 }
 
@@ -213,12 +229,16 @@ void RoiDrawing::apply()
 void RoiDrawing::write(const char *feature, int value)
 {
     const QString name = QString::fromLatin1(feature);
-    const int result = SetCameraIntNodeValue(m_context.deviceName, name, value);
+    const auto set = [&](int number) {
+        return m_context.reading->writeByName(
+            [&] { return SetCameraIntNodeValue(m_context.deviceName, name, number); });
+    };
+    const int result = set(value);
     if (result == 0 || result == NoSuchFeature)
         return;
-    const IntegerInfo info = readInteger(m_context.deviceName, feature);
+    const IntegerInfo info = HostValues::readInteger(m_context, feature);
     const int fitting = value - (value - info.minimum) % qMax(1, info.increment);
-    if (fitting != value && SetCameraIntNodeValue(m_context.deviceName, name, fitting) == 0)
+    if (fitting != value && set(fitting) == 0)
         log(QStringLiteral("The camera refuses %1 %2, it gets %3").arg(name).arg(value).arg(fitting));
     else
         log(QStringLiteral("The camera refuses %1 %2").arg(name).arg(value));
@@ -226,16 +246,15 @@ void RoiDrawing::write(const char *feature, int value)
 
 void RoiDrawing::restoreFullSize()
 {
-    const std::string device = m_context.deviceKey();
     for (const RoiAxis *axis : {&m_vertical, &m_horizontal})
-        callHost<HostCore::SetCameraNodeValue>(Module, device, axis->offsetFeature(), "0");
+        writeByName(m_context, axis->offsetFeature(), 0);
     // Only now the maxima are those of the sensor.
-    const int height = readInteger(m_context.deviceName, m_vertical.sizeFeature()).maximum;
-    const int width = readInteger(m_context.deviceName, m_horizontal.sizeFeature()).maximum;
+    const int height = HostValues::readInteger(m_context, m_vertical.sizeFeature()).maximum;
+    const int width = HostValues::readInteger(m_context, m_horizontal.sizeFeature()).maximum;
     for (const auto &[feature, size] :
          {std::pair(m_vertical.sizeFeature(), height), std::pair(m_horizontal.sizeFeature(), width)}) {
         if (size > 0)
-            callHost<HostCore::SetCameraNodeValue>(Module, device, feature, std::to_string(size));
+            writeByName(m_context, feature, size);
     }
     m_context.written();
     if (ToolPageWidget *const group = m_context.placed(RowId::RestoreImageSize).group)

@@ -73,6 +73,7 @@ private:
         ToolPageWidgetItem *drawn;
     };
 
+    void showDrawnRow(const RowPair &rows);
     void enterDrawing();
     void leaveDrawing();
     void enableButtons();
@@ -90,6 +91,7 @@ private:
     RoiAxis m_vertical;
     QVector<RowPair> m_rowPairs;
     bool m_drawing = false;
+    bool m_showsDrawing = false; ///< the rows of the drawn region are shown, as far as the camera has theirs
     bool m_locked = false;
     int m_region = 0; ///< the host's handle of the rectangle
     bool m_hostMoveExpected = true; ///< false while the host may echo a move of the panel's own

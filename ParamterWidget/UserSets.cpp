@@ -19,7 +19,9 @@ UserSets::UserSets(PanelContext &context, QWidget *controlsParent)
 
 void UserSets::load()
 {
-    callHost<HostCore::SetCameraNodeValue>("UserSets", m_context.deviceKey(), "UserSetLoad", std::string());
+    m_context.reading->writeByName([this] {
+        return callHost<HostCore::SetCameraNodeValue>("UserSets", m_context.deviceKey(), "UserSetLoad", std::string());
+    });
     m_context.written();
     m_context.refreshPages();
 }

@@ -18,14 +18,17 @@ using Report = void (PanelContext::*)(const char *module, const QString &message
 constexpr int NoDevice = -1;
 constexpr int NoFeature = -4;
 
-/// What the device refuses, as a person reads it; empty when it is written. Refusals by name the host reports.
+/// What the device refuses, or does not answer, as a person reads it; empty when it is written. Refusals by name the
+/// host reports.
 QString refusal(PanelContext &context, const NodeWrite &write)
 {
     const QString feature = QString::fromLatin1(write.feature);
     const bool isCommand = write.entry == NodeWrite::Command;
-    const int result = isCommand ? ExecCameraCommandNode(context.deviceName, feature)
-                                 : SetCameraEnumNodeValue(context.deviceName, feature, write.entry);
-    if (result == 0 || result == NoDevice || result == NoFeature)
+    const int result = context.reading->writeByName([&] {
+        return isCommand ? ExecCameraCommandNode(context.deviceName, feature)
+                         : SetCameraEnumNodeValue(context.deviceName, feature, write.entry);
+    });
+    if (!context.reading->isSilent() && (result == 0 || result == NoDevice || result == NoFeature))
         return {};
     return isCommand ? feature : QStringLiteral("%1 %2").arg(feature).arg(write.entry);
 }

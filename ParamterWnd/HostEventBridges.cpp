@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include <QMutexLocker>
 #include <QThread>
 
 #include "ParamterWnd/ParameterWidgetManager.h"
@@ -45,7 +44,7 @@ void DeviceListUpdate::OnUpdate(int source, std::vector<std::string> cardList, s
 /// The bridge may go while a call waits, which therefore looks at its flag alone.
 void DeviceListUpdate::await(const QSharedPointer<bool> &finishFlag)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_awaited.erase(std::remove_if(m_awaited.begin(), m_awaited.end(), [](const auto &flag) { return flag.isNull(); }),
                     m_awaited.end());
     m_awaited.push_back(finishFlag);
@@ -55,7 +54,7 @@ void DeviceListUpdate::await(const QSharedPointer<bool> &finishFlag)
 
 void DeviceListUpdate::release()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_released = true;
     for (const QWeakPointer<bool> &awaited : m_awaited) {
         if (const QSharedPointer<bool> finishFlag = awaited.toStrongRef())

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <mutex>
 #include <string>
 #include <vector>
 
-#include <QMutex>
 #include <QObject>
 #include <QSharedPointer>
 #include <QString>
@@ -41,7 +41,7 @@ Q_SIGNALS:
 private:
     void await(const QSharedPointer<bool> &finishFlag);
 
-    QMutex m_mutex;
+    std::mutex m_mutex;
     std::vector<QWeakPointer<bool>> m_awaited; ///< of the calls that are under way, and of some that have ended
     bool m_released = false;
 };

@@ -33,6 +33,7 @@ HostLink::~HostLink()
 
 void HostLink::release(QObject *receiver)
 {
+    toGui.close(); // before the connection goes through which the host's threads come here
     for (const QObject *bridge :
          std::initializer_list<const QObject *>{&deviceList, &focus, &language, &imageMode, &import})
         bridge->disconnect(receiver);

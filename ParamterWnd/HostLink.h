@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Features/HandOver.h"
 #include "ParamterWnd/HostEventBridges.h"
 
 class ParameterWidgetManager;
@@ -19,6 +20,7 @@ public:
     /// Lets `receiver` get no signal of the bridges any more, and waiting host threads go.
     void release(QObject *receiver);
 
+    HandOver toGui; ///< for what other threads say
     DeviceListUpdate deviceList;
     FocusUpdate focus;
     LanguageUpdate language;

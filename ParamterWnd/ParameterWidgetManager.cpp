@@ -87,7 +87,13 @@ ParameterWidgetManager::~ParameterWidgetManager()
 
 void ParameterWidgetManager::connectHost()
 {
-    connect(&m_host->deviceList, &DeviceListUpdate::updateCams, this, &ParameterWidgetManager::onDeviceListUpdate);
+    // As an automatic connection, by a queue that also keeps the lists apart from the host's thread.
+    const auto adoptList = [this, toGui = &m_host->toGui](int source, const QStringList &cards,
+                                                          const QStringList &cameras,
+                                                          const QSharedPointer<bool> &finishFlag) {
+        toGui->call([=] { onDeviceListUpdate(source, cards, cameras, finishFlag); });
+    };
+    connect(&m_host->deviceList, &DeviceListUpdate::updateCams, this, adoptList, Qt::DirectConnection);
     connect(&m_host->focus, &FocusUpdate::focusChanged, this, &ParameterWidgetManager::onFoucusChanged);
     connect(&m_host->imageMode, &ImageModeUpdate::imageModeChanged, this, &ParameterWidgetManager::onImageModeUpdate);
     connect(&m_host->language, &LanguageUpdate::languageChanged, this, &ParameterWidgetManager::onLanguageChanged);

@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include <QEventLoop>
+
 #include "Simulation/Firmware.h"
 
 namespace {
@@ -14,6 +16,17 @@ constexpr int TickInterval = 20; // milliseconds
 FrameSource::FrameSource(Firmware &device) : m_firmware(device), m_tickTimer(this)
 {
     connect(&m_tickTimer, &QTimer::timeout, this, &FrameSource::tick);
+}
+
+void FrameSource::live(QThread &home)
+{
+    moveToThread(QThread::currentThread());
+    QEventLoop events;
+    connect(this, &FrameSource::ending, &events, &QEventLoop::quit);
+    run();
+    events.exec();
+    m_tickTimer.stop();
+    moveToThread(&home);
 }
 
 void FrameSource::run()

@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QThread>
 #include <QTimer>
 
 #include "Devices/FrameMailbox.h"
@@ -21,7 +22,7 @@ struct SimulatedFrame
 };
 
 /// The running part of a simulated device: lets time pass in its firmware and, in subclasses, takes frames. Lives on a
-/// thread of its own; only take() may be called on another one.
+/// thread of its own from live() to its end; only take() may be called on another one.
 class FrameSource : public QObject
 {
     Q_OBJECT
@@ -30,8 +31,9 @@ public:
     /// `firmware` must outlive this object.
     explicit FrameSource(Firmware &firmware);
 
-    /// Gets ready to take frames and lets time pass in the firmware from now on.
-    void run();
+    /// On the thread of its own, to which it goes: gets ready to take frames and lets time pass in the firmware, until
+    /// ending(). Then it goes to the thread `home`. It must be on no thread before.
+    void live(QThread &home);
     virtual void setAcquiring(bool) { }
     /// A trigger of that kind (its place in TriggerSelector) has fired.
     virtual void trigger(int) { }
@@ -41,6 +43,8 @@ public:
 Q_SIGNALS:
     /// A frame waits: call take(). While more than a few wait, each new one costs the oldest.
     void frameReady();
+    /// To be raised on the thread of its own, by a queued call.
+    void ending();
 
 protected:
     /// Does in advance what would delay the first frame.
@@ -54,6 +58,7 @@ protected:
     QElapsedTimer m_clock;
 
 private:
+    void run();
     void tick();
 
     QTimer m_tickTimer;

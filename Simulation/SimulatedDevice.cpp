@@ -79,20 +79,18 @@ bool SimulatedDevice::open(QString *error)
 
 void SimulatedDevice::startRunning()
 {
-    m_source = m_model.source(*m_firmware).release();
-    m_source->moveToThread(&m_thread);
-    connect(&m_thread, &QThread::started, m_source, &FrameSource::run);
-    connect(&m_thread, &QThread::finished, m_source, &QObject::deleteLater);
-    connect(m_firmware.get(), &Firmware::acquisitionChanged, m_source, &FrameSource::setAcquiring,
-            Qt::QueuedConnection);
-    connect(m_firmware.get(), &Firmware::triggered, m_source, &FrameSource::trigger, Qt::QueuedConnection);
-    const auto fetch = [this, from = QPointer<FrameSource>(m_source)] {
+    m_source = m_model.source(*m_firmware);
+    FrameSource *const source = m_source.get();
+    connect(m_firmware.get(), &Firmware::acquisitionChanged, source, &FrameSource::setAcquiring, Qt::QueuedConnection);
+    connect(m_firmware.get(), &Firmware::triggered, source, &FrameSource::trigger, Qt::QueuedConnection);
+    const auto fetch = [this, from = QPointer<FrameSource>(source)] {
         if (!from) // the device was closed meanwhile
             return;
         deliver(from->take());
     };
-    connect(m_source, &FrameSource::frameReady, this, fetch, Qt::QueuedConnection);
-    m_thread.start();
+    connect(source, &FrameSource::frameReady, this, fetch, Qt::QueuedConnection);
+    source->moveToThread(nullptr); // the thread fetches it
+    m_thread = std::thread([source, home = thread()] { source->live(*home); });
 }
 
 void SimulatedDevice::deliver(SimulatedFrame frame)
@@ -113,9 +111,9 @@ void SimulatedDevice::close()
     if (!isOpen())
         return;
     stopAcquisition();
-    m_source = nullptr;
-    m_thread.quit();
-    m_thread.wait();
+    QMetaObject::invokeMethod(m_source.get(), "ending", Qt::QueuedConnection);
+    m_thread.join();
+    m_source.reset();
     m_nodes.reset();
     // A link that failed may have kept the lock from being taken off.
     m_firmware->change([](RegisterMemory &memory) { memory.setInteger("TLParamsLocked", 0); });

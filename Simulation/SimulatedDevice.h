@@ -4,9 +4,9 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <thread>
 
 #include <QStringList>
-#include <QThread>
 
 #include "Devices/Device.h"
 #include "Devices/FrameTally.h"
@@ -87,6 +87,6 @@ private:
     FrameFaults m_frameFaults;
     FrameTally m_tally;
     std::optional<LoadedNodeMap> m_nodes;
-    QThread m_thread;
-    FrameSource *m_source = nullptr; ///< lives on the thread while the device is open
+    std::unique_ptr<FrameSource> m_source; ///< lives on the thread while the device is open
+    std::thread m_thread;
 };

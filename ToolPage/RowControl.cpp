@@ -149,10 +149,12 @@ void RowControl::rollBack()
     m_kind->putBack(m_editor);
     if (!m_kind->needsReadable || m_feature->isSilent())
         return;
-    guardNode([this] {
+    const auto access = [this] {
         GenApi::CValuePtr(m_feature->node())->ToString(false, true); // past the cache
         m_kind->refresh(m_feature->node(), m_editor);
-    });
+    };
+    DeviceReading *const reading = m_feature->reading();
+    guardNode([&] { reading ? reading->read(m_feature->node(), access) : access(); });
 }
 
 bool RowControl::hasInput() const

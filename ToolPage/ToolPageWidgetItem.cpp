@@ -22,7 +22,8 @@ constexpr QColor PressedColor(191, 231, 213);
 
 ToolPageWidgetItem::ToolPageWidgetItem(QWidget *parent)
     : QWidget(parent), m_focus(new EditorFocus(this)), m_face(this, m_focus), m_control(this, &m_feature, &m_face),
-      m_writer(&m_feature, &m_control, m_focus), m_turn(this, [this] { refresh(); }), m_color(NormalColor)
+      m_writer(&m_feature, &m_control, m_focus), m_turn(this, [this] { refresh(); }),
+      m_liveTurn(this, [this] { showLiveValue(); }), m_color(NormalColor)
 {
     connect(m_focus, &EditorFocus::gained, this, &ToolPageWidgetItem::itemFocused);
     connect(m_focus, &EditorFocus::editCancelled, this, [this] { updateWidget(false); });
@@ -39,6 +40,7 @@ void ToolPageWidgetItem::setReading(DeviceReading *reading)
 {
     m_feature.setReading(reading);
     m_turn.setReading(reading);
+    m_liveTurn.setReading(reading);
 }
 
 void ToolPageWidgetItem::setItemInfo(const QStringList &names, const QStringList &descriptions, GenApi::INode *node,
@@ -107,25 +109,28 @@ QWidget *ToolPageWidgetItem::getCommandParamWidget(GenApi::INode *node, bool &av
 
 void ToolPageWidgetItem::updateWidget(bool live)
 {
-    if (live)
-        showLiveValue();
-    else if (m_feature.node())
+    if (!live && m_feature.node())
         m_turn.take();
+    else if (live && m_control.takesLiveValue())
+        m_liveTurn.take();
     if (m_feature.isSilent())
         showSilence();
 }
 
 void ToolPageWidgetItem::refresh()
 {
+    const bool wasAvailable = m_available;
     getParameterWidget(m_feature.node(), m_available);
     hideUnlessAvailable();
+    if (m_available != wasAvailable)
+        Q_EMIT availabilityChanged();
 }
 
 void ToolPageWidgetItem::showLiveValue()
 {
-    DeviceReading *const reading = m_feature.reading();
-    if (!m_control.takesLiveValue() || (reading && !reading->hasTime()))
+    if (!m_control.takesLiveValue()) // the user has come into it while it waited
         return;
+    DeviceReading *const reading = m_feature.reading();
     std::string value;
     bool isRead = false;
     const auto read = [&] {
@@ -174,6 +179,7 @@ void ToolPageWidgetItem::setWidgetItemVisible(bool visible)
 void ToolPageWidgetItem::releaseNode()
 {
     m_turn.cancel();
+    m_liveTurn.cancel();
     m_feature.release();
     m_control.setEnabled(false);
 }

@@ -55,7 +55,7 @@ public:
     QWidget *getCommandParamWidget(GenApi::INode *node, bool &available);
 
     /// Refreshes from the feature (false), at once or in its turn, or a float or enumeration editor from the host's
-    /// live value (true) unless the user is in it. Writes nothing.
+    /// live value (true) unless the user is in it, in its turn, too. Writes nothing.
     void updateWidget(bool live);
     /// Whether the row has a feature that could be shown when it was asked last.
     bool isAvailable() const { return m_available; }
@@ -89,6 +89,8 @@ Q_SIGNALS:
     void commandExecuted();
     /// The mouse was pressed on the row.
     void itemClicked();
+    /// A refresh has found isAvailable() changed.
+    void availabilityChanged();
     /// The editor got the keyboard focus.
     void itemFocused();
 
@@ -127,6 +129,7 @@ private:
     RowControl m_control;
     RowWriter m_writer;
     RowTurn m_turn;
+    RowTurn m_liveTurn;
     QStringList m_descriptions;
     QColor m_color; ///< of the background
     bool m_available = false; ///< when the feature could be asked last

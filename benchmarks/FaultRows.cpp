@@ -10,9 +10,11 @@
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QTabWidget>
+#include <QThread>
 #include <QTimer>
 
 #include "BenchDevice.h"
+#include "CuratedCamera.h"
 #include "Devices/FailFastPort.h"
 #include "FeatureTree/FeatureTreeView.h"
 #include "FeatureTree/TreeItem.h"
@@ -31,6 +33,7 @@ using Clock = std::chrono::steady_clock;
 
 const char *const DeviceKey = "bench";
 constexpr double LongestEvent = 100; ///< ms
+constexpr double LongestOpeningEvent = 500; ///< ms, of one trigger that is set up with all its writes
 constexpr int Features = 1000;
 
 /// Runs the event loop until `isDone`, at most that long; the time it took, in milliseconds.
@@ -250,6 +253,36 @@ void addTimeouts(BenchReport &report)
     report.add("it answers again: rows are live after", waitUntil([&panel] { return panel.isLive(); }), "ms", 12600);
 }
 
+/// The pages of a laser profiler, whose values are read and written by name as well; each takes as long as an access.
+void addProfiler(BenchReport &report)
+{
+    static constexpr auto Latency = 20ms;
+    CuratedCamera camera(profilerFeatures());
+    FakeHostCore &host = FakeHostCore::instance();
+    host.reset();
+    host.setNodeMap(HostCore::FOCUS_CAMERA, DeviceKey, camera.map);
+    camera.port.latency = Latency;
+    host.setCallHook([](const QString &call) {
+        if (call.contains(QLatin1String("CameraNodeValue")))
+            QThread::msleep(Latency.count());
+    });
+    ParamterWidget panel;
+    panel.setPageSet(PageSet::Profiler);
+    const Deed opening([&panel] {
+        panel.initUI(QString::fromLatin1(DeviceKey));
+        panel.show();
+    });
+    waitUntil([] { return false; }, 8s);
+    report.add(at("the pages of a profiler, opening: the longest event", Latency), opening.longestEvent(), "ms",
+               LongestOpeningEvent);
+    const Deed importing([&panel] { panel.updateWidget(true); });
+    waitUntil([] { return false; }, 5s);
+    report.add(at("the pages of a profiler, all read anew: the longest event", Latency), importing.longestEvent(), "ms",
+               LongestEvent);
+    panel.setParamterViewDisable();
+    host.reset();
+}
+
 /// A port that fails fast in front of one that does not answer at all.
 void addFailFast(BenchReport &report)
 {
@@ -283,6 +316,7 @@ void addFaultRows(BenchReport &report)
     addResultAtOnce(report);
     addExpanding(report);
     addRepainting(report);
+    addProfiler(report);
     addTimeouts(report);
     addFailFast(report);
 }

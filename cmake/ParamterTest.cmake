@@ -10,6 +10,8 @@ function(paramter_test name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${arg_LINK} Qt::Test)
     add_test(NAME ${name} COMMAND ${arg_LAUNCHER} $<TARGET_FILE:${name}>)
-    set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT
-        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/ci/leaks.supp:print_suppressions=0")
+    set(environment QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
+        LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/ci/leaks.supp:print_suppressions=0
+        TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/ci/threads.supp)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT "${environment}")
 endfunction()

@@ -2,6 +2,7 @@
 #include "soak/EventWatch.h"
 
 #include <QEvent>
+#include <QFile>
 #include <QMetaEnum>
 
 #include <ctime>
@@ -17,6 +18,17 @@ qint64 computedTime()
     timespec time{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return qint64(time.tv_sec) * NanosecondsPerSecond + time.tv_nsec;
+}
+
+/// That this thread could run but had to leave the processors to others, in ns. 0 where the kernel does not tell.
+qint64 runDelay()
+{
+    static QFile file(QStringLiteral("/proc/thread-self/schedstat"));
+    if (!file.isOpen() && !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return 0;
+    file.seek(0);
+    const QList<QByteArray> fields = file.readAll().split(' '); // time on a processor, time waited for one, turns
+    return fields.size() > 1 ? fields[1].toLongLong() : 0;
 }
 
 bool mayWait(QEvent::Type type)
@@ -59,13 +71,16 @@ bool EventWatch::notify(QObject *receiver, QEvent *event)
 /// The event, and who gets it, may be gone when it ends.
 void EventWatch::eventBegins(const QObject &receiver, const QEvent &event)
 {
-    m_running.push_back({nameOf(receiver, event.type()), mayWait(event.type()), computedTime()});
+    m_running.push_back({nameOf(receiver, event.type()), mayWait(event.type()), computedTime(), runDelay()});
 }
 
 void EventWatch::eventEnds(double longest)
 {
     const Running event = m_running.back();
     m_running.pop_back();
-    if (m_report && longest > m_bound + (event.mayWait ? m_waits : 0))
-        m_report(event.name, int(longest), int((computedTime() - event.computed) / NanosecondsPerMillisecond));
+    if (longest <= m_bound || !m_report)
+        return;
+    const int taken = int(longest) - int((runDelay() - event.delayed) / NanosecondsPerMillisecond);
+    if (taken > m_bound + (event.mayWait ? m_waits : 0))
+        m_report(event.name, taken, int((computedTime() - event.computed) / NanosecondsPerMillisecond));
 }

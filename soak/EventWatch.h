@@ -17,8 +17,8 @@ public:
 
     using MeteredApplication::MeteredApplication;
 
-    /// From now on, in ms. Events that may lead to a write of the panel, input and what was queued, may take `waits`
-    /// more.
+    /// From now on, in ms; time in which other programs had the processors does not count. Events that may lead to a
+    /// write of the panel, input and what was queued, may take `waits` more.
     void setBounds(int bound, int waits, Report report);
     /// Its events, and those of its children, are the driver's own and not measured; null: there is none.
     void setDriver(const QObject *driver) { m_driver = driver; }
@@ -35,6 +35,7 @@ private:
         QString name;
         bool mayWait;
         qint64 computed; ///< ns of the thread before
+        qint64 delayed; ///< the same, waiting for a processor
     };
 
     std::vector<Running> m_running;

@@ -93,19 +93,19 @@ void SoakRecord::note(const QString &deed)
 
 void SoakRecord::fail(const QString &reason)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_failures << QStringLiteral("step %1: %2").arg(m_step).arg(reason);
 }
 
 bool SoakRecord::hasFailed() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return !m_failures.isEmpty();
 }
 
 QString SoakRecord::report() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     QStringList lines{QStringLiteral("The last actions:")};
     lines += m_actions;
     lines += m_failures;

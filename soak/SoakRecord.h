@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QMutex>
 #include <QString>
 #include <QStringList>
+
+#include <mutex>
 
 /// What a run has done, and why it failed. The record of a run that dies (a sanitizer's finding, a failed assertion, a
 /// hang) is printed by its last breath. One exists at a time.
@@ -37,7 +38,7 @@ private:
     const quint64 m_seed;
     int m_step = 0;
     QStringList m_actions;
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     QStringList m_failures;
     QtMessageHandler m_previous = nullptr;
 };

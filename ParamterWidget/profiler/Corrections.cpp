@@ -92,12 +92,6 @@ void Corrections::determine(const QObject *button)
     Q_EMIT field->editingFinished();
 }
 
-void Corrections::show()
-{
-    showTilt();
-    showHeight();
-}
-
 void Corrections::showTilt()
 {
     const auto sine = HostValues::readNumber(m_context, "SinData");
@@ -112,8 +106,13 @@ void Corrections::showTilt()
 void Corrections::showHeight()
 {
     float value = 0, minimum = 0, maximum = 0, increment = 0;
-    if (GetCamerFloatNodeValue(m_context.deviceName, QStringLiteral("ZCoorScale"), value, minimum, maximum, increment)
-        == 0) {
+    bool isRead = false;
+    m_context.read([&] {
+        isRead = GetCamerFloatNodeValue(m_context.deviceName, QStringLiteral("ZCoorScale"), value, minimum, maximum,
+                                        increment)
+            == 0;
+    });
+    if (isRead) {
         PageControls::setRange(m_height, static_cast<double>(minimum), static_cast<double>(maximum), Step);
         PageControls::show(m_height, static_cast<double>(value));
     }

@@ -29,16 +29,15 @@ public:
     /// Lets the host determine the value of a button's field, which it may set, and writes it. Other objects are
     /// ignored.
     void determine(const QObject *button);
-    /// Shows what the device has, writing nothing. What cannot be read, or is being typed, stays as it is.
-    void show();
+    /// Show what the device has, writing nothing. What cannot be read, or is being typed, stays as it is.
+    void showTilt();
+    void showHeight();
     /// Sets the texts in the application's language.
     void retranslate();
 
 private:
     void writeTilt();
     void writeHeight();
-    void showTilt();
-    void showHeight();
     /// Takes the focus from a field, unless it is being stepped; its row keeps the place, so that Tab goes on from
     /// there.
     void leave(QDoubleSpinBox *field, RowId id);

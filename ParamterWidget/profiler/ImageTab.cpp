@@ -9,7 +9,6 @@
 
 #include "PanelBase/Guarded.h"
 #include "ParamterWidget/HostValues.h"
-#include "ParamterWidget/NodeAccess.h"
 #include "ParamterWidget/PageControls.h"
 #include "ParamterWidget/PanelContext.h"
 #include "ToolPage/SwitchButton.h"
@@ -107,15 +106,16 @@ bool ImageTab::restoreHeight()
 /// 0 when the device does not tell.
 int ImageTab::largestHeight() const
 {
-    return readInteger(m_context.deviceName, "Height").maximum;
+    return HostValues::readInteger(m_context, "Height").maximum;
 }
 
 bool ImageTab::isRangeLocked() const
 {
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     GenApi::INode *const height = nodeMap ? nodeMap->GetNode("Height") : nullptr;
-    return height && height->GetAccessMode() == GenApi::RO
-        && readSetting(m_context, HostCore::CAM_INFO_ACQUISITION) == QLatin1String("1");
+    bool isFixed = false;
+    m_context.read([&] { isFixed = height && height->GetAccessMode() == GenApi::RO; });
+    return isFixed && readSetting(m_context, HostCore::CAM_INFO_ACQUISITION) == QLatin1String("1");
 }
 
 std::optional<bool> ImageTab::isRangeLimited() const

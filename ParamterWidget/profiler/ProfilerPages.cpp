@@ -6,7 +6,7 @@
 ProfilerPages::ProfilerPages(PanelContext &panel, QWidget *controlsParent)
     : context(panel), trigger(panel, controlsParent), data(panel, controlsParent), image(panel, controlsParent),
       masks(panel, controlsParent), zRange(panel, controlsParent), contour(panel, controlsParent),
-      corrections(panel, controlsParent)
+      corrections(panel, controlsParent), steps(panel)
 { }
 
 bool ProfilerPages::hasProfiler() const
@@ -17,11 +17,13 @@ bool ProfilerPages::hasProfiler() const
 /// The two modes of the trigger tab come first: each selects its trigger, and the line trigger stays selected.
 void ProfilerPages::adoptDevice()
 {
-    trigger.adoptModes();
-    data.adoptSource();
-    data.adoptBatchMode();
-    contour.adoptLaserAdjustMode();
-    corrections.show();
+    steps.run({{"adopt frame trigger", [this] { trigger.adoptFrameTrigger(); }},
+               {"adopt line scan", [this] { trigger.adoptLineScan(); }},
+               {"adopt source", [this] { data.adoptSource(); }},
+               {"adopt batch mode", [this] { data.adoptBatchMode(); }},
+               {"adopt laser", [this] { contour.adoptLaserAdjustMode(); }},
+               showTilt(),
+               showHeight()});
 }
 
 void ProfilerPages::adoptSettings()
@@ -35,22 +37,22 @@ void ProfilerPages::adoptSettings()
 void ProfilerPages::adoptMeasureRange()
 {
     if (hasProfiler())
-        image.adoptMeasureRange();
+        steps.run({{"adopt measure range", [this] { image.adoptMeasureRange(); }}});
 }
 
 void ProfilerPages::adoptMasks()
 {
     if (hasProfiler())
-        masks.adopt();
+        steps.run({{"adopt mask 1", [this] { masks.adopt(0); }},
+                   {"adopt mask 2", [this] { masks.adopt(1); }},
+                   {"adopt mask 3", [this] { masks.adopt(2); }}});
 }
 
 void ProfilerPages::show()
 {
     if (!hasProfiler())
         return;
-    data.showSource();
-    data.showBatchMode();
-    contour.showLaserAdjustMode();
+    steps.run({showSource(), showBatchMode(), showLaser()});
     image.showSettings();
     zRange.show();
 }
@@ -61,21 +63,26 @@ void ProfilerPages::showPage(int page)
         return;
     switch (page) {
     case 0:
-        trigger.showModes();
-        data.showSource();
-        data.showBatchMode();
+        steps.run({{"frame trigger", [this] { trigger.showFrameTrigger(); }},
+                   {"line scan", [this] { trigger.showLineScan(); }},
+                   showSource(),
+                   showBatchMode()});
         break;
     case 1:
         image.showSettings();
-        image.showMeasureRange();
-        masks.show();
+        steps.run({{"measure range", [this] { image.showMeasureRange(); }},
+                   {"mask selection", [this] { masks.beginShowing(); }},
+                   {"mask 1", [this] { masks.show(0); }},
+                   {"mask 2", [this] { masks.show(1); }},
+                   {"mask 3", [this] { masks.show(2); }},
+                   {"former mask selection", [this] { masks.endShowing(); }}});
         zRange.show();
         break;
     case 2:
-        contour.showLaserAdjustMode();
+        steps.run({showLaser()});
         break;
     case 3:
-        corrections.show();
+        steps.run({showTilt(), showHeight()});
         break;
     }
 }
@@ -84,6 +91,31 @@ void ProfilerPages::showAll()
 {
     for (int page : {0, 1, 2, 3})
         showPage(page);
+}
+
+ReadingSteps::Step ProfilerPages::showSource()
+{
+    return {"source", [this] { data.showSource(); }};
+}
+
+ReadingSteps::Step ProfilerPages::showBatchMode()
+{
+    return {"batch mode", [this] { data.showBatchMode(); }};
+}
+
+ReadingSteps::Step ProfilerPages::showLaser()
+{
+    return {"laser", [this] { contour.showLaserAdjustMode(); }};
+}
+
+ReadingSteps::Step ProfilerPages::showTilt()
+{
+    return {"tilt", [this] { corrections.showTilt(); }};
+}
+
+ReadingSteps::Step ProfilerPages::showHeight()
+{
+    return {"height", [this] { corrections.showHeight(); }};
 }
 
 void ProfilerPages::retranslate()

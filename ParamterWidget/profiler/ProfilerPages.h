@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ParamterWidget/ReadingSteps.h"
 #include "ParamterWidget/profiler/ContourTab.h"
 #include "ParamterWidget/profiler/Corrections.h"
 #include "ParamterWidget/profiler/ImageTab.h"
@@ -32,6 +33,12 @@ struct ProfilerPages
     /// Sets the texts in the application's language.
     void retranslate();
 
+    ReadingSteps::Step showSource();
+    ReadingSteps::Step showBatchMode();
+    ReadingSteps::Step showLaser();
+    ReadingSteps::Step showTilt();
+    ReadingSteps::Step showHeight();
+
     const PanelContext &context;
     TriggerTab trigger;
     ProfileData data;
@@ -40,4 +47,5 @@ struct ProfilerPages
     ZRange zRange;
     ContourTab contour;
     Corrections corrections;
+    ReadingSteps steps; ///< of all of them: what is read by name goes on in turns on a slow device
 };

@@ -74,29 +74,39 @@ std::optional<bool> ShieldMasks::isEnabled() const
     return enabled ? std::optional(*enabled == QLatin1String("True")) : std::nullopt;
 }
 
-void ShieldMasks::show()
+void ShieldMasks::beginShowing()
 {
-    const auto selected = HostValues::knownText(m_context, Selector);
-    int mask = 0;
-    for (; mask < int(m_switches.size()) && writeNode(m_context, Selector, selectorEntry(mask)); ++mask) {
-        SwitchButton *const button = m_switches[size_t(mask)];
-        const bool enabled = isEnabled().value_or(button->isOn());
-        if (button->isOn() && !enabled)
-            callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), FirstRegion + mask);
-        button->setSwitch(enabled);
-    }
-    if (selected && mask > 0)
-        writeNode(m_context, Selector, *selected);
+    m_selected = HostValues::knownText(m_context, Selector);
+    m_shownMasks = 0;
 }
 
-void ShieldMasks::adopt()
+void ShieldMasks::show(int mask)
 {
-    const std::string device = m_context.deviceKey();
-    for (int mask = 0; mask < int(m_switches.size()); ++mask) {
-        if (callHost<HostCore::SetCameraNodeValue>(Module, device, Selector, selectorEntry(mask).toStdString()) != 0)
-            continue;
-        const bool enabled = isEnabled().value_or(false);
-        if (enabled != m_switches[size_t(mask)]->isOn())
-            m_switches[size_t(mask)]->click();
-    }
+    if (m_shownMasks != mask || !writeNode(m_context, Selector, selectorEntry(mask)))
+        return;
+    ++m_shownMasks;
+    SwitchButton *const button = m_switches[size_t(mask)];
+    const bool enabled = isEnabled().value_or(button->isOn());
+    if (button->isOn() && !enabled)
+        callHost<HostCore::RomoveROI>(Module, m_context.deviceKey(), FirstRegion + mask);
+    button->setSwitch(enabled);
+}
+
+void ShieldMasks::endShowing()
+{
+    if (m_selected && m_shownMasks > 0)
+        writeNode(m_context, Selector, *m_selected);
+}
+
+void ShieldMasks::adopt(int mask)
+{
+    const int result = m_context.reading->writeByName([&] {
+        return callHost<HostCore::SetCameraNodeValue>(Module, m_context.deviceKey(), Selector,
+                                                      selectorEntry(mask).toStdString());
+    });
+    if (result != 0)
+        return;
+    const bool enabled = isEnabled().value_or(false);
+    if (enabled != m_switches[size_t(mask)]->isOn())
+        m_switches[size_t(mask)]->click();
 }

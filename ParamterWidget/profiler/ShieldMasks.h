@@ -4,6 +4,8 @@
 #include <array>
 #include <optional>
 
+#include <QString>
+
 class QObject;
 class QWidget;
 class SwitchButton;
@@ -21,12 +23,13 @@ public:
     /// Lets the user draw the area of a switch, or removes it. A switch that the device refuses goes back, with its
     /// area. Other objects are ignored.
     void apply(const QObject *switchButton);
-    /// Switches on the masks that the device has enabled and the others off. A mask that cannot be selected keeps
-    /// its switch.
-    void adopt();
-    /// Shows what the device has enabled, without drawing; areas that are off are removed from the image. Each mask is
-    /// selected to be asked for, and at the end the one that was selected before.
-    void show();
+    /// Switches on a mask that the device has enabled, or off. A mask that cannot be selected keeps its switch.
+    void adopt(int mask);
+    /// Show what the device has enabled, without drawing; areas that are off are removed from the image. Each mask is
+    /// selected to be asked for, from 0 on until one cannot be, and at the end the one that was selected before.
+    void beginShowing();
+    void show(int mask);
+    void endShowing();
 
 private:
     bool enable(int mask, bool on);
@@ -35,4 +38,6 @@ private:
 
     PanelContext &m_context;
     std::array<SwitchButton *, 3> m_switches;
+    std::optional<QString> m_selected; ///< before the masks are shown, if known
+    int m_shownMasks = 0;
 };

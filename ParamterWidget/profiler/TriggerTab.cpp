@@ -158,15 +158,25 @@ void TriggerTab::trigger()
     writeSequence(m_context, SoftwareTrigger);
 }
 
-void TriggerTab::adoptModes()
+void TriggerTab::adoptFrameTrigger()
 {
     selectToRead(m_context, SelectFrameTrigger);
     PageControls::choose(m_frameTriggerMode, isTriggerOff().value_or(false) ? Continuous : External);
+}
+
+void TriggerTab::adoptLineScan()
+{
     selectToRead(m_context, SelectLineTriggerToRead);
     PageControls::choose(m_lineScanMode, isTriggerOff().value_or(false) ? ByTime : ByEncoder);
 }
 
 void TriggerTab::showModes()
+{
+    showFrameTrigger();
+    showLineScan();
+}
+
+void TriggerTab::showFrameTrigger()
 {
     if (selectToRead(m_context, SelectFrameTrigger)) {
         showMode(m_frameTriggerMode, Continuous, External);
@@ -174,6 +184,10 @@ void TriggerTab::showModes()
             showFrameTriggerSource(*source);
         showFrameTriggerRows();
     }
+}
+
+void TriggerTab::showLineScan()
+{
     if (selectToRead(m_context, SelectLineTriggerToRead)) {
         showMode(m_lineScanMode, ByTime, ByEncoder);
         showLineScanRows();

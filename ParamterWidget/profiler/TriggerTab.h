@@ -12,7 +12,8 @@ struct PanelContext;
 /// Frame trigger and line scan of a laser profiler. GUI thread only; writes pause for some 10 ms.
 ///
 /// The frame trigger and the line trigger share TriggerMode and TriggerSource, told apart by TriggerSelector. Every
-/// function that selects one leaves the line trigger selected.
+/// function that selects one leaves the line trigger selected, but for those that are to be followed by one of the line
+/// scan.
 class TriggerTab
 {
 public:
@@ -32,13 +33,16 @@ public:
     void applyLineScanMode();
     void trigger();
 
-    /// Sets the two modes from the device and applies them as if the user had chosen them.
-    void adoptModes();
-    /// Shows what the device has, with the frame trigger's source and the rows that belong to it. Writes nothing but
+    /// Set the two modes from the device and apply them as if the user had chosen them.
+    void adoptFrameTrigger();
+    void adoptLineScan();
+    /// Show what the device has, with the frame trigger's source and the rows that belong to it. Write nothing but
     /// what selects the triggers to ask for; what cannot be read stays.
-    void showModes();
+    void showFrameTrigger();
+    void showLineScan();
 
 private:
+    void showModes();
     /// Of the trigger that is selected.
     std::optional<bool> isTriggerOff() const;
     void showMode(QComboBox *list, int entryOfOff, int entryOfOn);

@@ -2,6 +2,7 @@
 #include "ParamterWidget/structuredlight/OutputSelection.h"
 
 #include <iterator>
+#include <vector>
 
 #include <QComboBox>
 #include <QSignalBlocker>
@@ -30,6 +31,8 @@ constexpr int OutputCount = int(std::size(Outputs));
 constexpr int FirstRow = 1; ///< of the outputs in the model of their list
 constexpr int FirstOffered = 1; ///< after ShowNone
 
+const char *const Offer = "offer"; ///< name of a step; the others have those of the outputs
+
 const QLatin1String On("True");
 const QLatin1String Off("False");
 const QLatin1String ShowNone("-");
@@ -43,13 +46,18 @@ bool isOn(const PanelContext &context, const Output &output)
 
 OutputSelection::OutputSelection(PanelContext &context, QWidget *controlsParent)
     : m_context(context), m_outputs(new CComboBox(controlsParent)),
-      m_showTypes(PageControls::list({ShowNone}, controlsParent))
+      m_showTypes(PageControls::list({ShowNone}, controlsParent)), m_steps(context)
 {
-    for (const Output &output : Outputs) {
-        const QString name = QString::fromLatin1(output.name);
-        m_outputs->addOption(name, isOn(context, output), name);
+    std::vector<ReadingSteps::Step> steps;
+    for (int index = 0; index < OutputCount; ++index) {
+        const QString name = QString::fromLatin1(Outputs[index].name);
+        m_outputs->addOption(name, false, name);
+        steps.push_back({Outputs[index].feature, [this, index] {
+                             m_outputs->setItemChecked(index + FirstRow, isOn(m_context, Outputs[index]));
+                         }});
     }
-    updateShowTypes();
+    steps.push_back({Offer, [this] { updateShowTypes(); }});
+    m_steps.run(steps);
     context.controls[RowId::ImageOutputs] = m_outputs;
     context.controls[RowId::ImageShowType] = m_showTypes;
 }
@@ -111,12 +119,18 @@ void OutputSelection::show()
     GenApi::INodeMap *const nodeMap = m_context.nodeMap();
     if (!nodeMap)
         return;
-    const QStringList former = m_outputs->getCheckedItemsName();
-    for (int index = 0; index < OutputCount && !m_context.disabled; ++index) {
-        const bool on = former.contains(QLatin1String(Outputs[index].name));
-        if (GenApi::IsReadable(nodeMap->GetNode(Outputs[index].feature)))
-            show(index, on);
-    }
-    if (!m_context.disabled)
-        updateShowTypes();
+    std::vector<ReadingSteps::Step> steps;
+    for (int index = 0; index < OutputCount; ++index)
+        steps.push_back({Outputs[index].feature, [this, nodeMap, index] { showReadable(index, nodeMap); }});
+    steps.push_back({Offer, [this] { updateShowTypes(); }});
+    m_steps.run(steps);
+}
+
+void OutputSelection::showReadable(int output, GenApi::INodeMap *nodeMap)
+{
+    const bool on = m_outputs->getCheckedItemsName().contains(QLatin1String(Outputs[output].name));
+    bool isReadable = false;
+    m_context.read([&] { isReadable = GenApi::IsReadable(nodeMap->GetNode(Outputs[output].feature)); });
+    if (isReadable)
+        show(output, on);
 }

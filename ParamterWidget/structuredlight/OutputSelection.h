@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+#include "ParamterWidget/ReadingSteps.h"
+
 class CComboBox;
 class QComboBox;
 class QWidget;
@@ -33,10 +35,12 @@ public:
 private:
     /// Ticks an output as the device has it.
     void show(int output, bool otherwise);
+    void showReadable(int output, GenApi::INodeMap *nodeMap);
     /// The outputs that can be chosen.
     QStringList offered() const;
 
     PanelContext &m_context;
     CComboBox *m_outputs;
     QComboBox *m_showTypes;
+    ReadingSteps m_steps;
 };

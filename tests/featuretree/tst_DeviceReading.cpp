@@ -119,6 +119,73 @@ private Q_SLOTS:
         QCOMPARE(notes.join(QLatin1Char(' ')), QStringLiteral("seen seen. seen seen. hidden hidden."));
     }
 
+    /// The budget is for what comes at once, the slice for what waits; a read that would probably go beyond waits.
+    void limits()
+    {
+        const std::tuple<const char *, std::chrono::milliseconds, std::chrono::milliseconds, const char *> rows[] = {
+            {"one read a slice", 1h, 0ms, "job job. job job. job job."},
+            {"all in one slice", 0ms, 1h, "job job job job."}};
+        for (const auto &[name, budget, slice, expected] : rows) {
+            DeviceReading::Timing timing;
+            timing.budget = budget;
+            timing.slice = slice;
+            DeviceReading reading(timing);
+            QStringList notes;
+            NotingJob job(reading, notes, QStringLiteral("job"));
+            job.left = 3;
+            reading.later(&job);
+            QTRY_VERIFY(!reading.isBusy());
+            QCOMPARE(notes.join(QLatin1Char(' ')), QLatin1String(expected));
+            reading.read(nullptr, waitForDevice);
+            QVERIFY2(reading.hasTime() == (budget > 0ms), name);
+        }
+        DeviceReading::Timing timing;
+        timing.budget = 200ms;
+        DeviceReading reading(timing);
+        reading.read(nullptr, [] { QThread::msleep(190); });
+        QVERIFY2(!reading.hasTime(), "the next one would take as long");
+        QCoreApplication::processEvents();
+        for (int i = 0; i < 40; ++i)
+            reading.read(nullptr, waitForDevice);
+        QCoreApplication::processEvents();
+        reading.read(nullptr, [] { QThread::msleep(15); });
+        QVERIFY2(reading.hasTime(), "one slow read is forgotten");
+    }
+
+    /// A device that is silent again soon is left alone longer, not one that has been alive for long.
+    void pausesGrow()
+    {
+        struct Row
+        {
+            const char *name;
+            std::array<std::chrono::milliseconds, 4> pauses;
+            int silences;
+            unsigned tries;
+        };
+        const Row rows[] = {{"unanswered tries", {1ms, 1ms, 1h, 1h}, 1, 2},
+                            {"silent again soon", {1h, 1ms, 2h, 2h}, 2, 1},
+                            {"silent again after a while", {1h, 1ms, 1ms, 1ms}, 2, 0}};
+        for (const Row &row : rows) {
+            TestCamera camera;
+            DeviceReading::Timing timing = strict();
+            timing.silence.pauses = row.pauses;
+            DeviceReading reading(timing);
+            camera.port.readFault = MemoryPort::Fault::Timeout;
+            for (int i = 0; i < row.silences; ++i) {
+                reading.write(camera.node("Width"), [] {});
+                QTest::qWait(5);
+                QVERIFY_EXCEPTION_THROWN(reading.read(camera.node("Width"), timeOut), GenICam::TimeoutException);
+            }
+            const auto reads = [&camera] {
+                const GenApi::AutoLock lock(camera.map->GetLock());
+                return camera.port.reads;
+            };
+            QTRY_VERIFY2(reads() == row.tries, row.name);
+            QTest::qWait(50);
+            QVERIFY2(reads() == row.tries, row.name);
+        }
+    }
+
     /// Reads within reads count once; a quick device never waits.
     void quickDevice()
     {
@@ -216,6 +283,7 @@ private Q_SLOTS:
     {
         TestCamera camera;
         DeviceReading::Timing timing;
+        timing.silence.leftOut = 600ms;
         DeviceReading reading(timing);
         camera.port.latency = 100us; // the port waits, so that reads count as answers of the device
         camera.port.faultFrom = TestCamera::Width;
@@ -234,6 +302,9 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(read("Width"), GenICam::TimeoutException);
         QVERIFY(!reading.isSilent());
         QCOMPARE(camera.port.reads, 0u);
+        QTest::qWait(600);
+        QVERIFY_EXCEPTION_THROWN(read("Width"), GenICam::TimeoutException);
+        QVERIFY2(camera.port.reads > 0, "it is left out for a while only");
     }
 
     /// A command tells nothing about the device; what the user writes does.
@@ -249,7 +320,11 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(reading.write(camera.node("Start"), timeOut), GenICam::TimeoutException);
         camera.port.resetCounters();
         reading.retry();
-        QTRY_VERIFY(camera.port.reads > 0);
+        const auto isAsked = [&camera] {
+            const GenApi::AutoLock lock(camera.map->GetLock());
+            return camera.port.reads > 0;
+        };
+        QTRY_VERIFY(isAsked());
         QTest::qWait(20);
         QVERIFY(reading.isSilent());
         QSignalSpy revived(&reading, &DeviceReading::revived);

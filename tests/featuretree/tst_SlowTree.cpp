@@ -82,6 +82,32 @@ private Q_SLOTS:
         }
     }
 
+    /// Rows whose availability waits are shown as they were known, and in the end as they are.
+    void switchesTakeTurns()
+    {
+        QTRY_VERIFY(!m_reading->isBusy());
+        const QModelIndex top = m_model->index(0, 0);
+        const auto pass = [&](bool isOn) {
+            m_camera->port.poke(TestCamera::Switch, isOn);
+            m_camera->map->InvalidateNodes();
+            m_reading->read(nullptr, [] { QThread::usleep(100); }); // no time is left
+            m_view->updateViewItemVisiable(top);
+        };
+        pass(false);
+        QVERIFY(isShown("Gated"));
+        m_view->updateViewItemVisiable(cell("Width", 0)); // does not make it forget the others
+        QTRY_VERIFY(!isShown("Gated"));
+        m_reading->read(nullptr, [] { QThread::usleep(100); });
+        pass(true);
+        QVERIFY2(!isShown("Gated"), "as it was known");
+        QTRY_VERIFY(isShown("Gated"));
+        pass(false);
+        m_camera->port.resetCounters();
+        m_view->SetFilter(0, QStringLiteral("width"));
+        QTRY_VERIFY(!m_reading->isBusy());
+        QVERIFY2(m_camera->port.readsOf(TestCamera::Switch) == 0, "of no row that is wanted");
+    }
+
     /// Values that are read first are those that are seen; rows painted for what was read do not read again.
     void rowsInViewComeFirst()
     {

@@ -4,6 +4,7 @@
 
 #include <QtTest>
 
+#include "Features/HandOver.h"
 #include "TestHost.h"
 
 namespace {
@@ -31,7 +32,7 @@ public:
             *finished = true;
         };
         thread = QThread::currentThread();
-        QMetaObject::invokeMethod(&m_guiObject, adopt, Qt::QueuedConnection);
+        m_gui.post(adopt);
         calls.release();
         for (int i = 0; i < 1000 && !*finished; ++i)
             QThread::msleep(5);
@@ -45,7 +46,7 @@ public:
 
 private:
     const Handler m_handle;
-    QObject m_guiObject;
+    HandOver m_gui;
 };
 
 /// Stands for the panel: writes down the host's events as it finds them on the GUI thread.

@@ -321,6 +321,17 @@ private Q_SLOTS:
         }
     }
 
+    /// A slow camera may tell only then that it has a value.
+    void rowsAppearWhileDrawing()
+    {
+        open({{"Integer", "OffsetY", "<pIsAvailable>GainAutoReg</pIsAvailable><pMax>OffsetYLimit</pMax><Inc>2</Inc>"}});
+        draw();
+        QCOMPARE(sizeRows(), DrawnRows.mid(0, 3));
+        m_panel->poke("GainAuto", 1);
+        m_panel->row("OffsetY")->updateWidget(false);
+        QCOMPARE(sizeRows(), DrawnRows);
+    }
+
     void missingFeaturesHaveNoRows()
     {
         open({{"", "OffsetY", ""}});

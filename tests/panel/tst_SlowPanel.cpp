@@ -84,6 +84,104 @@ private Q_SLOTS:
         QTRY_COMPARE(number("Width"), 640);
     }
 
+    /// Live rows for which a beat has no time are read after it.
+    void liveRowsTakeTurns()
+    {
+        m_panel = std::make_unique<CuratedPanel>(CuratedFeatures{}, PageSet::AreaScan, [](CuratedPanel &panel) {
+            panel.host.setNodeValue("cam", "ExposureAuto", "Continuous");
+            panel.host.setNodeValue("cam", "ExposureTime", "640");
+        });
+        m_panel->host.setCallHook([](const QString &call) {
+            if (call.startsWith("GetCameraNodeValue"_s))
+                QThread::msleep(60);
+        });
+        panel()->onRealUpdateTimerTimeout();
+        QCOMPARE(calls("GetCameraNodeValue").size(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(editor<QDoubleSpinBox>("Exposure Time(us)")->value(), 640.0, 1000);
+        QCOMPARE(editor<QComboBox>("Exposure Auto")->currentText(), "Continuous"_s);
+    }
+
+    /// What is read by name is read in turns, too, in the same order.
+    void namesTakeTurns()
+    {
+        const auto asked = [this] { return calls("GetCameraNodeValue SetCameraNodeValue"); };
+        for (const PageSet pageSet : {PageSet::Profiler, PageSet::StructuredLight}) {
+            m_panel.reset();
+            m_panel = std::make_unique<CuratedPanel>(
+                pageSet == PageSet::Profiler ? profilerFeatures() : structuredLightFeatures(), pageSet);
+            m_panel->host.clearCalls();
+            panel()->updateWidget(true);
+            const QStringList expected = asked();
+            QVERIFY(expected.size() > 5);
+            m_panel->host.setCallHook([](const QString &call) {
+                if (call.contains("CameraNodeValue"_s))
+                    QThread::msleep(20);
+            });
+            m_panel->host.clearCalls();
+            panel()->updateWidget(true);
+            QVERIFY2(asked().size() < 5, "an event takes too long");
+            QTRY_COMPARE(asked().size(), expected.size());
+            QCOMPARE(asked(), expected);
+        }
+    }
+
+    /// Whatever a person does with a silent device costs one time-out at most.
+    void actionsInSilence()
+    {
+        using Deed = std::function<void(const CuratedPanel &)>;
+        const auto press = [](const char *row) -> Deed {
+            return [row](const CuratedPanel &panel) { panel.editor<QPushButton>(row)->click(); };
+        };
+        const std::tuple<const char *, PageSet, Deed> rows[] = {
+            {"draw", PageSet::AreaScan, press("DrawRoi")},
+            {"apply the region", PageSet::AreaScan, [](auto &shown) { shown.panel->onExecDrawButtonClicked(); }},
+            {"restore the size", PageSet::AreaScan, press("Restore Image Size")},
+            {"load a user set", PageSet::AreaScan, press("UserSetLoad")},
+            {"choose a trigger", PageSet::Profiler,
+             [](auto &shown) { shown.template editor<QComboBox>("FrameTriggerMode")->setCurrentIndex(1); }},
+            {"adopt the device", PageSet::Profiler, [](auto &shown) { shown.panel->init3DParameters(); }},
+            {"limit the range", PageSet::Profiler, press("GrabRangeCompression")},
+            {"adopt the masks", PageSet::Profiler, [](auto &shown) { shown.panel->imageMaskWidgetUpdate(); }},
+            {"show the page", PageSet::StructuredLight, [](auto &shown) { shown.panel->updateWidget(true); }}};
+        for (const auto &[name, pageSet, deed] : rows) {
+            const InRow inRow(name);
+            m_panel.reset();
+            m_panel = std::make_unique<CuratedPanel>(
+                pageSet == PageSet::Profiler ? profilerFeatures() : CuratedFeatures{}, pageSet);
+            port().latency = 60ms; // what costs nothing would be tried again soon
+            port().readFault = port().writeFault = MemoryPort::Fault::Timeout;
+            m_panel->camera.map->InvalidateNodes();
+            panel()->updateWidget(false);
+            QTRY_COMPARE(told().size(), 1);
+            port().resetCounters();
+            m_panel->host.clearCalls();
+            deed(*m_panel);
+            const int byName = calls("GetCameraNodeValue SetCameraNodeValue").size();
+            QVERIFY2(int(port().reads + port().writes) + byName <= 1,
+                     qPrintable(calls("GetCameraNodeValue SetCameraNodeValue").join(QLatin1Char(' '))));
+        }
+    }
+
+    /// The first access that times out is the last one.
+    void oneTimeOut()
+    {
+        const auto fallSilent = [](CuratedPanel &panel) {
+            panel.camera.port.latency = 60ms;
+            panel.camera.port.readFault = panel.camera.port.writeFault = MemoryPort::Fault::Timeout;
+            panel.camera.port.resetCounters();
+        };
+        m_panel = std::make_unique<CuratedPanel>(CuratedFeatures{}, PageSet::AreaScan, fallSilent);
+        QCOMPARE(port().reads, 1u);
+        m_panel.reset();
+        m_panel = std::make_unique<CuratedPanel>();
+        fallSilent(*m_panel);
+        auto *const field = editor<QSpinBox>("Width");
+        field->setValue(640);
+        Q_EMIT field->editingFinished();
+        QCOMPARE(port().writes, 1u);
+        QVERIFY2(port().reads == 0, "what puts the value back waits, too");
+    }
+
     /// A closed device is not read any more, whatever waited.
     void nothingAfterClosing()
     {

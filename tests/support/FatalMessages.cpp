@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "support/FatalMessages.h"
 
-#include <QMutex>
 #include <QtTest>
+
+#include <mutex>
 
 namespace {
 
-QMutex mutex;
+std::mutex mutex;
 FatalMessages *active = nullptr;
 
 } // namespace
@@ -17,7 +18,7 @@ FatalMessages::FatalMessages()
     allow(QStringLiteral("does not support propagateSizeHints"));
     // The style text of plain buttons writes a colour with an alpha value as rgb(), which Qt understands.
     allow(QStringLiteral("^QCssParser::parseColorValue: Specified color without alpha value"));
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     Q_ASSERT(!active);
     active = this;
     m_previous = qInstallMessageHandler(&FatalMessages::handle);
@@ -26,7 +27,7 @@ FatalMessages::FatalMessages()
 FatalMessages::~FatalMessages()
 {
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard<std::mutex> lock(mutex);
         qInstallMessageHandler(m_previous);
         active = nullptr;
     }
@@ -36,13 +37,13 @@ FatalMessages::~FatalMessages()
 
 void FatalMessages::allow(const QRegularExpression &pattern)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     m_allowed << pattern;
 }
 
 QStringList FatalMessages::seen() const
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     return m_seen;
 }
 
@@ -50,7 +51,7 @@ void FatalMessages::handle(QtMsgType type, const QMessageLogContext &context, co
 {
     QtMessageHandler previous = nullptr;
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard<std::mutex> lock(mutex);
         if (!active)
             return;
         if (type == QtWarningMsg || type == QtCriticalMsg) {
