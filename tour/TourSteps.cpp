@@ -182,7 +182,7 @@ bool refuseWrite(TourStage &stage)
 bool openDeveloperMenu(TourStage &stage)
 {
     QMenuBar *bar = stage.window().menuBar();
-    QAction *entry = bar->actions().at(1);
+    QAction *entry = bar->actions().at(2);
     TourHand::click(bar, bar->actionGeometry(entry).center());
     QMenu *menu = entry->menu();
     const QMenu *switches = menu->actions().last()->menu();
