@@ -139,7 +139,7 @@ void CompareDialog::showDifferences(const SettingsCopy &copied)
     m_table->fitColumns();
     const auto different = int(m_diff.rows().size() - m_diff.count(SettingsDiff::State::Equal));
     m_state->setText(!isComplete         ? tr("Choose what is to be compared.")
-                         : different > 0 ? tr("%n setting(s) differ.", nullptr, different)
+                         : different > 0 ? tr("Settings that differ: %1").arg(different)
                                          : tr("No differences."));
 }
 

@@ -141,12 +141,12 @@ SettingsLoad::End DeviceSettings::write(SettingsLoad &load, const QString &id, S
 void DeviceSettings::tellLoad(const SettingsLoad &load, const QString &id, SettingsLoad::End end)
 {
     const auto number = [](const SettingsLoad::Ranks &ranks) { return QString::number(ranks.size()); };
-    QString line =
-        tr("%1: %2 settings written, %3 did not take.").arg(nameOf(id), number(load.written()), number(load.refused()));
+    QString line = tr("%1: settings written: %2, did not take: %3.")
+                       .arg(nameOf(id), number(load.written()), number(load.refused()));
     if (end == SettingsLoad::End::Lost)
-        line += tr(" The device was lost; %1 were not tried.").arg(number(load.notTried()));
+        line += tr(" The device was closed or lost; not tried: %1.").arg(number(load.notTried()));
     else if (end == SettingsLoad::End::Cancelled)
-        line += tr(" Cancelled; %1 were not tried.").arg(number(load.notTried()));
+        line += tr(" Cancelled; not tried: %1.").arg(number(load.notTried()));
     log(line);
     const QStringList problems = load.problems();
     for (const QString &problem : problems)

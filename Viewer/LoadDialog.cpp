@@ -49,6 +49,7 @@ LoadDialog::LoadDialog(HostContext &context, DeviceSettings &settings, const Sub
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowTitle(tr("Load Settings"));
     layOut();
+    m_acquiresAgain->setObjectName(QStringLiteral("acquiresAgain"));
     m_acquiresAgain->setText(tr("Acquisition is stopped for the load: start it &again after it"));
     m_acquiresAgain->setChecked(m_settings.isAcquiringAgain());
     connect(m_acquiresAgain, &QCheckBox::toggled, &m_settings, &DeviceSettings::setAcquiringAgain);
@@ -124,7 +125,7 @@ void LoadDialog::showState()
         due += row.isChosen && row.isDifferent;
     m_apply->setEnabled(isOpen && due > 0);
     m_state->setText(!isOpen       ? tr("%1 is not open.").arg(m_settings.nameOf(m_subject.device))
-                         : due > 0 ? tr("%n setting(s) will be written.", nullptr, due)
+                         : due > 0 ? tr("Settings to be written: %1").arg(due)
                                    : tr("Nothing is to be written."));
 }
 
@@ -177,7 +178,7 @@ void LoadDialog::showResults(SettingsLoad::End end)
 
 QString LoadDialog::sentence(SettingsLoad::End end) const
 {
-    const QString counts = tr("%1 settings written, %2 did not take, %3 not tried.")
+    const QString counts = tr("Written: %1. Did not take: %2. Not tried: %3.")
                                .arg(m_load.written().size())
                                .arg(m_load.refused().size())
                                .arg(m_load.notTried().size());

@@ -102,7 +102,7 @@ void SettingsCommands::save(const QString &path)
     QString error;
     if (!SettingsFile::write(path, *settings, &error))
         return warn(tr("Save Settings"), error);
-    m_settings->log(tr("%1 settings of %2 were saved in %3.")
+    m_settings->log(tr("Settings of %2 were saved in %3: %1.")
                         .arg(settings->entries.size())
                         .arg(m_settings->nameOf(id), QDir::toNativeSeparators(path)));
     for (const Persistence::Problem &problem : settings->problems)

@@ -2,6 +2,110 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CompareDialog</name>
+    <message>
+        <source>not there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy to the &amp;Right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy to the &amp;Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy from the Left to &amp;All of the Model</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>L&amp;eft:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>R&amp;ight:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>copied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose what is to be compared.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n setting(s) differ.</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No differences.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSettings</name>
+    <message>
+        <source>%1 was closed or lost while its settings were read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading the settings of %1 was cancelled.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not open.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading settings...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading what the device has...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Writing settings...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading back...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2 settings written, %3 did not take.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> The device was lost; %1 were not tried.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> Cancelled; %1 were not tried.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>DeviceTree</name>
     <message>
         <source>Simulated Cameras</source>
@@ -190,6 +294,71 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     </message>
 </context>
 <context>
+    <name>LoadDialog</name>
+    <message>
+        <source>Load Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Acquisition is stopped for the load: start it &amp;again after it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, to be loaded into %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Load</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Problems of the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>In the device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>In the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not open.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n setting(s) will be written.</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing is to be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>written</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation type="unfinished">关闭(&amp;C)</translation>
+    </message>
+    <message>
+        <source>%1 settings written, %2 did not take, %3 not tried.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device was closed or does not answer any more. %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled. %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>LoadStatus</name>
     <message>
         <source>longest event %1 ms, %2 accesses/s, %3 time-outs</source>
@@ -261,6 +430,126 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     </message>
 </context>
 <context>
+    <name>SettingsCommands</name>
+    <message>
+        <source>Save Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings files (*.txt);;All files (*)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 settings of %2 were saved in %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings are loaded into an open device: open one first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file is of another model.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File: %1
+Device: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Show What Would Change</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SettingsModel</name>
+    <message>
+        <source>Feature</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SettingsSource</name>
+    <message>
+        <source>File...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings files (*.txt);;All files (*)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SettingsTable</name>
+    <message>
+        <source>%1 of %2 shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 shown, %3 ticked</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only what did &amp;not take</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only what &amp;differs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Tick Shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Untick Shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SettingsWords</name>
+    <message>
+        <source>not tried</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the device has no such feature</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>written, but it reads back as &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>written, but it cannot be read back: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ViewerCommands</name>
     <message>
         <source>&amp;Device</source>
@@ -293,10 +582,6 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <message>
         <source>Search the network and the USB ports for cameras</source>
         <translation>在网络和 USB 端口上搜索相机</translation>
-    </message>
-    <message>
-        <source>Open Description &amp;File...</source>
-        <translation>打开描述文件(&amp;F)...</translation>
     </message>
     <message>
         <source>Open a GenICam camera description without a camera</source>
@@ -470,6 +755,42 @@ Too large: the camera sent more than it had announced; the acquisition starts an
         <source>Let the selected simulated device answer nothing</source>
         <translation>使所选模拟设备不作任何响应</translation>
     </message>
+    <message>
+        <source>&amp;File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load &amp;Recent Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Open Description File...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Save Settings...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save the settings of the selected device in a file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Load Settings...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load settings from a file into the selected device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Compare Settings...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare the settings of devices and files</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ViewerWindow</name>
@@ -516,6 +837,13 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <message>
         <source>There is no device %1.</source>
         <translation>没有设备 %1。</translation>
+    </message>
+</context>
+<context>
+    <name>WalkDialog</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>

@@ -26,6 +26,7 @@
 #include "tour/TourLinkSteps.h"
 #include "tour/TourPageSteps.h"
 #include "tour/TourProfilerSteps.h"
+#include "tour/TourSettingsSteps.h"
 #include "tour/TourStage.h"
 #include "tour/TourStructuredLightSteps.h"
 
@@ -310,6 +311,8 @@ std::vector<TourStep> tourSteps()
     const std::vector<TourStep> &structuredLight = tourStructuredLightSteps();
     steps.insert(steps.end(), structuredLight.begin(), structuredLight.end());
     steps.insert(steps.end(), features.begin(), features.end());
+    const std::vector<TourStep> &settings = tourSettingsSteps();
+    steps.insert(steps.end(), settings.begin(), settings.end());
     const std::vector<TourStep> &links = tourLinkSteps();
     steps.insert(steps.end(), links.begin(), links.end());
     steps.insert(steps.end(), ends.begin(), ends.end());

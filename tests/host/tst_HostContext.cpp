@@ -106,7 +106,7 @@ std::vector<FoundDevice> cameras(const char *ids)
 {
     std::vector<FoundDevice> result;
     for (const QString &id : text(ids).split(QLatin1Char(' '), Qt::SkipEmptyParts))
-        result.push_back({id, [id] { return std::make_unique<TestDevice>(id); }});
+        result.push_back({id, [id] { return std::make_unique<TestDevice>(id); }, {}, {}, {}, {}, {}, {}});
     return result;
 }
 
@@ -238,7 +238,8 @@ private Q_SLOTS:
             const char *name;
             bool isLost, isClosed;
             int losses;
-        } rows[] = {{"used", false, false, 0}, {"closed", false, true, 0}, {"lost", true, false, 1}, {"both", true, true, 1}};
+        } rows[] = {
+            {"used", false, false, 0}, {"closed", false, true, 0}, {"lost", true, false, 1}, {"both", true, true, 1}};
         for (const auto &row : rows) {
             m_host.renew();
             TestDevice *device = m_host.add("cam");
