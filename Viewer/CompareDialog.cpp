@@ -18,8 +18,6 @@
 
 namespace {
 
-constexpr int WidthInLetters = 130;
-constexpr int HeightInLines = 34;
 
 SettingsModel::Cell cell(const QString &text, bool isThere)
 {
@@ -72,7 +70,7 @@ CompareDialog::CompareDialog(DeviceSettings &settings, QWidget *parent)
     m_table->offerOnly(SettingsFilter::Only::Different, true);
     m_table->view().hideColumn(SettingsModel::ResultColumn);
     showNothingCopied();
-    resize(WidthInLetters * fontMetrics().averageCharWidth(), HeightInLines * fontMetrics().lineSpacing());
+    resize(m_table->dialogSize());
 }
 
 void CompareDialog::layOut()

@@ -20,8 +20,6 @@
 
 namespace {
 
-constexpr int WidthInLetters = 130;
-constexpr int HeightInLines = 34;
 constexpr int ProblemLines = 4;
 
 SettingsModel::Row tableRow(const SettingsLoad::Row &row)
@@ -56,7 +54,7 @@ LoadDialog::LoadDialog(HostContext &context, DeviceSettings &settings, const Sub
     connect(&m_table->settings(), &SettingsModel::choiceChanged, this, &LoadDialog::showState);
     connect(&m_context.sessions(), &DeviceSessions::stateChanged, this, &LoadDialog::showState);
     showPlan();
-    resize(WidthInLetters * fontMetrics().averageCharWidth(), HeightInLines * fontMetrics().lineSpacing());
+    resize(m_table->dialogSize());
     m_table->view().setFocus();
 }
 

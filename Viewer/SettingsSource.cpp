@@ -41,9 +41,14 @@ QString SettingsSource::name() const
     return m_place.device.isEmpty() ? QFileInfo(m_place.file).fileName() : m_settings.nameOf(m_place.device);
 }
 
+SettingsSource::Place SettingsSource::placeAt(int row) const
+{
+    return {m_box->itemData(row, DeviceRole).toString(), m_box->itemData(row, FileRole).toString()};
+}
+
 void SettingsSource::adoptChoice(int row)
 {
-    const Place place{m_box->itemData(row, DeviceRole).toString(), m_box->itemData(row, FileRole).toString()};
+    const Place place = placeAt(row);
     if (!place.isNone())
         return choose(place);
     m_box->setCurrentIndex(rowOf(m_place)); // until there is a file
@@ -61,12 +66,12 @@ void SettingsSource::askForFile()
 /// Adds a file that is new; -1 for none.
 int SettingsSource::rowOf(const Place &place)
 {
-    for (int row = 0; row < m_box->count(); ++row) {
-        if (m_box->itemData(row, DeviceRole) == place.device && m_box->itemData(row, FileRole) == place.file)
-            return place.isNone() ? -1 : row;
-    }
     if (place.isNone())
         return -1;
+    for (int row = 0; row < m_box->count(); ++row) {
+        if (placeAt(row) == place)
+            return row;
+    }
     const int row = m_box->count() - 1; // in front of the one that asks
     m_box->insertItem(row, QFileInfo(place.file).fileName());
     m_box->setItemData(row, place.device, DeviceRole);

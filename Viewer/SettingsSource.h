@@ -49,6 +49,8 @@ Q_SIGNALS:
 private:
     void adoptChoice(int row);
     void askForFile();
+    /// None for the row that asks for a file.
+    Place placeAt(int row) const;
     int rowOf(const Place &place);
     std::optional<Persistence::Settings> read(const Place &place);
 

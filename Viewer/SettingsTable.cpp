@@ -20,6 +20,8 @@ namespace {
 constexpr int RowSpace = 8; ///< above and below the text together
 constexpr int WidestColumn = 40; ///< in letters
 constexpr int NarrowestColumn = 10;
+constexpr QSize Dialog(110, 34); ///< in letters and lines
+constexpr double MostOfWindow = 0.9;
 
 } // namespace
 
@@ -117,6 +119,14 @@ void SettingsTable::setChoosable(bool choosable)
     m_settings->setChoosable(choosable);
     m_tick->setVisible(choosable);
     m_untick->setVisible(choosable);
+}
+
+QSize SettingsTable::dialogSize() const
+{
+    const QSize wanted(Dialog.width() * fontMetrics().averageCharWidth(),
+                       Dialog.height() * fontMetrics().lineSpacing());
+    const QWidget *const behind = window()->parentWidget();
+    return behind ? wanted.boundedTo(behind->window()->size() * MostOfWindow) : wanted;
 }
 
 void SettingsTable::showCount()

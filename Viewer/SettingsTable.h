@@ -27,6 +27,8 @@ public:
     /// Of the present rows.
     void fitColumns();
     void setChoosable(bool choosable);
+    /// For the dialog that this is in: room for the columns, but not more than its window.
+    QSize dialogSize() const;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -5,104 +5,102 @@
     <name>CompareDialog</name>
     <message>
         <source>not there</source>
-        <translation type="unfinished"></translation>
+        <translation>不存在</translation>
     </message>
     <message>
         <source>Compare Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>比较设置</translation>
     </message>
     <message>
         <source>Copy to the &amp;Right</source>
-        <translation type="unfinished"></translation>
+        <translation>复制到右侧(&amp;R)</translation>
     </message>
     <message>
         <source>Copy to the &amp;Left</source>
-        <translation type="unfinished"></translation>
+        <translation>复制到左侧(&amp;L)</translation>
     </message>
     <message>
         <source>Copy from the Left to &amp;All of the Model</source>
-        <translation type="unfinished"></translation>
+        <translation>从左侧复制到所有同型号设备(&amp;A)</translation>
     </message>
     <message>
         <source>L&amp;eft:</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧(&amp;E)：</translation>
     </message>
     <message>
         <source>R&amp;ight:</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧(&amp;I)：</translation>
     </message>
     <message>
         <source>Left</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧</translation>
     </message>
     <message>
         <source>Right</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧</translation>
     </message>
     <message>
         <source>copied</source>
-        <translation type="unfinished"></translation>
+        <translation>已复制</translation>
     </message>
     <message>
         <source>Choose what is to be compared.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message numerus="yes">
-        <source>%n setting(s) differ.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-        </translation>
+        <translation>请选择要比较的对象。</translation>
     </message>
     <message>
         <source>No differences.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有差异。</translation>
+    </message>
+    <message>
+        <source>Settings that differ: %1</source>
+        <translation>不同的设置：%1</translation>
     </message>
 </context>
 <context>
     <name>DeviceSettings</name>
     <message>
         <source>%1 was closed or lost while its settings were read.</source>
-        <translation type="unfinished"></translation>
+        <translation>读取设置时，%1 已被关闭或丢失。</translation>
     </message>
     <message>
         <source>Reading the settings of %1 was cancelled.</source>
-        <translation type="unfinished"></translation>
+        <translation>已取消读取 %1 的设置。</translation>
     </message>
     <message>
         <source>Settings of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 的设置</translation>
     </message>
     <message>
         <source>%1 is not open.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 未打开。</translation>
     </message>
     <message>
         <source>Reading settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在读取设置...</translation>
     </message>
     <message>
         <source>Reading what the device has...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在读取设备的当前值...</translation>
     </message>
     <message>
         <source>Writing settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在写入设置...</translation>
     </message>
     <message>
         <source>Reading back...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在回读...</translation>
     </message>
     <message>
-        <source>%1: %2 settings written, %3 did not take.</source>
-        <translation type="unfinished"></translation>
+        <source>%1: settings written: %2, did not take: %3.</source>
+        <translation>%1：已写入 %2 项设置，未生效 %3 项。</translation>
     </message>
     <message>
-        <source> The device was lost; %1 were not tried.</source>
-        <translation type="unfinished"></translation>
+        <source> The device was closed or lost; not tried: %1.</source>
+        <translation>设备已被关闭或丢失；未尝试 %1 项。</translation>
     </message>
     <message>
-        <source> Cancelled; %1 were not tried.</source>
-        <translation type="unfinished"></translation>
+        <source> Cancelled; not tried: %1.</source>
+        <translation>已取消；未尝试 %1 项。</translation>
     </message>
 </context>
 <context>
@@ -297,65 +295,63 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <name>LoadDialog</name>
     <message>
         <source>Load Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>加载设置</translation>
     </message>
     <message>
         <source>Acquisition is stopped for the load: start it &amp;again after it</source>
-        <translation type="unfinished"></translation>
+        <translation>加载时会停止采集：加载后重新开始采集(&amp;A)</translation>
     </message>
     <message>
         <source>%1, to be loaded into %2</source>
-        <translation type="unfinished"></translation>
+        <translation>将 %1 加载到 %2</translation>
     </message>
     <message>
         <source>&amp;Load</source>
-        <translation type="unfinished"></translation>
+        <translation>加载(&amp;L)</translation>
     </message>
     <message>
         <source>Problems of the file</source>
-        <translation type="unfinished"></translation>
+        <translation>文件中的问题</translation>
     </message>
     <message>
         <source>In the device</source>
-        <translation type="unfinished"></translation>
+        <translation>设备中</translation>
     </message>
     <message>
         <source>In the file</source>
-        <translation type="unfinished"></translation>
+        <translation>文件中</translation>
     </message>
     <message>
         <source>%1 is not open.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message numerus="yes">
-        <source>%n setting(s) will be written.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-        </translation>
+        <translation>%1 未打开。</translation>
     </message>
     <message>
         <source>Nothing is to be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有要写入的设置。</translation>
     </message>
     <message>
         <source>written</source>
-        <translation type="unfinished"></translation>
+        <translation>已写入</translation>
     </message>
     <message>
         <source>&amp;Close</source>
-        <translation type="unfinished">关闭(&amp;C)</translation>
-    </message>
-    <message>
-        <source>%1 settings written, %2 did not take, %3 not tried.</source>
-        <translation type="unfinished"></translation>
+        <translation>关闭(&amp;C)</translation>
     </message>
     <message>
         <source>The device was closed or does not answer any more. %1</source>
-        <translation type="unfinished"></translation>
+        <translation>设备已被关闭或不再响应。%1</translation>
     </message>
     <message>
         <source>Cancelled. %1</source>
-        <translation type="unfinished"></translation>
+        <translation>已取消。%1</translation>
+    </message>
+    <message>
+        <source>Settings to be written: %1</source>
+        <translation>将写入的设置：%1</translation>
+    </message>
+    <message>
+        <source>Written: %1. Did not take: %2. Not tried: %3.</source>
+        <translation>已写入：%1。未生效：%2。未尝试：%3。</translation>
     </message>
 </context>
 <context>
@@ -433,120 +429,121 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <name>SettingsCommands</name>
     <message>
         <source>Save Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>保存设置</translation>
     </message>
     <message>
         <source>Settings files (*.txt);;All files (*)</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 settings of %2 were saved in %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>设置文件 (*.txt);;所有文件 (*)</translation>
     </message>
     <message>
         <source>Load Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>加载设置</translation>
     </message>
     <message>
         <source>Settings are loaded into an open device: open one first.</source>
-        <translation type="unfinished"></translation>
+        <translation>设置只能加载到已打开的设备：请先打开一个设备。</translation>
     </message>
     <message>
         <source>The file is of another model.</source>
-        <translation type="unfinished"></translation>
+        <translation>该文件属于另一型号。</translation>
     </message>
     <message>
         <source>File: %1
 Device: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>文件：%1
+设备：%2</translation>
     </message>
     <message>
         <source>&amp;Show What Would Change</source>
-        <translation type="unfinished"></translation>
+        <translation>显示将要更改的内容(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Settings of %2 were saved in %3: %1.</source>
+        <translation>%2 的设置已保存到 %3：共 %1 项。</translation>
     </message>
 </context>
 <context>
     <name>SettingsModel</name>
     <message>
         <source>Feature</source>
-        <translation type="unfinished"></translation>
+        <translation>参数</translation>
     </message>
     <message>
         <source>Position</source>
-        <translation type="unfinished"></translation>
+        <translation>位置</translation>
     </message>
     <message>
         <source>Result</source>
-        <translation type="unfinished"></translation>
+        <translation>结果</translation>
     </message>
 </context>
 <context>
     <name>SettingsSource</name>
     <message>
         <source>File...</source>
-        <translation type="unfinished"></translation>
+        <translation>文件...</translation>
     </message>
     <message>
         <source>Settings File</source>
-        <translation type="unfinished"></translation>
+        <translation>设置文件</translation>
     </message>
     <message>
         <source>Settings files (*.txt);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>设置文件 (*.txt);;所有文件 (*)</translation>
     </message>
 </context>
 <context>
     <name>SettingsTable</name>
     <message>
         <source>%1 of %2 shown</source>
-        <translation type="unfinished"></translation>
+        <translation>显示 %1 / %2</translation>
     </message>
     <message>
         <source>%1 of %2 shown, %3 ticked</source>
-        <translation type="unfinished"></translation>
+        <translation>显示 %1 / %2，已勾选 %3</translation>
     </message>
     <message>
         <source>Search</source>
-        <translation type="unfinished"></translation>
+        <translation>搜索</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>设置</translation>
     </message>
     <message>
         <source>Only what did &amp;not take</source>
-        <translation type="unfinished"></translation>
+        <translation>仅显示未生效的项(&amp;N)</translation>
     </message>
     <message>
         <source>Only what &amp;differs</source>
-        <translation type="unfinished"></translation>
+        <translation>仅显示不同的项(&amp;D)</translation>
     </message>
     <message>
         <source>&amp;Tick Shown</source>
-        <translation type="unfinished"></translation>
+        <translation>勾选所显示的项(&amp;T)</translation>
     </message>
     <message>
         <source>&amp;Untick Shown</source>
-        <translation type="unfinished"></translation>
+        <translation>取消勾选所显示的项(&amp;U)</translation>
     </message>
 </context>
 <context>
     <name>SettingsWords</name>
     <message>
         <source>not tried</source>
-        <translation type="unfinished"></translation>
+        <translation>未尝试</translation>
     </message>
     <message>
         <source>the device has no such feature</source>
-        <translation type="unfinished"></translation>
+        <translation>设备没有该参数</translation>
     </message>
     <message>
         <source>written, but it reads back as &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>已写入，但回读为“%1”</translation>
     </message>
     <message>
         <source>written, but it cannot be read back: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>已写入，但无法回读：%1</translation>
     </message>
 </context>
 <context>
@@ -757,39 +754,39 @@ Device: %2</source>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>文件(&amp;F)</translation>
     </message>
     <message>
         <source>Load &amp;Recent Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>加载最近的设置(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Open Description File...</source>
-        <translation type="unfinished"></translation>
+        <translation>打开描述文件(&amp;O)...</translation>
     </message>
     <message>
         <source>&amp;Save Settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>保存设置(&amp;S)...</translation>
     </message>
     <message>
         <source>Save the settings of the selected device in a file</source>
-        <translation type="unfinished"></translation>
+        <translation>将所选设备的设置保存到文件</translation>
     </message>
     <message>
         <source>&amp;Load Settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>加载设置(&amp;L)...</translation>
     </message>
     <message>
         <source>Load settings from a file into the selected device</source>
-        <translation type="unfinished"></translation>
+        <translation>将文件中的设置加载到所选设备</translation>
     </message>
     <message>
         <source>&amp;Compare Settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>比较设置(&amp;C)...</translation>
     </message>
     <message>
         <source>Compare the settings of devices and files</source>
-        <translation type="unfinished"></translation>
+        <translation>比较设备和文件的设置</translation>
     </message>
 </context>
 <context>
@@ -843,7 +840,7 @@ Device: %2</source>
     <name>WalkDialog</name>
     <message>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1（%2）</translation>
     </message>
 </context>
 </TS>

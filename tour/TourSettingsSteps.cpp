@@ -69,12 +69,12 @@ bool showPlan(TourStage &stage)
 {
     const QString id = stage.host().focus().id();
     stage.host().values().write(id, say("ExposureTime"), say("7777"));
-    stage.host().values().write(id, say("DeviceUserID"), say("Line 4 right"));
+    stage.host().values().write(id, say("Gain"), say("3.5"));
     stage.window().settingsCommands().load(filePath("camera.txt"));
     LoadDialog *const dialog = shown<LoadDialog>(stage);
     return stage.expect(dialog, say("nobody is told what a load would change"))
         && stage.expect(shownRow(dialog->table(), say("ExposureTime")) >= 0
-                            && shownRow(dialog->table(), say("Gain")) < 0,
+                            && shownRow(dialog->table(), say("Width")) < 0,
                         say("other rows are shown than those that differ"));
 }
 
@@ -85,7 +85,7 @@ bool loadSettings(TourStage &stage)
         return false;
     TourHand::key(dialog, Qt::Key_Return);
     return stage.becomes("ExposureTime", "2500")
-        && stage.expect(shownRow(dialog->table(), say("DeviceUserID")) >= 0, say("the results are not shown"));
+        && stage.expect(shownRow(dialog->table(), say("Gain")) >= 0, say("the results are not shown"));
 }
 
 /// Values that the camera does not take.
@@ -102,8 +102,8 @@ bool refuseSettings(TourStage &stage)
             entry.value = "645";
         else if (entry.feature == "ExposureTime")
             entry.value = "99000000";
-        else if (entry.feature == "DeviceUserID")
-            entry.value = "Line 5";
+        else if (entry.feature == "Gain")
+            entry.value = "6";
     }
     SettingsFile::write(filePath("refused.txt"), *settings, &error);
     stage.window().settingsCommands().load(filePath("refused.txt"));
@@ -112,9 +112,9 @@ bool refuseSettings(TourStage &stage)
         return false;
     TourHand::key(dialog, Qt::Key_Return);
     const bool isListed = shownRow(dialog->table(), say("Width")) >= 0
-        && shownRow(dialog->table(), say("ExposureTime")) >= 0 && shownRow(dialog->table(), say("DeviceUserID")) < 0;
+        && shownRow(dialog->table(), say("ExposureTime")) >= 0 && shownRow(dialog->table(), say("Gain")) < 0;
     return stage.expect(isListed, say("other rows are shown than those that did not take"))
-        && stage.becomes("DeviceUserID", "Line 5");
+        && stage.becomes("Gain", "6");
 }
 
 bool compareSettings(TourStage &stage)
@@ -123,7 +123,7 @@ bool compareSettings(TourStage &stage)
         return false;
     CompareDialog *const dialog =
         stage.window().settingsCommands().compare({stage.host().focus().id(), {}}, {{}, filePath("camera.txt")});
-    const int row = shownRow(dialog->table(), say("DeviceUserID"));
+    const int row = shownRow(dialog->table(), say("Gain"));
     if (!stage.expect(row >= 0, say("the difference is not shown")))
         return false;
     dialog->table().view().setCurrentIndex(dialog->table().view().model()->index(row, 0));
@@ -137,7 +137,7 @@ bool copySettings(TourStage &stage)
     if (!stage.expect(dialog, say("there is nothing to copy")))
         return false;
     TourHand::click(&dialog->toLeft());
-    return stage.becomes("DeviceUserID", "Line 3 left")
+    return stage.expect(stage.value(say("Gain")).toDouble() != 6, say("nothing is copied"))
         && stage.expect(dialog->table().view().model()->rowCount() == 0, say("there are differences left"));
 }
 
