@@ -20,6 +20,7 @@
 #include "ParamterWnd/ParamterWnd.h"
 #include "Viewer/DeviceTree.h"
 #include "Viewer/DeviceViews.h"
+#include "Viewer/FileDrop.h"
 #include "Viewer/FrameStatus.h"
 #include "Viewer/GlyphIcons.h"
 #include "Viewer/HostSwitches.h"
@@ -28,6 +29,7 @@
 #include "Viewer/LoadStatus.h"
 #include "Viewer/LogModel.h"
 #include "Viewer/LogView.h"
+#include "Viewer/SettingsCommands.h"
 #include "Viewer/ViewerCommands.h"
 
 namespace {
@@ -122,6 +124,8 @@ void ViewerWindow::buildCommands()
     connect(m_commands, &ViewerCommands::triggered, this, &ViewerWindow::run);
     new HostSwitches(m_context, *m_commands);
     new LinkFaults(*m_devices, *m_commands);
+    m_settings = new SettingsCommands(m_context, *m_devices, *m_commands, this);
+    connect(new FileDrop(this), &FileDrop::dropped, this, &ViewerWindow::take);
 }
 
 void ViewerWindow::connectHost()
@@ -189,7 +193,7 @@ void ViewerWindow::run(Command command, bool checked)
         return useLanguage(QStringLiteral("Chinese"));
     case Command::About:
         return showAbout();
-    default: // HostSwitches and LinkFaults do the others
+    default: // HostSwitches, LinkFaults and SettingsCommands do the others
         return;
     }
 }
@@ -240,6 +244,15 @@ bool ViewerWindow::openDescription(const QString &path)
         m_context.devices().add(std::move(device));
     m_devices->select(id);
     return m_context.sessions().open(id);
+}
+
+void ViewerWindow::take(const QString &file)
+{
+    const QStringList descriptions{QStringLiteral("xml"), QStringLiteral("zip")};
+    if (descriptions.contains(QFileInfo(file).suffix(), Qt::CaseInsensitive))
+        openDescription(file);
+    else
+        m_settings->load(file);
 }
 
 void ViewerWindow::openWhenKnown(const QString &id)
@@ -375,6 +388,10 @@ void ViewerWindow::restoreLayout()
 
 void ViewerWindow::closeEvent(QCloseEvent *event)
 {
+    if (m_settings->isBusy()) {
+        event->ignore();
+        return;
+    }
     m_context.settings().setValue(GeometryKey, saveGeometry());
     m_context.settings().setValue(LayoutKey, saveState());
     QMainWindow::closeEvent(event);

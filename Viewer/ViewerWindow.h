@@ -15,6 +15,7 @@ class LoadStatus;
 class LogView;
 class ParamterWnd;
 class QDockWidget;
+class SettingsCommands;
 class ViewerCommands;
 enum class Command;
 
@@ -34,6 +35,8 @@ public:
     /// Opens and selects a device as soon as it is known.
     void openWhenKnown(const QString &id);
     void useLanguage(const QString &language);
+    /// Opens a camera description, or loads settings into the current device.
+    void take(const QString &file);
 
     HostContext &host() { return m_context; }
     DeviceTree &devices() { return *m_devices; }
@@ -44,6 +47,7 @@ public:
     LogView &log() { return *m_log; }
     ParamterWnd &panel() { return *m_panel; }
     ViewerCommands &commands() { return *m_commands; }
+    SettingsCommands &settingsCommands() { return *m_settings; }
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -81,6 +85,7 @@ private:
     LogView *m_log;
     ParamterWnd *m_panel;
     ViewerCommands *m_commands = nullptr;
+    SettingsCommands *m_settings = nullptr;
     QDockWidget *m_deviceDock = nullptr;
     QDockWidget *m_panelDock = nullptr;
     QDockWidget *m_logDock = nullptr;

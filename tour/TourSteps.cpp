@@ -26,6 +26,7 @@
 #include "tour/TourLinkSteps.h"
 #include "tour/TourPageSteps.h"
 #include "tour/TourProfilerSteps.h"
+#include "tour/TourSettingsSteps.h"
 #include "tour/TourStage.h"
 #include "tour/TourStructuredLightSteps.h"
 
@@ -182,7 +183,7 @@ bool refuseWrite(TourStage &stage)
 bool openDeveloperMenu(TourStage &stage)
 {
     QMenuBar *bar = stage.window().menuBar();
-    QAction *entry = bar->actions().at(1);
+    QAction *entry = bar->actions().at(2);
     TourHand::click(bar, bar->actionGeometry(entry).center());
     QMenu *menu = entry->menu();
     const QMenu *switches = menu->actions().last()->menu();
@@ -310,6 +311,8 @@ std::vector<TourStep> tourSteps()
     const std::vector<TourStep> &structuredLight = tourStructuredLightSteps();
     steps.insert(steps.end(), structuredLight.begin(), structuredLight.end());
     steps.insert(steps.end(), features.begin(), features.end());
+    const std::vector<TourStep> &settings = tourSettingsSteps();
+    steps.insert(steps.end(), settings.begin(), settings.end());
     const std::vector<TourStep> &links = tourLinkSteps();
     steps.insert(steps.end(), links.begin(), links.end());
     steps.insert(steps.end(), ends.begin(), ends.end());
