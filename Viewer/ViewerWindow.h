@@ -16,6 +16,7 @@ class LogView;
 class ParamterWnd;
 class QDockWidget;
 class ViewerCommands;
+class WriteLogDock;
 enum class Command;
 
 /// The main window of the demo host: devices, image, the parameter panel, log.
@@ -84,5 +85,6 @@ private:
     QDockWidget *m_deviceDock = nullptr;
     QDockWidget *m_panelDock = nullptr;
     QDockWidget *m_logDock = nullptr;
+    WriteLogDock *m_writeLogDock = nullptr;
     QString m_pendingId; ///< to be opened once it is known
 };

@@ -28,6 +28,7 @@
 #include "tour/TourProfilerSteps.h"
 #include "tour/TourStage.h"
 #include "tour/TourStructuredLightSteps.h"
+#include "tour/TourWriteLogSteps.h"
 
 namespace {
 
@@ -296,6 +297,8 @@ std::vector<TourStep> tourSteps()
         {"edit-text", editText},
         {"command", runCommand},
         {"write-refused", refuseWrite},
+    };
+    const std::vector<TourStep> views = {
         {"view-menu", hideTab},
         {"acquisition", startAcquisition},
         {"zoom", zoomImage},
@@ -310,6 +313,9 @@ std::vector<TourStep> tourSteps()
     const std::vector<TourStep> &structuredLight = tourStructuredLightSteps();
     steps.insert(steps.end(), structuredLight.begin(), structuredLight.end());
     steps.insert(steps.end(), features.begin(), features.end());
+    const std::vector<TourStep> &writes = tourWriteLogSteps();
+    steps.insert(steps.end(), writes.begin(), writes.end());
+    steps.insert(steps.end(), views.begin(), views.end());
     const std::vector<TourStep> &links = tourLinkSteps();
     steps.insert(steps.end(), links.begin(), links.end());
     steps.insert(steps.end(), ends.begin(), ends.end());
