@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QShortcut>
@@ -56,9 +57,9 @@ WriteLogDock::WriteLogDock(WriteLog &log, QWidget *parent)
     auto *const found = new FoundRows(m_model, this);
     m_table->setModel(found);
     m_table->fitColumn(WriteLogModel::TimeColumn, QStringLiteral("00:00:00.000 "));
-    m_table->fitColumn(WriteLogModel::DeviceColumn, QString(12, QLatin1Char('M')));
-    m_table->fitColumn(WriteLogModel::FeatureColumn, QString(22, QLatin1Char('M')));
-    m_table->fitColumn(WriteLogModel::ValueColumn, QString(12, QLatin1Char('M')));
+    m_table->fitColumn(WriteLogModel::DeviceColumn, QString(10, QLatin1Char('M')));
+    m_table->fitColumn(WriteLogModel::FeatureColumn, QString(21, QLatin1Char('M')));
+    m_table->fitColumn(WriteLogModel::ValueColumn, QString(9, QLatin1Char('M')));
     auto *const content = new QWidget;
     auto *const layout = new QVBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -72,13 +73,26 @@ WriteLogDock::WriteLogDock(WriteLog &log, QWidget *parent)
     connect(m_clear, &QPushButton::clicked, &log, &WriteLog::clear);
     connect(&log, &WriteLog::appended, this, &WriteLogDock::updateButtons);
     connect(&log, &WriteLog::cleared, this, &WriteLogDock::updateButtons);
-    connect(toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
-        if (isShown)
-            raise(); // it may share its place
-    });
+    connect(toggleViewAction(), &QAction::triggered, this, &WriteLogDock::bringForward);
     addShortcuts();
     updateButtons();
     retranslate();
+}
+
+/// It may share its place with another dock, which may be too low for some rows.
+void WriteLogDock::bringForward(bool isShown)
+{
+    if (!isShown)
+        return;
+    raise();
+    const auto makeRoom = [this] {
+        constexpr int LinesWanted = 11; // with title, search and tabs
+        auto *const window = qobject_cast<QMainWindow *>(parentWidget());
+        const int wanted = LinesWanted * fontMetrics().height();
+        if (window && !isFloating() && height() < wanted)
+            window->resizeDocks({this}, {wanted}, Qt::Vertical);
+    };
+    QMetaObject::invokeMethod(this, makeRoom, Qt::QueuedConnection); // it has its height by then
 }
 
 QHBoxLayout *WriteLogDock::makeBar()

@@ -31,6 +31,7 @@ protected:
 private:
     QHBoxLayout *makeBar();
     void addShortcuts();
+    void bringForward(bool isShown);
     void askForText();
     void askForScript();
     /// Saves with `save` where the person says.
