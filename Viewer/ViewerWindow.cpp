@@ -31,6 +31,7 @@
 #include "Viewer/LogView.h"
 #include "Viewer/SettingsCommands.h"
 #include "Viewer/ViewerCommands.h"
+#include "Viewer/WriteLogDock.h"
 
 namespace {
 
@@ -102,6 +103,10 @@ void ViewerWindow::buildDocks()
     m_deviceDock = addDock(QStringLiteral("deviceDock"), Qt::LeftDockWidgetArea, m_devices);
     m_panelDock = addDock(QStringLiteral("panelDock"), Qt::RightDockWidgetArea, m_panel);
     m_logDock = addDock(QStringLiteral("logDock"), Qt::BottomDockWidgetArea, m_log);
+    m_writeLogDock = new WriteLogDock(m_context.writeLog(), this);
+    addDockWidget(Qt::BottomDockWidgetArea, m_writeLogDock);
+    tabifyDockWidget(m_logDock, m_writeLogDock);
+    m_writeLogDock->hide();
     m_panel->setMinimumSize(PanelMinimumWidth, PanelMinimumHeight);
     m_devices->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_devices, &QWidget::customContextMenuRequested, this, &ViewerWindow::showDeviceMenu);
@@ -117,7 +122,8 @@ void ViewerWindow::buildCommands()
     toolBar->setMovable(false);
     m_commands = new ViewerCommands(menuBar(), toolBar);
     m_commands->addViewToggles({m_deviceDock->toggleViewAction(), m_panelDock->toggleViewAction(),
-                                m_logDock->toggleViewAction(), toolBar->toggleViewAction()});
+                                m_logDock->toggleViewAction(), m_writeLogDock->toggleViewAction(),
+                                toolBar->toggleViewAction()});
     m_commands->action(Command::ShowCommonTab)->setChecked(true);
     m_commands->action(Command::ShowAttributeTab)->setChecked(true);
     m_commands->action(Command::DefaultMode0)->setChecked(true);
@@ -142,6 +148,10 @@ void ViewerWindow::connectHost()
     });
     connect(&m_context.deviceReturn(), &DeviceReturn::returningChanged, m_panel,
             [this](const QStringList &ids) { m_panel->setProperty(ReturningDevices, ids); });
+    connect(m_panel, &ParamterWnd::written, &m_context,
+            [this](const QString &device, const QString &feature, const QString &value, const QString &refusal) {
+                m_context.writes().add(device, feature, value, refusal);
+            });
     connect(&m_context.log(), &HostLog::lineAdded, this,
             [this](const QDateTime &time, const QString &module, const QString &message) {
                 m_log->log().append(time, module, message);

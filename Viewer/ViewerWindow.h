@@ -17,6 +17,7 @@ class ParamterWnd;
 class QDockWidget;
 class SettingsCommands;
 class ViewerCommands;
+class WriteLogDock;
 enum class Command;
 
 /// The main window of the demo host: devices, image, the parameter panel, log.
@@ -89,5 +90,6 @@ private:
     QDockWidget *m_deviceDock = nullptr;
     QDockWidget *m_panelDock = nullptr;
     QDockWidget *m_logDock = nullptr;
+    WriteLogDock *m_writeLogDock = nullptr;
     QString m_pendingId; ///< to be opened once it is known
 };

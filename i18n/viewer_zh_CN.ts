@@ -379,10 +379,6 @@ Too large: the camera sent more than it had announced; the acquisition starts an
 <context>
     <name>LogView</name>
     <message>
-        <source>&amp;Copy</source>
-        <translation>复制(&amp;C)</translation>
-    </message>
-    <message>
         <source>C&amp;lear Log</source>
         <translation>清空日志(&amp;L)</translation>
     </message>
@@ -412,6 +408,13 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <message>
         <source>Another controller: a program that controls the camera can keep its images from coming here.</source>
         <translation>其他控制者：控制该相机的程序可能使图像无法到达此处。</translation>
+    </message>
+</context>
+<context>
+    <name>RecordTable</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
     </message>
 </context>
 <context>
@@ -841,6 +844,88 @@ Device: %2</source>
     <message>
         <source>%1 (%2)</source>
         <translation>%1（%2）</translation>
+    </message>
+</context>
+<context>
+    <name>WriteLogDock</name>
+    <message>
+        <source>Save Write Log as Text</source>
+        <translation>将写入日志保存为文本</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>文本文件 (*.txt);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Save Write Log as Script</source>
+        <translation>将写入日志保存为脚本</translation>
+    </message>
+    <message>
+        <source>Shell scripts (*.sh);;All files (*)</source>
+        <translation>Shell 脚本 (*.sh);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Write Log</source>
+        <translation>写入日志</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>Search the write log</source>
+        <translation>搜索写入日志</translation>
+    </message>
+    <message>
+        <source>Save as &amp;Text...</source>
+        <translation>保存为文本(&amp;T)...</translation>
+    </message>
+    <message>
+        <source>Save a line for each write</source>
+        <translation>每次写入保存为一行</translation>
+    </message>
+    <message>
+        <source>Save as S&amp;cript...</source>
+        <translation>保存为脚本(&amp;C)...</translation>
+    </message>
+    <message>
+        <source>Save a shell script that does the writes again</source>
+        <translation>保存可重新执行这些写入的 Shell 脚本</translation>
+    </message>
+    <message>
+        <source>Clea&amp;r</source>
+        <translation>清空(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Forget all writes</source>
+        <translation>清除所有写入记录</translation>
+    </message>
+</context>
+<context>
+    <name>WriteLogModel</name>
+    <message>
+        <source>OK</source>
+        <translation>成功</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>Feature</source>
+        <translation>属性</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>结果</translation>
     </message>
 </context>
 </TS>

@@ -29,6 +29,7 @@
 #include "tour/TourSettingsSteps.h"
 #include "tour/TourStage.h"
 #include "tour/TourStructuredLightSteps.h"
+#include "tour/TourWriteLogSteps.h"
 
 namespace {
 
@@ -297,6 +298,8 @@ std::vector<TourStep> tourSteps()
         {"edit-text", editText},
         {"command", runCommand},
         {"write-refused", refuseWrite},
+    };
+    const std::vector<TourStep> views = {
         {"view-menu", hideTab},
         {"acquisition", startAcquisition},
         {"zoom", zoomImage},
@@ -311,6 +314,9 @@ std::vector<TourStep> tourSteps()
     const std::vector<TourStep> &structuredLight = tourStructuredLightSteps();
     steps.insert(steps.end(), structuredLight.begin(), structuredLight.end());
     steps.insert(steps.end(), features.begin(), features.end());
+    const std::vector<TourStep> &writes = tourWriteLogSteps();
+    steps.insert(steps.end(), writes.begin(), writes.end());
+    steps.insert(steps.end(), views.begin(), views.end());
     const std::vector<TourStep> &settings = tourSettingsSteps();
     steps.insert(steps.end(), settings.begin(), settings.end());
     const std::vector<TourStep> &links = tourLinkSteps();
