@@ -18,7 +18,6 @@
 
 namespace {
 
-
 SettingsModel::Cell cell(const QString &text, bool isThere)
 {
     return isThere ? SettingsModel::Cell{text, false} : SettingsModel::Cell{CompareDialog::tr("not there"), true};
@@ -92,7 +91,8 @@ void CompareDialog::layOut()
     commands->addWidget(m_toLeft);
     commands->addWidget(m_toAll);
     commands->addStretch();
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    auto *buttons = new QDialogButtonBox;
+    buttons->addButton(tr("&Close"), QDialogButtonBox::RejectRole)->setAutoDefault(false);
     connect(buttons, &QDialogButtonBox::rejected, this, &CompareDialog::reject);
     commands->addWidget(buttons);
     auto *layout = new QVBoxLayout(this);

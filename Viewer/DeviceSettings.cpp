@@ -15,6 +15,31 @@ namespace {
 
 const QString AcquiringAgainKey = QStringLiteral("Viewer/acquireAfterLoad");
 
+/// Stops an acquisition as long as it lives: a device that acquires locks settings, which then are none.
+class AcquisitionPause
+{
+public:
+    AcquisitionPause(HostContext &context, const QString &id, const SettingsWalk &walk, bool startsAgain)
+        : m_context(context), m_id(id), m_walk(walk),
+          m_startsAgain(startsAgain && context.devices().device(id)->isAcquiring())
+    {
+        m_context.sessions().stopAcquisition(m_id);
+    }
+    ~AcquisitionPause()
+    {
+        if (m_startsAgain && !m_walk.isLost())
+            m_context.sessions().startAcquisition(m_id);
+    }
+    AcquisitionPause(const AcquisitionPause &) = delete;
+    AcquisitionPause &operator=(const AcquisitionPause &) = delete;
+
+private:
+    HostContext &m_context;
+    const QString m_id;
+    const SettingsWalk &m_walk;
+    const bool m_startsAgain;
+};
+
 } // namespace
 
 DeviceSettings::DeviceSettings(HostContext &context, QObject *parent) : QObject(parent), m_context(context) { }
@@ -84,6 +109,7 @@ std::optional<Persistence::Settings> DeviceSettings::read(const QString &id, QWi
         log(tr("%1 is not open.").arg(nameOf(id)));
         return std::nullopt;
     }
+    const AcquisitionPause pause(m_context, id, walk, true);
     Persistence::Settings settings =
         settingsOf(*map, [&](std::size_t count) { return walk.goOn(tr("Reading settings..."), count); });
     return tellEnd(walk, id) ? std::optional(std::move(settings)) : std::nullopt;
@@ -107,12 +133,9 @@ SettingsLoad::End DeviceSettings::apply(SettingsLoad &load, const QString &id, Q
         log(tr("%1 is not open.").arg(nameOf(id)));
         return SettingsLoad::End::Lost;
     }
-    const bool wasAcquiring = m_context.devices().device(id)->isAcquiring();
-    m_context.sessions().stopAcquisition(id);
+    const AcquisitionPause pause(m_context, id, walk, isAcquiringAgain());
     walk.noteWritten();
     const SettingsLoad::End end = write(load, id, walk);
-    if (wasAcquiring && isAcquiringAgain() && !walk.isLost())
-        m_context.sessions().startAcquisition(id);
     tellLoad(load, id, end);
     return end;
 }

@@ -31,7 +31,8 @@ public:
     /// The open devices, `first` before all others.
     QStringList openDevices(const QString &first) const;
 
-    /// The settings of a device; nothing when it is not open, was lost, or the user has cancelled.
+    /// The settings of a device; nothing when it is not open, was lost, or the user has cancelled. Acquisition pauses
+    /// meanwhile.
     std::optional<Persistence::Settings> read(const QString &id, QWidget *window);
     /// Reads what the device has in the places of a load. False as above.
     bool compare(SettingsLoad &load, const QString &id, QWidget *window);

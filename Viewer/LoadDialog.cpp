@@ -67,7 +67,7 @@ void LoadDialog::layOut()
     m_state->setWordWrap(true);
     auto *buttons = new QDialogButtonBox;
     m_apply = buttons->addButton(tr("&Load"), QDialogButtonBox::AcceptRole);
-    m_close = buttons->addButton(QDialogButtonBox::Cancel);
+    m_close = buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
     m_apply->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &LoadDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &LoadDialog::reject);

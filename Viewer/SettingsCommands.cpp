@@ -146,6 +146,7 @@ void SettingsCommands::askForModel(const QString &path, const QString &id, const
     box->setTextFormat(Qt::PlainText);
     box->setInformativeText(tr("File: %1\nDevice: %2").arg(models.file, models.device));
     QPushButton *const go = box->addButton(tr("&Show What Would Change"), QMessageBox::AcceptRole);
+    box->setEscapeButton(box->addButton(tr("&Cancel"), QMessageBox::RejectRole));
     connect(box, &QMessageBox::buttonClicked, this, [=](QAbstractButton *pressed) {
         if (pressed == go)
             plan(path, id, *load);

@@ -25,7 +25,8 @@ WalkDialog::WalkDialog(const QString &title, QWidget *parent)
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setMinimumWidth(Letters * fontMetrics().averageCharWidth());
     m_phase->setTextFormat(Qt::PlainText);
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    auto *buttons = new QDialogButtonBox;
+    buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &WalkDialog::reject);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_phase);

@@ -55,6 +55,10 @@
         <source>Settings that differ: %1</source>
         <translation>不同的设置：%1</translation>
     </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>关闭(&amp;C)</translation>
+    </message>
 </context>
 <context>
     <name>DeviceSettings</name>
@@ -353,6 +357,10 @@ Too large: the camera sent more than it had announced; the acquisition starts an
         <source>Written: %1. Did not take: %2. Not tried: %3.</source>
         <translation>已写入：%1。未生效：%2。未尝试：%3。</translation>
     </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>取消(&amp;C)</translation>
+    </message>
 </context>
 <context>
     <name>LoadStatus</name>
@@ -463,6 +471,10 @@ Device: %2</source>
     <message>
         <source>Settings of %2 were saved in %3: %1.</source>
         <translation>%2 的设置已保存到 %3：共 %1 项。</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>取消(&amp;C)</translation>
     </message>
 </context>
 <context>
@@ -844,6 +856,10 @@ Device: %2</source>
     <message>
         <source>%1 (%2)</source>
         <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>取消(&amp;C)</translation>
     </message>
 </context>
 <context>

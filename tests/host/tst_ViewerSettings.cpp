@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -85,14 +86,15 @@ private Q_SLOTS:
 
     void savedIsLoadedAgain()
     {
+        QVERIFY(m_host.acquire("SIM-AREA-01")); // which locks settings
         commands().save(m_file);
         QVERIFY2(m_stage->isLogged(text("were saved in")), qPrintable(m_host.log.join(QLatin1Char('\n'))));
+        QVERIFY(m_host.device("SIM-AREA-01")->isAcquiring());
         m_host.set("SIM-AREA-01", "ExposureTime=4321 Gain=3.5");
-        QVERIFY(m_host.acquire("SIM-AREA-01"));
         const QSignalSpy written(&commands().settings(), &DeviceSettings::written);
         const ImportListener imports;
         LoadDialog *const dialog = plan(m_file);
-        QVERIFY(dialog);
+        QVERIFY(dialog && rowOf(dialog->table(), "Width"));
         QVERIFY(rowOf(dialog->table(), "ExposureTime")->isDifferent && !rowOf(dialog->table(), "Width")->isDifferent);
         QVERIFY(acquiresAgain(*dialog)->isVisible());
         dialog->accept();
@@ -202,7 +204,7 @@ private Q_SLOTS:
             const bool isRead = qstrlen(row.problem) > 0;
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write((isRead ? head : QByteArray()) + row.content) >= 0);
             file.close();
-            m_window->take(m_file);
+            drop(m_file);
             const auto *const box = m_window->findChild<QMessageBox *>();
             QCOMPARE(box != nullptr, !isRead);
             QVERIFY(!box || box->text().contains(text(row.message)));
@@ -348,6 +350,17 @@ private:
     using Entries = std::vector<std::pair<const char *, const char *>>;
 
     SettingsCommands &commands() const { return m_window->settingsCommands(); }
+    void drop(const QString &path) const
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_window.get(), &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_window.get(), &event);
+        QCoreApplication::processEvents();
+    }
     LoadDialog *plan(const QString &path) const
     {
         commands().load(path);
