@@ -20,11 +20,11 @@ struct FoundDevice
     std::function<std::unique_ptr<Device>()> create;
     /// What the search tells of it; empty for what it does not.
     Device::Transport transport = Device::Transport::Other;
-    QString name; ///< see Device::displayName()
-    QString vendor;
-    QString model;
-    QString serial;
-    QString address; ///< in the network
+    QString name{}; ///< see Device::displayName()
+    QString vendor{};
+    QString model{};
+    QString serial{};
+    QString address{}; ///< in the network
 };
 
 /// Searches the transports; may block for seconds. Called on the discovery thread, never concurrently.
