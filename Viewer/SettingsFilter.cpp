@@ -28,7 +28,8 @@ void SettingsFilter::setOnly(Only only)
 bool SettingsFilter::filterAcceptsRow(int rank, const QModelIndex &) const
 {
     const SettingsModel::Row &row = m_settings.rows()[std::size_t(rank)];
-    if ((m_only == Only::Different && !row.isDifferent) || (m_only == Only::Failed && !row.isFailed))
+    const bool isOfInterest = row.isDifferent || !row.result.isEmpty();
+    if ((m_only == Only::Different && !isOfInterest) || (m_only == Only::Failed && !row.isFailed))
         return false;
     const QString *const texts[] = {&row.feature, &row.position, &row.left.text, &row.right.text, &row.result};
     return m_search.isEmpty() || std::any_of(std::begin(texts), std::end(texts), [this](const QString *text) {

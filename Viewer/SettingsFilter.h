@@ -5,8 +5,8 @@
 
 #include "Viewer/SettingsModel.h"
 
-/// The rows of settings that contain a text, and, if wanted, only those that differ or did not take. Sorted as the
-/// rows come at first.
+/// The rows of settings that contain a text, and, if wanted, only those that differ (or did: what came of them is
+/// there) or did not take. Sorted as the rows come at first.
 class SettingsFilter : public QSortFilterProxyModel
 {
     Q_OBJECT

@@ -106,7 +106,7 @@ std::vector<FoundDevice> cameras(const char *ids)
 {
     std::vector<FoundDevice> result;
     for (const QString &id : text(ids).split(QLatin1Char(' '), Qt::SkipEmptyParts))
-        result.push_back({id, [id] { return std::make_unique<TestDevice>(id); }, {}, {}, {}, {}, {}, {}});
+        result.push_back({id, [id] { return std::make_unique<TestDevice>(id); }});
     return result;
 }
 
