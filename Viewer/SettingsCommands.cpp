@@ -37,6 +37,8 @@ SettingsCommands::SettingsCommands(HostContext &context, const DeviceTree &devic
     connect(&m_devices, &DeviceTree::currentItemChanged, this, &SettingsCommands::updateCommands);
     connect(&m_devices, &DeviceTree::stateChanged, this, &SettingsCommands::updateCommands);
     connect(m_recent, &RecentFiles::chosen, this, &SettingsCommands::load);
+    connect(m_settings, &DeviceSettings::written, &m_context.writeLog(),
+            qOverload<const QString &, const Persistence::Entry &, const QString &>(&WriteLog::append));
     updateCommands();
 }
 

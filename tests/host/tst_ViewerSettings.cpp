@@ -162,6 +162,13 @@ private Q_SLOTS:
         QCOMPARE(dialog->table().view().model()->rowCount(), 3);
         QVERIFY(stateOf(*dialog).startsWith(text("Written: 1. Did not take: 3.")));
         QVERIFY(m_host.number("SIM-AREA-01", "Gain") != 5.0);
+        for (const auto &row : rows) {
+            const std::deque<WriteLog::Entry> &log = m_host->writeLog().entries();
+            const auto last = std::find_if(log.rbegin(), log.rend(),
+                                           [&](const auto &entry) { return entry.setting.feature == row.feature; });
+            QVERIFY2((last != log.rend()) == row.isChosen, row.feature);
+            QVERIFY2(!row.isChosen || last->isRefused() == (qstrcmp(row.words, "written") != 0), row.feature);
+        }
         dialog->reject();
     }
 
