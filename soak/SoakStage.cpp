@@ -21,6 +21,8 @@
 #include <QTreeView>
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 #include "Host/HostContext.h"
 #include "Simulation/SimulatedDevice.h"
@@ -84,8 +86,11 @@ bool hasShortShots()
     });
 }
 
+/// What nobody can change now may be live, and is left out: automatic modes follow the clock.
 QString textOf(const QWidget *widget)
 {
+    if (!widget->isEnabled())
+        return QString();
     if (const auto *label = qobject_cast<const QLabel *>(widget))
         return label->text();
     if (const auto *edit = qobject_cast<const QLineEdit *>(widget))
@@ -225,15 +230,24 @@ bool SoakStage::isBusy() const
         || std::any_of(timers.begin(), timers.end(), isShortTimer);
 }
 
+qint64 SoakStage::allAccesses() const
+{
+    const QList<Device *> devices = host().devices().all();
+    return std::accumulate(devices.begin(), devices.end(), qint64(0),
+                           [](qint64 sum, const Device *device) { return sum + qint64(device->portLoad().accesses); });
+}
+
 void SoakStage::settle() const
 {
     constexpr int Rounds = 4; // for what an event queues, and that again
     QElapsedTimer clock;
     clock.start();
+    qint64 accesses = 0;
     for (int quiet = 0; quiet < Rounds && clock.elapsed() < Patience; ++quiet) {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        if (isBusy()) {
+        const qint64 before = std::exchange(accesses, allAccesses());
+        if (accesses != before || isBusy()) { // a slow device is read in slices
             quiet = -1;
             QThread::usleep(Nap);
         }

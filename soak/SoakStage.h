@@ -65,6 +65,8 @@ public:
 
 private:
     bool isBusy() const;
+    /// Of all devices since they were opened.
+    qint64 allAccesses() const;
 
     ViewerWindow &m_window;
     SoakRecord &m_record;
