@@ -10,8 +10,8 @@
 #include <GenApi/IBoolean.h>
 #include <GenApi/ICategory.h>
 #include <GenApi/ICommand.h>
-#include <GenApi/IDeviceInfo.h>
 #include <GenApi/IDestroy.h>
+#include <GenApi/IDeviceInfo.h>
 #include <GenApi/IEnumEntry.h>
 #include <GenApi/IEnumeration.h>
 #include <GenApi/IFloat.h>
