@@ -114,6 +114,14 @@ SharedMailbox connectLost(ArvDevice *source, Device *receiver, HandOver *handOve
     return mailbox;
 }
 
+/// Not copied: valid as long as the device.
+QByteArray descriptionOf(ArvDevice *device)
+{
+    std::size_t size = 0;
+    const char *xml = arv_device_get_genicam_xml(device, &size);
+    return QByteArray::fromRawData(xml, static_cast<int>(size));
+}
+
 /// Features that a camera need not have are written if they can be.
 void writeIfWritable(GenApi::INodeMap &map, const char *name, const QString &text)
 {
@@ -203,9 +211,7 @@ AravisDevice::Reached AravisDevice::reached()
     AravisHandle<ArvDevice> camera(arv_open_device(m_identity.id.toUtf8().constData(), failure.out()));
     if (!camera)
         return {nullptr, QString::fromUtf8(failure.text())};
-    std::size_t size = 0;
-    const char *xml = arv_device_get_genicam_xml(camera.get(), &size);
-    const QByteArray description(xml, static_cast<int>(size));
+    const QByteArray description = descriptionOf(camera.get());
     auto opened = std::make_unique<Connection>();
     opened->device = camera.get();
     opened->mailbox = connectLost(camera.get(), this, &m_handOver);
@@ -246,6 +252,11 @@ PortLoad AravisDevice::portLoad() const
 GenApi::INodeMap *AravisDevice::nodeMap() const
 {
     return m_connection ? m_connection->nodes->get() : nullptr;
+}
+
+QByteArray AravisDevice::description() const
+{
+    return m_connection ? descriptionOf(m_connection->device) : QByteArray();
 }
 
 std::chrono::milliseconds AravisDevice::heartbeat() const
@@ -357,6 +368,21 @@ Device::Transport transportOf(const char *protocol)
     return name == QLatin1String("Fake") ? Device::Transport::Fake : Device::Transport::Other;
 }
 
+FoundDevice foundAt(unsigned int i)
+{
+    FoundDevice found;
+    found.id = QString::fromUtf8(arv_get_device_id(i));
+    found.transport = transportOf(arv_get_device_protocol(i));
+    found.vendor = QString::fromUtf8(arv_get_device_vendor(i));
+    found.model = QString::fromUtf8(arv_get_device_model(i));
+    found.serial = QString::fromUtf8(arv_get_device_serial_nbr(i));
+    found.address = QString::fromUtf8(arv_get_device_address(i));
+    found.name = QStringLiteral("%1 %2 (%3)").arg(found.vendor, found.model, found.serial);
+    const AravisDevice::Identity identity{found.id, found.name, found.transport};
+    found.create = [identity] { return std::make_unique<AravisDevice>(identity); };
+    return found;
+}
+
 } // namespace
 
 DeviceFinder aravisFinder(bool withFakeCamera)
@@ -366,15 +392,8 @@ DeviceFinder aravisFinder(bool withFakeCamera)
     return [] {
         arv_update_device_list();
         std::vector<FoundDevice> found;
-        for (unsigned int i = 0; i < arv_get_n_devices(); ++i) {
-            const QString name =
-                QStringLiteral("%1 %2 (%3)")
-                    .arg(QString::fromUtf8(arv_get_device_vendor(i)), QString::fromUtf8(arv_get_device_model(i)),
-                         QString::fromUtf8(arv_get_device_serial_nbr(i)));
-            const AravisDevice::Identity identity{QString::fromUtf8(arv_get_device_id(i)), name,
-                                                  transportOf(arv_get_device_protocol(i))};
-            found.push_back({identity.id, [identity] { return std::make_unique<AravisDevice>(identity); }});
-        }
+        for (unsigned int i = 0; i < arv_get_n_devices(); ++i)
+            found.push_back(foundAt(i));
         return found;
     };
 }

@@ -40,6 +40,7 @@ public:
     void close() override;
     bool isOpen() const override { return m_connection != nullptr; }
     GenApi::INodeMap *nodeMap() const override;
+    QByteArray description() const override;
     PortLoad portLoad() const override;
     bool startAcquisition(QString *error) override;
     void stopAcquisition() override;

@@ -43,6 +43,12 @@ bool DescriptionDevice::open(QString *error)
     return guarded(error, [&] { m_nodes.emplace(description, m_port); });
 }
 
+QByteArray DescriptionDevice::description() const
+{
+    QFile file(m_path);
+    return isOpen() && file.open(QIODevice::ReadOnly) ? file.read(MaximumSize) : QByteArray();
+}
+
 void DescriptionDevice::close()
 {
     m_nodes.reset();

@@ -24,6 +24,8 @@ public:
     void close() override;
     bool isOpen() const override { return m_nodes.has_value(); }
     GenApi::INodeMap *nodeMap() const override;
+    /// Reads the file again.
+    QByteArray description() const override;
     PortLoad portLoad() const override { return m_nodes ? m_nodes->load() : PortLoad(); }
     bool canAcquire() const override { return false; }
     bool startAcquisition(QString *error) override;

@@ -60,6 +60,8 @@ public:
     virtual bool isOpen() const = 0;
     /// The device's node map while it is open, else null.
     virtual GenApi::INodeMap *nodeMap() const = 0;
+    /// The GenICam description of the open device, as it was found: XML or, from a file, a ZIP. Valid while it is open.
+    virtual QByteArray description() const { return {}; }
     /// What the device was asked since it was opened.
     virtual PortLoad portLoad() const { return {}; }
 

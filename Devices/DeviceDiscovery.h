@@ -18,6 +18,13 @@ struct FoundDevice
     QString id; ///< the key of the device, see Device::id()
     /// Makes the (closed) device. Called on the GUI thread, once per new id.
     std::function<std::unique_ptr<Device>()> create;
+    /// What the search tells of it; empty for what it does not.
+    Device::Transport transport = Device::Transport::Other;
+    QString name{}; ///< see Device::displayName()
+    QString vendor{};
+    QString model{};
+    QString serial{};
+    QString address{}; ///< in the network
 };
 
 /// Searches the transports; may block for seconds. Called on the discovery thread, never concurrently.

@@ -21,6 +21,7 @@
 #include "Features/NodeGuard.h"
 #include "PanelBase/DeviceReading.h"
 #include "PanelBase/HostCall.h"
+#include "PanelBase/NodeWrites.h"
 
 Q_LOGGING_CATEGORY(LOG_FeatureTreeView, "GeniCamera")
 
@@ -357,16 +358,17 @@ void FeatureTreeView::onCommandClicked()
     GenApi::INode *node = nodeAt(currentIndex());
     guardNode(
         [&] {
-            const GenApi::CCommandPtr command(node);
-            if (!command.IsValid() || !isWritable(itemAt(currentIndex())))
+            TreeItem *const item = itemAt(currentIndex());
+            if (!GenApi::CCommandPtr(node).IsValid() || !isWritable(item))
                 return;
+            DeviceReading *const reading = item->reading();
             const QString name = FeatureKinds::nodeName(node);
             if (name == QLatin1String("TriggerSoftware")) {
-                (*command)();
+                NodeWrites::execute(reading, node);
                 return;
             }
             const QScopedValueRollback<bool> busy(commandBusy, true);
-            runCommand(name, node);
+            runCommand(name, node, reading);
         },
         logGenICam, logFault);
     if (self)
@@ -375,7 +377,7 @@ void FeatureTreeView::onCommandClicked()
 
 /// A reset goes through the host, which loses the device by it. The host and whoever hears of a command may close the
 /// device or delete the view before they return.
-void FeatureTreeView::runCommand(const QString &name, GenApi::INode *node)
+void FeatureTreeView::runCommand(const QString &name, GenApi::INode *node, DeviceReading *reading)
 {
     const QPointer<FeatureEditDelegate> silenced(m_delegate);
     const bool wasSilent = m_delegate->blockSignals(true);
@@ -392,6 +394,6 @@ void FeatureTreeView::runCommand(const QString &name, GenApi::INode *node)
     Q_EMIT commandExecute(name);
     if (!silenced || silenced->dataDisabled)
         return;
-    GenApi::CCommandPtr(node)->Execute();
+    NodeWrites::execute(reading, node);
     QThread::msleep(CommandPauseMs);
 }

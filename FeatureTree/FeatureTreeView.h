@@ -91,7 +91,7 @@ private:
     void updateAllVisibility();
     void dropUneditable();
     void onCommandClicked();
-    void runCommand(const QString &name, GenApi::INode *node);
+    void runCommand(const QString &name, GenApi::INode *node, DeviceReading *reading);
 
     QTimer *m_refreshTimer;
     QTimer *m_passTimer; ///< runs while a pass is due

@@ -12,6 +12,7 @@
 #include "Features/NodeGuard.h"
 #include "Features/ValueKind.h"
 #include "PanelBase/HostCall.h"
+#include "PanelBase/NodeWrites.h"
 
 namespace {
 
@@ -184,7 +185,7 @@ void TreeItem::write(int column, const QVariant &value, QVariant &old)
         old = storedData(column); // for a device that does not even read
         old = kind.read(m_feature);
     }
-    if (!kind.write(m_feature, value))
+    if (!NodeWrites::writeValue(reading(), m_feature, value))
         return;
     QThread::msleep(SettleMs);
     if (!isReadable)

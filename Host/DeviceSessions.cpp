@@ -86,6 +86,10 @@ void DeviceSessions::close(const QString &id)
     m_openings.cancel(id);
     if (!m_devices.isReady(id))
         return;
+    if (const auto held = m_held.find(id); held != m_held.end()) {
+        held->isClosed = true;
+        return;
+    }
     m_devices.setState(id, KnownDevices::State::Closing);
     m_closings += id;
     announce(id);
@@ -96,9 +100,40 @@ void DeviceSessions::adoptLoss(const QString &id, const QString &reason)
 {
     if (!m_devices.isReady(id))
         return;
+    if (const auto held = m_held.find(id); held != m_held.end()) {
+        held->loss = held->loss.value_or(reason);
+        return;
+    }
     m_log.add(HostModule, QStringLiteral("Device %1 is lost: %2").arg(id, reason));
     Q_EMIT lost(id);
     close(id);
+}
+
+bool DeviceSessions::hold(const QString &id)
+{
+    if (!m_devices.isReady(id))
+        return false;
+    ++m_held[id].holds;
+    return true;
+}
+
+void DeviceSessions::release(const QString &id)
+{
+    const auto held = m_held.find(id);
+    if (held == m_held.end() || --held->holds > 0)
+        return;
+    const Held due = *held;
+    m_held.erase(held);
+    if (due.loss)
+        adoptLoss(id, *due.loss);
+    else if (due.isClosed)
+        close(id);
+}
+
+bool DeviceSessions::isEndAwaited(const QString &id) const
+{
+    const auto held = m_held.find(id);
+    return held != m_held.end() && held->isEndAwaited();
 }
 
 bool DeviceSessions::startAcquisition(const QString &id)

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -40,6 +42,13 @@ public:
     /// Panels have still to adopt what became of devices; until then one may stand in for another.
     bool isAnnouncing() const { return m_announcer && !m_announcer->isIdle(); }
 
+    /// For SessionHold: defers the loss and the closing of a device until each call has its release(). False, without
+    /// effect, when the device is not ready.
+    bool hold(const QString &id);
+    void release(const QString &id);
+    /// A loss or a closing is deferred.
+    bool isEndAwaited(const QString &id) const;
+
     /// How far the devices are that are being opened.
     const Openings &openings() const { return m_openings; }
 
@@ -56,6 +65,16 @@ Q_SIGNALS:
     void releasing(const QString &id);
 
 private:
+    /// What waits for the end of the holds of a device.
+    struct Held
+    {
+        int holds = 0;
+        bool isClosed = false;
+        std::optional<QString> loss; ///< its reason
+
+        bool isEndAwaited() const { return isClosed || loss; }
+    };
+
     void finishOpening(const QString &id, bool cancelled);
     void adoptAcquiring(const QString &id);
     void adoptLoss(const QString &id, const QString &reason);
@@ -71,5 +90,6 @@ private:
     HostLog &m_log;
     std::unique_ptr<DeviceAnnouncer> m_announcer; ///< null in the end
     Openings m_openings;
+    QHash<QString, Held> m_held;
     QStringList m_closings; ///< announced as closed, not seen by every panel yet
 };

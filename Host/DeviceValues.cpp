@@ -24,28 +24,30 @@ GenApi::INodeMap *DeviceValues::nodeMap(HostCore::FOCUS_TYPE type, const QString
 bool DeviceValues::read(const QString &id, const QString &node, QString *value)
 {
     return access(id, QStringLiteral("Reading %1 of %2 failed: %3").arg(node),
-                  [&](GenApi::INodeMap &map) { *value = readNodeText(map, node); });
+                  [&](GenApi::INodeMap &map) { *value = readNodeText(map, node); })
+        .isEmpty();
 }
 
 bool DeviceValues::write(const QString &id, const QString &node, const QString &value)
 {
-    const bool isWritten = access(id, QStringLiteral("Writing %1 of %2 failed: %3").arg(node),
-                                  [&](GenApi::INodeMap &map) { writeNodeText(map, node, value); });
-    if (isWritten && node == UserSetLoad)
+    const QString refusal = access(id, QStringLiteral("Writing %1 of %2 failed: %3").arg(node),
+                                   [&](GenApi::INodeMap &map) { writeNodeText(map, node, value); });
+    Q_EMIT written(id, node, value, refusal);
+    if (refusal.isEmpty() && node == UserSetLoad)
         Q_EMIT userSetLoaded(id);
-    return isWritten;
+    return refusal.isEmpty();
 }
 
-bool DeviceValues::access(const QString &id, const QString &failure,
-                          const std::function<void(GenApi::INodeMap &)> &whatToDo)
+QString DeviceValues::access(const QString &id, const QString &failure,
+                             const std::function<void(GenApi::INodeMap &)> &whatToDo)
 {
     // A device that is closing answers until its panels have gone.
     const Device *known = m_devices.device(id);
     QString error = QStringLiteral("the device is not open");
     if (known && known->nodeMap() && guarded(&error, [&] { whatToDo(*known->nodeMap()); }))
-        return true;
+        return {};
     m_log.add(HostModule, failure.arg(id, error));
-    return false;
+    return error.isEmpty() ? failure : error;
 }
 
 ImagePlace DeviceValues::imagePlace(const QString &id) const

@@ -40,10 +40,13 @@ public:
 Q_SIGNALS:
     /// The device has got other settings by a write.
     void userSetLoaded(const QString &id);
+    /// A write has ended: `value` as it was given, and why it was refused, or an empty text.
+    void written(const QString &id, const QString &node, const QString &value, const QString &refusal);
 
 private:
-    /// `failure` has places %1 and %2 left for the id and the reason.
-    bool access(const QString &id, const QString &failure, const std::function<void(GenApi::INodeMap &)> &whatToDo);
+    /// What has prevented it, which is logged; empty if nothing. `failure` has places %1 and %2 left for the id and the
+    /// reason.
+    QString access(const QString &id, const QString &failure, const std::function<void(GenApi::INodeMap &)> &whatToDo);
 
     const KnownDevices &m_devices;
     HostLog &m_log;

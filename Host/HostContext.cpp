@@ -29,7 +29,8 @@ HostContext::HostContext(Options options, QObject *parent)
       m_silentDevices(m_devices, m_sessions),
       m_deviceReturn(m_devices, m_sessions, *m_settings, std::move(options.clock)),
       m_automaticSearch(m_devices, *m_settings), m_infoItems(m_devices, *m_settings), m_values(m_devices, m_log),
-      m_panelRegions(m_devices, m_values, m_regions, m_log), m_profilerRegions(m_devices, m_values, m_regions, m_log),
+      m_writes(m_devices), m_panelRegions(m_devices, m_values, m_regions, m_log),
+      m_profilerRegions(m_devices, m_values, m_regions, m_log),
       m_profilerHeights(m_devices, m_sessions, m_values, m_log),
       m_automaticRange(m_devices, m_sessions, m_infoItems, m_listeners), m_showModes(m_devices, m_sessions, m_log)
 {
@@ -42,6 +43,10 @@ void HostContext::connectParts()
     connect(&m_deviceReturn, &DeviceReturn::awaitingChanged, &m_automaticSearch, &AutomaticSearch::setHurried);
     connect(&m_sessions, &DeviceSessions::releasing, &m_regions, &ImageRegions::removeAll);
     connect(&m_values, &DeviceValues::userSetLoaded, &m_profilerRegions, &ProfilerRegions::showDevice);
+    connect(&m_values, &DeviceValues::written, this,
+            [this](const QString &id, const QString &node, const QString &value, const QString &refusal) {
+                m_writes.add(id, node, value, refusal);
+            });
     connect(&m_devices, &KnownDevices::restarted, this, [this](const QString &id) {
         m_profilerRegions.showDevice(id);
         m_listeners.raiseImport(id);

@@ -14,6 +14,7 @@
 #include "Host/DeviceReturn.h"
 #include "Host/DeviceSessions.h"
 #include "Host/DeviceValues.h"
+#include "Host/DeviceWrites.h"
 #include "Host/HostFocus.h"
 #include "Host/HostListeners.h"
 #include "Host/HostLog.h"
@@ -67,6 +68,8 @@ public:
     HostFocus &focus() { return m_focus; }
     InfoItems &infoItems() { return m_infoItems; }
     DeviceValues &values() { return m_values; }
+    DeviceWrites &writes() { return m_writes; }
+    WriteLog &writeLog() { return m_writes.log(); }
 
     ImageRegions &regions() { return m_regions; }
     PanelRegions &panelRegions() { return m_panelRegions; }
@@ -96,6 +99,7 @@ private:
     AutomaticSearch m_automaticSearch;
     InfoItems m_infoItems;
     DeviceValues m_values;
+    DeviceWrites m_writes;
     ImageRegions m_regions;
     PanelRegions m_panelRegions;
     ProfilerRegions m_profilerRegions;

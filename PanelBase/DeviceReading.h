@@ -55,6 +55,7 @@ public:
 
     /// What log lines call the device.
     void setDeviceName(const QString &device) { m_deviceName = device; }
+    const QString &deviceName() const { return m_deviceName; }
 
     /// Whether something may be read now that can wait: the device answers and there is time left in this turn.
     bool hasTime();
@@ -99,6 +100,9 @@ Q_SIGNALS:
     void silenced();
     /// It answers again. Never during a read.
     void revived();
+    /// A feature was just written, or refused to be, by the functions of NodeWrites, which say what they tell. Raised
+    /// in the middle of that write.
+    void written(const QString &device, const QString &feature, const QString &value, const QString &refusal);
 
 private:
     using Clock = ReadingTime::Clock;

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "PanelBase/Guarded.h"
+#include "PanelBase/NodeWrites.h"
 #include "ParamterWnd/HostCore.h"
 
 namespace {
@@ -86,9 +87,14 @@ constexpr NameVariants NodeNameVariants[] = {
 
 int SetCameraEnumNodeValue(QString device, QString nodeName, int value)
 {
+    return SetCameraEnumNodeValue(nullptr, device, nodeName, value);
+}
+
+int SetCameraEnumNodeValue(DeviceReading *reading, QString device, QString nodeName, int value)
+{
     const Feature<GenApi::CEnumerationPtr> feature{device, nodeName, GenApi::intfIEnumeration, WriteCodes};
-    return feature.access([value](const GenApi::CEnumerationPtr &enumeration) {
-        enumeration->SetIntValue(value, true);
+    return feature.access([=](const GenApi::CEnumerationPtr &enumeration) {
+        NodeWrites::writeEntry(reading, enumeration->GetNode(), value);
         enumeration->GetIntValue(true, true);
         return 0;
     });
@@ -96,9 +102,14 @@ int SetCameraEnumNodeValue(QString device, QString nodeName, int value)
 
 int ExecCameraCommandNode(QString device, QString nodeName)
 {
+    return ExecCameraCommandNode(nullptr, device, nodeName);
+}
+
+int ExecCameraCommandNode(DeviceReading *reading, QString device, QString nodeName)
+{
     const Feature<GenApi::CCommandPtr> feature{device, nodeName, GenApi::intfICommand, WriteCodes};
-    return feature.access([](const GenApi::CCommandPtr &command) {
-        command->Execute(true);
+    return feature.access([reading](const GenApi::CCommandPtr &command) {
+        NodeWrites::execute(reading, command->GetNode());
         return 0;
     });
 }
@@ -132,10 +143,15 @@ int GetCameraIntNodeInfo(QString device, QString nodeName, int &value, int &min,
 
 int SetCameraIntNodeValue(QString device, QString nodeName, int value)
 {
-    return integerFeature(device, nodeName).access([value](const GenApi::CIntegerPtr &number) {
+    return SetCameraIntNodeValue(nullptr, device, nodeName, value);
+}
+
+int SetCameraIntNodeValue(DeviceReading *reading, QString device, QString nodeName, int value)
+{
+    return integerFeature(device, nodeName).access([=](const GenApi::CIntegerPtr &number) {
         if (!isOneOf(number->GetAccessMode(), GenApi::WO, GenApi::RW))
             return AccessRefused;
-        number->SetValue(value, true);
+        NodeWrites::writeValue(reading, number->GetNode(), value);
         return 0;
     });
 }

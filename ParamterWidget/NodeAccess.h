@@ -5,8 +5,12 @@
 
 #include <GenApi/GenApi.h>
 
+class DeviceReading;
+
 /// Single accesses to features of a camera by name, for user actions rather than loops: every call asks the
 /// host for the camera's node map and looks the node up again. GUI thread only.
+///
+/// Writes with a `reading` are told by it (NodeWrites).
 ///
 /// All return 0 on success, -1 when the host has no node map for the device, and other negative codes as said
 /// at the function. Nothing is logged and no exception leaves them.
@@ -14,9 +18,11 @@
 /// Selects the entry with the integer value `value` and reads it back. -4: no such node; -6: no enumeration;
 /// -5: the node lacks the interface of its type; -7: GenICam refused.
 int SetCameraEnumNodeValue(QString device, QString nodeName, int value);
+int SetCameraEnumNodeValue(DeviceReading *reading, QString device, QString nodeName, int value);
 
 /// Starts a command without waiting for its end. Codes as SetCameraEnumNodeValue().
 int ExecCameraCommandNode(QString device, QString nodeName);
+int ExecCameraCommandNode(DeviceReading *reading, QString device, QString nodeName);
 
 /// Reads a float feature in its own unit; `inc` is 0.001 for a feature without increment. -2: no such node;
 /// -4: no float; -3: not readable; -5: GenICam refused, with the outputs read so far written.
@@ -38,6 +44,7 @@ struct IntegerInfo
 /// Writes an integer feature with verification. -2: no such node; -3: not writable; -4: GenICam refused.
 /// A node of another type gives 0 and is not written.
 int SetCameraIntNodeValue(QString device, QString nodeName, int value);
+int SetCameraIntNodeValue(DeviceReading *reading, QString device, QString nodeName, int value);
 
 /// The node that stands for one of the features "ExposureTime", "GammaEnable", "Gain", "TriggerDelay" and
 /// "AcquisitionFrameRate" under the name that this camera gives it (plain, or an Abs or Raw variant); null when

@@ -131,6 +131,7 @@ void ParamterWidget::connectControls()
         for (ToolPageWidgetItem *row : std::as_const(m_context.rows))
             row->showSilence();
     });
+    connect(m_context.reading.get(), &DeviceReading::written, this, &ParamterWidget::written);
     connect(m_context.reading.get(), &DeviceReading::revived, this, [this] {
         for (ToolPageWidgetItem *row : std::as_const(m_context.rows))
             row->updateWidget(false);
@@ -307,8 +308,9 @@ int ParamterWidget::getCameraNodeInfo(QString nodeName, int &value, int &min, in
 
 int ParamterWidget::setCameraNodeValue(QString nodeName, int value)
 {
+    DeviceReading *const reading = m_context.reading.get();
     const int result =
-        m_context.reading->writeByName([&] { return SetCameraIntNodeValue(m_context.deviceName, nodeName, value); });
+        reading->writeByName([&] { return SetCameraIntNodeValue(reading, m_context.deviceName, nodeName, value); });
     m_context.written();
     return result;
 }

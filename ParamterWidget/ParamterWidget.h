@@ -143,6 +143,10 @@ public Q_SLOTS:
     void on2DGrabOutputChanged(int index, bool status);
     void on2DShowTypeChanged(int index);
 
+Q_SIGNALS:
+    /// As ParamterWnd::written().
+    void written(const QString &device, const QString &feature, const QString &value, const QString &refusal);
+
 private:
     void connectControls();
     void buildTab(const TabSpec &tab, CToolBox *toolBox, GenApi::INodeMap *nodeMap);

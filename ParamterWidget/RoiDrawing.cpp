@@ -230,8 +230,8 @@ void RoiDrawing::write(const char *feature, int value)
 {
     const QString name = QString::fromLatin1(feature);
     const auto set = [&](int number) {
-        return m_context.reading->writeByName(
-            [&] { return SetCameraIntNodeValue(m_context.deviceName, name, number); });
+        DeviceReading *const reading = m_context.reading.get();
+        return reading->writeByName([&] { return SetCameraIntNodeValue(reading, m_context.deviceName, name, number); });
     };
     const int result = set(value);
     if (result == 0 || result == NoSuchFeature)

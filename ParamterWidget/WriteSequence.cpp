@@ -25,8 +25,9 @@ QString refusal(PanelContext &context, const NodeWrite &write)
     const QString feature = QString::fromLatin1(write.feature);
     const bool isCommand = write.entry == NodeWrite::Command;
     const int result = context.reading->writeByName([&] {
-        return isCommand ? ExecCameraCommandNode(context.deviceName, feature)
-                         : SetCameraEnumNodeValue(context.deviceName, feature, write.entry);
+        DeviceReading *const reading = context.reading.get();
+        return isCommand ? ExecCameraCommandNode(reading, context.deviceName, feature)
+                         : SetCameraEnumNodeValue(reading, context.deviceName, feature, write.entry);
     });
     if (!context.reading->isSilent() && (result == 0 || result == NoDevice || result == NoFeature))
         return {};

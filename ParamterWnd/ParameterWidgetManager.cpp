@@ -213,6 +213,7 @@ ParamterWidget *ParameterWidgetManager::createPanel()
     auto *const panel = new ParamterWidget(this);
     // Without this it would appear together with a manager that is shown later.
     panel->hide();
+    connect(panel, &ParamterWidget::written, this, &ParameterWidgetManager::written);
     return panel;
 }
 

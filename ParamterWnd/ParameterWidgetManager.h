@@ -54,6 +54,10 @@ public Q_SLOTS:
                          bool &status);
     void onImportChanged(QString id);
 
+Q_SIGNALS:
+    /// As ParamterWnd::written().
+    void written(const QString &device, const QString &feature, const QString &value, const QString &refusal);
+
 private:
     using PanelMap = QMap<QString, ParamterWidget *>;
 

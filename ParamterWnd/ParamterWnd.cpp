@@ -14,8 +14,10 @@ ParamterWnd::ParamterWnd(QWidget *parent) : QWidget(parent), m_ui(std::make_uniq
     setWindowTitle(QCoreApplication::translate("ParamterWnd", "Form"));
     setAttribute(Qt::WA_TranslucentBackground);
     new WindowColours(this);
-    m_manager = new ParameterWidgetManager(this);
-    m_manager->setAutoFillBackground(true); // the window itself lets the host's colour through
+    auto *const manager = new ParameterWidgetManager(this);
+    manager->setAutoFillBackground(true); // the window itself lets the host's colour through
+    connect(manager, &ParameterWidgetManager::written, this, &ParamterWnd::written);
+    m_manager = manager;
     m_ui->verticalLayout->addWidget(m_manager);
 }
 

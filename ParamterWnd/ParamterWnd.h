@@ -45,6 +45,17 @@ public:
     /// Takes no action.
     void setDefaultParameterWndMode(int mode);
 
+Q_SIGNALS:
+    /// The window has written a feature itself, through the node map that the host lent, or was refused to. `device` is
+    /// the host's key; `value` the text of the value as settings files hold it, empty for a command; `refusal` what the
+    /// device or its node map says when it refuses, else empty. What the window refuses by itself is no write. Writes
+    /// by HostCore::SetCameraNodeValue() are not told: the host makes those. Together the two are all writes, each
+    /// once, in their order.
+    ///
+    /// Raised on the GUI thread as soon as the write has ended, before the value is read back. The window is in the
+    /// middle of it: a slot must neither close the device nor delete the window, and may read other features.
+    void written(const QString &device, const QString &feature, const QString &value, const QString &refusal);
+
 private:
     std::unique_ptr<WindowForm> m_ui;
     QWidget *m_manager;

@@ -53,6 +53,7 @@ public:
     void close() override;
     bool isOpen() const override { return m_nodes.has_value(); }
     GenApi::INodeMap *nodeMap() const override;
+    QByteArray description() const override { return m_description; }
     PortLoad portLoad() const override { return m_nodes ? m_nodes->load() : PortLoad(); }
 
     bool startAcquisition(QString *error) override;

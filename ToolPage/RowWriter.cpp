@@ -5,6 +5,7 @@
 #include <QThread>
 
 #include "Features/ValueKind.h"
+#include "PanelBase/NodeWrites.h"
 #include "PanelBase/NumberField.h"
 #include "PanelBase/TranslationTables.h"
 #include "ToolPage/EditorFocus.h"
@@ -45,7 +46,7 @@ bool RowWriter::attempt(const std::function<void()> &write)
 
 /// Writes what was entered in a field with `write`, which returns the device's value after the write.
 template <class Field, class Number>
-bool RowWriter::commit(Field *field, Number (*write)(GenApi::INode *node, Number number))
+bool RowWriter::commit(Field *field, Number (*write)(DeviceReading *reading, GenApi::INode *node, Number number))
 {
     if (!field || !field->isEnabled() || !(field->isWanted() || field->hasFocus()))
         return false;
@@ -62,7 +63,7 @@ bool RowWriter::commit(Field *field, Number (*write)(GenApi::INode *node, Number
         return false;
     }
     const auto exchange = [&] {
-        const Number taken = write(m_feature->node(), *entered);
+        const Number taken = write(m_feature->reading(), m_feature->node(), *entered);
         field->load(taken, shownBy(field, taken));
     };
     if (!attempt(exchange)) {
@@ -77,19 +78,20 @@ bool RowWriter::commit(Field *field, Number (*write)(GenApi::INode *node, Number
 
 bool RowWriter::writeInteger(QObject *editor)
 {
-    return commit<IntegerField, qint64>(dynamic_cast<IntegerField *>(editor), [](GenApi::INode *node, qint64 number) {
-        const ValueKind &kind = valueKind(node);
-        kind.write(node, number);
-        return kind.readFresh(node).toLongLong();
-    });
+    return commit<IntegerField, qint64>(dynamic_cast<IntegerField *>(editor),
+                                        [](DeviceReading *reading, GenApi::INode *node, qint64 number) {
+                                            NodeWrites::writeValue(reading, node, number);
+                                            return valueKind(node).readFresh(node).toLongLong();
+                                        });
 }
 
 bool RowWriter::writeReal(QObject *editor)
 {
-    return commit<RealField, double>(dynamic_cast<RealField *>(editor), [](GenApi::INode *node, double number) {
-        GenApi::CFloatPtr(node)->SetValue(number, true); // in double precision, unlike an edit in the tree
-        return valueKind(node).readFresh(node).toDouble();
-    });
+    return commit<RealField, double>(
+        dynamic_cast<RealField *>(editor), [](DeviceReading *reading, GenApi::INode *node, double number) {
+            NodeWrites::writeReal(reading, node, number); // in double precision, unlike an edit in the tree
+            return valueKind(node).readFresh(node).toDouble();
+        });
 }
 
 bool RowWriter::writeSwitch(const SwitchButton *button)
@@ -98,10 +100,9 @@ bool RowWriter::writeSwitch(const SwitchButton *button)
         GenApi::INode *const node = m_feature->node();
         if (!button || !GenApi::CBooleanPtr(node).IsValid())
             return;
-        const ValueKind &kind = valueKind(node);
-        kind.write(node, button->isOn());
+        NodeWrites::writeValue(m_feature->reading(), node, button->isOn());
         QThread::msleep(SettleMs);
-        kind.readFresh(node);
+        valueKind(node).readFresh(node);
     });
 }
 
@@ -109,8 +110,7 @@ bool RowWriter::writeEntry(QComboBox *comboBox, const QString &text)
 {
     const bool isWritten = attempt([&] {
         GenApi::INode *const node = m_feature->node(); // what the write brings about may release it here
-        const GenApi::CEnumerationPtr enumeration(node);
-        enumeration->FromString(symbolicOf(text).toUtf8().constData(), true); // refused when it is no entry
+        NodeWrites::writeEntry(m_feature->reading(), node, symbolicOf(text));
         QThread::msleep(SettleMs);
         valueKind(node).readFresh(node);
     });
@@ -121,16 +121,15 @@ bool RowWriter::writeEntry(QComboBox *comboBox, const QString &text)
 
 bool RowWriter::execute()
 {
-    return attempt([this] { GenApi::CCommandPtr(m_feature->node())->Execute(true); });
+    return attempt([this] { NodeWrites::execute(m_feature->reading(), m_feature->node()); });
 }
 
 void RowWriter::writeShownReal()
 {
     attempt([this] {
         GenApi::INode *const node = m_feature->node();
-        const GenApi::CFloatPtr number(node);
         const auto *field = dynamic_cast<RealField *>(m_control->editor());
         if (field && node && node->GetPrincipalInterfaceType() == GenApi::intfIFloat && GenApi::IsReadable(node))
-            number->SetValue(field->entered().value_or(field->number()), true);
+            NodeWrites::writeReal(m_feature->reading(), node, field->entered().value_or(field->number()));
     });
 }

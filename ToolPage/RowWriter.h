@@ -5,6 +5,7 @@
 
 #include <GenApi/GenApi.h>
 
+class DeviceReading;
 class EditorFocus;
 class QComboBox;
 class QObject;
@@ -39,7 +40,7 @@ public:
 private:
     bool attempt(const std::function<void()> &write);
     template <class Field, class Number>
-    bool commit(Field *field, Number (*write)(GenApi::INode *node, Number number));
+    bool commit(Field *field, Number (*write)(DeviceReading *reading, GenApi::INode *node, Number number));
 
     RowFeature *m_feature;
     RowControl *m_control;

@@ -13,7 +13,7 @@
 
 namespace {
 
-enum Menu { DeviceMenu, ViewMenu, DeveloperMenu, DefaultModeMenu, LanguageMenu, HelpMenu };
+enum Menu { FileMenu, RecentMenu, DeviceMenu, ViewMenu, DeveloperMenu, DefaultModeMenu, LanguageMenu, HelpMenu };
 
 struct MenuSpec
 {
@@ -22,6 +22,8 @@ struct MenuSpec
 };
 
 constexpr MenuSpec Menus[] = {
+    {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&File")},
+    {FileMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Load &Recent Settings")},
     {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&Device")},
     {-1, QT_TRANSLATE_NOOP("ViewerCommands", "&View")},
     {ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Developer")},
@@ -52,10 +54,19 @@ struct CommandSpec
 };
 
 constexpr CommandSpec Commands[] = {
-    {Command::Refresh, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Refresh Devices"), "F5", Glyph::Refresh,
-     InToolBar, QT_TRANSLATE_NOOP("ViewerCommands", "Search the network and the USB ports for cameras")},
-    {Command::OpenFile, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "Open Description &File..."), "Ctrl+O",
+    {Command::OpenFile, FileMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Open Description File..."), "Ctrl+O",
      Glyph::File, InToolBar, QT_TRANSLATE_NOOP("ViewerCommands", "Open a GenICam camera description without a camera")},
+    {Command::SaveSettings, FileMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Save Settings..."), "Ctrl+S", Glyph::Save,
+     InToolBar | OfDevice | Separated,
+     QT_TRANSLATE_NOOP("ViewerCommands", "Save the settings of the selected device in a file")},
+    {Command::LoadSettings, FileMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Load Settings..."), "Ctrl+L", Glyph::Load,
+     InToolBar | OfDevice, QT_TRANSLATE_NOOP("ViewerCommands", "Load settings from a file into the selected device")},
+    {Command::CompareSettings, FileMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Compare Settings..."), "Ctrl+D",
+     Glyph::Compare, InToolBar, QT_TRANSLATE_NOOP("ViewerCommands", "Compare the settings of devices and files")},
+    {Command::Quit, FileMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Quit"), "Ctrl+Q", Glyph::None, Separated, ""},
+
+    {Command::Refresh, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Refresh Devices"), "F5", Glyph::Refresh,
+     InToolBar | Separated, QT_TRANSLATE_NOOP("ViewerCommands", "Search the network and the USB ports for cameras")},
     {Command::OpenDevice, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Open"), "Ctrl+E", Glyph::Open,
      InToolBar | OfDevice | Separated, QT_TRANSLATE_NOOP("ViewerCommands", "Open the selected device")},
     {Command::CloseDevice, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Close"), "Ctrl+W", Glyph::Close,
@@ -65,7 +76,6 @@ constexpr CommandSpec Commands[] = {
      QT_TRANSLATE_NOOP("ViewerCommands", "Let the selected camera acquire images")},
     {Command::StopAcquisition, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "S&top Acquisition"), "F7", Glyph::Stop,
      InToolBar | OfDevice, QT_TRANSLATE_NOOP("ViewerCommands", "Stop acquiring images")},
-    {Command::Quit, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Quit"), "Ctrl+Q", Glyph::None, Separated, ""},
 
     {Command::ZoomFit, ViewMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Fit Image"), "Ctrl+0", Glyph::ZoomFit,
      InToolBar | Separated, QT_TRANSLATE_NOOP("ViewerCommands", "Show the whole image")},
@@ -143,7 +153,13 @@ void ViewerCommands::addActions(QToolBar *toolBar)
 {
     for (int row = 0; row < int(std::size(Commands)); ++row)
         addAction(row, toolBar);
+    m_menus[FileMenu]->insertMenu(action(Command::CompareSettings), m_menus[RecentMenu]);
     m_menus[DeveloperMenu]->addMenu(m_menus[DefaultModeMenu]);
+}
+
+QMenu *ViewerCommands::recentMenu() const
+{
+    return m_menus[RecentMenu];
 }
 
 void ViewerCommands::showDeveloperMenu()

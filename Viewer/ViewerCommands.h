@@ -15,6 +15,9 @@ enum class Command {
     OpenDevice,
     CloseDevice,
     OpenFile,
+    SaveSettings,
+    LoadSettings,
+    CompareSettings,
     StartAcquisition,
     StopAcquisition,
     Quit,
@@ -52,6 +55,8 @@ public:
     QAction *action(Command command) const { return m_actions.value(int(command)); }
     /// The commands of a device's context menu.
     QList<QAction *> deviceActions() const;
+    /// The menu of the settings files that were used last, empty at first.
+    QMenu *recentMenu() const;
     /// Adds the show-and-hide actions of docks and tool bars to the View menu.
     void addViewToggles(const QList<QAction *> &toggles);
     /// Adds the submenu of the switches for developers of the panel to the View menu, which lacks it otherwise.

@@ -20,6 +20,7 @@
 #include "ParamterWnd/ParamterWnd.h"
 #include "Viewer/DeviceTree.h"
 #include "Viewer/DeviceViews.h"
+#include "Viewer/FileDrop.h"
 #include "Viewer/FrameStatus.h"
 #include "Viewer/GlyphIcons.h"
 #include "Viewer/HostSwitches.h"
@@ -28,7 +29,9 @@
 #include "Viewer/LoadStatus.h"
 #include "Viewer/LogModel.h"
 #include "Viewer/LogView.h"
+#include "Viewer/SettingsCommands.h"
 #include "Viewer/ViewerCommands.h"
+#include "Viewer/WriteLogDock.h"
 
 namespace {
 
@@ -100,6 +103,10 @@ void ViewerWindow::buildDocks()
     m_deviceDock = addDock(QStringLiteral("deviceDock"), Qt::LeftDockWidgetArea, m_devices);
     m_panelDock = addDock(QStringLiteral("panelDock"), Qt::RightDockWidgetArea, m_panel);
     m_logDock = addDock(QStringLiteral("logDock"), Qt::BottomDockWidgetArea, m_log);
+    m_writeLogDock = new WriteLogDock(m_context.writeLog(), this);
+    addDockWidget(Qt::BottomDockWidgetArea, m_writeLogDock);
+    tabifyDockWidget(m_logDock, m_writeLogDock);
+    m_writeLogDock->hide();
     m_panel->setMinimumSize(PanelMinimumWidth, PanelMinimumHeight);
     m_devices->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_devices, &QWidget::customContextMenuRequested, this, &ViewerWindow::showDeviceMenu);
@@ -115,13 +122,16 @@ void ViewerWindow::buildCommands()
     toolBar->setMovable(false);
     m_commands = new ViewerCommands(menuBar(), toolBar);
     m_commands->addViewToggles({m_deviceDock->toggleViewAction(), m_panelDock->toggleViewAction(),
-                                m_logDock->toggleViewAction(), toolBar->toggleViewAction()});
+                                m_logDock->toggleViewAction(), m_writeLogDock->toggleViewAction(),
+                                toolBar->toggleViewAction()});
     m_commands->action(Command::ShowCommonTab)->setChecked(true);
     m_commands->action(Command::ShowAttributeTab)->setChecked(true);
     m_commands->action(Command::DefaultMode0)->setChecked(true);
     connect(m_commands, &ViewerCommands::triggered, this, &ViewerWindow::run);
     new HostSwitches(m_context, *m_commands);
     new LinkFaults(*m_devices, *m_commands);
+    m_settings = new SettingsCommands(m_context, *m_devices, *m_commands, this);
+    connect(new FileDrop(this), &FileDrop::dropped, this, &ViewerWindow::take);
 }
 
 void ViewerWindow::connectHost()
@@ -138,6 +148,10 @@ void ViewerWindow::connectHost()
     });
     connect(&m_context.deviceReturn(), &DeviceReturn::returningChanged, m_panel,
             [this](const QStringList &ids) { m_panel->setProperty(ReturningDevices, ids); });
+    connect(m_panel, &ParamterWnd::written, &m_context,
+            [this](const QString &device, const QString &feature, const QString &value, const QString &refusal) {
+                m_context.writes().add(device, feature, value, refusal);
+            });
     connect(&m_context.log(), &HostLog::lineAdded, this,
             [this](const QDateTime &time, const QString &module, const QString &message) {
                 m_log->log().append(time, module, message);
@@ -189,7 +203,7 @@ void ViewerWindow::run(Command command, bool checked)
         return useLanguage(QStringLiteral("Chinese"));
     case Command::About:
         return showAbout();
-    default: // HostSwitches and LinkFaults do the others
+    default: // HostSwitches, LinkFaults and SettingsCommands do the others
         return;
     }
 }
@@ -240,6 +254,15 @@ bool ViewerWindow::openDescription(const QString &path)
         m_context.devices().add(std::move(device));
     m_devices->select(id);
     return m_context.sessions().open(id);
+}
+
+void ViewerWindow::take(const QString &file)
+{
+    const QStringList descriptions{QStringLiteral("xml"), QStringLiteral("zip")};
+    if (descriptions.contains(QFileInfo(file).suffix(), Qt::CaseInsensitive))
+        openDescription(file);
+    else
+        m_settings->load(file);
 }
 
 void ViewerWindow::openWhenKnown(const QString &id)
@@ -375,6 +398,10 @@ void ViewerWindow::restoreLayout()
 
 void ViewerWindow::closeEvent(QCloseEvent *event)
 {
+    if (m_settings->isBusy()) {
+        event->ignore();
+        return;
+    }
     m_context.settings().setValue(GeometryKey, saveGeometry());
     m_context.settings().setValue(LayoutKey, saveState());
     QMainWindow::closeEvent(event);

@@ -15,7 +15,9 @@ class LoadStatus;
 class LogView;
 class ParamterWnd;
 class QDockWidget;
+class SettingsCommands;
 class ViewerCommands;
+class WriteLogDock;
 enum class Command;
 
 /// The main window of the demo host: devices, image, the parameter panel, log.
@@ -34,6 +36,8 @@ public:
     /// Opens and selects a device as soon as it is known.
     void openWhenKnown(const QString &id);
     void useLanguage(const QString &language);
+    /// Opens a camera description, or loads settings into the current device.
+    void take(const QString &file);
 
     HostContext &host() { return m_context; }
     DeviceTree &devices() { return *m_devices; }
@@ -44,6 +48,7 @@ public:
     LogView &log() { return *m_log; }
     ParamterWnd &panel() { return *m_panel; }
     ViewerCommands &commands() { return *m_commands; }
+    SettingsCommands &settingsCommands() { return *m_settings; }
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -81,8 +86,10 @@ private:
     LogView *m_log;
     ParamterWnd *m_panel;
     ViewerCommands *m_commands = nullptr;
+    SettingsCommands *m_settings = nullptr;
     QDockWidget *m_deviceDock = nullptr;
     QDockWidget *m_panelDock = nullptr;
     QDockWidget *m_logDock = nullptr;
+    WriteLogDock *m_writeLogDock = nullptr;
     QString m_pendingId; ///< to be opened once it is known
 };

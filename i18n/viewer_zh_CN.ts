@@ -2,6 +2,112 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CompareDialog</name>
+    <message>
+        <source>not there</source>
+        <translation>不存在</translation>
+    </message>
+    <message>
+        <source>Compare Settings</source>
+        <translation>比较设置</translation>
+    </message>
+    <message>
+        <source>Copy to the &amp;Right</source>
+        <translation>复制到右侧(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Copy to the &amp;Left</source>
+        <translation>复制到左侧(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Copy from the Left to &amp;All of the Model</source>
+        <translation>从左侧复制到所有同型号设备(&amp;A)</translation>
+    </message>
+    <message>
+        <source>L&amp;eft:</source>
+        <translation>左侧(&amp;E)：</translation>
+    </message>
+    <message>
+        <source>R&amp;ight:</source>
+        <translation>右侧(&amp;I)：</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>左侧</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>右侧</translation>
+    </message>
+    <message>
+        <source>copied</source>
+        <translation>已复制</translation>
+    </message>
+    <message>
+        <source>Choose what is to be compared.</source>
+        <translation>请选择要比较的对象。</translation>
+    </message>
+    <message>
+        <source>No differences.</source>
+        <translation>没有差异。</translation>
+    </message>
+    <message>
+        <source>Settings that differ: %1</source>
+        <translation>不同的设置：%1</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>关闭(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSettings</name>
+    <message>
+        <source>%1 was closed or lost while its settings were read.</source>
+        <translation>读取设置时，%1 已被关闭或丢失。</translation>
+    </message>
+    <message>
+        <source>Reading the settings of %1 was cancelled.</source>
+        <translation>已取消读取 %1 的设置。</translation>
+    </message>
+    <message>
+        <source>Settings of %1</source>
+        <translation>%1 的设置</translation>
+    </message>
+    <message>
+        <source>%1 is not open.</source>
+        <translation>%1 未打开。</translation>
+    </message>
+    <message>
+        <source>Reading settings...</source>
+        <translation>正在读取设置...</translation>
+    </message>
+    <message>
+        <source>Reading what the device has...</source>
+        <translation>正在读取设备的当前值...</translation>
+    </message>
+    <message>
+        <source>Writing settings...</source>
+        <translation>正在写入设置...</translation>
+    </message>
+    <message>
+        <source>Reading back...</source>
+        <translation>正在回读...</translation>
+    </message>
+    <message>
+        <source>%1: settings written: %2, did not take: %3.</source>
+        <translation>%1：已写入 %2 项设置，未生效 %3 项。</translation>
+    </message>
+    <message>
+        <source> The device was closed or lost; not tried: %1.</source>
+        <translation>设备已被关闭或丢失；未尝试 %1 项。</translation>
+    </message>
+    <message>
+        <source> Cancelled; not tried: %1.</source>
+        <translation>已取消；未尝试 %1 项。</translation>
+    </message>
+</context>
+<context>
     <name>DeviceTree</name>
     <message>
         <source>Simulated Cameras</source>
@@ -190,6 +296,73 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     </message>
 </context>
 <context>
+    <name>LoadDialog</name>
+    <message>
+        <source>Load Settings</source>
+        <translation>加载设置</translation>
+    </message>
+    <message>
+        <source>Acquisition is stopped for the load: start it &amp;again after it</source>
+        <translation>加载时会停止采集：加载后重新开始采集(&amp;A)</translation>
+    </message>
+    <message>
+        <source>%1, to be loaded into %2</source>
+        <translation>将 %1 加载到 %2</translation>
+    </message>
+    <message>
+        <source>&amp;Load</source>
+        <translation>加载(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Problems of the file</source>
+        <translation>文件中的问题</translation>
+    </message>
+    <message>
+        <source>In the device</source>
+        <translation>设备中</translation>
+    </message>
+    <message>
+        <source>In the file</source>
+        <translation>文件中</translation>
+    </message>
+    <message>
+        <source>%1 is not open.</source>
+        <translation>%1 未打开。</translation>
+    </message>
+    <message>
+        <source>Nothing is to be written.</source>
+        <translation>没有要写入的设置。</translation>
+    </message>
+    <message>
+        <source>written</source>
+        <translation>已写入</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>关闭(&amp;C)</translation>
+    </message>
+    <message>
+        <source>The device was closed or does not answer any more. %1</source>
+        <translation>设备已被关闭或不再响应。%1</translation>
+    </message>
+    <message>
+        <source>Cancelled. %1</source>
+        <translation>已取消。%1</translation>
+    </message>
+    <message>
+        <source>Settings to be written: %1</source>
+        <translation>将写入的设置：%1</translation>
+    </message>
+    <message>
+        <source>Written: %1. Did not take: %2. Not tried: %3.</source>
+        <translation>已写入：%1。未生效：%2。未尝试：%3。</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>取消(&amp;C)</translation>
+    </message>
+</context>
+<context>
     <name>LoadStatus</name>
     <message>
         <source>longest event %1 ms, %2 accesses/s, %3 time-outs</source>
@@ -213,10 +386,6 @@ Too large: the camera sent more than it had announced; the acquisition starts an
 </context>
 <context>
     <name>LogView</name>
-    <message>
-        <source>&amp;Copy</source>
-        <translation>复制(&amp;C)</translation>
-    </message>
     <message>
         <source>C&amp;lear Log</source>
         <translation>清空日志(&amp;L)</translation>
@@ -250,6 +419,13 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     </message>
 </context>
 <context>
+    <name>RecordTable</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
+    </message>
+</context>
+<context>
     <name>RegionEditor</name>
     <message>
         <source>Measure range: %1</source>
@@ -258,6 +434,131 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <message>
         <source>Mask %1: %2</source>
         <translation>屏蔽区域 %1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsCommands</name>
+    <message>
+        <source>Save Settings</source>
+        <translation>保存设置</translation>
+    </message>
+    <message>
+        <source>Settings files (*.txt);;All files (*)</source>
+        <translation>设置文件 (*.txt);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Load Settings</source>
+        <translation>加载设置</translation>
+    </message>
+    <message>
+        <source>Settings are loaded into an open device: open one first.</source>
+        <translation>设置只能加载到已打开的设备：请先打开一个设备。</translation>
+    </message>
+    <message>
+        <source>The file is of another model.</source>
+        <translation>该文件属于另一型号。</translation>
+    </message>
+    <message>
+        <source>File: %1
+Device: %2</source>
+        <translation>文件：%1
+设备：%2</translation>
+    </message>
+    <message>
+        <source>&amp;Show What Would Change</source>
+        <translation>显示将要更改的内容(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Settings of %2 were saved in %3: %1.</source>
+        <translation>%2 的设置已保存到 %3：共 %1 项。</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>取消(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsModel</name>
+    <message>
+        <source>Feature</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>结果</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsSource</name>
+    <message>
+        <source>File...</source>
+        <translation>文件...</translation>
+    </message>
+    <message>
+        <source>Settings File</source>
+        <translation>设置文件</translation>
+    </message>
+    <message>
+        <source>Settings files (*.txt);;All files (*)</source>
+        <translation>设置文件 (*.txt);;所有文件 (*)</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsTable</name>
+    <message>
+        <source>%1 of %2 shown</source>
+        <translation>显示 %1 / %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 shown, %3 ticked</source>
+        <translation>显示 %1 / %2，已勾选 %3</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Only what did &amp;not take</source>
+        <translation>仅显示未生效的项(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Only what &amp;differs</source>
+        <translation>仅显示不同的项(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Tick Shown</source>
+        <translation>勾选所显示的项(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Untick Shown</source>
+        <translation>取消勾选所显示的项(&amp;U)</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsWords</name>
+    <message>
+        <source>not tried</source>
+        <translation>未尝试</translation>
+    </message>
+    <message>
+        <source>the device has no such feature</source>
+        <translation>设备没有该参数</translation>
+    </message>
+    <message>
+        <source>written, but it reads back as &apos;%1&apos;</source>
+        <translation>已写入，但回读为“%1”</translation>
+    </message>
+    <message>
+        <source>written, but it cannot be read back: %1</source>
+        <translation>已写入，但无法回读：%1</translation>
     </message>
 </context>
 <context>
@@ -293,10 +594,6 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <message>
         <source>Search the network and the USB ports for cameras</source>
         <translation>在网络和 USB 端口上搜索相机</translation>
-    </message>
-    <message>
-        <source>Open Description &amp;File...</source>
-        <translation>打开描述文件(&amp;F)...</translation>
     </message>
     <message>
         <source>Open a GenICam camera description without a camera</source>
@@ -470,6 +767,42 @@ Too large: the camera sent more than it had announced; the acquisition starts an
         <source>Let the selected simulated device answer nothing</source>
         <translation>使所选模拟设备不作任何响应</translation>
     </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>文件(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Load &amp;Recent Settings</source>
+        <translation>加载最近的设置(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Open Description File...</source>
+        <translation>打开描述文件(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>&amp;Save Settings...</source>
+        <translation>保存设置(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>Save the settings of the selected device in a file</source>
+        <translation>将所选设备的设置保存到文件</translation>
+    </message>
+    <message>
+        <source>&amp;Load Settings...</source>
+        <translation>加载设置(&amp;L)...</translation>
+    </message>
+    <message>
+        <source>Load settings from a file into the selected device</source>
+        <translation>将文件中的设置加载到所选设备</translation>
+    </message>
+    <message>
+        <source>&amp;Compare Settings...</source>
+        <translation>比较设置(&amp;C)...</translation>
+    </message>
+    <message>
+        <source>Compare the settings of devices and files</source>
+        <translation>比较设备和文件的设置</translation>
+    </message>
 </context>
 <context>
     <name>ViewerWindow</name>
@@ -516,6 +849,99 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <message>
         <source>There is no device %1.</source>
         <translation>没有设备 %1。</translation>
+    </message>
+</context>
+<context>
+    <name>WalkDialog</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>取消(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>WriteLogDock</name>
+    <message>
+        <source>Save Write Log as Text</source>
+        <translation>将写入日志保存为文本</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>文本文件 (*.txt);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Save Write Log as Script</source>
+        <translation>将写入日志保存为脚本</translation>
+    </message>
+    <message>
+        <source>Shell scripts (*.sh);;All files (*)</source>
+        <translation>Shell 脚本 (*.sh);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Write Log</source>
+        <translation>写入日志</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>Search the write log</source>
+        <translation>搜索写入日志</translation>
+    </message>
+    <message>
+        <source>Save as &amp;Text...</source>
+        <translation>保存为文本(&amp;T)...</translation>
+    </message>
+    <message>
+        <source>Save a line for each write</source>
+        <translation>每次写入保存为一行</translation>
+    </message>
+    <message>
+        <source>Save as S&amp;cript...</source>
+        <translation>保存为脚本(&amp;C)...</translation>
+    </message>
+    <message>
+        <source>Save a shell script that does the writes again</source>
+        <translation>保存可重新执行这些写入的 Shell 脚本</translation>
+    </message>
+    <message>
+        <source>Clea&amp;r</source>
+        <translation>清空(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Forget all writes</source>
+        <translation>清除所有写入记录</translation>
+    </message>
+</context>
+<context>
+    <name>WriteLogModel</name>
+    <message>
+        <source>OK</source>
+        <translation>成功</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>Feature</source>
+        <translation>属性</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>结果</translation>
     </message>
 </context>
 </TS>

@@ -26,8 +26,10 @@
 #include "tour/TourLinkSteps.h"
 #include "tour/TourPageSteps.h"
 #include "tour/TourProfilerSteps.h"
+#include "tour/TourSettingsSteps.h"
 #include "tour/TourStage.h"
 #include "tour/TourStructuredLightSteps.h"
+#include "tour/TourWriteLogSteps.h"
 
 namespace {
 
@@ -182,7 +184,7 @@ bool refuseWrite(TourStage &stage)
 bool openDeveloperMenu(TourStage &stage)
 {
     QMenuBar *bar = stage.window().menuBar();
-    QAction *entry = bar->actions().at(1);
+    QAction *entry = bar->actions().at(2);
     TourHand::click(bar, bar->actionGeometry(entry).center());
     QMenu *menu = entry->menu();
     const QMenu *switches = menu->actions().last()->menu();
@@ -296,6 +298,8 @@ std::vector<TourStep> tourSteps()
         {"edit-text", editText},
         {"command", runCommand},
         {"write-refused", refuseWrite},
+    };
+    const std::vector<TourStep> views = {
         {"view-menu", hideTab},
         {"acquisition", startAcquisition},
         {"zoom", zoomImage},
@@ -310,6 +314,11 @@ std::vector<TourStep> tourSteps()
     const std::vector<TourStep> &structuredLight = tourStructuredLightSteps();
     steps.insert(steps.end(), structuredLight.begin(), structuredLight.end());
     steps.insert(steps.end(), features.begin(), features.end());
+    const std::vector<TourStep> &writes = tourWriteLogSteps();
+    steps.insert(steps.end(), writes.begin(), writes.end());
+    steps.insert(steps.end(), views.begin(), views.end());
+    const std::vector<TourStep> &settings = tourSettingsSteps();
+    steps.insert(steps.end(), settings.begin(), settings.end());
     const std::vector<TourStep> &links = tourLinkSteps();
     steps.insert(steps.end(), links.begin(), links.end());
     steps.insert(steps.end(), ends.begin(), ends.end());

@@ -33,6 +33,8 @@ public:
     /// \throws GenICam::RuntimeException if the text is not XML, or not a description.
     Description(std::string text, LoadLog &log);
 
+    /// An attribute of the outermost element; empty if it is missing.
+    const char *attribute(const char *name) const { return m_tree.document_element().attribute(name).value(); }
     const std::vector<NodeRecord> &nodes() const { return m_nodes; }
 
     /// The record of an entry inside of the enumeration.

@@ -20,6 +20,12 @@ void addUnlessLast(std::vector<Node *> &list, Node &node)
         list.push_back(&node);
 }
 
+bool isSelector(const Node &node)
+{
+    return std::any_of(node.links().begin(), node.links().end(),
+                       [](const Link &link) { return link.role == Tag::pSelected; });
+}
+
 } // namespace
 
 void NodeGraph::add(Node &node)
@@ -63,7 +69,8 @@ void NodeGraph::connectSelected(const Node &selector, Node &selected)
     }
 }
 
-// What the node's value and limits are read from, the node itself included.
+// What the node's value and limits are read from, the node itself included. The way ends at other selectors: where
+// these stand does not change with this one unless it selects them, too.
 std::vector<Node *> NodeGraph::sourcesOf(Node &node)
 {
     NodeMarks &marks = freshMarks();
@@ -72,7 +79,8 @@ std::vector<Node *> NodeGraph::sourcesOf(Node &node)
     for (std::size_t i = 0; i < sources.size() && sources.size() < MostSources; ++i) {
         for (const Link &link : sources[i]->links()) {
             const LinkKind kind = kindOf(link.role);
-            if ((kind == LinkKind::Value || kind == LinkKind::Limit) && marks.add(link.target->position()))
+            const bool isSource = kind == LinkKind::Value || kind == LinkKind::Limit;
+            if (isSource && marks.add(link.target->position()) && !isSelector(*link.target))
                 sources.push_back(link.target);
         }
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "NodeMap.h"
 
+#include "NumberText.h"
 #include "PortNode.h"
 
 #include <algorithm>
@@ -61,6 +62,21 @@ bool NodeMap::Connect(GenApi::IPort *port, const GenICam::gcstring &portName) co
             other->forget();
     });
     return true;
+}
+
+void NodeMap::GetGenApiVersion(GenApi::Version_t &version, uint16_t &build)
+{
+    version = {3, 4, 0};
+    build = 0;
+}
+
+GenApi::Version_t NodeMap::versionOf(const char *prefix) const
+{
+    const auto part = [&](const char *name) {
+        const std::string attribute = prefix + std::string(name);
+        return static_cast<uint16_t>(integerOfDescription(m_description.attribute(attribute.c_str())).value_or(0));
+    };
+    return {part("MajorVersion"), part("MinorVersion"), part("SubMinorVersion")};
 }
 
 bool NodeMap::Connect(GenApi::IPort *port) const

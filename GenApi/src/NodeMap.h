@@ -6,6 +6,7 @@
 #include "NodeContext.h"
 
 #include <GenApi/IDestroy.h>
+#include <GenApi/IDeviceInfo.h>
 #include <GenApi/INodeMap.h>
 #include <GenApi/IPort.h>
 
@@ -16,7 +17,7 @@ namespace NodeEngine {
 
 /// The nodes of one description. Public calls of the map and its nodes take the map's lock, so they may come from any
 /// thread; a port is read and written with the lock held.
-class NodeMap : public GenApi::INodeMap, public GenApi::IDestroy
+class NodeMap : public GenApi::INodeMap, public GenApi::IDeviceInfo, public GenApi::IDestroy
 {
 public:
     /// \param text the description as descriptionText() gives it
@@ -34,10 +35,22 @@ public:
     bool Connect(GenApi::IPort *port, const GenICam::gcstring &portName) const override;
     bool Connect(GenApi::IPort *port) const override;
 
+    // IDeviceInfo
+    GenICam::gcstring GetModelName() override { return m_description.attribute("ModelName"); }
+    GenICam::gcstring GetVendorName() override { return m_description.attribute("VendorName"); }
+    GenICam::gcstring GetToolTip() override { return m_description.attribute("ToolTip"); }
+    GenICam::gcstring GetStandardNameSpace() override { return m_description.attribute("StandardNameSpace"); }
+    void GetGenApiVersion(GenApi::Version_t &version, uint16_t &build) override;
+    void GetSchemaVersion(GenApi::Version_t &version) override { version = versionOf("Schema"); }
+    void GetDeviceVersion(GenApi::Version_t &version) override { version = versionOf(""); }
+    GenICam::gcstring GetProductGuid() override { return m_description.attribute("ProductGuid"); }
+    GenICam::gcstring GetVersionGuid() override { return m_description.attribute("VersionGuid"); }
+
     // IDestroy
     void Destroy() override { delete this; }
 
 private:
+    GenApi::Version_t versionOf(const char *prefix) const;
     Node *find(std::string_view name) const { return m_loaded.names.find(name); }
 
     mutable NodeContext m_context; // the standard calls functions const that change nodes

@@ -159,8 +159,8 @@ std::string decimalText(int64_t value)
 
 std::string hexText(int64_t value)
 {
-    char buffer[24];
-    std::snprintf(buffer, sizeof buffer, "0x%llx", static_cast<unsigned long long>(value));
+    char buffer[24]; // 0 stands without a prefix
+    std::snprintf(buffer, sizeof buffer, "%#llx", static_cast<unsigned long long>(value));
     return buffer;
 }
 

@@ -5,6 +5,7 @@
 #include <QtTest>
 
 #include "Features/HandOver.h"
+#include "Host/SessionHold.h"
 #include "TestHost.h"
 
 namespace {
@@ -228,6 +229,42 @@ private Q_SLOTS:
         Q_EMIT device->lost(text("no heartbeat"));
         QCOMPARE(m_host.log.size(), 1);
         QVERIFY(m_host.open("cam"));
+    }
+
+    void heldDevicesStayOpen()
+    {
+        const struct
+        {
+            const char *name;
+            bool isLost, isClosed;
+            int losses;
+        } rows[] = {
+            {"used", false, false, 0}, {"closed", false, true, 0}, {"lost", true, false, 1}, {"both", true, true, 1}};
+        for (const auto &row : rows) {
+            m_host.renew();
+            TestDevice *device = m_host.add("cam");
+            const SessionHold closed(m_host->sessions(), text("cam"));
+            QVERIFY(!closed.isOpen());
+            QVERIFY(m_host.open("cam"));
+            const QSignalSpy losses(&m_host->sessions(), &DeviceSessions::lost);
+            auto outer = std::make_unique<SessionHold>(m_host->sessions(), text("cam"));
+            {
+                const SessionHold inner(m_host->sessions(), text("cam"));
+                if (row.isLost)
+                    Q_EMIT device->lost(text("no heartbeat"));
+                if (row.isClosed)
+                    m_host.close("cam");
+                QVERIFY2(inner.isEnding() == (row.isLost || row.isClosed), row.name);
+            }
+            QCoreApplication::sendPostedEvents();
+            QVERIFY2(m_host.isReady("cam") && device->nodeMap() && losses.isEmpty(), row.name);
+            QVERIFY2(outer->isOpen() != outer->isEnding(), row.name);
+            const bool ends = outer->isEnding();
+            outer.reset();
+            QVERIFY2(m_host.isReady("cam") != ends && losses.size() == row.losses, row.name);
+            if (ends)
+                QTRY_VERIFY2(!device->isOpen(), row.name);
+        }
     }
 
     void acquisitionReachesPanelAndViewer()

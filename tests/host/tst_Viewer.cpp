@@ -94,7 +94,7 @@ private Q_SLOTS:
     {
         QMainWindow window;
         ViewerCommands commands(window.menuBar(), window.addToolBar(QString()));
-        const QMenu *view = window.menuBar()->actions().at(1)->menu();
+        const QMenu *view = window.menuBar()->actions().at(2)->menu();
         QVERIFY(view->actions().contains(commands.action(Command::ZoomFit)));
         for (const QAction *action : view->actions())
             QVERIFY2(!action->menu() && action != commands.action(Command::LoseFrames), qPrintable(action->text()));

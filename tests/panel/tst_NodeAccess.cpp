@@ -4,6 +4,7 @@
 
 #include "FaultyNode.h"
 #include "FaultyNodeMap.h"
+#include "PanelBase/DeviceReading.h"
 #include "PanelDescription.h"
 #include "ParamterWidget/NodeAccess.h"
 #include "support/FakeHostCore.h"
@@ -121,6 +122,29 @@ private Q_SLOTS:
         QCOMPARE(m_camera->port.peek(TestCamera::TriggerSoftware), uint64_t(1));
         m_camera->port.writeFault = MemoryPort::Fault::Foreign;
         QCOMPARE(ExecCameraCommandNode(Camera, "TriggerSoftware"_s), -7);
+    }
+
+    /// With the names of entries. What does not reach the feature is no write.
+    void tellOfWrites()
+    {
+        DeviceReading reading;
+        reading.setDeviceName(Camera);
+        QStringList told;
+        connect(&reading, &DeviceReading::written, this,
+                [&](const QString &device, const QString &feature, const QString &value, const QString &refusal) {
+                    told << "%1 %2=%3%4"_s.arg(device, feature, value, refusal.isEmpty() ? QString() : ": refused"_s);
+                });
+        SetCameraEnumNodeValue(&reading, Camera, "Mode"_s, 4);
+        SetCameraEnumNodeValue(&reading, Camera, "Mode"_s, 3);
+        SetCameraIntNodeValue(&reading, Camera, "Width"_s, 1280);
+        SetCameraIntNodeValue(&reading, Camera, "Width"_s, 1281);
+        ExecCameraCommandNode(&reading, Camera, "TriggerSoftware"_s);
+        ExecCameraCommandNode(&reading, Camera, "Mode"_s);
+        SetCameraIntNodeValue(&reading, Camera, "WidthMax"_s, 64);
+        SetCameraIntNodeValue(&reading, "other"_s, "Width"_s, 64);
+        QCOMPARE(
+            told.join("|"_s),
+            "相机 Mode=Steady|相机 Mode=3: refused|相机 Width=1280|相机 Width=1281: refused|相机 TriggerSoftware="_s);
     }
 
     /// Plain or a variant, but by no other name.

@@ -49,6 +49,30 @@ private Q_SLOTS:
         QCOMPARE(log().size(), 3);
     }
 
+    /// A write that was taken is told as taken, although the row cannot read it back.
+    void toldAsItWent()
+    {
+        DeviceReading reading;
+        QStringList told;
+        connect(&reading, &DeviceReading::written, this,
+                [&](const QString &, const QString &feature, const QString &value, const QString &refusal) {
+                    told << feature + QLatin1Char('=') + value;
+                    const bool isTaken = m_camera->port.writeFault == MemoryPort::Fault::None;
+                    QCOMPARE(refusal.contains(QLatin1String("memory port: refused")), !isTaken);
+                    if (isTaken)
+                        m_camera->port.readFault = MemoryPort::Fault::Refused;
+                });
+        for (const MemoryPort::Fault fault : {MemoryPort::Fault::None, MemoryPort::Fault::Refused}) {
+            setUp();
+            auto *spinBox = editorOf<QSpinBox>("Width");
+            m_row->setReading(&reading);
+            m_camera->port.writeFault = fault;
+            type(spinBox, QStringLiteral("96"));
+            QCOMPARE(log().size(), 1);
+        }
+        QCOMPARE(told, QStringList({QStringLiteral("Width=96"), QStringLiteral("Width=96")}));
+    }
+
     void releasedRowsLeaveTheDeviceAlone()
     {
         for (const char *name : {"Width", "Gain", "Power", "Selector", "Start"}) {

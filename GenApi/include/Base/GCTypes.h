@@ -21,3 +21,14 @@ namespace GenApi = GENAPI_NAMESPACE;
 #define GENICAM_DECL __attribute__((visibility("default")))
 #endif
 #define GENICAM_INTERFACE struct GENICAM_DECL
+
+namespace GENICAM_NAMESPACE {
+
+typedef struct _Version_t
+{
+    uint16_t Major;
+    uint16_t Minor;
+    uint16_t SubMinor;
+} Version_t;
+
+} // namespace GENICAM_NAMESPACE

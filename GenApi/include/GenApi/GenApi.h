@@ -11,6 +11,7 @@
 #include <GenApi/ICategory.h>
 #include <GenApi/ICommand.h>
 #include <GenApi/IDestroy.h>
+#include <GenApi/IDeviceInfo.h>
 #include <GenApi/IEnumEntry.h>
 #include <GenApi/IEnumeration.h>
 #include <GenApi/IFloat.h>

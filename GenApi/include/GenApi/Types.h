@@ -75,6 +75,7 @@ typedef intptr_t CallbackHandleType;
 
 using GENICAM_NAMESPACE::gcstring;
 using GENICAM_NAMESPACE::gcstring_vector;
+using GENICAM_NAMESPACE::Version_t;
 typedef GENICAM_NAMESPACE::gcstring_vector StringList_t;
 
 } // namespace GENAPI_NAMESPACE

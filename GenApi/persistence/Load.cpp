@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include <GenApi/PersistenceDevice.h>
+
+#include <algorithm>
+#include <numeric>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace Persistence {
+
+namespace {
+
+constexpr int MostTimeouts = 3; // in a row
+
+class Load
+{
+public:
+    Load(GenApi::INodeMap &map, const std::vector<Entry> &entries, const LoadOptions &options)
+        : m_map(map), m_entries(entries), m_options(options), m_outcomes(entries.size()), m_isLast(entries.size()),
+          m_guard(map)
+    {
+        std::unordered_set<std::string> known;
+        for (std::size_t i = entries.size(); i-- > 0;)
+            m_isLast[i] = known.insert(entries[i].place()).second;
+    }
+
+    LoadReport run()
+    {
+        Indices due(m_entries.size());
+        std::iota(due.begin(), due.end(), std::size_t(0));
+        repeatWhileItShrinks(due, [this](const Indices &now) {
+            writeUntilNothingChanges(now);
+            if (m_options.verify && !m_isStopped)
+                verify(now);
+            return std::any_of(now.begin(), now.end(),
+                               [this](std::size_t i) { return m_outcomes[i].result == Result::Differs; });
+        });
+        return {std::move(m_outcomes), m_guard.takeProblems()};
+    }
+
+private:
+    using Indices = std::vector<std::size_t>;
+
+    void writeUntilNothingChanges(Indices due)
+    {
+        const StreamingScope streaming(m_map, StreamingScope::Direction::Load);
+        repeatWhileItShrinks(due, [this](const Indices &now) {
+            for (std::size_t i : now) {
+                if (!m_isStopped)
+                    take(i, applyEntry(m_map, m_entries[i], m_guard));
+            }
+            return true;
+        });
+        m_guard.restore();
+    }
+
+    /// Every turn but the last one settles an entry at least. A turn that returns false is the last one.
+    template <class Turn>
+    void repeatWhileItShrinks(Indices &due, Turn turn)
+    {
+        std::size_t before = due.size() + 1;
+        while (!due.empty() && due.size() < before && !m_isStopped) {
+            before = due.size();
+            if (!turn(due))
+                return;
+            due.erase(std::remove_if(due.begin(), due.end(), [this](std::size_t i) { return !isWorthARetry(i); }),
+                      due.end());
+        }
+    }
+
+    // Those at the same position together, so that the selectors move once for all; those without selectors first,
+    // while these have their own positions.
+    void verify(const Indices &written)
+    {
+        std::unordered_map<std::string, std::size_t> known{{std::string(), 0}};
+        std::vector<Indices> groups(1);
+        for (std::size_t i : written) {
+            if (!m_outcomes[i].isDone() || !m_isLast[i])
+                continue;
+            const std::size_t group = known.try_emplace(fileText(m_entries[i].selection), groups.size()).first->second;
+            groups.resize(std::max(groups.size(), group + 1));
+            groups[group].push_back(i);
+        }
+        for (const Indices &group : groups) {
+            for (std::size_t i : group) {
+                if (!m_isStopped)
+                    take(i, verifyEntry(m_map, m_entries[i], m_guard));
+            }
+        }
+        m_guard.restore();
+    }
+
+    void take(std::size_t i, Outcome outcome)
+    {
+        m_timeouts = outcome.result == Result::TimedOut ? m_timeouts + 1 : 0;
+        m_outcomes[i] = std::move(outcome);
+        m_isStopped = (m_options.step && !m_options.step(i, m_outcomes[i])) || m_timeouts >= MostTimeouts;
+    }
+
+    bool isWorthARetry(std::size_t i) const
+    {
+        const Result result = m_outcomes[i].result;
+        return result != Result::Done && result != Result::NotFound && m_isLast[i];
+    }
+
+    GenApi::INodeMap &m_map;
+    const std::vector<Entry> &m_entries;
+    const LoadOptions &m_options;
+    std::vector<Outcome> m_outcomes;
+    std::vector<bool> m_isLast; // no entry behind it is of the same setting
+    SelectorGuard m_guard;
+    int m_timeouts = 0;
+    bool m_isStopped = false;
+};
+
+} // namespace
+
+LoadReport loadEntries(GenApi::INodeMap &map, const std::vector<Entry> &entries, const LoadOptions &options)
+{
+    return Load(map, entries, options).run();
+}
+
+} // namespace Persistence

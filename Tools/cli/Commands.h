@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vector>
+
+#include "Tools/cli/ExitCode.h"
+#include "Tools/cli/OpenDevice.h"
+#include "Tools/cli/Options.h"
+#include "Tools/cli/Output.h"
+
+/// What a command works with beside a device.
+struct Task
+{
+    const Options &options;
+    std::vector<std::string> words; ///< the arguments behind DEVICE
+    Output &output;
+};
+
+/// A word of the command line that does something.
+struct Command
+{
+    enum Flag : unsigned {
+        Json = 1,
+        DryRun = 2,
+        AnyModel = 4,
+        WriteAll = 8,
+        Readings = 16,
+        ValueOnly = 32,
+        Watching = 64,
+        ShowAll = 128,
+        Devices = 256 ///< --genicam, --all-of, --search-time
+    };
+
+    const char *name;
+    const char *arguments;
+    const char *summary;
+    const char *examples; ///< lines
+    unsigned flags;
+    std::size_t leastWords; ///< behind DEVICE
+    std::size_t mostWords;
+    /// Called for each device that was chosen; null for the command that lists them.
+    ExitCode (*run)(OpenDevice &device, Task &task);
+};
+
+const std::vector<Command> &commands();
+
+ExitCode listDevices(Task &task);
+ExitCode dumpFeatures(OpenDevice &device, Task &task);
+ExitCode getFeatures(OpenDevice &device, Task &task);
+ExitCode setFeatures(OpenDevice &device, Task &task);
+ExitCode saveSettings(OpenDevice &device, Task &task);
+ExitCode loadSettings(OpenDevice &device, Task &task);
+ExitCode printDescription(OpenDevice &device, Task &task);
+ExitCode watchFeatures(OpenDevice &device, Task &task);
+/// Its sides are devices or files.
+ExitCode compareSettings(Task &task);
+
+/// The name of a file that a command writes for a device: {id} stands for its id.
+QString fileFor(const OpenDevice &device, const std::string &pattern);

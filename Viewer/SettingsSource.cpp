@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "Viewer/SettingsSource.h"
+
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QSignalBlocker>
+
+#include "Tools/SettingsFile.h"
+#include "Viewer/DeviceSettings.h"
+
+namespace {
+
+enum Role { DeviceRole = Qt::UserRole, FileRole };
+constexpr int LettersOfBox = 24;
+
+} // namespace
+
+SettingsSource::SettingsSource(DeviceSettings &settings, QWidget *parent)
+    : QWidget(parent), m_settings(settings), m_box(new QComboBox)
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_box);
+    setFocusProxy(m_box);
+    m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_box->setMinimumContentsLength(LettersOfBox);
+    const QStringList devices = m_settings.openDevices({});
+    for (const QString &id : devices) {
+        m_box->addItem(m_settings.nameOf(id));
+        m_box->setItemData(m_box->count() - 1, id, DeviceRole);
+    }
+    m_box->addItem(tr("File..."));
+    m_box->setCurrentIndex(-1);
+    connect(m_box, QOverload<int>::of(&QComboBox::activated), this, &SettingsSource::adoptChoice);
+}
+
+QString SettingsSource::name() const
+{
+    return m_place.device.isEmpty() ? QFileInfo(m_place.file).fileName() : m_settings.nameOf(m_place.device);
+}
+
+SettingsSource::Place SettingsSource::placeAt(int row) const
+{
+    return {m_box->itemData(row, DeviceRole).toString(), m_box->itemData(row, FileRole).toString()};
+}
+
+void SettingsSource::adoptChoice(int row)
+{
+    const Place place = placeAt(row);
+    if (!place.isNone())
+        return choose(place);
+    m_box->setCurrentIndex(rowOf(m_place)); // until there is a file
+    askForFile();
+}
+
+void SettingsSource::askForFile()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Settings File"), m_place.file,
+                                                      tr("Settings files (*.txt);;All files (*)"));
+    if (!path.isEmpty())
+        choose({{}, path});
+}
+
+/// Adds a file that is new; -1 for none.
+int SettingsSource::rowOf(const Place &place)
+{
+    if (place.isNone())
+        return -1;
+    for (int row = 0; row < m_box->count(); ++row) {
+        if (placeAt(row) == place)
+            return row;
+    }
+    const int row = m_box->count() - 1; // in front of the one that asks
+    m_box->insertItem(row, QFileInfo(place.file).fileName());
+    m_box->setItemData(row, place.device, DeviceRole);
+    m_box->setItemData(row, place.file, FileRole);
+    m_box->setItemData(row, place.file, Qt::ToolTipRole);
+    return row;
+}
+
+std::optional<Persistence::Settings> SettingsSource::read(const Place &place)
+{
+    if (!place.device.isEmpty())
+        return m_settings.read(place.device, window());
+    QString error;
+    std::optional<Persistence::Settings> file = SettingsFile::read(place.file, &error);
+    if (!file)
+        Q_EMIT failed(error);
+    return file;
+}
+
+void SettingsSource::choose(const Place &place)
+{
+    std::optional<Persistence::Settings> content = place.isNone() ? std::nullopt : read(place);
+    if (content) {
+        m_place = place;
+        m_content = std::move(*content);
+    }
+    m_box->setCurrentIndex(rowOf(m_place));
+    m_box->setToolTip(m_place.file);
+    if (content)
+        Q_EMIT changed();
+}

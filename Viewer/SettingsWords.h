@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <GenApi/PersistenceDevice.h>
+
+/// Why a setting did not take, in the language of the viewer as far as the words are not the device's own; empty for
+/// what did.
+QString failureText(const Persistence::Outcome &outcome);
