@@ -12,6 +12,7 @@
 #include "Devices/AlignedPort.h"
 #include "Devices/AravisHandle.h"
 #include "Devices/AravisStream.h"
+#include "Devices/CameraFeatures.h"
 #include "Devices/FailFastPort.h"
 #include "Devices/FrameMailbox.h"
 #include "Devices/LoadedNodeMap.h"
@@ -120,32 +121,6 @@ QByteArray descriptionOf(ArvDevice *device)
     std::size_t size = 0;
     const char *xml = arv_device_get_genicam_xml(device, &size);
     return QByteArray::fromRawData(xml, static_cast<int>(size));
-}
-
-/// Features that a camera need not have are written if they can be.
-void writeIfWritable(GenApi::INodeMap &map, const char *name, const QString &text)
-{
-    if (GenApi::IsWritable(map.GetNode(name)))
-        writeNodeText(map, QString::fromLatin1(name), text);
-}
-
-int64_t payloadSize(GenApi::INodeMap &map)
-{
-    const GenApi::CIntegerPtr payload(map.GetNode("PayloadSize"));
-    if (!payload.IsValid())
-        throw RUNTIME_EXCEPTION("The camera does not tell its payload size");
-    return payload->GetValue(false, true);
-}
-
-/// After which silence a camera and its host take each other for gone; 0 when the camera does not tell.
-std::chrono::milliseconds heartbeatOf(GenApi::INodeMap &map)
-{
-    const GenApi::CIntegerPtr timeout(map.GetNode("GevHeartbeatTimeout"));
-    qint64 value = 0;
-    QString ignored;
-    if (GenApi::IsReadable(timeout))
-        guarded(&ignored, [&] { value = timeout->GetValue(); });
-    return std::chrono::milliseconds(std::max<qint64>(0, value));
 }
 
 } // namespace
