@@ -126,19 +126,19 @@ QImage interpolated(const QImage &samples, uint32_t phase)
 
 } // namespace
 
-QImage frameImage(uint32_t pixelFormat, int width, int height, const void *data, std::size_t size)
+QImage frameImage(uint32_t pixelFormat, int width, int height, const void *data, std::size_t size, std::size_t padding)
 {
     const PixelFormat *format = findFormat(pixelFormat);
     if (!format || !data || width <= 0 || height <= 0)
         return {};
     const std::size_t lineBytes = static_cast<std::size_t>(width) * bytesPerPixel(format->layout);
-    if (size / lineBytes < static_cast<std::size_t>(height))
+    if (padding > size || (size + padding) / (lineBytes + padding) < static_cast<std::size_t>(height))
         return {};
     QImage image(width, height, imageFormat(format->layout));
     if (image.isNull())
         return {};
     for (int y = 0; y < height; ++y) {
-        const uchar *line = static_cast<const uchar *>(data) + static_cast<std::size_t>(y) * lineBytes;
+        const uchar *line = static_cast<const uchar *>(data) + static_cast<std::size_t>(y) * (lineBytes + padding);
         if (format->layout == Layout::Gray16)
             reduceLine(line, image.scanLine(y), width, format->bits);
         else

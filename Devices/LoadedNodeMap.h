@@ -16,8 +16,9 @@ class LoadedNodeMap
 {
 public:
     /// `description` is GenICam XML, plain or zipped. `port` must outlive this object.
-    /// Throws a GenICam exception when the description cannot be loaded.
-    LoadedNodeMap(const QByteArray &description, GenApi::IPort &port);
+    /// `portName`: how the description calls the port; if it does not, its first port that is not of chunk data is
+    /// taken. Throws a GenICam exception when the description cannot be loaded.
+    LoadedNodeMap(const QByteArray &description, GenApi::IPort &port, const QByteArray &portName = "Device");
 
     GenApi::INodeMap *get() const { return m_map.get(); }
     /// Reads what a panel will want to show into the nodes' caches, see ReadAhead.h.
