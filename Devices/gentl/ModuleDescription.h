@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include <QByteArray>
+#include <QDir>
+#include <QString>
+
+#include <GenApi/GenApi.h>
+
+#include "Devices/gentl/Producer.h"
+
+/// Where a description is, as a URL of a port tells it.
+struct PortUrl
+{
+    enum class Place { Registers, File };
+
+    Place place = Place::Registers;
+    uint64_t address = 0;
+    uint64_t length = 0; ///< bytes
+    QString path; ///< of a file
+    int schema = 0; ///< version of the schema: major, minor and sub-minor, three decimal digits each; 0: not told
+};
+
+/// Understands `Local:name;address;length` with hexadecimal numbers and `File:path`, both with and without slashes
+/// before the name, in any case, with escapes of per cent and with `?SchemaVersion=`. Throws std::runtime_error with a
+/// sentence for a person. Relative files are those in `directory`.
+PortUrl parsePortUrl(const QByteArray &url, const QDir &directory);
+
+/// All URLs of a port, as they stand, those with the newest schema first.
+std::vector<QByteArray> portUrls(const Producer &gentl, GenTL::PORT_HANDLE port);
+
+/// Calls `use` with the description, XML or zipped, that the first URL leads to; if that or `use` throws, with that of
+/// the next one. Each failure goes to `report`. Throws std::runtime_error when none is left. `port` reads the
+/// registers.
+void useDescription(const std::vector<QByteArray> &urls, const QDir &directory, GenApi::IPort &port,
+                    const std::function<void(const QByteArray &description, const PortUrl &url)> &use,
+                    const std::function<void(const QString &line)> &report);
