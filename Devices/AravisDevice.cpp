@@ -352,6 +352,7 @@ FoundDevice foundAt(unsigned int i)
     found.model = QString::fromUtf8(arv_get_device_model(i));
     found.serial = QString::fromUtf8(arv_get_device_serial_nbr(i));
     found.address = QString::fromUtf8(arv_get_device_address(i));
+    found.hardwareAddress = normalHardwareAddress(QString::fromUtf8(arv_get_device_physical_id(i)));
     found.name = QStringLiteral("%1 %2 (%3)").arg(found.vendor, found.model, found.serial);
     const AravisDevice::Identity identity{found.id, found.name, found.transport};
     found.create = [identity] { return std::make_unique<AravisDevice>(identity); };

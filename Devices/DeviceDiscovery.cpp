@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Devices/DeviceDiscovery.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 DeviceDiscovery::DeviceDiscovery(DeviceFinder deviceFinder, QObject *parent)
@@ -19,4 +21,14 @@ void DeviceDiscovery::search()
             Q_EMIT found(devices);
         });
     });
+}
+
+QString normalHardwareAddress(const QString &text)
+{
+    QString digits;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(digits),
+                 [](QChar one) { return one.isLetterOrNumber(); });
+    bool isNumber = false;
+    digits.toULongLong(&isNumber, 16);
+    return isNumber && digits.size() == 12 ? digits.toLower() : QString();
 }

@@ -12,6 +12,13 @@
 #include "Features/HandOver.h"
 #include "Features/JobThread.h"
 
+/// A way in which a camera can be reached.
+struct DeviceRoute
+{
+    QString name; ///< for people
+    QString id; ///< of the device that takes it
+};
+
 /// A device that a search has found, not opened yet.
 struct FoundDevice
 {
@@ -25,7 +32,15 @@ struct FoundDevice
     QString model{};
     QString serial{};
     QString address{}; ///< in the network
+    QString hardwareAddress{}; ///< in the network, see normalHardwareAddress()
+    bool isCard = false; ///< see Device::kind()
+    QString card{}; ///< id of the card that it is connected to, or that a card is part of
+    QString route{}; ///< how it is reached, for people: a producer and its interface; empty for the built-in way
+    std::vector<DeviceRoute> routes{}; ///< all ways to a camera that was found more than once; see mergedFinder()
 };
+
+/// A hardware address as twelve lower-case digits; empty for what is none.
+QString normalHardwareAddress(const QString &text);
 
 /// Searches the transports; may block for seconds. Called on the discovery thread, never concurrently.
 using DeviceFinder = std::function<std::vector<FoundDevice>()>;
