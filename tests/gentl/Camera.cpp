@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+#include "tests/gentl/Chunks.h"
+
 namespace TestProducer {
 
 namespace {
@@ -24,6 +26,7 @@ Camera::Camera(const CameraModel &cameraModel)
     : m_model(cameraModel), m_description(QStringLiteral(":/simulation/"), QString::fromLatin1(m_model.description)),
       m_firmware(m_description.xml(), {powerUpValues(m_model.description)}, m_model.behaviours())
 {
+    m_description.replace(withChunkPort(m_description.xml())); // to the camera itself, all registers are its own
     QObject::connect(&m_firmware, &Firmware::acquisitionChanged, [this] { wake(); });
     QObject::connect(&m_firmware, &Firmware::triggered, [this](int kind) {
         const std::lock_guard<std::mutex> hold(m_mutex);

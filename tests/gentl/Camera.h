@@ -66,7 +66,7 @@ private:
     void wake();
 
     const CameraModel m_model;
-    const Description m_description;
+    Description m_description;
     Firmware m_firmware;
     std::atomic_bool m_present{true};
     std::atomic<int> m_plugs{1};

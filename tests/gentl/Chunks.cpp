@@ -34,6 +34,8 @@ QByteArray chunks(const Firmware &firmware)
 
 QByteArray withChunkPort(QByteArray description)
 {
+    if (!description.contains("\"ChunkModeActive\""))
+        return description;
     for (qint64 address = FirstRegister; address < End; address += 4) {
         for (const int length : {4, 8})
             description.replace(place(address, length, false), place(address, length, true));

@@ -14,6 +14,7 @@ namespace TestProducer {
 
 namespace {
 
+constexpr const char *FileFolder = "/descriptions as files/";
 constexpr std::uint64_t TextBase = 0x100000;
 constexpr std::uint64_t ZipBase = 0x8000000;
 constexpr std::uint64_t NoBase = 0x4000000; // nothing can be read there
@@ -42,7 +43,7 @@ Url localUrl(const char *prefix, const std::string &file, std::uint64_t address,
 
 Url fileUrl(const std::string &name)
 {
-    const QString path = QString::fromStdString(producerFolder() + "/" + name + ".xml");
+    const QString path = QString::fromStdString(producerFolder() + FileFolder + name + ".xml");
     // With three slashes, as users' reports have it
     const QByteArray encoded = "file://" + QUrl::fromLocalFile(path).path(QUrl::FullyEncoded).toUtf8();
     return {encoded.toStdString(), URL_SCHEME_FILE, 1, name + ".xml", 0, 0};
@@ -93,7 +94,7 @@ std::optional<Fact> Url::info(URL_INFO_CMD command) const
 
 Description::Description(const QString &folder, const QString &name)
     : m_name(name.toStdString()), m_xml(contents(folder + name + QStringLiteral(".xml"))),
-      m_zip(contents(QString::fromStdString(producerFolder()) + QLatin1Char('/') + name + QStringLiteral(".zip")))
+      m_zip(contents(QString::fromStdString(producerFolder() + FileFolder) + name + QStringLiteral(".zip")))
 { }
 
 Url Description::local(const char *prefix, int schemaMinor) const

@@ -32,6 +32,8 @@ class Description
 public:
     /// `name`: of a resource, without its ending.
     Description(const QString &folder, const QString &name);
+    /// Hands out another text than the resource's.
+    void replace(const QByteArray &xml) { m_xml = xml; }
 
     const QByteArray &xml() const { return m_xml; }
     /// What the port tells, after the mode that the script has set: "local" (with ///), "plain" (without), "zip",

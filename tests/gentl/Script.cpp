@@ -203,6 +203,13 @@ std::string clear(World &world, const Words &)
     return {};
 }
 
+std::string powerUp(World &world, const Words &)
+{
+    for (const auto &camera : world.cameras)
+        camera->inside().powerUp();
+    return {};
+}
+
 struct Order
 {
     const char *name;
@@ -212,7 +219,8 @@ struct Order
 
 /// CAMERA is "GEV-AREA", "GEV-PROFILER" or "CXP-SL"; the interfaces are "GEV-IF" and "CXP-IF".
 constexpr Order Orders[] = {
-    {"clear", 1, clear}, // all is well again
+    {"clear", 1, clear}, // all is well again, but registers keep their values
+    {"power-up", 1, powerUp}, // registers of all cameras have their power-up values
     {"release", 1, release}, // what hangs returns
     {"vanish", 2, vanish}, // ID of a camera or an interface: it is unplugged
     {"return", 2, comeBack}, // ID: it is plugged in again, a camera with its power-up values
