@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <vector>
 
 #include <QImage>
 #include <QObject>
@@ -14,6 +15,8 @@
 #include "Devices/FrameCounts.h"
 #include "Devices/HeightFrame.h"
 #include "Devices/ReadAhead.h"
+
+struct FoundDevice;
 
 /// A camera or card that the demo host can open: a real one or a simulated one.
 ///
@@ -76,6 +79,8 @@ public:
     virtual std::chrono::milliseconds heartbeat() const { return std::chrono::seconds(3); }
     /// For a device that no search looks for: whether it is there, so that it could be opened.
     virtual bool isPresent() const { return true; }
+    /// What a driver has for the open device beside it, as cards that can be opened while it is open.
+    virtual std::vector<FoundDevice> modules() const;
 
 Q_SIGNALS:
     void frameReady(const QImage &frame);

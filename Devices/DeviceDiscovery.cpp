@@ -5,6 +5,11 @@
 #include <iterator>
 #include <utility>
 
+std::vector<FoundDevice> Device::modules() const
+{
+    return {};
+}
+
 DeviceDiscovery::DeviceDiscovery(DeviceFinder deviceFinder, QObject *parent)
     : QObject(parent), m_finder(std::move(deviceFinder))
 { }

@@ -24,13 +24,15 @@ std::unique_ptr<QSettings> makeSettings(const QString &file)
 } // namespace
 
 HostContext::HostContext(Options options, QObject *parent)
-    : QObject(parent), m_settings(makeSettings(options.settingsFile)), m_devices(std::move(options.finder), m_log),
+    : QObject(parent), m_settings(makeSettings(options.settingsFile)),
+      m_producers(*m_settings, options.producers.value_or(QStringList()), m_log),
+      m_devices(options.producers ? m_producers.finder(options.finder) : options.finder, m_log),
       m_focus(m_devices, m_listeners, m_log), m_sessions(m_devices, m_focus, m_listeners, m_log),
       m_silentDevices(m_devices, m_sessions),
       m_deviceReturn(m_devices, m_sessions, *m_settings, std::move(options.clock)),
-      m_automaticSearch(m_devices, *m_settings), m_infoItems(m_devices, *m_settings), m_values(m_devices, m_log),
-      m_writes(m_devices), m_panelRegions(m_devices, m_values, m_regions, m_log),
-      m_profilerRegions(m_devices, m_values, m_regions, m_log),
+      m_cameraModules(m_devices, m_sessions, m_deviceReturn), m_automaticSearch(m_devices, *m_settings),
+      m_infoItems(m_devices, *m_settings), m_values(m_devices, m_log), m_writes(m_devices),
+      m_panelRegions(m_devices, m_values, m_regions, m_log), m_profilerRegions(m_devices, m_values, m_regions, m_log),
       m_profilerHeights(m_devices, m_sessions, m_values, m_log),
       m_automaticRange(m_devices, m_sessions, m_infoItems, m_listeners), m_showModes(m_devices, m_sessions, m_log)
 {

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include <QObject>
 #include <QSettings>
@@ -11,6 +12,7 @@
 #include "Features/HandOver.h"
 #include "Host/AutomaticRange.h"
 #include "Host/AutomaticSearch.h"
+#include "Host/CameraModules.h"
 #include "Host/DeviceReturn.h"
 #include "Host/DeviceSessions.h"
 #include "Host/DeviceValues.h"
@@ -22,6 +24,7 @@
 #include "Host/InfoItems.h"
 #include "Host/KnownDevices.h"
 #include "Host/PanelRegions.h"
+#include "Host/Producers.h"
 #include "Host/ProfilerHeights.h"
 #include "Host/ProfilerRegions.h"
 #include "Host/ShowModes.h"
@@ -44,6 +47,8 @@ public:
         DeviceFinder finder;
         /// For waits between tries.
         DeviceReturn::Clock clock = OncePerMinute::steadyTime;
+        /// Searches with GenTL producers, too: these and those of environment and settings.
+        std::optional<QStringList> producers = std::nullopt;
     };
 
     explicit HostContext(Options options, QObject *parent = nullptr);
@@ -60,11 +65,13 @@ public:
     HostListeners &listeners() { return m_listeners; }
     HostLog &log() { return m_log; }
 
+    Producers &producers() { return m_producers; }
     KnownDevices &devices() { return m_devices; }
     DeviceSessions &sessions() { return m_sessions; }
     AutomaticSearch &automaticSearch() { return m_automaticSearch; }
     SilentDevices &silentDevices() { return m_silentDevices; }
     DeviceReturn &deviceReturn() { return m_deviceReturn; }
+    CameraModules &cameraModules() { return m_cameraModules; }
     HostFocus &focus() { return m_focus; }
     InfoItems &infoItems() { return m_infoItems; }
     DeviceValues &values() { return m_values; }
@@ -91,11 +98,13 @@ private:
     HostLog m_log;
     HostListeners m_listeners;
     std::unique_ptr<QSettings> m_settings;
+    Producers m_producers;
     KnownDevices m_devices;
     HostFocus m_focus;
     DeviceSessions m_sessions;
     SilentDevices m_silentDevices;
     DeviceReturn m_deviceReturn;
+    CameraModules m_cameraModules;
     AutomaticSearch m_automaticSearch;
     InfoItems m_infoItems;
     DeviceValues m_values;

@@ -75,17 +75,34 @@ bool KnownDevices::add(std::unique_ptr<Device> device)
         m_log.add(HostModule, QStringLiteral("There is already a device %1").arg(device->id()));
         return false;
     }
-    append(std::move(device), false);
+    append(std::move(device));
     Q_EMIT listChanged();
     return true;
 }
 
-void KnownDevices::append(std::unique_ptr<Device> device, bool discovered)
+void KnownDevices::remove(const QString &id)
+{
+    const auto isIt = [&id](const Entry &one) { return one.device->id() == id; };
+    const auto place = std::find_if(m_entries.begin(), m_entries.end(), isIt);
+    if (place == m_entries.end() || place->finding || place->state != State::Closed)
+        return;
+    const Entry gone = std::move(*place); // until everybody has heard of it
+    m_entries.erase(place);
+    Q_EMIT listChanged();
+}
+
+const FoundDevice *KnownDevices::finding(const QString &id) const
+{
+    const Entry *const known = entry(id);
+    return known && known->finding ? &*known->finding : nullptr;
+}
+
+void KnownDevices::append(std::unique_ptr<Device> device, std::optional<FoundDevice> finding)
 {
     connectDevice(device.get());
     Entry added;
     added.device = std::move(device);
-    added.discovered = discovered;
+    added.finding = std::move(finding);
     m_entries.push_back(std::move(added));
 }
 
@@ -159,16 +176,19 @@ bool KnownDevices::takeOver(const std::vector<FoundDevice> &found, std::vector<E
     };
     const auto vanished = [&isFound](const Entry &one) {
         const bool isInUse = one.kept || one.state == State::Opening || one.device->isOpen();
-        return one.discovered && !isInUse && !isFound(one.device->id());
+        return one.finding && !isInUse && !isFound(one.device->id());
     };
     const auto firstGone = std::stable_partition(m_entries.begin(), m_entries.end(), std::not_fn(vanished));
     gone->assign(std::make_move_iterator(firstGone), std::make_move_iterator(m_entries.end()));
     m_entries.erase(firstGone, m_entries.end());
     bool changed = !gone->empty();
     for (const FoundDevice &one : found) {
-        if (entry(one.id))
+        if (Entry *const known = entry(one.id)) {
+            if (known->finding)
+                known->finding = one;
             continue;
-        append(one.create(), true);
+        }
+        append(one.create(), one);
         changed = true;
     }
     return changed;
@@ -180,7 +200,7 @@ void KnownDevices::tellPresent(const std::vector<FoundDevice> &found)
     for (const FoundDevice &one : found)
         present += one.id;
     for (const Entry &one : m_entries) {
-        if (!one.discovered && one.device->isPresent())
+        if (!one.finding && one.device->isPresent())
             present += one.device->id();
     }
     Q_EMIT searched(present);

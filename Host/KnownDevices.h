@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QImage>
@@ -49,6 +50,10 @@ public:
     /// Makes a device known (simulated devices, description files). False, and the device is dropped, when
     /// its id is already taken.
     bool add(std::unique_ptr<Device> device);
+    /// For CameraModules: forgets a device that was given to add() and is closed.
+    void remove(const QString &id);
+    /// What the last search has told of a device; null for one that was given to add().
+    const FoundDevice *finding(const QString &id) const;
     /// Searches for devices on the discovery thread; listChanged() follows if something changed.
     /// Closed devices that are no longer found are forgotten; added devices stay.
     void refresh();
@@ -95,7 +100,7 @@ private:
     struct Entry
     {
         std::unique_ptr<Device> device;
-        bool discovered = false;
+        std::optional<FoundDevice> finding; ///< none: it was added
         bool kept = false; ///< whether it is found or not
         State state = State::Closed;
         QString openingError;
@@ -103,7 +108,7 @@ private:
 
     Entry *entry(const QString &id);
     const Entry *entry(const QString &id) const;
-    void append(std::unique_ptr<Device> device, bool discovered);
+    void append(std::unique_ptr<Device> device, std::optional<FoundDevice> finding = std::nullopt);
     void connectDevice(Device *device);
     void adoptFound(const std::vector<FoundDevice> &found);
     /// True when something became known or was forgotten, which is left in `gone`.

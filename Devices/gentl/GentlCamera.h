@@ -48,7 +48,7 @@ public:
 
     /// The producer's sides of the open camera and of its stream, as cards. They are lost when the camera is closed.
     /// Empty while it is closed.
-    std::vector<FoundDevice> modules() const;
+    std::vector<FoundDevice> modules() const override;
 
 Q_SIGNALS:
     void closing();
