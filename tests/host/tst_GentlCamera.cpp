@@ -53,7 +53,7 @@ class tst_GentlCamera : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { tell("clear; rate GEV-AREA 100"); }
+    void init() { tell("clear; power-up; rate GEV-AREA 100"); }
     void cleanup()
     {
         tell("release");
@@ -350,6 +350,22 @@ private Q_SLOTS:
         QVERIFY2(one.camera.startAcquisition(&one.error), qPrintable(one.error));
         QTRY_VERIFY_WITH_TIMEOUT(!frames.isEmpty(), 20000);
         QVERIFY(one.hasLogged("3D parts"));
+    }
+
+    void dataOfFramesAreFeatures()
+    {
+        tell("register GEV-AREA ChunkModeActive 1");
+        Opened one;
+        QVERIFY2(one.open(), qPrintable(one.error));
+        const QString chunk = QStringLiteral("ChunkWidth");
+        QVERIFY(!one.refusal(chunk).isEmpty()); // there is no frame yet
+        writeNodeText(one.nodes(), Width, QStringLiteral("640"));
+        QVERIFY2(one.camera.startAcquisition(&one.error), qPrintable(one.error));
+        QTRY_COMPARE(one.refusal(chunk), QString());
+        QCOMPARE(readNodeText(one.nodes(), chunk), QStringLiteral("640"));
+        const QString id = QStringLiteral("ChunkFrameID");
+        const QString first = readNodeText(one.nodes(), id);
+        QTRY_VERIFY(readNodeText(one.nodes(), id) != first); // with the next frames
     }
 
     void changedFeaturesAreReadAnew()
