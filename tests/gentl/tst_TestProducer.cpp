@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cmath>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <functional>
@@ -15,175 +14,12 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-#include "Devices/gentl/GenTL.h"
-#include "tests/gentl/TestScript.h"
+#include "tests/gentl/TestConsumer.h"
 
 using namespace GenTL;
+using namespace TestConsumer;
 
 namespace {
-
-void *library = nullptr;
-
-/// The producer's function of that name.
-#define CALL(name) (reinterpret_cast<decltype(&::GenTL::name)>(dlsym(library, #name)))
-
-QByteArray script(const QByteArray &line)
-{
-    return reinterpret_cast<decltype(&paramter_test_script)>(dlsym(library, "paramter_test_script"))(line.constData());
-}
-
-/// A text or number by the usual two calls; empty if one of them fails.
-template <class Function, class... Arguments>
-QByteArray told(Function function, Arguments... arguments)
-{
-    INFO_DATATYPE type = 0;
-    std::size_t size = 0;
-    if (function(arguments..., &type, nullptr, &size) != GC_ERR_SUCCESS)
-        return {};
-    QByteArray data(int(size), '\0');
-    if (function(arguments..., &type, data.data(), &size) != GC_ERR_SUCCESS)
-        return {};
-    return type == INFO_DATATYPE_STRING && data.endsWith('\0') ? data.chopped(1) : data;
-}
-
-template <class Function, class... Arguments>
-quint64 number(Function function, Arguments... arguments)
-{
-    const QByteArray data = told(function, arguments...);
-    quint64 value = 0;
-    std::memcpy(&value, data.constData(), size_t(std::min<qsizetype>(data.size(), sizeof value)));
-    return value;
-}
-
-/// A camera opened down to its port.
-struct Opened
-{
-    TL_HANDLE system = nullptr;
-    IF_HANDLE interface = nullptr;
-    DEV_HANDLE device = nullptr;
-    PORT_HANDLE port = nullptr;
-    GC_ERROR error = GC_ERR_SUCCESS;
-
-    Opened(const char *interfaceId, const char *id, DEVICE_ACCESS_FLAGS flags = DEVICE_ACCESS_CONTROL)
-    {
-        bool8_t changed = 0;
-        CALL(TLOpen)(&system);
-        CALL(TLUpdateInterfaceList)(system, &changed, 100);
-        CALL(TLOpenInterface)(system, interfaceId, &interface);
-        CALL(IFUpdateDeviceList)(interface, &changed, 100);
-        error = CALL(IFOpenDevice)(interface, id, flags, &device);
-        if (error == GC_ERR_SUCCESS)
-            CALL(DevGetPort)(device, &port);
-    }
-    ~Opened()
-    {
-        if (device)
-            CALL(DevClose)(device);
-        CALL(IFClose)(interface);
-        CALL(TLClose)(system);
-    }
-    Opened(const Opened &) = delete;
-    Opened &operator=(const Opened &) = delete;
-
-    GC_ERROR read(quint64 address, void *buffer, std::size_t *size) const
-    {
-        return CALL(GCReadPort)(port, address, buffer, size);
-    }
-    GC_ERROR write(quint64 address, qint32 value) const
-    {
-        std::size_t size = sizeof value;
-        return CALL(GCWritePort)(port, address, &value, &size);
-    }
-};
-
-/// Where the registers of a camera are, as its description places them.
-QHash<QByteArray, quint64> registersOf(const char *description)
-{
-    QFile file(QStringLiteral(SIMULATION "/%1.xml").arg(QLatin1String(description)));
-    QHash<QByteArray, quint64> found;
-    if (!file.open(QIODevice::ReadOnly))
-        return found;
-    const QRegularExpression place(QStringLiteral("Name=\"(\\w+)Reg\">\\s*<Address>(\\w+)<"));
-    for (auto match = place.globalMatch(QString::fromUtf8(file.readAll())); match.hasNext();) {
-        const QRegularExpressionMatch one = match.next();
-        found.insert(one.captured(1).toUtf8(), one.captured(2).toULongLong(nullptr, 0));
-    }
-    return found;
-}
-
-/// A stream with buffers that takes frames from an opened camera.
-class Acquisition
-{
-public:
-    Acquisition(const Opened &camera, const char *description, std::size_t size)
-        : m_camera(camera), m_registers(registersOf(description))
-    {
-        CALL(DevOpenDataStream)(camera.device, "Stream0", &stream);
-        CALL(GCRegisterEvent)(stream, EVENT_NEW_BUFFER, &m_event);
-        for (int i = 0; i < Buffers; ++i) {
-            BUFFER_HANDLE handle = nullptr;
-            m_memory[i] = std::aligned_alloc(64, (size + 63) / 64 * 64);
-            if (CALL(DSAnnounceBuffer)(stream, m_memory[i], size, this, &handle) == GC_ERR_SUCCESS)
-                CALL(DSQueueBuffer)(stream, handle);
-        }
-    }
-    ~Acquisition()
-    {
-        stop();
-        CALL(DSFlushQueue)(stream, ACQ_QUEUE_ALL_DISCARD);
-        BUFFER_HANDLE handle = nullptr;
-        while (CALL(DSGetBufferID)(stream, 0, &handle) == GC_ERR_SUCCESS)
-            CALL(DSRevokeBuffer)(stream, handle, nullptr, nullptr);
-        CALL(GCUnregisterEvent)(stream, EVENT_NEW_BUFFER);
-        CALL(DSClose)(stream);
-        for (void *memory : m_memory)
-            std::free(memory);
-    }
-    Acquisition(const Acquisition &) = delete;
-    Acquisition &operator=(const Acquisition &) = delete;
-
-    GC_ERROR start(quint64 frames = GENTL_INFINITE)
-    {
-        const GC_ERROR error = CALL(DSStartAcquisition)(stream, ACQ_START_FLAGS_DEFAULT, frames);
-        m_camera.write(m_registers["TLParamsLocked"], 1);
-        m_camera.write(m_registers["AcquisitionStart"], 1);
-        return error;
-    }
-    void stop()
-    {
-        m_camera.write(m_registers["AcquisitionStop"], 1);
-        m_camera.write(m_registers["TLParamsLocked"], 0);
-        CALL(DSStopAcquisition)(stream, ACQ_STOP_FLAGS_DEFAULT);
-    }
-    /// The next frame's buffer, or null. Queue it again.
-    BUFFER_HANDLE next(quint64 timeout = 10000)
-    {
-        EVENT_NEW_BUFFER_DATA data{};
-        std::size_t size = sizeof data;
-        error = CALL(EventGetData)(m_event, &data, &size, timeout);
-        return error == GC_ERR_SUCCESS && data.pUserPointer == this ? data.BufferHandle : nullptr;
-    }
-    quint64 info(BUFFER_HANDLE buffer, BUFFER_INFO_CMD command) const
-    {
-        return number(CALL(DSGetBufferInfo), stream, buffer, command);
-    }
-    quint64 part(BUFFER_HANDLE buffer, uint32_t index, BUFFER_PART_INFO_CMD command) const
-    {
-        return number(CALL(DSGetBufferPartInfo), stream, buffer, index, command);
-    }
-    EVENT_HANDLE event() const { return m_event; }
-
-    DS_HANDLE stream = nullptr;
-    GC_ERROR error = GC_ERR_SUCCESS; ///< of the last wait
-
-private:
-    static constexpr int Buffers = 4;
-
-    const Opened &m_camera;
-    QHash<QByteArray, quint64> m_registers;
-    EVENT_HANDLE m_event = nullptr;
-    void *m_memory[Buffers] = {};
-};
 
 constexpr std::size_t AreaScanFrame = 2448 * 2048;
 constexpr std::size_t StructuredLightFrame = 640 * 480 * 12;
@@ -212,6 +48,7 @@ private Q_SLOTS:
     void spoilsFrames();
     void failsAsTheScriptSays_data();
     void failsAsTheScriptSays();
+    void spoilsNumbersAndTransfers();
     void unplugged();
     void heldByOthers();
     void raisesEvents();
@@ -221,8 +58,8 @@ private Q_SLOTS:
 
 void TestTestProducer::initTestCase()
 {
-    library = dlopen(TEST_PRODUCER, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    QVERIFY2(library, dlerror());
+    TestConsumer::library = dlopen(TEST_PRODUCER, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    QVERIFY2(TestConsumer::library, dlerror());
     TL_HANDLE system = nullptr;
     QCOMPARE(CALL(TLOpen)(&system), GC_ERROR(GC_ERR_NOT_INITIALIZED));
 }
@@ -248,7 +85,7 @@ void TestTestProducer::exportsWhatTheHeaderDeclares()
     int count = 0;
     for (auto match = function.globalMatch(QString::fromUtf8(header.readAll())); match.hasNext(); ++count) {
         const QByteArray name = match.next().captured(1).toUtf8();
-        QVERIFY2(dlsym(library, name.constData()), name.constData());
+        QVERIFY2(dlsym(TestConsumer::library, name.constData()), name.constData());
     }
     QCOMPARE(count, 64);
 }
@@ -544,6 +381,37 @@ void TestTestProducer::failsAsTheScriptSays()
             got += ' ' + QByteArray::number(qulonglong(size)) + ' ' + QByteArray(id, int(size)).replace('\0', '.');
         QCOMPARE(got, i < calls ? outcome : QByteArray("0 9 GEV-AREA."));
     }
+}
+
+void TestTestProducer::spoilsNumbersAndTransfers()
+{
+    const Opened camera("GEV-IF", "GEV-AREA");
+    const auto frequency = [&camera] { return told(CALL(DevGetInfo), camera.device, DEVICE_INFO_TIMESTAMP_FREQUENCY); };
+    QCOMPARE(frequency(), QByteArray("\0\xCA\x9A\x3B\0\0\0\0", 8));
+    script("type DevGetInfo:9 6 2"); // UINT32, for the two calls that ask
+    QCOMPARE(frequency(), QByteArray("\0\xCA\x9A\x3B", 4));
+    script("value DevGetInfo:9 0x8000000000000000");
+    QCOMPARE(frequency(), QByteArray("\0\0\0\0\0\0\0\x80", 8));
+    script("size DevGetInfo:9 0x8000000000000000");
+    std::size_t size = 0;
+    CALL(DevGetInfo)(camera.device, DEVICE_INFO_TIMESTAMP_FREQUENCY, nullptr, nullptr, &size);
+    QCOMPARE(size, std::size_t(1) << 63);
+
+    qint32 value = 0;
+    const auto read = [&](quint64 address) {
+        size = sizeof value;
+        return camera.read(address, &value, &size);
+    };
+    script("short GCReadPort:4 2; align GCReadPort 4; slow GCReadPort:8 50");
+    QCOMPARE(read(0), GC_ERROR(GC_ERR_SUCCESS));
+    QCOMPARE(size, std::size_t(4));
+    QCOMPARE(read(4), GC_ERROR(GC_ERR_SUCCESS));
+    QCOMPARE(size, std::size_t(2));
+    QCOMPARE(read(2), GC_ERROR(GC_ERR_INVALID_ADDRESS));
+    QElapsedTimer clock;
+    clock.start();
+    read(8);
+    QVERIFY(clock.elapsed() >= 49);
 }
 
 void TestTestProducer::unplugged()
