@@ -44,10 +44,8 @@ private Q_SLOTS:
     void isFastEnough();
     void acquiresPartsAndHeights();
     void chunksFollowTheImage();
-    void spoilsFrames_data();
     void spoilsFrames();
-    void failsAsTheScriptSays_data();
-    void failsAsTheScriptSays();
+    void spoilsTexts();
     void spoilsNumbersAndTransfers();
     void unplugged();
     void heldByOthers();
@@ -324,62 +322,58 @@ void TestTestProducer::chunksFollowTheImage()
     }
 }
 
-void TestTestProducer::spoilsFrames_data()
-{
-    QTest::addColumn<int>("command");
-    QTest::addColumn<quint64>("value"); // of the second frame
-    QTest::newRow("incomplete") << int(BUFFER_INFO_SIZE_FILLED) << quint64(AreaScanFrame / 2);
-    QTest::newRow("lost") << int(BUFFER_INFO_FRAMEID) << quint64(3);
-    QTest::newRow("empty") << int(BUFFER_INFO_IMAGEPRESENT) << quint64(0);
-    QTest::newRow("huge") << int(BUFFER_INFO_WIDTH) << quint64(1 << 30);
-    QTest::newRow("alien") << int(BUFFER_INFO_PIXELFORMAT) << quint64(0x81230042);
-    QTest::newRow("grown") << int(BUFFER_INFO_DATA_LARGER_THAN_BUFFER) << quint64(1);
-}
-
 void TestTestProducer::spoilsFrames()
 {
-    QFETCH(int, command);
-    QFETCH(quint64, value);
-    script(QByteArray("rate GEV-AREA 50; frames GEV-AREA ") + QTest::currentDataTag() + " 2");
-    const Opened camera("GEV-IF", "GEV-AREA");
-    Acquisition acquisition(camera, "area_scan", AreaScanFrame);
-    acquisition.start();
-    QVERIFY(acquisition.info(acquisition.next(), command) != value);
-    QCOMPARE(acquisition.info(acquisition.next(), command), value);
+    const struct
+    {
+        const char *fault;
+        BUFFER_INFO_CMD command;
+        quint64 value; ///< of the second frame
+    } rows[] = {
+        {"incomplete", BUFFER_INFO_SIZE_FILLED, AreaScanFrame / 2},
+        {"lost", BUFFER_INFO_FRAMEID, 3},
+        {"empty", BUFFER_INFO_IMAGEPRESENT, 0},
+        {"huge", BUFFER_INFO_WIDTH, 1 << 30},
+        {"alien", BUFFER_INFO_PIXELFORMAT, 0x81230042},
+        {"grown", BUFFER_INFO_DATA_LARGER_THAN_BUFFER, 1},
+    };
+    script("rate GEV-AREA 50");
+    for (const auto &row : rows) {
+        script(QByteArray("frames GEV-AREA ") + row.fault + " 2");
+        const Opened camera("GEV-IF", "GEV-AREA");
+        Acquisition acquisition(camera, "area_scan", AreaScanFrame);
+        acquisition.start();
+        QVERIFY2(acquisition.info(acquisition.next(), row.command) != row.value, row.fault);
+        QVERIFY2(acquisition.info(acquisition.next(), row.command) == row.value, row.fault);
+    }
 }
 
-void TestTestProducer::failsAsTheScriptSays_data()
+void TestTestProducer::spoilsTexts()
 {
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<int>("calls"); // that are to fail in this way
-    QTest::addColumn<QByteArray>("outcome");
-    QTest::newRow("fail") << QByteArray("fail IFGetDeviceID -1010") << 5 << QByteArray("-1010");
-    QTest::newRow("fail once") << QByteArray("fail IFGetDeviceID -1010 1") << 1 << QByteArray("-1010");
-    QTest::newRow("lack") << QByteArray("lack IFGetDeviceID") << 5 << QByteArray("-1003");
-    QTest::newRow("text") << QByteArray("text IFGetDeviceID a\\xFF b") << 5 << QByteArray("0 5 a\xFF b.");
-    QTest::newRow("odd ids") << QByteArray("odd-ids on") << 5 << QByteArray("0 11 GEV-AREA\xFF\xE4.");
-    QTest::newRow("unterminated") << QByteArray("unterminated IFGetDeviceID") << 5 << QByteArray("0 8 GEV-AREA");
-    QTest::newRow("grow") << QByteArray("grow IFGetDeviceID 2") << 2 << QByteArray("-1016");
-    QTest::newRow("other command") << QByteArray("fail IFGetDeviceID:7 -1010") << 0 << QByteArray("?");
-}
-
-void TestTestProducer::failsAsTheScriptSays()
-{
-    QFETCH(QByteArray, line);
-    QFETCH(int, calls);
-    QFETCH(QByteArray, outcome);
-    QCOMPARE(script(line), QByteArray());
-    const Opened camera("GEV-IF", "GEV-PROFILER"); // not the one that is asked for
-    for (int i = 0; i < 5; ++i) {
-        char id[20] = {};
-        std::size_t size = sizeof id;
-        const bool grows = line.startsWith("grow");
-        size = grows ? 9 : size;
-        const GC_ERROR error = CALL(IFGetDeviceID)(camera.interface, 0, id, &size);
-        QByteArray got = QByteArray::number(error);
-        if (error == GC_ERR_SUCCESS)
-            got += ' ' + QByteArray::number(qulonglong(size)) + ' ' + QByteArray(id, int(size)).replace('\0', '.');
-        QCOMPARE(got, i < calls ? outcome : QByteArray("0 9 GEV-AREA."));
+    const struct
+    {
+        const char *line;
+        int calls; ///< of five, that are spoilt
+        QByteArray outcome;
+    } rows[] = {
+        {"fail IFGetDeviceID -1010", 5, "-1010"},    {"fail IFGetDeviceID -1010 1", 1, "-1010"},
+        {"lack IFGetDeviceID", 5, "-1003"},          {"text IFGetDeviceID a\\xFF b", 5, "0 5 a\xFF b."},
+        {"odd-ids on", 5, "0 11 GEV-AREA\xFF\xE4."}, {"unterminated IFGetDeviceID", 5, "0 8 GEV-AREA"},
+        {"grow IFGetDeviceID 2", 2, "-1016"},        {"fail IFGetDeviceID:7 -1010", 0, ""},
+    };
+    for (const auto &row : rows) {
+        script(row.line);
+        const Opened camera("GEV-IF", "GEV-PROFILER"); // not the one that is asked for
+        for (int i = 0; i < 5; ++i) {
+            char id[20] = {};
+            std::size_t size = row.line[0] == 'g' ? 9 : sizeof id;
+            const GC_ERROR error = CALL(IFGetDeviceID)(camera.interface, 0, id, &size);
+            QByteArray got = QByteArray::number(error);
+            if (error == GC_ERR_SUCCESS)
+                got += ' ' + QByteArray::number(qulonglong(size)) + ' ' + QByteArray(id, int(size)).replace('\0', '.');
+            QVERIFY2(got == (i < row.calls ? row.outcome : QByteArray("0 9 GEV-AREA.")), row.line + (" gives " + got));
+        }
+        script("clear");
     }
 }
 
