@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QtTest>
 
 using namespace GenTL;
 
@@ -99,6 +100,27 @@ BUFFER_HANDLE Acquisition::next(quint64 timeout)
     std::size_t size = sizeof data;
     error = CALL(EventGetData)(m_event, &data, &size, timeout);
     return error == GC_ERR_SUCCESS && data.pUserPointer == this ? data.BufferHandle : nullptr;
+}
+
+void LoadedProducer::initTestCase()
+{
+    library = dlopen(TEST_PRODUCER, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    QVERIFY2(library, dlerror());
+    TL_HANDLE system = nullptr;
+    QCOMPARE(CALL(TLOpen)(&system), GC_ERROR(GC_ERR_NOT_INITIALIZED));
+}
+
+void LoadedProducer::init()
+{
+    script("clear; power-up");
+    QCOMPARE(CALL(GCInitLib)(), GC_ERROR(GC_ERR_SUCCESS));
+}
+
+void LoadedProducer::cleanup()
+{
+    QCOMPARE(script("open"), QByteArray());
+    QCOMPARE(script("complaints"), QByteArray());
+    QCOMPARE(CALL(GCCloseLib)(), GC_ERROR(GC_ERR_SUCCESS));
 }
 
 } // namespace TestConsumer

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QObject>
 
 #include "Devices/gentl/GenTL.h"
 #include "tests/gentl/TestScript.h"
@@ -48,6 +49,20 @@ quint64 number(Function function, Arguments... arguments)
 
 /// Where the registers of a camera are, as its description places them.
 QHash<QByteArray, quint64> registersOf(const char *description);
+
+/// A test that has the library initialised, and the cameras as they are when they are switched on. It fails when a test
+/// function leaves something open, or has made the producer complain.
+class LoadedProducer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+};
+
+constexpr std::size_t AreaScanFrame = 2448 * 2048; // bytes
 
 /// A camera opened down to its port.
 struct Opened
