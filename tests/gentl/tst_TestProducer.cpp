@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The test producer itself, through the C interface: what is true of it is what its consumers are tested against.
+#include <algorithm>
 #include <cmath>
 #include <functional>
 
@@ -31,7 +32,9 @@ private Q_SLOTS:
     void descriptionsAreWhereTheUrlsSay();
     void acquires();
     void isFastEnough();
+    void sendsEveryPixelFormat();
     void acquiresPartsAndHeights();
+    void acquiresProfiles();
     void chunksFollowTheImage();
     void raisesEvents();
 };
@@ -239,6 +242,25 @@ void TestTestProducer::isFastEnough()
     QVERIFY2(passed > 1300 && passed < 3000, qPrintable(QString::number(passed))); // 1.5 s and a busy machine
 }
 
+void TestTestProducer::sendsEveryPixelFormat()
+{
+    script("register GEV-AREA Width 64; register GEV-AREA Height 32");
+    for (const quint64 format :
+         {0x01080001, 0x01100003, 0x01100005, 0x010C0047, 0x01080009, 0x01100011, 0x02180014, 0x02180015, 0x02100032}) {
+        const QByteArray name = QByteArray::number(format, 16);
+        script("register GEV-AREA PixelFormat 0x" + name);
+        const Opened camera("GEV-IF", "GEV-AREA");
+        const std::size_t size = 64 * 32 * (format >> 16 & 0xFF) / 8;
+        Acquisition acquisition(camera, "area_scan", size);
+        acquisition.start();
+        const BUFFER_HANDLE buffer = acquisition.next();
+        QVERIFY2(acquisition.info(buffer, BUFFER_INFO_PIXELFORMAT) == format, name);
+        QVERIFY2(acquisition.info(buffer, BUFFER_INFO_DATA_SIZE) == size, name);
+        const auto *data = reinterpret_cast<const uchar *>(acquisition.info(buffer, BUFFER_INFO_BASE));
+        QVERIFY2(std::any_of(data + size - 100, data + size, [](uchar byte) { return byte != 0; }), name);
+    }
+}
+
 void TestTestProducer::acquiresPartsAndHeights()
 {
     const Opened camera("CXP-IF", "CXP-SL");
@@ -259,6 +281,27 @@ void TestTestProducer::acquiresPartsAndHeights()
     const auto *heights = reinterpret_cast<const float *>(acquisition.part(buffer, 0, BUFFER_PART_INFO_BASE));
     const auto measured = std::count_if(heights, heights + 640 * 480, [](float z) { return std::fabs(z) < 100; });
     QVERIFY2(measured > 640 * 480 / 2, qPrintable(QString::number(measured)));
+}
+
+void TestTestProducer::acquiresProfiles()
+{
+    constexpr std::size_t Points = 2048 * 100;
+    script("register GEV-PROFILER AcquisitionLineCount 100");
+    for (const bool intensity : {false, true}) {
+        script(intensity ? "register GEV-PROFILER DepthDataType 1" : "");
+        const Opened camera("GEV-IF", "GEV-PROFILER");
+        Acquisition acquisition(camera, "profiler", Points * (intensity ? 4 : 2));
+        acquisition.start();
+        const BUFFER_HANDLE buffer = acquisition.next();
+        QCOMPARE(acquisition.info(buffer, BUFFER_INFO_DATA_SIZE), quint64(Points * (intensity ? 3 : 2)));
+        QCOMPARE(acquisition.info(buffer, BUFFER_INFO_PAYLOADTYPE),
+                 quint64(intensity ? PAYLOAD_TYPE_MULTI_PART : PAYLOAD_TYPE_IMAGE));
+        QCOMPARE(intensity ? acquisition.part(buffer, 0, BUFFER_PART_INFO_DATA_FORMAT)
+                           : acquisition.info(buffer, BUFFER_INFO_PIXELFORMAT),
+                 quint64(0x011000B8));
+        const auto *heights = reinterpret_cast<const quint16 *>(acquisition.info(buffer, BUFFER_INFO_BASE));
+        QVERIFY(std::count_if(heights, heights + Points, [](quint16 z) { return z > 0; }) > int(Points / 2));
+    }
 }
 
 void TestTestProducer::chunksFollowTheImage()
