@@ -118,9 +118,11 @@ void LoadedProducer::init()
 
 void LoadedProducer::cleanup()
 {
-    QCOMPARE(script("open"), QByteArray());
-    QCOMPARE(script("complaints"), QByteArray());
+    const QByteArray open = script("open");
+    const QByteArray complaints = script("complaints");
     QCOMPARE(CALL(GCCloseLib)(), GC_ERROR(GC_ERR_SUCCESS));
+    QCOMPARE(open, QByteArray());
+    QCOMPARE(complaints, QByteArray());
 }
 
 } // namespace TestConsumer
