@@ -251,7 +251,8 @@ private Q_SLOTS:
             reads[i] = tell("calls GCReadPort").toInt() + tell("calls GCReadPortStacked").toInt();
             for (GenApi::INode *node : nodes) {
                 const QString name = QString::fromLatin1(node->GetName().c_str());
-                if (node->GetPrincipalInterfaceType() == GenApi::intfIInteger && GenApi::IsWritable(node))
+                if (node->GetPrincipalInterfaceType() == GenApi::intfIInteger && GenApi::IsWritable(node)
+                    && GenApi::IsReadable(node))
                     values[i] << name + readNodeText(one.nodes(), name);
             }
             QVERIFY(values[i].size() > 10);
