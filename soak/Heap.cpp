@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "Host/HostContext.h"
 #include "Viewer/LogModel.h"
 #include "Viewer/ViewerWindow.h"
 
@@ -49,6 +50,7 @@ qint64 heapInUse(ViewerWindow &window)
 {
     qApp->setStyleSheet(qApp->styleSheet());
     window.findChild<LogModel *>()->clear();
+    window.host().writeLog().clear();
     QPixmapCache::clear();
     return __sanitizer_get_current_allocated_bytes ? qint64(__sanitizer_get_current_allocated_bytes())
                                                    : libraryHeapInUse();
