@@ -57,10 +57,13 @@ void SettingsSource::adoptChoice(int row)
 
 void SettingsSource::askForFile()
 {
-    const QString path = QFileDialog::getOpenFileName(this, tr("Settings File"), m_place.file,
-                                                      tr("Settings files (*.txt);;All files (*)"));
-    if (!path.isEmpty())
-        choose({{}, path});
+    auto *dialog = new QFileDialog(this, tr("Settings File"), QString(), tr("Settings files (*.txt);;All files (*)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    if (!m_place.file.isEmpty())
+        dialog->selectFile(m_place.file);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) { choose({{}, path}); });
+    dialog->open();
 }
 
 /// Adds a file that is new; -1 for none.

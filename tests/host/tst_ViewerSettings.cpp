@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTableView>
 #include <QTreeView>
@@ -320,6 +323,20 @@ private Q_SLOTS:
             QVERIFY2(failures == row.failures, row.name);
             dialog->reject();
         }
+    }
+
+    /// Keys may come faster than a dialog that returns.
+    void comparisonIsClosedWhileItAsksForAFile()
+    {
+        const QPointer<CompareDialog> dialog = commands().compare({Camera, {}}, {});
+        QComboBox &box = dialog->right().box();
+        bool isAsked = false;
+        QTimer::singleShot(0, this, [&] { // if asking waits, this is within
+            isAsked = dialog->findChild<QFileDialog *>();
+            dialog->reject();
+        });
+        Q_EMIT box.activated(box.count() - 1);
+        QTRY_VERIFY(isAsked && !dialog);
     }
 
     void thousandsOfRowsAreFilteredSoon()
