@@ -51,7 +51,9 @@ qint64 heapInUse(ViewerWindow &window)
     qApp->setStyleSheet(qApp->styleSheet());
     window.findChild<LogModel *>()->clear();
     window.host().writeLog().clear();
-    QPixmapCache::clear();
+    const int images = QPixmapCache::cacheLimit();
+    QPixmapCache::setCacheLimit(0); // clear() would keep their names for ever
+    QPixmapCache::setCacheLimit(images);
     return __sanitizer_get_current_allocated_bytes ? qint64(__sanitizer_get_current_allocated_bytes())
                                                    : libraryHeapInUse();
 }
