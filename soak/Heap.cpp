@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QByteArray>
 #include <QFile>
+#include <QLineEdit>
 #include <QPixmapCache>
 
 #include <malloc.h>
@@ -51,6 +52,9 @@ qint64 heapInUse(ViewerWindow &window)
     qApp->setStyleSheet(qApp->styleSheet());
     window.findChild<LogModel *>()->clear();
     window.host().writeLog().clear();
+    const QList<QLineEdit *> fields = window.findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields)
+        field->setText(field->text()); // with nothing to undo
     const int images = QPixmapCache::cacheLimit();
     QPixmapCache::setCacheLimit(0); // clear() would keep their names for ever
     QPixmapCache::setCacheLimit(images);
