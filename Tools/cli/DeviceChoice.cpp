@@ -159,8 +159,11 @@ std::vector<KnownDevice> devicesNamed(const std::string &name, const Options &op
     const std::vector<KnownDevice> same = filtered(all, [&](const KnownDevice &one) { return one.id == text; });
     if (!same.empty())
         return same;
-    return only(filtered(all, [&](const KnownDevice &one) { return one.serial == text || one.address == text; }), text,
-                warning, error);
+    return only(filtered(all,
+                         [&](const KnownDevice &one) {
+                             return !text.isEmpty() && (one.serial == text || one.address == text);
+                         }),
+                text, warning, error);
 }
 
 std::vector<KnownDevice> devicesOfOptions(const Options &options, QString *error)
