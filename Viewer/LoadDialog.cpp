@@ -164,7 +164,8 @@ void LoadDialog::showResults(SettingsLoad::End end)
     m_table->setChoosable(false);
     m_table->settings().setRows(std::move(rows));
     m_table->view().showColumn(SettingsModel::ResultColumn);
-    m_table->offerOnly(hasFailures ? SettingsFilter::Only::Failed : SettingsFilter::Only::Different, true);
+    const bool isFailureTheNews = hasFailures && end == SettingsLoad::End::Complete; // else also what was written
+    m_table->offerOnly(isFailureTheNews ? SettingsFilter::Only::Failed : SettingsFilter::Only::Different, true);
     m_table->fitColumns();
     m_state->setText(sentence(end));
     m_acquiresAgain->hide();

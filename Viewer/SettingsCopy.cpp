@@ -27,9 +27,20 @@ bool SettingsCopy::toDevice(const QString &id, const std::vector<Persistence::En
     return end == SettingsLoad::End::Complete;
 }
 
+void SettingsCopy::noteNotTried(const std::vector<Persistence::Entry> &entries, const QString &label)
+{
+    for (const Persistence::Entry &entry : entries)
+        m_results[entry.place()].failures << QStringLiteral("%1: %2").arg(label, failureText({}));
+}
+
 bool SettingsCopy::toFile(const QString &path, Persistence::Settings content,
                           const std::vector<Persistence::Entry> &entries, QString *error)
 {
+    if (countErrors(content.problems) > 0) {
+        *error =
+            DeviceSettings::tr("%1 is not written: it has lines that make no sense, which would be lost.").arg(path);
+        return false;
+    }
     for (const Persistence::Entry &entry : entries) {
         // Of a setting that stands there several times the last one counts.
         const auto present =

@@ -3,6 +3,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 #include "Tools/BytesText.h"
 
 QString failureText(const Persistence::Outcome &outcome)
@@ -25,4 +27,11 @@ QString failureText(const Persistence::Outcome &outcome)
             ? QCoreApplication::translate("SettingsWords", "written, but it cannot be read back: %1").arg(reason)
             : reason;
     }
+}
+
+std::size_t countErrors(const std::vector<Persistence::Problem> &problems)
+{
+    return std::size_t(std::count_if(problems.begin(), problems.end(), [](const Persistence::Problem &problem) {
+        return problem.severity == Persistence::Severity::Error;
+    }));
 }

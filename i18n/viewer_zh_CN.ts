@@ -59,6 +59,10 @@
         <source>&amp;Close</source>
         <translation>关闭(&amp;C)</translation>
     </message>
+    <message>
+        <source>Left out of %1: %2 (see the log).</source>
+        <translation>%1 中被略去的设置：%2（见日志）。</translation>
+    </message>
 </context>
 <context>
     <name>DeviceSettings</name>
@@ -105,6 +109,10 @@
     <message>
         <source> Cancelled; not tried: %1.</source>
         <translation>已取消；未尝试 %1 项。</translation>
+    </message>
+    <message>
+        <source>%1 is not written: it has lines that make no sense, which would be lost.</source>
+        <translation>未写入 %1：其中有无法识别的行，写入会使其丢失。</translation>
     </message>
 </context>
 <context>
@@ -475,6 +483,10 @@ Device: %2</source>
     <message>
         <source>&amp;Cancel</source>
         <translation>取消(&amp;C)</translation>
+    </message>
+    <message>
+        <source>%1 is not open.</source>
+        <translation>%1 未打开。</translation>
     </message>
 </context>
 <context>

@@ -96,6 +96,8 @@ private Q_SLOTS:
             {"compare|area.txt|card.txt", 1, "< Width: 2448\n", ""},
             {"xml|SIM-AREA-01|area.xml", 0, "", ""},
             {"get|--genicam|area.xml|Width", 0, "Width=", ""},
+            {"set|file:area.xml|ReverseX=1", 0, "ReverseX=1\n", ""},
+            {"compare|file:area.xml|area.txt", 4, "", "PixelFormat"},
             {"watch|SIM-AREA-01|Width|--rounds|2|--interval|0.01", 0, "Width=2448", ""},
             {"get|--all-of|AreaScanCamera|Width|--json", 0, "SIM-AREA-02", ""},
             {"watch|--all-of|AreaScanCamera|Width|--rounds|1", 0, "\tSIM-AREA-02\tWidth=640\n", ""},
