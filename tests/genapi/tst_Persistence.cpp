@@ -6,7 +6,10 @@
 
 #include <GenApi/Persistence.h>
 
+#include <QElapsedTimer>
 #include <QTest>
+
+#include <functional>
 
 using namespace GenApi;
 
@@ -133,6 +136,23 @@ private Q_SLOTS:
             };
             QCOMPARE(std::count_if(device.port.accesses.begin(), device.port.accesses.end(), isOfValue),
                      2); // and verified
+        }
+    }
+
+    /// Behind a link of 1 ms an access the layer adds less than a third.
+    void theLinkIsWhatTakesTime()
+    {
+        BagDevice device("area_scan");
+        const CFeatureBag bag = bagOf(contentOfBag("area_scan.bag"));
+        const std::function<void()> tasks[] = {[&] { stored(*device.map); },
+                                               [&] { CFeatureBag(bag).LoadFromBag(device.map.get()); }};
+        for (const auto &task : tasks) {
+            device.port.resetCounters();
+            QElapsedTimer clock;
+            clock.start();
+            task();
+            const double msPerAccess = double(clock.nsecsElapsed()) / 1e6 / (device.port.reads + device.port.writes);
+            QVERIFY2(msPerAccess < 0.3, QByteArray::number(msPerAccess) + " ms");
         }
     }
 

@@ -112,6 +112,32 @@ private Q_SLOTS:
         again->reject();
     }
 
+    void aFreshCameraBecomesTheSame()
+    {
+        m_host.set("SIM-AREA-01",
+                   "BinningHorizontal=2 Width=640 OffsetX=64 Height=480 OffsetY=32 ReverseX=True "
+                   "ExposureTime=1234.5 Gain=3.7 TriggerSelector=FrameBurstStart TriggerMode=On LUTSelector=Luminance "
+                   "LUTEnable=True LUTIndex=7 LUTValue=200 LineSelector=Line2 LineInverter=True DeviceUserID=it's");
+        commands().save(Camera, m_file);
+        cleanup();
+        init();
+        LoadDialog *const dialog = plan(m_file);
+        dialog->accept();
+        QVERIFY2(stateOf(*dialog).contains(text("Did not take: 0. Not tried: 0.")), qPrintable(stateOf(*dialog)));
+        dialog->reject();
+        const QString second = m_folder.filePath(text("second.txt"));
+        commands().save(Camera, second);
+        const std::optional<Persistence::Settings> left = SettingsFile::read(m_file, &m_error);
+        const std::optional<Persistence::Settings> right = SettingsFile::read(second, &m_error);
+        QVERIFY(left && right);
+        const SettingsDiff diff(*left, *right);
+        for (const SettingsDiff::Row &row : diff.rows())
+            QVERIFY2(row.left == row.right, qPrintable(row.feature + row.position));
+        LoadDialog *const again = plan(m_file);
+        QCOMPARE(stateOf(*again), text("Nothing is to be written."));
+        again->reject();
+    }
+
     void acquisitionStartsAgainIfWanted()
     {
         write({{"ExposureTime", "2500"}});

@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <limits>
 
 namespace {
 
@@ -179,12 +180,15 @@ private Q_SLOTS:
 
     void listIsQuick()
     {
-        QElapsedTimer timer;
-        timer.start();
-        const Result result = run({QStringLiteral("list")});
-        qInfo("list: %lld ms", timer.elapsed());
-        QVERIFY2(result.code == 0 && result.out.contains("SIM-CARD-01"), result.text());
-        QVERIFY2(timer.elapsed() < 4000, "a search takes one second");
+        qint64 shortest = std::numeric_limits<qint64>::max();
+        for (int i = 0; i < 3; ++i) { // others use the machine, too
+            QElapsedTimer timer;
+            timer.start();
+            const Result result = run({QStringLiteral("list")});
+            shortest = std::min(shortest, timer.elapsed());
+            QVERIFY2(result.code == 0 && result.out.contains("SIM-CARD-01"), result.text());
+        }
+        QVERIFY2(shortest < 1500, QByteArray::number(shortest) + " ms; a search takes 1000 ms");
     }
 
     void ctrlCEndsAWatchInOrder()
