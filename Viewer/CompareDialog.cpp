@@ -15,7 +15,6 @@
 
 #include "Viewer/DeviceSettings.h"
 #include "Viewer/SettingsTable.h"
-#include "Viewer/SettingsWords.h"
 
 namespace {
 
@@ -64,6 +63,7 @@ CompareDialog::CompareDialog(DeviceSettings &settings, QWidget *parent)
     m_toLeft->setText(tr("Copy to the &Left"));
     m_toAll->setText(tr("Copy from the Left to &All of the Model"));
     m_state->setObjectName(QStringLiteral("compareState"));
+    m_state->setTextFormat(Qt::PlainText);
     m_state->setWordWrap(true);
     layOut();
     connectParts();
@@ -141,7 +141,7 @@ void CompareDialog::showDifferences(const SettingsCopy &copied)
                               : different > 0 ? tr("Settings that differ: %1").arg(different)
                                               : tr("No differences.")};
     for (const SettingsSource *side : {m_left, m_right}) {
-        if (const std::size_t errors = countErrors(side->settings().problems))
+        if (const std::size_t errors = errorsIn(side->settings()))
             sentences << tr("Left out of %1: %2 (see the log).").arg(side->name()).arg(errors);
     }
     m_state->setText(sentences.join(QLatin1Char('\n')));

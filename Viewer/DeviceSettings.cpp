@@ -9,7 +9,6 @@
 #include "Tools/BytesText.h"
 #include "Tools/SettingsStore.h"
 #include "Viewer/SettingsWalk.h"
-#include "Viewer/SettingsWords.h"
 
 namespace {
 
@@ -155,7 +154,7 @@ SettingsLoad::End DeviceSettings::write(SettingsLoad &load, const QString &id, S
     const SettingsLoad::End end = load.apply(*walk.map(), [&](const SettingsLoad::Progress &progress) {
         const bool isWriting = progress.phase == SettingsLoad::Phase::Writing;
         if (isWriting)
-            Q_EMIT written(id, progress.entry, failureText(progress.row.outcome));
+            Q_EMIT written(id, progress.entry, wordsOf(progress.row.outcome));
         return walk.goOn(isWriting ? tr("Writing settings...") : tr("Reading back..."), progress.done, progress.total);
     });
     return walk.isLost() ? SettingsLoad::End::Lost : end;

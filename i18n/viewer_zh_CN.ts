@@ -490,6 +490,25 @@ Device: %2</source>
     </message>
 </context>
 <context>
+    <name>SettingsLoad</name>
+    <message>
+        <source>not tried</source>
+        <translation>未尝试</translation>
+    </message>
+    <message>
+        <source>the device has no such feature</source>
+        <translation>设备没有该参数</translation>
+    </message>
+    <message>
+        <source>written, but it reads back as &apos;%1&apos;</source>
+        <translation>已写入，但回读为“%1”</translation>
+    </message>
+    <message>
+        <source>written, but it cannot be read back: %1</source>
+        <translation>已写入，但无法回读：%1</translation>
+    </message>
+</context>
+<context>
     <name>SettingsModel</name>
     <message>
         <source>Feature</source>
@@ -552,25 +571,6 @@ Device: %2</source>
     <message>
         <source>&amp;Untick Shown</source>
         <translation>取消勾选所显示的项(&amp;U)</translation>
-    </message>
-</context>
-<context>
-    <name>SettingsWords</name>
-    <message>
-        <source>not tried</source>
-        <translation>未尝试</translation>
-    </message>
-    <message>
-        <source>the device has no such feature</source>
-        <translation>设备没有该参数</translation>
-    </message>
-    <message>
-        <source>written, but it reads back as &apos;%1&apos;</source>
-        <translation>已写入，但回读为“%1”</translation>
-    </message>
-    <message>
-        <source>written, but it cannot be read back: %1</source>
-        <translation>已写入，但无法回读：%1</translation>
     </message>
 </context>
 <context>

@@ -84,6 +84,11 @@ GENICAM_DECL Outcome verifyEntry(GenApi::INodeMap &map, const Entry &entry, Sele
 
 // --- All entries
 
+/// The ranks of entries in an order for reading: those at the same position together, so that the selectors move once
+/// for all; those without selectors first, while these have their own positions.
+GENICAM_DECL std::vector<std::size_t> groupedBySelection(const std::vector<Entry> &entries,
+                                                         const std::vector<std::size_t> &ranks);
+
 /// A feature at one position of its selectors, where they stand now.
 struct GENICAM_DECL Place
 {
