@@ -89,12 +89,14 @@ void DeviceSettings::log(const QString &line)
 }
 
 /// False, with a line in the log, when the walk did not come to its end.
-bool DeviceSettings::tellEnd(const SettingsWalk &walk, const QString &id)
+bool DeviceSettings::tellEnd(const SettingsWalk &walk, const QString &id, bool isAnswering)
 {
     if (walk.isLost())
         log(tr("%1 was closed or lost while its settings were read.").arg(nameOf(id)));
     else if (walk.isCancelled())
         log(tr("Reading the settings of %1 was cancelled.").arg(nameOf(id)));
+    else if (!isAnswering)
+        log(tr("%1 does not answer: its settings were not read.").arg(nameOf(id)));
     else
         return true;
     return false;
@@ -111,18 +113,19 @@ std::optional<Persistence::Settings> DeviceSettings::read(const QString &id, QWi
     const AcquisitionPause pause(m_context, id, walk, true);
     Persistence::Settings settings =
         settingsOf(*map, [&](std::size_t count) { return walk.goOn(tr("Reading settings..."), count); });
-    return tellEnd(walk, id) ? std::optional(std::move(settings)) : std::nullopt;
+    return tellEnd(walk, id, !isCutShort(settings)) ? std::optional(std::move(settings)) : std::nullopt;
 }
 
 bool DeviceSettings::compare(SettingsLoad &load, const QString &id, QWidget *window)
 {
     SettingsWalk walk(m_context, id, tr("Settings of %1").arg(nameOf(id)), window);
     GenApi::INodeMap *const map = walk.map();
+    SettingsLoad::End end = SettingsLoad::End::Lost;
     if (map)
-        load.compare(*map, [&](const SettingsLoad::Progress &progress) {
+        end = load.compare(*map, [&](const SettingsLoad::Progress &progress) {
             return walk.goOn(tr("Reading what the device has..."), progress.done, progress.total);
         });
-    return tellEnd(walk, id);
+    return tellEnd(walk, id, end != SettingsLoad::End::Lost);
 }
 
 SettingsLoad::End DeviceSettings::apply(SettingsLoad &load, const QString &id, QWidget *window)

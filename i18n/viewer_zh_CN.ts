@@ -114,6 +114,10 @@
         <source>%1 is not written: it has lines that make no sense, which would be lost.</source>
         <translation>未写入 %1：其中有无法识别的行，写入会使其丢失。</translation>
     </message>
+    <message>
+        <source>%1 does not answer: its settings were not read.</source>
+        <translation>%1 无应答：未能读取其设置。</translation>
+    </message>
 </context>
 <context>
     <name>DeviceTree</name>

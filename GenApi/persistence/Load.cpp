@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <GenApi/PersistenceDevice.h>
 
+#include "Guarded.h"
+
 #include <algorithm>
 #include <iterator>
 #include <numeric>
@@ -10,8 +12,6 @@
 namespace Persistence {
 
 namespace {
-
-constexpr int MostTimeouts = 3; // in a row
 
 class Load
 {
@@ -83,9 +83,9 @@ private:
 
     void take(std::size_t i, Outcome outcome)
     {
-        m_timeouts = outcome.result == Result::TimedOut ? m_timeouts + 1 : 0;
+        m_silence.note(outcome);
         m_outcomes[i] = std::move(outcome);
-        m_isStopped = (m_options.step && !m_options.step(i, m_outcomes[i])) || m_timeouts >= MostTimeouts;
+        m_isStopped = (m_options.step && !m_options.step(i, m_outcomes[i])) || m_silence.isLasting();
     }
 
     bool isWorthARetry(std::size_t i) const
@@ -100,7 +100,7 @@ private:
     std::vector<Outcome> m_outcomes;
     std::vector<bool> m_isLast; // no entry behind it is of the same setting
     SelectorGuard m_guard;
-    int m_timeouts = 0;
+    Silence m_silence;
     bool m_isStopped = false;
 };
 

@@ -29,6 +29,11 @@ std::optional<Persistence::Settings> storedOf(OpenDevice &device, ExitCode *code
         *code = endOf(device, task);
         return std::nullopt;
     }
+    if (isCutShort(settings)) {
+        task.output.note(QStringLiteral("%1 does not answer").arg(device.id()));
+        *code = DeviceLost;
+        return std::nullopt;
+    }
     for (const Persistence::Problem &problem : settings.problems) {
         task.output.note(textOfBytes(problem.text));
         *code = problem.severity == Persistence::Severity::Error ? NotTaken : *code;

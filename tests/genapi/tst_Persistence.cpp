@@ -5,10 +5,12 @@
 #include "TableRows.h"
 
 #include <GenApi/Persistence.h>
+#include <GenApi/PersistenceDevice.h>
 
 #include <QElapsedTimer>
 #include <QTest>
 
+#include <algorithm>
 #include <functional>
 
 using namespace GenApi;
@@ -277,6 +279,20 @@ private Q_SLOTS:
         QCOMPARE(camera.port.writes, 3u);
         QVERIFY(messages.find("Error while writing node 'Offset': memory port: timed out (line 4)") != GCSTRING_NPOS);
         QVERIFY(messages.find("Error while writing node 'Gain': not tried (line 5)") != GCSTRING_NPOS);
+    }
+
+    void storesNoMoreOfOne()
+    {
+        for (const bool isRead : {true, false}) { // then selectors do not move
+            BagDevice device("area_scan");
+            device.map->InvalidateNodes();
+            device.port.readFault = isRead ? MemoryPort::Fault::Timeout : MemoryPort::Fault::None;
+            device.port.writeFault = MemoryPort::Fault::Timeout;
+            const Persistence::Settings settings = Persistence::storeSettings(*device.map);
+            QVERIFY2(device.port.reads + device.port.writes < 100, QByteArray::number(device.port.reads));
+            QVERIFY(std::any_of(settings.problems.begin(), settings.problems.end(),
+                                [](const Persistence::Problem &problem) { return problem.isSilence; }));
+        }
     }
 
     void floatsReadBackAsTheyWere()

@@ -312,6 +312,21 @@ private Q_SLOTS:
         QVERIFY(m_stage->isLogged(text("was cancelled")) && !QFile::exists(m_file));
     }
 
+    /// It is not lost yet, but what is read of it is not all that it has.
+    void aSilentDeviceLeavesTheFile()
+    {
+        write({{"ExposureTime", "1234"}, {"Gain", "5"}, {"Width", "640"}});
+        camera().setLatency(std::chrono::milliseconds(5));
+        camera().nodeMap()->InvalidateNodes();
+        QTimer::singleShot(400, this, [this] { camera().setFault(SimulatedDevice::Fault::Timeout); });
+        commands().save(Camera, m_file);
+        QVERIFY(m_stage->isLogged(text("does not answer: its settings")));
+        const std::optional<Persistence::Settings> left = SettingsFile::read(m_file, &m_error);
+        QVERIFY(left && left->entries.size() == 3);
+        commands().load(m_file);
+        QVERIFY(!dialogOf<LoadDialog>());
+    }
+
     void comparedAndCopied()
     {
         QVERIFY(m_host.open("SIM-AREA-02"));
