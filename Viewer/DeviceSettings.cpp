@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Viewer/DeviceSettings.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 
 #include "Features/NodeGuard.h"
@@ -91,6 +92,7 @@ void DeviceSettings::log(const QString &line)
 /// False, with a line in the log, when the walk did not come to its end.
 bool DeviceSettings::tellEnd(const SettingsWalk &walk, const QString &id, bool isAnswering)
 {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // a loss that is on its way
     if (walk.isLost())
         log(tr("%1 was closed or lost while its settings were read.").arg(nameOf(id)));
     else if (walk.isCancelled())

@@ -25,7 +25,7 @@ bool write(const QString &file, const Persistence::Settings &settings, Task &tas
 std::optional<Persistence::Settings> storedOf(OpenDevice &device, ExitCode *code, Task &task)
 {
     Persistence::Settings settings = settingsOf(device.map(), [&device](std::size_t) { return device.goesOn(); });
-    if (!device.goesOn()) {
+    if (!device.endsWell()) {
         *code = endOf(device, task);
         return std::nullopt;
     }
