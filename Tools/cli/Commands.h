@@ -30,7 +30,7 @@ struct Command
         ValueOnly = 32,
         Watching = 64,
         ShowAll = 128,
-        Devices = 256, ///< --genicam, --all-of, --search-time
+        Devices = 256, ///< --genicam, --all-of
         FilePerDevice = 512 ///< its last word is a file that it writes
     };
 

@@ -17,6 +17,7 @@
 #include "Features/NodeText.h"
 #include "Simulation/SimulatedDevices.h"
 #include "Tools/BytesText.h"
+#include "Tools/cli/CameraSearch.h"
 #include "Tools/cli/Options.h"
 
 namespace {
@@ -63,11 +64,11 @@ KnownDevice knownOf(const FoundDevice &found)
 }
 
 /// A search on a thread of its own.
-std::future<Found> startSearch()
+std::future<Found> startSearch(const Options &options)
 {
     auto promise = std::make_shared<std::promise<Found>>();
     std::future<Found> found = promise->get_future();
-    std::thread([promise] { promise->set_value(aravisFinder(true)()); }).detach();
+    std::thread([promise, find = cameraFinder(options)] { promise->set_value(find()); }).detach();
     return found;
 }
 
@@ -144,7 +145,7 @@ bool isDescription(const QString &name)
 
 std::vector<KnownDevice> knownDevices(const Options &options, QString *warning)
 {
-    std::future<Found> search = startSearch();
+    std::future<Found> search = startSearch(options);
     std::vector<KnownDevice> known = simulatedDevices(true);
     for (const FoundDevice &one : endSearch(search, options, warning))
         known.push_back(knownOf(one));

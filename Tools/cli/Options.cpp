@@ -90,6 +90,9 @@ void addOptions(CLI::App &app, const Command &command, Options &options)
         app.add_option("--genicam", options.genicam, "A description file instead of DEVICE.")->type_name("FILE");
         app.add_option("--all-of", options.allOf, "All devices of a model instead of DEVICE.")->type_name("MODEL");
     }
+    app.add_option("--producer", options.producers, "Search also with this GenTL producer; may be given several times.")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
     app.add_option("--search-time", options.searchTime, "Longest wait for the search for cameras, 5 if not given.")
         ->type_name("SECONDS")
         ->check(CLI::Range(0.001, 3600.0).description(""));

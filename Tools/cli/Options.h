@@ -22,6 +22,7 @@ struct Options
     double interval = 0.5; ///< seconds
     int rounds = 0; ///< 0: without end
     double searchTime = 5.0; ///< seconds
+    std::vector<std::string> producers; ///< files of GenTL producers
 
     std::string text;
     int exitCode = 0;

@@ -243,6 +243,27 @@ private Q_SLOTS:
         QVERIFY2(result.code == 6 && result.err.contains("is lost"), result.text());
     }
 
+    /// Cameras behind a GenTL producer are devices like others; a file that is none gets a line.
+    void devicesOfProducers()
+    {
+        qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
+        write("broken.cti", "no library");
+        const QString option = QStringLiteral("--producer"), good = QStringLiteral(TEST_PRODUCER);
+        const Result list =
+            run({QStringLiteral("list"), QStringLiteral("--json"), option, good, option, QStringLiteral("broken.cti")});
+        QVERIFY2(list.code == 0 && list.err.contains("broken.cti is not used: "), list.text());
+        QString camera;
+        for (const QJsonValue &one : parsed(list.out).array()) {
+            const QString id = one.toObject()[QLatin1String("id")].toString();
+            if (id.contains(QLatin1String("GEV-AREA")))
+                camera = id;
+        }
+        const Result get =
+            run({QStringLiteral("get"), QStringLiteral("-n"), option, good, camera, QStringLiteral("Width")});
+        QVERIFY2(get.code == 0 && get.out.toInt() > 0, get.text());
+        QVERIFY2(get.err.isEmpty(), get.text());
+    }
+
 private:
     Result run(const QStringList &arguments)
     {
