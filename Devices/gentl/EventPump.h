@@ -26,7 +26,7 @@ public:
     };
 
     /// Waits for begin(). Throws what that throws, and a TimeoutException when it takes longer than the limit.
-    explicit EventPump(std::shared_ptr<Work> work, std::chrono::milliseconds startLimit = std::chrono::seconds(5));
+    explicit EventPump(std::shared_ptr<Work> work, std::chrono::milliseconds startLimit = std::chrono::seconds(3));
     /// Waits for end(), half a second at most.
     ~EventPump();
 

@@ -9,11 +9,21 @@
 
 namespace {
 
+/// A feature, and the registers that its value comes from.
+void invalidate(GenApi::INode &node)
+{
+    GenApi::NodeList_t sources;
+    node.GetChildren(sources, GenApi::ctTerminalNodes);
+    for (GenApi::INode *source : sources)
+        source->InvalidateNode();
+    node.InvalidateNode();
+}
+
 /// With or without the name space that stands before it. An unknown or empty one may mean any node.
 void invalidate(GenApi::INodeMap &map, const QByteArray &name)
 {
     GenApi::INode *node = map.GetNode(name.mid(name.lastIndexOf(':') + 1).constData());
-    guardNode([&] { node ? node->InvalidateNode() : map.InvalidateNodes(); });
+    guardNode([&] { node ? invalidate(*node) : map.InvalidateNodes(); });
 }
 
 } // namespace

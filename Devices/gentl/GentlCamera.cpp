@@ -172,7 +172,7 @@ GentlCamera::Reached GentlCamera::reached()
     m_line = std::make_shared<DeviceLine>(this, &m_handOver, displayName());
     const auto open = [identity = m_identity, line = m_line] { return std::make_unique<Connection>(identity, line); };
     Reached camera;
-    camera.connection = openBounded(open, m_identity.place.producer, &camera.error);
+    camera.connection = openBounded(open, m_identity, &camera.error);
     if (!camera.connection)
         m_line->hangUp();
     return camera;

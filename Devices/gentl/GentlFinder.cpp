@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr std::chrono::seconds CheckLimit(25); // of trying a file: it has a limit of its own
+constexpr std::chrono::seconds CheckSlack(5); // of trying a file, which has a limit of its own
 constexpr std::chrono::seconds CloseLimit(1);
 
 QString canonical(const QString &file)
@@ -31,7 +31,7 @@ class ProducerSearch::Worker : public std::enable_shared_from_this<Worker>
 public:
     Worker(QString path, std::shared_ptr<ProducerCheck> producerCheck, const Options &options)
         : m_file(std::move(path)), m_check(std::move(producerCheck)), m_tell(options.report),
-          m_usualLimit(options.stepLimit)
+          m_usualLimit(options.stepLimit), m_checkLimit(options.checkLimit + CheckSlack)
     { }
 
     const QString &file() const { return m_file; }
@@ -42,7 +42,7 @@ public:
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (std::exchange(m_isBusy, true))
             return;
-        m_stepEnd = Clock::now() + CheckLimit;
+        m_stepEnd = Clock::now() + m_checkLimit;
         std::thread([shared = shared_from_this()] { shared->run(); }).detach();
     }
 
@@ -79,7 +79,7 @@ private:
     {
         ProducerWalk::Result result;
         result.report.file = m_file;
-        step(QStringLiteral("while it is tried"), CheckLimit);
+        step(QStringLiteral("while it is tried"), m_checkLimit);
         const ProducerVerdict verdict = m_check->verdict(m_file);
         if (verdict.isGood)
             result = m_walk.run(m_file, [this](const QString &name) { step(name, m_usualLimit); });
@@ -113,6 +113,7 @@ private:
     const std::shared_ptr<ProducerCheck> m_check;
     const std::function<void(const QString &line)> m_tell;
     const std::chrono::milliseconds m_usualLimit; ///< of a step
+    const std::chrono::milliseconds m_checkLimit;
     ProducerWalk m_walk; ///< of the thread
     mutable std::mutex m_mutex; ///< guards what follows
     std::condition_variable m_changed;
@@ -126,8 +127,7 @@ private:
 };
 
 ProducerSearch::ProducerSearch(Options options)
-    : m_options(std::move(options)),
-      m_check(std::make_shared<ProducerCheck>(m_options.verdicts, m_options.checkProgram))
+    : m_options(std::move(options)), m_check(std::make_shared<ProducerCheck>(m_options.verdicts, m_options.checkLimit))
 { }
 
 ProducerSearch::~ProducerSearch()

@@ -24,7 +24,7 @@ public:
         ProducerCheck::Store verdicts;
         std::function<void(const QString &line)> report; ///< for the log; any thread
         std::chrono::milliseconds stepLimit{5000}; ///< for each interface, beside a check of the file
-        QString checkProgram; ///< see ProducerCheck
+        std::chrono::milliseconds checkLimit{10'000}; ///< for trying a file
     };
 
     explicit ProducerSearch(Options options);

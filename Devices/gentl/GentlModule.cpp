@@ -64,7 +64,7 @@ GentlModule::Reached GentlModule::reached()
         const ModuleConnection::Plan plan{{opened, opened->handle()}, false, Deadline};
         return std::make_unique<ModuleConnection>(plan, line);
     };
-    module.connection = openBounded(open, m_identity.place.producer, &module.error);
+    module.connection = openBounded(open, m_identity, &module.error);
     if (!module.connection)
         m_line->hangUp();
     return module;

@@ -6,6 +6,7 @@
 
 #include "Devices/gentl/BoundedCall.h"
 #include "Devices/gentl/GentlError.h"
+#include "Devices/gentl/GentlPlace.h"
 #include "Features/NodeGuard.h"
 
 /// A sentence for a person about why a module could not be opened.
@@ -14,15 +15,14 @@ QString openingProblem(const GentlError &error);
 /// Runs `open`, which opens a module and returns a pointer to what it made, on another thread, for a limited time. Null
 /// on failure, with a sentence for a person in `error`.
 template <class Open>
-auto openBounded(Open open, const QString &producer, QString *error)
+auto openBounded(Open open, const GentlIdentity &identity, QString *error)
 {
-    constexpr std::chrono::seconds Limit(20);
     decltype(open()) made{};
     const auto attempt = [&] {
         try {
-            auto result = boundedCall(Limit, std::move(open));
+            auto result = boundedCall(identity.openLimit, std::move(open));
             if (!result)
-                throw std::runtime_error("the producer " + QFileInfo(producer).fileName().toStdString()
+                throw std::runtime_error("the producer " + QFileInfo(identity.place.producer).fileName().toStdString()
                                          + " does not come back");
             made = std::move(*result);
         } catch (const GentlError &refusal) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
+
 #include <QByteArray>
 #include <QString>
 
@@ -24,6 +26,7 @@ struct GentlIdentity
     GentlPlace place;
     QString displayName;
     QString transport; ///< the standard's name: GEV, U3V, CXP...
+    std::chrono::milliseconds openLimit{20'000}; ///< what opening may take at most
 };
 
 /// GEV and U3V are known by themselves, everything else is Other.

@@ -44,7 +44,10 @@ ModuleConnection::~ModuleConnection() = default;
 void ModuleConnection::load(const Plan &plan, const std::shared_ptr<DeviceLine> &line)
 {
     const Producer &gentl = *plan.target.module->producer();
-    const std::unique_ptr<GenApi::IPort> direct = registers(plan, std::nullopt, {});
+    DescriptionPorts direct;
+    direct.push_back(std::make_unique<ModulePort>(plan.target));
+    if (plan.wantsWords)
+        direct.push_back(registers(plan, std::nullopt, {}));
     const QByteArray port = portName(plan.target);
     const auto use = [&](const QByteArray &description, const PortUrl &url) {
         if (url.place == PortUrl::Place::Registers)
@@ -57,7 +60,7 @@ void ModuleConnection::load(const Plan &plan, const std::shared_ptr<DeviceLine> 
         m_description = description;
     };
     const auto report = [&line](const QString &text) { line->report(text); };
-    useDescription(portUrls(gentl, plan.target.handle), QFileInfo(gentl.file()).dir(), *direct, use, report);
+    useDescription(portUrls(gentl, plan.target.handle), QFileInfo(gentl.file()).dir(), direct, use, report);
 }
 
 void ModuleConnection::goLive()

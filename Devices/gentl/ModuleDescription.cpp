@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include "Devices/SilenceGuard.h"
 #include "Features/NodeGuard.h"
 
 namespace {
@@ -84,15 +85,18 @@ QByteArray fileContents(const QString &path)
     return file.readAll();
 }
 
-QByteArray registerContents(const PortUrl &url, GenApi::IPort &port)
+/// Throws what the last port throws.
+QByteArray registerContents(const PortUrl &url, const DescriptionPorts &ports)
 {
     const auto address = static_cast<int64_t>(url.address);
     const auto length = static_cast<int64_t>(url.length);
     QByteArray contents(static_cast<int>(length), '\0');
-    if (guardNode([&] { port.Read(contents.data(), address, length); }))
-        return contents;
+    for (const std::unique_ptr<GenApi::IPort> &port : ports) {
+        if (guardSilence([&] { port->Read(contents.data(), address, length); }))
+            return contents;
+    }
     for (int64_t done = 0; done < length; done += SmallRead)
-        port.Read(contents.data() + done, address + done, std::min(SmallRead, length - done));
+        ports.back()->Read(contents.data() + done, address + done, std::min(SmallRead, length - done));
     return contents;
 }
 
@@ -104,10 +108,10 @@ QByteArray withoutFinalZeros(QByteArray text)
     return text;
 }
 
-QByteArray contentsOf(const PortUrl &url, GenApi::IPort &port)
+QByteArray contentsOf(const PortUrl &url, const DescriptionPorts &ports)
 {
     const QByteArray contents =
-        url.place == PortUrl::Place::File ? fileContents(url.path) : registerContents(url, port);
+        url.place == PortUrl::Place::File ? fileContents(url.path) : registerContents(url, ports);
     return contents.startsWith("PK") ? contents : withoutFinalZeros(contents);
 }
 
@@ -161,7 +165,7 @@ std::vector<QByteArray> portUrls(const Producer &gentl, GenTL::PORT_HANDLE port)
     return urls;
 }
 
-void useDescription(const std::vector<QByteArray> &urls, const QDir &directory, GenApi::IPort &port,
+void useDescription(const std::vector<QByteArray> &urls, const QDir &directory, const DescriptionPorts &ports,
                     const std::function<void(const QByteArray &description, const PortUrl &url)> &use,
                     const std::function<void(const QString &line)> &report)
 {
@@ -169,7 +173,7 @@ void useDescription(const std::vector<QByteArray> &urls, const QDir &directory, 
         QString error;
         const auto attempt = [&] {
             const PortUrl parsed = parsePortUrl(url, directory);
-            use(contentsOf(parsed, port), parsed);
+            use(contentsOf(parsed, ports), parsed);
         };
         if (guarded(&error, attempt))
             return;

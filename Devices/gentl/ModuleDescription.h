@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include <QByteArray>
@@ -33,9 +34,12 @@ PortUrl parsePortUrl(const QByteArray &url, const QDir &directory);
 /// All URLs of a port, as they stand, those with the newest schema first.
 std::vector<QByteArray> portUrls(const Producer &gentl, GenTL::PORT_HANDLE port);
 
-/// Calls `use` with the description, XML or zipped, that the first URL leads to; if that or `use` throws, with that of
-/// the next one. Each failure goes to `report`. Throws std::runtime_error when none is left. `port` reads the
-/// registers.
-void useDescription(const std::vector<QByteArray> &urls, const QDir &directory, GenApi::IPort &port,
+/// The ways to registers that a description may lie in. They are tried one after the other: some producers know nothing
+/// behind the last byte, others want whole words.
+using DescriptionPorts = std::vector<std::unique_ptr<GenApi::IPort>>;
+
+/// Calls `use` with the description, XML or zipped, that the first URL leads to; if that or `use` throws, with that of the
+/// next one. Each failure goes to `report`. Throws std::runtime_error when none is left.
+void useDescription(const std::vector<QByteArray> &urls, const QDir &directory, const DescriptionPorts &ports,
                     const std::function<void(const QByteArray &description, const PortUrl &url)> &use,
                     const std::function<void(const QString &line)> &report);

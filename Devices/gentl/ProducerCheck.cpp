@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int TimeLimit = 10'000; // ms
+constexpr int KillLimit = 1000; // ms
 const QString Step = QStringLiteral("step ");
 
 /// What a text member of a verdict is called in a document.
@@ -85,8 +85,8 @@ bool isLasting(const ProducerVerdict &verdict, bool isTold)
 
 } // namespace
 
-ProducerCheck::ProducerCheck(Store store, QString program)
-    : m_store(std::move(store)), m_program(program.isEmpty() ? producerCheckProgram() : std::move(program))
+ProducerCheck::ProducerCheck(Store store, std::chrono::milliseconds timeLimit)
+    : m_store(std::move(store)), m_limit(timeLimit)
 { }
 
 ProducerVerdict ProducerCheck::verdict(const QString &file)
@@ -132,16 +132,18 @@ ProducerVerdict ProducerCheck::tried(const QString &file, bool *isTold) const
     const QString problem = libraryProblem(file);
     if (!problem.isEmpty())
         return bad(problem);
-    if (m_program.isEmpty())
+    const QString program = producerCheckProgram();
+    if (program.isEmpty())
         return bad(QStringLiteral("it cannot be tried: the program paramter-producer-check is missing"));
     QProcess process;
-    process.start(m_program, {file});
-    const bool hasEnded = process.waitForStarted(TimeLimit) && process.waitForFinished(TimeLimit);
+    process.start(program, {file});
+    const auto limit = static_cast<int>(m_limit.count());
+    const bool hasEnded = process.waitForStarted(limit) && process.waitForFinished(limit);
     if (process.error() == QProcess::FailedToStart)
         return bad(QStringLiteral("it cannot be tried: ") + process.errorString());
     if (!hasEnded) {
         process.kill();
-        process.waitForFinished(TimeLimit);
+        process.waitForFinished(KillLimit);
     }
     *isTold = hasEnded && process.exitStatus() == QProcess::NormalExit;
     const QStringList lines = QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'));

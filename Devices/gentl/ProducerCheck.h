@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -32,10 +33,9 @@ public:
         std::function<void(const QString &file, const QByteArray &verdict)> write; ///< empty: forget it
     };
 
-    /// `program`: see producerCheckProgram().
-    explicit ProducerCheck(Store store = {}, QString program = {});
+    explicit ProducerCheck(Store store = {}, std::chrono::milliseconds timeLimit = std::chrono::seconds(10));
 
-    /// Takes ten seconds at most when the file has to be tried.
+    /// Takes as long as the limit at most when the file has to be tried.
     ProducerVerdict verdict(const QString &file);
     /// The file is tried again when the next one asks.
     void forget(const QString &file);
@@ -45,7 +45,7 @@ private:
     ProducerVerdict tried(const QString &file, bool *isTold) const;
 
     const Store m_store;
-    const QString m_program;
+    const std::chrono::milliseconds m_limit;
     std::mutex m_mutex; ///< guards what follows
     std::map<QString, QByteArray> m_verdicts; ///< by file
 };

@@ -31,7 +31,7 @@ StreamBuffers::~StreamBuffers()
 {
     if (m_buffers.empty())
         return;
-    gentl().note("DSFlushQueue", gentl()->DSFlushQueue(m_stream->handle(), GenTL::ACQ_QUEUE_ALL_DISCARD));
+    takeBack();
     bool isRevoked = true;
     for (const StreamBuffer &buffer : m_buffers) {
         void *memory = nullptr;
@@ -44,6 +44,15 @@ StreamBuffers::~StreamBuffers()
         return;
     for (Memory &memory : m_memory) // the producer may write into it at any time
         static_cast<void>(memory.release());
+}
+
+void StreamBuffers::takeBack() const
+{
+    const GenTL::DS_HANDLE stream = m_stream->handle();
+    if (gentl()->DSFlushQueue(stream, GenTL::ACQ_QUEUE_ALL_DISCARD) == GenTL::GC_ERR_SUCCESS)
+        return;
+    gentl().note("DSFlushQueue", gentl()->DSFlushQueue(stream, GenTL::ACQ_QUEUE_INPUT_TO_OUTPUT));
+    gentl().note("DSFlushQueue", gentl()->DSFlushQueue(stream, GenTL::ACQ_QUEUE_OUTPUT_DISCARD));
 }
 
 std::size_t StreamBuffers::wantedCount(std::size_t frameSize) const

@@ -44,6 +44,8 @@ private:
     };
     using Memory = std::unique_ptr<void, Free>;
 
+    /// Out of all queues.
+    void takeBack() const;
     std::size_t wantedCount(std::size_t frameSize) const;
     std::size_t alignment() const;
     /// False when the producer does not take memory of others.
