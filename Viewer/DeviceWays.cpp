@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "Viewer/DeviceWays.h"
+
+#include <QActionGroup>
+#include <QMenu>
+
+#include "Devices/MergedFinder.h"
+#include "Host/HostContext.h"
+#include "Viewer/DeviceTree.h"
+#include "Viewer/GlyphIcons.h"
+
+DeviceWays::DeviceWays(HostContext &context, DeviceTree &devices, QMenu &deviceMenu)
+    : m_context(context), m_devices(devices), m_routes(new QMenu(&deviceMenu))
+{
+    m_routes->setObjectName(QStringLiteral("routeMenu"));
+    connect(&deviceMenu, &QMenu::aboutToShow, this,
+            [this, menu = &deviceMenu] { menu->addActions(actions()); }); // those of before are gone
+}
+
+DeviceWays::~DeviceWays() = default;
+
+QString DeviceWays::nameOf(const DeviceRoute &route)
+{
+    return route.name == BuiltInRoute ? tr("Built-in search") : route.name;
+}
+
+QList<QAction *> DeviceWays::actions()
+{
+    m_actions.removeAll(m_routes->menuAction());
+    for (QWidget *menu : m_routes->menuAction()->associatedWidgets())
+        menu->removeAction(m_routes->menuAction());
+    qDeleteAll(m_actions);
+    m_actions.clear();
+    m_routes->clear();
+    const Device *const device = m_devices.currentDevice();
+    if (!device)
+        return {};
+    const FoundDevice *const found = m_context.devices().finding(device->id());
+    if (found && found->routes.size() > 1)
+        addRoutes(*found);
+    if (m_context.devices().isReady(device->id()))
+        addModules(*device);
+    return m_actions;
+}
+
+QAction *DeviceWays::separator()
+{
+    auto *action = new QAction(this);
+    action->setSeparator(true);
+    return action;
+}
+
+void DeviceWays::addRoutes(const FoundDevice &camera)
+{
+    delete m_routes->findChild<QActionGroup *>(); // of before
+    auto *group = new QActionGroup(m_routes);
+    for (const DeviceRoute &route : camera.routes) {
+        QAction *const action = m_routes->addAction(nameOf(route).replace(QLatin1Char('&'), QLatin1String("&&")));
+        group->addAction(action);
+        action->setCheckable(true);
+        action->setChecked(route.id == camera.id);
+        connect(action, &QAction::triggered, this, [this, camera, id = route.id] { choose(camera, id); });
+    }
+    m_routes->setTitle(tr("Reach T&hrough"));
+    m_routes->setEnabled(m_context.devices().state(camera.id) == KnownDevices::State::Closed);
+    m_actions << separator() << m_routes->menuAction();
+}
+
+void DeviceWays::addModules(const Device &camera)
+{
+    const std::vector<FoundDevice> modules = camera.modules();
+    if (!modules.empty())
+        m_actions << separator();
+    for (const FoundDevice &module : modules) {
+        const QString name = QString(module.name).replace(QLatin1Char('&'), QLatin1String("&&"));
+        auto *action = new QAction(glyphIcon(Glyph::Card), tr("Open %1").arg(name), this);
+        connect(action, &QAction::triggered, this,
+                [this, camera = camera.id(), module = module.id] { openModule(camera, module); });
+        m_actions << action;
+    }
+}
+
+void DeviceWays::choose(const FoundDevice &camera, const QString &route)
+{
+    if (route == camera.id)
+        return;
+    m_context.deviceReturn().giveUp(camera.id); // it would stay listed for its return
+    m_context.producers().chooseRoute(cameraKey(camera), route);
+    m_context.devices().refreshAnew();
+}
+
+void DeviceWays::openModule(const QString &camera, const QString &module)
+{
+    m_context.cameraModules().open(camera, module);
+    m_devices.select(module);
+}
