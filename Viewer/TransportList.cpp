@@ -26,6 +26,8 @@ const char *originText(Producers::Origin origin)
     }
 }
 
+const QString LeftOut = QStringLiteral("left out: --simulated");
+
 /// The words that are not empty, with commas between them.
 QString joined(QStringList words)
 {
@@ -50,7 +52,7 @@ void search(KnownDevices &devices)
 class Print
 {
 public:
-    explicit Print(HostContext &context) : m_context(context), m_out(stdout)
+    Print(HostContext &context, bool leavesOut) : m_context(context), m_out(stdout), m_leavesOut(leavesOut)
     {
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
         m_out.setCodec("UTF-8");
@@ -60,6 +62,8 @@ public:
     void builtIn(const std::vector<FoundDevice> &seen)
     {
         line(0, QStringLiteral("Built-in search for GigE Vision and USB3 Vision cameras"));
+        if (m_leavesOut)
+            return line(1, LeftOut);
         for (const FoundDevice &one : seen)
             line(1,
                  one.id + QLatin1String(": ")
@@ -74,6 +78,8 @@ public:
         const char *const name = "GENICAM_GENTL64_PATH";
         const QString value = qEnvironmentVariable(name);
         line(0, QStringLiteral("Directories of %1").arg(QLatin1String(name)));
+        if (m_leavesOut)
+            return line(1, LeftOut);
         const QStringList directories = value.split(QDir::listSeparator(), Qt::SkipEmptyParts);
         for (const QString &directory : directories)
             line(1, QStringLiteral("%1: %2").arg(directory, contentOf(directory)));
@@ -167,12 +173,14 @@ private:
 
     HostContext &m_context;
     QTextStream m_out;
+    const bool m_leavesOut; ///< only producers that the command line names are used
 };
 
 } // namespace
 
 int listTransports(HostContext::Options options)
 {
+    const bool leavesOut = options.onlyGivenProducers;
     std::vector<FoundDevice> seen; // by the built-in search; the others are told by their producers
     options.finder = [builtIn = std::move(options.finder), &seen] {
         seen = builtIn();
@@ -180,7 +188,7 @@ int listTransports(HostContext::Options options)
     };
     HostContext context(std::move(options));
     search(context.devices());
-    Print print(context);
+    Print print(context, leavesOut);
     print.builtIn(seen);
     print.environment();
     print.producers();
