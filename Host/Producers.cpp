@@ -243,5 +243,6 @@ DeviceFinder Producers::finder(const DeviceFinder &builtIn) const
     const auto choice = [shared = m_shared](const QString &camera, const std::vector<DeviceRoute> &) {
         return shared->route(camera);
     };
-    return mergedFinder(builtIn, gentlFinder(m_search), choice);
+    const DeviceFinder none = [] { return std::vector<FoundDevice>(); };
+    return mergedFinder(builtIn ? builtIn : none, gentlFinder(m_search), choice);
 }

@@ -59,7 +59,8 @@ public:
     /// The next search lists the camera by that way.
     void chooseRoute(const QString &camera, const QString &id);
 
-    /// Finds what `builtIn` finds and what the producers reach, each camera once. May be called after the end of this.
+    /// Finds what `builtIn` finds (nothing if it is empty) and what the producers reach, each camera once. May be
+    /// called after the end of this.
     DeviceFinder finder(const DeviceFinder &builtIn) const;
 
 Q_SIGNALS:

@@ -49,11 +49,12 @@ public:
         start(std::move(finder), std::move(clock));
     }
     /// The same again, with the settings and the log of before.
-    void start(DeviceFinder finder = {}, DeviceReturn::Clock clock = OncePerMinute::steadyTime)
+    void start(DeviceFinder finder = {}, DeviceReturn::Clock clock = OncePerMinute::steadyTime,
+               std::optional<QStringList> producers = std::nullopt)
     {
         end();
-        m_context =
-            std::make_unique<HostContext>(HostContext::Options{m_settings, std::move(finder), std::move(clock)});
+        m_context = std::make_unique<HostContext>(
+            HostContext::Options{m_settings, std::move(finder), std::move(clock), std::move(producers)});
         QObject::connect(&m_context->log(), &HostLog::lineAdded, m_context.get(),
                          [this](const QDateTime &, const QString &, const QString &message) { log += message; });
     }
