@@ -9,8 +9,7 @@
 
 namespace {
 
-/// Widths of the columns but the last, in letters.
-constexpr int Letters[] = {24, 16, 9, 22, 14};
+constexpr int MostLetters = 24; ///< of a column but the last
 
 Qt::CheckState boxOf(bool on)
 {
@@ -29,8 +28,6 @@ ProducerTable::ProducerTable(QWidget *parent) : QTreeWidget(parent)
     setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);
     header()->setSectionsMovable(false);
-    for (int column = 0; column < StateColumn; ++column)
-        setColumnWidth(column, Letters[column] * fontMetrics().averageCharWidth());
     connect(this, &QTreeWidget::itemChanged, this, &ProducerTable::adoptBox);
     connect(this, &QTreeWidget::currentItemChanged, this, &ProducerTable::currentChanged);
 }
@@ -55,7 +52,17 @@ void ProducerTable::setProducers(const QList<KnownProducer> &producers)
         if (row >= 0)
             setCurrentItem(topLevelItem(row), FileColumn);
     }
+    fitColumns();
     Q_EMIT currentChanged();
+}
+
+/// Nothing changes while the texts stay the same.
+void ProducerTable::fitColumns()
+{
+    for (int column = 0; column < StateColumn; ++column) {
+        resizeColumnToContents(column);
+        setColumnWidth(column, qMin(columnWidth(column), MostLetters * fontMetrics().averageCharWidth()));
+    }
 }
 
 void ProducerTable::fill(QTreeWidgetItem *item, const KnownProducer &producer)

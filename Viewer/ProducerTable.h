@@ -30,6 +30,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    void fitColumns();
     void fill(QTreeWidgetItem *item, const KnownProducer &producer);
     void adoptBox(QTreeWidgetItem *item);
 

@@ -18,7 +18,7 @@
 namespace {
 
 const QString FolderKey = QStringLiteral("Viewer/producerFolder");
-constexpr QSize Letters(130, 32); ///< of the dialog: letters in a line, lines
+constexpr QSize Letters(110, 24); ///< of the dialog: letters in a line, lines
 constexpr double MostOfWindow = 0.95;
 constexpr int DetailLines = 8;
 

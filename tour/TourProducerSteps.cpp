@@ -23,7 +23,7 @@ namespace {
 using State = DeviceTree::State;
 
 constexpr const char *Grabber = "CXP-IF";
-constexpr const char *Camera = "CXP-IF/CXP-SL";
+constexpr const char *Camera = "GEV-IF/GEV-AREA";
 constexpr int DeviceMenu = 1;
 
 QString producerFile()
