@@ -9,6 +9,25 @@
 #include "Viewer/DeviceTree.h"
 #include "Viewer/GlyphIcons.h"
 
+namespace {
+
+/// Without a mnemonic.
+QString inMenu(QString text)
+{
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// What a driver calls a module of its camera.
+QString moduleName(const QString &name)
+{
+    const QString stream = QStringLiteral("stream ");
+    if (name == QLatin1String("device module"))
+        return DeviceWays::tr("device module");
+    return name.startsWith(stream) ? DeviceWays::tr("stream %1").arg(name.mid(stream.size())) : name;
+}
+
+} // namespace
+
 DeviceWays::DeviceWays(HostContext &context, DeviceTree &devices, QMenu &deviceMenu)
     : m_context(context), m_devices(devices), m_routes(new QMenu(&deviceMenu))
 {
@@ -55,7 +74,7 @@ void DeviceWays::addRoutes(const FoundDevice &camera)
     delete m_routes->findChild<QActionGroup *>(); // of before
     auto *group = new QActionGroup(m_routes);
     for (const DeviceRoute &route : camera.routes) {
-        QAction *const action = m_routes->addAction(nameOf(route).replace(QLatin1Char('&'), QLatin1String("&&")));
+        QAction *const action = m_routes->addAction(inMenu(nameOf(route)));
         group->addAction(action);
         action->setCheckable(true);
         action->setChecked(route.id == camera.id);
@@ -72,8 +91,8 @@ void DeviceWays::addModules(const Device &camera)
     if (!modules.empty())
         m_actions << separator();
     for (const FoundDevice &module : modules) {
-        const QString name = QString(module.name).replace(QLatin1Char('&'), QLatin1String("&&"));
-        auto *action = new QAction(glyphIcon(Glyph::Card), tr("Open %1").arg(name), this);
+        auto *action = new QAction(glyphIcon(Glyph::Card), tr("Open %1").arg(inMenu(moduleName(module.model))), this);
+        action->setToolTip(module.name);
         connect(action, &QAction::triggered, this,
                 [this, camera = camera.id(), module = module.id] { openModule(camera, module); });
         m_actions << action;

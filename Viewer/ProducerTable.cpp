@@ -9,7 +9,9 @@
 
 namespace {
 
-constexpr int MostLetters = 24; ///< of a column but the last
+/// Of a column but the last.
+constexpr int MostLetters = 26;
+constexpr int LettersBetween = 2;
 
 Qt::CheckState boxOf(bool on)
 {
@@ -60,8 +62,9 @@ void ProducerTable::setProducers(const QList<KnownProducer> &producers)
 void ProducerTable::fitColumns()
 {
     for (int column = 0; column < StateColumn; ++column) {
+        const int letter = fontMetrics().averageCharWidth();
         resizeColumnToContents(column);
-        setColumnWidth(column, qMin(columnWidth(column), MostLetters * fontMetrics().averageCharWidth()));
+        setColumnWidth(column, qMin(columnWidth(column) + LettersBetween * letter, MostLetters * letter));
     }
 }
 

@@ -269,6 +269,14 @@ The last try failed: %2</source>
         <source>Open %1</source>
         <translation>打开 %1</translation>
     </message>
+    <message>
+        <source>device module</source>
+        <translation>设备模块</translation>
+    </message>
+    <message>
+        <source>stream %1</source>
+        <translation>数据流 %1</translation>
+    </message>
 </context>
 <context>
     <name>FrameStatus</name>

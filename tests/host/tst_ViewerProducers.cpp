@@ -152,8 +152,7 @@ private Q_SLOTS:
     {
         const QString camera = idOf("GEV-IF/GEV-AREA");
         openPanel(camera);
-        const QStringList opening{text("Open Demo Area-scan camera (Bench camera) (device module)"),
-                                  text("Open Demo Area-scan camera (Bench camera) (stream Stream0)")};
+        const QStringList opening{text("Open device module"), text("Open stream Stream0")};
         QMenu &menu = contextMenu();
         const QStringList entries = textsOf(menu);
         QVERIFY2(entries.mid(entries.size() - 2) == opening, qPrintable(entries.join(QLatin1Char('|'))));
