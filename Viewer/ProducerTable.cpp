@@ -31,7 +31,7 @@ ProducerTable::ProducerTable(QWidget *parent) : QTreeWidget(parent)
     setAlternatingRowColors(true);
     header()->setSectionsMovable(false);
     connect(this, &QTreeWidget::itemChanged, this, &ProducerTable::adoptBox);
-    connect(this, &QTreeWidget::currentItemChanged, this, &ProducerTable::currentChanged);
+    connect(this, &QTreeWidget::currentItemChanged, this, &ProducerTable::producerChanged);
 }
 
 void ProducerTable::setProducers(const QList<KnownProducer> &producers)
@@ -55,7 +55,7 @@ void ProducerTable::setProducers(const QList<KnownProducer> &producers)
             setCurrentItem(topLevelItem(row), FileColumn);
     }
     fitColumns();
-    Q_EMIT currentChanged();
+    Q_EMIT producerChanged();
 }
 
 /// Nothing changes while the texts stay the same.

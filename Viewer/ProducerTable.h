@@ -24,7 +24,7 @@ public:
 Q_SIGNALS:
     void switched(const QString &file, bool on);
     /// Another row, or other words in it.
-    void currentChanged();
+    void producerChanged();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

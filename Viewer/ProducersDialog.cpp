@@ -84,7 +84,7 @@ QPushButton *ProducersDialog::addButton(QDialogButtonBox *box, const QString &te
 
 void ProducersDialog::connectParts()
 {
-    connect(m_table, &ProducerTable::currentChanged, this, &ProducersDialog::showCurrent);
+    connect(m_table, &ProducerTable::producerChanged, this, &ProducersDialog::showCurrent);
     connect(m_table, &ProducerTable::switched, this, [this](const QString &file, bool on) {
         m_context.producers().setOn(file, on);
         search();
