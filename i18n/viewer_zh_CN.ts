@@ -267,7 +267,7 @@ The last try failed: %2</source>
     </message>
     <message>
         <source>Open %1</source>
-        <translation>打开 %1</translation>
+        <translation>打开%1</translation>
     </message>
     <message>
         <source>device module</source>
