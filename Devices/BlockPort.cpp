@@ -30,9 +30,9 @@ void BlockPort::setKeeping(bool keeps)
 
 void BlockPort::fetch(int64_t address, int64_t length)
 {
-    std::vector<char> bytes(static_cast<std::size_t>(length));
-    m_target.Read(bytes.data(), address, length);
-    m_blocks[address] = std::move(bytes);
+    RegisterBlock block{address, std::vector<char>(static_cast<std::size_t>(length))};
+    m_target.Read(block.bytes.data(), address, length);
+    keep(std::move(block));
 }
 
 const char *BlockPort::find(int64_t address, int64_t length) const

@@ -2,9 +2,17 @@
 #pragma once
 
 #include <map>
+#include <utility>
 #include <vector>
 
 #include <GenApi/GenApi.h>
+
+/// Registers that lie side by side, as they were read.
+struct RegisterBlock
+{
+    int64_t address = 0;
+    std::vector<char> bytes;
+};
 
 /// Answers reads out of blocks that were read before, for as long as they are kept; passes everything else on.
 ///
@@ -24,6 +32,8 @@ public:
     void setKeeping(bool keeps);
     /// Reads a block in one access and keeps it. Throws what the target throws.
     void fetch(int64_t address, int64_t length);
+    /// Keeps a block that was read by other means.
+    void keep(RegisterBlock block) { m_blocks[block.address] = std::move(block.bytes); }
 
 private:
     /// The kept bytes of a range; null when they are not all in one block.

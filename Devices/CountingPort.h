@@ -30,6 +30,8 @@ public:
         count([&] { m_target.Write(buffer, address, length); });
     }
 
+    /// An access that went another way.
+    void countOne() { ++m_accesses; }
     PortLoad load() const { return {m_accesses, m_timeouts}; }
 
 private:

@@ -61,9 +61,14 @@ LoadedNodeMap::LoadedNodeMap(const QByteArray &description, GenApi::IPort &port,
         m_map->Connect(m_swapping ? m_swapping.get() : &m_blocks, node->GetName());
 }
 
-void LoadedNodeMap::readAhead(const std::atomic_bool &cancelled, const ReadProgress &progress)
+void LoadedNodeMap::readAhead(const std::atomic_bool &cancelled, const ReadProgress &progress,
+                              const StackedRead &stacked)
 {
-    ::readAhead(*m_map, m_blocks, cancelled, progress);
+    const StackedRead counted = [&](std::vector<RegisterBlock> &blocks) {
+        m_counting.countOne();
+        return stacked(blocks);
+    };
+    ::readAhead(*m_map, m_blocks, cancelled, progress, stacked ? counted : StackedRead());
 }
 
 void LoadedNodeMap::Destroy::operator()(GenApi::INodeMap *finished) const

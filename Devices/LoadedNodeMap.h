@@ -22,7 +22,7 @@ public:
 
     GenApi::INodeMap *get() const { return m_map.get(); }
     /// Reads what a panel will want to show into the nodes' caches, see ReadAhead.h.
-    void readAhead(const std::atomic_bool &cancelled, const ReadProgress &progress);
+    void readAhead(const std::atomic_bool &cancelled, const ReadProgress &progress, const StackedRead &stacked = {});
     /// What went through the port. Any thread.
     PortLoad load() const { return m_counting.load(); }
 

@@ -18,7 +18,7 @@ QString millimetres(double value)
 
 AutomaticRange::AutomaticRange(const KnownDevices &devices, const DeviceSessions &sessions, InfoItems &items,
                                HostListeners &listeners)
-    : m_devices(devices), m_items(items), m_listeners(listeners)
+    : QObject(&items), m_devices(devices), m_items(items), m_listeners(listeners)
 {
     connect(&devices, &KnownDevices::heightReady, this, &AutomaticRange::adoptFrame);
     connect(&sessions, &DeviceSessions::stateChanged, this, &AutomaticRange::adoptState);

@@ -19,7 +19,7 @@ class AutomaticRange : public QObject
     Q_OBJECT
 
 public:
-    /// All four must outlive this.
+    /// Owned by the items, which the other three must outlive.
     AutomaticRange(const KnownDevices &devices, const DeviceSessions &sessions, InfoItems &items,
                    HostListeners &listeners);
 

@@ -7,6 +7,8 @@
 
 #include <QThread>
 
+#include "Host/AutomaticRange.h"
+
 namespace {
 
 std::atomic<HostContext *> theContext{nullptr};
@@ -33,9 +35,9 @@ HostContext::HostContext(Options options, QObject *parent)
       m_cameraModules(m_devices, m_sessions, m_deviceReturn), m_automaticSearch(m_devices, *m_settings),
       m_infoItems(m_devices, *m_settings), m_values(m_devices, m_log), m_writes(m_devices),
       m_panelRegions(m_devices, m_values, m_regions, m_log), m_profilerRegions(m_devices, m_values, m_regions, m_log),
-      m_profilerHeights(m_devices, m_sessions, m_values, m_log),
-      m_automaticRange(m_devices, m_sessions, m_infoItems, m_listeners), m_showModes(m_devices, m_sessions, m_log)
+      m_profilerHeights(m_devices, m_sessions, m_values, m_log), m_showModes(m_devices, m_sessions, m_log)
 {
+    new AutomaticRange(m_devices, m_sessions, m_infoItems, m_listeners);
     connectParts();
     theContext = this;
 }

@@ -10,7 +10,6 @@
 #include <QString>
 
 #include "Features/HandOver.h"
-#include "Host/AutomaticRange.h"
 #include "Host/AutomaticSearch.h"
 #include "Host/CameraModules.h"
 #include "Host/DeviceReturn.h"
@@ -115,6 +114,5 @@ private:
     PanelRegions m_panelRegions;
     ProfilerRegions m_profilerRegions;
     ProfilerHeights m_profilerHeights;
-    AutomaticRange m_automaticRange;
     ShowModes m_showModes;
 };

@@ -99,6 +99,14 @@ bool isSameSettingText(const std::string &left, const std::string &right)
     return number && number == decimalNumber(right);
 }
 
+std::size_t errorsIn(const Persistence::Settings &settings)
+{
+    return static_cast<std::size_t>(
+        std::count_if(settings.problems.begin(), settings.problems.end(), [](const Persistence::Problem &problem) {
+            return problem.severity == Persistence::Severity::Error;
+        }));
+}
+
 std::vector<const Persistence::Entry *> lastEntries(const std::vector<Persistence::Entry> &entries)
 {
     Entries last;

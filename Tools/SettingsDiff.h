@@ -44,5 +44,8 @@ private:
 /// and 7.
 bool isSameSettingText(const std::string &left, const std::string &right);
 
+/// How many settings are left out.
+std::size_t errorsIn(const Persistence::Settings &settings);
+
 /// The settings without those that a later one replaces, in their order.
 std::vector<const Persistence::Entry *> lastEntries(const std::vector<Persistence::Entry> &entries);

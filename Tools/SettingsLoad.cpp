@@ -3,8 +3,9 @@
 
 #include <algorithm>
 #include <numeric>
-#include <unordered_map>
 #include <utility>
+
+#include <QCoreApplication>
 
 #include "Tools/BytesText.h"
 #include "Tools/SettingsDiff.h"
@@ -50,13 +51,16 @@ QString wordsOf(const Persistence::Outcome &outcome)
     case Persistence::Result::Done:
         return {};
     case Persistence::Result::NotTried:
-        return QStringLiteral("not tried");
+        return QCoreApplication::translate("SettingsLoad", "not tried");
     case Persistence::Result::NotFound:
-        return QStringLiteral("the device has no such feature");
+        return QCoreApplication::translate("SettingsLoad", "the device has no such feature");
     case Persistence::Result::Differs:
-        return QStringLiteral("written, but it reads back as '%1'").arg(textOfBytes(outcome.found));
+        return QCoreApplication::translate("SettingsLoad", "written, but it reads back as '%1'")
+            .arg(textOfBytes(outcome.found));
     default:
-        return outcome.isOfVerify ? QStringLiteral("written, but it cannot be read back: ") + reason : reason;
+        return outcome.isOfVerify
+            ? QCoreApplication::translate("SettingsLoad", "written, but it cannot be read back: %1").arg(reason)
+            : reason;
     }
 }
 
@@ -113,7 +117,7 @@ private:
     {
         Persistence::SelectorGuard guard(m_map);
         std::size_t done = 0;
-        for (std::size_t rank : inGroups(due)) {
+        for (std::size_t rank : Persistence::groupedBySelection(m_load.m_entries, due)) {
             if (m_isEnded)
                 break;
             Row &row = m_load.m_rows[rank];
@@ -123,24 +127,6 @@ private:
         }
         guard.restore();
         takeProblems(guard.takeProblems());
-    }
-
-    /// Those at the same position together, so that the selectors move once for all; those without selectors first,
-    /// while these have their own positions.
-    Ranks inGroups(const Ranks &due) const
-    {
-        std::unordered_map<std::string, std::size_t> known{{std::string(), 0}};
-        std::vector<Ranks> groups(1);
-        for (std::size_t rank : due) {
-            const std::string selection = fileText(m_load.m_entries[rank].selection);
-            const std::size_t group = known.try_emplace(selection, groups.size()).first->second;
-            groups.resize(std::max(groups.size(), group + 1));
-            groups[group].push_back(rank);
-        }
-        Ranks all;
-        for (const Ranks &group : groups)
-            all.insert(all.end(), group.begin(), group.end());
-        return all;
     }
 
     void write(const Ranks &due)

@@ -9,7 +9,8 @@
 
 #include <GenApi/PersistenceDevice.h>
 
-/// What a device or its layer says about a setting that did not take, for a table or a log; empty for what did.
+/// What a device or its layer says about a setting that did not take, for a table or a log, in the language of the
+/// program as far as the words are not the device's own; empty for what did.
 QString wordsOf(const Persistence::Outcome &outcome);
 
 /// A file's way into a device: what it would change, the choice of what shall be changed, the writing, and what came of

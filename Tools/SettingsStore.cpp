@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Tools/SettingsStore.h"
 
+#include <algorithm>
+
 namespace {
 
 bool belongsToLink(const std::string &feature)
@@ -28,4 +30,10 @@ Persistence::Settings settingsOf(GenApi::INodeMap &map, const std::function<bool
         settings.problems.push_back({0, "The description marks no feature as a setting: all that can be written count",
                                      Persistence::Severity::Note});
     return settings;
+}
+
+bool isCutShort(const Persistence::Settings &settings)
+{
+    return std::any_of(settings.problems.begin(), settings.problems.end(),
+                       [](const Persistence::Problem &problem) { return problem.isSilence; });
 }

@@ -61,7 +61,8 @@ public:
     void add(const WriteLog::Entry &entry)
     {
         const QByteArray word = assignment(entry);
-        const QByteArray head = "paramter set " + shellWord(entry.device.toUtf8());
+        const char *const end = entry.device.startsWith(QLatin1Char('-')) ? "-- " : ""; // of options
+        const QByteArray head = "paramter set " + (end + shellWord(entry.device.toUtf8()));
         if (entry.isRefused())
             comment("refused: " + inOneLine(entry.refusal).toUtf8(), head + ' ' + word);
         else if (word.size() > MostBytesOfWord)
@@ -163,7 +164,8 @@ QString WriteLog::text() const
 
 QByteArray WriteLog::script() const
 {
-    QByteArray head = "#!/usr/bin/env bash\n# Does the recorded writes again.\n";
+    QByteArray head =
+        "#!/usr/bin/env bash\n# Does the recorded writes again, as far as the first that is refused.\nset -e\n";
     if (m_forgotten)
         head += "# " + QByteArray::number(qulonglong(m_forgotten)) + " older writes are left out.\n";
     Script commands;

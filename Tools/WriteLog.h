@@ -44,7 +44,7 @@ public:
 
     /// A line for each write: time, device, feature with position, value, result, separated by tabs.
     QString text() const;
-    /// A bash script of `paramter set` lines. What was refused is a comment.
+    /// A bash script of `paramter set` lines, which ends at the first that fails. What was refused is a comment.
     QByteArray script() const;
 
 Q_SIGNALS:

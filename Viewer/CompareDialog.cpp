@@ -63,6 +63,7 @@ CompareDialog::CompareDialog(DeviceSettings &settings, QWidget *parent)
     m_toLeft->setText(tr("Copy to the &Left"));
     m_toAll->setText(tr("Copy from the Left to &All of the Model"));
     m_state->setObjectName(QStringLiteral("compareState"));
+    m_state->setTextFormat(Qt::PlainText);
     m_state->setWordWrap(true);
     layOut();
     connectParts();
@@ -136,9 +137,14 @@ void CompareDialog::showDifferences(const SettingsCopy &copied)
     m_table->view().setColumnHidden(SettingsModel::ResultColumn, copied.results().empty());
     m_table->fitColumns();
     const auto different = int(m_diff.rows().size() - m_diff.count(SettingsDiff::State::Equal));
-    m_state->setText(!isComplete         ? tr("Choose what is to be compared.")
-                         : different > 0 ? tr("Settings that differ: %1").arg(different)
-                                         : tr("No differences."));
+    QStringList sentences{!isComplete         ? tr("Choose what is to be compared.")
+                              : different > 0 ? tr("Settings that differ: %1").arg(different)
+                                              : tr("No differences.")};
+    for (const SettingsSource *side : {m_left, m_right}) {
+        if (const std::size_t errors = errorsIn(side->settings()))
+            sentences << tr("Left out of %1: %2 (see the log).").arg(side->name()).arg(errors);
+    }
+    m_state->setText(sentences.join(QLatin1Char('\n')));
 }
 
 void CompareDialog::showCommands()
@@ -197,11 +203,14 @@ void CompareDialog::copyToAll()
     const QStringList devices = devicesOfModel();
     std::vector<SettingsSource::Place> written;
     SettingsCopy copied(m_settings, this);
+    bool isCancelled = false;
     m_isRunning = true;
     for (const QString &id : devices) {
         written.push_back({id, {}});
-        if (!copied.toDevice(id, entries, m_settings.nameOf(id)) && m_settings.isOpen(id))
-            break; // cancelled
+        if (isCancelled)
+            copied.noteNotTried(entries, m_settings.nameOf(id));
+        else
+            isCancelled = !copied.toDevice(id, entries, m_settings.nameOf(id)) && m_settings.isOpen(id);
     }
     m_isRunning = false;
     refreshAfter(copied, written);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Viewer/DeviceSettings.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 
 #include "Features/NodeGuard.h"
@@ -9,7 +10,6 @@
 #include "Tools/BytesText.h"
 #include "Tools/SettingsStore.h"
 #include "Viewer/SettingsWalk.h"
-#include "Viewer/SettingsWords.h"
 
 namespace {
 
@@ -90,12 +90,15 @@ void DeviceSettings::log(const QString &line)
 }
 
 /// False, with a line in the log, when the walk did not come to its end.
-bool DeviceSettings::tellEnd(const SettingsWalk &walk, const QString &id)
+bool DeviceSettings::tellEnd(const SettingsWalk &walk, const QString &id, bool isAnswering)
 {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // a loss that is on its way
     if (walk.isLost())
         log(tr("%1 was closed or lost while its settings were read.").arg(nameOf(id)));
     else if (walk.isCancelled())
         log(tr("Reading the settings of %1 was cancelled.").arg(nameOf(id)));
+    else if (!isAnswering)
+        log(tr("%1 does not answer: its settings were not read.").arg(nameOf(id)));
     else
         return true;
     return false;
@@ -112,18 +115,19 @@ std::optional<Persistence::Settings> DeviceSettings::read(const QString &id, QWi
     const AcquisitionPause pause(m_context, id, walk, true);
     Persistence::Settings settings =
         settingsOf(*map, [&](std::size_t count) { return walk.goOn(tr("Reading settings..."), count); });
-    return tellEnd(walk, id) ? std::optional(std::move(settings)) : std::nullopt;
+    return tellEnd(walk, id, !isCutShort(settings)) ? std::optional(std::move(settings)) : std::nullopt;
 }
 
 bool DeviceSettings::compare(SettingsLoad &load, const QString &id, QWidget *window)
 {
     SettingsWalk walk(m_context, id, tr("Settings of %1").arg(nameOf(id)), window);
     GenApi::INodeMap *const map = walk.map();
+    SettingsLoad::End end = SettingsLoad::End::Lost;
     if (map)
-        load.compare(*map, [&](const SettingsLoad::Progress &progress) {
+        end = load.compare(*map, [&](const SettingsLoad::Progress &progress) {
             return walk.goOn(tr("Reading what the device has..."), progress.done, progress.total);
         });
-    return tellEnd(walk, id);
+    return tellEnd(walk, id, end != SettingsLoad::End::Lost);
 }
 
 SettingsLoad::End DeviceSettings::apply(SettingsLoad &load, const QString &id, QWidget *window)
@@ -155,7 +159,7 @@ SettingsLoad::End DeviceSettings::write(SettingsLoad &load, const QString &id, S
     const SettingsLoad::End end = load.apply(*walk.map(), [&](const SettingsLoad::Progress &progress) {
         const bool isWriting = progress.phase == SettingsLoad::Phase::Writing;
         if (isWriting)
-            Q_EMIT written(id, progress.entry, failureText(progress.row.outcome));
+            Q_EMIT written(id, progress.entry, wordsOf(progress.row.outcome));
         return walk.goOn(isWriting ? tr("Writing settings...") : tr("Reading back..."), progress.done, progress.total);
     });
     return walk.isLost() ? SettingsLoad::End::Lost : end;

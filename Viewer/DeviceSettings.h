@@ -51,7 +51,7 @@ Q_SIGNALS:
 
 private:
     SettingsLoad::End write(SettingsLoad &load, const QString &id, SettingsWalk &walk);
-    bool tellEnd(const SettingsWalk &walk, const QString &id);
+    bool tellEnd(const SettingsWalk &walk, const QString &id, bool isAnswering);
     void tellLoad(const SettingsLoad &load, const QString &id, SettingsLoad::End end);
 
     HostContext &m_context;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Viewer/FileDrop.h"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
@@ -26,6 +27,8 @@ FileDrop::FileDrop(QWidget *window) : QObject(window)
 bool FileDrop::eventFilter(QObject *, QEvent *event)
 {
     if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop)
+        return false;
+    if (QApplication::activeModalWidget()) // a dialog waits for an answer, and keeps from the window but keys and mouse
         return false;
     auto *drop = static_cast<QDropEvent *>(event);
     const QString path = fileOf(*drop);

@@ -16,7 +16,6 @@
 #include "Tools/BytesText.h"
 #include "Viewer/DeviceSettings.h"
 #include "Viewer/SettingsTable.h"
-#include "Viewer/SettingsWords.h"
 
 namespace {
 
@@ -64,6 +63,7 @@ void LoadDialog::layOut()
         tr("%1, to be loaded into %2").arg(QFileInfo(m_subject.file).fileName(), m_settings.nameOf(m_subject.device)));
     title->setTextFormat(Qt::PlainText);
     m_state->setObjectName(QStringLiteral("loadState"));
+    m_state->setTextFormat(Qt::PlainText);
     m_state->setWordWrap(true);
     auto *buttons = new QDialogButtonBox;
     m_apply = buttons->addButton(tr("&Load"), QDialogButtonBox::AcceptRole);
@@ -157,14 +157,15 @@ void LoadDialog::showResults(SettingsLoad::End end)
         const bool isTried = row.outcome.result != Persistence::Result::NotTried;
         shown.isDifferent = row.isToBeWritten();
         shown.isFailed = !row.outcome.isDone() && (isTried || row.isToBeWritten());
-        shown.result = shown.isFailed ? failureText(row.outcome) : row.isWritten ? tr("written") : QString();
+        shown.result = shown.isFailed ? wordsOf(row.outcome) : row.isWritten ? tr("written") : QString();
         hasFailures |= shown.isFailed;
         rows.push_back(std::move(shown));
     }
     m_table->setChoosable(false);
     m_table->settings().setRows(std::move(rows));
     m_table->view().showColumn(SettingsModel::ResultColumn);
-    m_table->offerOnly(hasFailures ? SettingsFilter::Only::Failed : SettingsFilter::Only::Different, true);
+    const bool isFailureTheNews = hasFailures && end == SettingsLoad::End::Complete; // else also what was written
+    m_table->offerOnly(isFailureTheNews ? SettingsFilter::Only::Failed : SettingsFilter::Only::Different, true);
     m_table->fitColumns();
     m_state->setText(sentence(end));
     m_acquiresAgain->hide();

@@ -88,16 +88,18 @@ void SettingsCommands::keep(const QString &path)
 
 void SettingsCommands::askForSave()
 {
+    const QString id = currentId(); // which may be another one when there is a name
     const QString path =
-        QFileDialog::getSaveFileName(m_window, tr("Save Settings"), pathOf(m_settings->fileNameFor(currentId())),
+        QFileDialog::getSaveFileName(m_window, tr("Save Settings"), pathOf(m_settings->fileNameFor(id)),
                                      tr("Settings files (*.txt);;All files (*)"));
     if (!path.isEmpty())
-        save(path);
+        save(id, path);
 }
 
-void SettingsCommands::save(const QString &path)
+void SettingsCommands::save(const QString &id, const QString &path)
 {
-    const QString id = currentId();
+    if (!m_settings->isOpen(id))
+        return warn(tr("Save Settings"), tr("%1 is not open.").arg(m_settings->nameOf(id)));
     const std::optional<Persistence::Settings> settings = m_settings->read(id, m_window);
     if (!settings)
         return;
@@ -122,6 +124,8 @@ void SettingsCommands::askForLoad()
 
 void SettingsCommands::load(const QString &path)
 {
+    if (isBusy()) // a file was dropped
+        return;
     const QString id = currentId();
     if (!m_settings->isOpen(id))
         return warn(tr("Load Settings"), tr("Settings are loaded into an open device: open one first."));

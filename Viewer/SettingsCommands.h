@@ -30,9 +30,10 @@ public:
     /// The settings of a device are being read or written: it must stay.
     bool isBusy() const;
 
-    /// Saves the settings of the current device.
-    void save(const QString &path);
-    /// Shows what the file would change in the current device; asks before if it is of another model.
+    /// Saves the settings of a device.
+    void save(const QString &id, const QString &path);
+    /// Shows what the file would change in the current device; asks before if it is of another model. Does nothing
+    /// while settings are being read or written.
     void load(const QString &path);
     /// The dialog, on its way; it deletes itself.
     CompareDialog *compare(const SettingsSource::Place &left, const SettingsSource::Place &right);

@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "Tools/SettingsDiff.h"
 #include "Tools/SettingsFile.h"
 #include "Tools/SettingsLoad.h"
 #include "Viewer/DeviceSettings.h"
-#include "Viewer/SettingsWords.h"
 
 bool SettingsCopy::toDevice(const QString &id, const std::vector<Persistence::Entry> &entries, const QString &label)
 {
@@ -18,7 +18,7 @@ bool SettingsCopy::toDevice(const QString &id, const std::vector<Persistence::En
     for (std::size_t row = 0; row < load.rows().size(); ++row) {
         const Persistence::Outcome &outcome = load.rows()[row].outcome;
         Result &result = m_results[load.entry(row).place()];
-        const QString words = failureText(outcome);
+        const QString words = wordsOf(outcome);
         if (outcome.isDone())
             result.isDone = true;
         else
@@ -27,9 +27,20 @@ bool SettingsCopy::toDevice(const QString &id, const std::vector<Persistence::En
     return end == SettingsLoad::End::Complete;
 }
 
+void SettingsCopy::noteNotTried(const std::vector<Persistence::Entry> &entries, const QString &label)
+{
+    for (const Persistence::Entry &entry : entries)
+        m_results[entry.place()].failures << QStringLiteral("%1: %2").arg(label, wordsOf({}));
+}
+
 bool SettingsCopy::toFile(const QString &path, Persistence::Settings content,
                           const std::vector<Persistence::Entry> &entries, QString *error)
 {
+    if (errorsIn(content) > 0) {
+        *error =
+            DeviceSettings::tr("%1 is not written: it has lines that make no sense, which would be lost.").arg(path);
+        return false;
+    }
     for (const Persistence::Entry &entry : entries) {
         // Of a setting that stands there several times the last one counts.
         const auto present =

@@ -23,7 +23,10 @@ public:
 
     /// Writes to a device. False when it was lost or the user has cancelled. `label` stands before its failures.
     bool toDevice(const QString &id, const std::vector<Persistence::Entry> &entries, const QString &label = {});
-    /// Puts entries into a file, which has that content, and writes it. False with a sentence on failure.
+    /// Of a device that is left out.
+    void noteNotTried(const std::vector<Persistence::Entry> &entries, const QString &label);
+    /// Puts entries into a file, which has that content, and writes it. False with a sentence on failure, which it also
+    /// is if the file has lines that would be lost.
     bool toFile(const QString &path, Persistence::Settings content, const std::vector<Persistence::Entry> &entries,
                 QString *error);
 

@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 
+#include "Tools/BytesText.h"
 #include "Tools/SettingsFile.h"
 #include "Viewer/DeviceSettings.h"
 
@@ -36,9 +37,9 @@ SettingsSource::SettingsSource(DeviceSettings &settings, QWidget *parent)
     connect(m_box, QOverload<int>::of(&QComboBox::activated), this, &SettingsSource::adoptChoice);
 }
 
-QString SettingsSource::name() const
+QString SettingsSource::nameOf(const Place &place) const
 {
-    return m_place.device.isEmpty() ? QFileInfo(m_place.file).fileName() : m_settings.nameOf(m_place.device);
+    return place.device.isEmpty() ? QFileInfo(place.file).fileName() : m_settings.nameOf(place.device);
 }
 
 SettingsSource::Place SettingsSource::placeAt(int row) const
@@ -57,10 +58,13 @@ void SettingsSource::adoptChoice(int row)
 
 void SettingsSource::askForFile()
 {
-    const QString path = QFileDialog::getOpenFileName(this, tr("Settings File"), m_place.file,
-                                                      tr("Settings files (*.txt);;All files (*)"));
-    if (!path.isEmpty())
-        choose({{}, path});
+    auto *dialog = new QFileDialog(this, tr("Settings File"), QString(), tr("Settings files (*.txt);;All files (*)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    if (!m_place.file.isEmpty())
+        dialog->selectFile(m_place.file);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) { choose({{}, path}); });
+    dialog->open();
 }
 
 /// Adds a file that is new; -1 for none.
@@ -80,7 +84,16 @@ int SettingsSource::rowOf(const Place &place)
     return row;
 }
 
+/// What is left out is told in the log.
 std::optional<Persistence::Settings> SettingsSource::read(const Place &place)
+{
+    std::optional<Persistence::Settings> settings = readAsItIs(place);
+    for (const Persistence::Problem &problem : settings ? settings->problems : std::vector<Persistence::Problem>())
+        m_settings.log(QStringLiteral("%1: %2").arg(nameOf(place), textOfBytes(problem.text)));
+    return settings;
+}
+
+std::optional<Persistence::Settings> SettingsSource::readAsItIs(const Place &place)
 {
     if (!place.device.isEmpty())
         return m_settings.read(place.device, window());

@@ -36,7 +36,7 @@ public:
     void refresh() { choose(m_place); }
     const Place &place() const { return m_place; }
     /// What a person calls the place; empty without one.
-    QString name() const;
+    QString name() const { return nameOf(m_place); }
     /// Empty without a place.
     const Persistence::Settings &settings() const { return m_content; }
 
@@ -52,7 +52,9 @@ private:
     /// None for the row that asks for a file.
     Place placeAt(int row) const;
     int rowOf(const Place &place);
+    QString nameOf(const Place &place) const;
     std::optional<Persistence::Settings> read(const Place &place);
+    std::optional<Persistence::Settings> readAsItIs(const Place &place);
 
     DeviceSettings &m_settings;
     QComboBox *m_box;

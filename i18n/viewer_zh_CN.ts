@@ -59,6 +59,10 @@
         <source>&amp;Close</source>
         <translation>关闭(&amp;C)</translation>
     </message>
+    <message>
+        <source>Left out of %1: %2 (see the log).</source>
+        <translation>%1 中被略去的设置：%2（见日志）。</translation>
+    </message>
 </context>
 <context>
     <name>DeviceSettings</name>
@@ -105,6 +109,14 @@
     <message>
         <source> Cancelled; not tried: %1.</source>
         <translation>已取消；未尝试 %1 项。</translation>
+    </message>
+    <message>
+        <source>%1 is not written: it has lines that make no sense, which would be lost.</source>
+        <translation>未写入 %1：其中有无法识别的行，写入会使其丢失。</translation>
+    </message>
+    <message>
+        <source>%1 does not answer: its settings were not read.</source>
+        <translation>%1 无应答：未能读取其设置。</translation>
     </message>
 </context>
 <context>
@@ -672,6 +684,29 @@ Device: %2</source>
         <source>&amp;Cancel</source>
         <translation>取消(&amp;C)</translation>
     </message>
+    <message>
+        <source>%1 is not open.</source>
+        <translation>%1 未打开。</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsLoad</name>
+    <message>
+        <source>not tried</source>
+        <translation>未尝试</translation>
+    </message>
+    <message>
+        <source>the device has no such feature</source>
+        <translation>设备没有该参数</translation>
+    </message>
+    <message>
+        <source>written, but it reads back as &apos;%1&apos;</source>
+        <translation>已写入，但回读为“%1”</translation>
+    </message>
+    <message>
+        <source>written, but it cannot be read back: %1</source>
+        <translation>已写入，但无法回读：%1</translation>
+    </message>
 </context>
 <context>
     <name>SettingsModel</name>
@@ -736,25 +771,6 @@ Device: %2</source>
     <message>
         <source>&amp;Untick Shown</source>
         <translation>取消勾选所显示的项(&amp;U)</translation>
-    </message>
-</context>
-<context>
-    <name>SettingsWords</name>
-    <message>
-        <source>not tried</source>
-        <translation>未尝试</translation>
-    </message>
-    <message>
-        <source>the device has no such feature</source>
-        <translation>设备没有该参数</translation>
-    </message>
-    <message>
-        <source>written, but it reads back as &apos;%1&apos;</source>
-        <translation>已写入，但回读为“%1”</translation>
-    </message>
-    <message>
-        <source>written, but it cannot be read back: %1</source>
-        <translation>已写入，但无法回读：%1</translation>
     </message>
 </context>
 <context>

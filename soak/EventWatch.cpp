@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "soak/EventWatch.h"
 
+#include <QThread>
+
 #include <QEvent>
 #include <QFile>
 #include <QMetaEnum>
@@ -64,7 +66,8 @@ void EventWatch::setBounds(int bound, int waits, Report report)
 
 bool EventWatch::notify(QObject *receiver, QEvent *event)
 {
-    const bool isOfDriver = m_driver && (receiver == m_driver || receiver->parent() == m_driver);
+    const bool isOfDriver =
+        QThread::currentThread() == thread() && m_driver && (receiver == m_driver || receiver->parent() == m_driver);
     return isOfDriver ? QApplication::notify(receiver, event) : MeteredApplication::notify(receiver, event);
 }
 

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QByteArray>
 #include <QFile>
+#include <QLineEdit>
 #include <QPixmapCache>
 
 #include <malloc.h>
@@ -12,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "Host/HostContext.h"
 #include "Viewer/LogModel.h"
 #include "Viewer/ViewerWindow.h"
 
@@ -49,7 +51,13 @@ qint64 heapInUse(ViewerWindow &window)
 {
     qApp->setStyleSheet(qApp->styleSheet());
     window.findChild<LogModel *>()->clear();
-    QPixmapCache::clear();
+    window.host().writeLog().clear();
+    const QList<QLineEdit *> fields = window.findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields)
+        field->setText(field->text()); // with nothing to undo
+    const int images = QPixmapCache::cacheLimit();
+    QPixmapCache::setCacheLimit(0); // clear() would keep their names for ever
+    QPixmapCache::setCacheLimit(images);
     return __sanitizer_get_current_allocated_bytes ? qint64(__sanitizer_get_current_allocated_bytes())
                                                    : libraryHeapInUse();
 }

@@ -36,6 +36,16 @@ void mouse(QTest::MouseAction action, QWidget &widget, QPoint place, Qt::MouseBu
         QTest::mouseEvent(action, window, button, Qt::NoModifier, place);
 }
 
+/// The window may go with the press.
+void send(QWidget &window, Qt::Key key, const QString &text, Qt::KeyboardModifiers modifiers)
+{
+    const QPointer<QWindow> target = keyboardWindow(window);
+    for (const QTest::KeyAction action : {QTest::Press, QTest::Release}) {
+        if (target)
+            QTest::sendKeyEvent(action, target, key, text, modifiers);
+    }
+}
+
 } // namespace
 
 namespace SoakHand {
@@ -76,8 +86,7 @@ void wheel(QWidget &widget, const QPoint &place, int notches)
 
 void key(QWidget &window, Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
-    if (QWindow *target = keyboardWindow(window))
-        QTest::sendKeyEvent(QTest::Click, target, key, QString(), modifiers);
+    send(window, key, QString(), modifiers);
 }
 
 void type(QWidget &window, const QString &text)
@@ -85,8 +94,7 @@ void type(QWidget &window, const QString &text)
     for (const QChar character : text) {
         const bool ascii = character.unicode() < 0x80;
         const auto key = ascii ? Qt::Key(character.toUpper().unicode()) : Qt::Key_unknown;
-        if (QWindow *target = keyboardWindow(window))
-            QTest::sendKeyEvent(QTest::Click, target, key, QString(character), Qt::NoModifier);
+        send(window, key, QString(character), Qt::NoModifier);
     }
 }
 

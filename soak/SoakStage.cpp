@@ -68,10 +68,19 @@ QPoint hitPlace(const QWidget *widget)
     return hit && (hit == widget || widget->isAncestorOf(hit)) ? place : QPoint(-1, -1);
 }
 
-bool isShortTimer(const QObject *object)
+bool isShortTimer(const QTimer *timer)
 {
-    const auto *timer = qobject_cast<const QTimer *>(object);
-    return timer && timer->isActive() && timer->isSingleShot() && timer->interval() <= ShortTimer;
+    return timer->isActive() && timer->interval() <= ShortTimer;
+}
+
+bool isShortShot(const QTimer *timer)
+{
+    return isShortTimer(timer) && timer->isSingleShot();
+}
+
+bool isShortInterval(const QTimer *timer)
+{
+    return isShortTimer(timer) && !timer->isSingleShot();
 }
 
 /// QTimer::singleShot() makes these.
@@ -227,7 +236,7 @@ bool SoakStage::isBusy() const
     const QList<QTimer *> timers = m_window.findChildren<QTimer *>();
     return host().sessions().isAnnouncing() || host().devices().isRefreshing() || hasShortShots()
         || std::any_of(devices.begin(), devices.end(), isChanging)
-        || std::any_of(timers.begin(), timers.end(), isShortTimer);
+        || std::any_of(timers.begin(), timers.end(), isShortShot);
 }
 
 qint64 SoakStage::allAccesses() const
@@ -243,11 +252,14 @@ void SoakStage::settle() const
     QElapsedTimer clock;
     clock.start();
     qint64 accesses = 0;
+    const QList<QTimer *> timers = m_window.findChildren<QTimer *>();
+    const bool isTriggered = std::any_of(timers.begin(), timers.end(), isShortInterval); // again and again
     for (int quiet = 0; quiet < Rounds && clock.elapsed() < Patience; ++quiet) {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         const qint64 before = std::exchange(accesses, allAccesses());
-        if (accesses != before || isBusy()) { // a slow device is read in slices
+        const bool isReading = accesses != before && !isTriggered; // slow devices are read in slices
+        if (isReading || isBusy()) {
             quiet = -1;
             QThread::usleep(Nap);
         }

@@ -61,7 +61,7 @@ int shownRow(SettingsTable &table, const QString &feature)
 bool saveSettings(TourStage &stage)
 {
     stage.order(Command::StopAcquisition);
-    stage.window().settingsCommands().save(filePath("camera.txt"));
+    stage.window().settingsCommands().save(stage.host().focus().id(), filePath("camera.txt"));
     return stage.expect(QFile::exists(filePath("camera.txt")), say("the settings are not saved"))
         && stage.expect(stage.isLogged(say("camera.txt")), say("the saving is not logged"));
 }

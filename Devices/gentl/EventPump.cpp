@@ -77,7 +77,7 @@ private:
         }
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_event = event;
-        m_error = error;
+        m_error = std::move(error); // whoever throws it on is the last who has it
         m_hasStarted = true;
         m_changed.notify_all();
         return event;

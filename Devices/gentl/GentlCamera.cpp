@@ -164,7 +164,7 @@ void GentlCamera::reach(const std::atomic_bool &cancelled, const ReadProgress &p
 {
     m_reached = std::make_unique<Reached>(reached());
     if (m_reached->connection)
-        m_reached->connection->nodes->nodes().readAhead(cancelled, progress);
+        m_reached->connection->nodes->readAhead(cancelled, progress);
 }
 
 GentlCamera::Reached GentlCamera::reached()

@@ -52,7 +52,7 @@ void GentlModule::reach(const std::atomic_bool &cancelled, const ReadProgress &p
 {
     m_reached = std::make_unique<Reached>(reached());
     if (m_reached->connection)
-        m_reached->connection->nodes().readAhead(cancelled, progress);
+        m_reached->connection->readAhead(cancelled, progress);
 }
 
 GentlModule::Reached GentlModule::reached()

@@ -5,6 +5,7 @@
 
 #include "Devices/AlignedPort.h"
 #include "Devices/gentl/ModuleDescription.h"
+#include "Devices/gentl/StackedReads.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ QByteArray portName(const ModulePort::Target &target)
 ModuleConnection::ModuleConnection(const Plan &plan, const std::shared_ptr<DeviceLine> &line)
 {
     load(plan, line);
+    m_stacked = stackedReads(plan.target, plan.wantsWords, plan.deadline);
     m_events = std::make_unique<FeatureEvents>(plan.target, m_nodes, line);
 }
 
@@ -63,8 +65,14 @@ void ModuleConnection::load(const Plan &plan, const std::shared_ptr<DeviceLine> 
     useDescription(portUrls(gentl, plan.target.handle), QFileInfo(gentl.file()).dir(), direct, use, report);
 }
 
+void ModuleConnection::readAhead(const std::atomic_bool &cancelled, const ReadProgress &progress)
+{
+    m_nodes->readAhead(cancelled, progress, m_stacked);
+}
+
 void ModuleConnection::goLive()
 {
+    m_stacked = nullptr;
     m_events->goLive();
     if (m_readable)
         m_pulse = std::make_unique<Pulse>(*m_port, static_cast<int64_t>(*m_readable));

@@ -35,6 +35,8 @@ public:
     ModuleConnection &operator=(const ModuleConnection &) = delete;
 
     LoadedNodeMap &nodes() const { return *m_nodes; }
+    /// See LoadedNodeMap. Before goLive(), on any thread.
+    void readAhead(const std::atomic_bool &cancelled, const ReadProgress &progress);
     const QByteArray &description() const { return m_description; }
     /// From now on the nodes belong to the GUI thread, and a camera that goes is noticed even if nobody asks it
     /// anything.
@@ -49,4 +51,5 @@ private:
     std::unique_ptr<FeatureEvents> m_events;
     std::optional<uint64_t> m_readable;
     std::unique_ptr<Pulse> m_pulse;
+    StackedRead m_stacked; ///< until the nodes are live: it holds the module
 };

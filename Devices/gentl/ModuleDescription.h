@@ -38,8 +38,8 @@ std::vector<QByteArray> portUrls(const Producer &gentl, GenTL::PORT_HANDLE port)
 /// behind the last byte, others want whole words.
 using DescriptionPorts = std::vector<std::unique_ptr<GenApi::IPort>>;
 
-/// Calls `use` with the description, XML or zipped, that the first URL leads to; if that or `use` throws, with that of the
-/// next one. Each failure goes to `report`. Throws std::runtime_error when none is left.
+/// Calls `use` with the description, XML or zipped, that the first URL leads to; if that or `use` throws, with that of
+/// the next one. Each failure goes to `report`. Throws std::runtime_error when none is left.
 void useDescription(const std::vector<QByteArray> &urls, const QDir &directory, const DescriptionPorts &ports,
                     const std::function<void(const QByteArray &description, const PortUrl &url)> &use,
                     const std::function<void(const QString &line)> &report);

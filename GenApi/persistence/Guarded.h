@@ -25,4 +25,17 @@ Outcome guarded(Function function)
     }
 }
 
+/// Counts the accesses in a row that a device has not answered.
+class Silence
+{
+public:
+    void note(const Outcome &outcome) { m_inARow = outcome.result == Result::TimedOut ? m_inARow + 1 : 0; }
+    /// Nothing more is to be tried.
+    bool isLasting() const { return m_inARow >= Most; }
+
+private:
+    static constexpr int Most = 3;
+    int m_inARow = 0;
+};
+
 } // namespace Persistence

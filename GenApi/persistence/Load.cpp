@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <GenApi/PersistenceDevice.h>
 
+#include "Guarded.h"
+
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <unordered_map>
 #include <unordered_set>
@@ -9,8 +12,6 @@
 namespace Persistence {
 
 namespace {
-
-constexpr int MostTimeouts = 3; // in a row
 
 class Load
 {
@@ -68,33 +69,23 @@ private:
         }
     }
 
-    // Those at the same position together, so that the selectors move once for all; those without selectors first,
-    // while these have their own positions.
     void verify(const Indices &written)
     {
-        std::unordered_map<std::string, std::size_t> known{{std::string(), 0}};
-        std::vector<Indices> groups(1);
-        for (std::size_t i : written) {
-            if (!m_outcomes[i].isDone() || !m_isLast[i])
-                continue;
-            const std::size_t group = known.try_emplace(fileText(m_entries[i].selection), groups.size()).first->second;
-            groups.resize(std::max(groups.size(), group + 1));
-            groups[group].push_back(i);
-        }
-        for (const Indices &group : groups) {
-            for (std::size_t i : group) {
-                if (!m_isStopped)
-                    take(i, verifyEntry(m_map, m_entries[i], m_guard));
-            }
+        Indices due;
+        std::copy_if(written.begin(), written.end(), std::back_inserter(due),
+                     [this](std::size_t i) { return m_outcomes[i].isDone() && m_isLast[i]; });
+        for (std::size_t i : groupedBySelection(m_entries, due)) {
+            if (!m_isStopped)
+                take(i, verifyEntry(m_map, m_entries[i], m_guard));
         }
         m_guard.restore();
     }
 
     void take(std::size_t i, Outcome outcome)
     {
-        m_timeouts = outcome.result == Result::TimedOut ? m_timeouts + 1 : 0;
+        m_silence.note(outcome);
         m_outcomes[i] = std::move(outcome);
-        m_isStopped = (m_options.step && !m_options.step(i, m_outcomes[i])) || m_timeouts >= MostTimeouts;
+        m_isStopped = (m_options.step && !m_options.step(i, m_outcomes[i])) || m_silence.isLasting();
     }
 
     bool isWorthARetry(std::size_t i) const
@@ -109,11 +100,27 @@ private:
     std::vector<Outcome> m_outcomes;
     std::vector<bool> m_isLast; // no entry behind it is of the same setting
     SelectorGuard m_guard;
-    int m_timeouts = 0;
+    Silence m_silence;
     bool m_isStopped = false;
 };
 
 } // namespace
+
+std::vector<std::size_t> groupedBySelection(const std::vector<Entry> &entries, const std::vector<std::size_t> &ranks)
+{
+    std::unordered_map<std::string, std::size_t> known{{std::string(), 0}};
+    std::vector<std::vector<std::size_t>> groups(1);
+    for (std::size_t rank : ranks) {
+        const auto [group, isNew] = known.try_emplace(fileText(entries[rank].selection), groups.size());
+        if (isNew)
+            groups.emplace_back();
+        groups[group->second].push_back(rank);
+    }
+    std::vector<std::size_t> all;
+    for (const std::vector<std::size_t> &group : groups)
+        all.insert(all.end(), group.begin(), group.end());
+    return all;
+}
 
 LoadReport loadEntries(GenApi::INodeMap &map, const std::vector<Entry> &entries, const LoadOptions &options)
 {

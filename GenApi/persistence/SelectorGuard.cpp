@@ -110,8 +110,9 @@ void SelectorGuard::putBack(const Moved &moved)
     guarded([&] { putBackSelectedBy(*moved.selector); });
     const Outcome outcome = write(true);
     if (!outcome.isDone() && !write(false).isDone())
-        m_problems.push_back(
-            {0, "Error while putting back selector '" + nameOf(*moved.selector) + "': " + outcome.reason});
+        m_problems.push_back({0,
+                              "Error while putting back selector '" + nameOf(*moved.selector) + "': " + outcome.reason,
+                              Severity::Error, outcome.result == Result::TimedOut});
 }
 
 void SelectorGuard::restore()

@@ -36,6 +36,7 @@ public:
     {
         Entry entry{place.name, place.selection, {}};
         const Outcome outcome = guarded([&] { entry.value = storedText(place.value, false); });
+        m_silence.note(outcome);
         const std::string why = outcome.isDone() ? whyNotStorable(entry) : "it cannot be read: " + outcome.reason;
         if (why.empty()) {
             m_entries[place.feature].push_back(std::move(entry));
@@ -43,8 +44,10 @@ public:
             return;
         }
         const std::string where = entry.selection.empty() ? "" : " (" + displayText(entry.selection) + ")";
-        m_settings.problems.push_back({0, "'" + place.name + "' is left out: " + why + where});
+        m_settings.problems.push_back({0, "'" + place.name + "' is left out: " + why + where, Severity::Error,
+                                       outcome.result == Result::TimedOut});
     }
+    bool isDeviceSilent() const { return m_silence.isLasting(); }
     std::size_t count() const { return m_count; }
 
     void finish()
@@ -67,7 +70,8 @@ private:
             entry.value = isOpen ? stringOf(selector.ToString()) : std::string();
         });
         if (!outcome.isDone())
-            m_settings.problems.push_back({0, "'" + entry.feature + "' cannot be read: " + outcome.reason});
+            m_settings.problems.push_back({0, "'" + entry.feature + "' cannot be read: " + outcome.reason,
+                                           Severity::Error, outcome.result == Result::TimedOut});
         else if (isOpen)
             m_settings.entries.push_back(std::move(entry));
     }
@@ -76,6 +80,7 @@ private:
     Settings &m_settings;
     std::vector<std::vector<Entry>> m_entries; // of each feature
     std::size_t m_count = 0;
+    Silence m_silence;
 };
 
 } // namespace
@@ -104,7 +109,7 @@ Settings storeSettings(GenApi::INodeMap &map, const StoreOptions &options)
         SelectorGuard guard(map);
         std::vector<Problem> problems = walk.run(guard, [&](const Place &place) {
             collector.take(place);
-            return !options.step || options.step(collector.count());
+            return !collector.isDeviceSilent() && (!options.step || options.step(collector.count()));
         });
         settings.problems.insert(settings.problems.end(), problems.begin(), problems.end());
     }

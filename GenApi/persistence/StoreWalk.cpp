@@ -138,6 +138,11 @@ std::vector<std::string> positionsOf(GenApi::IValue &selector)
     return positions;
 }
 
+Problem problemOf(const Entry &entry, const Outcome &outcome)
+{
+    return {0, messageOf(entry, outcome), Severity::Error, outcome.result == Result::TimedOut};
+}
+
 /// Moves the selectors of a group of features through all their positions.
 class GroupWalk
 {
@@ -148,7 +153,7 @@ public:
         : m_selectors(selectors), m_guard(guard), m_visit(visit)
     { }
 
-    /// False if the visitor wants no more.
+    /// False if the visitor wants no more, or the device does not answer any more.
     bool run() { return walk(0); }
     std::vector<Problem> takeProblems() { return std::exchange(m_problems, {}); }
 
@@ -176,7 +181,7 @@ private:
         const Outcome outcome = m_guard.moveTo(m_selection);
         if (!outcome.isDone()) {
             report({nameOf(selector), m_selection, {}}, outcome);
-            return true;
+            return !m_silence.isLasting();
         }
         guarded([&] { m_selection.back().position = stringOf(selector.ToString()); });
         return walk(depth + 1);
@@ -194,8 +199,9 @@ private:
 
     void report(const Entry &entry, const Outcome &outcome)
     {
+        m_silence.note(outcome);
         if (!outcome.isDone())
-            m_problems.push_back({0, messageOf(entry, outcome)});
+            m_problems.push_back(problemOf(entry, outcome));
     }
 
     const std::vector<GenApi::IValue *> &m_selectors;
@@ -204,6 +210,7 @@ private:
     Selection m_selection;
     std::size_t m_visited = 0;
     std::vector<Problem> m_problems;
+    Silence m_silence;
 };
 
 struct Group
@@ -252,14 +259,16 @@ StoreWalk::StoreWalk(GenApi::INodeMap &map, const std::function<bool(const std::
 std::vector<Problem> StoreWalk::run(SelectorGuard &guard, const std::function<bool(const Place &)> &visit) const
 {
     std::vector<Problem> problems;
+    Silence silence;
     const auto visitAll = [&](const Group &group, const Selection &selection) {
         return std::all_of(group.features.begin(), group.features.end(), [&](std::size_t i) {
             const Feature &feature = m_features[i];
             bool isOpen = false;
             const Outcome outcome = guarded([&] { isOpen = feature.value->GetAccessMode() == GenApi::RW; });
+            silence.note(outcome);
             if (!outcome.isDone())
-                problems.push_back({0, messageOf({feature.name, selection, {}}, outcome)});
-            return !isOpen || visit({i, feature.name, selection, *feature.value});
+                problems.push_back(problemOf({feature.name, selection, {}}, outcome));
+            return isOpen ? visit({i, feature.name, selection, *feature.value}) : !silence.isLasting();
         });
     };
     for (const Group &group : groupsOf(m_features)) {

@@ -39,7 +39,7 @@ const std::vector<Command> &commands()
         {"save", "DEVICE FILE", "Save the settings of a device. - is the standard output.",
          "  paramter save 192.168.1.20 camera.txt\n"
          "  paramter save --all-of 'Area Scan' 'camera-{id}.txt'\n",
-         Command::Devices, 1, 1, saveSettings},
+         Command::Devices | Command::FilePerDevice, 1, 1, saveSettings},
         {"load", "DEVICE FILE",
          "Load the settings of a file, verify them, and tell what did not take. - is the standard input.",
          "  paramter load 192.168.1.20 camera.txt --dry-run\n"
@@ -52,11 +52,12 @@ const std::vector<Command> &commands()
          "  paramter compare yesterday.txt today.txt\n",
          Command::Json | Command::ShowAll | Command::Devices, 2, 2, nullptr},
         {"xml", "DEVICE [FILE]", "Print or save the device's GenICam description.",
-         "  paramter xml SIM-AREA-01 camera.xml\n", Command::Devices, 0, 1, printDescription},
+         "  paramter xml SIM-AREA-01 camera.xml\n", Command::Devices | Command::FilePerDevice, 0, 1, printDescription},
         {"watch", "DEVICE FEATURE...", "Print features whenever they change, until Ctrl-C.",
          "  paramter watch SIM-AREA-01 DeviceTemperature --interval 2\n"
-         "  paramter watch SIM-AREA-01 Width --json --rounds 10\n",
-         Command::Json | Command::Watching | Command::Devices, 1, Any, watchFeatures},
+         "  paramter watch SIM-AREA-01 Width --json --rounds 10\n"
+         "  paramter watch --all-of 'Area Scan' DeviceTemperature\n",
+         Command::Json | Command::Watching | Command::Devices, 1, Any, nullptr, watchFeatures},
     };
     return All;
 }

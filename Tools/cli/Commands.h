@@ -16,6 +16,8 @@ struct Task
     Output &output;
 };
 
+using OpenDevices = std::vector<std::unique_ptr<OpenDevice>>;
+
 /// A word of the command line that does something.
 struct Command
 {
@@ -28,7 +30,8 @@ struct Command
         ValueOnly = 32,
         Watching = 64,
         ShowAll = 128,
-        Devices = 256 ///< --genicam, --all-of, --search-time
+        Devices = 256, ///< --genicam, --all-of, --search-time
+        FilePerDevice = 512 ///< its last word is a file that it writes
     };
 
     const char *name;
@@ -38,8 +41,13 @@ struct Command
     unsigned flags;
     std::size_t leastWords; ///< behind DEVICE
     std::size_t mostWords;
-    /// Called for each device that was chosen; null for the command that lists them.
+    /// Called for each device that was chosen.
     ExitCode (*run)(OpenDevice &device, Task &task);
+    /// Called once with all that could be opened.
+    ExitCode (*runOnAll)(OpenDevices devices, Task &task) = nullptr;
+
+    /// Neither is there: the command chooses its devices itself.
+    bool choosesItself() const { return !run && !runOnAll; }
 };
 
 const std::vector<Command> &commands();
@@ -51,7 +59,7 @@ ExitCode setFeatures(OpenDevice &device, Task &task);
 ExitCode saveSettings(OpenDevice &device, Task &task);
 ExitCode loadSettings(OpenDevice &device, Task &task);
 ExitCode printDescription(OpenDevice &device, Task &task);
-ExitCode watchFeatures(OpenDevice &device, Task &task);
+ExitCode watchFeatures(OpenDevices devices, Task &task);
 /// Its sides are devices or files.
 ExitCode compareSettings(Task &task);
 

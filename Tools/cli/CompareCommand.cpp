@@ -30,7 +30,10 @@ std::optional<Side> sideOf(const KnownDevice &known, ExitCode *code, Task &task)
 
 bool isFile(const std::string &word)
 {
-    return word == "-" || word.find('/') != std::string::npos || QFileInfo::exists(QString::fromStdString(word));
+    const QString name = QString::fromStdString(word);
+    if (isDescription(name))
+        return false;
+    return word == "-" || name.contains(QLatin1Char('/')) || QFileInfo::exists(name);
 }
 
 std::optional<Side> sideOf(const std::string &word, ExitCode *code, Task &task)

@@ -22,6 +22,7 @@
 namespace {
 
 using Found = std::vector<FoundDevice>;
+const QLatin1String FileScheme("file:"); // in front of the path in a description's id
 bool g_isSearchHanging = false;
 
 /// What a search would tell of the device.
@@ -136,6 +137,11 @@ std::vector<KnownDevice> only(std::vector<KnownDevice> matching, const QString &
 
 } // namespace
 
+bool isDescription(const QString &name)
+{
+    return name.startsWith(FileScheme);
+}
+
 std::vector<KnownDevice> knownDevices(const Options &options, QString *warning)
 {
     std::future<Found> search = startSearch();
@@ -154,13 +160,18 @@ std::vector<KnownDevice> devicesNamed(const std::string &name, const Options &op
         return simulation;
     if (isAddress(text))
         return {addressed(text)};
+    if (isDescription(text))
+        return {described(text.mid(FileScheme.size()))};
     QString warning;
     const std::vector<KnownDevice> all = knownDevices(options, &warning);
     const std::vector<KnownDevice> same = filtered(all, [&](const KnownDevice &one) { return one.id == text; });
     if (!same.empty())
         return same;
-    return only(filtered(all, [&](const KnownDevice &one) { return one.serial == text || one.address == text; }), text,
-                warning, error);
+    return only(filtered(all,
+                         [&](const KnownDevice &one) {
+                             return !text.isEmpty() && (one.serial == text || one.address == text);
+                         }),
+                text, warning, error);
 }
 
 std::vector<KnownDevice> devicesOfOptions(const Options &options, QString *error)

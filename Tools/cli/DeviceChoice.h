@@ -28,6 +28,9 @@ struct KnownDevice
 /// takes a second.
 std::vector<KnownDevice> knownDevices(const Options &options, QString *warning);
 
+/// Whether that is the id of a description file.
+bool isDescription(const QString &name);
+
 /// The device that a person calls so: an id, a serial number or an IP address. Searches only if it has to.
 std::vector<KnownDevice> devicesNamed(const std::string &name, const Options &options, QString *error);
 /// Those that --genicam or --all-of names.

@@ -11,9 +11,9 @@ ExitCode getFeatures(OpenDevice &device, Task &task)
         return BadUsage;
     ExitCode code = Done;
     QJsonArray records;
-    Persistence::SelectorGuard guard(device.map());
+    Selectors selectors(device.map());
     for (Persistence::Entry &entry : *places) {
-        const Persistence::Outcome outcome = readNow(device.map(), entry, guard);
+        const Persistence::Outcome outcome = readNow(device.map(), entry, selectors);
         if (!device.goesOn())
             return endOf(device, task);
         entry.value = outcome.found;
@@ -27,6 +27,6 @@ ExitCode getFeatures(OpenDevice &device, Task &task)
         }
     }
     task.output.add({{QStringLiteral("device"), device.id()}, {QStringLiteral("features"), records}});
-    const ExitCode back = putBack(guard, task);
+    const ExitCode back = selectors.putBack(task);
     return code == Done ? back : code;
 }

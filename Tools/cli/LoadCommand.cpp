@@ -10,14 +10,19 @@
 
 namespace {
 
+/// It can be read once, but may be asked for several times: by each device.
 std::optional<Persistence::Settings> standardInput(QString *error)
 {
-    QFile file;
-    if (!file.open(stdin, QIODevice::ReadOnly)) {
-        *error = file.errorString();
-        return std::nullopt;
+    static std::optional<QByteArray> content;
+    if (!content) {
+        QFile file;
+        if (!file.open(stdin, QIODevice::ReadOnly)) {
+            *error = file.errorString();
+            return std::nullopt;
+        }
+        content = file.readAll();
     }
-    return SettingsFile::parse(file.readAll(), error);
+    return SettingsFile::parse(*content, error);
 }
 
 QString stateOf(const SettingsLoad::Row &row, bool isDryRun)

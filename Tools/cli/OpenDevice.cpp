@@ -39,10 +39,13 @@ std::unique_ptr<OpenDevice> OpenDevice::open(std::unique_ptr<Device> device, QSt
 
 bool OpenDevice::goesOn()
 {
-    if (m_sinceEvents.elapsed() >= EventInterval) {
-        QCoreApplication::processEvents();
-        m_sinceEvents.restart();
-    }
+    return m_sinceEvents.elapsed() >= EventInterval ? endsWell() : !Interrupt::happened() && !isLost();
+}
+
+bool OpenDevice::endsWell()
+{
+    QCoreApplication::processEvents();
+    m_sinceEvents.restart();
     return !Interrupt::happened() && !isLost();
 }
 

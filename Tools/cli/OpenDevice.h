@@ -24,6 +24,8 @@ public:
     /// False when the user has interrupted the program or the device is lost. Called between two accesses, as often as
     /// one likes.
     bool goesOn();
+    /// The same, with everything that was reported until now: for the end of a task.
+    bool endsWell();
     /// It does not answer any more.
     bool isLost() const { return !m_lossReason.isEmpty(); }
     /// "DEVICE is lost: ..."

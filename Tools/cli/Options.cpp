@@ -102,7 +102,7 @@ std::string wrongWords(const Options &options)
     const bool hasDevice = (command.flags & Command::Devices) != 0;
     if (!options.genicam.empty() && !options.allOf.empty())
         return "--genicam and --all-of exclude each other";
-    const bool isCompare = hasDevice && !command.run; // whose sides count as words
+    const bool isCompare = hasDevice && command.choosesItself(); // whose sides count as words
     const std::size_t before = isCompare ? (options.namesDevices() ? 1 : 0) : 0;
     const std::size_t device = hasDevice && !isCompare && !options.namesDevices() ? 1 : 0;
     const std::size_t count = options.words.size() + before;

@@ -19,9 +19,26 @@ std::optional<std::vector<Persistence::Entry>> placesOf(Task &task)
     return places;
 }
 
-Persistence::Outcome readNow(GenApi::INodeMap &map, const Persistence::Entry &entry, Persistence::SelectorGuard &guard)
+Persistence::SelectorGuard &Selectors::of(const Persistence::Entry &entry)
 {
-    Persistence::Outcome outcome = Persistence::verifyEntry(map, entry, guard);
+    if (entry.selection != m_selection)
+        m_guard.restore();
+    m_selection = entry.selection;
+    return m_guard;
+}
+
+ExitCode Selectors::putBack(Task &task)
+{
+    m_guard.restore();
+    const std::vector<Persistence::Problem> problems = m_guard.takeProblems();
+    for (const Persistence::Problem &problem : problems)
+        task.output.note(textOfBytes(problem.text));
+    return problems.empty() ? Done : NotTaken;
+}
+
+Persistence::Outcome readNow(GenApi::INodeMap &map, const Persistence::Entry &entry, Selectors &selectors)
+{
+    Persistence::Outcome outcome = Persistence::verifyEntry(map, entry, selectors.of(entry));
     outcome.isOfVerify = false;
     if (outcome.result == Persistence::Result::Differs)
         outcome.result = Persistence::Result::Done;
@@ -31,15 +48,6 @@ Persistence::Outcome readNow(GenApi::INodeMap &map, const Persistence::Entry &en
 void noteFailure(Task &task, const Persistence::Entry &entry, const Persistence::Outcome &outcome)
 {
     task.output.note(QStringLiteral("%1: %2").arg(placeOf(entry), wordsOf(outcome)));
-}
-
-ExitCode putBack(Persistence::SelectorGuard &guard, Task &task)
-{
-    guard.restore();
-    const std::vector<Persistence::Problem> problems = guard.takeProblems();
-    for (const Persistence::Problem &problem : problems)
-        task.output.note(textOfBytes(problem.text));
-    return problems.empty() ? Done : NotTaken;
 }
 
 ExitCode endOf(OpenDevice &device, Task &task)

@@ -25,8 +25,13 @@ bool write(const QString &file, const Persistence::Settings &settings, Task &tas
 std::optional<Persistence::Settings> storedOf(OpenDevice &device, ExitCode *code, Task &task)
 {
     Persistence::Settings settings = settingsOf(device.map(), [&device](std::size_t) { return device.goesOn(); });
-    if (!device.goesOn()) {
+    if (!device.endsWell()) {
         *code = endOf(device, task);
+        return std::nullopt;
+    }
+    if (isCutShort(settings)) {
+        task.output.note(QStringLiteral("%1 does not answer").arg(device.id()));
+        *code = DeviceLost;
         return std::nullopt;
     }
     for (const Persistence::Problem &problem : settings.problems) {

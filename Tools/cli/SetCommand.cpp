@@ -56,22 +56,22 @@ Persistence::Entry standardText(Persistence::Entry entry, GenApi::INode *node)
     return entry;
 }
 
-Persistence::Outcome written(OpenDevice &device, const Persistence::Entry &entry, Persistence::SelectorGuard &guard)
+Persistence::Outcome written(OpenDevice &device, const Persistence::Entry &entry, Selectors &selectors)
 {
     GenApi::INode *node = nodeOf(device, entry);
     const GenApi::CCommandPtr command(node);
     if (!command.IsValid())
-        return Persistence::applyEntry(device.map(), standardText(entry, node), guard);
+        return Persistence::applyEntry(device.map(), standardText(entry, node), selectors.of(entry));
     if (!entry.value.empty())
         return {Persistence::Result::Refused, "it is a command, which takes no value"};
-    const Persistence::Outcome moved = guard.moveTo(entry.selection);
+    const Persistence::Outcome moved = selectors.of(entry).moveTo(entry.selection);
     return moved.isDone() ? executed(device, *command) : moved;
 }
 
 /// The entry with the value that the device has made of it.
-Persistence::Entry readBack(OpenDevice &device, Persistence::Entry entry, Persistence::SelectorGuard &guard)
+Persistence::Entry readBack(OpenDevice &device, Persistence::Entry entry, Selectors &selectors)
 {
-    const Persistence::Outcome outcome = readNow(device.map(), entry, guard);
+    const Persistence::Outcome outcome = readNow(device.map(), entry, selectors);
     if (outcome.isDone())
         entry.value = outcome.found;
     return entry;
@@ -92,12 +92,12 @@ ExitCode setFeatures(OpenDevice &device, Task &task)
         return BadUsage;
     ExitCode code = Done;
     QJsonArray records;
-    Persistence::SelectorGuard guard(device.map());
+    Selectors selectors(device.map());
     for (std::size_t i = 0; i < entries->size() && code == Done; ++i) {
         const Persistence::Entry &entry = (*entries)[i];
-        const Persistence::Outcome outcome = written(device, entry, guard);
+        const Persistence::Outcome outcome = written(device, entry, selectors);
         if (outcome.isDone()) {
-            const Persistence::Entry now = readBack(device, entry, guard);
+            const Persistence::Entry now = readBack(device, entry, selectors);
             records.append(recordOf(now));
             if (!task.output.isJson())
                 task.output.line(lineOf(now));
@@ -111,6 +111,6 @@ ExitCode setFeatures(OpenDevice &device, Task &task)
             noteNotTried(task, *entries, i + 1);
     }
     task.output.add({{QStringLiteral("device"), device.id()}, {QStringLiteral("written"), records}});
-    const ExitCode back = putBack(guard, task);
+    const ExitCode back = selectors.putBack(task);
     return code == Done ? back : code;
 }

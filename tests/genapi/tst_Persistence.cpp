@@ -5,8 +5,13 @@
 #include "TableRows.h"
 
 #include <GenApi/Persistence.h>
+#include <GenApi/PersistenceDevice.h>
 
+#include <QElapsedTimer>
 #include <QTest>
+
+#include <algorithm>
+#include <functional>
 
 using namespace GenApi;
 
@@ -136,6 +141,23 @@ private Q_SLOTS:
         }
     }
 
+    /// Behind a link of 1 ms an access the layer adds less than a third.
+    void theLinkIsWhatTakesTime()
+    {
+        BagDevice device("area_scan");
+        const CFeatureBag bag = bagOf(contentOfBag("area_scan.bag"));
+        const std::function<void()> tasks[] = {[&] { stored(*device.map); },
+                                               [&] { CFeatureBag(bag).LoadFromBag(device.map.get()); }};
+        for (const auto &task : tasks) {
+            device.port.resetCounters();
+            QElapsedTimer clock;
+            clock.start();
+            task();
+            const double msPerAccess = double(clock.nsecsElapsed()) / 1e6 / (device.port.reads + device.port.writes);
+            QVERIFY2(msPerAccess < 0.3, QByteArray::number(msPerAccess) + " ms");
+        }
+    }
+
     void selectorsBelowSelectorsKeepEachPosition()
     {
         BagDevice device("selectors");
@@ -257,6 +279,20 @@ private Q_SLOTS:
         QCOMPARE(camera.port.writes, 3u);
         QVERIFY(messages.find("Error while writing node 'Offset': memory port: timed out (line 4)") != GCSTRING_NPOS);
         QVERIFY(messages.find("Error while writing node 'Gain': not tried (line 5)") != GCSTRING_NPOS);
+    }
+
+    void storesNoMoreOfOne()
+    {
+        for (const bool isRead : {true, false}) { // then selectors do not move
+            BagDevice device("area_scan");
+            device.map->InvalidateNodes();
+            device.port.readFault = isRead ? MemoryPort::Fault::Timeout : MemoryPort::Fault::None;
+            device.port.writeFault = MemoryPort::Fault::Timeout;
+            const Persistence::Settings settings = Persistence::storeSettings(*device.map);
+            QVERIFY2(device.port.reads + device.port.writes < 100, QByteArray::number(device.port.reads));
+            QVERIFY(std::any_of(settings.problems.begin(), settings.problems.end(),
+                                [](const Persistence::Problem &problem) { return problem.isSilence; }));
+        }
     }
 
     void floatsReadBackAsTheyWere()

@@ -59,8 +59,11 @@ void Camera::start(Receiver receiver)
 {
     m_receiver = std::move(receiver);
     m_frames = m_model.frames(m_firmware);
-    m_isStopping = false;
-    m_triggers.clear();
+    {
+        const std::lock_guard<std::mutex> hold(m_mutex);
+        m_isStopping = false;
+        m_triggers.clear();
+    }
     m_last = std::chrono::steady_clock::now();
     m_thread = std::thread([this] { run(); });
 }

@@ -52,8 +52,8 @@ std::string toText(const std::vector<std::string> &words)
 
 Faults &Faults::instance()
 {
-    static Faults *const faults = new Faults; // threads may hang in it when the process ends
-    return *faults;
+    static Faults *const TheFaults = new Faults; // threads may hang in it when the process ends
+    return *TheFaults;
 }
 
 bool Faults::add(const std::vector<std::string> &words)

@@ -11,7 +11,7 @@
 
 namespace TestProducer {
 
-/// A function that was called, and what for: an info command, or a register's address.
+/// A function that was called, and what for: an info command, a register's address ...
 struct CalledFunction
 {
     std::string name;
@@ -19,7 +19,8 @@ struct CalledFunction
 };
 
 /// What is to go wrong in which function. `FUNCTION` stands for its name, or for NAME:COMMAND when it is to go wrong
-/// for one info command or one address only; each may end in a number of times.
+/// for one info command, one address, one type of event or, with IFUpdateDeviceList, one interface (0: GEV-IF,
+/// 1: CXP-IF) only. Each line may end in a number of times.
 ///     fail FUNCTION CODE      returns that code
 ///     lack FUNCTION           as fail FUNCTION -1003: not implemented
 ///     slow FUNCTION MS        takes that much longer

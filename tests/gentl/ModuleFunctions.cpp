@@ -29,6 +29,17 @@ std::shared_ptr<LocalDevice> openDevice(World &world, const std::shared_ptr<Inte
     return device;
 }
 
+/// The place of an interface among all, by which the script tells searches apart.
+std::uint64_t placeOf(GenTL::IF_HANDLE handle)
+{
+    const Lock lock(world().mutex);
+    for (const auto &candidate : world().handles.all<Interface>()) {
+        if (world().handles.of(candidate.get()) == handle)
+            return candidate->model().id == std::string("GEV-IF") ? 0 : 1;
+    }
+    return 0;
+}
+
 } // namespace
 
 GenTL::GC_ERROR GenTL::TLOpen(TL_HANDLE *phTL)
@@ -124,7 +135,7 @@ GenTL::GC_ERROR GenTL::IFGetDeviceID(IF_HANDLE hIface, std::uint32_t iIndex, cha
 
 GenTL::GC_ERROR GenTL::IFUpdateDeviceList(IF_HANDLE hIface, bool8_t *pbChanged, std::uint64_t)
 {
-    return call("IFUpdateDeviceList", [&](World &world) {
+    return call("IFUpdateDeviceList", placeOf(hIface), [&](World &world) {
         const bool changed = world.handles.get<Interface>(hIface)->updateList();
         if (pbChanged)
             *pbChanged = changed;

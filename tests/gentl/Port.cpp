@@ -39,7 +39,11 @@ std::optional<Fact> portInfo(const Port &port, PORT_INFO_CMD command)
 
 ModuleRegisters::ModuleRegisters(const char *name)
     : m_description(QStringLiteral(":/test-producer/"), QString::fromLatin1(name)), m_memory(m_description.xml())
-{ }
+{
+    m_memory.setInteger("DeviceUpdateTimeout", 200); // each module ignores what the others have
+    m_memory.setInteger("LinkCommandTimeout", 1000);
+    m_memory.setInteger("LinkCommandRetryCount", 3);
+}
 
 void ModuleRegisters::setText(const char *name, const std::string &value, int position)
 {

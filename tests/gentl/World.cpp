@@ -22,8 +22,8 @@ constexpr InterfaceModel Interfaces[] = {
 
 World &world()
 {
-    static World *const world = new World; // calls may hang in it when the process ends
-    return *world;
+    static World *const TheWorld = new World; // calls may hang in it when the process ends
+    return *TheWorld;
 }
 
 void World::powerUp()

@@ -1,244 +1,43 @@
 // SPDX-License-Identifier: MIT
 // The test producer itself, through the C interface: what is true of it is what its consumers are tested against.
-#include <atomic>
+#include <algorithm>
 #include <cmath>
-#include <csignal>
-#include <cstdlib>
-#include <cstring>
-#include <dlfcn.h>
 #include <functional>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QUrl>
 #include <QtTest>
 
-#include "Devices/gentl/GenTL.h"
-#include "tests/gentl/TestScript.h"
+#include "tests/gentl/TestConsumer.h"
 
 using namespace GenTL;
+using namespace TestConsumer;
 
 namespace {
 
-void *library = nullptr;
-
-/// The producer's function of that name.
-#define CALL(name) (reinterpret_cast<decltype(&::GenTL::name)>(dlsym(library, #name)))
-
-QByteArray script(const QByteArray &line)
-{
-    return reinterpret_cast<decltype(&paramter_test_script)>(dlsym(library, "paramter_test_script"))(line.constData());
-}
-
-/// A text or number by the usual two calls; empty if one of them fails.
-template <class Function, class... Arguments>
-QByteArray told(Function function, Arguments... arguments)
-{
-    INFO_DATATYPE type = 0;
-    std::size_t size = 0;
-    if (function(arguments..., &type, nullptr, &size) != GC_ERR_SUCCESS)
-        return {};
-    QByteArray data(int(size), '\0');
-    if (function(arguments..., &type, data.data(), &size) != GC_ERR_SUCCESS)
-        return {};
-    return type == INFO_DATATYPE_STRING && data.endsWith('\0') ? data.chopped(1) : data;
-}
-
-template <class Function, class... Arguments>
-quint64 number(Function function, Arguments... arguments)
-{
-    const QByteArray data = told(function, arguments...);
-    quint64 value = 0;
-    std::memcpy(&value, data.constData(), size_t(std::min<qsizetype>(data.size(), sizeof value)));
-    return value;
-}
-
-/// A camera opened down to its port.
-struct Opened
-{
-    TL_HANDLE system = nullptr;
-    IF_HANDLE interface = nullptr;
-    DEV_HANDLE device = nullptr;
-    PORT_HANDLE port = nullptr;
-    GC_ERROR error = GC_ERR_SUCCESS;
-
-    Opened(const char *interfaceId, const char *id, DEVICE_ACCESS_FLAGS flags = DEVICE_ACCESS_CONTROL)
-    {
-        bool8_t changed = 0;
-        CALL(TLOpen)(&system);
-        CALL(TLUpdateInterfaceList)(system, &changed, 100);
-        CALL(TLOpenInterface)(system, interfaceId, &interface);
-        CALL(IFUpdateDeviceList)(interface, &changed, 100);
-        error = CALL(IFOpenDevice)(interface, id, flags, &device);
-        if (error == GC_ERR_SUCCESS)
-            CALL(DevGetPort)(device, &port);
-    }
-    ~Opened()
-    {
-        if (device)
-            CALL(DevClose)(device);
-        CALL(IFClose)(interface);
-        CALL(TLClose)(system);
-    }
-    Opened(const Opened &) = delete;
-    Opened &operator=(const Opened &) = delete;
-
-    GC_ERROR read(quint64 address, void *buffer, std::size_t *size) const
-    {
-        return CALL(GCReadPort)(port, address, buffer, size);
-    }
-    GC_ERROR write(quint64 address, qint32 value) const
-    {
-        std::size_t size = sizeof value;
-        return CALL(GCWritePort)(port, address, &value, &size);
-    }
-};
-
-/// Where the registers of a camera are, as its description places them.
-QHash<QByteArray, quint64> registersOf(const char *description)
-{
-    QFile file(QStringLiteral(SIMULATION "/%1.xml").arg(QLatin1String(description)));
-    QHash<QByteArray, quint64> found;
-    if (!file.open(QIODevice::ReadOnly))
-        return found;
-    const QRegularExpression place(QStringLiteral("Name=\"(\\w+)Reg\">\\s*<Address>(\\w+)<"));
-    for (auto match = place.globalMatch(QString::fromUtf8(file.readAll())); match.hasNext();) {
-        const QRegularExpressionMatch one = match.next();
-        found.insert(one.captured(1).toUtf8(), one.captured(2).toULongLong(nullptr, 0));
-    }
-    return found;
-}
-
-/// A stream with buffers that takes frames from an opened camera.
-class Acquisition
-{
-public:
-    Acquisition(const Opened &camera, const char *description, std::size_t size)
-        : m_camera(camera), m_registers(registersOf(description))
-    {
-        CALL(DevOpenDataStream)(camera.device, "Stream0", &stream);
-        CALL(GCRegisterEvent)(stream, EVENT_NEW_BUFFER, &m_event);
-        for (int i = 0; i < Buffers; ++i) {
-            BUFFER_HANDLE handle = nullptr;
-            m_memory[i] = std::aligned_alloc(64, (size + 63) / 64 * 64);
-            if (CALL(DSAnnounceBuffer)(stream, m_memory[i], size, this, &handle) == GC_ERR_SUCCESS)
-                CALL(DSQueueBuffer)(stream, handle);
-        }
-    }
-    ~Acquisition()
-    {
-        stop();
-        CALL(DSFlushQueue)(stream, ACQ_QUEUE_ALL_DISCARD);
-        BUFFER_HANDLE handle = nullptr;
-        while (CALL(DSGetBufferID)(stream, 0, &handle) == GC_ERR_SUCCESS)
-            CALL(DSRevokeBuffer)(stream, handle, nullptr, nullptr);
-        CALL(GCUnregisterEvent)(stream, EVENT_NEW_BUFFER);
-        CALL(DSClose)(stream);
-        for (void *memory : m_memory)
-            std::free(memory);
-    }
-    Acquisition(const Acquisition &) = delete;
-    Acquisition &operator=(const Acquisition &) = delete;
-
-    GC_ERROR start(quint64 frames = GENTL_INFINITE)
-    {
-        const GC_ERROR error = CALL(DSStartAcquisition)(stream, ACQ_START_FLAGS_DEFAULT, frames);
-        m_camera.write(m_registers["TLParamsLocked"], 1);
-        m_camera.write(m_registers["AcquisitionStart"], 1);
-        return error;
-    }
-    void stop()
-    {
-        m_camera.write(m_registers["AcquisitionStop"], 1);
-        m_camera.write(m_registers["TLParamsLocked"], 0);
-        CALL(DSStopAcquisition)(stream, ACQ_STOP_FLAGS_DEFAULT);
-    }
-    /// The next frame's buffer, or null. Queue it again.
-    BUFFER_HANDLE next(quint64 timeout = 10000)
-    {
-        EVENT_NEW_BUFFER_DATA data{};
-        std::size_t size = sizeof data;
-        error = CALL(EventGetData)(m_event, &data, &size, timeout);
-        return error == GC_ERR_SUCCESS && data.pUserPointer == this ? data.BufferHandle : nullptr;
-    }
-    quint64 info(BUFFER_HANDLE buffer, BUFFER_INFO_CMD command) const
-    {
-        return number(CALL(DSGetBufferInfo), stream, buffer, command);
-    }
-    quint64 part(BUFFER_HANDLE buffer, uint32_t index, BUFFER_PART_INFO_CMD command) const
-    {
-        return number(CALL(DSGetBufferPartInfo), stream, buffer, index, command);
-    }
-    EVENT_HANDLE event() const { return m_event; }
-
-    DS_HANDLE stream = nullptr;
-    GC_ERROR error = GC_ERR_SUCCESS; ///< of the last wait
-
-private:
-    static constexpr int Buffers = 4;
-
-    const Opened &m_camera;
-    QHash<QByteArray, quint64> m_registers;
-    EVENT_HANDLE m_event = nullptr;
-    void *m_memory[Buffers] = {};
-};
-
-constexpr std::size_t AreaScanFrame = 2448 * 2048;
 constexpr std::size_t StructuredLightFrame = 640 * 480 * 12;
 
 } // namespace
 
-class TestTestProducer : public QObject
+class TestTestProducer : public LoadedProducer
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
     void exportsWhatTheHeaderDeclares();
     void listsWhatWasSearched();
     void refusesWhatIsNotAllowed();
     void readsAndWritesRegisters();
-    void descriptionsAreWhereTheUrlsSay_data();
     void descriptionsAreWhereTheUrlsSay();
     void acquires();
     void isFastEnough();
+    void sendsEveryPixelFormat();
     void acquiresPartsAndHeights();
+    void acquiresProfiles();
     void chunksFollowTheImage();
-    void spoilsFrames_data();
-    void spoilsFrames();
-    void failsAsTheScriptSays_data();
-    void failsAsTheScriptSays();
-    void unplugged();
-    void heldByOthers();
     void raisesEvents();
-    void waitingEnds();
-    void crashes();
 };
-
-void TestTestProducer::initTestCase()
-{
-    library = dlopen(TEST_PRODUCER, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    QVERIFY2(library, dlerror());
-    TL_HANDLE system = nullptr;
-    QCOMPARE(CALL(TLOpen)(&system), GC_ERROR(GC_ERR_NOT_INITIALIZED));
-}
-
-void TestTestProducer::init()
-{
-    script("clear; power-up");
-    QCOMPARE(CALL(GCInitLib)(), GC_ERROR(GC_ERR_SUCCESS));
-}
-
-void TestTestProducer::cleanup()
-{
-    QCOMPARE(script("open"), QByteArray());
-    QCOMPARE(script("complaints"), QByteArray());
-    QCOMPARE(CALL(GCCloseLib)(), GC_ERROR(GC_ERR_SUCCESS));
-}
 
 void TestTestProducer::exportsWhatTheHeaderDeclares()
 {
@@ -248,7 +47,7 @@ void TestTestProducer::exportsWhatTheHeaderDeclares()
     int count = 0;
     for (auto match = function.globalMatch(QString::fromUtf8(header.readAll())); match.hasNext(); ++count) {
         const QByteArray name = match.next().captured(1).toUtf8();
-        QVERIFY2(dlsym(library, name.constData()), name.constData());
+        QVERIFY2(dlsym(TestConsumer::library, name.constData()), name.constData());
     }
     QCOMPARE(count, 64);
 }
@@ -359,43 +158,43 @@ void TestTestProducer::readsAndWritesRegisters()
     QCOMPARE(enumerated, QByteArray("TLInterface"));
 }
 
-void TestTestProducer::descriptionsAreWhereTheUrlsSay_data()
-{
-    QTest::addColumn<uint32_t>("count");
-    QTest::addColumn<QString>("pattern");
-    QTest::newRow("local") << 1u
-                           << QStringLiteral("^Local:///area_scan\\.xml;(\\w+);(\\w+)\\?SchemaVersion=1\\.1\\.0$");
-    QTest::newRow("plain") << 1u << QStringLiteral("^Local:area_scan\\.xml;(\\w+);(\\w+)$");
-    QTest::newRow("zip") << 1u << QStringLiteral("^Local:///area_scan\\.zip;(\\w+);(\\w+)\\?");
-    QTest::newRow("several") << 3u << QStringLiteral("^local:///area_scan\\.xml;(\\w+);(\\w+)\\?");
-    QTest::newRow("none") << 0u << QStringLiteral("^Local:area_scan\\.xml;(\\w+);(\\w+)$");
-    QTest::newRow("file") << 1u << QStringLiteral("^file://(/.*%20.*/area_scan\\.xml)$");
-}
-
 void TestTestProducer::descriptionsAreWhereTheUrlsSay()
 {
-    QFETCH(uint32_t, count);
-    QFETCH(QString, pattern);
-    script(QByteArray("urls ") + QTest::currentDataTag());
+    const struct
+    {
+        const char *mode;
+        uint32_t count;
+        const char *pattern; ///< of the last URL
+    } rows[] = {
+        {"local", 1, "^Local:///area_scan\\.xml;(\\w+);(\\w+)\\?SchemaVersion=1\\.1\\.0$"},
+        {"plain", 1, "^Local:area_scan\\.xml;(\\w+);(\\w+)$"},
+        {"zip", 1, "^Local:///area_scan\\.zip;(\\w+);(\\w+)\\?"},
+        {"several", 3, "^local:///area_scan\\.xml;(\\w+);(\\w+)\\?"},
+        {"none", 0, "^Local:area_scan\\.xml;(\\w+);(\\w+)$"},
+        {"file", 1, "^file://(/.*%20.*/area_scan\\.xml)$"},
+    };
     const Opened camera("GEV-IF", "GEV-AREA");
-    uint32_t found = 99;
-    CALL(GCGetNumPortURLs)(camera.port, &found);
-    QCOMPARE(found, count);
-    char single[1000] = {};
-    std::size_t size = sizeof single;
-    CALL(GCGetPortURL)(camera.port, single, &size);
-    const QByteArray url =
-        count == 0 ? QByteArray(single) : told(CALL(GCGetPortURLInfo), camera.port, count - 1, URL_INFO_URL);
-    const QRegularExpressionMatch match = QRegularExpression(pattern).match(QString::fromUtf8(url));
-    QVERIFY2(match.hasMatch(), url.constData());
-    if (match.captured(2).isEmpty()) {
-        QVERIFY(QFile::exists(match.captured(1).replace(QStringLiteral("%20"), QStringLiteral(" "))));
-        return;
+    for (const auto &row : rows) {
+        script(QByteArray("urls ") + row.mode);
+        uint32_t count = 99;
+        CALL(GCGetNumPortURLs)(camera.port, &count);
+        QVERIFY2(count == row.count, row.mode);
+        char single[1000] = {};
+        std::size_t size = sizeof single;
+        CALL(GCGetPortURL)(camera.port, single, &size);
+        const QByteArray url =
+            count == 0 ? QByteArray(single) : told(CALL(GCGetPortURLInfo), camera.port, count - 1, URL_INFO_URL);
+        const auto match = QRegularExpression(QLatin1String(row.pattern)).match(QString::fromUtf8(url));
+        QVERIFY2(match.hasMatch(), url.constData());
+        if (match.captured(2).isEmpty()) {
+            QVERIFY2(QFile::exists(QUrl(QString::fromUtf8(url)).toLocalFile()), url.constData());
+            continue;
+        }
+        QByteArray text(match.captured(2).toInt(nullptr, 16), '\0');
+        size = std::size_t(text.size());
+        const GC_ERROR error = camera.read(match.captured(1).toULongLong(nullptr, 16), text.data(), &size);
+        QVERIFY2(error == GC_ERR_SUCCESS && text.startsWith(url.contains(".zip") ? "PK" : "<?xml"), row.mode);
     }
-    QByteArray text(match.captured(2).toInt(nullptr, 16), '\0');
-    size = std::size_t(text.size());
-    QCOMPARE(camera.read(match.captured(1).toULongLong(nullptr, 16), text.data(), &size), GC_ERROR(GC_ERR_SUCCESS));
-    QVERIFY(text.startsWith(url.contains(".zip") ? "PK" : "<?xml"));
 }
 
 void TestTestProducer::acquires()
@@ -443,6 +242,25 @@ void TestTestProducer::isFastEnough()
     QVERIFY2(passed > 1300 && passed < 3000, qPrintable(QString::number(passed))); // 1.5 s and a busy machine
 }
 
+void TestTestProducer::sendsEveryPixelFormat()
+{
+    script("register GEV-AREA Width 64; register GEV-AREA Height 32");
+    for (const quint64 format :
+         {0x01080001, 0x01100003, 0x01100005, 0x010C0047, 0x01080009, 0x01100011, 0x02180014, 0x02180015, 0x02100032}) {
+        const QByteArray name = QByteArray::number(format, 16);
+        script("register GEV-AREA PixelFormat 0x" + name);
+        const Opened camera("GEV-IF", "GEV-AREA");
+        const std::size_t size = 64 * 32 * (format >> 16 & 0xFF) / 8;
+        Acquisition acquisition(camera, "area_scan", size);
+        acquisition.start();
+        const BUFFER_HANDLE buffer = acquisition.next();
+        QVERIFY2(acquisition.info(buffer, BUFFER_INFO_PIXELFORMAT) == format, name);
+        QVERIFY2(acquisition.info(buffer, BUFFER_INFO_DATA_SIZE) == size, name);
+        const auto *data = reinterpret_cast<const uchar *>(acquisition.info(buffer, BUFFER_INFO_BASE));
+        QVERIFY2(std::any_of(data + size - 100, data + size, [](uchar byte) { return byte != 0; }), name);
+    }
+}
+
 void TestTestProducer::acquiresPartsAndHeights()
 {
     const Opened camera("CXP-IF", "CXP-SL");
@@ -463,6 +281,27 @@ void TestTestProducer::acquiresPartsAndHeights()
     const auto *heights = reinterpret_cast<const float *>(acquisition.part(buffer, 0, BUFFER_PART_INFO_BASE));
     const auto measured = std::count_if(heights, heights + 640 * 480, [](float z) { return std::fabs(z) < 100; });
     QVERIFY2(measured > 640 * 480 / 2, qPrintable(QString::number(measured)));
+}
+
+void TestTestProducer::acquiresProfiles()
+{
+    constexpr std::size_t Points = 2048 * 100;
+    script("register GEV-PROFILER AcquisitionLineCount 100");
+    for (const bool intensity : {false, true}) {
+        script(intensity ? "register GEV-PROFILER DepthDataType 1" : "");
+        const Opened camera("GEV-IF", "GEV-PROFILER");
+        Acquisition acquisition(camera, "profiler", Points * (intensity ? 4 : 2));
+        acquisition.start();
+        const BUFFER_HANDLE buffer = acquisition.next();
+        QCOMPARE(acquisition.info(buffer, BUFFER_INFO_DATA_SIZE), quint64(Points * (intensity ? 3 : 2)));
+        QCOMPARE(acquisition.info(buffer, BUFFER_INFO_PAYLOADTYPE),
+                 quint64(intensity ? PAYLOAD_TYPE_MULTI_PART : PAYLOAD_TYPE_IMAGE));
+        QCOMPARE(intensity ? acquisition.part(buffer, 0, BUFFER_PART_INFO_DATA_FORMAT)
+                           : acquisition.info(buffer, BUFFER_INFO_PIXELFORMAT),
+                 quint64(0x011000B8));
+        const auto *heights = reinterpret_cast<const quint16 *>(acquisition.info(buffer, BUFFER_INFO_BASE));
+        QVERIFY(std::count_if(heights, heights + Points, [](quint16 z) { return z > 0; }) > int(Points / 2));
+    }
 }
 
 void TestTestProducer::chunksFollowTheImage()
@@ -487,104 +326,6 @@ void TestTestProducer::chunksFollowTheImage()
     }
 }
 
-void TestTestProducer::spoilsFrames_data()
-{
-    QTest::addColumn<int>("command");
-    QTest::addColumn<quint64>("value"); // of the second frame
-    QTest::newRow("incomplete") << int(BUFFER_INFO_SIZE_FILLED) << quint64(AreaScanFrame / 2);
-    QTest::newRow("lost") << int(BUFFER_INFO_FRAMEID) << quint64(3);
-    QTest::newRow("empty") << int(BUFFER_INFO_IMAGEPRESENT) << quint64(0);
-    QTest::newRow("huge") << int(BUFFER_INFO_WIDTH) << quint64(1 << 30);
-    QTest::newRow("alien") << int(BUFFER_INFO_PIXELFORMAT) << quint64(0x81230042);
-    QTest::newRow("grown") << int(BUFFER_INFO_DATA_LARGER_THAN_BUFFER) << quint64(1);
-}
-
-void TestTestProducer::spoilsFrames()
-{
-    QFETCH(int, command);
-    QFETCH(quint64, value);
-    script(QByteArray("rate GEV-AREA 50; frames GEV-AREA ") + QTest::currentDataTag() + " 2");
-    const Opened camera("GEV-IF", "GEV-AREA");
-    Acquisition acquisition(camera, "area_scan", AreaScanFrame);
-    acquisition.start();
-    QVERIFY(acquisition.info(acquisition.next(), command) != value);
-    QCOMPARE(acquisition.info(acquisition.next(), command), value);
-}
-
-void TestTestProducer::failsAsTheScriptSays_data()
-{
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<int>("calls"); // that are to fail in this way
-    QTest::addColumn<QByteArray>("outcome");
-    QTest::newRow("fail") << QByteArray("fail IFGetDeviceID -1010") << 5 << QByteArray("-1010");
-    QTest::newRow("fail once") << QByteArray("fail IFGetDeviceID -1010 1") << 1 << QByteArray("-1010");
-    QTest::newRow("lack") << QByteArray("lack IFGetDeviceID") << 5 << QByteArray("-1003");
-    QTest::newRow("text") << QByteArray("text IFGetDeviceID a\\xFF b") << 5 << QByteArray("0 5 a\xFF b.");
-    QTest::newRow("odd ids") << QByteArray("odd-ids on") << 5 << QByteArray("0 11 GEV-AREA\xFF\xE4.");
-    QTest::newRow("unterminated") << QByteArray("unterminated IFGetDeviceID") << 5 << QByteArray("0 8 GEV-AREA");
-    QTest::newRow("grow") << QByteArray("grow IFGetDeviceID 2") << 2 << QByteArray("-1016");
-    QTest::newRow("other command") << QByteArray("fail IFGetDeviceID:7 -1010") << 0 << QByteArray("?");
-}
-
-void TestTestProducer::failsAsTheScriptSays()
-{
-    QFETCH(QByteArray, line);
-    QFETCH(int, calls);
-    QFETCH(QByteArray, outcome);
-    QCOMPARE(script(line), QByteArray());
-    const Opened camera("GEV-IF", "GEV-PROFILER"); // not the one that is asked for
-    for (int i = 0; i < 5; ++i) {
-        char id[20] = {};
-        std::size_t size = sizeof id;
-        const bool grows = line.startsWith("grow");
-        size = grows ? 9 : size;
-        const GC_ERROR error = CALL(IFGetDeviceID)(camera.interface, 0, id, &size);
-        QByteArray got = QByteArray::number(error);
-        if (error == GC_ERR_SUCCESS)
-            got += ' ' + QByteArray::number(qulonglong(size)) + ' ' + QByteArray(id, int(size)).replace('\0', '.');
-        QCOMPARE(got, i < calls ? outcome : QByteArray("0 9 GEV-AREA."));
-    }
-}
-
-void TestTestProducer::unplugged()
-{
-    uint32_t count = 0;
-    bool8_t changed = 0;
-    {
-        const Opened camera("GEV-IF", "GEV-AREA");
-        script("vanish GEV-AREA");
-        QCOMPARE(camera.write(0, 0), GC_ERROR(GC_ERR_IO));
-        CALL(IFUpdateDeviceList)(camera.interface, &changed, 100);
-        CALL(IFGetNumDevices)(camera.interface, &count);
-        QCOMPARE(count + changed, 2u);
-        script("return GEV-AREA");
-        QCOMPARE(camera.write(0, 0), GC_ERROR(GC_ERR_IO)); // opened before, it has lost its link
-    }
-    QCOMPARE(Opened("GEV-IF", "GEV-AREA").error, GC_ERROR(GC_ERR_SUCCESS));
-    script("vanish CXP-IF");
-    TL_HANDLE system = nullptr;
-    CALL(TLOpen)(&system);
-    CALL(TLUpdateInterfaceList)(system, nullptr, 100);
-    CALL(TLGetNumInterfaces)(system, &count);
-    QCOMPARE(count, 1u);
-    CALL(TLClose)(system);
-}
-
-void TestTestProducer::heldByOthers()
-{
-    script("hold GEV-AREA control");
-    QCOMPARE(Opened("GEV-IF", "GEV-AREA").error, GC_ERROR(GC_ERR_ACCESS_DENIED));
-    {
-        const Opened camera("GEV-IF", "GEV-AREA", DEVICE_ACCESS_READONLY);
-        qint32 value = 0;
-        std::size_t size = sizeof value;
-        QCOMPARE(camera.read(0, &value, &size), GC_ERROR(GC_ERR_SUCCESS));
-        QCOMPARE(camera.write(0, 0), GC_ERROR(GC_ERR_ACCESS_DENIED));
-    }
-    script("hold GEV-AREA exclusive");
-    QCOMPARE(Opened("GEV-IF", "GEV-AREA", DEVICE_ACCESS_READONLY).error, GC_ERROR(GC_ERR_ACCESS_DENIED));
-}
-
 void TestTestProducer::raisesEvents()
 {
     const Opened camera("GEV-IF", "GEV-AREA");
@@ -604,50 +345,6 @@ void TestTestProducer::raisesEvents()
     QCOMPARE(told(CALL(EventGetDataInfo), remote, data, size, EVENT_DATA_VALUE), QByteArray("\xCA\xFE"));
     CALL(GCUnregisterEvent)(camera.port, EVENT_FEATURE_INVALIDATE);
     CALL(GCUnregisterEvent)(camera.device, EVENT_REMOTE_DEVICE);
-}
-
-void TestTestProducer::waitingEnds()
-{
-    const Opened camera("GEV-IF", "GEV-AREA");
-    {
-        Acquisition acquisition(camera, "area_scan", AreaScanFrame);
-        std::thread waiting([&acquisition] { acquisition.next(GENTL_INFINITE); });
-        CALL(EventKill)(acquisition.event());
-        waiting.join();
-        QCOMPARE(acquisition.error, GC_ERROR(GC_ERR_ABORT));
-    }
-    script("hang GCReadPort");
-    GC_ERROR error = GC_ERR_ERROR;
-    std::atomic_bool done{false};
-    std::thread hanging([&] {
-        qint32 value = 0;
-        std::size_t size = sizeof value;
-        error = camera.read(0, &value, &size);
-        done = true;
-    });
-    QTRY_COMPARE(script("calls GCReadPort"), QByteArray("1"));
-    QCOMPARE(camera.write(0x7000000, 0), GC_ERROR(GC_ERR_INVALID_ADDRESS)); // others go on
-    QVERIFY(!done);
-    script("release");
-    hanging.join();
-    QCOMPARE(error, GC_ERROR(GC_ERR_SUCCESS));
-}
-
-void TestTestProducer::crashes()
-{
-    QCOMPARE(CALL(GCCloseLib)(), GC_ERROR(GC_ERR_SUCCESS));
-    qputenv("PARAMTER_TEST_SCRIPT", "crash GCInitLib; nothing");
-    const pid_t child = fork();
-    if (child == 0) {
-        std::signal(SIGABRT, SIG_DFL);
-        CALL(GCInitLib)();
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    qunsetenv("PARAMTER_TEST_SCRIPT");
-    QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
-    QCOMPARE(CALL(GCInitLib)(), GC_ERROR(GC_ERR_SUCCESS));
 }
 
 QTEST_APPLESS_MAIN(TestTestProducer)

@@ -237,6 +237,32 @@ private Q_SLOTS:
             QTRY_VERIFY(tell("calls GCCloseLib").toInt() > 0);
     }
 
+    void registersAreReadManyAtOnce()
+    {
+        QStringList values[3];
+        int reads[3] = {};
+        const char *const scripts[] = {"", "lack GCReadPortStacked", "hang GCReadPortStacked"};
+        for (int i = 0; i < 3; ++i) {
+            tell(QByteArray("clear; ") + scripts[i]);
+            Opened one;
+            QVERIFY2(one.open(), qPrintable(one.error));
+            GenApi::NodeList_t nodes;
+            one.nodes().GetNodes(nodes);
+            reads[i] = tell("calls GCReadPort").toInt() + tell("calls GCReadPortStacked").toInt();
+            for (GenApi::INode *node : nodes) {
+                const QString name = QString::fromLatin1(node->GetName().c_str());
+                if (node->GetPrincipalInterfaceType() == GenApi::intfIInteger && GenApi::IsWritable(node)
+                    && GenApi::IsReadable(node))
+                    values[i] << name + readNodeText(one.nodes(), name);
+            }
+            QVERIFY(values[i].size() > 10);
+            tell("release");
+        }
+        QVERIFY2(reads[0] * 3 < reads[1], qPrintable(QStringLiteral("%1 of %2").arg(reads[0]).arg(reads[1])));
+        QCOMPARE(values[0], values[1]);
+        QCOMPARE(values[2], values[1]);
+    }
+
     void aReadThatHangsFailsAndTheCameraReturns()
     {
         Opened one;

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTableView>
 #include <QTreeView>
@@ -87,7 +90,7 @@ private Q_SLOTS:
     void savedIsLoadedAgain()
     {
         QVERIFY(m_host.acquire("SIM-AREA-01")); // which locks settings
-        commands().save(m_file);
+        commands().save(Camera, m_file);
         QVERIFY2(m_stage->isLogged(text("were saved in")), qPrintable(m_host.log.join(QLatin1Char('\n'))));
         QVERIFY(m_host.device("SIM-AREA-01")->isAcquiring());
         m_host.set("SIM-AREA-01", "ExposureTime=4321 Gain=3.5");
@@ -108,6 +111,32 @@ private Q_SLOTS:
         m_window->commands().recentMenu()->actions().first()->trigger(); // has nothing to write
         LoadDialog *const again = dialogOf<LoadDialog>();
         QVERIFY(again);
+        QCOMPARE(stateOf(*again), text("Nothing is to be written."));
+        again->reject();
+    }
+
+    void aFreshCameraBecomesTheSame()
+    {
+        m_host.set("SIM-AREA-01",
+                   "BinningHorizontal=2 Width=640 OffsetX=64 Height=480 OffsetY=32 ReverseX=True "
+                   "ExposureTime=1234.5 Gain=3.7 TriggerSelector=FrameBurstStart TriggerMode=On LUTSelector=Luminance "
+                   "LUTEnable=True LUTIndex=7 LUTValue=200 LineSelector=Line2 LineInverter=True DeviceUserID=it's");
+        commands().save(Camera, m_file);
+        cleanup();
+        init();
+        LoadDialog *const dialog = plan(m_file);
+        dialog->accept();
+        QVERIFY2(stateOf(*dialog).contains(text("Did not take: 0. Not tried: 0.")), qPrintable(stateOf(*dialog)));
+        dialog->reject();
+        const QString second = m_folder.filePath(text("second.txt"));
+        commands().save(Camera, second);
+        const std::optional<Persistence::Settings> left = SettingsFile::read(m_file, &m_error);
+        const std::optional<Persistence::Settings> right = SettingsFile::read(second, &m_error);
+        QVERIFY(left && right);
+        const SettingsDiff diff(*left, *right);
+        for (const SettingsDiff::Row &row : diff.rows())
+            QVERIFY2(row.left == row.right, qPrintable(row.feature + row.position));
+        LoadDialog *const again = plan(m_file);
         QCOMPARE(stateOf(*again), text("Nothing is to be written."));
         again->reject();
     }
@@ -211,7 +240,7 @@ private Q_SLOTS:
             const bool isRead = qstrlen(row.problem) > 0;
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write((isRead ? head : QByteArray()) + row.content) >= 0);
             file.close();
-            drop(m_file);
+            QVERIFY(isDropped(m_file));
             const auto *const box = m_window->findChild<QMessageBox *>();
             QCOMPARE(box != nullptr, !isRead);
             QVERIFY(!box || box->text().contains(text(row.message)));
@@ -255,17 +284,18 @@ private Q_SLOTS:
             QVERIFY2(results.join(QLatin1Char('|')) == text("written|written|not tried|not tried"),
                      qPrintable(text(row.name) + results.join(QLatin1Char('|'))));
             QVERIFY2(stateOf(*dialog).startsWith(text(row.state)), row.name);
+            QCOMPARE(dialog->table().view().model()->rowCount(), 4);
             QCOMPARE(m_host.isReady("SIM-AREA-01"), row.staysOpen);
             dialog->reject();
         }
     }
 
-    /// Nothing freezes meanwhile, and nothing goes.
+    /// Nothing freezes meanwhile, nothing goes, and nothing else begins.
     void walksCanBeCancelled()
     {
         camera().setLatency(std::chrono::milliseconds(5));
         camera().nodeMap()->InvalidateNodes();
-        bool isSeen = false, isClosed = false;
+        bool isSeen = false, isClosed = false, isTaken = false;
         QTimer person;
         connect(&person, &QTimer::timeout, this, [&] {
             auto *const walk = m_window->findChild<WalkDialog *>();
@@ -273,13 +303,31 @@ private Q_SLOTS:
                 return;
             isSeen = true;
             isClosed = m_window->close();
+            isTaken = isTaken || isDropped(m_file);
+            commands().load(m_file);
             QTest::keyClick(walk, Qt::Key_Escape);
         });
         person.start(10);
         QFile::remove(m_file);
-        commands().save(m_file);
+        commands().save(Camera, m_file);
         QVERIFY(isSeen && !isClosed && m_window->isVisible());
+        QVERIFY(!isTaken && !m_window->findChild<QDialog *>());
         QVERIFY(m_stage->isLogged(text("was cancelled")) && !QFile::exists(m_file));
+    }
+
+    /// It is not lost yet, but what is read of it is not all that it has.
+    void aSilentDeviceLeavesTheFile()
+    {
+        write({{"ExposureTime", "1234"}, {"Gain", "5"}, {"Width", "640"}});
+        camera().setLatency(std::chrono::milliseconds(5));
+        camera().nodeMap()->InvalidateNodes();
+        QTimer::singleShot(400, this, [this] { camera().setFault(SimulatedDevice::Fault::Timeout); });
+        commands().save(Camera, m_file);
+        QVERIFY(m_stage->isLogged(text("does not answer: its settings")));
+        const std::optional<Persistence::Settings> left = SettingsFile::read(m_file, &m_error);
+        QVERIFY(left && left->entries.size() == 3);
+        commands().load(m_file);
+        QVERIFY(!dialogOf<LoadDialog>());
     }
 
     void comparedAndCopied()
@@ -322,6 +370,36 @@ private Q_SLOTS:
         }
     }
 
+    /// Keys may come faster than a dialog that returns.
+    void comparisonIsClosedWhileItAsksForAFile()
+    {
+        const QPointer<CompareDialog> dialog = commands().compare({Camera, {}}, {});
+        QComboBox &box = dialog->right().box();
+        bool isAsked = false;
+        QTimer::singleShot(0, this, [&] { // if asking waits, this is within
+            isAsked = dialog->findChild<QFileDialog *>();
+            dialog->reject();
+        });
+        Q_EMIT box.activated(box.count() - 1);
+        QTRY_VERIFY(isAsked && !dialog);
+    }
+
+    void linesThatMakeNoSenseAreKept()
+    {
+        write({{"ExposureTime", "1234"}});
+        QFile file(m_file);
+        QVERIFY(file.open(QIODevice::Append) && file.write("broken\n") > 0);
+        file.close();
+        CompareDialog *const dialog = commands().compare({Camera, {}}, {{}, m_file});
+        QVERIFY(dialog->findChild<QLabel *>(text("compareState"))->text().contains(text("Left out of camera.txt: 1")));
+        QVERIFY(m_stage->isLogged(text("'broken' has no value")));
+        tick(dialog->table(), {"ExposureTime"});
+        dialog->toRight().click();
+        QVERIFY(dialog->findChild<QMessageBox *>());
+        QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().endsWith("ExposureTime\t1234\nbroken\n"));
+        closeDialogs();
+    }
+
     void thousandsOfRowsAreFilteredSoon()
     {
         constexpr int Many = 5000;
@@ -357,16 +435,17 @@ private:
     using Entries = std::vector<std::pair<const char *, const char *>>;
 
     SettingsCommands &commands() const { return m_window->settingsCommands(); }
-    void drop(const QString &path) const
+    bool isDropped(const QString &path) const
     {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(path)});
         QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(m_window.get(), &enter);
-        QVERIFY(enter.isAccepted());
         QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        event.ignore();
         QCoreApplication::sendEvent(m_window.get(), &event);
         QCoreApplication::processEvents();
+        return enter.isAccepted() && event.isAccepted();
     }
     LoadDialog *plan(const QString &path) const
     {

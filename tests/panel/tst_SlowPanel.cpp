@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CuratedPanel.h"
+#include "FeatureTree/FeatureTreeView.h"
 #include "support/Input.h"
 
 namespace {
@@ -221,6 +222,42 @@ private Q_SLOTS:
         QCOMPARE(told().size(), 2);
         QTest::keyClick(field, Qt::Key_Escape);
         QTRY_COMPARE(state(*m_panel), before);
+    }
+
+    /// A device that answers again is shown as it is now: in rows, in the tree, and in what is read by name.
+    void whatChangedInSilence()
+    {
+        const auto isGatedHidden = [this] {
+            const auto *const tree = panel()->findChild<FeatureTreeView *>();
+            const QModelIndex root = tree->model()->index(0, 0);
+            return tree->isRowHidden(tree->model()->rowCount(root) - 1, root);
+        };
+        const auto isReadByName = [this] { return !calls("GetCameraNodeValue").isEmpty(); };
+        const std::tuple<const char *, int, std::function<bool()>> rows[] = {
+            {"row", 0, [this] { return number("Threshold") == 480; }},
+            {"tree", 1, isGatedHidden},
+            {"by name", 0, isReadByName}};
+        for (const auto &[name, tab, isShown] : rows) {
+            const InRow inRow(name);
+            CuratedFeatures features = profilerFeatures();
+            features.push_back({"Integer", "Switch", ""});
+            features.push_back({"Integer", "Gated", "<pIsAvailable>SwitchReg</pIsAvailable>"});
+            m_panel.reset();
+            m_panel = std::make_unique<CuratedPanel>(features, PageSet::Profiler,
+                                                     [](CuratedPanel &one) { one.poke("Switch", 1); });
+            QVERIFY(activate(*panel()));
+            m_panel->mainTabs()->setCurrentIndex(tab);
+            port().readFault = MemoryPort::Fault::Timeout;
+            m_panel->camera.map->InvalidateNodes();
+            m_panel->row("Threshold")->updateWidget(false);
+            QTRY_COMPARE(told().size(), 1);
+            m_panel->host.clearCalls();
+            QVERIFY(!isShown());
+            m_panel->poke("Threshold", 480);
+            m_panel->poke("Switch", 0);
+            port().readFault = MemoryPort::Fault::None;
+            QTRY_VERIFY(isShown());
+        }
     }
 };
 

@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <limits>
 
 namespace {
 
@@ -76,6 +77,8 @@ private Q_SLOTS:
             {"dump|--genicam|missing.xml", 3, "", "cannot be opened"},
             {"get|SIM-AREA-01|Width|Height", 0, "Width=2448\nHeight=2048\n", ""},
             {"get|-n|SIM-AREA-01|Width", 0, "2448\n", ""},
+            {"get|SIM-AREA-01|TriggerMode[TriggerSelector=FrameBurstStart]|TriggerSelector", 0,
+             "\nTriggerSelector=FrameStart\n", ""},
             {"get|SIM-AREA-01|Nope", 4, "", "no such feature"},
             {"set|SIM-AREA-01|Width=640|Gamma=-99|Height=480", 4, "Width=640\n", "Height: not tried"},
             {"set|SIM-AREA-01|UserSetSelector=Default|UserSetLoad=", 0, "UserSetLoad=\n", ""},
@@ -94,8 +97,14 @@ private Q_SLOTS:
             {"compare|area.txt|card.txt", 1, "< Width: 2448\n", ""},
             {"xml|SIM-AREA-01|area.xml", 0, "", ""},
             {"get|--genicam|area.xml|Width", 0, "Width=", ""},
+            {"set|file:area.xml|ReverseX=1", 0, "ReverseX=1\n", ""},
+            {"compare|file:area.xml|area.txt", 4, "", "PixelFormat"},
             {"watch|SIM-AREA-01|Width|--rounds|2|--interval|0.01", 0, "Width=2448", ""},
             {"get|--all-of|AreaScanCamera|Width|--json", 0, "SIM-AREA-02", ""},
+            {"watch|--all-of|AreaScanCamera|Width|--rounds|1", 0, "\tSIM-AREA-02\tWidth=640\n", ""},
+            {"save|--all-of|AreaScanCamera|all.txt", 2, "", "{id}"},
+            {"save|--all-of|AreaScanCamera|all-{id}.txt", 0, "", ""},
+            {"compare|all-SIM-AREA-02.txt|SIM-AREA-02", 0, "", ""},
         };
         write("bad.txt", "# {05D8C294-F295-4dfb-9D01-096BD04049F4}\nWidth\t640\nHeight\t99999\nbroken\n");
         for (const Case &one : cases) {
@@ -114,6 +123,27 @@ private Q_SLOTS:
                 run(QString::fromUtf8(arguments).split(QLatin1Char('|')) + QStringList{QStringLiteral("--json")});
             QVERIFY2(!parsed(result.out).isNull(), QByteArray(arguments) + ": " + result.text());
         }
+    }
+
+    void watchPrintsJsonInLines()
+    {
+        const QByteArray out =
+            run(QStringLiteral("watch --json --rounds 1 --all-of AreaScanCamera Width Height").split(QLatin1Char(' ')))
+                .out;
+        const QList<QByteArray> lines = out.trimmed().split('\n');
+        QVERIFY2(lines.size() == 4, out);
+        for (const QByteArray &line : lines)
+            QVERIFY2(parsed(line).object().contains(QLatin1String("device")), line);
+    }
+
+    void eachDeviceTakesTheStandardInput()
+    {
+        QProcess process;
+        process.setStandardInputFile(m_folder.filePath(QStringLiteral("area.txt")));
+        process.start(QLatin1String(PROGRAM),
+                      QStringLiteral("load --dry-run --all-of AreaScanCamera -").split(QLatin1Char(' ')));
+        const Result result = finished(process);
+        QVERIFY2(result.code == 0 && result.out.contains("Width: 640 -> 2448"), result.text());
     }
 
     /// The file system is full in the middle of the file.
@@ -150,12 +180,15 @@ private Q_SLOTS:
 
     void listIsQuick()
     {
-        QElapsedTimer timer;
-        timer.start();
-        const Result result = run({QStringLiteral("list")});
-        qInfo("list: %lld ms", timer.elapsed());
-        QVERIFY2(result.code == 0 && result.out.contains("SIM-CARD-01"), result.text());
-        QVERIFY2(timer.elapsed() < 4000, "a search takes one second");
+        qint64 shortest = std::numeric_limits<qint64>::max();
+        for (int i = 0; i < 3; ++i) { // others use the machine, too
+            QElapsedTimer timer;
+            timer.start();
+            const Result result = run({QStringLiteral("list")});
+            shortest = std::min(shortest, timer.elapsed());
+            QVERIFY2(result.code == 0 && result.out.contains("SIM-CARD-01"), result.text());
+        }
+        QVERIFY2(shortest < 1500, QByteArray::number(shortest) + " ms; a search takes 1000 ms");
     }
 
     void ctrlCEndsAWatchInOrder()

@@ -55,7 +55,8 @@ private Q_SLOTS:
         }
         log.append(QStringLiteral("b"), {"S", {}, "2"});
         log.append(QStringLiteral("b"), {"Run", {}, ""});
-        expected += "<set><b><S=2><Run=>";
+        log.append(QStringLiteral("-c"), {"S", {}, "-1"});
+        expected += "<set><b><S=2><Run=><set><--><-c><S=-1>";
         QTemporaryDir folder;
         QFile program(folder.filePath(QStringLiteral("paramter")));
         QVERIFY(program.open(QIODevice::WriteOnly));
@@ -67,6 +68,10 @@ private Q_SLOTS:
         script.write(log.script());
         script.close();
         QCOMPARE(run(QStringLiteral("bash"), {script.fileName()}, folder.path()), expected);
+        QVERIFY(program.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        program.write("#!/bin/bash\necho \"$2\"; exit 4\n");
+        program.close();
+        QCOMPARE(run(QStringLiteral("bash"), {script.fileName()}, folder.path()), QByteArray("a camera\n"));
         QVERIFY(log.script().contains("# refused: too large\n#   paramter set 'a camera' Width=9\n"));
     }
 

@@ -84,6 +84,11 @@ GENICAM_DECL Outcome verifyEntry(GenApi::INodeMap &map, const Entry &entry, Sele
 
 // --- All entries
 
+/// The ranks of entries in an order for reading: those at the same position together, so that the selectors move once
+/// for all; those without selectors first, while these have their own positions.
+GENICAM_DECL std::vector<std::size_t> groupedBySelection(const std::vector<Entry> &entries,
+                                                         const std::vector<std::size_t> &ranks);
+
 /// A feature at one position of its selectors, where they stand now.
 struct GENICAM_DECL Place
 {
@@ -113,7 +118,7 @@ public:
     const std::vector<Feature> &features() const { return m_features; }
     /// Calls `visit` for each feature at each position that it can be reached at, until that is false. Features with
     /// the same selectors are visited together, so that these move once: within a feature the positions come in the
-    /// order of files, the features do not. \returns what could not be visited
+    /// order of files, the features do not. Ends early as storeSettings() does. \returns what could not be visited
     std::vector<Problem> run(SelectorGuard &guard, const std::function<bool(const Place &)> &visit) const;
 
 private:
@@ -127,7 +132,8 @@ struct GENICAM_DECL StoreOptions
     std::function<bool(std::size_t entries)> step; ///< called after each entry; false ends the walk
 };
 
-/// The entries of a device as a file would hold them, and who the device is.
+/// The entries of a device as a file would hold them, and who the device is. Ends early when the device does not answer
+/// several times in a row.
 GENICAM_DECL Settings storeSettings(GenApi::INodeMap &map, const StoreOptions &options = {});
 /// Who the device of a map is, as far as the map tells.
 GENICAM_DECL DeviceInfo deviceInfo(GenApi::INodeMap &map);

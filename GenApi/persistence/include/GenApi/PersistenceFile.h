@@ -54,6 +54,7 @@ struct GENICAM_DECL Problem
     std::size_t line; ///< from 1; 0 for what comes from a device
     std::string text; ///< names the line, too
     Severity severity = Severity::Error;
+    bool isSilence = false; ///< the device did not answer
 };
 
 struct GENICAM_DECL DeviceInfo
