@@ -10,6 +10,12 @@ std::vector<FoundDevice> Device::modules() const
     return {};
 }
 
+bool FoundDevice::isReachedBy(const QString &device) const
+{
+    return std::any_of(routes.begin(), routes.end(),
+                       [&device](const DeviceRoute &route) { return route.id == device; });
+}
+
 DeviceDiscovery::DeviceDiscovery(DeviceFinder deviceFinder, QObject *parent)
     : QObject(parent), m_finder(std::move(deviceFinder))
 { }

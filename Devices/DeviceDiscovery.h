@@ -37,6 +37,10 @@ struct FoundDevice
     QString card{}; ///< id of the card that it is connected to, or that a card is part of
     QString route{}; ///< how it is reached, for people: a producer and its interface; empty for the built-in way
     std::vector<DeviceRoute> routes{}; ///< all ways to a camera that was found more than once; see mergedFinder()
+    QString camera{}; ///< the same for all routes; see cameraKey()
+
+    /// Whether the device of that id takes one of the routes.
+    bool isReachedBy(const QString &device) const;
 };
 
 /// A hardware address as twelve lower-case digits; empty for what is none.

@@ -7,8 +7,6 @@
 
 namespace {
 
-const QString BuiltIn = QStringLiteral("built-in");
-
 /// Makers and transports write names and numbers with other spaces and capitals.
 QString normal(const QString &text)
 {
@@ -38,7 +36,7 @@ std::vector<DeviceRoute> routesOf(const Sightings &camera)
 {
     std::vector<DeviceRoute> routes;
     for (const FoundDevice &one : camera)
-        routes.push_back({one.route.isEmpty() ? BuiltIn : one.route, one.id});
+        routes.push_back({one.route.isEmpty() ? BuiltInRoute : one.route, one.id});
     return routes;
 }
 
@@ -47,11 +45,13 @@ FoundDevice listed(Sightings camera, const RouteChoice &choice)
     if (camera.size() == 1)
         return std::move(camera.front());
     const std::vector<DeviceRoute> routes = routesOf(camera);
-    const QString wanted = choice ? choice(cameraKey(camera.front()), routes) : QString();
+    const QString key = cameraKey(camera.front());
+    const QString wanted = choice ? choice(key, routes) : QString();
     const auto chosen =
         std::find_if(camera.begin(), camera.end(), [&](const FoundDevice &one) { return one.id == wanted; });
     FoundDevice device = chosen == camera.end() ? camera.front() : *chosen;
     device.routes = routes;
+    device.camera = key;
     return device;
 }
 
@@ -59,7 +59,8 @@ FoundDevice listed(Sightings camera, const RouteChoice &choice)
 
 QString cameraKey(const FoundDevice &camera)
 {
-    return QStringLiteral("%1/%2").arg(normal(camera.model), normal(camera.serial));
+    return !camera.camera.isEmpty() ? camera.camera
+                                    : QStringLiteral("%1/%2").arg(normal(camera.model), normal(camera.serial));
 }
 
 std::vector<FoundDevice> mergedDevices(std::vector<FoundDevice> all, const RouteChoice &choice)

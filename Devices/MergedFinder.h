@@ -10,6 +10,9 @@
 /// stands for the same camera by whatever way it is found.
 using RouteChoice = std::function<QString(const QString &camera, const std::vector<DeviceRoute> &routes)>;
 
+/// The name of the route without a producer.
+const QString BuiltInRoute = QStringLiteral("built-in");
+
 /// A finder of what both see. A camera that is found more than once is listed once, by the chosen route or else the
 /// built-in one; FoundDevice::routes has all of them. They search at the same time.
 DeviceFinder mergedFinder(DeviceFinder builtIn, DeviceFinder producers, RouteChoice choice = {});

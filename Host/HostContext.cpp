@@ -27,7 +27,7 @@ std::unique_ptr<QSettings> makeSettings(const QString &file)
 
 HostContext::HostContext(Options options, QObject *parent)
     : QObject(parent), m_settings(makeSettings(options.settingsFile)),
-      m_producers(*m_settings, options.producers.value_or(QStringList()), m_log),
+      m_producers(*m_settings, {options.producers.value_or(QStringList()), options.onlyGivenProducers}, m_log),
       m_devices(options.producers ? m_producers.finder(options.finder) : options.finder, m_log),
       m_focus(m_devices, m_listeners, m_log), m_sessions(m_devices, m_focus, m_listeners, m_log),
       m_silentDevices(m_devices, m_sessions),

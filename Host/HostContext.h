@@ -48,6 +48,8 @@ public:
         DeviceReturn::Clock clock = OncePerMinute::steadyTime;
         /// Searches with GenTL producers, too: these and those of environment and settings.
         std::optional<QStringList> producers = std::nullopt;
+        /// Leaves the producers of environment and settings out; see Producers.
+        bool onlyGivenProducers = false;
     };
 
     explicit HostContext(Options options, QObject *parent = nullptr);

@@ -144,6 +144,12 @@ void KnownDevices::refresh()
     Q_EMIT refreshingChanged(isRefreshing());
 }
 
+void KnownDevices::refreshAnew()
+{
+    m_isSearchDue = m_discovery->isSearching();
+    refresh();
+}
+
 bool KnownDevices::isRefreshing() const
 {
     return m_isSearchWanted;
@@ -167,38 +173,69 @@ void KnownDevices::adoptFound(const std::vector<FoundDevice> &found)
     if (changed)
         Q_EMIT listChanged();
     tellPresent(found);
+    if (std::exchange(m_isSearchDue, false))
+        refresh();
 }
 
 bool KnownDevices::takeOver(const std::vector<FoundDevice> &found, std::vector<Entry> *gone)
 {
+    const std::size_t known = m_entries.size();
+    for (const FoundDevice &one : found)
+        takeOver(one, gone);
     const auto isFound = [&found](const QString &id) {
         return std::any_of(found.begin(), found.end(), [&id](const FoundDevice &one) { return one.id == id; });
     };
     const auto vanished = [&isFound](const Entry &one) {
-        const bool isInUse = one.kept || one.state == State::Opening || one.device->isOpen();
-        return one.finding && !isInUse && !isFound(one.device->id());
+        return one.finding && !one.isInUse() && !isFound(one.device->id());
     };
+    const bool isMore = m_entries.size() > known;
     const auto firstGone = std::stable_partition(m_entries.begin(), m_entries.end(), std::not_fn(vanished));
-    gone->assign(std::make_move_iterator(firstGone), std::make_move_iterator(m_entries.end()));
+    gone->insert(gone->end(), std::make_move_iterator(firstGone), std::make_move_iterator(m_entries.end()));
     m_entries.erase(firstGone, m_entries.end());
-    bool changed = !gone->empty();
-    for (const FoundDevice &one : found) {
-        if (Entry *const known = entry(one.id)) {
-            if (known->finding)
-                known->finding = one;
-            continue;
-        }
-        append(one.create(), one);
-        changed = true;
+    return isMore || !gone->empty();
+}
+
+/// A camera that is listed by another way now takes the place of what it was, unless that is in use.
+void KnownDevices::takeOver(const FoundDevice &found, std::vector<Entry> *gone)
+{
+    if (Entry *const known = entry(found.id)) {
+        if (known->finding)
+            known->finding = found;
+        return;
     }
-    return changed;
+    Entry *const other = entryByOtherWay(found);
+    if (!other)
+        return append(found.create(), found);
+    other->finding->routes = found.routes;
+    other->finding->camera = found.camera;
+    if (other->isInUse())
+        return;
+    const auto place = other - m_entries.data();
+    append(found.create(), found);
+    std::swap(m_entries[std::size_t(place)], m_entries.back());
+    gone->push_back(std::move(m_entries.back()));
+    m_entries.pop_back();
+}
+
+KnownDevices::Entry *KnownDevices::entryByOtherWay(const FoundDevice &found)
+{
+    for (const DeviceRoute &route : found.routes) {
+        Entry *const known = entry(route.id);
+        if (known && known->finding)
+            return known;
+    }
+    return nullptr;
 }
 
 void KnownDevices::tellPresent(const std::vector<FoundDevice> &found)
 {
     QStringList present;
-    for (const FoundDevice &one : found)
+    for (const FoundDevice &one : found) {
         present += one.id;
+        for (const DeviceRoute &route : one.routes)
+            present += route.id;
+    }
+    present.removeDuplicates();
     for (const Entry &one : m_entries) {
         if (!one.finding && one.device->isPresent())
             present += one.device->id();

@@ -57,6 +57,8 @@ public:
     /// Searches for devices on the discovery thread; listChanged() follows if something changed.
     /// Closed devices that are no longer found are forgotten; added devices stay.
     void refresh();
+    /// The same with what was changed right now: a search that is running is followed by another.
+    void refreshAnew();
     bool isRefreshing() const;
     /// The same for a search that nobody has asked for: refreshingChanged() does not tell of it.
     void searchQuietly();
@@ -104,6 +106,8 @@ private:
         bool kept = false; ///< whether it is found or not
         State state = State::Closed;
         QString openingError;
+
+        bool isInUse() const { return kept || state == State::Opening || device->isOpen(); }
     };
 
     Entry *entry(const QString &id);
@@ -111,6 +115,9 @@ private:
     void append(std::unique_ptr<Device> device, std::optional<FoundDevice> finding = std::nullopt);
     void connectDevice(Device *device);
     void adoptFound(const std::vector<FoundDevice> &found);
+    /// The entry of a camera that was found by another way than the one by which it is known; null when there is none.
+    Entry *entryByOtherWay(const FoundDevice &found);
+    void takeOver(const FoundDevice &found, std::vector<Entry> *gone);
     /// True when something became known or was forgotten, which is left in `gone`.
     bool takeOver(const std::vector<FoundDevice> &found, std::vector<Entry> *gone);
     void tellPresent(const std::vector<FoundDevice> &found);
@@ -119,4 +126,5 @@ private:
     std::vector<Entry> m_entries;
     std::unique_ptr<DeviceDiscovery> m_discovery; ///< null in the end
     bool m_isSearchWanted = false; ///< somebody has asked for the search that is running
+    bool m_isSearchDue = false; ///< another one, after it
 };

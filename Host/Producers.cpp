@@ -124,8 +124,10 @@ ProducerSearch::Options Producers::searchOptions(const std::shared_ptr<Shared> &
     return options;
 }
 
-Producers::Producers(QSettings &settings, const QStringList &given, HostLog &log)
-    : m_settings(settings), m_given(canonical(given)), m_shared(std::make_shared<Shared>(settings, log)),
+Producers::Producers(QSettings &settings, const Given &given, HostLog &log)
+    : m_settings(settings), m_given({canonical(given.files), given.areOnly}),
+      m_leftOut(given.areOnly ? settings.value(AddedKey).toStringList() : QStringList()),
+      m_shared(std::make_shared<Shared>(settings, log)),
       m_search(std::make_shared<ProducerSearch>(searchOptions(m_shared)))
 {
     const QStringList keys = m_settings.allKeys();
@@ -164,10 +166,23 @@ QList<Producers::File> Producers::files() const
                 all << File{path, origin, origin == Origin::CommandLine || !off.contains(path)};
         }
     };
-    take(m_given, Origin::CommandLine);
-    take(canonical(producersOfEnvironment()), Origin::Environment);
-    take(m_settings.value(AddedKey).toStringList(), Origin::Settings);
+    take(m_given.files, Origin::CommandLine);
+    take(ofEnvironment(), Origin::Environment);
+    take(ofSettings(), Origin::Settings);
     return all;
+}
+
+QStringList Producers::ofEnvironment() const
+{
+    return m_given.areOnly ? QStringList() : canonical(producersOfEnvironment());
+}
+
+QStringList Producers::ofSettings() const
+{
+    QStringList files = m_settings.value(AddedKey).toStringList();
+    for (const QString &file : m_leftOut)
+        files.removeAll(file);
+    return files;
 }
 
 void Producers::keep(const QString &key, const QStringList &paths)
@@ -187,8 +202,12 @@ void Producers::add(const QString &path)
 {
     const QString added = canonical(path);
     const QList<File> all = files();
-    if (std::none_of(all.begin(), all.end(), [&added](const File &known) { return known.path == added; }))
-        keep(AddedKey, m_settings.value(AddedKey).toStringList() << added);
+    if (std::any_of(all.begin(), all.end(), [&added](const File &known) { return known.path == added; }))
+        return;
+    m_leftOut.removeAll(added);
+    QStringList kept = m_settings.value(AddedKey).toStringList();
+    kept.removeAll(added);
+    keep(AddedKey, kept << added);
 }
 
 void Producers::remove(const QString &path)

@@ -32,8 +32,14 @@ public:
         bool isOn; ///< those of the command line always are
     };
 
-    /// `given`: files of the command line. `settings` and `log` must outlive this.
-    Producers(QSettings &settings, const QStringList &given, HostLog &log);
+    struct Given
+    {
+        QStringList files; ///< of the command line
+        bool areOnly = false; ///< all others that are there at the start are left out
+    };
+
+    /// `settings` and `log` must outlive this.
+    Producers(QSettings &settings, const Given &given, HostLog &log);
     ~Producers() override;
 
     /// Each once, in the order of the search.
@@ -66,9 +72,12 @@ private:
 
     static ProducerSearch::Options searchOptions(const std::shared_ptr<Shared> &shared);
     void keep(const QString &key, const QStringList &paths);
+    QStringList ofEnvironment() const;
+    QStringList ofSettings() const;
 
     QSettings &m_settings;
-    const QStringList m_given;
+    const Given m_given; ///< canonical
+    QStringList m_leftOut; ///< of the settings
     const std::shared_ptr<Shared> m_shared; ///< with the threads of the search
     const std::shared_ptr<ProducerSearch> m_search;
 };

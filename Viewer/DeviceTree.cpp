@@ -149,10 +149,23 @@ void DeviceTree::rebuild()
         for (Device *device : devices)
             addRow(device);
         expandAll();
-        select(focus);
+        if (!select(focus))
+            select(otherWayTo(focus));
     }
-    if (!focus.isEmpty() && !currentItem())
-        m_context.focus().set(QString());
+    if (!focus.isEmpty() && (!currentItem() || currentDevice()->id() != focus))
+        announceCurrent();
+}
+
+/// The device that a camera is listed as now; empty when there is none.
+QString DeviceTree::otherWayTo(const QString &id) const
+{
+    const QStringList ids = m_items.keys();
+    for (const QString &other : ids) {
+        const FoundDevice *const found = m_context.devices().finding(other);
+        if (found && found->isReachedBy(id))
+            return other;
+    }
+    return {};
 }
 
 void DeviceTree::addRow(Device *device)
@@ -225,6 +238,11 @@ QString DeviceTree::stateText(const QString &id) const
 QString DeviceTree::toolTipOf(const Device &device) const
 {
     QStringList lines{device.displayName(), device.id()};
+    const FoundDevice *const found = m_context.devices().finding(device.id());
+    if (found && !found->route.isEmpty())
+        lines << tr("Reached through %1").arg(found->route);
+    if (found && found->routes.size() > 1)
+        lines << tr("Found in several ways: another one can be chosen in the menu.");
     const QString error = m_context.devices().openingError(device.id());
     if (m_context.deviceReturn().isLost(device.id()) && m_context.deviceReturn().isEnabled())
         lines << tr("It is opened again as soon as it is there.");

@@ -41,6 +41,7 @@ protected:
 
 private:
     void rebuild();
+    QString otherWayTo(const QString &id) const;
     void addRow(Device *device);
     void adoptState(const QString &id);
     void announceCurrent();

@@ -67,6 +67,8 @@ constexpr CommandSpec Commands[] = {
 
     {Command::Refresh, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Refresh Devices"), "F5", Glyph::Refresh,
      InToolBar | Separated, QT_TRANSLATE_NOOP("ViewerCommands", "Search the network and the USB ports for cameras")},
+    {Command::Producers, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "GenTL &Producers..."), "", Glyph::None, Plain,
+     QT_TRANSLATE_NOOP("ViewerCommands", "Choose the makers' drivers that the viewer searches with")},
     {Command::OpenDevice, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Open"), "Ctrl+E", Glyph::Open,
      InToolBar | OfDevice | Separated, QT_TRANSLATE_NOOP("ViewerCommands", "Open the selected device")},
     {Command::CloseDevice, DeviceMenu, QT_TRANSLATE_NOOP("ViewerCommands", "&Close"), "Ctrl+W", Glyph::Close,
@@ -155,6 +157,11 @@ void ViewerCommands::addActions(QToolBar *toolBar)
         addAction(row, toolBar);
     m_menus[FileMenu]->insertMenu(action(Command::CompareSettings), m_menus[RecentMenu]);
     m_menus[DeveloperMenu]->addMenu(m_menus[DefaultModeMenu]);
+}
+
+QMenu *ViewerCommands::deviceMenu() const
+{
+    return m_menus[DeviceMenu];
 }
 
 QMenu *ViewerCommands::recentMenu() const

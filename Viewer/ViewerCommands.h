@@ -12,6 +12,7 @@ class QToolBar;
 /// What a person can order from the viewer's menus.
 enum class Command {
     Refresh,
+    Producers,
     OpenDevice,
     CloseDevice,
     OpenFile,
@@ -55,6 +56,7 @@ public:
     QAction *action(Command command) const { return m_actions.value(int(command)); }
     /// The commands of a device's context menu.
     QList<QAction *> deviceActions() const;
+    QMenu *deviceMenu() const;
     /// The menu of the settings files that were used last, empty at first.
     QMenu *recentMenu() const;
     /// Adds the show-and-hide actions of docks and tool bars to the View menu.

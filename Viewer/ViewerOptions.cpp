@@ -13,6 +13,7 @@ struct OptionSpec
     const char *text;
     QString ViewerOptions::*target;
     bool ViewerOptions::*flag;
+    QStringList ViewerOptions::*list = nullptr; ///< of an option that may stand there several times
 };
 
 const OptionSpec Specs[] = {
@@ -21,8 +22,16 @@ const OptionSpec Specs[] = {
     {"device", "ID", "Open the device ID at the start.", &ViewerOptions::device, nullptr},
     {"dump", "", "Print the rows of the feature tree of --genicam or --device and exit.", nullptr,
      &ViewerOptions::dump},
-    {"simulated", "", "Do not search for cameras; offer the simulated devices only.", nullptr,
-     &ViewerOptions::simulatedOnly},
+    {"simulated", "", "Do not search for cameras; offer the simulated devices only, and what --producer reaches.",
+     nullptr, &ViewerOptions::simulatedOnly},
+    {"producer", "FILE",
+     "Search with the GenTL producer FILE, too. May be given several times. Those in the directories of "
+     "GENICAM_GENTL64_PATH, and those that were added in the viewer, need no option.",
+     nullptr, nullptr, &ViewerOptions::producers},
+    {"list-transports", "",
+     "Print what each way to cameras sees, or why it sees nothing: the built-in search and each GenTL producer; and "
+     "exit.",
+     nullptr, &ViewerOptions::transports},
     {"developer", "", "Offer the switches for developers of the panel in the View menu.", nullptr,
      &ViewerOptions::developer},
     {"language", "NAME", "Language of the user interface: English or Chinese.", &ViewerOptions::language, nullptr},
@@ -48,6 +57,8 @@ QString contradiction(const ViewerOptions &options)
     const QStringList languages = {QString(), QStringLiteral("English"), QStringLiteral("Chinese")};
     if (!languages.contains(options.language))
         return QStringLiteral("Unknown language \"%1\": English or Chinese is possible.").arg(options.language);
+    if (options.dump && options.transports)
+        return QStringLiteral("--dump and --list-transports exclude each other.");
     if (options.dump && options.description.isEmpty() == options.device.isEmpty())
         return QStringLiteral("--dump needs either --genicam or --device.");
     return QString();
@@ -68,6 +79,8 @@ ViewerOptions ViewerOptions::parse(const QStringList &arguments)
         const QString name = QLatin1String(spec.name);
         if (spec.flag)
             result.*spec.flag = parser.isSet(name);
+        else if (spec.list)
+            result.*spec.list = parser.values(name);
         else
             result.*spec.target = parser.value(name);
     }

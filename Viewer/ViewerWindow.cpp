@@ -20,6 +20,7 @@
 #include "ParamterWnd/ParamterWnd.h"
 #include "Viewer/DeviceTree.h"
 #include "Viewer/DeviceViews.h"
+#include "Viewer/DeviceWays.h"
 #include "Viewer/FileDrop.h"
 #include "Viewer/FrameStatus.h"
 #include "Viewer/GlyphIcons.h"
@@ -29,6 +30,7 @@
 #include "Viewer/LoadStatus.h"
 #include "Viewer/LogModel.h"
 #include "Viewer/LogView.h"
+#include "Viewer/ProducersDialog.h"
 #include "Viewer/SettingsCommands.h"
 #include "Viewer/ViewerCommands.h"
 #include "Viewer/WriteLogDock.h"
@@ -128,6 +130,7 @@ void ViewerWindow::buildCommands()
     m_commands->action(Command::ShowAttributeTab)->setChecked(true);
     m_commands->action(Command::DefaultMode0)->setChecked(true);
     connect(m_commands, &ViewerCommands::triggered, this, &ViewerWindow::run);
+    m_ways = std::make_unique<DeviceWays>(m_context, *m_devices, *m_commands->deviceMenu());
     new HostSwitches(m_context, *m_commands);
     new LinkFaults(*m_devices, *m_commands);
     m_settings = new SettingsCommands(m_context, *m_devices, *m_commands, this);
@@ -163,6 +166,8 @@ void ViewerWindow::run(Command command, bool checked)
     switch (command) {
     case Command::Refresh:
         return m_context.devices().refresh();
+    case Command::Producers:
+        return showProducers();
     case Command::OpenDevice:
         return m_context.sessions().openLater(currentId());
     case Command::CloseDevice:
@@ -290,8 +295,20 @@ void ViewerWindow::adoptSearch(bool searching)
 void ViewerWindow::showDeviceMenu(const QPoint &position)
 {
     const bool onDevice = m_devices->currentDevice() && m_devices->itemAt(position) == m_devices->currentItem();
-    if (onDevice)
-        QMenu::exec(m_commands->deviceActions(), m_devices->viewport()->mapToGlobal(position), nullptr, this);
+    if (!onDevice)
+        return;
+    auto *menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("contextMenu"));
+    menu->addActions(m_commands->deviceActions() + m_ways->actions());
+    connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);
+    menu->popup(m_devices->viewport()->mapToGlobal(position));
+}
+
+void ViewerWindow::showProducers()
+{
+    auto *dialog = new ProducersDialog(m_context, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }
 
 void ViewerWindow::showAbout()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
+
 #include <QMainWindow>
 
 #include "Viewer/Translators.h"
@@ -8,6 +10,7 @@
 class Device;
 class DeviceTree;
 class DeviceViews;
+class DeviceWays;
 class FrameStatus;
 class HostContext;
 class ImageView;
@@ -64,6 +67,7 @@ private:
     void takeNextStep();
     void askForDescription();
     void showDeviceMenu(const QPoint &position);
+    void showProducers();
     void showAbout();
     void adoptFocus();
     void adoptState(const QString &id);
@@ -87,6 +91,7 @@ private:
     ParamterWnd *m_panel;
     ViewerCommands *m_commands = nullptr;
     SettingsCommands *m_settings = nullptr;
+    std::unique_ptr<DeviceWays> m_ways;
     QDockWidget *m_deviceDock = nullptr;
     QDockWidget *m_panelDock = nullptr;
     QDockWidget *m_logDock = nullptr;

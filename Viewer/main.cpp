@@ -9,6 +9,7 @@
 #include "Viewer/DumpRun.h"
 #include "Viewer/MessageLog.h"
 #include "Viewer/MeteredApplication.h"
+#include "Viewer/TransportList.h"
 #include "Viewer/ViewerCommands.h"
 #include "Viewer/ViewerOptions.h"
 #include "Viewer/ViewerStyle.h"
@@ -32,9 +33,15 @@ QStringList argumentsOf(int argc, char **argv)
     return result;
 }
 
-DeviceFinder finder(const ViewerOptions &options)
+HostContext::Options hostOptions(const ViewerOptions &options)
 {
-    return options.simulatedOnly ? DeviceFinder() : aravisFinder(true);
+    const DeviceFinder nothing = [] { return std::vector<FoundDevice>(); }; // producers may still be added
+    HostContext::Options result;
+    result.settingsFile = options.settings;
+    result.finder = options.simulatedOnly ? nothing : aravisFinder(true);
+    result.producers = options.producers;
+    result.onlyGivenProducers = options.simulatedOnly;
+    return result;
 }
 
 void addSimulatedDevices(HostContext &context)
@@ -78,7 +85,9 @@ int main(int argc, char **argv)
         return print(ViewerOptions::helpText(), stdout, 0);
     if (options.version)
         return print(QApplication::applicationVersion(), stdout, 0);
-    HostContext context({options.settings, finder(options)});
+    if (options.transports)
+        return listTransports(hostOptions(options));
+    HostContext context(hostOptions(options));
     addSimulatedDevices(context);
     if (options.dump)
         return runDump(context, options);

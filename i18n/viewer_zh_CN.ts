@@ -201,6 +201,14 @@
         <source>The last try to open it failed: %1</source>
         <translation>上次打开失败：%1</translation>
     </message>
+    <message>
+        <source>Reached through %1</source>
+        <translation>通过 %1 访问</translation>
+    </message>
+    <message>
+        <source>Found in several ways: another one can be chosen in the menu.</source>
+        <translation>可通过多种途径访问：可在菜单中选择其他途径。</translation>
+    </message>
 </context>
 <context>
     <name>DeviceViews</name>
@@ -257,6 +265,29 @@
 The last try failed: %2</source>
         <translation>%1
 上次尝试失败：%2</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceWays</name>
+    <message>
+        <source>Built-in search</source>
+        <translation>内置搜索</translation>
+    </message>
+    <message>
+        <source>Reach T&amp;hrough</source>
+        <translation>访问途径(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Open %1</source>
+        <translation>打开%1</translation>
+    </message>
+    <message>
+        <source>device module</source>
+        <translation>设备模块</translation>
+    </message>
+    <message>
+        <source>stream %1</source>
+        <translation>数据流 %1</translation>
     </message>
 </context>
 <context>
@@ -428,6 +459,171 @@ Too large: the camera sent more than it had announced; the acquisition starts an
     <message>
         <source>Another controller: a program that controls the camera can keep its images from coming here.</source>
         <translation>其他控制者：控制该相机的程序可能使图像无法到达此处。</translation>
+    </message>
+</context>
+<context>
+    <name>ProducerTable</name>
+    <message>
+        <source>Producers</source>
+        <translation>Producer 列表</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Vendor</source>
+        <translation>厂商</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>Transport</source>
+        <translation>传输层</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>来源</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>What the command line names is always used.</source>
+        <translation>命令行指定的文件始终使用。</translation>
+    </message>
+</context>
+<context>
+    <name>ProducerWords</name>
+    <message>
+        <source>Mixed</source>
+        <translation>混合</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>自定义</translation>
+    </message>
+    <message>
+        <source>free</source>
+        <translation>空闲</translation>
+    </message>
+    <message>
+        <source>readable only</source>
+        <translation>只读</translation>
+    </message>
+    <message>
+        <source>not accessible</source>
+        <translation>无法访问</translation>
+    </message>
+    <message>
+        <source>in use by another program</source>
+        <translation>正被其他程序使用</translation>
+    </message>
+    <message>
+        <source>open in this program</source>
+        <translation>已在本程序中打开</translation>
+    </message>
+    <message>
+        <source>Environment</source>
+        <translation>环境变量</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>命令行</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Switched off</source>
+        <translation>已停用</translation>
+    </message>
+    <message>
+        <source>Searching...</source>
+        <translation>正在搜索...</translation>
+    </message>
+    <message>
+        <source>Not searched yet</source>
+        <translation>尚未搜索</translation>
+    </message>
+    <message>
+        <source>Not used: %1</source>
+        <translation>未使用：%1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>Interfaces: %1, cameras: %2</source>
+        <translation>接口：%1，相机：%2</translation>
+    </message>
+    <message>
+        <source>It has no interfaces.</source>
+        <translation>没有接口。</translation>
+    </message>
+    <message>
+        <source>no cameras</source>
+        <translation>没有相机</translation>
+    </message>
+</context>
+<context>
+    <name>ProducersDialog</name>
+    <message>
+        <source>GenTL Producers</source>
+        <translation>GenTL Producer</translation>
+    </message>
+    <message>
+        <source>A producer is a file (*.cti) that comes with the driver of a camera or frame grabber. The viewer searches with those that are ticked.</source>
+        <translation>Producer 是随相机或采集卡驱动程序提供的文件 (*.cti)。查看器使用已勾选的文件进行搜索。</translation>
+    </message>
+    <message>
+        <source>What the selected producer sees</source>
+        <translation>所选 Producer 发现的设备</translation>
+    </message>
+    <message>
+        <source>&amp;Add...</source>
+        <translation>添加(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>移除(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Only producers that were added here can be removed; others are switched off.</source>
+        <translation>只能移除在此处添加的 Producer；其他的可以停用。</translation>
+    </message>
+    <message>
+        <source>Chec&amp;k Again</source>
+        <translation>重新检查(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Try the file again, although it is known</source>
+        <translation>重新检查已检查过的文件</translation>
+    </message>
+    <message>
+        <source>&amp;Search Now</source>
+        <translation>立即搜索(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>关闭(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Add Producers</source>
+        <translation>添加 Producer</translation>
+    </message>
+    <message>
+        <source>GenTL producers (*.cti);;All files (*)</source>
+        <translation>GenTL Producer (*.cti);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>There is no producer yet: add the file that came with your hardware, or name its directory in the environment variable GENICAM_GENTL64_PATH.</source>
+        <translation>还没有 Producer：请添加硬件附带的文件，或在环境变量 GENICAM_GENTL64_PATH 中指定其目录。</translation>
     </message>
 </context>
 <context>
@@ -818,6 +1014,14 @@ Device: %2</source>
     <message>
         <source>Compare the settings of devices and files</source>
         <translation>比较设备和文件的设置</translation>
+    </message>
+    <message>
+        <source>GenTL &amp;Producers...</source>
+        <translation>GenTL &amp;Producer...</translation>
+    </message>
+    <message>
+        <source>Choose the makers&apos; drivers that the viewer searches with</source>
+        <translation>选择查看器搜索时使用的厂商驱动程序</translation>
     </message>
 </context>
 <context>

@@ -25,6 +25,7 @@
 #include "tour/TourHand.h"
 #include "tour/TourLinkSteps.h"
 #include "tour/TourPageSteps.h"
+#include "tour/TourProducerSteps.h"
 #include "tour/TourProfilerSteps.h"
 #include "tour/TourSettingsSteps.h"
 #include "tour/TourStage.h"
@@ -319,6 +320,8 @@ std::vector<TourStep> tourSteps()
     steps.insert(steps.end(), views.begin(), views.end());
     const std::vector<TourStep> &settings = tourSettingsSteps();
     steps.insert(steps.end(), settings.begin(), settings.end());
+    const std::vector<TourStep> &producers = tourProducerSteps();
+    steps.insert(steps.end(), producers.begin(), producers.end());
     const std::vector<TourStep> &links = tourLinkSteps();
     steps.insert(steps.end(), links.begin(), links.end());
     steps.insert(steps.end(), ends.begin(), ends.end());

@@ -42,7 +42,10 @@ int main(int argc, char **argv)
     // A tour starts like the first run of a new user and leaves no settings behind.
     const QTemporaryDir scratch;
     const DeviceFinder nothing = [] { return std::vector<FoundDevice>(); }; // searches see what is added here
-    HostContext context({scratch.filePath(QStringLiteral("tour.ini")), nothing});
+    HostContext::Options options{scratch.filePath(QStringLiteral("tour.ini")), nothing};
+    options.producers.emplace(); // those that the steps add
+    options.onlyGivenProducers = true;
+    HostContext context(std::move(options));
     for (std::unique_ptr<Device> &device : makeSimulatedDevices())
         context.devices().add(std::move(device));
     const MessageLog messages;

@@ -329,6 +329,7 @@ std::vector<FoundDevice> GentlCamera::modules() const
         FoundDevice module;
         module.id = GentlModule(identity).id();
         module.name = identity.displayName;
+        module.model = name;
         module.create = [identity, camera = QPointer<const GentlCamera>(this)] {
             auto made = std::make_unique<GentlModule>(identity);
             if (camera)

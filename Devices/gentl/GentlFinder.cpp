@@ -196,14 +196,20 @@ DeviceFinder gentlFinder(std::shared_ptr<ProducerSearch> search)
     return [search = std::move(search)] { return search->find(); };
 }
 
+QStringList producersIn(const QString &directory)
+{
+    QStringList files;
+    for (const QFileInfo &file : QDir(directory).entryInfoList({QStringLiteral("*.cti")}, QDir::Files, QDir::Name))
+        files << file.absoluteFilePath();
+    return files;
+}
+
 QStringList producersOfEnvironment()
 {
     QStringList files;
     const QString path = qEnvironmentVariable("GENICAM_GENTL64_PATH");
-    for (const QString &directory : path.split(QDir::listSeparator(), Qt::SkipEmptyParts)) {
-        for (const QFileInfo &file : QDir(directory).entryInfoList({QStringLiteral("*.cti")}, QDir::Files, QDir::Name))
-            files << file.absoluteFilePath();
-    }
+    for (const QString &directory : path.split(QDir::listSeparator(), Qt::SkipEmptyParts))
+        files << producersIn(directory);
     files.removeDuplicates();
     return files;
 }

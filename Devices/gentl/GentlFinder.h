@@ -57,5 +57,8 @@ private:
 /// A finder of what producers reach.
 DeviceFinder gentlFinder(std::shared_ptr<ProducerSearch> search);
 
+/// The producers in a directory.
+QStringList producersIn(const QString &directory);
+
 /// The producers in the directories of the environment variable GENICAM_GENTL64_PATH.
 QStringList producersOfEnvironment();

@@ -75,6 +75,8 @@ private Q_SLOTS:
             {"viewer --unknown", false, true},
             {"viewer --dump --device D", true, true},
             {"viewer --dump", false, true},
+            {"viewer --list-transports --producer a.cti --producer b.cti", true, true},
+            {"viewer --list-transports --dump --device D", false, true},
             {"viewer --dump --device D --genicam a.xml", false, true},
             {"viewer --language Klingon", false, true},
             {"viewer stray", false, true},
@@ -85,6 +87,7 @@ private Q_SLOTS:
             const ViewerOptions options = ViewerOptions::parse(line.split(QLatin1Char(' ')));
             QVERIFY2(options.error.isEmpty() == valid, arguments);
             QVERIFY2(options.isTextOnly() == textOnly, arguments);
+            QVERIFY2(options.producers.size() == line.count(QLatin1String("--producer ")), arguments);
             QVERIFY2(options.developer == line.contains(QLatin1String("--developer")), arguments);
         }
         QVERIFY(ViewerOptions::helpText().contains(QLatin1String("--developer")));
