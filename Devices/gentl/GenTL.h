@@ -6,6 +6,7 @@
 
 #include "Devices/gentl/GenTLCodes.h"
 
+// NOLINTBEGIN(readability-identifier-naming): the standard gives the names.
 /// The C interface between a GenTL producer (a shared library `*.cti`) and its consumer, by the GenICam GenTL
 /// standard 1.6.
 ///
@@ -158,3 +159,4 @@ GC_ERROR DSGetBufferSegmentInfo(DS_HANDLE hDataStream, BUFFER_HANDLE hBuffer, st
 } // extern "C"
 
 } // namespace GenTL
+// NOLINTEND(readability-identifier-naming)

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+// NOLINTBEGIN(readability-identifier-naming): the standard gives the names.
 /// The enumerations and names of the GenICam GenTL standard 1.6, as the standard calls them. GenTL.h has the functions.
 namespace GenTL {
 
@@ -372,3 +373,4 @@ constexpr char TLBufferModuleName[] = "TLBuffer";
 constexpr char TLRemoteDeviceModuleName[] = "Device";
 
 } // namespace GenTL
+// NOLINTEND(readability-identifier-naming)

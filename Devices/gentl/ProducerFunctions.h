@@ -67,6 +67,6 @@ struct ProducerFunctions
     std::vector<std::string> lookUp(void *library);
 
 #define GENTL_MEMBER(name) decltype(&GenTL::name) name = nullptr;
-    GENTL_FUNCTIONS(GENTL_MEMBER, GENTL_MEMBER)
+    GENTL_FUNCTIONS(GENTL_MEMBER, GENTL_MEMBER) // NOLINT(readability-identifier-naming): the standard's
 #undef GENTL_MEMBER
 };
