@@ -29,7 +29,7 @@ inline constexpr Colour Colours[] = {
 /// Every role is set: a widget with this palette takes no colour from its parent or from the application.
 inline QPalette palette()
 {
-    static const QPalette light = [] {
+    static const QPalette Light = [] {
         QPalette colours;
         for (int role = 0; role < QPalette::NColorRoles; ++role)
             colours.setBrush(QPalette::All, QPalette::ColorRole(role), QBrush());
@@ -39,7 +39,7 @@ inline QPalette palette()
         }
         return colours;
     }();
-    return light;
+    return Light;
 }
 
 } // namespace LightPalette
